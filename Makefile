@@ -1,0 +1,47 @@
+# Set-up, build, test and demo of Kesto on Debian 12.
+BUILD      ?= build
+ASAN_BUILD ?= build-asan
+JOBS       ?= 2
+PACKAGES   := cmake g++ make libgtest-dev libgmock-dev libbenchmark-dev \
+              qt6-base-dev qt6-qpa-plugins libgl1-mesa-dev fonts-dejavu-core fonts-noto-cjk
+
+.PHONY: deps build test test-asan demo bench screenshot format clean
+
+deps:
+	@missing=""; for p in $(PACKAGES); do \
+	  dpkg -s $$p >/dev/null 2>&1 || missing="$$missing $$p"; done; \
+	if [ -z "$$missing" ]; then echo "deps: all packages present"; \
+	elif [ "$$(id -u)" = 0 ]; then \
+	  echo "deps: installing$$missing"; \
+	  apt-get update -qq && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq $$missing; \
+	else echo "deps: missing$$missing; run: sudo apt-get install -y$$missing"; exit 1; fi
+
+$(BUILD)/CMakeCache.txt:
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
+
+build: deps $(BUILD)/CMakeCache.txt
+	cmake --build $(BUILD) -j $(JOBS)
+
+test: build
+	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+
+test-asan: deps
+	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DKESTO_SANITIZE=ON
+	cmake --build $(ASAN_BUILD) -j $(JOBS)
+	cd $(ASAN_BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+
+demo: build
+	@sh examples/demo.sh $(BUILD)
+
+bench: build
+	$(BUILD)/kesto-bench
+
+screenshot: build
+	@mkdir -p $(BUILD)/screenshots
+	sh examples/screenshot.sh $(BUILD)
+
+format:
+	find src tests bench -name '*.cpp' -o -name '*.h' | xargs clang-format -i
+
+clean:
+	rm -rf $(BUILD) $(ASAN_BUILD)

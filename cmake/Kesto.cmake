@@ -1,0 +1,21 @@
+# kesto_layer(NAME DIR [DEPS ...]): a static library of every .cpp in DIR.
+function(kesto_layer name dir)
+  file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp)
+  add_library(${name} STATIC ${sources} ${PROJECT_SOURCE_DIR}/cmake/empty.cpp)
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC ${ARGN})
+endfunction()
+
+# kesto_tests(NAME DIR [DEPS ...]): one test executable of every .cpp in DIR, run through ctest.
+function(kesto_tests name dir)
+  file(GLOB sources CONFIGURE_DEPENDS ${dir}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${name} ${sources})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE ${ARGN} GTest::gtest GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${name} WORKING_DIRECTORY ${dir}
+                       PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;KESTO_SOURCE_DIR=${PROJECT_SOURCE_DIR};KESTO_BINARY_DIR=${CMAKE_BINARY_DIR}"
+                       DISCOVERY_TIMEOUT 60)
+endfunction()

@@ -1,0 +1,1 @@
+// Keeps a layer library valid while it has no source of its own.

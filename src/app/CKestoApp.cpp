@@ -1,0 +1,68 @@
+#include "app/CKestoApp.h"
+
+#include <new>
+
+#include "support/Platform.h"
+
+namespace kesto {
+
+CKestoApp::CKestoApp() { ReadRegistrySettings(); }
+
+HaichiInfo* CKestoApp::AddHaichiInfo() {
+    try {
+        HaichiInfo& rec = HaichiList.Append();
+        ++HaichiList.Count;
+        rec.BlockIndex = -1;
+        rec.Flag = 0;
+        return &rec;
+    } catch (const std::bad_alloc&) {
+        ErrorCode = 9015;
+        return nullptr;
+    }
+}
+
+void CKestoApp::RemoveHaichiInfo(HaichiInfo* rec) {
+    // The count is deliberately left as it was: it counts stacks ever made in this job.
+    HaichiList.Items.remove_if([rec](const HaichiInfo& h) { return &h == rec; });
+}
+
+int CKestoApp::HasKoutei(int32_t no) const {
+    for (const KouteiInfo& k : KouteiList) {
+        if (k.No == no) return 1;
+    }
+    return 0;
+}
+
+void CKestoApp::FreeJob() {
+    // Counts stay as they were until the lists are read again.
+    BoxList.Clear();
+    KouteiList.Clear();
+    PartsList.Clear();
+    PalletList.Clear();
+    HaichiList.Clear();
+    Blocks.clear();
+    Blocks.shrink_to_fit();
+}
+
+KouteiInfo* CKestoApp::KouteiAt(int32_t position) {
+    int32_t n = 1;
+    for (KouteiInfo& k : KouteiList) {
+        if (n++ == position) return &k;
+    }
+    return nullptr;
+}
+
+PalletInfo* CKestoApp::PalletByName(const std::string& name) {
+    for (PalletInfo& p : PalletList) {
+        if (p.Name == name) return &p;
+    }
+    return nullptr;
+}
+
+int CKestoApp::ShowKaku(int32_t no1, int32_t no2) {
+    KakuMsgNo1 = no1;
+    KakuMsgNo2 = no2;
+    return CurrentOperator().AskKaku(no1, no2);
+}
+
+}  // namespace kesto

@@ -1,0 +1,100 @@
+// The application object: all data of one job for the life of the process. main() makes one
+// and hands it by reference to the workers and dialogs; tests make as many as they like.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "app/JobModel.h"
+
+namespace kesto {
+
+struct IntRect {
+    int32_t Left = 0;
+    int32_t Top = 0;
+    int32_t Right = 0;
+    int32_t Bottom = 0;
+};
+
+class CKestoApp {
+public:
+    CKestoApp();  // defaults, then ReadRegistrySettings()
+
+    // --- job state -------------------------------------------------------------------
+    int32_t ErrorCode = 0;
+    std::array<int32_t, 5> FontHeight{};
+    std::array<int32_t, 5> FontCharSet{};
+    std::array<std::string, 5> FontNames;
+    int32_t Reserved0 = 0;
+    int32_t PartsAllState = 1;
+    RecordList<BoxInfo> BoxList;
+    RecordList<KouteiInfo> KouteiList;
+    RecordList<PartsInfo> PartsList;
+    RecordList<HaichiInfo> HaichiList;
+    int32_t DirectFlag = 0;
+    int32_t Reserved1 = 0;
+    RecordList<PalletInfo> PalletList;
+    std::array<int32_t, 100> BoxFlags{};  // index 1..99
+    std::vector<BlockInfo> Blocks;         // entries 0..BlocksCount-1 are filled
+    int32_t BlocksCapacity = 0;
+    int32_t BlocksCount = 0;
+    int32_t IsDirect = -1;
+    int32_t IsBlockDraw = 0;
+    int32_t InchMode = 0;
+    int32_t StartCorner = 3;
+    int32_t DialogOk = 0;
+    int32_t OffsetSet = 0;
+    double OffsetA = 0;
+    double OffsetB = 0;
+
+    // --- display and selection state --------------------------------------------------
+    int32_t PalletMode = 0;
+    int32_t Is3D = 0;
+    int32_t GridFlag = 0;
+    int32_t HitByBlock = 1;
+    int32_t CurrentKoutei = 1;
+    int32_t CurrentBox = 100;
+    int32_t CurrentPallet = 1;
+    int32_t PalletCount = 0;
+    std::string PalletPrefix;
+    int32_t LayoutState = 0;
+    int32_t KakuMsgNo1 = 0;
+    int32_t KakuMsgNo2 = 0;
+    IntRect AreaRect;
+    IntRect InfoRect;
+    IntRect ViewRect;
+    // Display members reset when the per-user values are first read.
+    std::array<int32_t, 2> DisplayFlags{1, 1};
+    std::array<std::string, 2> DisplayTexts;
+    std::array<int32_t, 3> BlockDrawState{};
+
+    // --- process -------------------------------------------------------------------
+    std::string CommandLine;  // the whole command line, the program's own path included
+    int32_t ExitParam = 0;    // the code the process ends with (wParam of the last message)
+
+    // --- model operations ------------------------------------------------------------
+    HaichiInfo* AddHaichiInfo();  // null and ErrorCode 9015 when out of memory
+    void RemoveHaichiInfo(HaichiInfo* rec);
+    int HasKoutei(int32_t no) const;
+    void FreeJob();
+    KouteiInfo* KouteiAt(int32_t position);  // 1-based position in KouteiList, or null
+    PalletInfo* PalletByName(const std::string& name);  // first pallet with that Name
+
+    // Sets KakuMsgNo1/2 and asks the operator; 1 for OK, 2 for Cancel.
+    int ShowKaku(int32_t no1, int32_t no2);
+
+    // --- start-up and exit (settings, command line, input) ------------------------------
+    int InitSettings();          // 1 on success
+    void ReadRegistrySettings();  // empties the job lists and flags, reads per-user values
+    void WriteRegistrySettings();
+    void ParseCommandLine();     // from CommandLine
+    int ReadInput();             // command line, pallet file, job file; 1 on success
+    void ReadPalletSelect();     // PalletCount/PalletPrefix from "PalletSelect"/"PalletInfo"
+
+    // Token 2 of the command line (the pallet file's path).
+    std::string PalletFilePath;
+};
+
+}  // namespace kesto

@@ -1,0 +1,19 @@
+// The process exit code from the code the job ended with.
+#pragma once
+
+#include <string>
+
+namespace kesto {
+
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitNotOk = 100;
+inline constexpr int kExitOffsetAbort = 999;
+
+// 13 (the Enter key) becomes 0; 0 without OK becomes 100.
+int SettleExitCode(int param, int dialogOk);
+// What a POSIX host sees: the low 8 bits (the full code on Windows).
+int ProcessExitCode(int code);
+// "kesto: exit code NNNN" for a code other than 0, else "".
+std::string ExitCodeNotice(int code);
+
+}  // namespace kesto

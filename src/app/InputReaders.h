@@ -1,0 +1,23 @@
+// The readers of the pallet definition file, the job file and the part outline files.
+#pragma once
+
+#include "app/CKestoApp.h"
+
+namespace kesto {
+
+// Pallet file named by command-line token 2 (app.PalletFilePath). 1 on success;
+// 0 with ErrorCode 9020 (not given or missing), 9021 (cannot open), 9022 (no memory).
+int ReadPalletFile(CKestoApp& app);
+
+// Job file of setup key "IEJ" (kind 94). 1 on success; 0 with ErrorCode 9010/9011/9012..9014.
+int ReadJobFile(CKestoApp& app);
+// Reads one open job file's lines into the lists (used by ReadJobFile).
+int ReadJobLines(CKestoApp& app, std::FILE* file);
+// The selection sort of PartsList by process, group key and decreasing size.
+void SortParts(CKestoApp& app);
+
+// Reads part.OutlinePath into part.Shapes. 1 on success, 0 when missing or unreadable
+// (ErrorCode 9026 when the file exists but cannot be opened).
+int ReadOutline(CKestoApp& app, PartsInfo& part);
+
+}  // namespace kesto

@@ -1,0 +1,72 @@
+// The seams to the operator and to the host machine. The application installs its own
+// implementations at start; the defaults write to stderr and read the environment.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace kesto {
+
+class Operator {
+public:
+    virtual ~Operator() = default;
+    // A fixed English message box with an OK button.
+    virtual void ShowMessageBox(const std::string& text) = 0;
+    // The confirmation dialog for message numbers no1 (and no2 when above 0):
+    // 1 for OK, 2 for Cancel.
+    virtual int AskKaku(int no1, int no2) = 0;
+    // The offset warning with OK and Cancel: true for OK (go on), false for Cancel.
+    virtual bool AskOffsetWarning(const std::string& text) = 0;
+};
+
+enum class SystemFolderStatus { Ok, NoKey, NoValue };
+
+struct SystemFolderResult {
+    SystemFolderStatus Status = SystemFolderStatus::NoKey;
+    std::string Folder;
+};
+
+class HostStore {
+public:
+    virtual ~HostStore() = default;
+    // The machine-wide system folder ("ORVOSystemRoot").
+    virtual SystemFolderResult SystemFolder() = 0;
+    // A per-user value ("IsDirect", "IsBlockDraw"); nullopt when the key or value is missing.
+    virtual std::optional<std::string> ReadUserValue(const std::string& name) = 0;
+    // Writes a per-user value; true on success.
+    virtual bool WriteUserValue(const std::string& name, const std::string& text) = 0;
+};
+
+// The installed seams; nullptr restores the default.
+Operator& CurrentOperator();
+void InstallOperator(Operator* op);
+HostStore& CurrentHostStore();
+void InstallHostStore(HostStore* store);
+
+// The default operator: message boxes and questions on stderr; questions answered
+// with OK (1) unless SetDefaultAnswer(2).
+class StderrOperator : public Operator {
+public:
+    explicit StderrOperator(int answer = 1) : answer_(answer) {}
+    void ShowMessageBox(const std::string& text) override;
+    int AskKaku(int no1, int no2) override;
+    bool AskOffsetWarning(const std::string& text) override;
+    void SetAnswer(int answer) { answer_ = answer; }
+
+private:
+    int answer_;
+};
+
+// The default host store. Windows: the registry. Elsewhere: env ORVOSystemRoot, else the
+// value ORVOSystemRoot in /etc/ORVONetwork/SystemInformation.ini; per-user values in
+// $XDG_CONFIG_HOME/ORVONetwork/Vardo/Kesto.ini (default ~/.config/...).
+class DefaultHostStore : public HostStore {
+public:
+    SystemFolderResult SystemFolder() override;
+    std::optional<std::string> ReadUserValue(const std::string& name) override;
+    bool WriteUserValue(const std::string& name, const std::string& text) override;
+    static std::string UserValuesPath();
+    static std::string MachineIniPath();  // /etc/ORVONetwork/SystemInformation.ini
+};
+
+}  // namespace kesto

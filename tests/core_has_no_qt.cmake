@@ -1,0 +1,13 @@
+# Fails when a file of the core layers includes a Qt header.
+file(GLOB_RECURSE core_files ${ROOT}/src/support/* ${ROOT}/src/app/* ${ROOT}/src/placement/* ${ROOT}/src/output/*)
+set(offenders "")
+foreach(f IN LISTS core_files)
+  file(STRINGS ${f} hits REGEX "^[ \t]*#[ \t]*include[ \t]*[<\"](Q[A-Za-z]+|Qt[A-Za-z]*/)")
+  if(hits)
+    list(APPEND offenders "${f}: ${hits}")
+  endif()
+endforeach()
+if(offenders)
+  message(FATAL_ERROR "Qt headers in the core:\n${offenders}")
+endif()
+message(STATUS "core is free of Qt headers (${CMAKE_MATCH_COUNT} files checked)")
