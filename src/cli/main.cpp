@@ -1,1 +1,25 @@
-int main() { return 0; }
+// kesto-batch: runs a Kesto job from the command line to the exit code, without a window.
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/ExitCode.h"
+#include "cli/BatchRun.h"
+
+int main(int argc, char** argv) {
+    std::vector<std::string> args(argv + 1, argv + argc);
+    const kesto::BatchOptions options = kesto::ParseBatchOptions(args);
+    if (options.Help) {
+        std::cout << kesto::BatchUsage();
+        return 0;
+    }
+    if (!options.Error.empty()) {
+        std::cerr << "kesto-batch: " << options.Error << "\n" << kesto::BatchUsage();
+        return 2;
+    }
+    const int code = kesto::RunBatch(argc > 0 ? argv[0] : "kesto-batch", options, std::cout);
+    std::cout.flush();
+    const std::string notice = kesto::ExitCodeNotice(code);
+    if (!notice.empty()) std::cerr << notice << "\n";
+    return kesto::ProcessExitCode(code);
+}

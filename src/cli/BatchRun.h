@@ -1,0 +1,25 @@
+// kesto-batch: the whole job without a window, on the same core as the window program.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace kesto {
+
+struct BatchOptions {
+    int Answer = 1;                   // how questions are answered: 1 OK, 2 Cancel
+    std::vector<std::string> Tokens;  // the window program's command line after its own path
+    bool Help = false;
+    std::string Error;  // set when the options cannot be understood
+};
+
+BatchOptions ParseBatchOptions(const std::vector<std::string>& args);
+
+// Runs the job: settings, input, check, restore/trim/fill, place, offset check, SaveAll.
+// Writes the report on out and returns the full exit code (0, 100, 999 or a start-up code).
+int RunBatch(const std::string& programPath, const BatchOptions& options, std::ostream& out);
+
+std::string BatchUsage();
+
+}  // namespace kesto

@@ -1,0 +1,105 @@
+#include "cli/BatchReport.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "common/TestFiles.h"
+
+namespace kesto {
+namespace {
+
+// A job with one pallet, one process and two parts, one of them placed in two stacks.
+class BatchReportTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        test::UseInstallation(folder_.Path().string(), folder_ / "config");
+        app_ = std::make_unique<CKestoApp>();
+        PalletInfo& pallet = app_->PalletList.Append();
+        pallet.No = 1;
+        pallet.Name = "PAL-A";
+        pallet.Dims[2] = 1000;
+        pallet.Dims[3] = 800;
+        pallet.Param1 = 3;
+        pallet.Param2 = 2;
+        app_->PalletList.Count = 1;
+        app_->BoxFlags[2] = 1;
+        KouteiInfo& koutei = app_->KouteiList.Append();
+        koutei.No = 1;
+        koutei.Name1 = "CUT";
+        koutei.Name2 = "PAL-A";
+        app_->KouteiList.Count = 1;
+        bracket_ = &AddPart(1, "A001", 5);
+        AddPart(2, "A002", 3);
+        app_->PalletCount = 2;
+        app_->Blocks.resize(2);
+        app_->BlocksCount = 2;
+        app_->Blocks[0] = {1, 1, 0, 0, 300, 200};
+        app_->Blocks[1] = {1, 2, 0, 0, 300, 200};
+        AddStack(0, 3, 300, 0);
+        AddStack(1, 2, 300, 50);
+    }
+
+    PartsInfo& AddPart(int seq, const char* code, int quantity) {
+        PartsInfo& p = app_->PartsList.Append();
+        p.Seq = seq;
+        p.Code = code;
+        p.KouteiNo = 1;
+        p.SizeX = 250;
+        p.SizeY = 150;
+        p.Num1 = quantity;
+        app_->PartsList.Count++;
+        return p;
+    }
+
+    void AddStack(int block, int pieces, double x, double y) {
+        HaichiInfo* h = app_->AddHaichiInfo();
+        h->Part = bracket_;
+        h->BlockIndex = block;
+        h->Value = pieces;
+        h->Flag = 4;
+        h->X = x;
+        h->Y = y;
+        bracket_->Work[1] += pieces;
+    }
+
+    test::TempFolder folder_;
+    std::unique_ptr<CKestoApp> app_;
+    PartsInfo* bracket_ = nullptr;
+};
+
+TEST_F(BatchReportTest, InputSummaryListsPalletsBoxesProcessesAndParts) {
+    std::ostringstream out;
+    ReportInput(*app_, out);
+    const std::string text = out.str();
+    EXPECT_NE(text.find("Pallets: 1\n  P1 PAL-A"), std::string::npos) << text;
+    EXPECT_NE(text.find("Small boxes defined: B2\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("  01 CUT on PAL-A\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("  001 A001 "), std::string::npos) << text;
+    EXPECT_NE(text.find("  002 A002 "), std::string::npos) << text;
+}
+
+TEST_F(BatchReportTest, PlacementGroupsStacksByPalletAndNamesShortParts) {
+    std::ostringstream out;
+    ReportPlacement(*app_, out);
+    const std::string text = out.str();
+    EXPECT_NE(text.find("  Process 01 CUT on PAL-A\n    Pallet 1\n      A001       3 pcs  corner 4"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find("    Pallet 2\n      A001       2 pcs"), std::string::npos) << text;
+    EXPECT_NE(text.find("x   50.0000.. 300.0000  y   50.0000.. 200.0000"), std::string::npos)
+        << text;
+    EXPECT_NE(text.find("Parts short:\n  002 A002    placed 0 of 3\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("A001    placed"), std::string::npos) << text;
+}
+
+TEST_F(BatchReportTest, StackWithoutValidBlockIsLeftOutOfThePalletGroups) {
+    app_->HaichiList.Items.front().BlockIndex = 7;
+    std::ostringstream out;
+    ReportPlacement(*app_, out);
+    EXPECT_EQ(out.str().find("3 pcs"), std::string::npos) << out.str();
+    EXPECT_NE(out.str().find("2 pcs"), std::string::npos) << out.str();
+}
+
+}  // namespace
+}  // namespace kesto

@@ -1,0 +1,108 @@
+#include "cli/BatchRun.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "common/MiniInstallation.h"
+
+namespace kesto {
+namespace {
+
+using test::MiniInstallation;
+using test::TempFolder;
+
+std::vector<std::string> Tokens(const TempFolder& folder) {
+    return {folder / "pallet/pallets.txt", "0", "0", "0", "0", "1"};
+}
+
+int Run(const std::vector<std::string>& tokens, int answer, std::string* report = nullptr) {
+    BatchOptions options;
+    options.Tokens = tokens;
+    options.Answer = answer;
+    std::ostringstream out;
+    const int code = RunBatch("kesto-batch", options, out);
+    if (report != nullptr) *report = out.str();
+    return code;
+}
+
+TEST(ParseBatchOptions, AnswerDefaultsToOkAndKeepsTheTokensInOrder) {
+    const BatchOptions o = ParseBatchOptions({"p.txt", "1", "0", "2.5", "3", "2"});
+    EXPECT_EQ(o.Answer, 1);
+    EXPECT_EQ(o.Tokens, (std::vector<std::string>{"p.txt", "1", "0", "2.5", "3", "2"}));
+    EXPECT_TRUE(o.Error.empty());
+}
+
+TEST(ParseBatchOptions, AnswerCancelInBothSpellings) {
+    EXPECT_EQ(ParseBatchOptions({"--answer", "cancel", "p.txt"}).Answer, 2);
+    EXPECT_EQ(ParseBatchOptions({"--answer=cancel"}).Answer, 2);
+    EXPECT_EQ(ParseBatchOptions({"--answer=cancel"}).Tokens.size(), 0u);
+}
+
+TEST(ParseBatchOptions, UnknownAnswerAndMissingValueAreErrors) {
+    EXPECT_NE(ParseBatchOptions({"--answer", "maybe"}).Error, "");
+    EXPECT_NE(ParseBatchOptions({"--answer"}).Error, "");
+}
+
+TEST(RunBatch, MissingSettingsFileEndsWith9001) {
+    TempFolder folder;
+    MiniInstallation inst;
+    inst.Write(folder);
+    std::filesystem::remove(folder / "Kesto.ini");
+    EXPECT_EQ(Run(Tokens(folder), 1), 9001);
+}
+
+TEST(RunBatch, MissingPalletFileEndsWith9020) {
+    TempFolder folder;
+    MiniInstallation().Write(folder);
+    EXPECT_EQ(Run({folder / "pallet/none.txt", "0", "0", "0", "0", "1"}, 1), 9020);
+    EXPECT_EQ(Run({}, 1), 9020);
+}
+
+TEST(RunBatch, MissingJobFileEndsWith9010) {
+    TempFolder folder;
+    MiniInstallation().Write(folder);
+    std::filesystem::remove(folder / "job/job.txt");
+    EXPECT_EQ(Run(Tokens(folder), 1), 9010);
+}
+
+TEST(RunBatch, CompleteJobWritesResultSideAndSaveFiles) {
+    TempFolder folder;
+    MiniInstallation().Write(folder);
+    std::string report;
+    ASSERT_EQ(Run(Tokens(folder), 1, &report), 0) << report;
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv_tmp"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/haichi.csv"));
+    EXPECT_NE(report.find("Parts short: none"), std::string::npos) << report;
+    EXPECT_NE(report.find("result file " + (folder / "out/result.csv")), std::string::npos);
+}
+
+TEST(RunBatch, JobCheckFailureEndsWith100AndWritesNothing) {
+    TempFolder folder;
+    MiniInstallation inst;
+    inst.Pallets = "P1,OTHER,0,0,1000,800,500,10,10,300,200,10,10,3,3,5,5,x\n";
+    inst.Write(folder);
+    std::string report;
+    EXPECT_EQ(Run(Tokens(folder), 1, &report), 100);
+    EXPECT_NE(report.find("message 1"), std::string::npos) << report;
+    EXPECT_FALSE(std::filesystem::exists(folder / "out/result.csv"));
+}
+
+TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
+    TempFolder folder;
+    MiniInstallation inst;
+    // 400 pieces of one per stack: the nine cells hold only some of them.
+    inst.Job =
+        "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n"
+        "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
+        "#PartsInfo\n"
+        "A001,1,Bracket,BRK-1,250,150,1,400,0,0,1,,,2,G01,0000,,0,,K001,10\n"
+        "#End\n";
+    inst.Write(folder);
+    EXPECT_EQ(Run(Tokens(folder), 2), 100);
+    EXPECT_FALSE(std::filesystem::exists(folder / "out/result.csv"));
+}
+
+}  // namespace
+}  // namespace kesto

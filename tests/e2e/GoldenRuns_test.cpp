@@ -1,0 +1,123 @@
+// Runs kesto-batch as a process on whole installations and compares the files it writes with
+// the expected files beside each case. Case folder layout:
+//   case.txt        "args:" the six tokens, "answer:" ok|cancel, "exit:" the process exit status,
+//                   "runs:" how many times the job runs in a row (a later run restores the save
+//                   file of the one before)
+//   install/        the system folder as the job finds it
+//   expected/       files that must exist afterwards, relative to the system folder, byte for
+//                   byte; "NAME.absent" means NAME must not exist
+// On a mismatch the actual files are written to actual/ beside expected/ and a diff is printed.
+// KESTO_UPDATE_GOLDEN=1 rewrites expected/ from the actual run instead.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "common/TestFiles.h"
+
+namespace kesto {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path CasesRoot() {
+    const char* source = std::getenv("KESTO_SOURCE_DIR");
+    return fs::path(source != nullptr ? source : ".") / "tests" / "e2e";
+}
+
+std::vector<std::string> CaseNames() {
+    std::vector<std::string> names;
+    std::error_code ec;
+    for (const auto& entry : fs::directory_iterator(CasesRoot(), ec)) {
+        if (fs::exists(entry.path() / "case.txt")) names.push_back(entry.path().filename());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::map<std::string, std::string> ReadCase(const fs::path& file) {
+    std::map<std::string, std::string> values;
+    for (const std::string& line : test::ReadLines(file.string())) {
+        const auto colon = line.find(':');
+        if (colon == std::string::npos) continue;
+        std::string value = line.substr(colon + 1);
+        value.erase(0, value.find_first_not_of(' '));
+        values[line.substr(0, colon)] = value;
+    }
+    return values;
+}
+
+int RunBatch(const fs::path& install, const std::map<std::string, std::string>& c,
+             const fs::path& log) {
+    const char* bin = std::getenv("KESTO_BINARY_DIR");
+    const fs::path batch = fs::path(bin != nullptr ? bin : ".") / "kesto-batch";
+    const std::string answer = c.count("answer") ? c.at("answer") : "ok";
+    const std::string command = "cd '" + install.string() + "' && ORVOSystemRoot='" +
+                                install.string() + "' XDG_CONFIG_HOME='" +
+                                (install.parent_path() / "config").string() + "' '" +
+                                batch.string() + "' --answer " + answer + " " + c.at("args") +
+                                " >>'" + log.string() + "' 2>&1";
+    const int status = std::system(command.c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+void CompareOrUpdate(const fs::path& caseDir, const fs::path& install) {
+    const bool update = std::getenv("KESTO_UPDATE_GOLDEN") != nullptr;
+    const fs::path expected = caseDir / "expected";
+    if (update) {
+        fs::remove_all(expected);
+        fs::create_directories(expected / "out");
+        for (const auto& e : fs::directory_iterator(install / "out")) {
+            fs::copy_file(e.path(), expected / "out" / e.path().filename());
+        }
+        return;
+    }
+    fs::remove_all(caseDir / "actual");
+    for (const auto& e : fs::recursive_directory_iterator(expected)) {
+        if (!e.is_regular_file()) continue;
+        fs::path rel = fs::relative(e.path(), expected);
+        if (rel.extension() == ".absent") {
+            rel.replace_extension();
+            EXPECT_FALSE(fs::exists(install / rel)) << rel << " should not have been written";
+            continue;
+        }
+        const fs::path actual = install / rel;
+        ASSERT_TRUE(fs::exists(actual)) << rel << " was not written";
+        if (test::ReadFile(actual.string()) == test::ReadFile(e.path().string())) continue;
+        const fs::path keep = caseDir / "actual" / rel;
+        fs::create_directories(keep.parent_path());
+        fs::copy_file(actual, keep, fs::copy_options::overwrite_existing);
+        const std::string diff = "diff -u '" + e.path().string() + "' '" + keep.string() + "'";
+        std::system(diff.c_str());
+        ADD_FAILURE() << rel << " differs from the expected file; actual kept in " << keep;
+    }
+}
+
+class GoldenRun : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(GoldenRun, WritesTheExpectedFiles) {
+    const fs::path caseDir = CasesRoot() / GetParam();
+    const auto c = ReadCase(caseDir / "case.txt");
+    ASSERT_TRUE(c.count("args")) << "case.txt needs an args: line";
+    test::TempFolder temp;
+    const fs::path install = temp.Path() / "install";
+    fs::copy(caseDir / "install", install, fs::copy_options::recursive);
+    fs::create_directories(install / "out");
+    const fs::path log = temp.Path() / "log.txt";
+    const int runs = c.count("runs") ? std::stoi(c.at("runs")) : 1;
+    int status = -1;
+    for (int i = 0; i < runs; ++i) status = RunBatch(install, c, log);
+    const int expectedStatus = c.count("exit") ? std::stoi(c.at("exit")) : 0;
+    EXPECT_EQ(status, expectedStatus) << test::ReadFile(log.string());
+    CompareOrUpdate(caseDir, install);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, GoldenRun, ::testing::ValuesIn(CaseNames()),
+                         [](const auto& info) { return info.param; });
+
+}  // namespace
+}  // namespace kesto
