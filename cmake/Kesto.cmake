@@ -15,6 +15,9 @@ function(kesto_tests name dir)
   add_executable(${name} ${sources})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${ARGN} GTest::gtest GTest::gmock GTest::gtest_main)
+  # Also known at test discovery, which runs without the tests' environment.
+  target_compile_definitions(${name} PRIVATE KESTO_SOURCE_DIR_DEFAULT="${PROJECT_SOURCE_DIR}"
+                                             KESTO_BINARY_DIR_DEFAULT="${CMAKE_BINARY_DIR}")
   gtest_discover_tests(${name} WORKING_DIRECTORY ${dir}
                        PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;KESTO_SOURCE_DIR=${PROJECT_SOURCE_DIR};KESTO_BINARY_DIR=${CMAKE_BINARY_DIR}"
                        DISCOVERY_TIMEOUT 60)

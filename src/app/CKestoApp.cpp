@@ -6,7 +6,9 @@
 
 namespace kesto {
 
-CKestoApp::CKestoApp() { ReadRegistrySettings(); }
+CKestoApp::CKestoApp() {
+    ReadRegistrySettings();
+}
 
 HaichiInfo* CKestoApp::AddHaichiInfo() {
     try {
@@ -28,7 +30,8 @@ void CKestoApp::RemoveHaichiInfo(HaichiInfo* rec) {
 
 int CKestoApp::HasKoutei(int32_t no) const {
     for (const KouteiInfo& k : KouteiList) {
-        if (k.No == no) return 1;
+        if (k.No == no)
+            return 1;
     }
     return 0;
 }
@@ -47,14 +50,16 @@ void CKestoApp::FreeJob() {
 KouteiInfo* CKestoApp::KouteiAt(int32_t position) {
     int32_t n = 1;
     for (KouteiInfo& k : KouteiList) {
-        if (n++ == position) return &k;
+        if (n++ == position)
+            return &k;
     }
     return nullptr;
 }
 
 PalletInfo* CKestoApp::PalletByName(const std::string& name) {
     for (PalletInfo& p : PalletList) {
-        if (p.Name == name) return &p;
+        if (p.Name == name)
+            return &p;
     }
     return nullptr;
 }

@@ -1,6 +1,8 @@
 // The readers of the pallet definition file, the job file and the part outline files.
 #pragma once
 
+#include <cstdio>
+
 #include "app/CKestoApp.h"
 
 namespace kesto {
@@ -8,6 +10,8 @@ namespace kesto {
 // Pallet file named by command-line token 2 (app.PalletFilePath). 1 on success;
 // 0 with ErrorCode 9020 (not given or missing), 9021 (cannot open), 9022 (no memory).
 int ReadPalletFile(CKestoApp& app);
+// Reads one open pallet file's lines into PalletList and BoxFlags (used by ReadPalletFile).
+int ReadPalletLines(CKestoApp& app, std::FILE* file);
 
 // Job file of setup key "IEJ" (kind 94). 1 on success; 0 with ErrorCode 9010/9011/9012..9014.
 int ReadJobFile(CKestoApp& app);

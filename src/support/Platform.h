@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace kesto {
 
@@ -62,11 +63,17 @@ private:
 // $XDG_CONFIG_HOME/ORVONetwork/Vardo/Kesto.ini (default ~/.config/...).
 class DefaultHostStore : public HostStore {
 public:
+    DefaultHostStore() = default;
+    // Reads the machine-wide value from another file than MachineIniPath() (POSIX only).
+    explicit DefaultHostStore(std::string machineIni) : machineIni_(std::move(machineIni)) {}
     SystemFolderResult SystemFolder() override;
     std::optional<std::string> ReadUserValue(const std::string& name) override;
     bool WriteUserValue(const std::string& name, const std::string& text) override;
     static std::string UserValuesPath();
     static std::string MachineIniPath();  // /etc/ORVONetwork/SystemInformation.ini
+
+private:
+    std::string machineIni_ = MachineIniPath();
 };
 
 }  // namespace kesto

@@ -16,7 +16,7 @@ std::vector<std::string> Tokens(const TempFolder& folder) {
     return {folder / "pallet/pallets.txt", "0", "0", "0", "0", "1"};
 }
 
-int Run(const std::vector<std::string>& tokens, int answer, std::string* report = nullptr) {
+int RunJob(const std::vector<std::string>& tokens, int answer, std::string* report = nullptr) {
     BatchOptions options;
     options.Tokens = tokens;
     options.Answer = answer;
@@ -49,28 +49,28 @@ TEST(RunBatch, MissingSettingsFileEndsWith9001) {
     MiniInstallation inst;
     inst.Write(folder);
     std::filesystem::remove(folder / "Kesto.ini");
-    EXPECT_EQ(Run(Tokens(folder), 1), 9001);
+    EXPECT_EQ(RunJob(Tokens(folder), 1), 9001);
 }
 
 TEST(RunBatch, MissingPalletFileEndsWith9020) {
     TempFolder folder;
     MiniInstallation().Write(folder);
-    EXPECT_EQ(Run({folder / "pallet/none.txt", "0", "0", "0", "0", "1"}, 1), 9020);
-    EXPECT_EQ(Run({}, 1), 9020);
+    EXPECT_EQ(RunJob({folder / "pallet/none.txt", "0", "0", "0", "0", "1"}, 1), 9020);
+    EXPECT_EQ(RunJob({}, 1), 9020);
 }
 
 TEST(RunBatch, MissingJobFileEndsWith9010) {
     TempFolder folder;
     MiniInstallation().Write(folder);
     std::filesystem::remove(folder / "job/job.txt");
-    EXPECT_EQ(Run(Tokens(folder), 1), 9010);
+    EXPECT_EQ(RunJob(Tokens(folder), 1), 9010);
 }
 
 TEST(RunBatch, CompleteJobWritesResultSideAndSaveFiles) {
     TempFolder folder;
     MiniInstallation().Write(folder);
     std::string report;
-    ASSERT_EQ(Run(Tokens(folder), 1, &report), 0) << report;
+    ASSERT_EQ(RunJob(Tokens(folder), 1, &report), 0) << report;
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv_tmp"));
     EXPECT_TRUE(std::filesystem::exists(folder / "out/haichi.csv"));
@@ -84,7 +84,7 @@ TEST(RunBatch, JobCheckFailureEndsWith100AndWritesNothing) {
     inst.Pallets = "P1,OTHER,0,0,1000,800,500,10,10,300,200,10,10,3,3,5,5,x\n";
     inst.Write(folder);
     std::string report;
-    EXPECT_EQ(Run(Tokens(folder), 1, &report), 100);
+    EXPECT_EQ(RunJob(Tokens(folder), 1, &report), 100);
     EXPECT_NE(report.find("message 1"), std::string::npos) << report;
     EXPECT_FALSE(std::filesystem::exists(folder / "out/result.csv"));
 }
@@ -92,15 +92,17 @@ TEST(RunBatch, JobCheckFailureEndsWith100AndWritesNothing) {
 TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
     TempFolder folder;
     MiniInstallation inst;
-    // 400 pieces of one per stack: the nine cells hold only some of them.
+    // One cell on one pallet, and a stack height limit of five pieces: one stack of 5 of 7.
+    inst.Settings.replace(inst.Settings.find("PalletInfo=2"), 12, "PalletInfo=1");
+    inst.Pallets = "P1,PAL-A,0,0,1000,800,500,10,10,300,200,10,10,1,1,5,5,Pallet A\n";
     inst.Job =
         "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n"
         "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
         "#PartsInfo\n"
-        "A001,1,Bracket,BRK-1,250,150,1,400,0,0,1,,,2,G01,0000,,0,,K001,10\n"
+        "A001,1,Block,BLK-1,290,190,1,7,0,0,0,,,2,G01,0000,,0,,K001,100\n"
         "#End\n";
     inst.Write(folder);
-    EXPECT_EQ(Run(Tokens(folder), 2), 100);
+    EXPECT_EQ(RunJob(Tokens(folder), 2), 100);
     EXPECT_FALSE(std::filesystem::exists(folder / "out/result.csv"));
 }
 

@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 
 fs::path CasesRoot() {
     const char* source = std::getenv("KESTO_SOURCE_DIR");
-    return fs::path(source != nullptr ? source : ".") / "tests" / "e2e";
+    return fs::path(source != nullptr ? source : KESTO_SOURCE_DIR_DEFAULT) / "tests" / "e2e";
 }
 
 std::vector<std::string> CaseNames() {
@@ -54,7 +54,7 @@ std::map<std::string, std::string> ReadCase(const fs::path& file) {
 int RunBatch(const fs::path& install, const std::map<std::string, std::string>& c,
              const fs::path& log) {
     const char* bin = std::getenv("KESTO_BINARY_DIR");
-    const fs::path batch = fs::path(bin != nullptr ? bin : ".") / "kesto-batch";
+    const fs::path batch = fs::path(bin != nullptr ? bin : KESTO_BINARY_DIR_DEFAULT) / "kesto-batch";
     const std::string answer = c.count("answer") ? c.at("answer") : "ok";
     const std::string command = "cd '" + install.string() + "' && ORVOSystemRoot='" +
                                 install.string() + "' XDG_CONFIG_HOME='" +

@@ -1,0 +1,31 @@
+#include "app/ExitCode.h"
+
+namespace kesto {
+
+namespace {
+// The Enter key of the key press that may have closed the dialog; never a result.
+constexpr int kEnterKey = 13;
+}  // namespace
+
+int SettleExitCode(int param, int dialogOk) {
+    if (param == kEnterKey)
+        param = kExitOk;
+    if (param == kExitOk && dialogOk == 0)
+        param = kExitNotOk;
+    return param;
+}
+
+int ProcessExitCode(int code) {
+#ifdef _WIN32
+    return code;
+#else
+    // A POSIX parent sees only the low 8 bits; the defined codes stay distinct there.
+    return code & 0xFF;
+#endif
+}
+
+std::string ExitCodeNotice(int code) {
+    return code == kExitOk ? std::string() : "kesto: exit code " + std::to_string(code);
+}
+
+}  // namespace kesto

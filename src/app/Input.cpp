@@ -1,0 +1,16 @@
+#include "app/CKestoApp.h"
+#include "app/InputReaders.h"
+
+namespace kesto {
+
+int CKestoApp::ReadInput() {
+    ParseCommandLine();
+    // Every reader stops at its first failure, so only the first code is reported.
+    if (ReadPalletFile(*this) == 0 || ReadJobFile(*this) == 0) {
+        ExitParam = ErrorCode;
+        return 0;
+    }
+    return 1;
+}
+
+}  // namespace kesto

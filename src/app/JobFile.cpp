@@ -1,0 +1,174 @@
+#include <new>
+#include <string>
+
+#include "app/InputReaders.h"
+#include "app/ScanFormat.h"
+#include "support/SetupList.h"
+#include "support/TextFile.h"
+
+namespace kesto {
+
+namespace {
+
+constexpr int kJobFileKind = 94;  // setup key "IEJ"
+constexpr int32_t kUncountedBoxNo = 100;
+
+enum class Section { None, Box, Koutei, Parts };
+
+// Appends a record; on allocation failure stores code and returns null.
+template <class T>
+T* AppendRecord(CKestoApp& app, RecordList<T>& list, int32_t code) {
+    try {
+        return &list.Append();
+    } catch (const std::bad_alloc&) {
+        app.ErrorCode = code;
+        return nullptr;
+    }
+}
+
+bool AddBox(CKestoApp& app, const FieldList& f) {
+    BoxInfo* box = AppendRecord(app, app.BoxList, 9012);
+    if (box == nullptr)
+        return false;
+    box->Name = CutField(f[0], kName32);
+    box->No = AtoL(f[1]);
+    box->Kind = AtoL(f[2]);
+    for (size_t i = 0; i < box->Size.size(); ++i)
+        box->Size[i] = AtoF(f[static_cast<int>(i) + 3]);
+    box->Used = 0;
+    // Boxes numbered 100 or more stay in the list but are invisible to its users.
+    if (box->No < kUncountedBoxNo)
+        ++app.BoxList.Count;
+    return true;
+}
+
+bool AddKoutei(CKestoApp& app, const FieldList& f) {
+    KouteiInfo* koutei = AppendRecord(app, app.KouteiList, 9013);
+    if (koutei == nullptr)
+        return false;
+    koutei->No = AtoL(f[0]);
+    koutei->Name1 = CutField(f[1], kName32);
+    koutei->Name2 = CutField(f[2], kName32);
+    koutei->Mark = nullptr;
+    ++app.KouteiList.Count;
+    return true;
+}
+
+std::string DirTextOf(int32_t dirCode) {
+    switch (dirCode) {
+        case 1:
+            return "U";
+        case 10:
+            return "D";
+        case 11:
+            return "UD";
+        default:
+            return "";
+    }
+}
+
+void FillPart(PartsInfo& part, const FieldList& f) {
+    part.Code = CutField(f[0], kCode8);
+    part.No = AtoL(f[0]);
+    if (part.No == 0)
+        part.No = AtoLFromSecond(f[0]);
+    part.KouteiNo = AtoL(f[1]);
+    part.Name = CutField(f[2], kName64);
+    part.Text1 = CutField(f[3], kText52);
+    part.SizeX = AtoF(f[4]);
+    part.SizeY = AtoF(f[5]);
+    part.DirCode = AtoL(f[6]);
+    part.DirText = DirTextOf(part.DirCode);
+    part.Num1 = AtoL(f[7]);
+    part.Num2 = AtoL(f[8]);
+    part.Num3 = AtoL(f[9]);
+    part.Num4 = AtoL(f[10]);
+    part.Text2 = CutField(f[11], kName32);
+    part.Text3 = CutField(f[12], kName64);
+    part.Thick = AtoF(f[13]);
+    part.GroupKey = CutField(f[14], kCode8);
+    part.Text4 = CutField(f[15], kText5);
+    part.OutlinePath = CutField(f[16], kPath256);
+    part.HasOutline = AtoL(f[17]);
+    part.Num5 = AtoLFromSecond(f[19]);
+    part.Value1 = AtoF(f[20]);
+}
+
+bool AddPart(CKestoApp& app, const FieldList& f) {
+    PartsInfo* part = AppendRecord(app, app.PartsList, 9014);
+    if (part == nullptr)
+        return false;
+    part->Seq = app.PartsList.Count + 1;
+    FillPart(*part, f);
+    ++app.PartsList.Count;
+    // A part without a readable outline is drawn without one; the job goes on.
+    if (part->HasOutline == 1 && ReadOutline(app, *part) == 0)
+        part->HasOutline = 0;
+    return true;
+}
+
+bool AddRecord(CKestoApp& app, Section section, const std::string& line) {
+    FieldList fields;
+    SplitLine(line, fields);
+    switch (section) {
+        case Section::Box:
+            return AddBox(app, fields);
+        case Section::Koutei:
+            return AddKoutei(app, fields);
+        case Section::Parts:
+            return AddPart(app, fields);
+        case Section::None:
+            break;
+    }
+    return true;
+}
+
+// A header only counts outside a section; inside one it is a record line of that section.
+Section SectionOf(const std::string& line) {
+    if (line == "#BoxInfo")
+        return Section::Box;
+    if (line == "#KouteiInfo")
+        return Section::Koutei;
+    if (line == "#PartsInfo")
+        return Section::Parts;
+    return Section::None;
+}
+
+}  // namespace
+
+int ReadJobLines(CKestoApp& app, std::FILE* file) {
+    Section section = Section::None;
+    std::string line;
+    while (ReadLine(line, file) != -1) {
+        TrimLine(line, 3);
+        if (section == Section::None) {
+            section = SectionOf(line);
+        } else if (line == "#End") {
+            section = Section::None;
+        } else if (!AddRecord(app, section, line)) {
+            return 0;
+        }
+    }
+    return 1;
+}
+
+int ReadJobFile(CKestoApp& app) {
+    const std::string path = GetDataFilePath(kJobFileKind);
+    if (path.empty() || FileExists(path, 0) == 0) {
+        app.ErrorCode = 9010;
+        return 0;
+    }
+    TextFile file;
+    if (OpenFile(path, "rt", file) == 0) {
+        app.ErrorCode = 9011;
+        return 0;
+    }
+    if (ReadJobLines(app, file.get()) == 0)
+        return 0;
+    file.Close();
+    if (!app.PartsList.Empty() && !app.KouteiList.Empty())
+        SortParts(app);
+    return 1;
+}
+
+}  // namespace kesto

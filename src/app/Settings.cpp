@@ -1,0 +1,68 @@
+#include <string>
+
+#include "app/CKestoApp.h"
+#include "support/MessageFile.h"
+#include "support/Paths.h"
+#include "support/Platform.h"
+#include "support/SetupList.h"
+#include "support/TextFile.h"
+
+namespace kesto {
+
+namespace {
+
+constexpr int kFontSetFirst = 1;
+constexpr int kFontSetLast = 4;
+// Column 1 height, column 4 character set, column 5 face name.
+constexpr int kHeightColumn = 0;
+constexpr int kCharSetColumn = 3;
+constexpr int kFaceColumn = 4;
+
+// "Kesto.ini" in the folder of setup key "MSG"; empty when the key has no folder.
+std::string SettingsFilePath() {
+    std::string folder;
+    if (GetSetupFolder("MSG", folder) == 0 || folder.empty())
+        return "";
+    return JoinPath(folder, "Kesto.ini");
+}
+
+}  // namespace
+
+int CKestoApp::InitSettings() {
+    FontHeight.fill(0);
+    const std::string path = SettingsFilePath();
+    if (path.empty() || FileExists(path, 0) == 0) {
+        CurrentOperator().ShowMessageBox("Initial File Not found");
+        ErrorCode = 9001;
+        return 0;
+    }
+    // No code is stored here: the run ends as one left without OK.
+    if (LoadMessageFile(path) != 0) {
+        CurrentOperator().ShowMessageBox("Initial File Initial Error");
+        return 0;
+    }
+    for (int n = kFontSetFirst; n <= kFontSetLast; ++n) {
+        FieldList fields;
+        fields.Line = GetMessage("FontDefine", "FontSet" + std::to_string(n));
+        SplitFields(fields);
+        // "Message Not Define" of a missing key has one column and defines nothing.
+        if (fields.Count <= 2)
+            continue;
+        FontHeight[n] = AtoL(fields[kHeightColumn]);
+        FontCharSet[n] = AtoL(fields[kCharSetColumn]) & 0xFF;
+        FontNames[n] = fields[kFaceColumn];
+    }
+    ReadPalletSelect();
+    return 1;
+}
+
+void CKestoApp::ReadPalletSelect() {
+    FieldList fields;
+    fields.Line = GetMessage("PalletSelect", "PalletInfo");
+    SplitFields(fields);
+    PalletCount = AtoL(fields[0]);
+    PalletPrefix = CutField(fields[1], kName32);
+    CurrentPallet = 1;
+}
+
+}  // namespace kesto

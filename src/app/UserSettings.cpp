@@ -1,0 +1,51 @@
+#include <string>
+
+#include "app/CKestoApp.h"
+#include "app/ScanFormat.h"
+#include "support/Platform.h"
+
+namespace kesto {
+
+namespace {
+
+// A value read with "%d"; a missing value reads as "0", text without a number changes nothing.
+void ReadUserInt(const char* name, int32_t& value) {
+    ScanInt(CurrentHostStore().ReadUserValue(name).value_or("0"), value);
+}
+
+template <class T>
+void Forget(RecordList<T>& list) {
+    list.Clear();
+    list.Count = 0;
+}
+
+}  // namespace
+
+void CKestoApp::ReadRegistrySettings() {
+    // The callers have freed the job already; this only forgets it.
+    Forget(BoxList);
+    Forget(KouteiList);
+    Forget(PartsList);
+    Forget(HaichiList);
+    Forget(PalletList);
+    BoxFlags.fill(0);
+    Blocks.clear();
+    BlocksCapacity = 0;
+    BlocksCount = 0;
+    // The direct setting is read once a run, so a change by the operator survives Retry.
+    if (IsDirect == -1) {
+        ReadUserInt("IsDirect", IsDirect);
+        DisplayFlags = {1, 1};
+        DisplayTexts = {};
+    }
+    ReadUserInt("IsBlockDraw", IsBlockDraw);
+    BlockDrawState = {};
+}
+
+void CKestoApp::WriteRegistrySettings() {
+    // A value that cannot be written is simply not kept.
+    CurrentHostStore().WriteUserValue("IsDirect", std::to_string(IsDirect));
+    CurrentHostStore().WriteUserValue("IsBlockDraw", std::to_string(IsBlockDraw));
+}
+
+}  // namespace kesto

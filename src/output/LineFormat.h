@@ -1,0 +1,14 @@
+// printf-style formatting of one output line into a string of any length.
+#pragma once
+
+#include <string>
+
+namespace kesto {
+
+#if defined(__GNUC__)
+__attribute__((format(printf, 1, 2)))
+#endif
+std::string
+FormatText(const char* format, ...);
+
+}  // namespace kesto

@@ -1,0 +1,80 @@
+// The check, when a job ends, that no stack lies beyond the offset limits of its pallet.
+#include <string>
+
+#include "output/CKs_FileSave.h"
+#include "support/MessageFile.h"
+#include "support/Paths.h"
+#include "support/Platform.h"
+#include "support/SetupList.h"
+#include "support/TextFile.h"
+
+namespace kesto {
+namespace {
+
+constexpr double kTolerance = 0.0001;
+
+// Side flag i of a part's Text4: '1' switches the check of that side on.
+bool SideChecked(const std::string& text4, size_t i) {
+    return i < text4.size() && text4[i] == '1';
+}
+
+bool ViolatesLimits(const HaichiInfo& stack, const PalletInfo& pallet) {
+    const PartsInfo& part = *stack.Part;
+    const std::string& sides = part.Text4;
+    return (SideChecked(sides, 0) &&
+            pallet.Dims[3] - pallet.OffsetA + kTolerance < stack.Y + part.SizeY) ||
+           (SideChecked(sides, 1) && stack.Y < pallet.OffsetB - kTolerance) ||
+           (SideChecked(sides, 2) && stack.X - part.SizeX < pallet.Work1 - kTolerance) ||
+           (SideChecked(sides, 3) && pallet.Dims[2] - pallet.Work2 + kTolerance < stack.X);
+}
+
+bool AnyStackViolates(const CKestoApp& app, const PalletInfo& pallet) {
+    for (const HaichiInfo& stack : app.HaichiList) {
+        if (stack.Part == nullptr || stack.Part->Text4.compare(0, 4, "0000") == 0)
+            continue;
+        if (ViolatesLimits(stack, pallet))
+            return true;
+    }
+    return false;
+}
+
+// The text part of a "font,text" value; a value without a font number is shown whole.
+std::string TextOfFontValue(const std::string& value) {
+    FieldList fields;
+    SplitLine(value, fields);
+    return fields.Count >= 2 ? fields[1] : value;
+}
+
+}  // namespace
+
+int CKs_FileSave::CheckOffsets() {
+    if (app_.OffsetSet == 0)
+        return 1;
+    // The current process's pallet: with none of its name there is nothing to check against.
+    const KouteiInfo* process = app_.KouteiAt(app_.CurrentKoutei);
+    if (process == nullptr)
+        return 1;
+    const PalletInfo* pallet = app_.PalletByName(process->Name2);
+    if (pallet == nullptr || !AnyStackViolates(app_, *pallet))
+        return 1;
+    return CurrentOperator().AskOffsetWarning(GetKakuText("Msg209")) ? 1 : 0;
+}
+
+std::string CKs_FileSave::GetKakuText(const std::string& key) {
+    std::string folder;
+    const bool haveFolder = GetSystemFolder(folder) == 1;
+    const std::string path = JoinPath(folder, "Kesto.ini");
+    if (!haveFolder || FileExists(path, 0) != 1) {
+        CurrentOperator().ShowMessageBox("Initial File Not found");
+        return "";
+    }
+    // A table of its own: the program's message table stays as it is.
+    MessageTable table;
+    if (table.Load(path) != 0) {
+        CurrentOperator().ShowMessageBox("Initial File Initial Error");
+        return "";
+    }
+    return TextOfFontValue(table.Get("KakuDlg", key));
+}
+
+}  // namespace kesto

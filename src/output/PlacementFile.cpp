@@ -1,0 +1,143 @@
+// The placement save file, from which the next run restores the stacks.
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+#include "output/CKs_FileSave.h"
+#include "output/LineFormat.h"
+#include "output/StackIndex.h"
+#include "support/AtomicFile.h"
+#include "support/TextFile.h"
+
+namespace kesto {
+namespace {
+
+constexpr int kCannotOpen = 9023;
+constexpr int kStackLineFailed = 9024;
+constexpr int kUnplacedLineFailed = 9025;
+constexpr int kProcessSlots = 100;
+
+// Highest pallet used by each process number; numbers outside the table are not counted.
+using PalletCounts = std::array<int64_t, kProcessSlots>;
+
+PalletCounts CountPallets(const CKestoApp& app) {
+    PalletCounts counts{};
+    for (const HaichiInfo& stack : app.HaichiList) {
+        const BlockInfo* block = BlockOfStack(app, stack);
+        if (block == nullptr || block->KouteiNo < 0 || block->KouteiNo >= kProcessSlots)
+            continue;
+        counts[block->KouteiNo] = std::max<int64_t>(counts[block->KouteiNo], block->PalletNo);
+    }
+    return counts;
+}
+
+struct SaveOffsets {
+    double X = 0;
+    double Y = 0;
+};
+
+// The first process that has a pallet of its name gives the offsets of every line.
+SaveOffsets FindOffsets(const CKestoApp& app) {
+    for (const KouteiInfo& process : app.KouteiList) {
+        for (const PalletInfo& pallet : app.PalletList) {
+            if (pallet.Name == process.Name2)
+                return {pallet.Dims[0], pallet.Dims[1]};
+        }
+    }
+    return {};
+}
+
+int32_t BoxKind(const CKestoApp& app, int64_t boxNo) {
+    for (const BoxInfo& box : app.BoxList) {
+        if (box.No == boxNo)
+            return box.Kind;
+    }
+    return -1;
+}
+
+// The boxes are taken in turn over the pallets of all processes counted one after another.
+int32_t StackBoxKind(const CKestoApp& app, const PalletCounts& counts, const BlockInfo& block) {
+    const int64_t boxes = app.BoxList.Count;
+    if (boxes <= 0)
+        return -1;
+    int64_t s = block.PalletNo;
+    const int32_t before = std::min(block.KouteiNo, kProcessSlots);
+    for (int32_t k = 1; k < before; ++k)
+        s += counts[k];
+    const int64_t r = s % boxes;
+    return BoxKind(app, r == 0 ? boxes - 1 : r - 1);
+}
+
+std::string StackLine(const CKestoApp& app, const PalletCounts& counts, const SaveOffsets& off,
+                      const PartsInfo& part, const PlacedStack& s) {
+    const HaichiInfo& h = *s.Stack;
+    return FormatText(
+        "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d",
+        part.Code.c_str(), part.KouteiNo, part.Name.c_str(), s.Block->PalletNo, h.Value,
+        h.X - part.SizeX - off.X, h.Y + off.Y, StackBoxKind(app, counts, *s.Block),
+        part.Text1.c_str(), part.SizeX, part.SizeY, part.Value1, part.Num3, h.Level,
+        part.Code.c_str(), static_cast<long>(h.BlockIndex), static_cast<int>(h.Flag));
+}
+
+std::string UnplacedLine(const CKestoApp& app, const PartsInfo& part) {
+    const bool direct = (part.Num2 == 99998 || part.Num2 == 99999) && app.DirectFlag == 1;
+    const int32_t kind = direct ? part.Num2 : BoxKind(app, part.Num2);
+    return FormatText("%s,%d,%s,0,%d,0.0000,0.0000,%d,%s,%10.4lf,%10.4lf,%10.4lf,0,-1,%s,-1,-1",
+                      part.Code.c_str(), part.KouteiNo, part.Name.c_str(), part.Num1, kind,
+                      part.Text1.c_str(), part.SizeX, part.SizeY, part.Value1, part.Code.c_str());
+}
+
+// What every line of one file needs, and the kind of line written last: buffered writes may
+// only fail when the file is closed, and then that kind names the failure.
+struct SaveContext {
+    const CKestoApp& App;
+    StackIndex Stacks;
+    PalletCounts Counts;
+    SaveOffsets Offsets;
+    std::FILE* File;
+    int LastKind = kCannotOpen;
+};
+
+// 0 when the part's lines were written, else the code of the line that failed.
+int WritePartLines(SaveContext& ctx, const PartsInfo& part) {
+    int64_t sum = 0;
+    if (part.Num2 < 100) {
+        for (const PlacedStack& s : ctx.Stacks.Of(&part)) {
+            ctx.LastKind = kStackLineFailed;
+            const std::string line = StackLine(ctx.App, ctx.Counts, ctx.Offsets, part, s);
+            if (WriteLine(line, ctx.File) != 1)
+                return kStackLineFailed;
+            sum += s.Stack->Value;
+        }
+    }
+    if (sum != 0)
+        return 0;
+    ctx.LastKind = kUnplacedLineFailed;
+    return WriteLine(UnplacedLine(ctx.App, part), ctx.File) == 1 ? 0 : kUnplacedLineFailed;
+}
+
+}  // namespace
+
+int CKs_FileSave::WritePlacementFile(const std::string& path) {
+    AtomicFile file(path);
+    if (path.empty() || !file.Open()) {
+        app_.ErrorCode = kCannotOpen;
+        return 0;
+    }
+    SaveContext ctx{app_, StackIndex(app_), CountPallets(app_), FindOffsets(app_), file.get()};
+    for (const PartsInfo& part : app_.PartsList) {
+        if (const int failed = WritePartLines(ctx, part); failed != 0) {
+            app_.ErrorCode = failed;
+            return 0;
+        }
+    }
+    if (!file.Commit()) {
+        app_.ErrorCode = ctx.LastKind;
+        return 0;
+    }
+    return 1;
+}
+
+}  // namespace kesto

@@ -1,0 +1,116 @@
+// The result file for the machine and its summary side file.
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+#include "output/CKs_FileSave.h"
+#include "output/LineFormat.h"
+#include "output/ResultGroups.h"
+#include "output/StackIndex.h"
+#include "support/AtomicFile.h"
+#include "support/TextFile.h"
+
+namespace kesto {
+namespace {
+
+constexpr int kCannotOpen = 9021;
+constexpr int kCannotWrite = 9022;
+constexpr int kAskShortParts = 208;
+
+// The summary lines of one part: its stacks, then its quantity when they hold nothing.
+bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* file) {
+    int64_t sum = 0;
+    if (part.Num2 < 100) {
+        for (const PlacedStack& s : stacks.Of(&part)) {
+            const std::string line =
+                FormatText("%s,%d,%s,%d,%d", part.Code.c_str(), part.KouteiNo, part.Name.c_str(),
+                           s.Block->PalletNo, s.Stack->Value);
+            if (WriteLine(line, file) != 1)
+                return false;
+            sum += s.Stack->Value;
+        }
+    }
+    if (sum != 0)
+        return true;
+    const std::string line =
+        FormatText("%4.4d,%d,%s,0,%d", part.No, part.KouteiNo, part.Name.c_str(), part.Num1);
+    return WriteLine(line, file) == 1;
+}
+
+// Fails with 9021 when the file cannot be created, 9022 when a line or the file is not written.
+int WriteSideFile(CKestoApp& app, const StackIndex& stacks, const std::string& path) {
+    AtomicFile file(path);
+    if (!file.Open()) {
+        app.ErrorCode = kCannotOpen;
+        return 0;
+    }
+    for (const PartsInfo& part : app.PartsList) {
+        if (!WriteSummary(part, stacks, file.get())) {
+            app.ErrorCode = kCannotWrite;
+            return 0;
+        }
+    }
+    if (!file.Commit()) {
+        app.ErrorCode = kCannotWrite;
+        return 0;
+    }
+    return 1;
+}
+
+// Short: pieces set aside, or stacks that hold some but not all of the quantity.
+bool IsShort(const PartsInfo& part, const StackIndex& stacks) {
+    if (part.Work[2] > 0)
+        return true;
+    if (part.Num2 >= 100)
+        return false;
+    int64_t sum = 0;
+    for (const PlacedStack& s : stacks.Of(&part))
+        sum += s.Stack->Value;
+    return sum != 0 && sum != part.Num1;
+}
+
+bool AnyPartShort(const CKestoApp& app, const StackIndex& stacks) {
+    for (const PartsInfo& part : app.PartsList) {
+        if (IsShort(part, stacks))
+            return true;
+    }
+    return false;
+}
+
+int WriteGroupFile(CKestoApp& app, const StackIndex& stacks, const std::string& path) {
+    AtomicFile file(path);
+    if (!file.Open()) {
+        app.ErrorCode = kCannotOpen;
+        return 0;
+    }
+    if (WriteResultGroups(app, stacks, file.get()) != 1)
+        return 0;
+    if (!file.Commit()) {
+        app.ErrorCode = kCannotWrite;
+        return 0;
+    }
+    return 1;
+}
+
+}  // namespace
+
+int CKs_FileSave::WriteResultFile(const std::string& path) {
+    // An empty path would put the files into the current folder.
+    if (path.empty()) {
+        app_.ErrorCode = kCannotOpen;
+        return 0;
+    }
+    const StackIndex stacks(app_);
+    if (WriteSideFile(app_, stacks, path + "_tmp") != 1)
+        return 0;
+    if (AnyPartShort(app_, stacks)) {
+        if (app_.ShowKaku(kAskShortParts, 0) != 1)
+            return 0;
+        // The operator accepts the shortage: no result, and no stale one either.
+        std::remove(path.c_str());
+        return 1;
+    }
+    return WriteGroupFile(app_, stacks, path);
+}
+
+}  // namespace kesto

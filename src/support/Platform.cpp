@@ -1,0 +1,241 @@
+#include "support/Platform.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <vector>
+
+#include "support/AtomicFile.h"
+#include "support/MessageFile.h"
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
+namespace kesto {
+
+namespace {
+
+Operator* installedOperator = nullptr;
+HostStore* installedHostStore = nullptr;
+
+// The system folder is at most 255 characters, as the registry value it stands for.
+constexpr size_t kSystemFolderMax = 255;
+
+}  // namespace
+
+Operator& CurrentOperator() {
+    static StderrOperator fallback;
+    return installedOperator != nullptr ? *installedOperator : fallback;
+}
+
+void InstallOperator(Operator* op) {
+    installedOperator = op;
+}
+
+HostStore& CurrentHostStore() {
+    static DefaultHostStore fallback;
+    return installedHostStore != nullptr ? *installedHostStore : fallback;
+}
+
+void InstallHostStore(HostStore* store) {
+    installedHostStore = store;
+}
+
+void StderrOperator::ShowMessageBox(const std::string& text) {
+    std::cerr << "kesto: " << text << std::endl;
+}
+
+namespace {
+
+void PrintKakuMessage(int no) {
+    char number[16];
+    std::snprintf(number, sizeof number, "%.3d", no);
+    std::cerr << "kesto: message " << number << ": " << GetFontText("KakuDlg", KakuKey(no)).Text
+              << std::endl;
+}
+
+}  // namespace
+
+int StderrOperator::AskKaku(int no1, int no2) {
+    PrintKakuMessage(no1);
+    if (no2 > 0)
+        PrintKakuMessage(no2);
+    // Numbers up to 200 only inform: their box has OK alone.
+    if (no1 >= 1 && no1 <= 200)
+        return 1;
+    return answer_;
+}
+
+bool StderrOperator::AskOffsetWarning(const std::string& text) {
+    std::cerr << "kesto: " << text << std::endl;
+    return answer_ == 1;
+}
+
+#ifdef _WIN32
+
+namespace {
+
+std::optional<std::string> ReadRegistryString(HKEY root, const char* path, const char* name,
+                                              bool* keyOpened) {
+    HKEY key;
+    *keyOpened = RegOpenKeyExA(root, path, 0, KEY_READ, &key) == ERROR_SUCCESS;
+    if (!*keyOpened)
+        return std::nullopt;
+    char value[256] = {};
+    DWORD size = sizeof value - 1;
+    DWORD type = 0;
+    const LONG rc =
+        RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(value), &size);
+    RegCloseKey(key);
+    if (rc != ERROR_SUCCESS || type != REG_SZ)
+        return std::nullopt;
+    return std::string(value);
+}
+
+constexpr const char* kUserKey = "Software\\ORVONetwork\\Vardo\\Kesto";
+
+}  // namespace
+
+SystemFolderResult DefaultHostStore::SystemFolder() {
+    bool opened = false;
+    auto value =
+        ReadRegistryString(HKEY_LOCAL_MACHINE, "SOFTWARE\\ORVONetwork\\Common\\SystemInformation",
+                           "ORVOSystemRoot", &opened);
+    if (!opened)
+        return {SystemFolderStatus::NoKey, {}};
+    if (!value)
+        return {SystemFolderStatus::NoValue, {}};
+    return {SystemFolderStatus::Ok, value->substr(0, kSystemFolderMax)};
+}
+
+std::optional<std::string> DefaultHostStore::ReadUserValue(const std::string& name) {
+    bool opened = false;
+    return ReadRegistryString(HKEY_CURRENT_USER, kUserKey, name.c_str(), &opened);
+}
+
+bool DefaultHostStore::WriteUserValue(const std::string& name, const std::string& text) {
+    HKEY key;
+    if (RegCreateKeyExA(HKEY_CURRENT_USER, kUserKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key,
+                        nullptr) != ERROR_SUCCESS)
+        return false;
+    const LONG rc =
+        RegSetValueExA(key, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
+                       static_cast<DWORD>(text.size() + 1));
+    RegCloseKey(key);
+    return rc == ERROR_SUCCESS;
+}
+
+std::string DefaultHostStore::UserValuesPath() {
+    return kUserKey;
+}
+
+std::string DefaultHostStore::MachineIniPath() {
+    return "SOFTWARE\\ORVONetwork\\Common\\SystemInformation";
+}
+
+#else
+
+namespace {
+
+std::string EnvValue(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
+// The lines of a small settings file, a carriage return before each line feed dropped.
+std::optional<std::vector<std::string> > ReadLines(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        return std::nullopt;
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);) {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+std::string TrimBlanks(const std::string& text) {
+    const auto first = text.find_first_not_of(" \t");
+    if (first == std::string::npos)
+        return "";
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+// The value of "name=value" in lines; section headers and ';' comments never match.
+std::optional<std::string> FindValue(const std::vector<std::string>& lines,
+                                     const std::string& name) {
+    for (const auto& line : lines) {
+        const auto equals = line.find('=');
+        if (equals == std::string::npos)
+            continue;
+        if (TrimBlanks(line.substr(0, equals)) == name)
+            return TrimBlanks(line.substr(equals + 1));
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+SystemFolderResult DefaultHostStore::SystemFolder() {
+    const std::string fromEnv = EnvValue("ORVOSystemRoot");
+    if (!fromEnv.empty())
+        return {SystemFolderStatus::Ok, fromEnv.substr(0, kSystemFolderMax)};
+    const auto lines = ReadLines(machineIni_);
+    if (!lines)
+        return {SystemFolderStatus::NoKey, {}};
+    const auto value = FindValue(*lines, "ORVOSystemRoot");
+    if (!value || value->empty())
+        return {SystemFolderStatus::NoValue, {}};
+    return {SystemFolderStatus::Ok, value->substr(0, kSystemFolderMax)};
+}
+
+std::optional<std::string> DefaultHostStore::ReadUserValue(const std::string& name) {
+    const auto lines = ReadLines(UserValuesPath());
+    if (!lines)
+        return std::nullopt;
+    return FindValue(*lines, name);
+}
+
+bool DefaultHostStore::WriteUserValue(const std::string& name, const std::string& text) {
+    const std::string path = UserValuesPath();
+    std::vector<std::string> lines = ReadLines(path).value_or(std::vector<std::string>{});
+    bool replaced = false;
+    for (auto& line : lines) {
+        const auto equals = line.find('=');
+        if (!replaced && equals != std::string::npos &&
+            TrimBlanks(line.substr(0, equals)) == name) {
+            line = name + "=" + text;
+            replaced = true;
+        }
+    }
+    if (!replaced)
+        lines.push_back(name + "=" + text);
+    std::error_code ec;
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ec);
+    AtomicFile out(path);
+    if (!out.Open())
+        return false;
+    for (const auto& line : lines)
+        std::fprintf(out.get(), "%s\n", line.c_str());
+    return out.Commit();
+}
+
+std::string DefaultHostStore::UserValuesPath() {
+    std::string base = EnvValue("XDG_CONFIG_HOME");
+    if (base.empty())
+        base = EnvValue("HOME") + "/.config";
+    return base + "/ORVONetwork/Vardo/Kesto.ini";
+}
+
+std::string DefaultHostStore::MachineIniPath() {
+    return "/etc/ORVONetwork/SystemInformation.ini";
+}
+
+#endif
+
+}  // namespace kesto

@@ -1,0 +1,135 @@
+#include "app/CKestoApp.h"
+
+#include <gtest/gtest.h>
+
+#include "app/AllocFailure.h"
+#include "app/Installation.h"
+
+namespace kesto {
+namespace {
+
+class CKestoAppTest : public ::testing::Test {
+  protected:
+    test::Installation installation;
+    CKestoApp app;
+};
+
+TEST_F(CKestoAppTest, ConstructedEmptyWithItsDefaults) {
+    EXPECT_EQ(app.IsDirect, 0);
+    EXPECT_EQ(app.IsBlockDraw, 0);
+    EXPECT_EQ(app.PartsAllState, 1);
+    EXPECT_EQ(app.InchMode, 0);
+    EXPECT_EQ(app.OffsetSet, 0);
+    EXPECT_EQ(app.Reserved0, 0);
+    EXPECT_EQ(app.Reserved1, 0);
+    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_TRUE(app.PartsList.Empty());
+    EXPECT_EQ(app.HaichiList.Count, 0);
+}
+
+TEST_F(CKestoAppTest, AddHaichiInfoAppendsAFreshStack) {
+    HaichiInfo* first = app.AddHaichiInfo();
+    HaichiInfo* second = app.AddHaichiInfo();
+    ASSERT_NE(first, nullptr);
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(first->BlockIndex, -1);
+    EXPECT_EQ(first->Flag, 0);
+    EXPECT_EQ(first->Part, nullptr);
+    EXPECT_EQ(app.HaichiList.Count, 2);
+    EXPECT_EQ(&app.HaichiList.Items.back(), second);
+    EXPECT_EQ(app.HaichiList.Head(), first);
+}
+
+TEST_F(CKestoAppTest, AddHaichiInfoWithoutMemory) {
+    HaichiInfo* rec = nullptr;
+    {
+        test::ScopedAllocFailure failure(sizeof(HaichiInfo));
+        rec = app.AddHaichiInfo();
+    }
+    EXPECT_EQ(rec, nullptr);
+    EXPECT_EQ(app.ErrorCode, 9015);
+    EXPECT_EQ(app.HaichiList.Count, 0);
+}
+
+TEST_F(CKestoAppTest, RemovingTheOnlyStackKeepsTheCountAndAStartsANewList) {
+    HaichiInfo* only = app.AddHaichiInfo();
+    app.RemoveHaichiInfo(only);
+    EXPECT_EQ(app.HaichiList.Head(), nullptr);
+    EXPECT_EQ(app.HaichiList.Count, 1);
+    HaichiInfo* next = app.AddHaichiInfo();
+    EXPECT_EQ(app.HaichiList.Head(), next);
+    EXPECT_EQ(app.HaichiList.Items.size(), 1u);
+    EXPECT_EQ(app.HaichiList.Count, 2);
+}
+
+TEST_F(CKestoAppTest, RemovingAMiddleStackKeepsTheOrder) {
+    HaichiInfo* a = app.AddHaichiInfo();
+    HaichiInfo* b = app.AddHaichiInfo();
+    HaichiInfo* c = app.AddHaichiInfo();
+    app.RemoveHaichiInfo(b);
+    ASSERT_EQ(app.HaichiList.Items.size(), 2u);
+    EXPECT_EQ(&app.HaichiList.Items.front(), a);
+    EXPECT_EQ(&app.HaichiList.Items.back(), c);
+}
+
+TEST_F(CKestoAppTest, RemovingAStackNotInTheListChangesNothing) {
+    app.AddHaichiInfo();
+    HaichiInfo stranger;
+    app.RemoveHaichiInfo(&stranger);
+    EXPECT_EQ(app.HaichiList.Items.size(), 1u);
+}
+
+TEST_F(CKestoAppTest, HasKoutei) {
+    EXPECT_EQ(app.HasKoutei(0), 0);
+    app.KouteiList.Append().No = 4;
+    EXPECT_EQ(app.HasKoutei(4), 1);
+    EXPECT_EQ(app.HasKoutei(5), 0);
+}
+
+TEST_F(CKestoAppTest, FreeJobEmptiesTheListsButKeepsTheCounts) {
+    app.BoxList.Append();
+    app.BoxList.Count = 1;
+    app.PartsList.Append().Shapes.resize(2);
+    app.PartsList.Count = 1;
+    app.PalletList.Append();
+    app.AddHaichiInfo();
+    app.Blocks.resize(4);
+    app.FreeJob();
+    EXPECT_TRUE(app.BoxList.Empty() && app.PartsList.Empty() && app.PalletList.Empty());
+    EXPECT_TRUE(app.HaichiList.Empty() && app.KouteiList.Empty());
+    EXPECT_TRUE(app.Blocks.empty());
+    EXPECT_EQ(app.BoxList.Count, 1);
+    EXPECT_EQ(app.PartsList.Count, 1);
+    EXPECT_EQ(app.HaichiList.Count, 1);
+}
+
+TEST_F(CKestoAppTest, KouteiAtCountsFromOne) {
+    app.KouteiList.Append().No = 10;
+    app.KouteiList.Append().No = 20;
+    ASSERT_NE(app.KouteiAt(2), nullptr);
+    EXPECT_EQ(app.KouteiAt(1)->No, 10);
+    EXPECT_EQ(app.KouteiAt(2)->No, 20);
+    EXPECT_EQ(app.KouteiAt(0), nullptr);
+    EXPECT_EQ(app.KouteiAt(3), nullptr);
+}
+
+TEST_F(CKestoAppTest, PalletByNameFindsTheFirst) {
+    app.PalletList.Append().Name = "A";
+    PalletInfo& first = app.PalletList.Append();
+    first.Name = "B";
+    app.PalletList.Append().Name = "B";
+    EXPECT_EQ(app.PalletByName("B"), &first);
+    EXPECT_EQ(app.PalletByName("C"), nullptr);
+}
+
+TEST_F(CKestoAppTest, ShowKakuAsksTheOperator) {
+    installation.Operator.Answer = 2;
+    EXPECT_EQ(app.ShowKaku(208, 9), 2);
+    EXPECT_EQ(app.KakuMsgNo1, 208);
+    EXPECT_EQ(app.KakuMsgNo2, 9);
+    ASSERT_EQ(installation.Operator.KakuCalls.size(), 1u);
+    EXPECT_EQ(installation.Operator.KakuCalls[0], std::make_pair(208, 9));
+}
+
+}  // namespace
+}  // namespace kesto

@@ -1,0 +1,335 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "app/AllocFailure.h"
+#include "app/InputReaders.h"
+#include "app/Installation.h"
+#include "support/TextFile.h"
+
+namespace kesto {
+namespace {
+
+class JobFileTest : public ::testing::Test {
+  protected:
+    int Read(const std::string& text) {
+        installation.WriteDefaultSetupList();
+        installation.Write("job/job.txt", text);
+        return ReadJobFile(app);
+    }
+    std::vector<std::string> Codes() const {
+        std::vector<std::string> codes;
+        for (const PartsInfo& p : app.PartsList)
+            codes.push_back(p.Code);
+        return codes;
+    }
+    test::Installation installation;
+    CKestoApp app;
+};
+
+// A #PartsInfo line of process 1 with the given code and outline columns.
+std::string PartLine(const std::string& code, const std::string& outline = "",
+                     const std::string& hasOutline = "0") {
+    return code + ",1,Name,T1,100,50,1,2,0,0,0,,,1,G," + "AB," + outline + "," + hasOutline +
+           ",,K9,1\n";
+}
+
+TEST_F(JobFileTest, FileWithoutSectionsGivesEmptyListsAndSuccess) {
+    ASSERT_EQ(Read("A,1,2\n; comment\n#Unknown\n1,2,3\n"), 1);
+    EXPECT_TRUE(app.BoxList.Empty());
+    EXPECT_TRUE(app.KouteiList.Empty());
+    EXPECT_TRUE(app.PartsList.Empty());
+    EXPECT_EQ(app.ErrorCode, 0);
+}
+
+TEST_F(JobFileTest, BoxLineFillsItsColumns) {
+    ASSERT_EQ(Read("#BoxInfo\nSB1,5,2,1.5,2.5,3.5,4.5\n#End\n"), 1);
+    ASSERT_EQ(app.BoxList.Count, 1);
+    const BoxInfo& box = app.BoxList.Items.front();
+    EXPECT_EQ(box.Name, "SB1");
+    EXPECT_EQ(box.No, 5);
+    EXPECT_EQ(box.Kind, 2);
+    EXPECT_DOUBLE_EQ(box.Size[0], 1.5);
+    EXPECT_DOUBLE_EQ(box.Size[3], 4.5);
+    EXPECT_DOUBLE_EQ(box.Used, 0);
+}
+
+TEST_F(JobFileTest, BoxNumbered100IsListedButNotCounted) {
+    ASSERT_EQ(Read("#BoxInfo\nA,99\nB,100\nC,150\n#End\n"), 1);
+    EXPECT_EQ(app.BoxList.Items.size(), 3u);
+    EXPECT_EQ(app.BoxList.Count, 1);
+}
+
+TEST_F(JobFileTest, KouteiLineFillsItsColumns) {
+    ASSERT_EQ(Read("#KouteiInfo\n 3 , CUT , PAL-A \n#End\n"), 1);
+    ASSERT_EQ(app.KouteiList.Count, 1);
+    const KouteiInfo& k = app.KouteiList.Items.front();
+    EXPECT_EQ(k.No, 3);
+    EXPECT_EQ(k.Name1, "CUT");
+    EXPECT_EQ(k.Name2, "PAL-A");
+    EXPECT_EQ(k.Mark, nullptr);
+}
+
+TEST_F(JobFileTest, PartsLineFillsEveryColumn) {
+    ASSERT_EQ(Read("#PartsInfo\nA012,4,Bracket,BRK-1,250.5,150.25,11,8,100,7,4,T2,T3,2.5,G01,"
+                   "0000,,0,skip,K042,10.5\n#End\n"),
+              1);
+    const PartsInfo& p = app.PartsList.Items.front();
+    EXPECT_EQ(p.Seq, 1);
+    EXPECT_EQ(p.No, 12);
+    EXPECT_EQ(p.Code, "A012");
+    EXPECT_EQ(p.KouteiNo, 4);
+    EXPECT_EQ(p.Name, "Bracket");
+    EXPECT_EQ(p.Text1, "BRK-1");
+    EXPECT_DOUBLE_EQ(p.SizeX, 250.5);
+    EXPECT_DOUBLE_EQ(p.SizeY, 150.25);
+    EXPECT_EQ(p.DirCode, 11);
+    EXPECT_EQ(p.DirText, "UD");
+    EXPECT_EQ(p.Num1, 8);
+    EXPECT_EQ(p.Num2, 100);
+    EXPECT_EQ(p.Num3, 7);
+    EXPECT_EQ(p.Num4, 4);
+    EXPECT_EQ(p.Text2, "T2");
+    EXPECT_EQ(p.Text3, "T3");
+    EXPECT_DOUBLE_EQ(p.Thick, 2.5);
+    EXPECT_EQ(p.GroupKey, "G01");
+    EXPECT_EQ(p.Text4, "0000");
+    EXPECT_EQ(p.OutlinePath, "");
+    EXPECT_EQ(p.HasOutline, 0);
+    EXPECT_EQ(p.Num5, 42);
+    EXPECT_DOUBLE_EQ(p.Value1, 10.5);
+    EXPECT_EQ(p.SortCode, "0000");
+    EXPECT_EQ(p.Work[0], 0);
+    EXPECT_EQ(p.SortDone, 0);
+    EXPECT_EQ(app.PartsList.Count, 1);
+}
+
+TEST_F(JobFileTest, CodeNumberRule) {
+    ASSERT_EQ(Read("#PartsInfo\n12\nA12\nAB12\n0\n-5\n#End\n"), 1);
+    std::vector<int32_t> numbers;
+    for (const PartsInfo& p : app.PartsList)
+        numbers.push_back(p.No);
+    EXPECT_EQ(numbers, (std::vector<int32_t>{12, 12, 0, 0, -5}));
+}
+
+TEST_F(JobFileTest, DirTextByDirCode) {
+    ASSERT_EQ(Read("#PartsInfo\nA1,,,,,,1\nA2,,,,,,10\nA3,,,,,,11\nA4,,,,,,5\n#End\n"), 1);
+    std::vector<std::string> texts;
+    for (const PartsInfo& p : app.PartsList)
+        texts.push_back(p.DirText);
+    EXPECT_EQ(texts, (std::vector<std::string>{"U", "D", "UD", ""}));
+}
+
+TEST_F(JobFileTest, Num5FromTheSecondCharacterOfColumn20) {
+    ASSERT_EQ(Read("#PartsInfo\nA1,,,,,,,,,,,,,,,,,,,K17\nA2,,,,,,,,,,,,,,,,,,,7\nA3\n#End\n"), 1);
+    std::vector<int32_t> keys;
+    for (const PartsInfo& p : app.PartsList)
+        keys.push_back(p.Num5);
+    EXPECT_EQ(keys, (std::vector<int32_t>{17, 0, 0}));
+}
+
+TEST_F(JobFileTest, SeqCountsThePartsBefore) {
+    ASSERT_EQ(Read("#PartsInfo\nA1\nA2\n#End\n#PartsInfo\nA3\n#End\n"), 1);
+    std::vector<int32_t> seqs;
+    for (const PartsInfo& p : app.PartsList)
+        seqs.push_back(p.Seq);
+    EXPECT_EQ(seqs, (std::vector<int32_t>{1, 2, 3}));
+}
+
+TEST_F(JobFileTest, TextColumnsAreCutToTheirFields) {
+    const std::string l100(100, 'L');
+    ASSERT_EQ(Read("#BoxInfo\n" + l100 + "\n#End\n#KouteiInfo\n1," + l100 + "," + l100 +
+                   "\n#End\n#PartsInfo\nABCDEFGHIJ,1," + l100 + "," + l100 + ",0,0,0,0,0,0,0," +
+                   l100 + "," + l100 + ",0," + l100 + ",ABCDEFG," + l100 + "\n#End\n"),
+              1);
+    EXPECT_EQ(app.BoxList.Items.front().Name, std::string(31, 'L'));
+    EXPECT_EQ(app.KouteiList.Items.front().Name1, std::string(31, 'L'));
+    EXPECT_EQ(app.KouteiList.Items.front().Name2, std::string(31, 'L'));
+    const PartsInfo& p = app.PartsList.Items.front();
+    EXPECT_EQ(p.Code, "ABCDEFG");
+    EXPECT_EQ(p.Name, std::string(63, 'L'));
+    EXPECT_EQ(p.Text1, std::string(51, 'L'));
+    EXPECT_EQ(p.Text2, std::string(31, 'L'));
+    EXPECT_EQ(p.Text3, std::string(63, 'L'));
+    EXPECT_EQ(p.GroupKey, std::string(7, 'L'));
+    EXPECT_EQ(p.Text4, "ABCD");
+    EXPECT_EQ(p.OutlinePath, std::string(100, 'L'));
+}
+
+TEST_F(JobFileTest, FieldsOver127BytesAreCut) {
+    ASSERT_EQ(
+        Read("#PartsInfo\nA1,1,N,N,0,0,0,0,0,0,0,T,T,0,G,T," + std::string(300, 'p') + "\n#End\n"),
+        1);
+    EXPECT_EQ(app.PartsList.Items.front().OutlinePath, std::string(127, 'p'));
+}
+
+TEST_F(JobFileTest, EndOutsideASectionIsIgnored) {
+    ASSERT_EQ(Read("#End\n#KouteiInfo\n1,A,B\n#End\n#End\n"), 1);
+    EXPECT_EQ(app.KouteiList.Count, 1);
+}
+
+TEST_F(JobFileTest, SectionWithoutEndKeepsItsRecords) {
+    ASSERT_EQ(Read("#BoxInfo\nA,1\nB,2\n"), 1);
+    EXPECT_EQ(app.BoxList.Count, 2);
+}
+
+TEST_F(JobFileTest, BlankLineInASectionIsARecordOfEmptyColumns) {
+    ASSERT_EQ(Read("#KouteiInfo\n\n   \n#End\n"), 1);
+    ASSERT_EQ(app.KouteiList.Count, 2);
+    EXPECT_EQ(app.KouteiList.Items.front().No, 0);
+    EXPECT_EQ(app.KouteiList.Items.front().Name1, "");
+}
+
+TEST_F(JobFileTest, HeaderInsideASectionIsARecordOfIt) {
+    ASSERT_EQ(Read("#BoxInfo\n#KouteiInfo\n1,A\n#End\n"), 1);
+    EXPECT_EQ(app.BoxList.Count, 2);
+    EXPECT_EQ(app.BoxList.Items.front().Name, "#KouteiInfo");
+    EXPECT_TRUE(app.KouteiList.Empty());
+}
+
+TEST_F(JobFileTest, SectionsInAnyOrderAndRepeated) {
+    ASSERT_EQ(Read("#KouteiInfo\n2,B,P\n#End\n#BoxInfo\nX,1\n#End\n#KouteiInfo\n1,A,P\n#End\n"), 1);
+    ASSERT_EQ(app.KouteiList.Count, 2);
+    EXPECT_EQ(app.KouteiList.Items.front().No, 2);
+    EXPECT_EQ(app.KouteiList.Items.back().No, 1);
+    EXPECT_EQ(app.BoxList.Count, 1);
+}
+
+TEST_F(JobFileTest, HeadersAreTrimmedAndTabsCount) {
+    ASSERT_EQ(Read("\t#KouteiInfo  \n1,A\n  #End\t\n"), 1);
+    EXPECT_EQ(app.KouteiList.Count, 1);
+}
+
+TEST_F(JobFileTest, CrLfFileReadsAsLf) {
+    ASSERT_EQ(Read("#KouteiInfo\r\n1,A,B\r\n#End\r\n"), 1);
+    ASSERT_EQ(app.KouteiList.Count, 1);
+    EXPECT_EQ(app.KouteiList.Items.front().Name2, "B");
+}
+
+TEST_F(JobFileTest, LastLineWithoutLineFeedIsNotRead) {
+    ASSERT_EQ(Read("#KouteiInfo\n1,A\n2,B"), 1);
+    EXPECT_EQ(app.KouteiList.Count, 1);
+}
+
+TEST_F(JobFileTest, EmptyFileGivesEmptyLists) {
+    ASSERT_EQ(Read(""), 1);
+    EXPECT_TRUE(app.PartsList.Empty());
+}
+
+TEST_F(JobFileTest, QuotedCommaStaysInTheColumn) {
+    ASSERT_EQ(Read("#KouteiInfo\n1,\"A,B\",C\n#End\n"), 1);
+    EXPECT_EQ(app.KouteiList.Items.front().Name1, "A,B");
+    EXPECT_EQ(app.KouteiList.Items.front().Name2, "C");
+}
+
+TEST_F(JobFileTest, BinaryBytesStayInTheColumns) {
+    constexpr char kText[] = "#KouteiInfo\n1,\x8C,,\xFF\x01\n#End\n";
+    ASSERT_EQ(Read(std::string(kText, sizeof kText - 1)), 1);
+    EXPECT_EQ(app.KouteiList.Items.front().Name1, "\x8C,");
+    EXPECT_EQ(app.KouteiList.Items.front().Name2, "\xFF\x01");
+}
+
+TEST_F(JobFileTest, LinesOver1024BytesAreCut) {
+    ASSERT_EQ(Read("#KouteiInfo\n1,A" + std::string(1100, 'x') + ",B\n#End\n"), 1);
+    const KouteiInfo& k = app.KouteiList.Items.front();
+    EXPECT_EQ(k.Name1, "A" + std::string(30, 'x'));
+    EXPECT_EQ(k.Name2, "");
+}
+
+TEST_F(JobFileTest, MissingOutlineResetsHasOutline) {
+    ASSERT_EQ(Read("#PartsInfo\n" + PartLine("A1", installation.Path("none.txt"), "1") + "#End\n"),
+              1);
+    EXPECT_EQ(app.PartsList.Items.front().HasOutline, 0);
+    EXPECT_EQ(app.ErrorCode, 0);
+}
+
+TEST_F(JobFileTest, OutlineIsReadWhenHasOutlineIsOne) {
+    const std::string outline = installation.Write("shape/a1.txt", "Line 0 1 2 3 0 0 10 0\n");
+    ASSERT_EQ(Read("#PartsInfo\n" + PartLine("A1", outline, "1") + PartLine("A2", outline, "2") +
+                   "#End\n"),
+              1);
+    const PartsInfo& first = app.PartsList.Items.front();
+    EXPECT_EQ(first.HasOutline, 1);
+    ASSERT_EQ(first.ShapeCount, 1);
+    EXPECT_EQ(first.Shapes[0].Kind, kShapeLine);
+    EXPECT_EQ(app.PartsList.Items.back().ShapeCount, 0);
+    EXPECT_EQ(app.PartsList.Items.back().HasOutline, 2);
+}
+
+TEST_F(JobFileTest, UnopenableOutlineStoresItsCodeWithoutStopping) {
+    const std::string outline = installation.Path("shape/a1.sock");
+    test::MakeUnopenable(outline);
+    ASSERT_EQ(Read("#PartsInfo\n" + PartLine("A1", outline, "1") + PartLine("A2") + "#End\n"), 1);
+    EXPECT_EQ(app.ErrorCode, 9026);
+    EXPECT_EQ(app.PartsList.Items.front().HasOutline, 0);
+    EXPECT_EQ(app.PartsList.Count, 2);
+}
+
+TEST_F(JobFileTest, PartsAreSortedWhenThereAreProcesses) {
+    ASSERT_EQ(Read("#KouteiInfo\n1,A,P\n#End\n#PartsInfo\nS,1,,,10,10,,,,,,,,,G\nL,1,,,20,10,,,,,"
+                   ",,,,G\n#End\n"),
+              1);
+    EXPECT_EQ(Codes(), (std::vector<std::string>{"L", "S"}));
+    EXPECT_EQ(app.PartsList.Items.front().SortDone, 1);
+}
+
+TEST_F(JobFileTest, PartsStayInFileOrderWithoutProcesses) {
+    ASSERT_EQ(Read("#PartsInfo\nS,1,,,10,10,,,,,,,,,G\nL,1,,,20,10,,,,,,,,,G\n#End\n"), 1);
+    EXPECT_EQ(Codes(), (std::vector<std::string>{"S", "L"}));
+    EXPECT_EQ(app.PartsList.Items.front().SortDone, 0);
+}
+
+TEST_F(JobFileTest, NoJobEntryInTheSetupList) {
+    installation.WriteSetupList({"MSG : ./"});
+    EXPECT_EQ(ReadJobFile(app), 0);
+    EXPECT_EQ(app.ErrorCode, 9010);
+}
+
+TEST_F(JobFileTest, MissingJobFile) {
+    installation.WriteDefaultSetupList();
+    EXPECT_EQ(ReadJobFile(app), 0);
+    EXPECT_EQ(app.ErrorCode, 9010);
+}
+
+TEST_F(JobFileTest, JobFileThatCannotBeOpened) {
+    installation.WriteDefaultSetupList();
+    test::MakeUnopenable(installation.Path("job/job.txt"));
+    EXPECT_EQ(ReadJobFile(app), 0);
+    EXPECT_EQ(app.ErrorCode, 9011);
+}
+
+// Reads text with every allocation of at least minSize bytes failing.
+int ReadFailing(CKestoApp& app, const std::string& path, size_t minSize) {
+    TextFile file;
+    if (OpenFile(path, "rt", file) == 0)
+        return -1;
+    test::ScopedAllocFailure failure(minSize);
+    return ReadJobLines(app, file.get());
+}
+
+TEST_F(JobFileTest, NoMemoryForABox) {
+    const std::string path = installation.Write("j.txt", "#BoxInfo\nA,1\n#End\n");
+    EXPECT_EQ(ReadFailing(app, path, sizeof(BoxInfo)), 0);
+    EXPECT_EQ(app.ErrorCode, 9012);
+    EXPECT_EQ(app.BoxList.Count, 0);
+}
+
+TEST_F(JobFileTest, NoMemoryForAKoutei) {
+    const std::string path = installation.Write("j.txt", "#KouteiInfo\n1,A\n#End\n");
+    EXPECT_EQ(ReadFailing(app, path, sizeof(KouteiInfo)), 0);
+    EXPECT_EQ(app.ErrorCode, 9013);
+}
+
+TEST_F(JobFileTest, NoMemoryForAPartKeepsTheRecordsReadSoFar) {
+    const std::string path = installation.Write(
+        "j.txt", "#BoxInfo\nA,1\n#End\n#KouteiInfo\n1,A\n#End\n#PartsInfo\nP1\n#End\n");
+    EXPECT_EQ(ReadFailing(app, path, sizeof(PartsInfo)), 0);
+    EXPECT_EQ(app.ErrorCode, 9014);
+    EXPECT_EQ(app.BoxList.Count, 1);
+    EXPECT_EQ(app.KouteiList.Count, 1);
+    EXPECT_TRUE(app.PartsList.Empty());
+}
+
+}  // namespace
+}  // namespace kesto

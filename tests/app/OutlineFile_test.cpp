@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "app/AllocFailure.h"
+#include "app/InputReaders.h"
+#include "app/Installation.h"
+
+namespace kesto {
+namespace {
+
+class OutlineFileTest : public ::testing::Test {
+  protected:
+    int Read(const std::string& text) {
+        part.OutlinePath = installation.Write("shape/part.txt", text);
+        return ReadOutline(app, part);
+    }
+    test::Installation installation;
+    CKestoApp app;
+    PartsInfo part;
+};
+
+TEST_F(OutlineFileTest, EmptyFileGivesNoElements) {
+    EXPECT_EQ(Read(""), 1);
+    EXPECT_EQ(part.ShapeCount, 0);
+    EXPECT_TRUE(part.Shapes.empty());
+}
+
+TEST_F(OutlineFileTest, CommentLinesAreCountedButFillNothing) {
+    ASSERT_EQ(Read("$ head\nLine 0 1 2 3 1 2 3 4\n$ middle\nCircle 0 0 0 0 5 6 7\n"
+                   "Pixel 0 0 0 0 8 9\n"),
+              1);
+    ASSERT_EQ(part.ShapeCount, 5);
+    ASSERT_EQ(part.Shapes.size(), 5u);
+    EXPECT_EQ(part.Shapes[0].Kind, kShapeLine);
+    EXPECT_EQ(part.Shapes[1].Kind, kShapeCircle);
+    EXPECT_EQ(part.Shapes[2].Kind, kShapePixel);
+    EXPECT_EQ(part.Shapes[3].Kind, kShapeNone);
+    EXPECT_EQ(part.Shapes[4].Kind, kShapeNone);
+}
+
+TEST_F(OutlineFileTest, LineReadsFourParametersAndTheColour) {
+    ASSERT_EQ(Read("Line x 1 2 3 10.5 20 30 40 50\n"), 1);
+    const ShapeElement& e = part.Shapes[0];
+    EXPECT_EQ(e.Color, 1u + 2u * 256 + 3u * 65536);
+    EXPECT_DOUBLE_EQ(e.P[0], 10.5);
+    EXPECT_DOUBLE_EQ(e.P[3], 40);
+    EXPECT_DOUBLE_EQ(e.P[4], 0);
+}
+
+TEST_F(OutlineFileTest, CcwArcReadsElevenParameters) {
+    std::string line = "CcwArc 0 0 0 0";
+    for (int i = 1; i <= 12; ++i)
+        line += " " + std::to_string(i);
+    ASSERT_EQ(Read(line + "\n"), 1);
+    const ShapeElement& e = part.Shapes[0];
+    EXPECT_EQ(e.Kind, kShapeCcwArc);
+    EXPECT_DOUBLE_EQ(e.P[10], 11);
+    EXPECT_DOUBLE_EQ(e.P[11], 0);
+}
+
+TEST_F(OutlineFileTest, AngRectReadsEightParameters) {
+    ASSERT_EQ(Read("AngRect 0 0 0 0 1 2 3 4 5 6 7 8 9\n"), 1);
+    EXPECT_EQ(part.Shapes[0].Kind, kShapeAngRect);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].P[7], 8);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].P[8], 0);
+}
+
+TEST_F(OutlineFileTest, LongerKeywordsWin) {
+    ASSERT_EQ(Read("NoScaleCircle 0 0 0 0 1 2 3 4\nAngRect 0 0 0 0\nNoAngRect 0 0 0 0 1 2 3 4 5\n"
+                   "NoScalePixel 0 0 0 0 1 2 3 4\nPixel 0 0 0 0 1 2 3\n"),
+              1);
+    EXPECT_EQ(part.Shapes[0].Kind, kShapeNoScaleCircle);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].P[3], 0);
+    EXPECT_EQ(part.Shapes[1].Kind, kShapeAngRect);
+    EXPECT_EQ(part.Shapes[2].Kind, kShapeNoAngRect);
+    EXPECT_DOUBLE_EQ(part.Shapes[2].P[3], 4);
+    EXPECT_DOUBLE_EQ(part.Shapes[2].P[4], 0);
+    EXPECT_EQ(part.Shapes[3].Kind, kShapeNoScalePixel);
+    EXPECT_DOUBLE_EQ(part.Shapes[3].P[2], 3);
+    EXPECT_DOUBLE_EQ(part.Shapes[3].P[3], 0);
+    EXPECT_EQ(part.Shapes[4].Kind, kShapePixel);
+    EXPECT_DOUBLE_EQ(part.Shapes[4].P[1], 2);
+    EXPECT_DOUBLE_EQ(part.Shapes[4].P[2], 0);
+}
+
+TEST_F(OutlineFileTest, KeywordIsFoundAsASubstring) {
+    ASSERT_EQ(Read("MyLine2 0 0 0 0 1\n"), 1);
+    EXPECT_EQ(part.Shapes[0].Kind, kShapeLine);
+}
+
+TEST_F(OutlineFileTest, ColourUsesTheLowEightBits) {
+    ASSERT_EQ(Read("Pixel 0 300 0 -1 1 2\n"), 1);
+    EXPECT_EQ(part.Shapes[0].Color, 44u + 255u * 65536);
+}
+
+TEST_F(OutlineFileTest, UnknownKeywordLeavesTheElementZero) {
+    ASSERT_EQ(Read("Spline 0 1 2 3 4 5\n"), 1);
+    ASSERT_EQ(part.ShapeCount, 1);
+    EXPECT_EQ(part.Shapes[0].Kind, kShapeNone);
+    EXPECT_EQ(part.Shapes[0].Color, 0u);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].P[0], 0);
+}
+
+TEST_F(OutlineFileTest, RunsOfBlanksSeparateTabsDoNot) {
+    ASSERT_EQ(Read("   Line   0  1 2 3 4 5 6 7\nLine\t9 1 2 3 10 20 30 40\n"), 1);
+    EXPECT_EQ(part.Shapes[0].Color, 1u + 2u * 256 + 3u * 65536);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].P[0], 4);
+    EXPECT_EQ(part.Shapes[1].Kind, kShapeLine);
+    EXPECT_EQ(part.Shapes[1].Color, 2u + 3u * 256 + 10u * 65536);
+    EXPECT_DOUBLE_EQ(part.Shapes[1].P[0], 20);
+    EXPECT_DOUBLE_EQ(part.Shapes[1].P[3], 0);
+}
+
+TEST_F(OutlineFileTest, LastLineWithoutLineFeedIsNeitherReadNorCounted) {
+    ASSERT_EQ(Read("Line 0 0 0 0 1 1 1 1\nCircle 0 0 0 0 1 1 1"), 1);
+    EXPECT_EQ(part.ShapeCount, 1);
+    EXPECT_EQ(part.Shapes.size(), 1u);
+}
+
+TEST_F(OutlineFileTest, CrLfFileReadsAsLf) {
+    ASSERT_EQ(Read("$c\r\nCircle 0 1 2 3 5 6 7\r\n"), 1);
+    EXPECT_EQ(part.ShapeCount, 2);
+    EXPECT_EQ(part.Shapes[0].Kind, kShapeCircle);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].P[2], 7);
+}
+
+TEST_F(OutlineFileTest, OverlongLinesAndBinaryBytesStayInBounds) {
+    std::string line = "Line 0 1 2 3";
+    for (int i = 0; i < 300; ++i)
+        line += " " + std::to_string(i);
+    constexpr char kBinary[] = "\xFF\x01 \0 Line\n";
+    ASSERT_EQ(
+        Read(line + " " + std::string(200, 'x') + "\n" + std::string(kBinary, sizeof kBinary - 1)),
+        1);
+    ASSERT_EQ(part.ShapeCount, 2);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].P[3], 3);
+    EXPECT_EQ(part.Shapes[1].Kind, kShapeNone);
+}
+
+TEST_F(OutlineFileTest, MissingFileFailsWithoutCode) {
+    part.OutlinePath = installation.Path("none.txt");
+    part.ShapeCount = 3;
+    EXPECT_EQ(ReadOutline(app, part), 0);
+    EXPECT_EQ(part.ShapeCount, 0);
+    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_TRUE(installation.Operator.Messages.empty());
+}
+
+TEST_F(OutlineFileTest, EmptyPathFailsWithoutCode) {
+    EXPECT_EQ(ReadOutline(app, part), 0);
+    EXPECT_EQ(app.ErrorCode, 0);
+}
+
+TEST_F(OutlineFileTest, FileThatCannotBeOpenedStores9026) {
+    part.OutlinePath = installation.Path("shape/part.sock");
+    test::MakeUnopenable(part.OutlinePath);
+    EXPECT_EQ(ReadOutline(app, part), 0);
+    EXPECT_EQ(app.ErrorCode, 9026);
+    EXPECT_EQ(part.ShapeCount, 0);
+}
+
+TEST_F(OutlineFileTest, NoMemoryForTheElementsFails) {
+    part.OutlinePath = installation.Write("shape/part.txt", "Line 0 0 0 0 1 1 1 1\n");
+    int result = 1;
+    {
+        test::ScopedAllocFailure failure(sizeof(ShapeElement));
+        result = ReadOutline(app, part);
+    }
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(part.ShapeCount, 0);
+    EXPECT_EQ(app.ErrorCode, 0);
+}
+
+}  // namespace
+}  // namespace kesto

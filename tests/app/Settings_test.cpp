@@ -1,0 +1,116 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "app/CKestoApp.h"
+#include "app/Installation.h"
+#include "support/MessageFile.h"
+
+namespace kesto {
+namespace {
+
+class SettingsTest : public ::testing::Test {
+  protected:
+    int Init(const std::string& settings) {
+        installation.WriteDefaultSetupList();
+        installation.Write("Kesto.ini", settings);
+        return app.InitSettings();
+    }
+    test::Installation installation;
+    CKestoApp app;
+};
+
+TEST_F(SettingsTest, FontSetsAreReadAsData) {
+    ASSERT_EQ(Init("[FontDefine]\nFontSet1=-12,0,0,128,\"MS Gothic\"\nFontSet2=12,0,0\n"
+                   "FontSet3=10,0\nFontSet4=9,1,2,300,Sans,extra\n"),
+              1);
+    EXPECT_EQ(app.FontHeight[1], -12);
+    EXPECT_EQ(app.FontCharSet[1], 128);
+    EXPECT_EQ(app.FontNames[1], "MS Gothic");
+    EXPECT_EQ(app.FontHeight[2], 12);
+    EXPECT_EQ(app.FontCharSet[2], 0);
+    EXPECT_EQ(app.FontNames[2], "");
+    EXPECT_EQ(app.FontHeight[3], 0);
+    EXPECT_EQ(app.FontHeight[4], 9);
+    EXPECT_EQ(app.FontCharSet[4], 44);
+    EXPECT_EQ(app.FontNames[4], "Sans");
+    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_TRUE(installation.Operator.Messages.empty());
+}
+
+TEST_F(SettingsTest, MissingFontKeyLeavesTheSetUndefined) {
+    app.FontHeight = {7, 7, 7, 7, 7};
+    ASSERT_EQ(Init("[FontDefine]\nFontSet3=14,0,0,0,Mono\n"), 1);
+    EXPECT_EQ(app.FontHeight[0], 0);
+    EXPECT_EQ(app.FontHeight[1], 0);
+    EXPECT_EQ(app.FontHeight[2], 0);
+    EXPECT_EQ(app.FontHeight[3], 14);
+    EXPECT_EQ(app.FontHeight[4], 0);
+}
+
+TEST_F(SettingsTest, MessageFileIsLoaded) {
+    ASSERT_EQ(Init("[KakuDlg]\nMsg001=1,Hello\n"), 1);
+    EXPECT_EQ(GetMessage("KakuDlg", "Msg001"), "1,Hello");
+}
+
+TEST_F(SettingsTest, PalletSelectionIsRead) {
+    app.CurrentPallet = 3;
+    ASSERT_EQ(Init("[PalletSelect]\nPalletInfo=4,P\n"), 1);
+    EXPECT_EQ(app.PalletCount, 4);
+    EXPECT_EQ(app.PalletPrefix, "P");
+    EXPECT_EQ(app.CurrentPallet, 1);
+}
+
+TEST_F(SettingsTest, MissingPalletSelectionGivesNoPallets) {
+    app.PalletCount = 5;
+    ASSERT_EQ(Init("[FontDefine]\n"), 1);
+    EXPECT_EQ(app.PalletCount, 0);
+    EXPECT_EQ(app.PalletPrefix, "");
+}
+
+TEST_F(SettingsTest, PalletPrefixIsCut) {
+    ASSERT_EQ(Init("[PalletSelect]\nPalletInfo=2," + std::string(40, 'Q') + "\n"), 1);
+    EXPECT_EQ(app.PalletPrefix, std::string(31, 'Q'));
+}
+
+TEST_F(SettingsTest, MissingSettingsFile) {
+    installation.WriteDefaultSetupList();
+    EXPECT_EQ(app.InitSettings(), 0);
+    EXPECT_EQ(app.ErrorCode, 9001);
+    ASSERT_FALSE(installation.Operator.Messages.empty());
+    EXPECT_EQ(installation.Operator.Messages.back(), "Initial File Not found");
+}
+
+TEST_F(SettingsTest, NoSettingsFolderInTheSetupList) {
+    installation.WriteSetupList({"IEJ : job/job.txt"});
+    installation.Write("Kesto.ini", "[FontDefine]\n");
+    EXPECT_EQ(app.InitSettings(), 0);
+    EXPECT_EQ(app.ErrorCode, 9001);
+    EXPECT_EQ(installation.Operator.Messages.back(), "Initial File Not found");
+}
+
+TEST_F(SettingsTest, SettingsFolderFromTheSetupList) {
+    installation.WriteSetupList({"MSG : msg/"});
+    installation.Write("msg/Kesto.ini", "[PalletSelect]\nPalletInfo=2,Q\n");
+    ASSERT_EQ(app.InitSettings(), 1);
+    EXPECT_EQ(app.PalletPrefix, "Q");
+}
+
+TEST_F(SettingsTest, SettingsFileThatCannotBeLoaded) {
+    installation.WriteDefaultSetupList();
+    test::MakeUnopenable(installation.Path("Kesto.ini"));
+    EXPECT_EQ(app.InitSettings(), 0);
+    EXPECT_EQ(app.ErrorCode, 0);
+    ASSERT_EQ(installation.Operator.Messages.size(), 2u);
+    EXPECT_EQ(installation.Operator.Messages[0].rfind("File Open Error!![", 0), 0u);
+    EXPECT_EQ(installation.Operator.Messages[1], "Initial File Initial Error");
+}
+
+TEST_F(SettingsTest, EmptySettingsFileDefinesNothing) {
+    ASSERT_EQ(Init(""), 1);
+    EXPECT_EQ(app.FontHeight[1], 0);
+    EXPECT_EQ(app.PalletCount, 0);
+}
+
+}  // namespace
+}  // namespace kesto

@@ -1,0 +1,99 @@
+#include <filesystem>
+
+#include "output/CKs_FileSave.h"
+#include "output/OutputTestKit.h"
+
+namespace kesto::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class SaveAll : public OutputTest {
+  protected:
+    void SetUp() override {
+        OutputTest::SetUp();
+        AddBox(0, 10);
+        AddBox(1, 11);
+    }
+    void WriteSetupList(const std::string& entries) {
+        WriteBytes(dir_ / "sys" / "bin" / "Ks_Setup.ini", "#File\n" + entries + "#End\n");
+        fs::create_directories(dir_ / "sys" / "out");
+    }
+    void AddExactPart() { AddStack(AddPart("A", 1, 4), AddBlock(1, 1), 4); }
+    fs::path Out(const std::string& name) const { return dir_ / "sys" / "out" / name; }
+};
+
+TEST_F(SaveAll, EmptyPartsListSucceedsAtOnceWithoutFiles) {
+    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 1);
+
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir_ / "sys"), fs::directory_iterator{}), 0);
+    EXPECT_EQ(app_->ErrorCode, 0);
+}
+
+TEST_F(SaveAll, WritesTheResultFileThenTheSaveFile) {
+    WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
+    AddExactPart();
+
+    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 1);
+
+    EXPECT_EQ(ReadLines(Out("res.csv")), (Lines{"A,1,NA,1002,4,PLT001-G1,1,A"}));
+    EXPECT_EQ(ReadLines(Out("res.csv_tmp")), (Lines{"A,1,NA,1,4"}));
+    EXPECT_EQ(ReadLines(Out("save.csv")),
+              (Lines{"A,1,NA,1,4,    0.0000,    0.0000,10,TA,    0.0000,    0.0000,    "
+                     "0.0000,0,1,A,0,0"}));
+}
+
+TEST_F(SaveAll, FailedResultFileWritesNoSaveFile) {
+    WriteSetupList("IEK : missing/res.csv\nIEL : out/save.csv\n");
+    AddExactPart();
+
+    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 0);
+
+    EXPECT_EQ(app_->ErrorCode, 9021);
+    EXPECT_FALSE(fs::exists(Out("save.csv")));
+}
+
+TEST_F(SaveAll, ResultKeyMissingCountsAsCannotOpen) {
+    WriteSetupList("IEL : out/save.csv\n");
+    AddExactPart();
+
+    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 0);
+
+    EXPECT_EQ(app_->ErrorCode, 9021);
+    EXPECT_FALSE(fs::exists(Out("save.csv")));
+}
+
+TEST_F(SaveAll, SaveKeyMissingFailsAfterTheResultFile) {
+    WriteSetupList("IEK : out/res.csv\n");
+    AddExactPart();
+
+    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 0);
+
+    EXPECT_EQ(app_->ErrorCode, 9023);
+    EXPECT_TRUE(fs::exists(Out("res.csv")));
+}
+
+TEST_F(SaveAll, ShortPartAcceptedDeletesTheResultAndStillWritesTheSaveFile) {
+    WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
+    AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 4);
+    WriteBytes(Out("res.csv"), "old\n");
+
+    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 1);
+
+    EXPECT_FALSE(fs::exists(Out("res.csv")));
+    EXPECT_EQ(ReadLines(Out("save.csv")).size(), 1u);
+}
+
+TEST_F(SaveAll, ShortPartRefusedWritesNoSaveFile) {
+    WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
+    AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 4);
+    operator_.Answer = 2;
+
+    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 0);
+
+    EXPECT_FALSE(fs::exists(Out("save.csv")));
+    EXPECT_EQ(app_->ErrorCode, 0);
+}
+
+}  // namespace
+}  // namespace kesto::test

@@ -1,0 +1,184 @@
+#include <sys/socket.h>
+#include <sys/un.h>
+
+#include <cstring>
+
+#include "output/CKs_FileSave.h"
+#include "output/OutputTestKit.h"
+#include "support/MessageFile.h"
+
+namespace kesto::test {
+namespace {
+
+// Pallet "PAL" 1000 wide and 800 long: a stack must stay below y 750, above y 30, right of
+// x 20 and left of x 960.
+class OffsetCheck : public OutputTest {
+  protected:
+    void SetUp() override {
+        OutputTest::SetUp();
+        app_->OffsetSet = 1;
+        app_->CurrentKoutei = 1;
+        AddKoutei(1, "PAL");
+        PalletInfo& pallet = AddPallet(1, "PAL");
+        pallet.Dims[2] = 1000;
+        pallet.Dims[3] = 800;
+        pallet.OffsetA = 50;
+        pallet.OffsetB = 30;
+        pallet.Work1 = 20;
+        pallet.Work2 = 40;
+        WriteBytes(dir_ / "sys" / "Kesto.ini",
+                   "[KakuDlg]\nMsg209=1,\"Offset over\"\nMsg210=NoFont\n");
+    }
+    // A 100 x 100 stack whose right edge is x and lower edge y.
+    void AddStackAt(const std::string& text4, double x, double y) {
+        PartsInfo& part = AddPart("P" + std::to_string(app_->PartsList.Count + 1), 1, 1);
+        part.SizeX = 100;
+        part.SizeY = 100;
+        part.Text4 = text4;
+        AddStack(part, AddBlock(1, 1), 1, x, y);
+    }
+    int Check() { return CKs_FileSave(*app_).CheckOffsets(); }
+};
+
+TEST_F(OffsetCheck, StacksExactlyOnTheLimitsRaiseNoWarning) {
+    AddStackAt("1111", 960, 650);
+    AddStackAt("1111", 120, 30);
+    AddStackAt("1111", 960.00005, 29.99995);
+
+    EXPECT_EQ(Check(), 1);
+
+    EXPECT_TRUE(operator_.Warnings.empty());
+}
+
+TEST_F(OffsetCheck, EachSideBeyondItsLimitWarnsWithMessage209) {
+    const struct {
+        const char* Text4;
+        double X, Y;
+    } cases[] = {{"1000", 500, 650.001},
+                 {"0100", 500, 29.999},
+                 {"0010", 119.999, 300},
+                 {"0001", 960.001, 300}};
+    for (const auto& c : cases) {
+        app_->HaichiList.Clear();
+        operator_.Warnings.clear();
+        AddStackAt(c.Text4, c.X, c.Y);
+        EXPECT_EQ(Check(), 1) << c.Text4;
+        EXPECT_EQ(operator_.Warnings, (std::vector<std::string>{"Offset over"})) << c.Text4;
+    }
+}
+
+TEST_F(OffsetCheck, Text4Of0100IsCheckedOnlyAgainstOffsetB) {
+    AddStackAt("0100", 2000, 900);
+    AddStackAt("0100", 0, 30);
+    EXPECT_EQ(Check(), 1);
+    EXPECT_TRUE(operator_.Warnings.empty());
+
+    AddStackAt("0100", 500, 10);
+    EXPECT_EQ(Check(), 1);
+    EXPECT_EQ(operator_.Warnings.size(), 1u);
+}
+
+TEST_F(OffsetCheck, CancelAtTheWarningAsksToEndTheProcess) {
+    AddStackAt("1111", 2000, 300);
+    operator_.Answer = 2;
+
+    EXPECT_EQ(Check(), 0);
+
+    EXPECT_EQ(operator_.Warnings.size(), 1u);
+}
+
+TEST_F(OffsetCheck, OffsetSetZeroChecksNothing) {
+    AddStackAt("1111", 2000, 2000);
+    app_->OffsetSet = 0;
+
+    EXPECT_EQ(Check(), 1);
+
+    EXPECT_TRUE(operator_.Warnings.empty());
+}
+
+TEST_F(OffsetCheck, PartsMarked0000OrWithoutStacksAreNotChecked) {
+    AddStackAt("0000", 2000, 2000);
+    AddStackAt("", 2000, 2000);
+    AddStackAt("1", 2000, 0);
+    AddPart("NoStack", 1, 1).Text4 = "1111";
+
+    EXPECT_EQ(Check(), 1);
+
+    EXPECT_TRUE(operator_.Warnings.empty());
+}
+
+TEST_F(OffsetCheck, ProcessWithoutAPalletOfItsNameChecksNothing) {
+    AddStackAt("1111", 2000, 2000);
+    app_->KouteiList.Head()->Name2 = "OTHER";
+
+    EXPECT_EQ(Check(), 1);
+
+    EXPECT_TRUE(operator_.Warnings.empty());
+}
+
+TEST_F(OffsetCheck, PalletFoundByNameAnywhereInTheList) {
+    AddStackAt("1111", 2000, 300);
+    app_->PalletList.Items.push_front(PalletInfo{});
+    app_->PalletList.Head()->Name = "FIRST";
+
+    EXPECT_EQ(Check(), 1);
+
+    EXPECT_EQ(operator_.Warnings.size(), 1u);
+}
+
+TEST_F(OffsetCheck, CurrentProcessOutsideTheListChecksNothing) {
+    AddStackAt("1111", 2000, 2000);
+    for (int32_t position : {0, 2, -1}) {
+        app_->CurrentKoutei = position;
+        EXPECT_EQ(Check(), 1);
+    }
+    app_->CurrentKoutei = 1;
+    app_->KouteiList.Clear();
+    EXPECT_EQ(Check(), 1);
+    AddKoutei(1, "PAL");
+    app_->PalletList.Clear();
+    EXPECT_EQ(Check(), 1);
+
+    EXPECT_TRUE(operator_.Warnings.empty());
+}
+
+TEST_F(OffsetCheck, KakuTextIsTheTextFieldOfItsOwnTable) {
+    CKs_FileSave save(*app_);
+
+    EXPECT_EQ(save.GetKakuText("Msg209"), "Offset over");
+    EXPECT_EQ(save.GetKakuText("Msg210"), "NoFont");
+    EXPECT_EQ(save.GetKakuText("Msg999"), "Message Not Define");
+    EXPECT_FALSE(MessageFileLoaded());
+    EXPECT_TRUE(operator_.Messages.empty());
+}
+
+TEST_F(OffsetCheck, MissingSettingsFileShowsAnEmptyWarning) {
+    fs::remove(dir_ / "sys" / "Kesto.ini");
+    AddStackAt("1111", 2000, 300);
+
+    EXPECT_EQ(Check(), 1);
+
+    EXPECT_EQ(operator_.Messages, (std::vector<std::string>{"Initial File Not found"}));
+    EXPECT_EQ(operator_.Warnings, (std::vector<std::string>{""}));
+}
+
+TEST_F(OffsetCheck, SettingsFileThatCannotBeReadIsAnInitialError) {
+    // A socket exists but cannot be opened as a file.
+    fs::remove(dir_ / "sys" / "Kesto.ini");
+    const std::string path = (dir_ / "sys" / "Kesto.ini").string();
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    ASSERT_LT(path.size(), sizeof(address.sun_path));
+    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
+    ASSERT_EQ(::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+
+    EXPECT_EQ(CKs_FileSave(*app_).GetKakuText("Msg209"), "");
+
+    ASSERT_FALSE(operator_.Messages.empty());
+    EXPECT_EQ(operator_.Messages.back(), "Initial File Initial Error");
+    ::close(fd);
+}
+
+}  // namespace
+}  // namespace kesto::test

@@ -1,0 +1,232 @@
+#include <filesystem>
+
+#include "output/CKs_FileSave.h"
+#include "output/OutputTestKit.h"
+
+namespace kesto::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class PlacementFile : public OutputTest {
+  protected:
+    void SetUp() override {
+        OutputTest::SetUp();
+        path_ = PathOf("save.csv");
+    }
+    void AddThreeBoxes() {
+        AddBox(0, 10);
+        AddBox(1, 11);
+        AddBox(2, 12);
+    }
+    // Two processes; the pallet of the first process gives the offsets x 10, y 5.
+    void AddProcessesAndPallets() {
+        AddKoutei(1, "PAL-A");
+        AddKoutei(2, "PAL-B");
+        PalletInfo& b = AddPallet(1, "PAL-B");
+        b.Dims[0] = 100;
+        b.Dims[1] = 20;
+        PalletInfo& a = AddPallet(2, "PAL-A");
+        a.Dims[0] = 10;
+        a.Dims[1] = 5;
+    }
+    PartsInfo& AddSizedPart(const std::string& code, int32_t koutei, double sizeX, double sizeY,
+                            double value1) {
+        PartsInfo& part = AddPart(code, koutei, 1);
+        part.SizeX = sizeX;
+        part.SizeY = sizeY;
+        part.Value1 = value1;
+        return part;
+    }
+    int Write() { return CKs_FileSave(*app_).WritePlacementFile(path_); }
+
+    std::string path_;
+};
+
+TEST_F(PlacementFile, StackLinesCarryOffsetsBoxKindsAndTheStackFields) {
+    AddThreeBoxes();
+    AddProcessesAndPallets();
+    PartsInfo& a = AddSizedPart("A", 1, 300, 200, 1.5);
+    a.Num3 = 7;
+    HaichiInfo& stack = AddStack(a, AddBlock(1, 2), 4, 500.25, 40);
+    stack.Level = 3;
+    stack.Flag = 4;
+    PartsInfo& b = AddSizedPart("B", 2, 50, 60, 2);
+    HaichiInfo& b1 = AddStack(b, AddBlock(2, 1), 3, 80, 0);
+    HaichiInfo& b2 = AddStack(b, AddBlock(2, 2), 0, 80, 0);
+    b1.Level = b2.Level = 5;
+    b1.Flag = 1;
+    b2.Flag = 2;
+
+    EXPECT_EQ(Write(), 1);
+
+    EXPECT_EQ(
+        ReadLines(path_),
+        (Lines{
+            "A,1,NA,2,4,  190.2500,   45.0000,11,TA,  300.0000,  200.0000,    1.5000,7,3,A,0,4",
+            "B,2,NB,1,3,   20.0000,    5.0000,12,TB,   50.0000,   60.0000,    2.0000,0,5,B,1,1",
+            "B,2,NB,2,0,   20.0000,    5.0000,10,TB,   50.0000,   60.0000,    2.0000,0,5,B,2,2"}));
+    EXPECT_EQ(app_->ErrorCode, 0);
+}
+
+TEST_F(PlacementFile, WithoutAMatchingPalletTheOffsetsAreZero) {
+    AddThreeBoxes();
+    AddKoutei(1, "NONE");
+    AddPallet(1, "PAL-A").Dims[0] = 10;
+    AddStack(AddSizedPart("A", 1, 30, 20, 1), AddBlock(1, 1), 1, 100, 7);
+
+    EXPECT_EQ(Write(), 1);
+
+    EXPECT_EQ(ReadLines(path_),
+              (Lines{"A,1,NA,1,1,   70.0000,    7.0000,10,TA,   30.0000,   20.0000,    "
+                     "1.0000,0,0,A,0,0"}));
+}
+
+TEST_F(PlacementFile, PartWhoseStacksHoldNoPiecesAlsoGetsAnUnplacedLine) {
+    AddThreeBoxes();
+    PartsInfo& z = AddSizedPart("Z", 1, 5, 5, 0);
+    z.Num1 = 6;
+    AddStack(z, AddBlock(1, 1), 0, 10, 0);
+
+    EXPECT_EQ(Write(), 1);
+
+    EXPECT_EQ(ReadLines(path_),
+              (Lines{"Z,1,NZ,1,0,    5.0000,    0.0000,10,TZ,    5.0000,    5.0000,    "
+                     "0.0000,0,0,Z,0,0",
+                     "Z,1,NZ,0,6,0.0000,0.0000,10,TZ,    5.0000,    5.0000,    "
+                     "0.0000,0,-1,Z,-1,-1"}));
+}
+
+TEST_F(PlacementFile, PartForASmallBoxGetsOnlyTheUnplacedLineWithTheBoxKind) {
+    AddThreeBoxes();
+    AddBox(101, 77);
+    PartsInfo& q = AddSizedPart("Q", 1, 1, 2, 0.25);
+    q.Num2 = 101;
+    q.Num1 = 2;
+    AddStack(q, AddBlock(1, 1), 2, 10, 0);
+
+    EXPECT_EQ(Write(), 1);
+
+    EXPECT_EQ(ReadLines(path_), (Lines{"Q,1,NQ,0,2,0.0000,0.0000,77,TQ,    1.0000,    2.0000,    "
+                                       "0.2500,0,-1,Q,-1,-1"}));
+}
+
+TEST_F(PlacementFile, BoxKindsFollowTheGlobalPalletSequence) {
+    AddThreeBoxes();
+    AddStack(AddPart("A", 1, 1), AddBlock(1, 2), 1);  // s = 2: box 1
+    AddStack(AddPart("B", 2, 1), AddBlock(2, 1), 1);  // s = 3: box 2
+    AddStack(AddPart("C", 2, 1), AddBlock(2, 2), 1);  // s = 4: box 0
+
+    EXPECT_EQ(Write(), 1);
+
+    const Lines lines = ReadLines(path_);
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[0].substr(0, 38), "A,1,NA,2,1,    0.0000,    0.0000,11,TA");
+    EXPECT_EQ(lines[1].substr(0, 38), "B,2,NB,1,1,    0.0000,    0.0000,12,TB");
+    EXPECT_EQ(lines[2].substr(0, 38), "C,2,NC,2,1,    0.0000,    0.0000,10,TC");
+}
+
+TEST_F(PlacementFile, DirectCodeIsItsOwnBoxKindOnlyWithDirectFlag) {
+    AddThreeBoxes();
+    AddPart("D", 1, 3, "G1", 99998);
+    AddPart("E", 1, 4, "G1", 99999);
+
+    ASSERT_EQ(Write(), 1);
+    EXPECT_EQ(ReadLines(path_)[0].substr(0, 30), "D,1,ND,0,3,0.0000,0.0000,-1,TD");
+    app_->DirectFlag = 1;
+    ASSERT_EQ(Write(), 1);
+    EXPECT_EQ(ReadLines(path_)[0].substr(0, 33), "D,1,ND,0,3,0.0000,0.0000,99998,TD");
+    EXPECT_EQ(ReadLines(path_)[1].substr(0, 33), "E,1,NE,0,4,0.0000,0.0000,99999,TE");
+}
+
+TEST_F(PlacementFile, ProcessNumbersOutsideTheCounterTableAreGuarded) {
+    AddThreeBoxes();
+    AddStack(AddPart("A", 1, 1), AddBlock(1, 2), 1);
+    AddStack(AddPart("H", 150, 1), AddBlock(150, 1), 1);  // s = 1 + 2
+    AddStack(AddPart("N", -3, 1), AddBlock(-3, 1), 1);    // s = 1
+
+    EXPECT_EQ(Write(), 1);
+
+    const Lines lines = ReadLines(path_);
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[1].substr(0, 40), "H,150,NH,1,1,    0.0000,    0.0000,12,TH");
+    EXPECT_EQ(lines[2].substr(0, 39), "N,-3,NN,1,1,    0.0000,    0.0000,10,TN");
+}
+
+TEST_F(PlacementFile, StacksOutsideTheBlockTableAreNotWritten) {
+    AddThreeBoxes();
+    PartsInfo& a = AddPart("A", 1, 5);
+    AddStack(a, -1, 2);
+    AddStack(a, 40, 3);
+
+    EXPECT_EQ(Write(), 1);
+
+    EXPECT_EQ(ReadLines(path_), (Lines{"A,1,NA,0,5,0.0000,0.0000,10,TA,    0.0000,    0.0000,    "
+                                       "0.0000,0,-1,A,-1,-1"}));
+}
+
+TEST_F(PlacementFile, NoBoxesGiveKindMinusOne) {
+    AddStack(AddPart("A", 1, 1), AddBlock(1, 1), 1);
+
+    EXPECT_EQ(Write(), 1);
+
+    EXPECT_EQ(ReadLines(path_)[0].substr(0, 38), "A,1,NA,1,1,    0.0000,    0.0000,-1,TA");
+}
+
+TEST_F(PlacementFile, EmptyPathOrMissingFolderSets9023) {
+    AddPart("A", 1, 1);
+
+    EXPECT_EQ(CKs_FileSave(*app_).WritePlacementFile(""), 0);
+    EXPECT_EQ(app_->ErrorCode, 9023);
+    app_->ErrorCode = 0;
+    path_ = PathOf("missing/save.csv");
+    EXPECT_EQ(Write(), 0);
+    EXPECT_EQ(app_->ErrorCode, 9023);
+}
+
+TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
+    AddThreeBoxes();
+    PartsInfo& a = AddPart("A", 1, 1);
+    const int32_t block = AddBlock(1, 1);
+    for (int i = 0; i < 100; ++i)
+        AddStack(a, block, 1);
+    WriteBytes(path_, "old save\n");
+    {
+        const FileSizeLimit limit(64);
+        EXPECT_EQ(Write(), 0);
+    }
+
+    EXPECT_EQ(app_->ErrorCode, 9024);
+    EXPECT_EQ(ReadBytes(path_), "old save\n");
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator{}), 2);
+}
+
+TEST_F(PlacementFile, FailedUnplacedLineSets9025AndKeepsTheOldFile) {
+    AddThreeBoxes();
+    for (int i = 0; i < 100; ++i)
+        AddPart("U" + std::to_string(i), 1, 1);
+    WriteBytes(path_, "old save\n");
+    {
+        const FileSizeLimit limit(64);
+        EXPECT_EQ(Write(), 0);
+    }
+
+    EXPECT_EQ(app_->ErrorCode, 9025);
+    EXPECT_EQ(ReadBytes(path_), "old save\n");
+}
+
+TEST_F(PlacementFile, FailureOnlySeenWhenClosingIsNamedByTheLastLineWritten) {
+    AddThreeBoxes();
+    AddStack(AddPart("A", 1, 1), AddBlock(1, 1), 1);
+    fs::create_directories(path_);
+    EXPECT_EQ(Write(), 0);
+    EXPECT_EQ(app_->ErrorCode, 9024);
+
+    AddPart("U", 1, 1);
+    EXPECT_EQ(Write(), 0);
+    EXPECT_EQ(app_->ErrorCode, 9025);
+    EXPECT_TRUE(fs::is_directory(path_));
+}
+
+}  // namespace
+}  // namespace kesto::test

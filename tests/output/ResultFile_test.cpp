@@ -1,0 +1,160 @@
+#include <filesystem>
+
+#include "output/CKs_FileSave.h"
+#include "output/OutputTestKit.h"
+
+namespace kesto::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class ResultFile : public OutputTest {
+  protected:
+    void SetUp() override {
+        OutputTest::SetUp();
+        AddBox(0, 10);
+        AddBox(1, 11);
+        path_ = PathOf("result.csv");
+    }
+    // One part placed exactly over two pallets, one without stacks, one for a small box.
+    void AddExactJob() {
+        PartsInfo& a = AddPart("A01", 1, 10);
+        AddStack(a, AddBlock(1, 1), 4);
+        AddStack(a, AddBlock(1, 2), 6);
+        AddPart("B", 1, 3).No = 12;
+        AddPart("C", 1, 2, "G1", 101);
+    }
+    int Write() { return CKs_FileSave(*app_).WriteResultFile(path_); }
+
+    std::string path_;
+};
+
+TEST_F(ResultFile, EveryPartPlacedExactlyWritesBothFilesWithoutAsking) {
+    AddExactJob();
+
+    EXPECT_EQ(Write(), 1);
+
+    EXPECT_EQ(ReadLines(path_ + "_tmp"),
+              (Lines{"A01,1,NA01,1,4", "A01,1,NA01,2,6", "0012,1,NB,0,3", "0003,1,NC,0,2"}));
+    EXPECT_EQ(ReadLines(path_), (Lines{"A01,1,NA01,1002,10,PLT001-G1,1,A01",
+                                       "B,1,NB,0,3,PLT001-G1,1,B", "C,1,NC,0,2,PLT001-G1,1,C"}));
+    EXPECT_TRUE(operator_.KakuNumbers.empty());
+    EXPECT_EQ(app_->ErrorCode, 0);
+}
+
+TEST_F(ResultFile, StacksOfNoPiecesAreSummarisedWithTheQuantityAfterThem) {
+    AddStack(AddPart("D", 1, 5), AddBlock(1, 1), 0);
+
+    EXPECT_EQ(Write(), 1);
+
+    EXPECT_EQ(ReadLines(path_ + "_tmp"), (Lines{"D,1,ND,1,0", "0001,1,ND,0,5"}));
+}
+
+TEST_F(ResultFile, SetAsidePiecesAskMessage208AndOkDeletesTheResultFile) {
+    AddExactJob();
+    app_->PartsList.Head()->Work[2] = 1;
+    WriteBytes(path_, "old result\n");
+
+    EXPECT_EQ(Write(), 1);
+
+    EXPECT_EQ(operator_.KakuNumbers, (std::vector<std::pair<int, int>>{{208, 0}}));
+    EXPECT_EQ(app_->KakuMsgNo1, 208);
+    EXPECT_FALSE(fs::exists(path_));
+    EXPECT_EQ(ReadLines(path_ + "_tmp").size(), 4u);
+}
+
+TEST_F(ResultFile, PartlyStackedPartIsShortAndCancelKeepsTheOldResult) {
+    AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 4);
+    WriteBytes(path_, "old result\n");
+    operator_.Answer = 2;
+
+    EXPECT_EQ(Write(), 0);
+
+    EXPECT_EQ(operator_.KakuNumbers.size(), 1u);
+    EXPECT_EQ(ReadBytes(path_), "old result\n");
+    EXPECT_EQ(ReadLines(path_ + "_tmp"), (Lines{"A,1,NA,1,4"}));
+    EXPECT_EQ(app_->ErrorCode, 0);
+}
+
+TEST_F(ResultFile, PartWithoutPlacedPiecesIsNotShort) {
+    AddPart("U", 1, 10);
+    AddStack(AddPart("Z", 1, 10), AddBlock(1, 1), 0);
+
+    EXPECT_EQ(Write(), 1);
+
+    EXPECT_TRUE(operator_.KakuNumbers.empty());
+    EXPECT_EQ(ReadLines(path_).size(), 2u);
+}
+
+TEST_F(ResultFile, EmptyPathCannotBeOpened) {
+    AddExactJob();
+
+    EXPECT_EQ(CKs_FileSave(*app_).WriteResultFile(""), 0);
+
+    EXPECT_EQ(app_->ErrorCode, 9021);
+    EXPECT_FALSE(fs::exists("_tmp"));
+}
+
+TEST_F(ResultFile, SideFileInAMissingFolderSets9021) {
+    AddExactJob();
+    path_ = PathOf("missing/result.csv");
+
+    EXPECT_EQ(Write(), 0);
+
+    EXPECT_EQ(app_->ErrorCode, 9021);
+    EXPECT_FALSE(fs::exists(PathOf("missing")));
+}
+
+TEST_F(ResultFile, SideFileThatCannotBeReplacedSets9022AndLeavesTheResult) {
+    AddExactJob();
+    fs::create_directories(path_ + "_tmp");
+    WriteBytes(path_, "old result\n");
+
+    EXPECT_EQ(Write(), 0);
+
+    EXPECT_EQ(app_->ErrorCode, 9022);
+    EXPECT_EQ(ReadBytes(path_), "old result\n");
+    EXPECT_TRUE(fs::is_directory(path_ + "_tmp"));
+}
+
+TEST_F(ResultFile, ResultFileThatCannotBeReplacedSets9022) {
+    AddExactJob();
+    fs::create_directories(path_);
+
+    EXPECT_EQ(Write(), 0);
+
+    EXPECT_EQ(app_->ErrorCode, 9022);
+    EXPECT_TRUE(fs::is_directory(path_));
+    EXPECT_EQ(ReadLines(path_ + "_tmp").size(), 4u);
+}
+
+TEST_F(ResultFile, FailedSideWriteLeavesTheOldFilesByteForByte) {
+    AddExactJob();
+    WriteBytes(path_ + "_tmp", "old side\r\n");
+    WriteBytes(path_, "old result\n");
+    {
+        const FileSizeLimit limit(10);
+        EXPECT_EQ(Write(), 0);
+    }
+
+    EXPECT_EQ(app_->ErrorCode, 9022);
+    EXPECT_EQ(ReadBytes(path_ + "_tmp"), "old side\r\n");
+    EXPECT_EQ(ReadBytes(path_), "old result\n");
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator{}), 3);
+}
+
+TEST_F(ResultFile, FailedResultWriteLeavesTheOldResultByteForByte) {
+    AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 10);
+    WriteBytes(path_, "old result\n");
+    {
+        const FileSizeLimit limit(20);
+        EXPECT_EQ(Write(), 0);
+    }
+
+    EXPECT_EQ(app_->ErrorCode, 9022);
+    EXPECT_EQ(ReadLines(path_ + "_tmp"), (Lines{"A,1,NA,1,10"}));
+    EXPECT_EQ(ReadBytes(path_), "old result\n");
+}
+
+}  // namespace
+}  // namespace kesto::test

@@ -1,0 +1,235 @@
+#include "support/SetupList.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "common/TestFiles.h"
+#include "support/Platform.h"
+#include "support/RecordingOperator.h"
+#include "support/ScopedEnv.h"
+
+namespace kesto {
+namespace {
+
+using test::InstalledRecorder;
+using test::ScopedEnv;
+using test::ScopedWorkingFolder;
+using test::TempFolder;
+using test::WriteFile;
+
+// A system folder in a temporary folder, its setup list written by each test.
+class SetupListTest : public testing::Test {
+  protected:
+    void WriteList(const std::string& text) { WriteFile(folder / "bin/Ks_Setup.ini", text); }
+    std::string Value(const std::string& key) {
+        const char* value = GetSetupValue(key);
+        return value != nullptr ? value : "<null>";
+    }
+    std::string System() const { return folder.Path().string(); }
+
+    TempFolder folder;
+    ScopedEnv root{"ORVOSystemRoot", folder.Path().c_str()};
+    InstalledRecorder recorder;
+};
+
+TEST_F(SetupListTest, EntryBetweenFileAndEndGivesItsValue) {
+    WriteList("IEJ : before/file.txt\n#File\nIEJ : job/job.txt\nIEK : out/r.csv\n#End\n");
+    EXPECT_EQ(Value("IEJ"), "job/job.txt");
+    EXPECT_EQ(Value("IEK"), "out/r.csv");
+    EXPECT_TRUE(recorder.Messages.empty());
+}
+
+TEST_F(SetupListTest, ColonAttachedToTheKeyIsNeverFound) {
+    WriteList("#File\nIEJ: job.txt\nIEK :out.csv\n#End\n");
+    EXPECT_EQ(Value("IEJ"), "<null>");
+    EXPECT_EQ(Value("IEJ:"), "<null>");
+    EXPECT_EQ(Value("IEK"), "<null>");
+}
+
+TEST_F(SetupListTest, CommentAfterTheValueIsRemoved) {
+    WriteList("#File\nIEJ : job.txt # the job\nIEK : r.csv#result\n# IEL : x\n#End\n");
+    EXPECT_EQ(Value("IEJ"), "job.txt");
+    EXPECT_EQ(Value("IEK"), "r.csv");
+    EXPECT_EQ(Value("IEL"), "<null>");
+}
+
+TEST_F(SetupListTest, FourteenthLookupOverwritesTheFirstResult) {
+    std::string list = "#File\n";
+    for (int i = 1; i <= 14; ++i)
+        list += "K" + std::to_string(i) + " : v" + std::to_string(i) + "\n";
+    WriteList(list + "#End\n");
+    const char* first = GetSetupValue("K1");
+    ASSERT_NE(first, nullptr);
+    EXPECT_STREQ(first, "v1");
+    for (int i = 2; i <= 13; ++i)
+        GetSetupValue("K" + std::to_string(i));
+    EXPECT_STREQ(first, "v1");
+    const char* fourteenth = GetSetupValue("K14");
+    EXPECT_EQ(fourteenth, first);
+    EXPECT_STREQ(first, "v14");
+}
+
+TEST_F(SetupListTest, EntriesAfterEndAndListsWithoutFileAreNotRead) {
+    WriteList("#File\nA : 1\n#End\nB : 2\n");
+    EXPECT_EQ(Value("A"), "1");
+    EXPECT_EQ(Value("B"), "<null>");
+    WriteList("A : 1\n");
+    EXPECT_EQ(Value("A"), "<null>");
+}
+
+TEST_F(SetupListTest, FirstExactMatchWinsAndCaseCounts) {
+    WriteList("#File\nline without colon\nA : first\nA : second\n#End\n");
+    EXPECT_EQ(Value("A"), "first");
+    EXPECT_EQ(Value("a"), "<null>");
+    EXPECT_EQ(Value("line"), "<null>");
+}
+
+TEST_F(SetupListTest, KeyWithoutValueGivesNull) {
+    WriteList("#File\nA :\nA : later\n#End\n");
+    EXPECT_EQ(Value("A"), "<null>");
+}
+
+TEST_F(SetupListTest, WordsAreReadLikeFixedWidthScanning) {
+    const std::string longKey(70, 'k');
+    WriteList("#File\n" + longKey + " : v\n\tB\t:\tb\n#End\n");
+    EXPECT_EQ(Value(longKey.substr(0, 63)), ":");
+    EXPECT_EQ(Value("B"), "b");
+}
+
+TEST_F(SetupListTest, LinesAreCutAt127Characters) {
+    const std::string value(200, 'v');
+    WriteList("#File\nA : " + value + "\n#End\n");
+    EXPECT_EQ(Value("A"), value.substr(0, 127 - 4));
+}
+
+TEST_F(SetupListTest, ValuesGetThePlatformSeparator) {
+    WriteList("#File\nIEJ : job\\sub\\job.txt\n#End\n");
+    EXPECT_EQ(Value("IEJ"), "job/sub/job.txt");
+}
+
+TEST_F(SetupListTest, CarriageReturnLineFeedListReadsTheSame) {
+    WriteList("#File\r\nIEJ : job.txt\r\n#End\r\n");
+    EXPECT_EQ(Value("IEJ"), "job.txt");
+}
+
+TEST_F(SetupListTest, MissingListFallsBackToTheCurrentFolder) {
+    TempFolder work;
+    WriteFile(work / "Ks_Setup.ini", "#File\nIEJ : here.txt\n#End\n");
+    ScopedWorkingFolder cwd(work.Path());
+    EXPECT_EQ(SetupListPath(), "Ks_Setup.ini");
+    EXPECT_EQ(Value("IEJ"), "here.txt");
+    const std::string missing = " File Not Found : " + System() + "/bin/Ks_Setup.ini";
+    ASSERT_EQ(recorder.Messages.size(), 2u);
+    EXPECT_EQ(recorder.Messages[0], missing.substr(0, 127));
+}
+
+TEST_F(SetupListTest, NoListAnywhereGivesNullAndAnOpenError) {
+    TempFolder work;
+    ScopedWorkingFolder cwd(work.Path());
+    EXPECT_EQ(GetSetupValue("IEJ"), nullptr);
+    ASSERT_EQ(recorder.Messages.size(), 2u);
+    EXPECT_EQ(recorder.Messages[1], "Ks_Setup.ini Open Error");
+    EXPECT_EQ(GetDataFilePath(94), "");
+}
+
+TEST_F(SetupListTest, SetupFolderJoinsSystemFolderAndValue) {
+    WriteList("#File\nMSG : msg/\n#End\n");
+    std::string out = "stale";
+    EXPECT_EQ(GetSetupFolder("MSG", out), 1);
+    EXPECT_EQ(out, System() + "/msg/");
+    EXPECT_EQ(GetSetupFolder("NONE", out), 0);
+    EXPECT_EQ(out, "");
+}
+
+TEST_F(SetupListTest, SystemFolderEndingInASeparatorGetsNoSecondOne) {
+    WriteList("#File\nIEJ : job/job.txt\nMSG : ./\n#End\n");
+    ScopedEnv slash("ORVOSystemRoot", (System() + "/").c_str());
+    EXPECT_EQ(GetDataFilePath(94), System() + "/job/job.txt");
+    std::string out;
+    EXPECT_EQ(GetSetupFolder("MSG", out), 1);
+    EXPECT_EQ(out, System() + "/./");
+}
+
+TEST_F(SetupListTest, DataFileKindsOfThisProgram) {
+    WriteList("#File\nIEJ : job/j.txt\nIEK : out/r.csv\nIEL : out/h.csv\n#End\n");
+    EXPECT_EQ(GetDataFilePath(94), System() + "/job/j.txt");
+    EXPECT_EQ(GetDataFilePath(96), System() + "/out/r.csv");
+    EXPECT_EQ(GetDataFilePath(97), System() + "/out/h.csv");
+}
+
+TEST_F(SetupListTest, DataFileKindsAddTheirParts) {
+    WriteList(
+        "#File\nOTF : otf/\nTUR : tur/t\nIEA : iea/a\nINF : inf/i\nIE0 : ie0/e\nIE1 : ie1/e\n"
+        "TMP : tmp/\n#End\n");
+    const std::string s = System();
+    EXPECT_EQ(GetDataFilePath(1, "7"), s + "/otf/mac_para.7");
+    EXPECT_EQ(GetDataFilePath(4, "1", "2"), s + "/tur/t1");
+    EXPECT_EQ(GetDataFilePath(4), s + "/tur/t");
+    EXPECT_EQ(GetDataFilePath(8, "1", "2"), s + "/iea/a1.2");
+    EXPECT_EQ(GetDataFilePath(8, "1"), "");
+    EXPECT_EQ(GetDataFilePath(52, "1", "2"), s + "/inf/i1.2");
+    EXPECT_EQ(GetDataFilePath(52, "1"), s + "/inf/i1");
+    EXPECT_EQ(GetDataFilePath(50, "1", "2"), s + "/inf/i");
+    EXPECT_EQ(GetDataFilePath(80, "a", "b"), s + "/ie0/eab");
+    EXPECT_EQ(GetDataFilePath(81, "a", "b"), s + "/ie1/e");
+    EXPECT_EQ(GetDataFilePath(98, "a", "b"), s + "/otf/ab");
+    EXPECT_EQ(GetDataFilePath(99, nullptr, "b"), s + "/tmp/b");
+    EXPECT_EQ(GetDataFilePath(999), s + "/otf/debug.dat");
+}
+
+TEST_F(SetupListTest, UnknownKindOrMissingKeyGivesAnEmptyPath) {
+    WriteList("#File\nIEJ : job.txt\n#End\n");
+    EXPECT_EQ(GetDataFilePath(53), "");
+    EXPECT_EQ(GetDataFilePath(-1), "");
+    EXPECT_EQ(GetDataFilePath(96), "");
+}
+
+// A host store whose system folder lookup fails in a chosen way.
+class FailingHostStore : public HostStore {
+  public:
+    explicit FailingHostStore(SystemFolderStatus status) : status_(status) {}
+    SystemFolderResult SystemFolder() override { return {status_, "ignored"}; }
+    std::optional<std::string> ReadUserValue(const std::string&) override { return {}; }
+    bool WriteUserValue(const std::string&, const std::string&) override { return false; }
+
+  private:
+    SystemFolderStatus status_;
+};
+
+TEST(GetSystemFolder, GivesTheHostStoreFolder) {
+    TempFolder folder;
+    ScopedEnv root("ORVOSystemRoot", folder.Path().c_str());
+    std::string out;
+    EXPECT_EQ(GetSystemFolder(out), 1);
+    EXPECT_EQ(out, folder.Path().string());
+}
+
+TEST(GetSystemFolder, MissingKeyEmptiesTheFolderAndSaysSo) {
+    InstalledRecorder recorder;
+    FailingHostStore store(SystemFolderStatus::NoKey);
+    InstallHostStore(&store);
+    std::string out = "stale";
+    EXPECT_EQ(GetSystemFolder(out), 0);
+    InstallHostStore(nullptr);
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(recorder.Messages, std::vector<std::string>{"OrvoFolderGet RegOpen Error"});
+}
+
+TEST(GetSystemFolder, MissingValueEmptiesTheFolderAndSaysSo) {
+    InstalledRecorder recorder;
+    FailingHostStore store(SystemFolderStatus::NoValue);
+    InstallHostStore(&store);
+    std::string out = "stale";
+    EXPECT_EQ(GetSystemFolder(out), 0);
+    std::string folder = "stale";
+    EXPECT_EQ(GetSetupFolder("MSG", folder), 0);
+    InstallHostStore(nullptr);
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(folder, "");
+    ASSERT_FALSE(recorder.Messages.empty());
+    EXPECT_EQ(recorder.Messages[0], "OrvoFolderGet Address Value Get Error");
+}
+
+}  // namespace
+}  // namespace kesto
