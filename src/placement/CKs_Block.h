@@ -5,8 +5,12 @@
 
 namespace kesto {
 
+// Largest block table the builder allocates; a larger capacity counts as an allocation
+// failure (9101) rather than an attempt to take all memory.
+inline constexpr int32_t kMaxBlockCapacity = 4'000'000;
+
 class CKs_Block {
-public:
+  public:
     explicit CKs_Block(CKestoApp& app) : app_(app) {}
     virtual ~CKs_Block() = default;
 
@@ -16,7 +20,10 @@ public:
     // Fills app.Blocks from app.BlocksCapacity: 1 on success; 0 with 9101 / 9102.
     int Build();
 
-private:
+  private:
+    // The cells of one process on every pallet; 0 with 9102 when the table is full.
+    int BuildKoutei(const KouteiInfo& koutei, const PalletInfo& pallet);
+
     CKestoApp& app_;
 };
 

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "app/CKestoApp.h"
@@ -18,8 +20,42 @@ struct SlotRect {
     int32_t Bottom = 0;
 };
 
+// A rectangle in the job's length unit.
+struct LengthRect {
+    double X0 = 0;
+    double Y0 = 0;
+    double X1 = 0;
+    double Y1 = 0;
+};
+
+// Where a stack stands in a block corner: its reference point (right edge, lower edge) and
+// the rectangle that it keeps free around itself.
+struct CornerPlace {
+    double X = 0;
+    double Y = 0;
+    LengthRect Clear;
+};
+
+// Tolerance of the geometric comparisons.
+inline constexpr double kLengthTolerance = 0.0001;
+// The corners in the order in which every search tries them.
+inline constexpr std::array<uint8_t, 4> kCornerSearchOrder{4, 8, 1, 2};
+// Most parts and stacks one operation remembers.
+inline constexpr size_t kRememberLimit = 1000;
+
+// The stack of a part of size sx x sy with gaps gx, gy in corner 1, 2, 4 or 8 of block b.
+CornerPlace PlaceInCorner(const BlockInfo& b, int corner, double sx, double sy, double gx,
+                          double gy);
+// A length ratio as a piece count: truncated toward zero, NaN as 0, cut to the int32 range.
+int32_t TruncToInt32(double v);
+// a + b cut to the int32 range.
+int32_t AddClamped(int32_t a, int64_t b);
+// Shares num1 pieces out over two or more stacks in turn, the earlier ones holding the more;
+// a num1 of 0 or less leaves one piece in the first stack. Fewer than two: unchanged.
+void ShareOut(const std::vector<HaichiInfo*>& stacks, int32_t num1);
+
 class CKs_Haichi {
-public:
+  public:
     explicit CKs_Haichi(CKestoApp& app) : app_(app) {}
     virtual ~CKs_Haichi() = default;
 
@@ -45,14 +81,68 @@ public:
     // State the drawing area hands over for dragging and dropping.
     std::vector<HaichiInfo*> Selection;  // stacks passed over by TestCorner while dragging
     std::array<SlotRect, 4> Slots{};     // screen rectangles of the four pallet slots
-    int32_t DropPallet = 0;               // -1 before a probe; the target pallet after it
+    int32_t DropPallet = 0;              // -1 before a probe; the target pallet after it
 
     double BoundMinX = 0, BoundMaxX = 0, BoundMinY = 0, BoundMaxY = 0;
     KouteiInfo* CurKoutei = nullptr;
     PartsInfo* CurPart = nullptr;
 
-private:
+  private:
+    // Number of block entries that are both filled and present in the table.
+    int BlockLimit() const;
+    // The block at index, or null outside the table.
+    BlockInfo* BlockAt(int index);
+    // Bounding rectangle of the blocks of koutei (or the empty bounds for null).
+    void ComputeBounds(const KouteiInfo* koutei);
+    // A part at least as large as the process's area in one direction fits anywhere.
+    bool CoversArea(double sx, double sy) const;
+    // The part's stacks in HaichiList order, at most limit of them.
+    std::vector<HaichiInfo*> StacksOf(const PartsInfo* part, size_t limit);
+    KouteiInfo* KouteiByNo(int32_t no);
+
+    // StackPart's steps.
+    int PiecesFor(int32_t remaining, int mode) const;
+    int StackOverBlocks(int mode, const std::array<int, 4>& candidates,
+                        std::vector<HaichiInfo*>& made);
+    int StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*>& made, int& pieces);
+    bool IsCandidate(int pallet, const std::array<int, 4>& candidates) const;
+
+    // While StackPart runs: CurKoutei's stacks and blocks by pallet. The corner tests scan
+    // these instead of the whole lists; their yes/no answers do not depend on the order.
+    struct PalletIndex {
+        std::unordered_map<int, std::vector<const HaichiInfo*>> Stacks;
+        std::unordered_map<int, std::vector<int>> Blocks;
+    };
+    std::unique_ptr<PalletIndex> BuildIndex();
+    void IndexStack(const HaichiInfo* h, int pallet);
+    // Calls visit with each block of CurKoutei on pallet until it returns true.
+    template <class Visit>
+    void ForPalletBlocks(int pallet, Visit&& visit);
+    // A stack that TestCorner weighs against a footprint on the tested block's pallet.
+    bool Obstructs(const HaichiInfo& h, const BlockInfo& tested, int dragging,
+                   const LengthRect& foot) const;
+
+    // TestCorner's collision test of one stack against the footprint.
+    bool Collides(const HaichiInfo& stack, const LengthRect& foot, double gx, double gy) const;
+    bool InSelection(const HaichiInfo* stack) const;
+
+    // RestorePlacement's steps.
+    int RestoreLine(const std::string& line);
+    int FindRestoreBlock(const LengthRect& r, int storedPallet, int corner) const;
+    // TrimExcess's removal of emptied stacks, with one corner rebuild per touched process.
+    void RemoveEmptyStacks();
+    void FillPart(PartsInfo& part);
+
+    // MoveGroup's steps.
+    int DropTarget(int left, int top, int right, int bottom) const;
+    int FreeMove(const std::vector<HaichiInfo*>& stacks, const LengthRect& group, int target,
+                 int right, int bottom);
+    void SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRect& group, int target,
+                  int left, int top, int right, int bottom);
+    void MoveToCorner(HaichiInfo& stack, const LengthRect& group, int blockIndex, int corner);
+
     CKestoApp& app_;
+    std::unique_ptr<PalletIndex> index_;
 };
 
 }  // namespace kesto

@@ -1,0 +1,220 @@
+#include "JobGenerator.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+namespace kesto {
+
+namespace {
+
+constexpr double kCellW = 200, kCellD = 150, kCellGap = 10, kMargin = 10, kStackGap = 5;
+
+std::string Format(const char* fmt, auto... args) {
+    char buf[512];
+    std::snprintf(buf, sizeof buf, fmt, args...);
+    return buf;
+}
+
+PalletInfo MakePallet(int no, const JobShape& shape) {
+    PalletInfo p;
+    p.No = no;
+    p.Name = Format("PAL%02d", no);
+    p.Dims = {0,
+              0,
+              2 * kMargin + shape.CellsX * (kCellW + kCellGap),
+              2 * kMargin + shape.CellsY * (kCellD + kCellGap),
+              500,
+              kMargin,
+              kMargin,
+              kCellW,
+              kCellD,
+              kCellGap,
+              kCellGap};
+    p.Param1 = shape.CellsX;
+    p.Param2 = shape.CellsY;
+    p.Len1 = kStackGap;
+    p.Len2 = kStackGap;
+    p.Text2 = Format("Pallet %d", no);
+    return p;
+}
+
+// Sizes for one, two or four stacks in a cell.
+void SizePart(PartsInfo& p, std::mt19937& rng) {
+    std::uniform_int_distribution<int> kind(0, 2);
+    auto pick = [&rng](double lo, double hi) {
+        return std::round(std::uniform_real_distribution<double>(lo, hi)(rng) * 10) / 10;
+    };
+    switch (kind(rng)) {
+        case 0:
+            p.SizeX = pick(120, 190);
+            p.SizeY = pick(90, 140);
+            break;
+        case 1:
+            p.SizeX = pick(60, 90);
+            p.SizeY = pick(50, 65);
+            break;
+        default:
+            p.SizeX = pick(20, 60);
+            p.SizeY = pick(20, 50);
+            break;
+    }
+}
+
+PartsInfo MakePart(int index, const JobShape& shape, std::mt19937& rng) {
+    PartsInfo p;
+    p.Seq = index + 1;
+    p.No = index + 1;
+    p.Code = Format("A%03d", index + 1);
+    p.KouteiNo = static_cast<int>(int64_t{index} * shape.Processes / shape.Parts) + 1;
+    p.Name = Format("PART%03d", index + 1);
+    p.Text1 = Format("Text %03d", index + 1);
+    SizePart(p, rng);
+    p.DirCode = 1;
+    p.DirText = "U";
+    p.Num1 = std::uniform_int_distribution<int>(1, 60)(rng);
+    const bool toBox =
+        shape.SmallBoxes > 0 && std::uniform_int_distribution<int>(0, 99)(rng) < shape.BoxPercent;
+    p.Num2 = toBox ? 100 + std::uniform_int_distribution<int>(0, shape.SmallBoxes - 1)(rng) : 0;
+    p.Num4 = std::uniform_int_distribution<int>(0, 20)(rng);
+    p.Thick = 1.0;
+    p.GroupKey = "G1";
+    p.Num5 = index + 1;
+    p.Value1 = std::uniform_int_distribution<int>(1, 6)(rng);
+    return p;
+}
+
+void WriteText(const std::filesystem::path& path, const std::string& text) {
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+std::string PalletFileText(const GeneratedJob& job) {
+    std::string text;
+    for (const PalletInfo& p : job.Pallets) {
+        text += Format("P%d,%s", p.No, p.Name.c_str());
+        for (double d : p.Dims)
+            text += Format(",%.4f", d);
+        text +=
+            Format(",%d,%d,%.4f,%.4f,%s\n", p.Param1, p.Param2, p.Len1, p.Len2, p.Text2.c_str());
+    }
+    for (int n = 1; n <= job.SmallBoxes; ++n)
+        text += Format("B%d\n", n);
+    return text;
+}
+
+std::string PartLine(const PartsInfo& p, const std::string& outline) {
+    return Format("%s,%d,%s,%s,%.4f,%.4f,%d,%d,%d,%d,%d,,,%.4f,%s,,%s,1,,K%d,%.4f\n",
+                  p.Code.c_str(), p.KouteiNo, p.Name.c_str(), p.Text1.c_str(), p.SizeX, p.SizeY,
+                  p.DirCode, p.Num1, p.Num2, p.Num3, p.Num4, p.Thick, p.GroupKey.c_str(),
+                  outline.c_str(), p.Num5, p.Value1);
+}
+
+std::string OutlineText(const PartsInfo& p) {
+    return Format("$ outline of %s\n", p.Code.c_str()) +
+           Format("NoAngRect 0 0 255 0 0 0 %.4f %.4f\n", p.SizeX, p.SizeY) +
+           Format("Line 0 0 0 255 0 0 %.4f %.4f\n", p.SizeX, p.SizeY) +
+           Format("Circle 0 255 0 0 %.4f %.4f %.4f\n", p.SizeX / 2, p.SizeY / 2,
+                  std::min(p.SizeX, p.SizeY) / 4);
+}
+
+std::string JobFileText(const GeneratedJob& job, const std::filesystem::path& outlines) {
+    std::string text = "#BoxInfo\n";
+    for (const BoxInfo& b : job.Boxes) {
+        text += Format("%s,%d,%d,%.4f,%.4f,%.4f,%.4f\n", b.Name.c_str(), b.No, b.Kind, b.Size[0],
+                       b.Size[1], b.Size[2], b.Size[3]);
+    }
+    text += "#End\n#KouteiInfo\n";
+    for (const KouteiInfo& k : job.Koutei) {
+        text += Format("%d,%s,%s\n", k.No, k.Name1.c_str(), k.Name2.c_str());
+    }
+    text += "#End\n#PartsInfo\n";
+    for (const PartsInfo& p : job.Parts) {
+        text += PartLine(p, (outlines / (p.Code + ".txt")).string());
+    }
+    return text + "#End\n";
+}
+
+}  // namespace
+
+JobShape SmallJobShape() {
+    return {11, 1, 5, 4, 4, 3, 1, 0};
+}
+JobShape MediumJobShape() {
+    return {22, 5, 200, 4, 10, 6, 3, 5};
+}
+JobShape LargestJobShape() {
+    return {33, 12, 999, 4, 16, 10, 9, 5};
+}
+JobShape SampleLikeJobShape() {
+    return {44, 3, 40, 4, 6, 4, 3, 5};
+}
+
+GeneratedJob GenerateJob(const JobShape& shape) {
+    GeneratedJob job;
+    std::mt19937 rng(shape.Seed);
+    job.PalletCount = shape.Pallets;
+    job.SmallBoxes = std::clamp(shape.SmallBoxes, 0, 99);
+    for (int k = 1; k <= shape.Processes; ++k) {
+        job.Pallets.push_back(MakePallet(k, shape));
+        job.Koutei.push_back({k, Format("PROC%02d", k), Format("PAL%02d", k), nullptr});
+    }
+    // Boxes 0..Pallets-1 stand for the pallets; 100.. for the small boxes (not counted).
+    for (int n = 0; n < shape.Pallets; ++n) {
+        job.Boxes.push_back({Format("PLT%d", n), n, n + 1, {1000, 800, 500, 0}, 0});
+    }
+    for (int n = 0; n < job.SmallBoxes; ++n) {
+        job.Boxes.push_back({Format("BOX%d", n + 1), 100 + n, 10, {300, 200, 100, 0}, 0});
+    }
+    const int parts = std::clamp(shape.Parts, 0, 999);
+    for (int i = 0; i < parts; ++i)
+        job.Parts.push_back(MakePart(i, shape, rng));
+    return job;
+}
+
+void FillApp(CKestoApp& app, const GeneratedJob& job) {
+    for (const PalletInfo& p : job.Pallets)
+        app.PalletList.Append() = p;
+    app.PalletList.Count = static_cast<int32_t>(job.Pallets.size());
+    for (const BoxInfo& b : job.Boxes) {
+        app.BoxList.Append() = b;
+        if (b.No < 100)
+            ++app.BoxList.Count;
+    }
+    for (const KouteiInfo& k : job.Koutei)
+        app.KouteiList.Append() = k;
+    app.KouteiList.Count = static_cast<int32_t>(job.Koutei.size());
+    for (const PartsInfo& p : job.Parts)
+        app.PartsList.Append() = p;
+    app.PartsList.Count = static_cast<int32_t>(job.Parts.size());
+    for (int n = 1; n <= job.SmallBoxes; ++n)
+        app.BoxFlags[n] = 1;
+    app.PalletCount = job.PalletCount;
+}
+
+Installation WriteInstallation(const std::string& root, const GeneratedJob& job) {
+    const std::filesystem::path base(root);
+    WriteText(base / "bin" / "Ks_Setup.ini",
+              "; generated installation\n#File\nIEJ : job/job.txt\nIEK : out/result.txt\n"
+              "IEL : out/save.txt\nMSG : msg/\n#End\n");
+    std::string ini = "[FontDefine]\n";
+    for (int n = 1; n <= 4; ++n)
+        ini += Format("FontSet%d=-%d,0,0,0,Arial\n", n, 10 + 2 * n);
+    ini += Format("[PalletSelect]\nPalletInfo=%d,P\n[KakuDlg]\n", job.PalletCount);
+    for (int n = 1; n <= 8; ++n)
+        ini += Format("Msg%03d=1,Message %d\n", n, n);
+    WriteText(base / "msg" / "Kesto.ini", ini);
+    const std::filesystem::path pallet = base / "pallet" / "pallet.txt";
+    WriteText(pallet, PalletFileText(job));
+    const std::filesystem::path outlines = base / "job" / "outline";
+    WriteText(base / "job" / "job.txt", JobFileText(job, outlines));
+    for (const PartsInfo& p : job.Parts)
+        WriteText(outlines / (p.Code + ".txt"), OutlineText(p));
+    std::filesystem::create_directories(base / "out");
+    return {base.string(), pallet.string(), "kesto " + pallet.string() + " 0 0 0 0 4"};
+}
+
+}  // namespace kesto

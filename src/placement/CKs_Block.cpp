@@ -1,0 +1,131 @@
+// The block table: one grid of equal cells per process and pallet.
+#include "placement/CKs_Block.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <new>
+
+#include "placement/CKs_Haichi.h"
+#include "support/Platform.h"
+
+namespace kesto {
+
+namespace {
+
+// With columns numbered from the left the grid still ends at the right margin: the start
+// moves to the right edge of the last column that fits when counted from the right.
+double ColumnStart(const PalletInfo& p, int32_t startCorner) {
+    double x0 = p.Dims[5];
+    if (startCorner != 0 && startCorner != 1)
+        return x0;
+    const double w = p.Dims[7], gx = p.Dims[9];
+    double last = 0;
+    for (int32_t i = 0; i < p.Param1; ++i) {
+        const double v = p.Dims[2] - x0 - i * w - i * gx;
+        if (v < w + kLengthTolerance)
+            return last > 0 ? last : x0;
+        last = v;
+    }
+    return last;
+}
+
+// With rows numbered from the top the start becomes the distance of the top row from the top.
+double RowStart(const PalletInfo& p, int32_t startCorner) {
+    double y0 = p.Dims[6];
+    if (startCorner != 1 && startCorner != 2)
+        return y0;
+    const double d = p.Dims[8], gy = p.Dims[10];
+    double last = 0;
+    for (int32_t j = 0; j < p.Param2; ++j) {
+        const double v = j * gy + j * d + y0;
+        if (p.Dims[3] - d - kLengthTolerance <= v)
+            return last > 0 ? p.Dims[3] - last : y0;
+        last = v;
+    }
+    return p.Dims[3] - last;
+}
+
+}  // namespace
+
+int CKs_Block::SetUp() {
+    int64_t capacity = 0;
+    for (KouteiInfo& k : app_.KouteiList) {
+        k.Mark = app_.PalletByName(k.Name2);
+        if (k.Mark == nullptr) {
+            app_.ShowKaku(1, 0);
+            return 0;
+        }
+        capacity += int64_t{k.Mark->Param1} * k.Mark->Param2;
+    }
+    capacity *= app_.PalletCount;
+    // Beyond the int32 range the capacity is absurd; the builder refuses it.
+    app_.BlocksCapacity = static_cast<int32_t>(std::clamp<int64_t>(capacity, INT32_MIN, INT32_MAX));
+    return Build();
+}
+
+int CKs_Block::Build() {
+    const int32_t capacity = app_.BlocksCapacity;
+    try {
+        if (capacity < 0 || capacity > kMaxBlockCapacity)
+            throw std::bad_alloc();
+        app_.Blocks.assign(static_cast<size_t>(capacity), BlockInfo{});
+    } catch (const std::bad_alloc&) {
+        app_.ErrorCode = 9101;
+        return 0;
+    }
+    // The count is not reset here; it is only cut so that it never exceeds the table.
+    if (app_.KouteiList.Empty()) {
+        app_.BlocksCount = std::clamp(app_.BlocksCount, 0, capacity);
+        return 1;
+    }
+    app_.BlocksCount = 0;
+    for (const KouteiInfo& k : app_.KouteiList) {
+        if (k.Mark != nullptr && BuildKoutei(k, *k.Mark) == 0)
+            return 0;
+    }
+    return 1;
+}
+
+int CKs_Block::BuildKoutei(const KouteiInfo& koutei, const PalletInfo& p) {
+    const int32_t sc = app_.StartCorner;
+    const int32_t nx = p.Param1, ny = p.Param2;
+    // Without cells nothing is built, and the start computations have nothing to move.
+    if (nx < 1 || ny < 1 || app_.PalletCount < 1)
+        return 1;
+    const double x0 = ColumnStart(p, sc), y0 = RowStart(p, sc);
+    const double w = p.Dims[7], d = p.Dims[8], gx = p.Dims[9], gy = p.Dims[10];
+    const bool fromLeft = sc == 0 || sc == 1;
+    const bool fromBottom = sc == 0 || sc == 3;
+    for (int32_t pallet = 1; pallet <= app_.PalletCount; ++pallet) {
+        for (int32_t i = 0; i < nx; ++i) {
+            const double x = fromLeft ? i * gx + i * w + x0 : p.Dims[2] - x0 - i * w - i * gx;
+            const bool colValid = fromLeft ? x < p.Dims[2] - p.Dims[5] + kLengthTolerance : w <= x;
+            if (!colValid)
+                continue;
+            for (int32_t j = 0; j < ny; ++j) {
+                const double y = fromBottom ? j * gy + j * d + y0 : p.Dims[3] - y0 - j * d - j * gy;
+                const bool rowValid =
+                    fromBottom ? y < p.Dims[3] - d : p.Dims[6] - kLengthTolerance <= y;
+                if (!rowValid)
+                    continue;
+                if (app_.BlocksCount >= app_.BlocksCapacity ||
+                    app_.BlocksCount >= static_cast<int32_t>(app_.Blocks.size())) {
+                    CurrentOperator().ShowMessageBox("Block Data Area Set Count Over");
+                    app_.ErrorCode = 9102;
+                    return 0;
+                }
+                BlockInfo& b = app_.Blocks[app_.BlocksCount++];
+                b = BlockInfo{};
+                b.KouteiNo = koutei.No;
+                b.PalletNo = pallet;
+                b.MinX = x - w;
+                b.MinY = y;
+                b.MaxX = x;
+                b.MaxY = y + d;
+            }
+        }
+    }
+    return 1;
+}
+
+}  // namespace kesto

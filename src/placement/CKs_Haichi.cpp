@@ -1,0 +1,174 @@
+// The engine's driver: all processes in turn, one process's parts, one part, and the helpers
+// that every step shares (bounds, the block table, sharing a quantity out).
+#include "placement/CKs_Haichi.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace kesto {
+
+CornerPlace PlaceInCorner(const BlockInfo& b, int corner, double sx, double sy, double gx,
+                          double gy) {
+    switch (corner) {
+        case kCornerMinMin:
+            return {b.MinX + sx, b.MinY, {b.MinX, b.MinY, b.MinX + sx + gx, b.MinY + sy + gy}};
+        case kCornerMinMax:
+            return {b.MinX + sx, b.MaxY - sy, {b.MinX, b.MaxY - sy - gy, b.MinX + sx + gx, b.MaxY}};
+        case kCornerMaxMin:
+            return {b.MaxX, b.MinY, {b.MaxX - sx - gx, b.MinY, b.MaxX, b.MinY + sy + gy}};
+        default:
+            return {b.MaxX, b.MaxY - sy, {b.MaxX - sx - gx, b.MaxY - sy - gy, b.MaxX, b.MaxY}};
+    }
+}
+
+int32_t TruncToInt32(double v) {
+    if (!(v == v))
+        return 0;
+    return static_cast<int32_t>(std::clamp(std::trunc(v), -2147483648.0, 2147483647.0));
+}
+
+int32_t AddClamped(int32_t a, int64_t b) {
+    return static_cast<int32_t>(std::clamp<int64_t>(a + b, INT32_MIN, INT32_MAX));
+}
+
+void ShareOut(const std::vector<HaichiInfo*>& stacks, int32_t num1) {
+    if (stacks.size() < 2)
+        return;
+    // Handing out one piece per stack in turn gives every stack num1 / n and the first
+    // num1 % n one more; the first hand-out happens before the total is tested.
+    const int64_t n = static_cast<int64_t>(stacks.size());
+    const int64_t total = std::max<int64_t>(num1, 1);
+    for (int64_t i = 0; i < n; ++i) {
+        stacks[i]->Value = static_cast<int32_t>(total / n + (i < total % n ? 1 : 0));
+    }
+}
+
+int CKs_Haichi::BlockLimit() const {
+    return std::clamp<int>(app_.BlocksCount, 0, static_cast<int>(app_.Blocks.size()));
+}
+
+BlockInfo* CKs_Haichi::BlockAt(int index) {
+    if (index < 0 || index >= BlockLimit())
+        return nullptr;
+    return &app_.Blocks[index];
+}
+
+void CKs_Haichi::ComputeBounds(const KouteiInfo* koutei) {
+    BoundMinX = BoundMinY = 9999.999;
+    BoundMaxX = BoundMaxY = -9999.999;
+    if (koutei == nullptr)
+        return;
+    const int n = BlockLimit();
+    for (int i = 0; i < n; ++i) {
+        const BlockInfo& b = app_.Blocks[i];
+        if (b.KouteiNo != koutei->No)
+            continue;
+        BoundMinX = std::min(BoundMinX, b.MinX);
+        BoundMaxX = std::max(BoundMaxX, b.MaxX);
+        BoundMinY = std::min(BoundMinY, b.MinY);
+        BoundMaxY = std::max(BoundMaxY, b.MaxY);
+    }
+}
+
+bool CKs_Haichi::CoversArea(double sx, double sy) const {
+    return BoundMaxX - BoundMinX - kLengthTolerance <= sx ||
+           BoundMaxY - BoundMinY - kLengthTolerance <= sy;
+}
+
+std::vector<HaichiInfo*> CKs_Haichi::StacksOf(const PartsInfo* part, size_t limit) {
+    std::vector<HaichiInfo*> stacks;
+    for (HaichiInfo& h : app_.HaichiList) {
+        if (h.Part != part)
+            continue;
+        if (stacks.size() >= limit)
+            break;
+        stacks.push_back(&h);
+    }
+    return stacks;
+}
+
+KouteiInfo* CKs_Haichi::KouteiByNo(int32_t no) {
+    for (KouteiInfo& k : app_.KouteiList) {
+        if (k.No == no)
+            return &k;
+    }
+    return nullptr;
+}
+
+int CKs_Haichi::PlaceAll(int partial, int restore) {
+    if (app_.KouteiList.Empty())
+        return 1;
+    for (KouteiInfo& k : app_.KouteiList) {
+        CurKoutei = &k;
+        ComputeBounds(CurKoutei);
+        if (PlaceKoutei(partial, restore) == 0)
+            return 0;
+    }
+    if (app_.PartsList.Empty())
+        return 1;
+    const bool shortPart =
+        std::any_of(app_.PartsList.begin(), app_.PartsList.end(),
+                    [](const PartsInfo& p) { return p.Num2 < 100 && p.Num1 != p.Work[1]; });
+    if (shortPart && partial == 0)
+        app_.ShowKaku(8, 0);
+    return 1;
+}
+
+namespace {
+
+// A part that the process places in this pass.
+bool TakesPart(const PartsInfo& p, const KouteiInfo& k, int restore) {
+    if (p.KouteiNo != k.No || p.Num2 >= 100)
+        return false;
+    if (restore == 1)
+        return !(p.Num5 != 0 && p.Num1 <= p.Work[1]);
+    return restore == 0;
+}
+
+}  // namespace
+
+int CKs_Haichi::PlaceKoutei(int partial, int restore) {
+    if (CurKoutei == nullptr)
+        return 1;
+    const bool share = restore == 1 || (restore == 0 && (partial == 0 || partial == 1));
+    for (PartsInfo& p : app_.PartsList) {
+        const int32_t keptNum1 = p.Num1;
+        const int32_t keptWork0 = p.Work[0];
+        if (partial == 1)
+            p.Num1 = p.Work[0];
+        int result = 1;
+        if (TakesPart(p, *CurKoutei, restore)) {
+            CurPart = &p;
+            result = StackPart(0);
+            if (result != 0 && share)
+                ShareOut(StacksOf(&p, SIZE_MAX), p.Num1);
+        }
+        if (partial == 1) {
+            p.Num1 = keptNum1;
+            p.Work[0] = keptWork0;
+        }
+        if (result == 0)
+            return 0;
+    }
+    return 1;
+}
+
+int CKs_Haichi::PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, int mode) {
+    CurPart = part;
+    CurKoutei = koutei;
+    if (app_.PartsList.Empty())
+        return 1;
+    if (app_.HaichiList.Empty() && koutei != nullptr) {
+        const int n = BlockLimit();
+        for (int i = 0; i < n; ++i) {
+            if (app_.Blocks[i].KouteiNo == koutei->No)
+                app_.Blocks[i].CornerMask = 0;
+        }
+    }
+    if (mode == 1 || mode == 2)
+        return StackPart(mode) != 0 ? 1 : 0;
+    return 1;
+}
+
+}  // namespace kesto

@@ -1,0 +1,219 @@
+// The corner tests: may a stack stand in a block corner, which block corners does a
+// rectangle cover, and the corner marks rebuilt from the stacks.
+#include <algorithm>
+#include <new>
+
+#include "placement/CKs_Haichi.h"
+
+namespace kesto {
+
+namespace {
+
+// Open at the low side, closed at the high side.
+bool CornerIn(double cx, double cy, double x0, double y0, double x1, double y1) {
+    return x0 < cx && cx <= x1 && y0 < cy && cy <= y1;
+}
+
+// The block corners in the order the rectangle tests take them, with their mask bits.
+struct BlockCorner {
+    double X;
+    double Y;
+    uint8_t Bit;
+};
+
+std::array<BlockCorner, 4> CornersOf(const BlockInfo& b) {
+    return {{{b.MinX, b.MinY, 1}, {b.MinX, b.MaxY, 2}, {b.MaxX, b.MaxY, 8}, {b.MaxX, b.MinY, 4}}};
+}
+
+// Strictly inside the rectangle widened by the tolerance.
+bool PointIn(double px, double py, const LengthRect& r) {
+    return r.X0 - kLengthTolerance < px && px < r.X1 + kLengthTolerance &&
+           r.Y0 - kLengthTolerance < py && py < r.Y1 + kLengthTolerance;
+}
+
+bool Between(double lo, double v, double hi) {
+    return lo - kLengthTolerance < v && v < hi + kLengthTolerance;
+}
+
+}  // namespace
+
+bool CKs_Haichi::InSelection(const HaichiInfo* stack) const {
+    return std::find(Selection.begin(), Selection.end(), stack) != Selection.end();
+}
+
+bool CKs_Haichi::Collides(const HaichiInfo& stack, const LengthRect& f, double gx,
+                          double gy) const {
+    const LengthRect s{stack.X - stack.Part->SizeX - gx, stack.Y - gy, stack.X + gx,
+                       stack.Y + stack.Part->SizeY + gy};
+    if (PointIn(f.X0, f.Y0, s) || PointIn(f.X0, f.Y1, s) || PointIn(f.X1, f.Y1, s) ||
+        PointIn(f.X1, f.Y0, s)) {
+        return true;
+    }
+    if (f.X0 - kLengthTolerance < s.X0 && s.X1 < f.X1 + kLengthTolerance &&
+        f.Y0 - kLengthTolerance < s.Y0 && s.Y1 < f.Y1 + kLengthTolerance) {
+        return true;
+    }
+    const bool spansY = f.Y0 < s.Y0 + kLengthTolerance && s.Y1 - kLengthTolerance < f.Y1;
+    if (spansY && (Between(s.X0, f.X0, s.X1) || Between(s.X0, f.X1, s.X1)))
+        return true;
+    const bool spansX = f.X0 < s.X0 + kLengthTolerance && s.X1 - kLengthTolerance < f.X1;
+    return spansX && (Between(s.Y0, f.Y0, s.Y1) || Between(s.Y0, f.Y1, s.Y1));
+}
+
+int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {
+    const BlockInfo* b = BlockAt(blockIndex);
+    if (b == nullptr || CurKoutei == nullptr || CurKoutei->Mark == nullptr || CurPart == nullptr) {
+        return 0;
+    }
+    if (dragging != 1 && b->Occupant != nullptr && b->Occupant != CurPart)
+        return 0;
+    if (corner != 1 && corner != 2 && corner != 4 && corner != 8)
+        return 0;
+    const double sx = CurPart->SizeX, sy = CurPart->SizeY;
+    const bool low = corner == 1 || corner == 2;     // at MinX
+    const bool bottom = corner == 1 || corner == 4;  // at MinY
+    const LengthRect f{low ? b->MinX : b->MaxX - sx, bottom ? b->MinY : b->MaxY - sy,
+                       low ? b->MinX + sx : b->MaxX, bottom ? b->MinY + sy : b->MaxY};
+    const PalletInfo& pal = *CurKoutei->Mark;
+    if (f.X0 < 0 || f.Y0 < pal.Dims[6] || f.Y1 > pal.Dims[3] || f.X1 > pal.Dims[2])
+        return 0;
+    if (index_ != nullptr) {
+        const auto it = index_->Stacks.find(b->PalletNo);
+        if (it == index_->Stacks.end())
+            return 1;
+        return std::none_of(it->second.begin(), it->second.end(),
+                            [&](const HaichiInfo* h) { return Obstructs(*h, *b, dragging, f); });
+    }
+    return std::none_of(app_.HaichiList.begin(), app_.HaichiList.end(),
+                        [&](const HaichiInfo& h) { return Obstructs(h, *b, dragging, f); });
+}
+
+bool CKs_Haichi::Obstructs(const HaichiInfo& h, const BlockInfo& tested, int dragging,
+                           const LengthRect& foot) const {
+    if (h.Part == nullptr || h.BlockIndex < 0 || h.BlockIndex >= BlockLimit())
+        return false;
+    const BlockInfo& hb = app_.Blocks[h.BlockIndex];
+    if (hb.KouteiNo != CurKoutei->No || hb.PalletNo != tested.PalletNo)
+        return false;
+    if (dragging == 1 && InSelection(&h))
+        return false;
+    return Collides(h, foot, CurKoutei->Mark->Len1, CurKoutei->Mark->Len2);
+}
+
+std::unique_ptr<CKs_Haichi::PalletIndex> CKs_Haichi::BuildIndex() {
+    // Without memory for the index the tests scan the whole lists, with the same answers.
+    try {
+        auto index = std::make_unique<PalletIndex>();
+        const int n = BlockLimit();
+        for (int i = 0; i < n; ++i) {
+            if (app_.Blocks[i].KouteiNo == CurKoutei->No)
+                index->Blocks[app_.Blocks[i].PalletNo].push_back(i);
+        }
+        for (const HaichiInfo& h : app_.HaichiList) {
+            const BlockInfo* hb = BlockAt(h.BlockIndex);
+            if (hb != nullptr && hb->KouteiNo == CurKoutei->No)
+                index->Stacks[hb->PalletNo].push_back(&h);
+        }
+        return index;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+void CKs_Haichi::IndexStack(const HaichiInfo* h, int pallet) {
+    if (index_ == nullptr)
+        return;
+    try {
+        index_->Stacks[pallet].push_back(h);
+    } catch (const std::bad_alloc&) {
+        index_.reset();
+    }
+}
+
+template <class Visit>
+void CKs_Haichi::ForPalletBlocks(int pallet, Visit&& visit) {
+    if (index_ != nullptr) {
+        const auto it = index_->Blocks.find(pallet);
+        if (it == index_->Blocks.end())
+            return;
+        for (int i : it->second) {
+            if (visit(app_.Blocks[i]))
+                return;
+        }
+        return;
+    }
+    const int n = BlockLimit();
+    for (int i = 0; i < n; ++i) {
+        BlockInfo& b = app_.Blocks[i];
+        if (b.KouteiNo == CurKoutei->No && b.PalletNo == pallet && visit(b))
+            return;
+    }
+}
+
+int CKs_Haichi::TestRect(double x0, double y0, double x1, double y1, int pallet,
+                         const PartsInfo* part) {
+    if (CurKoutei == nullptr)
+        return 1;
+    bool blocked = false;
+    ForPalletBlocks(pallet, [&](BlockInfo& b) {
+        if (b.Occupant == nullptr || b.Occupant == part)
+            return false;
+        for (const BlockCorner& c : CornersOf(b)) {
+            if (CornerIn(c.X, c.Y, x0, y0, x1, y1))
+                blocked = true;
+        }
+        return blocked;
+    });
+    return blocked ? 0 : 1;
+}
+
+void CKs_Haichi::MarkCorners(double x0, double y0, double x1, double y1, int pallet,
+                             PartsInfo* part) {
+    if (CurKoutei == nullptr)
+        return;
+    ForPalletBlocks(pallet, [&](BlockInfo& b) {
+        for (const BlockCorner& c : CornersOf(b)) {
+            if (!CornerIn(c.X, c.Y, x0, y0, x1, y1))
+                continue;
+            b.CornerMask |= c.Bit;
+            if (b.Occupant == nullptr)
+                b.Occupant = part;
+        }
+        return false;
+    });
+}
+
+void CKs_Haichi::RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo*>& leaveOut) {
+    CurKoutei = koutei;
+    if (koutei == nullptr)
+        return;
+    const int n = BlockLimit();
+    for (int i = 0; i < n; ++i) {
+        BlockInfo& b = app_.Blocks[i];
+        if (b.KouteiNo != koutei->No)
+            continue;
+        b.CornerMask = 0;
+        b.Occupant = nullptr;
+    }
+    const double gx = koutei->Mark != nullptr ? koutei->Mark->Len1 : 0;
+    const double gy = koutei->Mark != nullptr ? koutei->Mark->Len2 : 0;
+    for (HaichiInfo& h : app_.HaichiList) {
+        const BlockInfo* hb = BlockAt(h.BlockIndex);
+        if (hb == nullptr || h.Part == nullptr || hb->KouteiNo != koutei->No)
+            continue;
+        if (std::find(leaveOut.begin(), leaveOut.end(), &h) != leaveOut.end())
+            continue;
+        LengthRect r{h.X - h.Part->SizeX, h.Y, h.X, h.Y + h.Part->SizeY};
+        if (h.Flag == 1 || h.Flag == 4)
+            r.Y1 += gy;
+        if (h.Flag == 2 || h.Flag == 8)
+            r.Y0 -= gy;
+        if (h.Flag == 1 || h.Flag == 2)
+            r.X1 += gx;
+        if (h.Flag == 4 || h.Flag == 8)
+            r.X0 -= gx;
+        MarkCorners(r.X0, r.Y0, r.X1, r.Y1, hb->PalletNo, h.Part);
+    }
+}
+
+}  // namespace kesto

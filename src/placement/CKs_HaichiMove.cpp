@@ -1,0 +1,184 @@
+// Moving a group of stacks that the operator dropped on a pallet slot of the drawing area.
+#include <algorithm>
+#include <cmath>
+
+#include "placement/CKs_Haichi.h"
+
+namespace kesto {
+
+namespace {
+
+bool InSlot(int x, int y, const SlotRect& s) {
+    return s.Left <= x && x <= s.Right && s.Top <= y && y <= s.Bottom;
+}
+
+// Pixel distance between two points, truncated.
+int PixelDistance(int x0, int y0, int x1, int y1) {
+    return static_cast<int>(std::hypot(static_cast<double>(x0) - x1, static_cast<double>(y0) - y1));
+}
+
+// The drop rectangle's corner that meets a block corner, and the block's own.
+int CornerDistance(const BlockInfo& b, int corner, int left, int top, int right, int bottom) {
+    switch (corner) {
+        case 4:
+            return PixelDistance(right, bottom, b.PixRight, b.PixBottom);
+        case 8:
+            return PixelDistance(right, top, b.PixRight, b.PixTop);
+        case 1:
+            return PixelDistance(left, bottom, b.PixLeft, b.PixBottom);
+        default:
+            return PixelDistance(left, top, b.PixLeft, b.PixTop);
+    }
+}
+
+}  // namespace
+
+int CKs_Haichi::DropTarget(int left, int top, int right, int bottom) const {
+    const std::array<int, 4> candidates = CandidatePallets();
+    for (size_t s = 0; s < Slots.size(); ++s) {
+        const SlotRect& r = Slots[s];
+        if (InSlot(left, bottom, r) || InSlot(left, top, r) || InSlot(right, top, r) ||
+            InSlot(right, bottom, r)) {
+            return candidates[s];
+        }
+    }
+    return -1;
+}
+
+int CKs_Haichi::FreeMove(const std::vector<HaichiInfo*>& stacks, const LengthRect& group,
+                         int target, int right, int bottom) {
+    int first = -1, last = -1;
+    bool metTarget = false;
+    const int n = BlockLimit();
+    for (int i = 0; i < n; ++i) {
+        const BlockInfo& b = app_.Blocks[i];
+        if (b.KouteiNo == CurKoutei->No && b.PalletNo != target) {
+            if (metTarget)
+                break;
+            continue;
+        }
+        if (b.KouteiNo == CurKoutei->No)
+            metTarget = true;
+        if (first < 0)
+            first = i;
+        last = i;
+    }
+    if (first < 0)
+        return 0;
+    const BlockInfo& bf = app_.Blocks[first];
+    const BlockInfo& bl = app_.Blocks[last];
+    // Blocks on one pixel column or row give no scale; that direction then does not stretch.
+    const int pixX = std::abs(bf.PixLeft - bl.PixLeft);
+    const int pixY = std::abs(bf.PixBottom - bl.PixBottom);
+    const double sx = pixX != 0 ? std::fabs(bf.MinX - bl.MinX) / pixX : 0;
+    const double sy = pixY != 0 ? std::fabs(bf.MinY - bl.MinY) / pixY : 0;
+    for (HaichiInfo* h : stacks) {
+        h->X += (right - bf.PixLeft) * sx + bf.MinX - group.X1;
+        h->Y += bf.MinY - (bottom - bf.PixBottom) * sy - group.Y0;
+        const LengthRect r{h->X - h->Part->SizeX, h->Y, h->X, h->Y + h->Part->SizeY};
+        MarkCorners(r.X0, r.Y0, r.X1, r.Y1, bl.PalletNo, CurPart);
+        int covered = -1, lastOfPallet = -1;
+        for (int i = 0; i < n; ++i) {
+            const BlockInfo& b = app_.Blocks[i];
+            if (b.KouteiNo != CurKoutei->No || b.PalletNo != target)
+                continue;
+            lastOfPallet = i;
+            if (r.X0 <= b.MinX && b.MaxX <= r.X1 && r.Y0 <= b.MinY && b.MaxY <= r.Y1)
+                covered = i;
+        }
+        if (covered >= 0 || lastOfPallet >= 0)
+            h->BlockIndex = covered >= 0 ? covered : lastOfPallet;
+    }
+    return 1;
+}
+
+void CKs_Haichi::MoveToCorner(HaichiInfo& h, const LengthRect& group, int blockIndex, int corner) {
+    const BlockInfo& b = app_.Blocks[blockIndex];
+    const PalletInfo& pal = *CurKoutei->Mark;
+    const double sx = h.Part->SizeX, sy = h.Part->SizeY;
+    const CornerPlace at = PlaceInCorner(b, corner, sx, sy, pal.Len1, pal.Len2);
+    const double offX = (corner == 1 || corner == 2) ? (h.X - sx) - group.X0 : h.X - group.X1;
+    const double offY = (corner == 1 || corner == 4) ? group.Y0 - h.Y : group.Y1 - h.Y - sy;
+    const double testX = at.X - offX;
+    const double newY = at.Y - offY;
+    const bool fits =
+        CoversArea(CurPart->SizeX, CurPart->SizeY) ||
+        (BoundMinX - kLengthTolerance < testX - sx && testX < pal.Dims[2] + kLengthTolerance &&
+         BoundMinY - kLengthTolerance < newY && newY + sy < pal.Dims[3] + kLengthTolerance);
+    if (!fits || newY + sy > BoundMaxY + kLengthTolerance || testX > BoundMaxX + kLengthTolerance)
+        return;
+    // The test takes the offset off the corner, the move adds it; both are kept as they are.
+    h.X = at.X + offX;
+    h.Y = newY;
+    h.BlockIndex = blockIndex;
+    MarkCorners(at.Clear.X0, at.Clear.Y0, at.Clear.X1, at.Clear.Y1, b.PalletNo, CurPart);
+}
+
+void CKs_Haichi::SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRect& group,
+                          int target, int left, int top, int right, int bottom) {
+    int best = 9999, bestBlock = -1, bestCorner = 0;
+    const int n = BlockLimit();
+    for (int i = 0; i < n; ++i) {
+        const BlockInfo& b = app_.Blocks[i];
+        if (b.KouteiNo != CurKoutei->No || b.PalletNo != target)
+            continue;
+        for (uint8_t c : kCornerSearchOrder) {
+            if ((b.CornerMask & c) != 0 || TestCorner(1, i, c) == 0)
+                continue;
+            const int d = CornerDistance(b, c, left, top, right, bottom);
+            if (d < best) {
+                best = d;
+                bestBlock = i;
+                bestCorner = c;
+            }
+        }
+    }
+    if (bestBlock < 0)
+        return;
+    for (HaichiInfo* h : stacks)
+        MoveToCorner(*h, group, bestBlock, bestCorner);
+}
+
+int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left,
+                          int top, int right, int bottom, int freeMove) {
+    CurKoutei = koutei;
+    ComputeBounds(koutei);
+    std::vector<HaichiInfo*> group;
+    for (HaichiInfo* h : stacks) {
+        if (h != nullptr && h->Part != nullptr)
+            group.push_back(h);
+    }
+    LengthRect g{9999.999, 9999.999, -9999.999, -9999.999};
+    for (const HaichiInfo* h : group) {
+        g.X0 = std::min(g.X0, h->X - h->Part->SizeX);
+        g.Y0 = std::min(g.Y0, h->Y);
+        g.X1 = std::max(g.X1, h->X);
+        g.Y1 = std::max(g.Y1, h->Y + h->Part->SizeY);
+    }
+    // The group moves as one part of its overall size.
+    PartsInfo groupPart;
+    groupPart.SizeX = g.X1 - g.X0;
+    groupPart.SizeY = g.Y1 - g.Y0;
+    CurPart = &groupPart;
+    const int target = DropTarget(left, top, right, bottom);
+    int result = 0;
+    if (DropPallet == -1) {
+        DropPallet = target;
+    } else if (target >= 0 && koutei != nullptr && koutei->Mark != nullptr) {
+        if (freeMove == 1) {
+            result = FreeMove(group, g, target, right, bottom);
+        } else {
+            SnapMove(group, g, target, left, top, right, bottom);
+            result = 1;
+        }
+    }
+    // Blocks marked for the group are served by the moved stacks once the group is gone.
+    for (BlockInfo& b : app_.Blocks) {
+        if (b.Occupant == &groupPart && !group.empty())
+            b.Occupant = group.front()->Part;
+    }
+    CurPart = nullptr;
+    return result;
+}
+
+}  // namespace kesto

@@ -1,0 +1,237 @@
+// Bringing back the placement of an earlier run: restore its stacks from the save file, trim
+// what now exceeds a quantity, fill up what now falls short.
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <set>
+
+#include "placement/CKs_Haichi.h"
+#include "support/TextFile.h"
+
+namespace kesto {
+
+namespace {
+
+// The restore's block scan: blocks of the process on another pallet than the stored one are
+// passed over, and once the stored pallet's blocks were met such a block ends the scan.
+// visit returns true to stop.
+template <class Visit>
+void ScanRestoreBlocks(const std::vector<BlockInfo>& blocks, int count, int32_t kouteiNo,
+                       int storedPallet, Visit&& visit) {
+    bool met = false;
+    for (int i = 0; i < count; ++i) {
+        const BlockInfo& b = blocks[i];
+        if (b.KouteiNo == kouteiNo) {
+            if (b.PalletNo != storedPallet) {
+                if (met)
+                    return;
+                continue;
+            }
+            met = true;
+        }
+        if (visit(i))
+            return;
+    }
+}
+
+}  // namespace
+
+int CKs_Haichi::FindRestoreBlock(const LengthRect& r, int storedPallet, int corner) const {
+    const auto& blocks = app_.Blocks;
+    const int n = BlockLimit();
+    int found = -1;
+    ScanRestoreBlocks(blocks, n, CurKoutei->No, storedPallet, [&](int i) {
+        const BlockInfo& b = blocks[i];
+        if (r.X0 <= b.MinX && r.X1 >= b.MaxX && r.Y0 <= b.MinY && r.Y1 >= b.MaxY)
+            found = i;
+        return false;
+    });
+    if (found >= 0 || (corner != 1 && corner != 2 && corner != 4 && corner != 8))
+        return found;
+    const double px = (corner == 1 || corner == 2) ? r.X0 : r.X1;
+    const double py = (corner == 1 || corner == 4) ? r.Y0 : r.Y1;
+    ScanRestoreBlocks(blocks, n, CurKoutei->No, storedPallet, [&](int i) {
+        const BlockInfo& b = blocks[i];
+        if (b.MinX <= px && px <= b.MaxX && b.MinY <= py && py <= b.MaxY)
+            found = i;
+        return found >= 0;
+    });
+    return found;
+}
+
+// One save-file line: 1 when restored or ignored, 0 when the restore fails.
+int CKs_Haichi::RestoreLine(const std::string& line) {
+    FieldList f;
+    SplitLine(line, f);
+    const int32_t key = AtoL(f[0].empty() ? f[0] : f[0].substr(1));
+    auto part = std::find_if(app_.PartsList.begin(), app_.PartsList.end(),
+                             [key](const PartsInfo& p) { return p.Num5 == key; });
+    if (part == app_.PartsList.end() || part->Num2 >= 100)
+        return 1;
+    KouteiInfo* koutei = KouteiByNo(part->KouteiNo);
+    if (koutei == nullptr)
+        return 1;
+    CurKoutei = koutei;
+    ComputeBounds(koutei);
+    const int32_t count = AtoL(f[4]);
+    const double x0 = AtoF(f[5]), y0 = AtoF(f[6]);
+    const LengthRect r{x0, y0, x0 + AtoF(f[9]), y0 + AtoF(f[10])};
+    const int32_t stored = AtoL(f[15]);
+    const auto corner = static_cast<uint8_t>(AtoL(f[16]));
+    // Unplaced parts are saved with block -1: such a file is not restored.
+    if (stored == -1)
+        return 0;
+    // A block that this job's table does not hold names no pallet: the line is ignored.
+    const BlockInfo* storedBlock = BlockAt(stored);
+    if (storedBlock == nullptr)
+        return 1;
+    HaichiInfo* h = app_.AddHaichiInfo();
+    if (h == nullptr)
+        return 0;
+    h->X = r.X1;
+    h->Y = r.Y0;
+    h->Flag = corner;
+    const int found = FindRestoreBlock(r, storedBlock->PalletNo, corner);
+    BlockInfo& b = app_.Blocks[found >= 0 ? found : stored];
+    h->BlockIndex = found >= 0 ? found : stored;
+    h->Level = AtoL(f[13]);
+    h->Part = &*part;
+    h->Value = count;
+    b.Occupant = &*part;
+    part->Work[1] = AddClamped(part->Work[1], count);
+    MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, &*part);
+    return 1;
+}
+
+int CKs_Haichi::RestorePlacement(const std::string& path) {
+    if (app_.PartsList.Empty() || app_.KouteiList.Empty())
+        return 1;
+    if (path.empty() || FileExists(path, 0) == 0)
+        return 1;
+    TextFile file;
+    if (OpenFile(path, "rt", file) == 0)
+        return 0;
+    std::string line;
+    while (ReadLine(line, file.get()) >= 0) {
+        if (RestoreLine(line) == 0)
+            return 0;
+    }
+    return 1;
+}
+
+namespace {
+
+// Takes excess pieces off the stacks, highest output group first, later stacks first.
+void TrimStacks(PartsInfo& part, const std::vector<HaichiInfo*>& stacks) {
+    int64_t excess = int64_t{part.Work[1]} - part.Num1;
+    std::set<int32_t, std::greater<>> levels;
+    for (const HaichiInfo* h : stacks) {
+        if (h->Level >= 1)
+            levels.insert(h->Level);
+    }
+    for (int32_t level : levels) {
+        for (auto it = stacks.rbegin(); it != stacks.rend() && excess != 0; ++it) {
+            HaichiInfo& h = **it;
+            if (h.Level != level)
+                continue;
+            const int64_t take = h.Value < excess ? int64_t{h.Value} : excess;
+            excess -= take;
+            part.Work[1] = AddClamped(part.Work[1], -take);
+            h.Value = AddClamped(h.Value, -take);
+        }
+        if (excess == 0)
+            return;
+    }
+}
+
+}  // namespace
+
+void CKs_Haichi::RemoveEmptyStacks() {
+    // Rebuilding a process's corners depends only on the stacks that remain, so one rebuild
+    // per touched process after all removals gives what a rebuild after each removal gives.
+    std::vector<KouteiInfo*> touched;
+    for (auto it = app_.HaichiList.begin(); it != app_.HaichiList.end();) {
+        HaichiInfo* rec = &*it++;
+        if (rec->Value >= 1)
+            continue;
+        KouteiInfo* koutei = rec->Part != nullptr ? KouteiByNo(rec->Part->KouteiNo) : nullptr;
+        app_.RemoveHaichiInfo(rec);
+        touched.erase(std::remove(touched.begin(), touched.end(), koutei), touched.end());
+        touched.push_back(koutei);
+    }
+    for (KouteiInfo* koutei : touched)
+        RebuildCorners(koutei, {});
+}
+
+int CKs_Haichi::TrimExcess() {
+    if (app_.PartsList.Empty() || app_.KouteiList.Empty() || app_.HaichiList.Empty())
+        return 1;
+    std::vector<PartsInfo*> trimmed;
+    for (PartsInfo& p : app_.PartsList) {
+        if (p.Num5 == 0 || p.Num1 >= p.Work[1])
+            continue;
+        if (trimmed.size() >= kRememberLimit)
+            break;
+        trimmed.push_back(&p);
+        TrimStacks(p, StacksOf(&p, kRememberLimit));
+    }
+    RemoveEmptyStacks();
+    for (PartsInfo* p : trimmed)
+        ShareOut(StacksOf(p, SIZE_MAX), p->Num1);
+    return 1;
+}
+
+void CKs_Haichi::FillPart(PartsInfo& part) {
+    const std::vector<HaichiInfo*> stacks = StacksOf(&part, kRememberLimit);
+    int64_t shortfall = int64_t{part.Num1} - part.Work[1];
+    int64_t limit = 999;
+    const KouteiInfo* koutei = KouteiByNo(part.KouteiNo);
+    const double height = koutei != nullptr && koutei->Mark != nullptr ? koutei->Mark->Dims[4] : 0;
+    // A piece without height sets no cap.
+    if (height > 0 && PieceHeight(part) != 0)
+        limit = TruncToInt32(height / PieceHeight(part));
+    limit = std::min<int64_t>(limit, part.Num4);
+    // One piece at a time onto the lowest stack below the limit (the first on ties), done
+    // level by level: the lowest stacks are raised together to the next value above them.
+    while (shortfall > 0) {
+        int64_t low = INT64_MAX, next = limit;
+        for (const HaichiInfo* h : stacks) {
+            if (h->Value < limit)
+                low = std::min<int64_t>(low, h->Value);
+        }
+        if (low == INT64_MAX)
+            return;
+        std::vector<HaichiInfo*> lows;
+        for (HaichiInfo* h : stacks) {
+            if (h->Value == low)
+                lows.push_back(h);
+            if (h->Value > low && h->Value < next)
+                next = h->Value;
+        }
+        const int64_t c = static_cast<int64_t>(lows.size());
+        const int64_t add = std::min(shortfall, (next - low) * c);
+        for (int64_t i = 0; i < c; ++i) {
+            lows[i]->Value = AddClamped(lows[i]->Value, add / c + (i < add % c ? 1 : 0));
+        }
+        part.Work[1] = AddClamped(part.Work[1], add);
+        shortfall -= add;
+    }
+}
+
+int CKs_Haichi::FillShortage() {
+    if (app_.PartsList.Empty() || app_.KouteiList.Empty() || app_.HaichiList.Empty())
+        return 1;
+    std::vector<PartsInfo*> parts;
+    for (PartsInfo& p : app_.PartsList) {
+        if (p.Num5 == 0 || p.Num2 >= 100 || p.Num1 <= p.Work[1])
+            continue;
+        if (parts.size() >= kRememberLimit)
+            break;
+        parts.push_back(&p);
+    }
+    for (PartsInfo* p : parts)
+        FillPart(*p);
+    return 1;
+}
+
+}  // namespace kesto

@@ -1,0 +1,164 @@
+// Stacking one part into the free corners of its process's blocks.
+#include <algorithm>
+#include <cstdint>
+
+#include "placement/CKs_Haichi.h"
+
+namespace kesto {
+
+std::array<int, 4> CKs_Haichi::CandidatePallets() const {
+    std::array<int, 4> c{-1, -1, -1, -1};
+    const int64_t cur = app_.CurrentPallet;
+    const int64_t n = app_.PalletCount;
+    // Values that name no pallet never match a block; cut them into the int range.
+    auto narrow = [](int64_t v) { return static_cast<int>(std::clamp<int64_t>(v, -1, INT32_MAX)); };
+    switch (app_.PalletMode) {
+        case 0:
+        case 1:
+            c[0] = narrow(cur);
+            break;
+        case 2:
+            c[0] = narrow(cur);
+            if (n >= 4) {
+                const int64_t c2 = cur + 1 > n ? 1 : cur + 1;
+                const int64_t c3 = c2 + 1 > n ? 1 : c2 + 1;
+                // c4 is not wrapped: from the second-last pallet it names pallet n + 1,
+                // so that pallet 1 is not reached from there.
+                c[1] = narrow(c2);
+                c[2] = narrow(c3);
+                c[3] = narrow(c3 + 1);
+            } else {
+                for (int k = 1; k < 4; ++k)
+                    c[k] = cur + k > n ? -1 : narrow(cur + k);
+            }
+            break;
+        case 3:
+            c[0] = narrow(cur);
+            c[1] = n < 2 ? -1 : (cur + 1 > n ? 1 : narrow(cur + 1));
+            break;
+        default:
+            break;
+    }
+    return c;
+}
+
+bool CKs_Haichi::IsCandidate(int pallet, const std::array<int, 4>& candidates) const {
+    return std::find(candidates.begin(), candidates.end(), pallet) != candidates.end();
+}
+
+int CKs_Haichi::PiecesFor(int32_t remaining, int mode) const {
+    int64_t pieces = remaining;
+    const int32_t num4 = CurPart->Num4;
+    if (num4 >= 1) {
+        if (remaining % num4 == 0) {
+            pieces = num4;
+        } else {
+            // The fewest stacks of at most num4 that hold remaining, filled evenly.
+            const int64_t k = remaining / num4 + 1;
+            pieces = (remaining + k - 1) / k;
+        }
+        if (mode != 0 && remaining > num4)
+            pieces = num4;
+    }
+    const double v1 = CurPart->Value1;
+    // A piece without height sets no cap.
+    if (v1 != 0 && CurKoutei->Mark->Dims[4] < static_cast<double>(pieces) * v1) {
+        pieces = TruncToInt32(CurKoutei->Mark->Dims[4] / v1);
+    }
+    return static_cast<int>(pieces);
+}
+
+// Up to four stacks of CurPart in the free corners of one block. Returns -1 when a stack
+// cannot be allocated, 0 when the part is done, 1 to go on with the next block; pieces is
+// the last stack size worked out.
+int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*>& made,
+                               int& pieces) {
+    BlockInfo& b = app_.Blocks[blockIndex];
+    const PalletInfo& pal = *CurKoutei->Mark;
+    const double sx = CurPart->SizeX, sy = CurPart->SizeY;
+    for (int attempt = 0; attempt < 4; ++attempt) {
+        const int64_t remaining =
+            int64_t{CurPart->Num1} - CurPart->Work[1] - int64_t{CurPart->Work[2]};
+        if (remaining < 1)
+            return 0;
+        pieces = PiecesFor(static_cast<int32_t>(std::min<int64_t>(remaining, INT32_MAX)), mode);
+        int corner = 0;
+        for (uint8_t c : kCornerSearchOrder) {
+            if ((b.CornerMask & c) == 0 && TestCorner(0, blockIndex, c) != 0) {
+                corner = c;
+                break;
+            }
+        }
+        // A failed attempt changes nothing, so the remaining attempts would fail alike.
+        if (corner == 0)
+            return 1;
+        const CornerPlace at = PlaceInCorner(b, corner, sx, sy, pal.Len1, pal.Len2);
+        const bool inside =
+            BoundMinX - kLengthTolerance < at.X - sx && at.X < BoundMaxX + kLengthTolerance &&
+            BoundMinY - kLengthTolerance < at.Y && at.Y + sy < BoundMaxY + kLengthTolerance;
+        if (!CoversArea(sx, sy) && !inside)
+            return 1;
+        const LengthRect& r = at.Clear;
+        if (TestRect(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart) == 0)
+            return 1;
+        HaichiInfo* h = app_.AddHaichiInfo();
+        if (h == nullptr)
+            return -1;
+        h->X = at.X;
+        h->Y = at.Y;
+        h->BlockIndex = blockIndex;
+        h->Part = CurPart;
+        h->Value = pieces;
+        h->Flag = static_cast<uint8_t>(corner);
+        b.Occupant = CurPart;
+        CurPart->Work[1] = AddClamped(CurPart->Work[1], pieces);
+        MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart);
+        IndexStack(h, b.PalletNo);
+        if (mode != 0 && made.size() < kRememberLimit)
+            made.push_back(h);
+    }
+    return 1;
+}
+
+int CKs_Haichi::StackPart(int mode) {
+    ComputeBounds(CurKoutei);
+    // A process without a pallet has nowhere to stack.
+    if (CurKoutei == nullptr || CurKoutei->Mark == nullptr || CurPart == nullptr)
+        return 1;
+    std::array<int, 4> candidates{-1, -1, -1, -1};
+    if (mode == 1)
+        candidates = CandidatePallets();
+    std::vector<HaichiInfo*> made;
+    index_ = BuildIndex();
+    const int result = StackOverBlocks(mode, candidates, made);
+    index_.reset();
+    if (result == 0)
+        return 0;
+    if (mode != 0 && !made.empty() && app_.Reserved1 == 0)
+        ShareOut(made, CurPart->Num1);
+    return 1;
+}
+
+// StackPart's block loop: 0 when a stack cannot be allocated, else 1.
+int CKs_Haichi::StackOverBlocks(int mode, const std::array<int, 4>& candidates,
+                                std::vector<HaichiInfo*>& made) {
+    const int n = BlockLimit();
+    for (int i = 0; i < n; ++i) {
+        const BlockInfo& b = app_.Blocks[i];
+        if (b.KouteiNo != CurKoutei->No)
+            continue;
+        if (b.Occupant != nullptr && b.Occupant != CurPart)
+            continue;
+        if (mode == 1 && !IsCandidate(b.PalletNo, candidates))
+            continue;
+        int pieces = 0;
+        const int step = StackIntoBlock(i, mode, made, pieces);
+        if (step < 0)
+            return 0;
+        if (step == 0 || pieces < 1)
+            break;
+    }
+    return 1;
+}
+
+}  // namespace kesto

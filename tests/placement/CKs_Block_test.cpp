@@ -1,0 +1,185 @@
+#include "placement/CKs_Block.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
+
+#include "PlacementFixture.h"
+#include "app/AllocFailure.h"
+
+namespace kesto::test {
+namespace {
+
+class BlockTest : public PlacementTest {
+  protected:
+    std::vector<std::pair<double, double>> Columns() {
+        std::vector<std::pair<double, double>> out;
+        for (int i = 0; i < app->BlocksCount; ++i) {
+            const auto c = std::make_pair(app->Blocks[i].MinX, app->Blocks[i].MaxX);
+            if (out.empty() || out.back() != c)
+                out.push_back(c);
+        }
+        return out;
+    }
+    std::vector<double> RowsOfFirstColumn() {
+        std::vector<double> out;
+        for (int i = 0; i < app->BlocksCount; ++i) {
+            if (app->Blocks[i].MinX != app->Blocks[0].MinX)
+                break;
+            out.push_back(app->Blocks[i].MinY);
+        }
+        return out;
+    }
+};
+
+using Span = std::pair<double, double>;
+
+TEST_F(BlockTest, StartCornerZeroNumbersColumnsFromTheLeftEndingAtTheRightMargin) {
+    GridJob(0);
+    EXPECT_EQ(Columns(), (std::vector<Span>{{70, 370}, {380, 680}, {690, 990}}));
+}
+
+TEST_F(BlockTest, StartCornerOneAlsoEndsTheColumnsAtTheRightMargin) {
+    GridJob(1);
+    EXPECT_EQ(Columns(), (std::vector<Span>{{70, 370}, {380, 680}, {690, 990}}));
+}
+
+TEST_F(BlockTest, StartCornerTwoNumbersTheSameColumnsFromTheRight) {
+    GridJob(2);
+    EXPECT_EQ(Columns(), (std::vector<Span>{{690, 990}, {380, 680}, {70, 370}}));
+}
+
+TEST_F(BlockTest, RowsStartAt10_220_430FromTheBottomForCorners0And3) {
+    for (int corner : {0, 3}) {
+        app->KouteiList.Clear();
+        app->PalletList.Clear();
+        GridJob(corner);
+        EXPECT_EQ(RowsOfFirstColumn(), (std::vector<double>{10, 220, 430})) << corner;
+    }
+}
+
+TEST_F(BlockTest, RowsStartAt430_220_10FromTheTopForCorners1And2) {
+    for (int corner : {1, 2}) {
+        app->KouteiList.Clear();
+        app->PalletList.Clear();
+        GridJob(corner);
+        EXPECT_EQ(RowsOfFirstColumn(), (std::vector<double>{430, 220, 10})) << corner;
+    }
+}
+
+TEST_F(BlockTest, CellsAreTwoHundredDeepAndFilledWithProcessAndPallet) {
+    GridJob(3);
+    ASSERT_EQ(app->BlocksCount, 9);
+    const BlockInfo& b = app->Blocks[0];
+    EXPECT_EQ(b.KouteiNo, 1);
+    EXPECT_EQ(b.PalletNo, 1);
+    EXPECT_DOUBLE_EQ(b.MinX, 690);
+    EXPECT_DOUBLE_EQ(b.MaxX, 990);
+    EXPECT_DOUBLE_EQ(b.MinY, 10);
+    EXPECT_DOUBLE_EQ(b.MaxY, 210);
+    EXPECT_EQ(b.CornerMask, 0);
+    EXPECT_EQ(b.Occupant, nullptr);
+}
+
+TEST_F(BlockTest, TableIsOrderedByProcessThenPalletThenColumnThenRow) {
+    AddPallet(GridPallet("A"));
+    AddPallet(GridPallet("B"));
+    AddKoutei(7, "B");
+    AddKoutei(3, "A");
+    app->PalletCount = 2;
+    ASSERT_EQ(CKs_Block(*app).SetUp(), 1);
+    ASSERT_EQ(app->BlocksCount, 36);
+    EXPECT_EQ(app->BlocksCapacity, 100);
+    EXPECT_EQ(app->Blocks[0].KouteiNo, 7);
+    EXPECT_EQ(app->Blocks[9].KouteiNo, 7);
+    EXPECT_EQ(app->Blocks[9].PalletNo, 2);
+    EXPECT_EQ(app->Blocks[18].KouteiNo, 3);
+    EXPECT_EQ(app->Blocks[18].PalletNo, 1);
+    EXPECT_DOUBLE_EQ(app->Blocks[1].MinY, 220);
+    EXPECT_DOUBLE_EQ(app->Blocks[3].MinX, 380);
+}
+
+TEST_F(BlockTest, SetUpLinksEachProcessToTheFirstPalletOfItsName) {
+    PalletInfo& first = AddPallet(GridPallet("PAL"));
+    AddPallet(GridPallet("PAL"));
+    KouteiInfo& k = AddKoutei(1, "PAL");
+    ASSERT_EQ(CKs_Block(*app).SetUp(), 1);
+    EXPECT_EQ(k.Mark, &first);
+}
+
+TEST_F(BlockTest, ZeroColumnsYieldNoBlocks) {
+    PalletInfo p = GridPallet("PAL");
+    p.Param1 = 0;
+    AddPallet(p);
+    AddKoutei(1, "PAL");
+    app->StartCorner = 0;
+    EXPECT_EQ(CKs_Block(*app).SetUp(), 1);
+    EXPECT_EQ(app->BlocksCount, 0);
+    EXPECT_EQ(app->ErrorCode, 0);
+}
+
+TEST_F(BlockTest, ProcessWithoutPalletShowsMessageOneAndBuildsNothing) {
+    AddPallet(GridPallet("PAL"));
+    AddKoutei(1, "PAL");
+    AddKoutei(2, "NONE");
+    EXPECT_EQ(CKs_Block(*app).SetUp(), 0);
+    EXPECT_EQ(op.KakuNumbers, (std::vector<std::pair<int, int>>{{1, 0}}));
+    EXPECT_EQ(app->BlocksCount, 0);
+}
+
+TEST_F(BlockTest, MoreCellsThanTheCapacityShowCountOverAnd9102) {
+    AddPallet(GridPallet("PAL"));
+    KouteiInfo& k = AddKoutei(1, "PAL");
+    k.Mark = &*app->PalletList.begin();
+    app->BlocksCapacity = 4;
+    EXPECT_EQ(CKs_Block(*app).Build(), 0);
+    EXPECT_EQ(app->ErrorCode, 9102);
+    EXPECT_EQ(app->BlocksCount, 4);
+    EXPECT_EQ(op.Messages, (std::vector<std::string>{"Block Data Area Set Count Over"}));
+}
+
+TEST_F(BlockTest, AbsurdCapacityFailsWith9101WithoutAllocating) {
+    PalletInfo p = GridPallet("PAL");
+    p.Param1 = 100000;
+    p.Param2 = 100000;
+    AddPallet(p);
+    AddKoutei(1, "PAL");
+    EXPECT_EQ(CKs_Block(*app).SetUp(), 0);
+    EXPECT_EQ(app->ErrorCode, 9101);
+    EXPECT_TRUE(op.Messages.empty());
+}
+
+TEST_F(BlockTest, TableThatCannotBeAllocatedFailsWith9101) {
+    app->BlocksCapacity = 100;
+    int result = -1;
+    {
+        ScopedAllocFailure fail(50 * sizeof(BlockInfo));
+        result = CKs_Block(*app).Build();
+    }
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(app->ErrorCode, 9101);
+}
+
+TEST_F(BlockTest, NegativeCapacityFailsWith9101) {
+    app->BlocksCapacity = -1;
+    EXPECT_EQ(CKs_Block(*app).Build(), 0);
+    EXPECT_EQ(app->ErrorCode, 9101);
+}
+
+TEST_F(BlockTest, EmptyProcessListBuildsNothingAndSucceeds) {
+    app->BlocksCapacity = 10;
+    EXPECT_EQ(CKs_Block(*app).Build(), 1);
+    EXPECT_EQ(app->Blocks.size(), 10u);
+    EXPECT_EQ(app->BlocksCount, 0);
+}
+
+TEST_F(BlockTest, ZeroPalletsGiveAnEmptyTable) {
+    app->PalletCount = 0;
+    GridJob(3);
+    EXPECT_EQ(app->BlocksCapacity, 0);
+    EXPECT_EQ(app->BlocksCount, 0);
+}
+
+}  // namespace
+}  // namespace kesto::test

@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+
+#include "PlacementFixture.h"
+
+namespace kesto::test {
+namespace {
+
+// One process on a 1000 x 1000 pallet without gaps; block 0 is (0,0)-(100,100).
+class CornerTest : public PlacementTest {
+  protected:
+    CornerTest() : h(*app) {
+        PalletInfo pal = GridPallet("PAL");
+        pal.Dims[2] = 1000;
+        pal.Dims[3] = 1000;
+        pal.Dims[6] = 0;
+        AddPallet(pal);
+        koutei = &AddKoutei(1, "PAL");
+        koutei->Mark = &*app->PalletList.begin();
+        AddBlock(1, 1, 0, 0, 100, 100);
+        AddBlock(1, 1, 200, 0, 300, 100);
+        AddBlock(1, 2, 0, 0, 100, 100);
+        AddBlock(2, 1, 0, 0, 100, 100);
+        other = &AddPart(1, 20, 20, 1);
+        part = &AddPart(1, 50, 50, 1);
+        h.CurKoutei = koutei;
+        h.CurPart = part;
+    }
+    // A stack of `other` whose rectangle (no gaps) is (x0,y0)-(x1,y1), in block `block`.
+    HaichiInfo& Obstacle(double x0, double y0, double x1, double y1, int block = 1) {
+        PartsInfo& p = AddPart(1, x1 - x0, y1 - y0, 1);
+        return AddStack(p, block, x1, y0, 1);
+    }
+
+    CKs_Haichi h;
+    KouteiInfo* koutei = nullptr;
+    PartsInfo* other = nullptr;
+    PartsInfo* part = nullptr;
+};
+
+TEST_F(CornerTest, FreeCornerPasses) {
+    Obstacle(600, 600, 700, 700);
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
+}
+
+TEST_F(CornerTest, FootprintCornerInsideAStackCollides) {
+    Obstacle(40, 40, 60, 60);
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+}
+
+TEST_F(CornerTest, StackInsideTheFootprintCollides) {
+    Obstacle(10, 10, 20, 20);
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+}
+
+TEST_F(CornerTest, FootprintSpanningInYWithAnEdgeCrossingInXCollides) {
+    Obstacle(40, 10, 60, 20);
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+}
+
+TEST_F(CornerTest, FootprintSpanningInXWithAnEdgeCrossingInYCollides) {
+    Obstacle(10, 40, 20, 60);
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+}
+
+TEST_F(CornerTest, ClearanceGapsWidenTheStack) {
+    app->PalletList.begin()->Len1 = 15;
+    Obstacle(60, 10, 80, 20);
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+    app->PalletList.begin()->Len1 = 5;
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
+}
+
+TEST_F(CornerTest, StacksOnAnotherPalletOrProcessDoNotCollide) {
+    Obstacle(40, 40, 60, 60, 2);
+    Obstacle(40, 40, 60, 60, 3);
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
+}
+
+TEST_F(CornerTest, SelectedStacksArePassedOverOnlyWhileDragging) {
+    HaichiInfo& s = Obstacle(40, 40, 60, 60);
+    h.Selection = {&s};
+    EXPECT_EQ(h.TestCorner(1, 0, 1), 1);
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+}
+
+TEST_F(CornerTest, BlockServedByAnotherPartIsRefusedUnlessDragging) {
+    app->Blocks[0].Occupant = other;
+    EXPECT_EQ(h.TestCorner(0, 0, 4), 0);
+    EXPECT_EQ(h.TestCorner(1, 0, 4), 1);
+}
+
+TEST_F(CornerTest, UnknownCornerCodeIsRefused) {
+    EXPECT_EQ(h.TestCorner(0, 0, 3), 0);
+}
+
+TEST_F(CornerTest, FootprintBeyondThePalletIsRefused) {
+    app->PalletList.begin()->Dims[2] = 90;
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
+    EXPECT_EQ(h.TestCorner(0, 0, 4), 0);
+    app->PalletList.begin()->Dims[6] = 5;
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+    EXPECT_EQ(h.TestCorner(0, 0, 2), 1);
+}
+
+TEST_F(CornerTest, BlockIndexOutsideTheTableIsRefused) {
+    EXPECT_EQ(h.TestCorner(0, -1, 1), 0);
+    EXPECT_EQ(h.TestCorner(0, 4, 1), 0);
+}
+
+TEST_F(CornerTest, StackWithBlockOutsideTheTableIsPassedOver) {
+    Obstacle(40, 40, 60, 60, 99);
+    EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
+}
+
+TEST_F(CornerTest, CornerOnTheLowEdgeIsOutsideAndOnTheHighEdgeInside) {
+    h.MarkCorners(0, 0, 50, 50, 1, part);
+    EXPECT_EQ(app->Blocks[0].CornerMask, 0);
+    h.MarkCorners(-1, -1, 0, 0, 1, part);
+    EXPECT_EQ(app->Blocks[0].CornerMask, 1);
+}
+
+TEST_F(CornerTest, MarkCornersSetsTheBitOfEachCoveredCorner) {
+    h.MarkCorners(-10, 50, 10, 150, 1, part);
+    EXPECT_EQ(app->Blocks[0].CornerMask, 2);
+    h.MarkCorners(90, 50, 110, 150, 1, part);
+    EXPECT_EQ(app->Blocks[0].CornerMask, 2 | 8);
+    h.MarkCorners(90, -10, 110, 10, 1, part);
+    EXPECT_EQ(app->Blocks[0].CornerMask, 2 | 8 | 4);
+    EXPECT_EQ(app->Blocks[0].Occupant, part);
+    EXPECT_EQ(app->Blocks[2].CornerMask, 0);
+    EXPECT_EQ(app->Blocks[3].CornerMask, 0);
+}
+
+TEST_F(CornerTest, MarkCornersKeepsAnExistingOccupant) {
+    app->Blocks[0].Occupant = other;
+    h.MarkCorners(90, 90, 110, 110, 1, part);
+    EXPECT_EQ(app->Blocks[0].Occupant, other);
+    EXPECT_EQ(app->Blocks[0].CornerMask, 8);
+}
+
+TEST_F(CornerTest, TestRectRefusesACornerOfABlockServedByAnotherPart) {
+    app->Blocks[1].Occupant = other;
+    EXPECT_EQ(h.TestRect(150, 0, 200, 10, 1, part), 1);
+    EXPECT_EQ(h.TestRect(150, -10, 200, 10, 1, part), 0);
+    EXPECT_EQ(h.TestRect(150, -10, 200, 10, 1, other), 1);
+    EXPECT_EQ(h.TestRect(150, -10, 200, 10, 2, part), 1);
+}
+
+TEST_F(CornerTest, RebuildCornersMarksFromTheStacks) {
+    app->PalletList.begin()->Len1 = 10;
+    app->PalletList.begin()->Len2 = 10;
+    app->Blocks[1].Occupant = other;
+    app->Blocks[1].CornerMask = 15;
+    HaichiInfo& s = AddStack(*part, 0, 100, 50, 3, 8);
+    h.RebuildCorners(koutei, {});
+    EXPECT_EQ(app->Blocks[0].CornerMask, 8);
+    EXPECT_EQ(app->Blocks[0].Occupant, part);
+    EXPECT_EQ(app->Blocks[1].Occupant, nullptr);
+    EXPECT_EQ(app->Blocks[1].CornerMask, 0);
+    h.RebuildCorners(koutei, {&s});
+    EXPECT_EQ(app->Blocks[0].CornerMask, 0);
+    EXPECT_EQ(app->Blocks[0].Occupant, nullptr);
+}
+
+TEST_F(CornerTest, RebuildCornersOfAStackInCornerFourLeavesItsOwnCornerOpen) {
+    AddStack(*part, 0, 100, 0, 3, 4);
+    h.RebuildCorners(koutei, {});
+    EXPECT_EQ(app->Blocks[0].CornerMask, 0);
+    EXPECT_EQ(app->Blocks[0].Occupant, nullptr);
+}
+
+TEST_F(CornerTest, RebuildCornersAddsTheGapsOnTheSidesAwayFromTheCorner) {
+    HaichiInfo& s = AddStack(*part, 0, 190, 45, 3, 1);
+    h.RebuildCorners(koutei, {});
+    EXPECT_EQ(app->Blocks[1].CornerMask, 0);
+    app->PalletList.begin()->Len1 = 10;
+    app->PalletList.begin()->Len2 = 10;
+    h.RebuildCorners(koutei, {});
+    EXPECT_EQ(app->Blocks[1].CornerMask, 2);
+    s.Flag = 4;
+    h.RebuildCorners(koutei, {});
+    EXPECT_EQ(app->Blocks[1].CornerMask, 0);
+}
+
+TEST_F(CornerTest, RebuildCornersLeavesOtherProcessesAlone) {
+    app->Blocks[3].CornerMask = 5;
+    h.RebuildCorners(koutei, {});
+    EXPECT_EQ(app->Blocks[3].CornerMask, 5);
+    h.RebuildCorners(nullptr, {});
+    EXPECT_EQ(h.CurKoutei, nullptr);
+}
+
+}  // namespace
+}  // namespace kesto::test

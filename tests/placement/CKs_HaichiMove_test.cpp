@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+
+#include "PlacementFixture.h"
+
+namespace kesto::test {
+namespace {
+
+// The grid job drawn at half scale into slot 0 (0,0)-(500,400), y growing downward.
+class MoveTest : public PlacementTest {
+  protected:
+    MoveTest() : koutei(GridJob()), h(*app) {
+        for (BlockInfo& b : app->Blocks) {
+            b.PixLeft = static_cast<int32_t>(b.MinX / 2);
+            b.PixRight = static_cast<int32_t>(b.MaxX / 2);
+            b.PixTop = static_cast<int32_t>(400 - b.MaxY / 2);
+            b.PixBottom = static_cast<int32_t>(400 - b.MinY / 2);
+        }
+        h.Slots[0] = {0, 0, 500, 400};
+        part = &AddPart(1, 100, 50, 1);
+        second = &AddPart(1, 100, 50, 1);
+    }
+    // Picks the stacks up as the drawing area does before a drop.
+    int Drop(const std::vector<HaichiInfo*>& stacks, int left, int top, int right, int bottom,
+             int freeMove = 0) {
+        h.Selection = stacks;
+        h.RebuildCorners(&koutei, stacks);
+        return h.MoveGroup(&koutei, stacks, left, top, right, bottom, freeMove);
+    }
+
+    KouteiInfo& koutei;
+    CKs_Haichi h;
+    PartsInfo* part = nullptr;
+    PartsInfo* second = nullptr;
+};
+
+TEST_F(MoveTest, SnapsToTheNearestFreeCorner) {
+    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    EXPECT_EQ(Drop({&s}, 288, 192, 338, 217), 1);
+    EXPECT_DOUBLE_EQ(s.X, 680);
+    EXPECT_DOUBLE_EQ(s.Y, 370);
+    EXPECT_EQ(s.BlockIndex, 4);
+    EXPECT_EQ(app->Blocks[4].CornerMask, 8);
+    EXPECT_EQ(app->Blocks[4].Occupant, part);
+}
+
+TEST_F(MoveTest, CornerTakenByAnotherStackIsNotChosen) {
+    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    AddStack(*second, 4, 680, 370, 1, 8);
+    EXPECT_EQ(Drop({&s}, 288, 192, 338, 217), 1);
+    EXPECT_NE(s.BlockIndex, 4);
+    EXPECT_NE(s.BlockIndex, 0);
+}
+
+TEST_F(MoveTest, ProbeReportsTheTargetAndMovesNothing) {
+    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    h.DropPallet = -1;
+    EXPECT_EQ(Drop({&s}, 288, 192, 338, 217), 0);
+    EXPECT_EQ(h.DropPallet, 1);
+    EXPECT_DOUBLE_EQ(s.X, 990);
+    EXPECT_EQ(s.BlockIndex, 0);
+}
+
+TEST_F(MoveTest, DropOutsideEverySlotMovesNothing) {
+    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    EXPECT_EQ(Drop({&s}, 600, 600, 650, 650), 0);
+    EXPECT_DOUBLE_EQ(s.X, 990);
+    EXPECT_DOUBLE_EQ(s.Y, 10);
+    h.DropPallet = -1;
+    EXPECT_EQ(Drop({&s}, 600, 600, 650, 650), 0);
+    EXPECT_EQ(h.DropPallet, -1);
+}
+
+TEST_F(MoveTest, SlotWithoutACandidatePalletMovesNothing) {
+    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    h.Slots[1] = {600, 0, 1100, 400};
+    EXPECT_EQ(Drop({&s}, 700, 100, 750, 125), 0);
+    EXPECT_DOUBLE_EQ(s.X, 990);
+}
+
+TEST_F(MoveTest, MoveAddsTheOffsetThatTheTestTakesOff) {
+    HaichiInfo& s1 = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s2 = AddStack(*second, 0, 790, 10, 1, 1);
+    EXPECT_EQ(Drop({&s1, &s2}, 190, 370, 340, 395), 1);
+    EXPECT_DOUBLE_EQ(s1.X, 680);
+    EXPECT_DOUBLE_EQ(s2.X, 480);
+    EXPECT_DOUBLE_EQ(s2.Y, 10);
+    EXPECT_EQ(s2.BlockIndex, 3);
+}
+
+TEST_F(MoveTest, StackThatWouldLeaveTheAreaStaysWhereItWas) {
+    HaichiInfo& s1 = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s2 = AddStack(*second, 3, 480, 10, 1, 1);
+    EXPECT_EQ(Drop({&s1, &s2}, 35, 370, 340, 395), 1);
+    EXPECT_DOUBLE_EQ(s1.X, 680);
+    EXPECT_EQ(s1.BlockIndex, 3);
+    EXPECT_DOUBLE_EQ(s2.X, 480);
+    EXPECT_DOUBLE_EQ(s2.Y, 10);
+}
+
+TEST_F(MoveTest, FreeMoveScalesPixelsByTheFirstAndLastBlock) {
+    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    EXPECT_EQ(Drop({&s}, 150, 275, 200, 300, 1), 1);
+    EXPECT_DOUBLE_EQ(s.X, 400);
+    EXPECT_DOUBLE_EQ(s.Y, 200);
+    EXPECT_EQ(s.BlockIndex, 8);
+    EXPECT_EQ(app->Blocks[3].CornerMask, 2);
+    EXPECT_EQ(app->Blocks[3].Occupant, part);
+}
+
+TEST_F(MoveTest, FreeMoveWithoutPixelDistanceDoesNotStretch) {
+    for (BlockInfo& b : app->Blocks)
+        b.PixLeft = b.PixBottom = 0;
+    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    EXPECT_EQ(Drop({&s}, 150, 275, 200, 300, 1), 1);
+    EXPECT_DOUBLE_EQ(s.X, 690);
+    EXPECT_DOUBLE_EQ(s.Y, 10);
+}
+
+TEST_F(MoveTest, FreeMoveCoveringABlockTakesIt) {
+    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    PartsInfo& big = AddPart(1, 300, 200, 1);
+    s.Part = &big;
+    s.X = 990;
+    EXPECT_EQ(Drop({&s}, 195, 295, 340, 395, 1), 1);
+    EXPECT_DOUBLE_EQ(s.X, 680);
+    EXPECT_DOUBLE_EQ(s.Y, 10);
+    EXPECT_EQ(s.BlockIndex, 3);
+}
+
+}  // namespace
+}  // namespace kesto::test

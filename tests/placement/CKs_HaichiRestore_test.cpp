@@ -1,0 +1,327 @@
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
+#include <random>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "PlacementFixture.h"
+
+namespace kesto::test {
+namespace {
+
+// A save-file stack line as the result output writes it, with zero offsets.
+std::string SaveLine(const HaichiInfo& h, int32_t pallet) {
+    const PartsInfo& p = *h.Part;
+    char buf[1024];
+    std::snprintf(buf, sizeof buf,
+                  "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d",
+                  p.Code.c_str(), p.KouteiNo, p.Name.c_str(), pallet, h.Value, h.X - p.SizeX, h.Y,
+                  -1, p.Text1.c_str(), p.SizeX, p.SizeY, p.Value1, p.Num3, h.Level, p.Code.c_str(),
+                  static_cast<long>(h.BlockIndex), int{h.Flag});
+    return buf;
+}
+
+// A line for part code with the rectangle (x0,y0) size (sx,sy), stored block and corner.
+std::string Line(const std::string& code, double x0, double y0, double sx, double sy, int count,
+                 int block, int corner, int level = 0) {
+    char buf[512];
+    std::snprintf(buf, sizeof buf, "%s,1,N,1,%d,%.4f,%.4f,-1,T,%.4f,%.4f,1,0,%d,%s,%d,%d",
+                  code.c_str(), count, x0, y0, sx, sy, level, code.c_str(), block, corner);
+    return buf;
+}
+
+class RestoreTest : public PlacementTest {
+  protected:
+    std::string WriteSave(const std::vector<std::string>& lines) {
+        const auto path = Folder("save") / "save.txt";
+        std::ofstream out(path);
+        for (const std::string& l : lines)
+            out << l << "\n";
+        return path.string();
+    }
+    PartsInfo& KeyedPart(int32_t koutei, double sx, double sy, int32_t num1, int32_t num4 = 0) {
+        PartsInfo& p = AddPart(koutei, sx, sy, num1, num4);
+        p.Num5 = p.Seq;
+        return p;
+    }
+    int Restore(const std::vector<std::string>& lines) {
+        return CKs_Haichi(*app).RestorePlacement(WriteSave(lines));
+    }
+};
+
+using StackKey = std::tuple<int, double, double, int, int, int>;
+
+std::vector<StackKey> Snapshot(const CKestoApp& a) {
+    std::vector<StackKey> out;
+    for (const HaichiInfo& h : a.HaichiList) {
+        out.emplace_back(h.Part->Seq, h.X, h.Y, h.Value, h.BlockIndex, h.Flag);
+    }
+    return out;
+}
+
+TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
+    GridJob();
+    KeyedPart(1, 300, 200, 10, 4);
+    KeyedPart(1, 50, 50, 6, 2);
+    ASSERT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    std::vector<std::string> lines;
+    for (const HaichiInfo& h : app->HaichiList) {
+        lines.push_back(SaveLine(h, app->Blocks[h.BlockIndex].PalletNo));
+    }
+    const auto before = Snapshot(*app);
+    std::vector<uint8_t> masks;
+    for (const BlockInfo& b : app->Blocks)
+        masks.push_back(b.CornerMask);
+    const std::string path = WriteSave(lines);
+
+    app = std::make_unique<CKestoApp>();
+    app->PalletCount = 1;
+    GridJob();
+    PartsInfo& a = KeyedPart(1, 300, 200, 10, 4);
+    PartsInfo& b = KeyedPart(1, 50, 50, 6, 2);
+    ASSERT_EQ(CKs_Haichi(*app).RestorePlacement(path), 1);
+    EXPECT_EQ(Snapshot(*app), before);
+    EXPECT_EQ(a.Work[1], 10);
+    EXPECT_EQ(b.Work[1], 6);
+    for (size_t i = 0; i < masks.size(); ++i)
+        EXPECT_EQ(app->Blocks[i].CornerMask, masks[i]) << i;
+    EXPECT_EQ(app->Blocks[0].Occupant, &a);
+}
+
+TEST_F(RestoreTest, LineWithBlockMinusOneFailsTheRestore) {
+    GridJob();
+    KeyedPart(1, 50, 50, 6);
+    EXPECT_EQ(Restore({Line("A1", 0, 0, 50, 50, 6, -1, -1)}), 0);
+    EXPECT_TRUE(app->HaichiList.Empty());
+}
+
+TEST_F(RestoreTest, LinesOfUnknownOrBoxedPartsOrMissingProcessesAreIgnored) {
+    GridJob();
+    KeyedPart(1, 50, 50, 6).Num2 = 100;
+    KeyedPart(5, 50, 50, 6);
+    EXPECT_EQ(Restore({Line("A9", 0, 0, 50, 50, 6, -1, -1), Line("A1", 0, 0, 50, 50, 6, -1, -1),
+                       Line("A2", 0, 0, 50, 50, 6, -1, -1)}),
+              1);
+    EXPECT_TRUE(app->HaichiList.Empty());
+}
+
+TEST_F(RestoreTest, StoredBlockOutsideTheTableIgnoresTheLine) {
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 50, 50, 6);
+    EXPECT_EQ(Restore({Line("A1", 940, 10, 50, 50, 6, 999, 4)}), 1);
+    EXPECT_TRUE(app->HaichiList.Empty());
+    EXPECT_EQ(p.Work[1], 0);
+}
+
+TEST_F(RestoreTest, MissingFileOrEmptyListsSucceedWithoutStacks) {
+    EXPECT_EQ(CKs_Haichi(*app).RestorePlacement("/nonexistent/kesto/save.txt"), 1);
+    GridJob();
+    EXPECT_EQ(Restore({Line("A1", 940, 10, 50, 50, 6, 0, 4)}), 1);
+    KeyedPart(1, 50, 50, 6);
+    EXPECT_EQ(CKs_Haichi(*app).RestorePlacement(""), 1);
+    EXPECT_TRUE(app->HaichiList.Empty());
+}
+
+TEST_F(RestoreTest, FileThatCannotBeOpenedFailsTheRestore) {
+    GridJob();
+    KeyedPart(1, 50, 50, 6);
+    const auto path = Folder("sock") / "s";
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_GE(fd, 0);
+    sockaddr_un addr{};
+    addr.sun_family = AF_UNIX;
+    std::snprintf(addr.sun_path, sizeof addr.sun_path, "%s", path.c_str());
+    ASSERT_EQ(::bind(fd, reinterpret_cast<sockaddr*>(&addr), sizeof addr), 0);
+    EXPECT_EQ(CKs_Haichi(*app).RestorePlacement(path.string()), 0);
+    ::close(fd);
+}
+
+TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 50, 50, 6);
+    ASSERT_EQ(Restore({Line("A1", 940, 160, 50, 50, 4, 0, 8, 3)}), 1);
+    const HaichiInfo& h = *StacksOf(p).at(0);
+    EXPECT_DOUBLE_EQ(h.X, 990);
+    EXPECT_DOUBLE_EQ(h.Y, 160);
+    EXPECT_EQ(h.Value, 4);
+    EXPECT_EQ(h.Level, 3);
+    EXPECT_EQ(h.Flag, 8);
+    EXPECT_EQ(h.BlockIndex, 0);
+    EXPECT_EQ(p.Work[1], 4);
+    EXPECT_EQ(app->Blocks[0].Occupant, &p);
+    EXPECT_EQ(app->Blocks[0].CornerMask, 8);
+}
+
+TEST_F(RestoreTest, LastCoveredBlockWins) {
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 300, 410, 1);
+    ASSERT_EQ(Restore({Line("A1", 690, 10, 300, 410, 1, 5, 4)}), 1);
+    EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
+}
+
+TEST_F(RestoreTest, CornerPointFindsTheBlockWhenNoneIsCovered) {
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 50, 50, 1);
+    ASSERT_EQ(Restore({Line("A1", 700, 230, 50, 50, 1, 5, 4)}), 1);
+    EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
+}
+
+TEST_F(RestoreTest, StoredBlockIsKeptWhenNoBlockIsFound) {
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 50, 50, 1);
+    ASSERT_EQ(Restore({Line("A1", 5000, 5000, 50, 50, 1, 5, 4)}), 1);
+    EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 5);
+    EXPECT_EQ(app->Blocks[5].Occupant, &p);
+}
+
+TEST_F(RestoreTest, SearchStaysOnTheStoredBlocksPallet) {
+    app->PalletCount = 2;
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 300, 200, 1);
+    ASSERT_EQ(Restore({Line("A1", 690, 10, 300, 200, 1, 9, 4)}), 1);
+    EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 9);
+}
+
+TEST_F(RestoreTest, BlocksOfOtherProcessesAreTakenToo) {
+    AddPallet(GridPallet("PAL"));
+    AddKoutei(1, "PAL");
+    AddKoutei(2, "PAL");
+    ASSERT_EQ(CKs_Block(*app).SetUp(), 1);
+    PartsInfo& p = KeyedPart(1, 300, 200, 1);
+    ASSERT_EQ(Restore({Line("A1", 690, 10, 300, 200, 1, 0, 4)}), 1);
+    EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 9);
+}
+
+class TrimTest : public RestoreTest {
+  protected:
+    // Stacks in corner 4 of blocks 0.. with the given values and levels.
+    void Stacks(PartsInfo& p, const std::vector<std::pair<int, int>>& valueLevel) {
+        int block = 0;
+        for (auto [value, level] : valueLevel) {
+            const BlockInfo& b = app->Blocks[block];
+            AddStack(p, block++, b.MaxX, b.MinY, value).Level = level;
+            app->Blocks[block - 1].Occupant = &p;
+            p.Work[1] += value;
+        }
+    }
+};
+
+TEST_F(TrimTest, ExcessComesOffTheHighestLevelLastStackFirst) {
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 300, 200, 4);
+    Stacks(p, {{3, 1}, {2, 2}, {2, 2}, {2, 1}});
+    ASSERT_EQ(CKs_Haichi(*app).TrimExcess(), 1);
+    EXPECT_EQ(p.Work[1], 4);
+    ASSERT_EQ(StacksOf(p).size(), 2u);
+    EXPECT_EQ(StacksOf(p)[0]->BlockIndex, 0);
+    EXPECT_EQ(StacksOf(p)[1]->BlockIndex, 3);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
+    EXPECT_EQ(app->Blocks[1].Occupant, nullptr);
+}
+
+TEST_F(TrimTest, StacksOfLevelZeroAreNotTrimmed) {
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 300, 200, 2);
+    Stacks(p, {{3, 0}, {3, 0}});
+    ASSERT_EQ(CKs_Haichi(*app).TrimExcess(), 1);
+    EXPECT_EQ(p.Work[1], 6);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 1}));
+}
+
+TEST_F(TrimTest, EmptyStacksOfAnyPartAreRemoved) {
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 300, 200, 3);
+    PartsInfo& q = AddPart(1, 300, 200, 3);
+    Stacks(p, {{3, 1}});
+    AddStack(q, 4, 680, 220, 0);
+    ASSERT_EQ(CKs_Haichi(*app).TrimExcess(), 1);
+    EXPECT_TRUE(StacksOf(q).empty());
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3}));
+}
+
+TEST_F(TrimTest, EmptyListsSucceed) {
+    EXPECT_EQ(CKs_Haichi(*app).TrimExcess(), 1);
+}
+
+TEST_F(TrimTest, ShortageGoesToTheLowestStackBelowTheLimit) {
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 300, 200, 10, 5);
+    Stacks(p, {{1, 0}, {3, 0}});
+    ASSERT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{5, 5}));
+    EXPECT_EQ(p.Work[1], 10);
+}
+
+TEST_F(TrimTest, ShortageBeyondTheLimitIsLeft) {
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 300, 200, 10, 3);
+    Stacks(p, {{1, 0}, {3, 0}});
+    ASSERT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 3}));
+    EXPECT_EQ(p.Work[1], 6);
+}
+
+TEST_F(TrimTest, PalletHeightLimitsTheFill) {
+    GridJob();
+    app->PalletList.begin()->Dims[4] = 10;
+    PartsInfo& p = KeyedPart(1, 300, 200, 10, 5);
+    p.Value1 = 4;
+    Stacks(p, {{1, 0}, {1, 0}});
+    ASSERT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
+}
+
+TEST_F(TrimTest, Num4OfZeroIsSmallerThanAnyLimitSoNothingIsFilled) {
+    GridJob();
+    PartsInfo& p = KeyedPart(1, 300, 200, 10, 0);
+    Stacks(p, {{1, 0}});
+    ASSERT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1}));
+}
+
+TEST_F(TrimTest, FillMatchesOnePieceAtATime) {
+    std::mt19937 rng(7);
+    for (int trial = 0; trial < 40; ++trial) {
+        app = std::make_unique<CKestoApp>();
+        app->PalletCount = 1;
+        GridJob();
+        const int limit = std::uniform_int_distribution<int>(1, 12)(rng);
+        PartsInfo& p = KeyedPart(1, 300, 200, 0, limit);
+        std::vector<std::pair<int, int>> stacks;
+        std::vector<int> expected;
+        for (int i = 0; i < 7; ++i) {
+            expected.push_back(std::uniform_int_distribution<int>(0, 14)(rng));
+            stacks.emplace_back(expected.back(), 0);
+        }
+        Stacks(p, stacks);
+        p.Num1 = p.Work[1] + std::uniform_int_distribution<int>(1, 40)(rng);
+        int shortfall = p.Num1 - p.Work[1];
+        while (shortfall > 0) {
+            int pick = -1;
+            for (int i = 0; i < 7; ++i) {
+                if (expected[i] < limit && (pick < 0 || expected[i] < expected[pick]))
+                    pick = i;
+            }
+            if (pick < 0)
+                break;
+            ++expected[pick];
+            --shortfall;
+        }
+        ASSERT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+        EXPECT_EQ(ValuesOf(p), std::vector<int32_t>(expected.begin(), expected.end())) << trial;
+        EXPECT_EQ(p.Work[1], p.Num1 - shortfall) << trial;
+    }
+}
+
+TEST_F(TrimTest, FillWithEmptyListsSucceeds) {
+    EXPECT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+}
+
+}  // namespace
+}  // namespace kesto::test

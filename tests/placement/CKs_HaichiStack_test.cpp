@@ -1,0 +1,242 @@
+#include <gtest/gtest.h>
+
+#include <set>
+#include <vector>
+
+#include "PlacementFixture.h"
+
+namespace kesto::test {
+namespace {
+
+class StackPartTest : public PlacementTest {
+  protected:
+    int Stack(KouteiInfo& k, PartsInfo& p, int mode) {
+        CKs_Haichi h(*app);
+        h.CurKoutei = &k;
+        h.CurPart = &p;
+        return h.StackPart(mode);
+    }
+    std::array<int, 4> Candidates(int mode, int count, int current) {
+        app->PalletMode = mode;
+        app->PalletCount = count;
+        app->CurrentPallet = current;
+        return CKs_Haichi(*app).CandidatePallets();
+    }
+};
+
+using Cand = std::array<int, 4>;
+
+TEST_F(StackPartTest, QuantityTenWithFourPerStackGivesStacksOfFourThreeThree) {
+    KouteiInfo& k = GridJob();
+    PartsInfo& p = AddPart(1, 300, 200, 10, 4);
+    ASSERT_EQ(Stack(k, p, 0), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 3, 3}));
+    EXPECT_EQ(p.Work[1], 10);
+}
+
+TEST_F(StackPartTest, QuantityThatIsAMultipleOfNum4GetsStacksOfExactlyNum4) {
+    KouteiInfo& k = GridJob();
+    PartsInfo& p = AddPart(1, 300, 200, 12, 4);
+    ASSERT_EQ(Stack(k, p, 0), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 4, 4}));
+}
+
+TEST_F(StackPartTest, FirstStackStandsInCornerFourOfTheFirstBlock) {
+    KouteiInfo& k = GridJob();
+    PartsInfo& p = AddPart(1, 100, 50, 1);
+    ASSERT_EQ(Stack(k, p, 0), 1);
+    const HaichiInfo& h = *StacksOf(p).at(0);
+    EXPECT_EQ(h.Flag, 4);
+    EXPECT_EQ(h.BlockIndex, 0);
+    EXPECT_DOUBLE_EQ(h.X, 990);
+    EXPECT_DOUBLE_EQ(h.Y, 10);
+    EXPECT_EQ(app->Blocks[0].Occupant, &p);
+}
+
+TEST_F(StackPartTest, HeightLimitBelowOnePieceRecordsEmptyStacksInTheFirstBlock) {
+    KouteiInfo& k = GridJob();
+    app->PalletList.begin()->Dims[4] = 0.5;
+    PartsInfo& p = AddPart(1, 50, 50, 10, 0, 1.0);
+    ASSERT_EQ(Stack(k, p, 0), 1);
+    std::vector<int> flags, blocks;
+    for (const HaichiInfo* h : StacksOf(p)) {
+        flags.push_back(h->Flag);
+        blocks.push_back(h->BlockIndex);
+    }
+    EXPECT_EQ(flags, (std::vector<int>{4, 8, 1, 2}));
+    EXPECT_EQ(blocks, (std::vector<int>{0, 0, 0, 0}));
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{0, 0, 0, 0}));
+    EXPECT_EQ(p.Work[1], 0);
+}
+
+TEST_F(StackPartTest, PieceWithoutHeightSetsNoCap) {
+    KouteiInfo& k = GridJob();
+    app->PalletList.begin()->Dims[4] = -5;
+    PartsInfo& p = AddPart(1, 50, 50, 3, 0, 0.0);
+    ASSERT_EQ(Stack(k, p, 0), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3}));
+}
+
+TEST_F(StackPartTest, HeightCapCutsPiecesToWhatThePalletHolds) {
+    KouteiInfo& k = GridJob();
+    app->PalletList.begin()->Dims[4] = 10;
+    PartsInfo& p = AddPart(1, 300, 200, 7, 0, 3.0);
+    ASSERT_EQ(Stack(k, p, 0), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 3, 1}));
+}
+
+TEST_F(StackPartTest, BlockServingAnotherPartIsNeverUsed) {
+    KouteiInfo& k = GridJob();
+    PartsInfo& other = AddPart(1, 10, 10, 1);
+    PartsInfo& p = AddPart(1, 50, 50, 1);
+    app->Blocks[0].Occupant = &other;
+    ASSERT_EQ(Stack(k, p, 0), 1);
+    EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
+}
+
+TEST_F(StackPartTest, ClearanceOverAnotherPartsBlockCornerRefusesTheBlock) {
+    KouteiInfo& k = GridJob();
+    app->PalletList.begin()->Len1 = 20;
+    PartsInfo& other = AddPart(1, 10, 10, 1);
+    PartsInfo& p = AddPart(1, 300, 200, 1);
+    app->Blocks[3].Occupant = &other;
+    ASSERT_EQ(Stack(k, p, 0), 1);
+    EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
+}
+
+TEST_F(StackPartTest, StackOutsideTheProcessAreaIsRefused) {
+    AddPallet(GridPallet("PAL"));
+    KouteiInfo& k = AddKoutei(1, "PAL");
+    k.Mark = &*app->PalletList.begin();
+    AddBlock(1, 1, 100, 10, 400, 210);
+    AddBlock(1, 1, 410, 10, 710, 210);
+    PartsInfo& p = AddPart(1, 350, 100, 1);
+    ASSERT_EQ(Stack(k, p, 0), 1);
+    EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
+}
+
+TEST_F(StackPartTest, PartAsLargeAsTheAreaIsAcceptedWhereverItFalls) {
+    AddPallet(GridPallet("PAL"));
+    KouteiInfo& k = AddKoutei(1, "PAL");
+    k.Mark = &*app->PalletList.begin();
+    AddBlock(1, 1, 100, 10, 400, 210);
+    PartsInfo& p = AddPart(1, 350, 100, 1);
+    ASSERT_EQ(Stack(k, p, 0), 1);
+    ASSERT_EQ(StacksOf(p).size(), 1u);
+    EXPECT_DOUBLE_EQ(StacksOf(p)[0]->X, 400);
+}
+
+TEST_F(StackPartTest, ProcessWithoutPalletPlacesNothing) {
+    KouteiInfo& k = AddKoutei(1, "PAL");
+    AddBlock(1, 1, 100, 10, 400, 210);
+    PartsInfo& p = AddPart(1, 50, 50, 1);
+    EXPECT_EQ(Stack(k, p, 0), 1);
+    EXPECT_TRUE(app->HaichiList.Empty());
+}
+
+TEST_F(StackPartTest, CandidatesOfFourPalletsKeepTheUnwrappedFourth) {
+    EXPECT_EQ(Candidates(2, 4, 1), (Cand{1, 2, 3, 4}));
+    EXPECT_EQ(Candidates(2, 4, 2), (Cand{2, 3, 4, 5}));
+    EXPECT_EQ(Candidates(2, 4, 3), (Cand{3, 4, 1, 2}));
+    EXPECT_EQ(Candidates(2, 4, 4), (Cand{4, 1, 2, 3}));
+}
+
+TEST_F(StackPartTest, CandidatesOfFewerThanFourPalletsDoNotWrap) {
+    EXPECT_EQ(Candidates(2, 3, 2), (Cand{2, 3, -1, -1}));
+    EXPECT_EQ(Candidates(2, 1, 1), (Cand{1, -1, -1, -1}));
+}
+
+TEST_F(StackPartTest, CandidatesOfOtherViews) {
+    EXPECT_EQ(Candidates(0, 4, 3), (Cand{3, -1, -1, -1}));
+    EXPECT_EQ(Candidates(1, 4, 2), (Cand{2, -1, -1, -1}));
+    EXPECT_EQ(Candidates(3, 4, 2), (Cand{2, 3, -1, -1}));
+    EXPECT_EQ(Candidates(3, 4, 4), (Cand{4, 1, -1, -1}));
+    EXPECT_EQ(Candidates(3, 1, 1), (Cand{1, -1, -1, -1}));
+    EXPECT_EQ(Candidates(7, 4, 1), (Cand{-1, -1, -1, -1}));
+}
+
+TEST_F(StackPartTest, FourPalletViewFromPalletTwoNeverReachesPalletOne) {
+    app->PalletCount = 4;
+    KouteiInfo& k = GridJob();
+    app->PalletMode = 2;
+    app->CurrentPallet = 2;
+    PartsInfo& p = AddPart(1, 300, 200, 40, 1);
+    ASSERT_EQ(Stack(k, p, 1), 1);
+    std::set<int> pallets;
+    for (const HaichiInfo* h : StacksOf(p))
+        pallets.insert(app->Blocks[h->BlockIndex].PalletNo);
+    EXPECT_EQ(pallets, (std::set<int>{2, 3, 4}));
+    EXPECT_EQ(StacksOf(p).size(), 27u);
+}
+
+TEST_F(StackPartTest, ModeOneSharesTheQuantityOverThisCallsStacksOnly) {
+    KouteiInfo& k = GridJob();
+    PartsInfo& p = AddPart(1, 300, 200, 5, 2);
+    HaichiInfo& older = AddStack(p, 8, 370, 430, 1);
+    app->Blocks[8].Occupant = &p;
+    p.Work[1] = 1;
+    ASSERT_EQ(Stack(k, p, 1), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 3, 2}));
+    EXPECT_EQ(older.Value, 1);
+    EXPECT_EQ(p.Work[1], 5);
+}
+
+TEST_F(StackPartTest, ModeOneDoesNotShareWhileReserved1IsSet) {
+    KouteiInfo& k = GridJob();
+    app->Reserved1 = 1;
+    PartsInfo& p = AddPart(1, 300, 200, 5, 2);
+    p.Work[2] = 1;
+    ASSERT_EQ(Stack(k, p, 1), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
+}
+
+TEST_F(StackPartTest, ModeOneCapsAtNum4AndShares) {
+    KouteiInfo& k = GridJob();
+    PartsInfo& p = AddPart(1, 300, 200, 5, 2);
+    p.Work[2] = 1;
+    ASSERT_EQ(Stack(k, p, 1), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 2}));
+}
+
+TEST_F(StackPartTest, ModeTwoUsesEveryPalletAndModeOneOnlyTheCurrent) {
+    app->PalletCount = 2;
+    KouteiInfo& k = GridJob();
+    app->CurrentPallet = 2;
+    PartsInfo& p = AddPart(1, 300, 200, 1);
+    PartsInfo& q = AddPart(1, 300, 200, 1);
+    ASSERT_EQ(Stack(k, p, 2), 1);
+    ASSERT_EQ(Stack(k, q, 1), 1);
+    EXPECT_EQ(app->Blocks[StacksOf(p).at(0)->BlockIndex].PalletNo, 1);
+    EXPECT_EQ(app->Blocks[StacksOf(q).at(0)->BlockIndex].PalletNo, 2);
+}
+
+TEST_F(StackPartTest, OnlyTheFirstThousandStacksOfACallAreShared) {
+    PalletInfo pal = GridPallet("PAL");
+    pal.Dims = {0, 0, 450, 350, 1000, 10, 10, 10, 10, 1, 1};
+    pal.Param1 = 40;
+    pal.Param2 = 30;
+    AddPallet(pal);
+    KouteiInfo& k = AddKoutei(1, "PAL");
+    ASSERT_EQ(CKs_Block(*app).SetUp(), 1);
+    ASSERT_EQ(app->BlocksCount, 1200);
+    PartsInfo& p = AddPart(1, 10, 10, 1100, 1);
+    ASSERT_EQ(Stack(k, p, 1), 1);
+    const std::vector<int32_t> values = ValuesOf(p);
+    ASSERT_EQ(values.size(), 1100u);
+    EXPECT_EQ(values[0], 2);
+    EXPECT_EQ(values[99], 2);
+    EXPECT_EQ(values[100], 1);
+    EXPECT_EQ(values[999], 1);
+    EXPECT_EQ(values[1099], 1);
+}
+
+TEST_F(StackPartTest, PartDoneStopsBeforeTheNextBlock) {
+    KouteiInfo& k = GridJob();
+    PartsInfo& p = AddPart(1, 300, 200, 2);
+    p.Work[1] = 2;
+    ASSERT_EQ(Stack(k, p, 0), 1);
+    EXPECT_TRUE(app->HaichiList.Empty());
+}
+
+}  // namespace
+}  // namespace kesto::test

@@ -1,0 +1,259 @@
+#include "placement/CKs_Haichi.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <vector>
+
+#include "JobGenerator.h"
+#include "PlacementFixture.h"
+#include "app/AllocFailure.h"
+#include "placement/JobPlacement.h"
+
+namespace kesto::test {
+namespace {
+
+using Kaku = std::vector<std::pair<int, int>>;
+
+std::vector<int32_t> Values(const std::vector<HaichiInfo>& stacks) {
+    std::vector<int32_t> out;
+    for (const HaichiInfo& h : stacks)
+        out.push_back(h.Value);
+    return out;
+}
+
+std::vector<int32_t> Shared(size_t n, int32_t num1) {
+    std::vector<HaichiInfo> stacks(n);
+    std::vector<HaichiInfo*> ptrs;
+    for (HaichiInfo& h : stacks) {
+        h.Value = 77;
+        ptrs.push_back(&h);
+    }
+    ShareOut(ptrs, num1);
+    return Values(stacks);
+}
+
+TEST(ShareOut, EarlierStacksHoldTheMore) {
+    EXPECT_EQ(Shared(3, 10), (std::vector<int32_t>{4, 3, 3}));
+    EXPECT_EQ(Shared(3, 2), (std::vector<int32_t>{1, 1, 0}));
+}
+
+TEST(ShareOut, QuantityZeroLeavesOnePieceInTheFirstStack) {
+    EXPECT_EQ(Shared(3, 0), (std::vector<int32_t>{1, 0, 0}));
+    EXPECT_EQ(Shared(2, -4), (std::vector<int32_t>{1, 0}));
+}
+
+TEST(ShareOut, SingleStackIsLeftAlone) {
+    EXPECT_EQ(Shared(1, 10), (std::vector<int32_t>{77}));
+}
+
+TEST(PlaceInCorner, ReferencePointAndClearanceFollowTheCorner) {
+    BlockInfo b;
+    b.MinX = 100;
+    b.MinY = 10;
+    b.MaxX = 400;
+    b.MaxY = 210;
+    const CornerPlace c1 = PlaceInCorner(b, 1, 50, 20, 5, 3);
+    EXPECT_DOUBLE_EQ(c1.X, 150);
+    EXPECT_DOUBLE_EQ(c1.Y, 10);
+    EXPECT_DOUBLE_EQ(c1.Clear.X1, 155);
+    EXPECT_DOUBLE_EQ(c1.Clear.Y1, 33);
+    const CornerPlace c2 = PlaceInCorner(b, 2, 50, 20, 5, 3);
+    EXPECT_DOUBLE_EQ(c2.Y, 190);
+    EXPECT_DOUBLE_EQ(c2.Clear.Y0, 187);
+    const CornerPlace c4 = PlaceInCorner(b, 4, 50, 20, 5, 3);
+    EXPECT_DOUBLE_EQ(c4.X, 400);
+    EXPECT_DOUBLE_EQ(c4.Clear.X0, 345);
+    const CornerPlace c8 = PlaceInCorner(b, 8, 50, 20, 5, 3);
+    EXPECT_DOUBLE_EQ(c8.Y, 190);
+    EXPECT_DOUBLE_EQ(c8.Clear.X0, 345);
+    EXPECT_DOUBLE_EQ(c8.Clear.Y0, 187);
+    EXPECT_DOUBLE_EQ(c8.Clear.Y1, 210);
+}
+
+TEST(TruncToInt32, CutsToTheRangeAndTruncates) {
+    EXPECT_EQ(TruncToInt32(2.9), 2);
+    EXPECT_EQ(TruncToInt32(-2.9), -2);
+    EXPECT_EQ(TruncToInt32(1e20), INT32_MAX);
+    EXPECT_EQ(TruncToInt32(0.0 / 0.0), 0);
+    EXPECT_EQ(AddClamped(INT32_MAX, 5), INT32_MAX);
+}
+
+class PlaceAllTest : public PlacementTest {};
+
+TEST_F(PlaceAllTest, EmptyProcessListSucceedsWithoutMessage) {
+    AddPart(1, 10, 10, 5);
+    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(PlaceAllTest, FullyPlacedJobShowsNoMessage) {
+    GridJob();
+    PartsInfo& p = AddPart(1, 300, 200, 10, 4);
+    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    EXPECT_EQ(p.Work[1], 10);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 3, 3}));
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(PlaceAllTest, PartLeftShortShowsMessageEight) {
+    GridJob();
+    PartsInfo& p = AddPart(1, 300, 200, 20, 1);
+    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    EXPECT_EQ(p.Work[1], 9);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{8, 0}}));
+}
+
+TEST_F(PlaceAllTest, PartialPlacementShowsNoMessageAndKeepsTheQuantity) {
+    GridJob();
+    PartsInfo& p = AddPart(1, 300, 200, 20, 1);
+    p.Work[0] = 3;
+    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(1, 0), 1);
+    EXPECT_EQ(p.Work[1], 3);
+    EXPECT_EQ(p.Num1, 20);
+    EXPECT_EQ(p.Work[0], 3);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(PlaceAllTest, BoundsCoverTheBlocksOfTheProcess) {
+    GridJob();
+    CKs_Haichi h(*app);
+    EXPECT_EQ(h.PlaceAll(0, 0), 1);
+    EXPECT_DOUBLE_EQ(h.BoundMinX, 70);
+    EXPECT_DOUBLE_EQ(h.BoundMaxX, 990);
+    EXPECT_DOUBLE_EQ(h.BoundMinY, 10);
+    EXPECT_DOUBLE_EQ(h.BoundMaxY, 630);
+}
+
+TEST_F(PlaceAllTest, StackThatCannotBeAllocatedFailsThePlacement) {
+    GridJob();
+    AddPart(1, 300, 200, 10, 4);
+    int result = -1;
+    {
+        ScopedAllocFailure fail(sizeof(HaichiInfo));
+        result = CKs_Haichi(*app).PlaceAll(0, 0);
+    }
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(app->ErrorCode, 9015);
+    EXPECT_TRUE(app->HaichiList.Empty());
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(PlaceAllTest, PartsOfSmallBoxesAndOtherProcessesAreSkipped) {
+    GridJob();
+    PartsInfo& boxed = AddPart(1, 10, 10, 5);
+    boxed.Num2 = 100;
+    PartsInfo& stranger = AddPart(9, 10, 10, 5);
+    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    EXPECT_TRUE(app->HaichiList.Empty());
+    EXPECT_EQ(stranger.Work[1], 0);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{8, 0}}));
+}
+
+TEST_F(PlaceAllTest, RestoreSkipsRestoredPartsThatNeedNothingMore) {
+    GridJob();
+    PartsInfo& restored = AddPart(1, 10, 10, 5);
+    restored.Num5 = 3;
+    restored.Work[1] = 5;
+    PartsInfo& fresh = AddPart(1, 10, 10, 2);
+    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 1), 1);
+    EXPECT_TRUE(StacksOf(restored).empty());
+    EXPECT_EQ(fresh.Work[1], 2);
+}
+
+TEST_F(PlaceAllTest, RestoreValueTwoSkipsEveryPart) {
+    GridJob();
+    AddPart(1, 10, 10, 2);
+    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 2), 1);
+    EXPECT_TRUE(app->HaichiList.Empty());
+}
+
+TEST_F(PlaceAllTest, SharingSpreadsTheQuantityOverAllStacksOfThePart) {
+    GridJob();
+    PartsInfo& p = AddPart(1, 300, 200, 7, 0, 3.0);
+    app->PalletList.begin()->Dims[4] = 10;
+    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 2, 2}));
+    EXPECT_EQ(p.Work[1], 7);
+}
+
+TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack) {
+    GridJob();
+    PartsInfo& p = AddPart(1, 300, 200, 15);
+    for (int i = 0; i < 3; ++i)
+        AddStack(p, i, 990, 10 + 210 * i, 5);
+    p.Work[1] = 15;
+    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(1, 0), 1);
+    EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 0, 0}));
+    EXPECT_EQ(p.Num1, 15);
+}
+
+TEST_F(PlaceAllTest, PlaceOnePartWithModeZeroPlacesNothing) {
+    KouteiInfo& k = GridJob();
+    PartsInfo& p = AddPart(1, 10, 10, 2);
+    EXPECT_EQ(CKs_Haichi(*app).PlaceOnePart(&p, &k, 0), 1);
+    EXPECT_TRUE(app->HaichiList.Empty());
+}
+
+TEST_F(PlaceAllTest, PlaceOnePartClearsCornerMarksWhenNoStackExists) {
+    KouteiInfo& k = GridJob();
+    PartsInfo& p = AddPart(1, 300, 200, 1);
+    app->Blocks[0].CornerMask = 15;
+    EXPECT_EQ(CKs_Haichi(*app).PlaceOnePart(&p, &k, 1), 1);
+    EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 0);
+}
+
+TEST_F(PlaceAllTest, PlaceOnePartWithEmptyPartsListReturnsOne) {
+    KouteiInfo& k = GridJob();
+    PartsInfo stray;
+    EXPECT_EQ(CKs_Haichi(*app).PlaceOnePart(&stray, &k, 1), 1);
+    EXPECT_TRUE(app->HaichiList.Empty());
+}
+
+// Every stack inside its pallet, no block serving two parts, and the placed count equal to
+// the stacks' sum, on seeded jobs of every size.
+class GeneratedJobTest : public PlacementTest, public ::testing::WithParamInterface<JobShape> {};
+
+TEST_P(GeneratedJobTest, PlacementKeepsTheInvariants) {
+    FillApp(*app, GenerateJob(GetParam()));
+    ASSERT_EQ(CheckJob(*app), 1);
+    ASSERT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    std::map<int, const PartsInfo*> server;
+    std::map<const PartsInfo*, int64_t> sums;
+    for (const HaichiInfo& h : app->HaichiList) {
+        ASSERT_GE(h.BlockIndex, 0);
+        const BlockInfo& b = app->Blocks.at(h.BlockIndex);
+        const PalletInfo& pal = *app->KouteiAt(h.Part->KouteiNo)->Mark;
+        EXPECT_GE(h.X - h.Part->SizeX, -kLengthTolerance);
+        EXPECT_LE(h.X, pal.Dims[2] + kLengthTolerance);
+        EXPECT_GE(h.Y, pal.Dims[6] - kLengthTolerance);
+        EXPECT_LE(h.Y + h.Part->SizeY, pal.Dims[3] + kLengthTolerance);
+        EXPECT_EQ(b.KouteiNo, h.Part->KouteiNo);
+        auto [it, fresh] = server.emplace(h.BlockIndex, h.Part);
+        EXPECT_EQ(it->second, h.Part) << "block " << h.BlockIndex << " serves two parts";
+        sums[h.Part] += h.Value;
+    }
+    int placed = 0;
+    for (const PartsInfo& p : app->PartsList) {
+        if (p.Num2 >= 100)
+            continue;
+        EXPECT_EQ(p.Work[1], p.Num1) << p.Code;
+        EXPECT_EQ(sums[&p], p.Work[1]) << p.Code;
+        placed += p.Work[1] == p.Num1 ? 1 : 0;
+    }
+    EXPECT_GT(placed, 0);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+std::string SizeName(const ::testing::TestParamInfo<JobShape>& info) {
+    static const char* const names[] = {"Small", "Medium", "Largest", "SampleLike"};
+    return names[info.index];
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, GeneratedJobTest,
+                         ::testing::Values(SmallJobShape(), MediumJobShape(), LargestJobShape(),
+                                           SampleLikeJobShape()),
+                         SizeName);
+
+}  // namespace
+}  // namespace kesto::test

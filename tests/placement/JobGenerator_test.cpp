@@ -1,0 +1,102 @@
+#include "JobGenerator.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "PlacementFixture.h"
+
+namespace kesto::test {
+namespace {
+
+std::string ReadAll(const std::filesystem::path& path) {
+    std::ifstream in(path);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+TEST(JobGenerator, SameSeedGivesTheSameJob) {
+    const GeneratedJob a = GenerateJob(MediumJobShape());
+    const GeneratedJob b = GenerateJob(MediumJobShape());
+    ASSERT_EQ(a.Parts.size(), 200u);
+    for (size_t i = 0; i < a.Parts.size(); ++i) {
+        EXPECT_EQ(a.Parts[i].SizeX, b.Parts[i].SizeX);
+        EXPECT_EQ(a.Parts[i].Num1, b.Parts[i].Num1);
+    }
+}
+
+TEST(JobGenerator, LargestJobHas999PartsOverTwelveProcesses) {
+    const GeneratedJob job = GenerateJob(LargestJobShape());
+    ASSERT_EQ(job.Parts.size(), 999u);
+    EXPECT_EQ(job.Koutei.size(), 12u);
+    EXPECT_EQ(job.PalletCount, 4);
+    EXPECT_EQ(job.Parts.front().KouteiNo, 1);
+    EXPECT_EQ(job.Parts.back().KouteiNo, 12);
+    EXPECT_EQ(job.Parts.back().Code, "A999");
+    EXPECT_EQ(job.Parts.back().Num5, 999);
+}
+
+TEST(JobGenerator, PartCountIsCutAt999) {
+    JobShape shape = LargestJobShape();
+    shape.Parts = 5000;
+    EXPECT_EQ(GenerateJob(shape).Parts.size(), 999u);
+}
+
+TEST(JobGenerator, SampleLikeJobHasThreeProcessesFortyPartsFourPallets) {
+    const GeneratedJob job = GenerateJob(SampleLikeJobShape());
+    EXPECT_EQ(job.Koutei.size(), 3u);
+    EXPECT_EQ(job.Parts.size(), 40u);
+    EXPECT_EQ(job.PalletCount, 4);
+}
+
+class GeneratedInstallationTest : public PlacementTest {};
+
+TEST_F(GeneratedInstallationTest, FillAppCountsBoxesBelow100Only) {
+    FillApp(*app, GenerateJob(SampleLikeJobShape()));
+    EXPECT_EQ(app->BoxList.Count, 4);
+    EXPECT_EQ(app->BoxList.Items.size(), 7u);
+    EXPECT_EQ(app->PartsList.Count, 40);
+    EXPECT_EQ(app->BoxFlags[3], 1);
+    EXPECT_EQ(app->BoxFlags[4], 0);
+}
+
+TEST_F(GeneratedInstallationTest, WrittenFilesFollowTheInstallationLayout) {
+    const auto root = Folder("inst");
+    const Installation inst = WriteInstallation(root.string(), GenerateJob(SmallJobShape()));
+    EXPECT_EQ(ReadAll(root / "bin" / "Ks_Setup.ini"),
+              "; generated installation\n#File\nIEJ : job/job.txt\nIEK : out/result.txt\n"
+              "IEL : out/save.txt\nMSG : msg/\n#End\n");
+    EXPECT_NE(ReadAll(root / "msg" / "Kesto.ini").find("[PalletSelect]\nPalletInfo=4,P\n"),
+              std::string::npos);
+    EXPECT_EQ(ReadAll(inst.PalletFile).substr(0, 8), "P1,PAL01");
+    const std::string job = ReadAll(root / "job" / "job.txt");
+    EXPECT_EQ(job.substr(0, 9), "#BoxInfo\n");
+    EXPECT_NE(job.find("#KouteiInfo\n1,PROC01,PAL01\n#End\n"), std::string::npos);
+    EXPECT_TRUE(std::filesystem::exists(root / "job" / "outline" / "A005.txt"));
+    EXPECT_EQ(inst.CommandLine, "kesto " + inst.PalletFile + " 0 0 0 0 4");
+}
+
+TEST_F(GeneratedInstallationTest, WrittenInstallationReadsBackAsTheJob) {
+    const auto root = Folder("inst");
+    const GeneratedJob job = GenerateJob(SampleLikeJobShape());
+    const Installation inst = WriteInstallation(root.string(), job);
+    ScopedEnv system("ORVOSystemRoot", inst.Root.c_str());
+    app->CommandLine = inst.CommandLine;
+    ASSERT_EQ(app->ReadInput(), 1);
+    EXPECT_EQ(app->PartsList.Count, 40);
+    EXPECT_EQ(app->PalletList.Count, 3);
+    EXPECT_EQ(app->KouteiList.Count, 3);
+    std::set<int> keys;
+    for (const PartsInfo& p : app->PartsList) {
+        keys.insert(p.Num5);
+        EXPECT_EQ(p.HasOutline, 1) << p.Code;
+    }
+    EXPECT_EQ(keys.size(), 40u);
+    EXPECT_EQ(app->PalletList.begin()->Param1, 6);
+}
+
+}  // namespace
+}  // namespace kesto::test
