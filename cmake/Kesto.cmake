@@ -19,6 +19,6 @@ function(kesto_tests name dir)
   target_compile_definitions(${name} PRIVATE KESTO_SOURCE_DIR_DEFAULT="${PROJECT_SOURCE_DIR}"
                                              KESTO_BINARY_DIR_DEFAULT="${CMAKE_BINARY_DIR}")
   gtest_discover_tests(${name} WORKING_DIRECTORY ${dir}
-                       PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;KESTO_SOURCE_DIR=${PROJECT_SOURCE_DIR};KESTO_BINARY_DIR=${CMAKE_BINARY_DIR}"
+                       PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
                        DISCOVERY_TIMEOUT 60)
 endfunction()

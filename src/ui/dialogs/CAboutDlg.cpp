@@ -1,0 +1,60 @@
+#include "ui/dialogs/CAboutDlg.h"
+
+#include <QFile>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+// Resources of a static library are registered by hand, outside any namespace.
+static void InitKestoResources() {
+    Q_INIT_RESOURCE(kesto);
+}
+
+namespace kesto {
+
+namespace {
+
+void EnsureResources() {
+    static const bool done = [] {
+        InitKestoResources();
+        return true;
+    }();
+    (void)done;
+}
+
+}  // namespace
+
+QIcon KestoIcon() {
+    EnsureResources();
+    return QIcon(":/kesto/kesto.png");
+}
+
+QString CAboutDlg::VersionText() {
+    EnsureResources();
+    QFile file(":/kesto/version.txt");
+    if (!file.open(QIODevice::ReadOnly))
+        return QString();
+    return QString::fromUtf8(file.readAll()).trimmed();
+}
+
+CAboutDlg::CAboutDlg(QWidget* parent) : QDialog(parent) {
+    setObjectName("CAboutDlg");
+    setWindowTitle("About Kesto");
+    auto* icon = new QLabel(this);
+    icon->setPixmap(KestoIcon().pixmap(32, 32));
+    auto* text = new QLabel(VersionText(), this);
+    text->setObjectName("VersionText");
+    auto* ok = new QPushButton("OK", this);
+    ok->setObjectName("OK");
+    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+    auto* row = new QHBoxLayout;
+    row->addWidget(icon);
+    row->addWidget(text, 1);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(row);
+    column->addWidget(ok, 0, Qt::AlignRight);
+}
+
+}  // namespace kesto

@@ -1,0 +1,130 @@
+#include "ui/dialogs/CKs_KakuDlg.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <algorithm>
+
+#include "support/MessageFile.h"
+#include "ui/main/TextCodec.h"
+
+namespace kesto {
+
+namespace {
+
+constexpr const char* kSection = "KakuDlg";
+constexpr const char* kTemplateLine = "Static";
+constexpr int kMinWidth = 300;
+constexpr int kMinHeight = 200;
+// A message value holds at most 255 bytes; the cut only keeps the width arithmetic in range.
+constexpr size_t kMaxTextLength = 1024;
+
+QLabel* MakeLine(QWidget* parent, const char* name) {
+    auto* label = new QLabel(QString::fromLatin1(kTemplateLine), parent);
+    label->setObjectName(name);
+    return label;
+}
+
+QPushButton* MakeButton(QWidget* parent, const char* name, const char* caption) {
+    auto* button = new QPushButton(QString::fromLatin1(caption), parent);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    return button;
+}
+
+}  // namespace
+
+CKs_KakuDlg::CKs_KakuDlg(CKestoApp& app, const FontTable& fonts, QWidget* mainWindow)
+    : QDialog(mainWindow), app_(app), fonts_(fonts), mainWindow_(mainWindow) {
+    setObjectName("CKs_KakuDlg");
+    line1_ = MakeLine(this, "1043");
+    line2_ = MakeLine(this, "1044");
+    ok_ = MakeButton(this, "ButtonOk", "OK");
+    cancel_ = MakeButton(this, "ButtonCan", "Cancel");
+    connect(ok_, &QPushButton::clicked, this, [this] { done(1); });
+    connect(cancel_, &QPushButton::clicked, this, [this] { done(2); });
+}
+
+void CKs_KakuDlg::reject() {
+    done(2);
+}
+
+int CKs_KakuDlg::Run() {
+    Prepare();
+    return exec() == 1 ? 1 : 2;
+}
+
+bool CKs_KakuDlg::ApplyLine(QLabel* label, int number, std::string& shown) {
+    const FontText value = GetFontText(kSection, KakuKey(number));
+    if (!fonts_.Defined(value.Font))
+        return false;
+    label->setFont(fonts_.Font(value.Font));
+    label->setText(DecodeText(value.Text));
+    shown = value.Text;
+    charHeight_ = fonts_.PixelHeight(value.Font);
+    return true;
+}
+
+void CKs_KakuDlg::ApplyButton(QPushButton* button, const char* key) {
+    const FontText value = GetFontText(kSection, key);
+    if (!fonts_.Defined(value.Font))
+        return;
+    button->setFont(fonts_.Font(value.Font));
+    button->setText(DecodeText(value.Text));
+}
+
+void CKs_KakuDlg::Prepare() {
+    charHeight_ = QFontMetrics(font()).height();
+    const FontText title = GetFontText(kSection, "TitleName");
+    if (fonts_.Defined(title.Font)) {
+        setFont(fonts_.Font(title.Font));
+        setWindowTitle(DecodeText(title.Text));
+    }
+    std::string shown1 = kTemplateLine;
+    std::string shown2 = kTemplateLine;
+    ApplyLine(line1_, app_.KakuMsgNo1, shown1);
+    if (app_.KakuMsgNo2 < 1) {
+        line2_->hide();
+    } else {
+        line2_->show();
+        ApplyLine(line2_, app_.KakuMsgNo2, shown2);
+    }
+    ApplyButton(ok_, "ButtonOk");
+    ApplyButton(cancel_, "ButtonCan");
+    // Lengths in bytes of the message file's text, as the box was sized for Shift_JIS text.
+    size_t length = shown1.size();
+    if (app_.KakuMsgNo2 > 0 && shown2.size() > length)
+        length = shown2.size();
+    PlaceBox(static_cast<int>(std::min<size_t>(length, kMaxTextLength)));
+}
+
+void CKs_KakuDlg::PlaceBox(int textLength) {
+    const int h = charHeight_;
+    const int width = std::max((textLength * h) / 7 * 4, kMinWidth);
+    const int height = std::max(h * 10, kMinHeight);
+    QRect owner;
+    if (mainWindow_ != nullptr) {
+        owner = mainWindow_->frameGeometry();
+    } else if (QGuiApplication::primaryScreen() != nullptr) {
+        owner = QGuiApplication::primaryScreen()->geometry();
+    }
+    const int left = owner.left();
+    const int right = owner.left() + owner.width();
+    const int top = owner.top();
+    const int bottom = owner.top() + owner.height();
+    setGeometry((left + right) / 2 - width / 2, (top + bottom) / 2 - height / 2, width, height);
+    line1_->setGeometry(0, 50, width, 2 * h);
+    line2_->setGeometry(0, 50 + 2 * h + 10, width, 2 * h);
+    const int B = height;
+    if (app_.KakuMsgNo1 >= 1 && app_.KakuMsgNo1 <= 200) {
+        ok_->setGeometry(width / 2 - 105, B - 35, 205, 30);
+        cancel_->hide();
+    } else {
+        ok_->setGeometry(width / 2 - 105, B - 35, 100, 30);
+        cancel_->setGeometry(width / 2 + 5, B - 35, 100, 30);
+        cancel_->show();
+    }
+}
+
+}  // namespace kesto

@@ -1,0 +1,44 @@
+// The confirmation dialog: one or two numbered message lines with OK, and Cancel for
+// questions (numbers above 200). The caller sets KakuMsgNo1/KakuMsgNo2 before running it.
+#pragma once
+
+#include <QDialog>
+#include <string>
+
+#include "app/CKestoApp.h"
+#include "ui/main/FontTable.h"
+
+class QLabel;
+class QPushButton;
+
+namespace kesto {
+
+class CKs_KakuDlg : public QDialog {
+    Q_OBJECT
+  public:
+    CKs_KakuDlg(CKestoApp& app, const FontTable& fonts, QWidget* mainWindow);
+
+    // Texts, size and position; done by Run, callable alone to look at the box.
+    void Prepare();
+    // Runs modally: 1 for OK, 2 for Cancel or closing.
+    int Run();
+    int CharHeight() const { return charHeight_; }
+
+    void reject() override;
+
+  private:
+    bool ApplyLine(QLabel* label, int number, std::string& shown);
+    void ApplyButton(QPushButton* button, const char* key);
+    void PlaceBox(int textLength);
+
+    CKestoApp& app_;
+    const FontTable& fonts_;
+    QWidget* mainWindow_;
+    QLabel* line1_;
+    QLabel* line2_;
+    QPushButton* ok_;
+    QPushButton* cancel_;
+    int charHeight_ = 0;
+};
+
+}  // namespace kesto

@@ -1,0 +1,127 @@
+// The main window: lists of the job, the small-box buttons, the command strip and the places
+// of the drawing area and the part panels. Decisions stay in the core; this class translates.
+#pragma once
+
+#include <QDialog>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "app/CKestoApp.h"
+#include "ui/main/FontTable.h"
+
+class QComboBox;
+class QLabel;
+class QListWidget;
+class QPushButton;
+
+namespace kesto {
+
+class CKs_DrawArea;
+class CKs_PartsInfo;
+class CKs_PartsView;
+
+class CKestoDlg : public QDialog {
+    Q_OBJECT
+  public:
+    CKestoDlg(CKestoApp& app, const FontTable& fonts, QWidget* parent = nullptr);
+
+    // Title, small-box pages, the first placement. Returns 1 (also when the job ended here).
+    int OnInitDialog();
+    // Runs modally unless the dialog already ended during OnInitDialog; 1 OK, 2 Cancel.
+    int Run();
+    bool Ended() const { return ended_; }
+
+    // --- layout and labels ---
+    void LabelPass();
+    void TitlePass();
+    void LayoutPass();
+    void SetCaption(QWidget* control, int font, const std::string& text);
+
+    // --- lists and paging ---
+    void FillSchedule();
+    void FillAllParts(int koutei);
+    void FillSmallBox(int koutei, int code);
+    void FillTorioki(int koutei);
+    void FillPalletSelect();
+    void CountBoxPages();
+    int TurnBoxPage(int direction);
+    void UpdateBoxButtons();
+    int LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep);
+    int BoxPage() const { return boxPage_; }
+    int BoxPageCount() const { return boxPageCount_; }
+
+    // --- commands ---
+    void OnSelectKoutei();
+    void OnSelectSmallBox(int k);  // k = 1, 2, 3
+    void OnBoxPage(int direction);
+    void OnDown();
+    void OnUp();
+    void OnSelectTorioki();
+    void OnPalletSelect();
+    void OnGrid();
+    void On3D();
+    void OnHit(int byBlock);
+    void OnView(int mode);
+    void OnDirect();
+    void OnBlockDraw();
+    void OnInfo();
+    void OnRetry();
+    void OnAuto();
+    void OnOK();
+    void OnCancel();
+    void OnClose();
+    void ShowAbout();
+
+    QWidget* Control(int id) const;
+    CKs_DrawArea* DrawArea() const { return drawArea_; }
+    CKs_PartsInfo* PartsInfoPanel() const { return partsInfo_; }
+    CKs_PartsView* PartsViewPanel() const { return partsView_; }
+
+    void reject() override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+  private:
+    void BuildControls();
+    void ConnectCommands();
+    QPushButton* AddButton(int id, const char* key, const char* caption, bool checkable);
+    QLabel* AddLabel(int id, const char* key, const char* caption);
+    QListWidget* AddList(int id, const char* key);
+    void ApplyLayout();
+    void RequestLayout();
+    void SetChecked(int id, bool checked);
+    void ResetToggles();
+    void SelectScheduleRow(int row);
+    void AddLine(QListWidget* list, const std::string& line);
+    PartsInfo* PartOfSelectedLine(QListWidget* list, bool anyKoutei);
+    void CommonRefresh();
+    void RereadJob();
+    int FinishJob();
+    void EndDialog(int code);
+
+    CKestoApp& app_;
+    const FontTable& fonts_;
+    std::map<int, QWidget*> controls_;
+    QComboBox* palletSelect_ = nullptr;
+    QListWidget* torioki_ = nullptr;
+    QListWidget* smallBox_ = nullptr;
+    QListWidget* schedule_ = nullptr;
+    QListWidget* allParts_ = nullptr;
+    CKs_DrawArea* drawArea_ = nullptr;
+    CKs_PartsInfo* partsInfo_ = nullptr;
+    CKs_PartsView* partsView_ = nullptr;
+    int boxPage_ = 1;
+    int boxPageCount_ = 1;
+    int boxCaptionFont_ = 1;
+    std::string boxCaptionPrefix_;
+    bool layoutQueued_ = false;
+    bool ended_ = false;
+    int endCode_ = 0;
+};
+
+}  // namespace kesto

@@ -1,0 +1,187 @@
+// The main window's lists, the small-box paging and the placement run behind them.
+#include <QComboBox>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include "placement/JobPlacement.h"
+#include "ui/main/CKestoDlg.h"
+#include "ui/main/ListLines.h"
+#include "ui/main/TextCodec.h"
+
+namespace kesto {
+
+namespace {
+
+constexpr int kBoxButtons[3] = {1037, 1038, 1039};
+constexpr int kPageBack = 1042;
+constexpr int kPageForward = 1041;
+
+}  // namespace
+
+// The lists are sorted by their text without regard to case; equal lines keep their order.
+void CKestoDlg::AddLine(QListWidget* list, const std::string& line) {
+    const QString text = DecodeText(line);
+    int low = 0;
+    int high = list->count();
+    while (low < high) {
+        const int mid = (low + high) / 2;
+        if (QString::compare(list->item(mid)->text(), text, Qt::CaseInsensitive) <= 0) {
+            low = mid + 1;
+        } else {
+            high = mid;
+        }
+    }
+    list->insertItem(low, text);
+}
+
+void CKestoDlg::FillSchedule() {
+    const QSignalBlocker block(schedule_);
+    schedule_->clear();
+    for (const KouteiInfo& koutei : app_.KouteiList)
+        AddLine(schedule_, ScheduleLine(app_, koutei));
+}
+
+void CKestoDlg::FillAllParts(int koutei) {
+    if (!app_.HasKoutei(koutei))
+        return;
+    const QSignalBlocker block(allParts_);
+    allParts_->clear();
+    for (const PartsInfo& part : app_.PartsList) {
+        if (part.KouteiNo == koutei)
+            AddLine(allParts_, AllPartsLine(part));
+    }
+}
+
+void CKestoDlg::FillSmallBox(int koutei, int code) {
+    if (!app_.HasKoutei(koutei))
+        return;
+    const QSignalBlocker block(smallBox_);
+    smallBox_->clear();
+    if (code < 100 || code > 198)
+        return;
+    for (const PartsInfo& part : app_.PartsList) {
+        if (part.KouteiNo == koutei && InSmallBox(part, code))
+            AddLine(smallBox_, SmallBoxLine(part));
+    }
+}
+
+void CKestoDlg::FillTorioki(int koutei) {
+    if (!app_.HasKoutei(koutei))
+        return;
+    const QSignalBlocker block(torioki_);
+    torioki_->clear();
+    for (const PartsInfo& part : app_.PartsList) {
+        if (part.KouteiNo == koutei && InTorioki(part))
+            AddLine(torioki_, ToriokiLine(part));
+    }
+}
+
+void CKestoDlg::FillPalletSelect() {
+    app_.ReadPalletSelect();
+    const QSignalBlocker block(palletSelect_);
+    palletSelect_->clear();
+    for (int i = 1; i <= app_.PalletCount; ++i)
+        palletSelect_->addItem(DecodeText(PalletSelectLine(app_.PalletPrefix, i)));
+    palletSelect_->setCurrentIndex(palletSelect_->count() > 0 ? 0 : -1);
+    app_.CurrentPallet = 1;
+}
+
+void CKestoDlg::CountBoxPages() {
+    int highest = 0;
+    for (int n = 1; n <= 99; ++n) {
+        if (app_.BoxFlags[n] != 0)
+            highest = n;
+    }
+    boxPageCount_ = highest >= 4 ? (highest + 2) / 3 : 1;
+}
+
+int CKestoDlg::TurnBoxPage(int direction) {
+    SetChecked(kPageBack, false);
+    SetChecked(kPageForward, false);
+    if (direction == -1) {
+        if (boxPage_ == 1)
+            return 0;
+        if (--boxPage_ == 1)
+            Control(kPageBack)->setEnabled(false);
+    } else if (direction == 1) {
+        if (boxPage_ == boxPageCount_)
+            return 0;
+        if (++boxPage_ == boxPageCount_)
+            Control(kPageForward)->setEnabled(false);
+    } else if (boxPage_ == 1) {
+        Control(kPageBack)->setEnabled(false);
+    }
+    if (boxPage_ > 1)
+        Control(kPageBack)->setEnabled(true);
+    if (boxPage_ < boxPageCount_)
+        Control(kPageForward)->setEnabled(true);
+    return 1;
+}
+
+void CKestoDlg::UpdateBoxButtons() {
+    for (int k = 1; k <= 3; ++k) {
+        const int id = kBoxButtons[k - 1];
+        const int n = (boxPage_ - 1) * 3 + k;
+        SetChecked(id, false);
+        if (fonts_.Defined(boxCaptionFont_))
+            SetCaption(Control(id), boxCaptionFont_, boxCaptionPrefix_ + std::to_string(n));
+        Control(id)->setEnabled(n <= 99 && app_.BoxFlags[n] != 0);
+        if (k == 1) {
+            SetChecked(id, true);
+            app_.CurrentBox = n + 99;
+            FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
+        }
+    }
+}
+
+void CKestoDlg::SetChecked(int id, bool checked) {
+    if (auto* button = qobject_cast<QPushButton*>(Control(id)))
+        button->setChecked(checked);
+}
+
+void CKestoDlg::ResetToggles() {
+    SetChecked(1036, false);
+    SetChecked(1035, true);
+    app_.HitByBlock = 1;
+    SetChecked(1037, true);
+    SetChecked(1038, false);
+    SetChecked(1039, false);
+    SetChecked(1028, true);
+    app_.GridFlag = 1;
+    SetChecked(1031, true);
+    SetChecked(1032, app_.IsBlockDraw != 0);
+    SetChecked(1029, false);
+}
+
+void CKestoDlg::SelectScheduleRow(int row) {
+    const QSignalBlocker block(schedule_);
+    if (row < schedule_->count())
+        schedule_->setCurrentRow(row);
+}
+
+int CKestoDlg::LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep) {
+    ResetToggles();
+    app_.CurrentKoutei = 1;
+    FillSchedule();
+    SelectScheduleRow(0);
+    FillAllParts(1);
+    if (app_.BoxFlags[1] != 0) {
+        app_.CurrentBox = 100;
+    } else if (app_.BoxFlags[2] != 0) {
+        app_.CurrentBox = 101;
+    } else if (app_.BoxFlags[3] != 0) {
+        app_.CurrentBox = 102;
+    }
+    FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
+    FillPalletSelect();
+    if (!CheckJob(app_))
+        OnCancel();
+    if (!PlaceJob(app_, mode, fullRun, keep))
+        return 0;
+    FillAllParts(app_.CurrentKoutei);
+    FillTorioki(app_.CurrentKoutei);
+    return 1;
+}
+
+}  // namespace kesto

@@ -1,0 +1,58 @@
+#include "ui/main/FontTable.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+
+#include "ui/main/TextCodec.h"
+
+namespace kesto {
+
+namespace {
+
+// Heights beyond any screen (a saturated number in the settings) are cut to this.
+constexpr int64_t kMaxPixelSize = 32767;
+
+QFont MakeFont(int height, int charSet, const std::string& faceName) {
+    QFont font;
+    const int64_t size = std::llabs(static_cast<int64_t>(height));
+    font.setPixelSize(static_cast<int>(std::min(size, kMaxPixelSize)));
+    QStringList families;
+    if (!faceName.empty())
+        families << DecodeText(faceName);
+    if ((charSet & 0xFF) == kJapaneseCharSet)
+        families << QString::fromLatin1(kCjkFallbackFamily);
+    if (!families.isEmpty())
+        font.setFamilies(families);
+    // The definitions ask for the "modern" family with default pitch.
+    font.setStyleHint(QFont::TypeWriter);
+    font.setItalic(false);
+    font.setUnderline(false);
+    font.setStrikeOut(false);
+    return font;
+}
+
+}  // namespace
+
+void FontTable::Build(const CKestoApp& app) {
+    for (size_t n = 0; n < fonts_.size(); ++n) {
+        fonts_[n].reset();
+        if (app.FontHeight[n] != 0)
+            fonts_[n] = MakeFont(app.FontHeight[n], app.FontCharSet[n], app.FontNames[n]);
+    }
+}
+
+bool FontTable::Defined(int number) const {
+    return number >= 0 && number < static_cast<int>(fonts_.size()) && fonts_[number].has_value();
+}
+
+QFont FontTable::Font(int number) const {
+    return Defined(number) ? *fonts_[number] : QFont();
+}
+
+int FontTable::PixelHeight(int number) const {
+    return Defined(number) ? fonts_[number]->pixelSize() : 0;
+}
+
+}  // namespace kesto

@@ -1,0 +1,29 @@
+// Where every control of the main window goes, computed from the client size alone.
+#pragma once
+
+#include <map>
+
+#include "app/CKestoApp.h"
+
+namespace kesto {
+
+struct ControlRect {
+    int X = 0;
+    int Y = 0;
+    int Width = 0;
+    int Height = 0;
+    bool operator==(const ControlRect&) const = default;
+};
+
+struct MainLayout {
+    std::map<int, ControlRect> Controls;  // by control number
+    IntRect AreaRect;                     // drawing area
+    IntRect InfoRect;                     // part-information panel
+    IntRect ViewRect;                     // part-view panel
+};
+
+// Client width and height and the present height of the pallet combo box. Products are
+// truncated toward zero and nothing is clamped, so a tiny client gives zero or negative sizes.
+MainLayout ComputeMainLayout(int width, int height, int comboHeight);
+
+}  // namespace kesto

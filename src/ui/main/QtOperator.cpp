@@ -1,0 +1,30 @@
+#include "ui/main/QtOperator.h"
+
+#include <QMessageBox>
+
+#include "ui/dialogs/CKs_KakuDlg.h"
+#include "ui/main/TextCodec.h"
+
+namespace kesto {
+
+void QtOperator::ShowMessageBox(const std::string& text) {
+    QMessageBox box(QMessageBox::NoIcon, QString(), DecodeText(text), QMessageBox::Ok, mainWindow_);
+    box.setObjectName("MessageBox");
+    box.exec();
+}
+
+int QtOperator::AskKaku(int no1, int no2) {
+    app_.KakuMsgNo1 = no1;
+    app_.KakuMsgNo2 = no2;
+    CKs_KakuDlg dialog(app_, fonts_, mainWindow_);
+    return dialog.Run();
+}
+
+bool QtOperator::AskOffsetWarning(const std::string& text) {
+    QMessageBox box(QMessageBox::Critical, QString(), DecodeText(text),
+                    QMessageBox::Ok | QMessageBox::Cancel, mainWindow_);
+    box.setObjectName("OffsetWarning");
+    return box.exec() == QMessageBox::Ok;
+}
+
+}  // namespace kesto

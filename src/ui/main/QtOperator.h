@@ -1,0 +1,31 @@
+// The operator seam of the window program: the confirmation dialog and Qt message boxes.
+#pragma once
+
+#include <string>
+
+#include "app/CKestoApp.h"
+#include "support/Platform.h"
+#include "ui/main/FontTable.h"
+
+class QWidget;
+
+namespace kesto {
+
+class QtOperator : public Operator {
+  public:
+    QtOperator(CKestoApp& app, const FontTable& fonts) : app_(app), fonts_(fonts) {}
+
+    // The window the confirmation dialog is centred on (none before the main window exists).
+    void SetMainWindow(QWidget* window) { mainWindow_ = window; }
+
+    void ShowMessageBox(const std::string& text) override;
+    int AskKaku(int no1, int no2) override;
+    bool AskOffsetWarning(const std::string& text) override;
+
+  private:
+    CKestoApp& app_;
+    const FontTable& fonts_;
+    QWidget* mainWindow_ = nullptr;
+};
+
+}  // namespace kesto

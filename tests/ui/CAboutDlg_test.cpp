@@ -1,0 +1,29 @@
+#include "ui/dialogs/CAboutDlg.h"
+
+#include <gtest/gtest.h>
+
+#include <QIcon>
+#include <QLabel>
+
+#include "ui/UiTestSupport.h"
+
+namespace kesto {
+namespace {
+
+TEST(CAboutDlg, ShowsTheVersionTextOfTheResources) {
+    test::EnsureQApplication();
+    CAboutDlg about(nullptr);
+    auto* text = about.findChild<QLabel*>("VersionText");
+    ASSERT_NE(text, nullptr);
+    EXPECT_TRUE(text->text().startsWith("Kesto Version 1.0.0"));
+    EXPECT_EQ(CAboutDlg::VersionText(), text->text());
+}
+
+TEST(CAboutDlg, TheIconIsInTheResources) {
+    test::EnsureQApplication();
+    EXPECT_FALSE(KestoIcon().isNull());
+    EXPECT_EQ(KestoIcon().pixmap(32, 32).width(), 32);
+}
+
+}  // namespace
+}  // namespace kesto

@@ -1,0 +1,202 @@
+// The main window's captions, fonts and placement.
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+#include "ui/UiTestSupport.h"
+#include "ui/dialogs/CKs_PartsInfo.h"
+#include "ui/dialogs/CKs_PartsView.h"
+#include "ui/draw/CKs_DrawArea.h"
+#include "ui/main/MainLayout.h"
+
+namespace kesto {
+namespace {
+
+QString Text(CKestoDlg& d, const char* name) {
+    QWidget* w = d.findChild<QWidget*>(name);
+    if (auto* b = qobject_cast<QAbstractButton*>(w))
+        return b->text();
+    if (auto* l = qobject_cast<QLabel*>(w))
+        return l->text();
+    return QString();
+}
+
+int FontHeight(CKestoDlg& d, const char* name) {
+    return d.findChild<QWidget*>(name)->font().pixelSize();
+}
+
+struct LabelledJob {
+    explicit LabelledJob(const std::string& name) : Job(name) {
+        Job.Open();
+        Job.App->LayoutState = 2;
+        Job.Dialog->LayoutPass();
+    }
+    test::WindowJob Job;
+};
+
+TEST(CKestoDlgLayout, LabelPassSetsTextsAndFontsFromTheMessageFile) {
+    LabelledJob l("LayoutLabels");
+    CKestoDlg& d = *l.Job.Dialog;
+    EXPECT_EQ(Text(d, "L-SMALLBOX"), "SBoxLabel");
+    EXPECT_EQ(Text(d, "L-SCH"), "SchLabel");
+    EXPECT_EQ(Text(d, "L-TORIOKI"), "ToriLabel");
+    EXPECT_EQ(Text(d, "L-ALLPARTS"), "AllLabel");
+    EXPECT_EQ(Text(d, "B-STOT"), "DownX");
+    EXPECT_EQ(Text(d, "B-TTOS"), "UpX");
+    EXPECT_EQ(Text(d, "B-PTOT"), "LeftX");
+    EXPECT_EQ(Text(d, "B-TTOP"), "RightX");
+    EXPECT_EQ(Text(d, "B-MAICHG"), "MaiX");
+    EXPECT_EQ(Text(d, "L-HIT"), "HitX");
+    EXPECT_EQ(Text(d, "B-HITB"), "HitBlock");
+    EXPECT_EQ(Text(d, "B-HITS"), "HitSingle");
+    EXPECT_EQ(Text(d, "B-3D"), "ThreeD");
+    EXPECT_EQ(Text(d, "B-GRID"), "GridX");
+    EXPECT_EQ(Text(d, "B-INFO"), "InfoX");
+    EXPECT_EQ(Text(d, "B-FLAT"), "FlatX");
+    EXPECT_EQ(Text(d, "B-DANMEN"), "DanmenX");
+    EXPECT_EQ(Text(d, "B-PALLET2"), "TwoPal");
+    EXPECT_EQ(Text(d, "B-PALLET4"), "FourPal");
+    EXPECT_EQ(Text(d, "B-OK"), "OkX");
+    EXPECT_EQ(Text(d, "B-SBOXP"), "Prev");
+    EXPECT_EQ(Text(d, "B-SBOXN"), "Next");
+    EXPECT_EQ(Text(d, "B-BLOCKDRAW"), "BlockDraw");
+    EXPECT_EQ(FontHeight(d, "L-SMALLBOX"), 16);
+    EXPECT_EQ(FontHeight(d, "B-MAICHG"), 12);
+    EXPECT_EQ(FontHeight(d, "LIST-PTALL"), 20);
+    EXPECT_EQ(FontHeight(d, "LIST-SCH"), 16);
+    EXPECT_EQ(FontHeight(d, "LIST-PALLET-SEL"), 12);
+}
+
+TEST(CKestoDlgLayout, QuestionMarksChangeTheFontAndKeepTheCaption) {
+    LabelledJob l("LayoutKeepCaption");
+    EXPECT_EQ(Text(*l.Job.Dialog, "B-RETRY"), "Retry");
+    EXPECT_EQ(FontHeight(*l.Job.Dialog, "B-RETRY"), 20);
+}
+
+TEST(CKestoDlgLayout, UndefinedFontLeavesTheControlUntouched) {
+    LabelledJob l("LayoutUndefinedFont");
+    CKestoDlg& d = *l.Job.Dialog;
+    EXPECT_EQ(Text(d, "B-AUTO"), "Auto");  // font 4 is not defined
+    EXPECT_EQ(Text(d, "B-CAN"), "Can");    // font 9 is out of range
+    EXPECT_NE(FontHeight(d, "B-AUTO"), 16);
+}
+
+TEST(CKestoDlgLayout, SmallBoxButtonsTakeTheCaptionPrefixOfTheFirstBox) {
+    LabelledJob l("LayoutBoxCaptions");
+    CKestoDlg& d = *l.Job.Dialog;
+    EXPECT_EQ(Text(d, "B-SBOX1"), "Box1");
+    EXPECT_EQ(Text(d, "B-SBOX2"), "Box2");
+    EXPECT_EQ(Text(d, "B-SBOX3"), "Box3");
+    EXPECT_EQ(FontHeight(d, "B-SBOX3"), 20);
+}
+
+TEST(CKestoDlgLayout, ArrangementToggleFollowsIsDirect) {
+    LabelledJob l("LayoutNest");
+    CKestoDlg& d = *l.Job.Dialog;
+    CKestoApp& app = *l.Job.App;
+    EXPECT_EQ(app.DisplayTexts[0], "NestA");
+    EXPECT_EQ(app.DisplayTexts[1], "NestD");
+    EXPECT_EQ(app.DisplayFlags[0], 1);
+    EXPECT_EQ(app.DisplayFlags[1], 2);
+    app.IsDirect = 0;
+    d.LayoutPass();
+    EXPECT_EQ(Text(d, "B-NEST-A"), "NestA");
+    app.IsDirect = 1;
+    d.LayoutPass();
+    EXPECT_EQ(Text(d, "B-NEST-A"), "NestD");
+    EXPECT_EQ(FontHeight(d, "B-NEST-A"), 20);
+}
+
+TEST(CKestoDlgLayout, TitleComesFromTitleName) {
+    LabelledJob l("LayoutTitle");
+    EXPECT_EQ(l.Job.Dialog->windowTitle(), "KestoMain");
+}
+
+TEST(CKestoDlgLayout, ControlsCarryTheirKeysAndNumbers) {
+    test::WindowJob job("LayoutNames");
+    job.Start();
+    CKestoDlg& d = *job.Dialog;
+    EXPECT_EQ(d.Control(1016)->objectName(), "B-RETRY");
+    EXPECT_EQ(d.Control(1)->objectName(), "B-OK");
+    EXPECT_EQ(d.Control(2)->objectName(), "B-CAN");
+    EXPECT_EQ(d.Control(1014)->objectName(), "1014");
+    EXPECT_EQ(d.Control(1040)->objectName(), "1040");
+    EXPECT_TRUE(d.Control(1014)->isHidden());
+    EXPECT_EQ(Text(d, "B-STOT"), "Down");
+    EXPECT_EQ(Text(d, "B-SBOX1"), "B1");
+    EXPECT_EQ(Text(d, "L-TORIOKI"), "Torioki");
+}
+
+void ExpectPlacedAt(int width, int height, const std::string& name) {
+    test::WindowJob job(name);
+    ASSERT_TRUE(job.Open());
+    ASSERT_TRUE(test::ShowLaidOut(*job.App, *job.Dialog, width, height));
+    CKestoDlg& d = *job.Dialog;
+    const MainLayout expected = ComputeMainLayout(width, height, d.Control(1044)->height());
+    for (const auto& [id, r] : expected.Controls) {
+        EXPECT_EQ(d.Control(id)->geometry(), QRect(r.X, r.Y, r.Width, r.Height)) << id;
+    }
+    EXPECT_EQ(job.App->AreaRect.Top, expected.AreaRect.Top);
+    EXPECT_EQ(job.App->InfoRect.Bottom, expected.InfoRect.Bottom);
+    EXPECT_EQ(job.App->ViewRect.Top, expected.ViewRect.Top);
+    EXPECT_EQ(d.DrawArea()->geometry(), QRect(expected.AreaRect.Left, expected.AreaRect.Top,
+                                              expected.AreaRect.Right - expected.AreaRect.Left,
+                                              expected.AreaRect.Bottom - expected.AreaRect.Top));
+    EXPECT_EQ(d.PartsInfoPanel()->geometry().topLeft(),
+              QPoint(expected.InfoRect.Left, expected.InfoRect.Top));
+    EXPECT_EQ(d.PartsViewPanel()->geometry(), d.Control(1014)->geometry());
+}
+
+TEST(CKestoDlgLayout, ShownAt1600x900EveryControlIsWhereTheRulesPutIt) {
+    ExpectPlacedAt(1600, 900, "LayoutShown1600");
+}
+
+TEST(CKestoDlgLayout, ShownAt1280x1024EveryControlIsWhereTheRulesPutIt) {
+    ExpectPlacedAt(1280, 1024, "LayoutShown1280");
+}
+
+TEST(CKestoDlgLayout, ConcreteRectanglesAt1600x900) {
+    test::WindowJob job("LayoutConcrete");
+    ASSERT_TRUE(job.Open());
+    ASSERT_TRUE(test::ShowLaidOut(*job.App, *job.Dialog, 1600, 900));
+    EXPECT_EQ(job.Dialog->Control(1016)->geometry(), QRect(564, 24, 115, 42));
+    EXPECT_EQ(job.Dialog->Control(1002)->geometry(), QRect(2, 219, 288, 225));
+    EXPECT_EQ(job.Dialog->Control(1)->geometry(), QRect(1541, 108, 57, 84));
+}
+
+TEST(CKestoDlgLayout, ResizeLaysTheWindowOutAgain) {
+    test::WindowJob job("LayoutResize");
+    ASSERT_TRUE(job.Open());
+    ASSERT_TRUE(test::ShowLaidOut(*job.App, *job.Dialog, 1600, 900));
+    ASSERT_TRUE(test::ShowLaidOut(*job.App, *job.Dialog, 1280, 1024));
+    EXPECT_EQ(job.Dialog->Control(1016)->geometry(), QRect(452, 27, 92, 48));
+}
+
+TEST(CKestoDlgLayout, FirstPaintDoesNoLayout) {
+    test::WindowJob job("LayoutFirstPaint");
+    ASSERT_TRUE(job.Open());
+    EXPECT_EQ(job.App->LayoutState, 0);
+    job.Dialog->LayoutPass();  // does nothing before the first paint
+    EXPECT_EQ(job.Dialog->Control(1016)->geometry().topLeft(), QPoint(0, 0));
+    job.Dialog->resize(1600, 900);
+    job.Dialog->show();
+    job.Dialog->repaint();
+    EXPECT_NE(job.App->LayoutState, 3);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return job.App->LayoutState == 3; }, 5000));
+    EXPECT_EQ(job.Dialog->Control(1016)->geometry(), QRect(564, 24, 115, 42));
+}
+
+TEST(CKestoDlgLayout, VeryNarrowWindowKeepsTheNegativeRectangles) {
+    test::WindowJob job("LayoutTiny");
+    ASSERT_TRUE(job.Open());
+    job.App->LayoutState = 2;
+    job.Dialog->resize(40, 10);
+    job.Dialog->LayoutPass();
+    EXPECT_EQ(job.App->InfoRect.Bottom, -2);
+}
+
+}  // namespace
+}  // namespace kesto

@@ -1,0 +1,100 @@
+// The main window as a whole: its controls, how it runs and ends, and its version box.
+#include "ui/main/CKestoDlg.h"
+
+#include <gtest/gtest.h>
+
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest/QTest>
+
+#include "ui/UiTestSupport.h"
+#include "ui/dialogs/CAboutDlg.h"
+
+namespace kesto {
+namespace {
+
+TEST(CKestoDlg, EveryControlOfTheTemplateExistsWithItsCaption) {
+    test::WindowJob job("DlgControls");
+    job.Start();
+    CKestoDlg& d = *job.Dialog;
+    const std::pair<const char*, const char*> buttons[] = {
+        {"B-SBOX1", "B1"},      {"B-SBOX2", "B2"},        {"B-SBOX3", "B3"},
+        {"B-STOT", "Down"},     {"B-TTOS", "Up"},         {"B-PTOT", "left"},
+        {"B-TTOP", "right"},    {"B-RETRY", "Retry"},     {"B-AUTO", "Auto"},
+        {"B-MAICHG", "MaiChg"}, {"B-HITB", "Block"},      {"B-HITS", "Single"},
+        {"B-3D", "3D"},         {"B-GRID", "Grid"},       {"B-INFO", "Info"},
+        {"B-FLAT", "FLAT"},     {"B-DANMEN", "DANMEN"},   {"B-PALLET2", "2PALLET"},
+        {"B-OK", "OK"},         {"B-PALLET4", "4PALLET"}, {"B-SBOXP", "<<"},
+        {"B-SBOXN", ">>"},      {"B-NEST-A", "Direct"},   {"B-BLOCKDRAW", "Block"},
+        {"B-CAN", "Can"}};
+    for (const auto& [name, caption] : buttons) {
+        auto* button = d.findChild<QPushButton*>(name);
+        ASSERT_NE(button, nullptr) << name;
+        EXPECT_EQ(button->text(), caption) << name;
+    }
+    for (const char* name :
+         {"LIST-PTALL", "LIST-SCH", "LIST-SBOX", "LIST-TORIOKI", "LIST-PALLET-SEL", "L-SMALLBOX",
+          "L-SCH", "L-TORIOKI", "L-ALLPARTS", "L-HIT", "1014", "1040", "CKs_DrawArea",
+          "CKs_PartsInfo", "CKs_PartsView"}) {
+        EXPECT_NE(d.findChild<QWidget*>(name), nullptr) << name;
+    }
+    EXPECT_TRUE(d.findChild<QPushButton*>("B-GRID")->isCheckable());
+    EXPECT_FALSE(d.findChild<QPushButton*>("B-RETRY")->isCheckable());
+    EXPECT_FALSE(d.windowIcon().isNull());
+}
+
+TEST(CKestoDlg, RunShowsTheWindowUntilOk) {
+    test::WindowJob job("DlgRunOk");
+    ASSERT_TRUE(job.Open());
+    EXPECT_FALSE(job.Dialog->Ended());
+    QTimer::singleShot(0, job.Dialog.get(), [&] {
+        QTest::mouseClick(job.Dialog->findChild<QPushButton*>("B-OK"), Qt::LeftButton);
+    });
+    EXPECT_EQ(job.Dialog->Run(), 1);
+    EXPECT_TRUE(job.Install.Exists("out/result.csv"));
+}
+
+TEST(CKestoDlg, EndedDuringInitialisationRunReturnsAtOnce) {
+    test::WindowJob job("DlgEndedEarly");
+    job.Install.Write("job/job.txt", "#KouteiInfo\n#End\n");
+    ASSERT_TRUE(job.Open());
+    EXPECT_TRUE(job.Dialog->Ended());
+    EXPECT_EQ(job.Dialog->Run(), 2);
+    EXPECT_FALSE(job.Dialog->isVisible());
+}
+
+TEST(CKestoDlg, ContextMenuOffersTheVersionBox) {
+    test::WindowJob job("DlgContextMenu");
+    ASSERT_TRUE(job.Open());
+    job.Dialog->show();
+    QStringList entries;
+    QTimer::singleShot(0, [&] {
+        if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+            for (QAction* action : menu->actions())
+                entries << action->text();
+            menu->close();
+        }
+    });
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), QPoint(5, 5));
+    QApplication::sendEvent(job.Dialog.get(), &event);
+    EXPECT_EQ(entries, QStringList({kAboutMenuText}));
+}
+
+TEST(CKestoDlg, VersionBoxOpensModally) {
+    test::WindowJob job("DlgAbout");
+    job.Start();
+    QString seen;
+    QTimer::singleShot(0, [&] {
+        if (auto* about = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            seen = about->objectName();
+            about->accept();
+        }
+    });
+    job.Dialog->ShowAbout();
+    EXPECT_EQ(seen, "CAboutDlg");
+}
+
+}  // namespace
+}  // namespace kesto

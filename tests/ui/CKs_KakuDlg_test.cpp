@@ -1,0 +1,117 @@
+#include "ui/dialogs/CKs_KakuDlg.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest/QTest>
+
+#include "ui/UiTestSupport.h"
+
+namespace kesto {
+namespace {
+
+struct KakuFixture {
+    explicit KakuFixture(const std::string& name) : Job(name) { Job.Start(); }
+    CKs_KakuDlg& Make(int no1, int no2, QWidget* owner) {
+        Job.App->KakuMsgNo1 = no1;
+        Job.App->KakuMsgNo2 = no2;
+        Dialog = std::make_unique<CKs_KakuDlg>(*Job.App, Job.Fonts, owner);
+        return *Dialog;
+    }
+    test::WindowJob Job;
+    std::unique_ptr<CKs_KakuDlg> Dialog;
+};
+
+QPushButton* Button(QWidget& dialog, const char* name) {
+    return dialog.findChild<QPushButton*>(name);
+}
+
+TEST(CKs_KakuDlg, InformationShowsOneLineAndOneWideOkButton) {
+    KakuFixture f("KakuInfo");
+    CKs_KakuDlg& dialog = f.Make(7, 0, nullptr);
+    dialog.Prepare();
+    auto* line1 = dialog.findChild<QLabel*>("1043");
+    auto* line2 = dialog.findChild<QLabel*>("1044");
+    EXPECT_EQ(line1->text(), "NoLineSelected");
+    EXPECT_TRUE(line2->isHidden());
+    EXPECT_TRUE(Button(dialog, "ButtonCan")->isHidden());
+    EXPECT_EQ(Button(dialog, "ButtonOk")->text(), "Yes");
+    EXPECT_EQ(Button(dialog, "ButtonOk")->geometry(), QRect(300 / 2 - 105, 200 - 35, 205, 30));
+    EXPECT_EQ(dialog.windowTitle(), "Confirm");
+}
+
+TEST(CKs_KakuDlg, QuestionShowsTwoLinesWithOkAndCancel) {
+    KakuFixture f("KakuQuestion");
+    CKs_KakuDlg& dialog = f.Make(202, 203, nullptr);
+    dialog.Prepare();
+    EXPECT_EQ(dialog.findChild<QLabel*>("1043")->text(), "RetryThePlacementFromTheInputFiles");
+    EXPECT_EQ(dialog.findChild<QLabel*>("1044")->text(), "ReallyRetry");
+    EXPECT_FALSE(dialog.findChild<QLabel*>("1044")->isHidden());
+    EXPECT_FALSE(Button(dialog, "ButtonCan")->isHidden());
+    EXPECT_EQ(Button(dialog, "ButtonCan")->text(), "No");
+    // 34 characters of a 16-pixel font: (34 * 16) / 7 * 4 = 308 wide, 160 high -> 200.
+    EXPECT_EQ(dialog.width(), 308);
+    EXPECT_EQ(dialog.height(), 200);
+    EXPECT_EQ(Button(dialog, "ButtonOk")->geometry(), QRect(154 - 105, 165, 100, 30));
+    EXPECT_EQ(Button(dialog, "ButtonCan")->geometry(), QRect(154 + 5, 165, 100, 30));
+    EXPECT_EQ(dialog.findChild<QLabel*>("1043")->geometry(), QRect(0, 50, 308, 32));
+    EXPECT_EQ(dialog.findChild<QLabel*>("1044")->geometry(), QRect(0, 92, 308, 32));
+}
+
+TEST(CKs_KakuDlg, ShortMessageGetsTheFloorSizeCentredOnTheMainWindow) {
+    test::EnsureQApplication();
+    QWidget owner;  // made first: it deletes the dialog it owns before the fixture goes
+    KakuFixture f("KakuFloor");
+    owner.setGeometry(100, 50, 1000, 600);
+    CKs_KakuDlg& dialog = f.Make(4, 0, &owner);
+    dialog.Prepare();
+    const QRect frame = owner.frameGeometry();
+    const int cx = (frame.left() + frame.left() + frame.width()) / 2;
+    const int cy = (frame.top() + frame.top() + frame.height()) / 2;
+    EXPECT_EQ(dialog.geometry(), QRect(cx - 150, cy - 100, 300, 200));
+}
+
+TEST(CKs_KakuDlg, CancelReturnsTwoAndOkReturnsOne) {
+    KakuFixture f("KakuAnswers");
+    CKs_KakuDlg& dialog = f.Make(202, 203, nullptr);
+    QTimer::singleShot(0, &dialog,
+                       [&] { QTest::mouseClick(Button(dialog, "ButtonCan"), Qt::LeftButton); });
+    EXPECT_EQ(dialog.Run(), 2);
+    QTimer::singleShot(0, &dialog,
+                       [&] { QTest::mouseClick(Button(dialog, "ButtonOk"), Qt::LeftButton); });
+    EXPECT_EQ(dialog.Run(), 1);
+}
+
+TEST(CKs_KakuDlg, ClosingCountsAsCancel) {
+    KakuFixture f("KakuClose");
+    CKs_KakuDlg& dialog = f.Make(7, 0, nullptr);
+    QTimer::singleShot(0, &dialog, [&] { dialog.close(); });
+    EXPECT_EQ(dialog.Run(), 2);
+}
+
+TEST(CKs_KakuDlg, UndefinedFontKeepsTheTemplateTextAndNoTitle) {
+    KakuFixture f("KakuUndefinedFont");
+    f.Job.Install.Write("msg/Kesto.ini",
+                        "[FontDefine]\nFontSet1=16,0,0,0,DejaVuSans\n[KakuDlg]\nTitleName=4,T\n"
+                        "Msg007=4,Hidden\nButtonOk=4,Never\n");
+    f.Job.Start();
+    CKs_KakuDlg& dialog = f.Make(7, 0, nullptr);
+    dialog.Prepare();
+    EXPECT_EQ(dialog.findChild<QLabel*>("1043")->text(), "Static");
+    EXPECT_EQ(Button(dialog, "ButtonOk")->text(), "OK");
+    EXPECT_TRUE(dialog.windowTitle().isEmpty());
+    EXPECT_EQ(dialog.CharHeight(), QFontMetrics(dialog.font()).height());
+}
+
+TEST(CKs_KakuDlg, MissingKeyShowsTheDefaultText) {
+    KakuFixture f("KakuMissingKey");
+    CKs_KakuDlg& dialog = f.Make(150, 0, nullptr);
+    dialog.Prepare();
+    // "Message Not Define" has one field: font 0, which is never defined.
+    EXPECT_EQ(dialog.findChild<QLabel*>("1043")->text(), "Static");
+}
+
+}  // namespace
+}  // namespace kesto

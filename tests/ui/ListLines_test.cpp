@@ -1,0 +1,99 @@
+#include "ui/main/ListLines.h"
+
+#include <gtest/gtest.h>
+
+namespace kesto {
+namespace {
+
+PartsInfo Part(int seq, int num1, int placed, int destination) {
+    PartsInfo part;
+    part.Seq = seq;
+    part.Num1 = num1;
+    part.Work[1] = placed;
+    part.Num2 = destination;
+    part.Text1 = "Bracket";
+    part.DirText = "UD";
+    part.SizeX = 200;
+    part.SizeY = 150.5;
+    return part;
+}
+
+TEST(AllPartsLine, FullyPlacedPalletPartShowsPAndBlank) {
+    EXPECT_EQ(AllPartsLine(Part(7, 5, 5, 1)),
+              "007    5/5    P  UD Bracket                           200.0000 x  150.5000");
+}
+
+TEST(AllPartsLine, MissingPiecesShowPMinus) {
+    EXPECT_EQ(StateMark(Part(7, 5, 3, 1)), "P-");
+    EXPECT_EQ(AllPartsLine(Part(7, 5, 3, 1)).substr(0, 15), "007    3/5    P");
+}
+
+TEST(AllPartsLine, SetAsidePartCountsAsPallet) {
+    EXPECT_EQ(StateMark(Part(1, 4, 0, 1000)), "P-");
+}
+
+TEST(AllPartsLine, SmallBoxPartShowsBlankMark) {
+    EXPECT_EQ(StateMark(Part(1, 4, 0, 100)), "  ");
+}
+
+TEST(AllPartsLine, LongTextIsCutTo32Characters) {
+    PartsInfo part = Part(1, 1, 1, 1);
+    part.Text1 = std::string(40, 'x');
+    const std::string line = AllPartsLine(part);
+    EXPECT_NE(line.find(std::string(32, 'x') + " "), std::string::npos);
+    EXPECT_EQ(line.find(std::string(33, 'x')), std::string::npos);
+}
+
+TEST(SmallBoxLine, SeqCountAndText) {
+    EXPECT_EQ(SmallBoxLine(Part(12, 3, 0, 100)), "012    3 Bracket");
+}
+
+TEST(ToriokiLine, ShowsRemainingPiecesOfQuantity) {
+    EXPECT_EQ(ToriokiLine(Part(3, 5, 3, 1)), "003    2/5    Bracket");
+}
+
+TEST(ToriokiLine, SeqOf1000PrintsFourDigits) {
+    EXPECT_EQ(ToriokiLine(Part(1000, 1, 0, 1000)).substr(0, 5), "1000 ");
+}
+
+TEST(InTorioki, OnlySetAsideAndShortPalletParts) {
+    EXPECT_TRUE(InTorioki(Part(1, 5, 3, 1)));
+    EXPECT_FALSE(InTorioki(Part(1, 5, 5, 1)));
+    EXPECT_TRUE(InTorioki(Part(1, 5, 0, 1000)));
+    EXPECT_FALSE(InTorioki(Part(1, 5, 0, 100)));
+    EXPECT_FALSE(InTorioki(Part(1, 5, 0, 99999)));
+}
+
+TEST(InSmallBox, MatchesTheBoxCodeOnly) {
+    EXPECT_TRUE(InSmallBox(Part(1, 1, 0, 101), 101));
+    EXPECT_FALSE(InSmallBox(Part(1, 1, 0, 101), 100));
+}
+
+TEST(ScheduleLine, UsesPalletText2WhenPresent) {
+    CKestoApp app;
+    PalletInfo& pallet = app.PalletList.Append();
+    pallet.Name = "PAL1";
+    pallet.Text2 = "Pallet-One";
+    KouteiInfo koutei;
+    koutei.No = 3;
+    koutei.Name1 = "Cut";
+    koutei.Name2 = "PAL1";
+    EXPECT_EQ(ScheduleLine(app, koutei), "03 Cut Pallet-One");
+    pallet.Text2.clear();
+    EXPECT_EQ(ScheduleLine(app, koutei), "03 Cut PAL1");
+    koutei.Name2 = "NONE";
+    EXPECT_EQ(ScheduleLine(app, koutei), "03 Cut NONE");
+}
+
+TEST(PalletSelectLine, PrefixDashTwoDigits) {
+    EXPECT_EQ(PalletSelectLine("P", 4), "P-04");
+    EXPECT_EQ(PalletSelectLine("P", 123), "P-123");
+}
+
+TEST(SeqOfLine, ReadsTheLeadingNumber) {
+    EXPECT_EQ(SeqOfLine("012    3 Bracket"), 12);
+    EXPECT_EQ(SeqOfLine("Bracket"), 0);
+}
+
+}  // namespace
+}  // namespace kesto
