@@ -1,0 +1,39 @@
+#!/bin/sh
+# Runs the sample job with kesto-batch and then, when a display is there, in the window.
+# Usage: sh examples/demo.sh [build folder]   (default: build)
+
+. "$(dirname -- "$0")/demo_setup.sh"
+demo_setup "$@"
+
+if [ ! -x "$BUILD/kesto-batch" ]; then
+    echo "demo: $BUILD/kesto-batch not found (run: make build)" >&2
+    exit 1
+fi
+
+echo "== system folder: $DEMO"
+echo "== kesto-batch $KESTO_ARGS"
+# shellcheck disable=SC2086 # the arguments are blank-separated tokens on purpose
+"$BUILD/kesto-batch" $KESTO_ARGS
+code=$?
+echo "== exit code: $code"
+
+echo "== files written"
+for file in out/kesto_result.csv out/kesto_result.csv_tmp out/kesto_haichi.csv; do
+    if [ -f "$file" ]; then
+        echo "-- $file ($(wc -l < "$file") lines)"
+        head -n 5 "$file"
+    else
+        echo "-- $file: not written"
+    fi
+done
+
+if { [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; } && [ -x "$BUILD/kesto" ]; then
+    echo "== opening the window on the same job"
+    # shellcheck disable=SC2086
+    "$BUILD/kesto" $KESTO_ARGS
+    echo "== window closed, exit code: $?"
+else
+    echo "== to open the window on this job:"
+    echo "   cd $DEMO && ORVOSystemRoot=$DEMO XDG_CONFIG_HOME=$XDG_CONFIG_HOME $BUILD/kesto $KESTO_ARGS"
+fi
+exit "$code"

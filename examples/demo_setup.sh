@@ -1,0 +1,34 @@
+# Shared set-up of demo.sh and screenshot.sh (POSIX sh, sourced, not run).
+# Copies the sample installation into the build folder and points Kesto at it.
+# Sets: BUILD (absolute build folder), DEMO (installation copy), KESTO_ARGS.
+# shellcheck disable=SC2034 # the variables are for the scripts that source this file
+
+demo_setup() {
+    examples=$(CDPATH='' cd -- "$(dirname -- "$0")" && pwd)
+    repo=$(dirname -- "$examples")
+    build_arg=${1:-build}
+    case $build_arg in
+        /*) BUILD=$build_arg ;;
+        *) BUILD=$repo/$build_arg ;;
+    esac
+    if [ ! -d "$BUILD" ]; then
+        echo "demo: build folder $BUILD not found (run: make build)" >&2
+        exit 1
+    fi
+    DEMO=$BUILD/demo-install
+    # Refresh everything but out/, so that a second run restores the first run's save file.
+    mkdir -p "$DEMO/out"
+    for item in "$examples"/install/*; do
+        name=$(basename -- "$item")
+        [ "$name" = out ] && continue
+        rm -rf "${DEMO:?}/$name"
+        cp -R "$item" "$DEMO/$name"
+    done
+    mkdir -p "$BUILD/demo-config"
+    ORVOSystemRoot=$DEMO
+    XDG_CONFIG_HOME=$BUILD/demo-config
+    export ORVOSystemRoot XDG_CONFIG_HOME
+    # Pallet file, direct flag, inch flag, offset A, offset B, start corner.
+    KESTO_ARGS="pallet/pallets.txt 0 0 0 0 1"
+    cd "$DEMO" || exit 1
+}
