@@ -1,25 +1,19 @@
 #include "cli/BatchReport.h"
 
-#include <cstdio>
 #include <ostream>
 #include <string>
+
+#include "support/TextFormat.h"
 
 namespace kesto {
 
 namespace {
 
-// printf-style formatting into a string, for fixed-width report columns.
-template <class... Args>
-std::string Format(const char* format, Args... args) {
-    char buffer[512];
-    std::snprintf(buffer, sizeof buffer, format, args...);
-    return buffer;
-}
-
 int ElementCount(const PartsInfo& part) {
     int n = 0;
     for (const ShapeElement& e : part.Shapes) {
-        if (e.Kind != kShapeNone) ++n;
+        if (e.Kind != kShapeNone)
+            ++n;
     }
     return n;
 }
@@ -27,13 +21,15 @@ int ElementCount(const PartsInfo& part) {
 void ReportPallets(const CKestoApp& app, std::ostream& out) {
     out << "Pallets: " << app.PalletList.Count << "\n";
     for (const PalletInfo& p : app.PalletList) {
-        out << Format("  P%d %-12s %9.4f x %9.4f, height %9.4f, cells %d x %d, racks X %d Y %d\n",
-                      p.No, p.Name.c_str(), p.Dims[2], p.Dims[3], p.Dims[4], p.Param1, p.Param2,
-                      p.RackXCount, p.RackYCount);
+        out << FormatText(
+            "  P%d %-12s %9.4f x %9.4f, height %9.4f, cells %d x %d, racks X %d Y %d\n", p.No,
+            p.Name.c_str(), p.Dims[2], p.Dims[3], p.Dims[4], p.Param1, p.Param2, p.RackXCount,
+            p.RackYCount);
     }
     out << "Small boxes defined:";
     for (int n = 1; n <= 99; ++n) {
-        if (app.BoxFlags[n]) out << " B" << n;
+        if (app.BoxFlags[n])
+            out << " B" << n;
     }
     out << "\n";
 }
@@ -41,28 +37,29 @@ void ReportPallets(const CKestoApp& app, std::ostream& out) {
 void ReportBoxesAndProcesses(const CKestoApp& app, std::ostream& out) {
     out << "Boxes: " << app.BoxList.Items.size() << " (" << app.BoxList.Count << " counted)\n";
     for (const BoxInfo& b : app.BoxList) {
-        out << Format("  %3d %-12s kind %d, x %.1f..%.1f, y %.1f..%.1f\n", b.No, b.Name.c_str(),
-                      b.Kind, b.Size[0], b.Size[1], b.Size[2], b.Size[3]);
+        out << FormatText("  %3d %-12s kind %d, x %.1f..%.1f, y %.1f..%.1f\n", b.No, b.Name.c_str(),
+                          b.Kind, b.Size[0], b.Size[1], b.Size[2], b.Size[3]);
     }
     out << "Processes: " << app.KouteiList.Count << "\n";
     for (const KouteiInfo& k : app.KouteiList) {
-        out << Format("  %.2d %s on %s\n", k.No, k.Name1.c_str(), k.Name2.c_str());
+        out << FormatText("  %.2d %s on %s\n", k.No, k.Name1.c_str(), k.Name2.c_str());
     }
 }
 
 void ReportParts(const CKestoApp& app, std::ostream& out) {
     out << "Parts: " << app.PartsList.Count << " (in placement order)\n";
     for (const PartsInfo& p : app.PartsList) {
-        out << Format(
+        out << FormatText(
             "  %.3d %-7s process %d group %-4s %9.4f x %9.4f qty %3d dest %5d sheets %2d, "
             "%d outline elements\n",
-            p.Seq, p.Code.c_str(), p.KouteiNo, p.GroupKey.c_str(), p.SizeX, p.SizeY, p.Num1,
-            p.Num2, p.Num4, ElementCount(p));
+            p.Seq, p.Code.c_str(), p.KouteiNo, p.GroupKey.c_str(), p.SizeX, p.SizeY, p.Num1, p.Num2,
+            p.Num4, ElementCount(p));
     }
 }
 
 const BlockInfo* BlockOf(const CKestoApp& app, const HaichiInfo& h) {
-    if (h.BlockIndex < 0 || h.BlockIndex >= app.BlocksCount) return nullptr;
+    if (h.BlockIndex < 0 || h.BlockIndex >= app.BlocksCount)
+        return nullptr;
     return &app.Blocks[static_cast<size_t>(h.BlockIndex)];
 }
 
@@ -78,20 +75,22 @@ int HighestPallet(const CKestoApp& app) {
 
 void ReportStack(const HaichiInfo& h, std::ostream& out) {
     const PartsInfo& part = *h.Part;
-    out << Format("      %-7s %4d pcs  corner %d  x %9.4f..%9.4f  y %9.4f..%9.4f\n",
-                  part.Code.c_str(), h.Value, h.Flag, h.X - part.SizeX, h.X, h.Y,
-                  h.Y + part.SizeY);
+    out << FormatText("      %-7s %4d pcs  corner %d  x %9.4f..%9.4f  y %9.4f..%9.4f\n",
+                      part.Code.c_str(), h.Value, h.Flag, h.X - part.SizeX, h.X, h.Y,
+                      h.Y + part.SizeY);
 }
 
 void ReportProcessStacks(const CKestoApp& app, const KouteiInfo& k, int highest,
                          std::ostream& out) {
-    out << Format("  Process %.2d %s on %s\n", k.No, k.Name1.c_str(), k.Name2.c_str());
+    out << FormatText("  Process %.2d %s on %s\n", k.No, k.Name1.c_str(), k.Name2.c_str());
     for (int pallet = 1; pallet <= highest; ++pallet) {
         int stacks = 0;
         for (const HaichiInfo& h : app.HaichiList) {
             const BlockInfo* b = BlockOf(app, h);
-            if (b == nullptr || b->KouteiNo != k.No || b->PalletNo != pallet) continue;
-            if (stacks++ == 0) out << "    Pallet " << pallet << "\n";
+            if (b == nullptr || b->KouteiNo != k.No || b->PalletNo != pallet)
+                continue;
+            if (stacks++ == 0)
+                out << "    Pallet " << pallet << "\n";
             ReportStack(h, out);
         }
     }
@@ -108,14 +107,19 @@ void ReportInput(const CKestoApp& app, std::ostream& out) {
 void ReportPlacement(const CKestoApp& app, std::ostream& out) {
     out << "Placement:\n";
     const int highest = HighestPallet(app);
-    for (const KouteiInfo& k : app.KouteiList) ReportProcessStacks(app, k, highest, out);
+    for (const KouteiInfo& k : app.KouteiList)
+        ReportProcessStacks(app, k, highest, out);
     int shortParts = 0;
     for (const PartsInfo& p : app.PartsList) {
-        if (p.Num2 >= 100 || p.Num1 == p.Work[1]) continue;
-        if (shortParts++ == 0) out << "Parts short:\n";
-        out << Format("  %.3d %-7s placed %d of %d\n", p.Seq, p.Code.c_str(), p.Work[1], p.Num1);
+        if (p.Num2 >= 100 || p.Num1 == p.Work[1])
+            continue;
+        if (shortParts++ == 0)
+            out << "Parts short:\n";
+        out << FormatText("  %.3d %-7s placed %d of %d\n", p.Seq, p.Code.c_str(), p.Work[1],
+                          p.Num1);
     }
-    if (shortParts == 0) out << "Parts short: none\n";
+    if (shortParts == 0)
+        out << "Parts short: none\n";
 }
 
 }  // namespace kesto

@@ -54,7 +54,8 @@ std::string BatchUsage() {
 
 namespace {
 
-std::string JoinCommandLine(const std::string& programPath, const std::vector<std::string>& tokens) {
+std::string JoinCommandLine(const std::string& programPath,
+                            const std::vector<std::string>& tokens) {
     std::string line = programPath;
     for (const std::string& t : tokens) {
         line += ' ';
@@ -72,7 +73,9 @@ void ReportFiles(std::ostream& out) {
     out << "  save file   " << GetDataFilePath(97) << "\n";
 }
 
-int StartUpFailure(const CKestoApp& app) { return app.ExitParam != 0 ? app.ExitParam : kExitNotOk; }
+int StartUpFailure(const CKestoApp& app) {
+    return app.ExitParam != 0 ? app.ExitParam : kExitNotOk;
+}
 
 }  // namespace
 
@@ -92,7 +95,8 @@ int RunBatch(const std::string& programPath, const BatchOptions& options, std::o
         app.ExitParam = app.ErrorCode;
         return StartUpFailure(app);
     }
-    if (!app.ReadInput()) return StartUpFailure(app);
+    if (!app.ReadInput())
+        return StartUpFailure(app);
     ReportInput(app, out);
 
     if (!CheckJob(app)) {
@@ -112,11 +116,13 @@ int RunBatch(const std::string& programPath, const BatchOptions& options, std::o
     }
     if (!save.SaveAll()) {
         out << "The result files were not written";
-        if (app.ErrorCode != 0) out << " (error code " << app.ErrorCode << ")";
+        if (app.ErrorCode != 0)
+            out << " (error code " << app.ErrorCode << ")";
         out << ".\n";
         return kExitNotOk;
     }
-    if (!app.PartsList.Empty()) ReportFiles(out);
+    if (!app.PartsList.Empty())
+        ReportFiles(out);
     return kExitOk;
 }
 

@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
     const int code = kesto::RunBatch(argc > 0 ? argv[0] : "kesto-batch", options, std::cout);
     std::cout.flush();
     const std::string notice = kesto::ExitCodeNotice(code);
-    if (!notice.empty()) std::cerr << notice << "\n";
+    if (!notice.empty())
+        std::cerr << notice << "\n";
     return kesto::ProcessExitCode(code);
 }

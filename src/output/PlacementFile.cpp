@@ -6,7 +6,7 @@
 #include <string>
 
 #include "output/CKs_FileSave.h"
-#include "output/LineFormat.h"
+#include "support/TextFormat.h"
 #include "output/StackIndex.h"
 #include "support/AtomicFile.h"
 #include "support/TextFile.h"

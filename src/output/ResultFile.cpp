@@ -4,7 +4,7 @@
 #include <string>
 
 #include "output/CKs_FileSave.h"
-#include "output/LineFormat.h"
+#include "support/TextFormat.h"
 #include "output/ResultGroups.h"
 #include "output/StackIndex.h"
 #include "support/AtomicFile.h"

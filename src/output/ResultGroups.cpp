@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "output/LineFormat.h"
+#include "support/TextFormat.h"
 #include "support/TextFile.h"
 
 namespace kesto {

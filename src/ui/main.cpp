@@ -6,6 +6,7 @@
 // grabbed into that file, and the program ends with exit code 100 without writing any result
 // or per-user value.
 #include <QApplication>
+#include <clocale>
 #include <cstdlib>
 
 #include "app/CKestoApp.h"
@@ -39,6 +40,9 @@ int TakeScreenshot(kesto::CKestoApp& app, kesto::CKestoDlg& dialog, const QStrin
 
 int main(int argc, char** argv) {
     QApplication qapp(argc, argv);
+    // Qt takes the C library's locale from the environment; the job files are read with the
+    // C library's number conversions and must always use the decimal point.
+    std::setlocale(LC_NUMERIC, "C");
     qapp.setWindowIcon(kesto::KestoIcon());
     kesto::CKestoApp app;
     app.CommandLine = kesto::JoinCommandLine(QApplication::arguments());

@@ -11,7 +11,7 @@ namespace {
 
 // A job with one pallet, one process and two parts, one of them placed in two stacks.
 class BatchReportTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         test::UseInstallation(folder_.Path().string(), folder_ / "config");
         app_ = std::make_unique<CKestoApp>();
@@ -83,8 +83,9 @@ TEST_F(BatchReportTest, PlacementGroupsStacksByPalletAndNamesShortParts) {
     std::ostringstream out;
     ReportPlacement(*app_, out);
     const std::string text = out.str();
-    EXPECT_NE(text.find("  Process 01 CUT on PAL-A\n    Pallet 1\n      A001       3 pcs  corner 4"),
-              std::string::npos)
+    EXPECT_NE(
+        text.find("  Process 01 CUT on PAL-A\n    Pallet 1\n      A001       3 pcs  corner 4"),
+        std::string::npos)
         << text;
     EXPECT_NE(text.find("    Pallet 2\n      A001       2 pcs"), std::string::npos) << text;
     EXPECT_NE(text.find("x   50.0000.. 300.0000  y   50.0000.. 200.0000"), std::string::npos)

@@ -22,7 +22,8 @@ int RunJob(const std::vector<std::string>& tokens, int answer, std::string* repo
     options.Answer = answer;
     std::ostringstream out;
     const int code = RunBatch("kesto-batch", options, out);
-    if (report != nullptr) *report = out.str();
+    if (report != nullptr)
+        *report = out.str();
     return code;
 }
 

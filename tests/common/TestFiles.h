@@ -15,14 +15,16 @@ namespace kesto::test {
 
 // A fresh folder named after the running test, removed at the end.
 class TempFolder {
-public:
+  public:
     TempFolder() {
         const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
         std::string name = "kesto-";
-        if (info != nullptr) name += std::string(info->test_suite_name()) + "-" + info->name();
+        if (info != nullptr)
+            name += std::string(info->test_suite_name()) + "-" + info->name();
         name += "-" + std::to_string(::getpid());
         for (char& c : name) {
-            if (c == '/') c = '_';
+            if (c == '/')
+                c = '_';
         }
         path_ = std::filesystem::temp_directory_path() / name;
         std::filesystem::remove_all(path_);
@@ -35,7 +37,7 @@ public:
     const std::filesystem::path& Path() const { return path_; }
     std::string operator/(const std::string& name) const { return (path_ / name).string(); }
 
-private:
+  private:
     std::filesystem::path path_;
 };
 
@@ -56,7 +58,8 @@ inline std::string ReadFile(const std::string& path) {
 inline std::vector<std::string> ReadLines(const std::string& path) {
     std::vector<std::string> lines;
     std::ifstream in(path, std::ios::binary);
-    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
     return lines;
 }
 

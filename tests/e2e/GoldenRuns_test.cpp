@@ -33,7 +33,8 @@ std::vector<std::string> CaseNames() {
     std::vector<std::string> names;
     std::error_code ec;
     for (const auto& entry : fs::directory_iterator(CasesRoot(), ec)) {
-        if (fs::exists(entry.path() / "case.txt")) names.push_back(entry.path().filename());
+        if (fs::exists(entry.path() / "case.txt"))
+            names.push_back(entry.path().filename());
     }
     std::sort(names.begin(), names.end());
     return names;
@@ -43,7 +44,8 @@ std::map<std::string, std::string> ReadCase(const fs::path& file) {
     std::map<std::string, std::string> values;
     for (const std::string& line : test::ReadLines(file.string())) {
         const auto colon = line.find(':');
-        if (colon == std::string::npos) continue;
+        if (colon == std::string::npos)
+            continue;
         std::string value = line.substr(colon + 1);
         value.erase(0, value.find_first_not_of(' '));
         values[line.substr(0, colon)] = value;
@@ -54,7 +56,8 @@ std::map<std::string, std::string> ReadCase(const fs::path& file) {
 int RunBatch(const fs::path& install, const std::map<std::string, std::string>& c,
              const fs::path& log) {
     const char* bin = std::getenv("KESTO_BINARY_DIR");
-    const fs::path batch = fs::path(bin != nullptr ? bin : KESTO_BINARY_DIR_DEFAULT) / "kesto-batch";
+    const fs::path batch =
+        fs::path(bin != nullptr ? bin : KESTO_BINARY_DIR_DEFAULT) / "kesto-batch";
     const std::string answer = c.count("answer") ? c.at("answer") : "ok";
     const std::string command = "cd '" + install.string() + "' && ORVOSystemRoot='" +
                                 install.string() + "' XDG_CONFIG_HOME='" +
@@ -78,7 +81,8 @@ void CompareOrUpdate(const fs::path& caseDir, const fs::path& install) {
     }
     fs::remove_all(caseDir / "actual");
     for (const auto& e : fs::recursive_directory_iterator(expected)) {
-        if (!e.is_regular_file()) continue;
+        if (!e.is_regular_file())
+            continue;
         fs::path rel = fs::relative(e.path(), expected);
         if (rel.extension() == ".absent") {
             rel.replace_extension();
@@ -87,7 +91,8 @@ void CompareOrUpdate(const fs::path& caseDir, const fs::path& install) {
         }
         const fs::path actual = install / rel;
         ASSERT_TRUE(fs::exists(actual)) << rel << " was not written";
-        if (test::ReadFile(actual.string()) == test::ReadFile(e.path().string())) continue;
+        if (test::ReadFile(actual.string()) == test::ReadFile(e.path().string()))
+            continue;
         const fs::path keep = caseDir / "actual" / rel;
         fs::create_directories(keep.parent_path());
         fs::copy_file(actual, keep, fs::copy_options::overwrite_existing);
@@ -110,7 +115,8 @@ TEST_P(GoldenRun, WritesTheExpectedFiles) {
     const fs::path log = temp.Path() / "log.txt";
     const int runs = c.count("runs") ? std::stoi(c.at("runs")) : 1;
     int status = -1;
-    for (int i = 0; i < runs; ++i) status = RunBatch(install, c, log);
+    for (int i = 0; i < runs; ++i)
+        status = RunBatch(install, c, log);
     const int expectedStatus = c.count("exit") ? std::stoi(c.at("exit")) : 0;
     EXPECT_EQ(status, expectedStatus) << test::ReadFile(log.string());
     CompareOrUpdate(caseDir, install);

@@ -3,19 +3,9 @@
 #include <cstdio>
 
 #include "support/TextFile.h"
+#include "support/TextFormat.h"
 
 namespace kesto {
-
-namespace {
-
-template <class... Args>
-std::string Format(const char* format, Args... args) {
-    char buffer[1100];
-    std::snprintf(buffer, sizeof buffer, format, args...);
-    return buffer;
-}
-
-}  // namespace
 
 std::string StateMark(const PartsInfo& part) {
     const bool pallet = part.Num2 < 100 || part.Num2 == 1000;
@@ -29,29 +19,29 @@ std::string StateMark(const PartsInfo& part) {
 }
 
 std::string AllPartsLine(const PartsInfo& part) {
-    return Format("%.3d %4d/%-4d %s %-2s %-32.32s %9.4lf x %9.4lf", part.Seq, part.Work[1],
-                  part.Num1, StateMark(part).c_str(), part.DirText.c_str(), part.Text1.c_str(),
-                  part.SizeX, part.SizeY);
+    return FormatText("%.3d %4d/%-4d %s %-2s %-32.32s %9.4lf x %9.4lf", part.Seq, part.Work[1],
+                      part.Num1, StateMark(part).c_str(), part.DirText.c_str(), part.Text1.c_str(),
+                      part.SizeX, part.SizeY);
 }
 
 std::string SmallBoxLine(const PartsInfo& part) {
-    return Format("%.3d %4d %-.32s", part.Seq, part.Num1, part.Text1.c_str());
+    return FormatText("%.3d %4d %-.32s", part.Seq, part.Num1, part.Text1.c_str());
 }
 
 std::string ToriokiLine(const PartsInfo& part) {
-    return Format("%.3d %4d/%-4d %-.32s", part.Seq, part.Num1 - part.Work[1], part.Num1,
-                  part.Text1.c_str());
+    return FormatText("%.3d %4d/%-4d %-.32s", part.Seq, part.Num1 - part.Work[1], part.Num1,
+                      part.Text1.c_str());
 }
 
 std::string ScheduleLine(CKestoApp& app, const KouteiInfo& koutei) {
     const PalletInfo* pallet = app.PalletByName(koutei.Name2);
     const std::string& third =
         (pallet != nullptr && !pallet->Text2.empty()) ? pallet->Text2 : koutei.Name2;
-    return Format("%.2d %s %s", koutei.No, koutei.Name1.c_str(), third.c_str());
+    return FormatText("%.2d %s %s", koutei.No, koutei.Name1.c_str(), third.c_str());
 }
 
 std::string PalletSelectLine(const std::string& prefix, int number) {
-    return Format("%s-%.2d", prefix.c_str(), number);
+    return FormatText("%s-%.2d", prefix.c_str(), number);
 }
 
 bool InSmallBox(const PartsInfo& part, int code) {

@@ -1,4 +1,4 @@
-// printf-style formatting of one output line into a string of any length.
+// printf-style formatting of a line of text into a string of any length.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-#include "output/LineFormat.h"
+#include "support/TextFormat.h"
 
 #include <gtest/gtest.h>
 
