@@ -2,7 +2,8 @@
 // the expected files beside each case. Case folder layout:
 //   case.txt        "args:" the six tokens, "answer:" ok|cancel, "exit:" the process exit status,
 //                   "runs:" how many times the job runs in a row (a later run restores the save
-//                   file of the one before)
+//                   file of the one before), "output:" a text the run must print (either stream),
+//                   "remove:" a file of install/ to delete before the run
 //   install/        the system folder as the job finds it
 //   expected/       files that must exist afterwards, relative to the system folder, byte for
 //                   byte; "NAME.absent" means NAME must not exist
@@ -112,6 +113,8 @@ TEST_P(GoldenRun, WritesTheExpectedFiles) {
     const fs::path install = temp.Path() / "install";
     fs::copy(caseDir / "install", install, fs::copy_options::recursive);
     fs::create_directories(install / "out");
+    if (c.count("remove"))
+        fs::remove(install / c.at("remove"));
     const fs::path log = temp.Path() / "log.txt";
     const int runs = c.count("runs") ? std::stoi(c.at("runs")) : 1;
     int status = -1;
@@ -119,6 +122,10 @@ TEST_P(GoldenRun, WritesTheExpectedFiles) {
         status = RunBatch(install, c, log);
     const int expectedStatus = c.count("exit") ? std::stoi(c.at("exit")) : 0;
     EXPECT_EQ(status, expectedStatus) << test::ReadFile(log.string());
+    if (c.count("output")) {
+        EXPECT_NE(test::ReadFile(log.string()).find(c.at("output")), std::string::npos)
+            << test::ReadFile(log.string());
+    }
     CompareOrUpdate(caseDir, install);
 }
 
