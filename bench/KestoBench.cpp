@@ -92,6 +92,28 @@ void BM_PlaceAllSampleLike(benchmark::State& s) {
     PlaceAllBench(s, SampleLikeJobShape());
 }
 
+// The sample installation of examples/, read as the programs read it.
+void BM_PlaceAllSample(benchmark::State& state) {
+    BenchFolder();
+    ::setenv("ORVOSystemRoot", KESTO_SAMPLE_DIR, 1);
+    std::filesystem::current_path(KESTO_SAMPLE_DIR);
+    CKestoApp app;
+    app.CommandLine = "kesto pallet/pallets.txt 0 0 0 0 1";
+    if (app.InitSettings() == 0 || app.ReadInput() == 0 || CheckJob(app) == 0) {
+        state.SkipWithError("the sample installation could not be read");
+        return;
+    }
+    for (auto _ : state) {
+        state.PauseTiming();
+        ResetPlacement(app);
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(CKs_Haichi(app).PlaceAll(0, 0));
+    }
+    state.counters["parts"] = static_cast<double>(app.PartsList.Items.size());
+    state.counters["blocks"] = app.BlocksCount;
+    state.counters["stacks"] = static_cast<double>(app.HaichiList.Items.size());
+}
+
 void BM_BlockTableLargest(benchmark::State& state) {
     auto app = CheckedJob(LargestJobShape());
     for (auto _ : state)
@@ -113,6 +135,7 @@ void BM_ReadInputLargest(benchmark::State& state) {
 
 BENCHMARK(BM_PlaceAllSmall)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_PlaceAllSampleLike)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_PlaceAllSample)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_PlaceAllMedium)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PlaceAllLargest)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BlockTableLargest)->Unit(benchmark::kMicrosecond);
