@@ -10,6 +10,7 @@
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
+#include "ui/main/ExtentList.h"
 #include "ui/main/MainLayout.h"
 
 namespace kesto {
@@ -68,6 +69,15 @@ TEST(CKestoDlgLayout, LabelPassSetsTextsAndFontsFromTheMessageFile) {
     EXPECT_EQ(FontHeight(d, "LIST-PTALL"), 20);
     EXPECT_EQ(FontHeight(d, "LIST-SCH"), 16);
     EXPECT_EQ(FontHeight(d, "LIST-PALLET-SEL"), 12);
+}
+
+TEST(CKestoDlgLayout, SmallBoxListScrolls650PixelsAndTheOtherLists720) {
+    LabelledJob l("LayoutExtents");
+    CKestoDlg& d = *l.Job.Dialog;
+    EXPECT_EQ(d.findChild<ExtentList*>("LIST-SBOX")->HorizontalExtent(), 650);
+    EXPECT_EQ(d.findChild<ExtentList*>("LIST-SCH")->HorizontalExtent(), 720);
+    EXPECT_EQ(d.findChild<ExtentList*>("LIST-TORIOKI")->HorizontalExtent(), 720);
+    EXPECT_EQ(d.findChild<ExtentList*>("LIST-PTALL")->HorizontalExtent(), 720);
 }
 
 TEST(CKestoDlgLayout, QuestionMarksChangeTheFontAndKeepTheCaption) {

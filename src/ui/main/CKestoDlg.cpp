@@ -13,8 +13,17 @@
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
+#include "ui/main/ExtentList.h"
 
 namespace kesto {
+
+namespace {
+
+// Horizontal scroll extents of the lists, in pixels.
+constexpr int kSmallBoxExtent = 650;
+constexpr int kListExtent = 720;
+
+}  // namespace
 
 CKestoDlg::CKestoDlg(CKestoApp& app, const FontTable& fonts, QWidget* parent)
     : QDialog(parent), app_(app), fonts_(fonts) {
@@ -44,8 +53,8 @@ QLabel* CKestoDlg::AddLabel(int id, const char* key, const char* caption) {
     return label;
 }
 
-QListWidget* CKestoDlg::AddList(int id, const char* key) {
-    auto* list = new QListWidget(this);
+QListWidget* CKestoDlg::AddList(int id, const char* key, int extent) {
+    auto* list = new ExtentList(extent, this);
     list->setObjectName(key);
     list->setSelectionMode(QAbstractItemView::SingleSelection);
     controls_[id] = list;
@@ -56,10 +65,10 @@ void CKestoDlg::BuildControls() {
     palletSelect_ = new QComboBox(this);
     palletSelect_->setObjectName("LIST-PALLET-SEL");
     controls_[1044] = palletSelect_;
-    torioki_ = AddList(1002, "LIST-TORIOKI");
-    smallBox_ = AddList(1000, "LIST-SBOX");
-    schedule_ = AddList(1001, "LIST-SCH");
-    allParts_ = AddList(1003, "LIST-PTALL");
+    torioki_ = AddList(1002, "LIST-TORIOKI", kListExtent);
+    smallBox_ = AddList(1000, "LIST-SBOX", kSmallBoxExtent);
+    schedule_ = AddList(1001, "LIST-SCH", kListExtent);
+    allParts_ = AddList(1003, "LIST-PTALL", kListExtent);
     allParts_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     AddLabel(1004, "L-SMALLBOX", "SmallBox");
     AddLabel(1015, "L-SCH", "Sch");

@@ -91,7 +91,7 @@ class CKestoDlg : public QDialog {
     void ConnectCommands();
     QPushButton* AddButton(int id, const char* key, const char* caption, bool checkable);
     QLabel* AddLabel(int id, const char* key, const char* caption);
-    QListWidget* AddList(int id, const char* key);
+    QListWidget* AddList(int id, const char* key, int extent);
     void ApplyLayout();
     void RequestLayout();
     void SetChecked(int id, bool checked);
