@@ -18,7 +18,7 @@ TEST(JoinCommandLine, ProgramAndArgumentsSeparatedByBlanks) {
 
 TEST(StartUp, OnlyTheProgramPathEndsWith9020) {
     test::TestInstallation install("AppOnlyProgram");
-    test::RecordingOperator op;
+    test::InstalledRecorder op;
     CKestoApp app;
     app.CommandLine = "kesto";
     EXPECT_EQ(StartUp(app), 0);
@@ -29,17 +29,17 @@ TEST(StartUp, OnlyTheProgramPathEndsWith9020) {
 TEST(StartUp, MissingSettingsFileEndsWith9001) {
     test::TestInstallation install("AppNoSettings");
     std::filesystem::remove(install.Path("msg/Kesto.ini"));
-    test::RecordingOperator op;
+    test::InstalledRecorder op;
     CKestoApp app;
     app.CommandLine = install.CommandLine();
     EXPECT_EQ(StartUp(app), 0);
     EXPECT_EQ(app.ExitParam, 9001);
-    EXPECT_EQ(op.Boxes, std::vector<std::string>({"Initial File Not found"}));
+    EXPECT_EQ(op.Messages, std::vector<std::string>({"Initial File Not found"}));
 }
 
 TEST(StartUp, ReadsTheJob) {
     test::TestInstallation install("AppReads");
-    test::RecordingOperator op;
+    test::InstalledRecorder op;
     CKestoApp app;
     app.CommandLine = install.CommandLine();
     EXPECT_EQ(StartUp(app), 1);
@@ -50,7 +50,7 @@ TEST(StartUp, ReadsTheJob) {
 
 TEST(ExitInstance, WritesThePerUserValuesAndSettlesTheCode) {
     test::TestInstallation install("AppExit");
-    test::RecordingOperator op;
+    test::InstalledRecorder op;
     CKestoApp app;
     EXPECT_EQ(app.IsDirect, 0);
     app.IsDirect = 1;

@@ -51,7 +51,7 @@ TEST(CKestoDlgCommands, DownWithoutSelectedLineShowsMessage7) {
     test::WindowJob job("CmdDownNoLine");
     ASSERT_TRUE(job.Open());
     Click(*job.Dialog, "B-STOT");
-    EXPECT_EQ(job.Operator.Kaku, std::vector<Kaku>({{7, 0}}));
+    EXPECT_EQ(job.Operator.KakuNumbers, std::vector<Kaku>({{7, 0}}));
     EXPECT_EQ(PartBySeq(*job.App, 2).Num2, 100);
 }
 
@@ -73,14 +73,14 @@ TEST(CKestoDlgCommands, UpOutsideASmallBoxShowsMessage4) {
     ASSERT_TRUE(job.Open());
     job.App->CurrentBox = 99;
     Click(*job.Dialog, "B-TTOS");
-    EXPECT_EQ(job.Operator.Kaku, std::vector<Kaku>({{4, 0}}));
+    EXPECT_EQ(job.Operator.KakuNumbers, std::vector<Kaku>({{4, 0}}));
 }
 
 TEST(CKestoDlgCommands, UpWithoutSelectedLineShowsMessage7) {
     test::WindowJob job("CmdUpNoLine");
     ASSERT_TRUE(job.Open());
     Click(*job.Dialog, "B-TTOS");
-    EXPECT_EQ(job.Operator.Kaku, std::vector<Kaku>({{7, 0}}));
+    EXPECT_EQ(job.Operator.KakuNumbers, std::vector<Kaku>({{7, 0}}));
 }
 
 TEST(CKestoDlgCommands, UpAcceptsASizeEqualToTheUpperBound) {
@@ -88,7 +88,7 @@ TEST(CKestoDlgCommands, UpAcceptsASizeEqualToTheUpperBound) {
     ASSERT_TRUE(job.Open());
     MovePartTwoToTorioki(job);
     Click(*job.Dialog, "B-TTOS");  // box 1 takes 10..100 x 10..100; the part is 100 x 100
-    EXPECT_TRUE(job.Operator.Kaku.empty());
+    EXPECT_TRUE(job.Operator.KakuNumbers.empty());
     const PartsInfo& part = PartBySeq(*job.App, 2);
     EXPECT_EQ(part.Num2, 100);
     EXPECT_EQ(part.Work[1], 0);
@@ -104,7 +104,7 @@ TEST(CKestoDlgCommands, UpRefusesAPartTooBigForTheBoxWithMessages5And6) {
     MovePartTwoToTorioki(job);
     job.App->CurrentBox = 101;  // box 2 takes 0..50 x 0..50
     Click(*job.Dialog, "B-TTOS");
-    EXPECT_EQ(job.Operator.Kaku, std::vector<Kaku>({{5, 6}}));
+    EXPECT_EQ(job.Operator.KakuNumbers, std::vector<Kaku>({{5, 6}}));
     EXPECT_EQ(PartBySeq(*job.App, 2).Num2, 1000);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-TORIOKI").size(), 1);
 }
@@ -115,7 +115,7 @@ TEST(CKestoDlgCommands, UpWithoutBoxRecordSkipsTheSizeCheck) {
     MovePartTwoToTorioki(job);
     job.App->CurrentBox = 102;
     Click(*job.Dialog, "B-TTOS");
-    EXPECT_TRUE(job.Operator.Kaku.empty());
+    EXPECT_TRUE(job.Operator.KakuNumbers.empty());
     EXPECT_EQ(PartBySeq(*job.App, 2).Num2, 102);
 }
 
@@ -129,7 +129,7 @@ TEST(CKestoDlgCommands, UpRefusesAPartWithPiecesOnThePalletsWithMessages11And12)
     part.SizeY = 50;
     List(*job.Dialog, "LIST-TORIOKI")->setCurrentRow(0);
     Click(*job.Dialog, "B-TTOS");
-    EXPECT_EQ(job.Operator.Kaku, std::vector<Kaku>({{11, 12}}));
+    EXPECT_EQ(job.Operator.KakuNumbers, std::vector<Kaku>({{11, 12}}));
     EXPECT_EQ(part.Num2, 1);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-TORIOKI"), QStringList({"001    4/5    TextA"}));
 }
@@ -146,9 +146,9 @@ TEST(CKestoDlgCommands, RetryCancelledChangesNothing) {
     test::WindowJob job("CmdRetryCancel");
     ASSERT_TRUE(job.Open());
     MovePartTwoToTorioki(job);
-    job.Operator.SetAnswer(2);
+    job.Operator.Answer = 2;
     Click(*job.Dialog, "B-RETRY");
-    EXPECT_EQ(job.Operator.Kaku, std::vector<Kaku>({{202, 203}}));
+    EXPECT_EQ(job.Operator.KakuNumbers, std::vector<Kaku>({{202, 203}}));
     EXPECT_EQ(PartBySeq(*job.App, 2).Num2, 1000);
 }
 
@@ -158,7 +158,7 @@ TEST(CKestoDlgCommands, RetryReadsTheJobAgainAndPlacesItAnew) {
     MovePartTwoToTorioki(job);
     job.Dialog->DrawArea()->BandActive = 1;
     Click(*job.Dialog, "B-RETRY");
-    EXPECT_EQ(job.Operator.Kaku, std::vector<Kaku>({{202, 203}}));
+    EXPECT_EQ(job.Operator.KakuNumbers, std::vector<Kaku>({{202, 203}}));
     EXPECT_EQ(PartBySeq(*job.App, 2).Num2, 100);
     EXPECT_EQ(PartBySeq(*job.App, 1).Work[1], 5);
     EXPECT_EQ(job.Dialog->DrawArea()->BandActive, 0);
@@ -183,7 +183,7 @@ TEST(CKestoDlgCommands, AutoCarriesThePlacedCountsOver) {
     PartBySeq(*job.App, 1).Work[1] = 3;
     PartBySeq(*job.App, 2).Work[1] = 2;  // bound for a box yet placed: goes back to the pallets
     Click(*job.Dialog, "B-AUTO");
-    EXPECT_EQ(job.Operator.Kaku, std::vector<Kaku>({{204, 205}}));
+    EXPECT_EQ(job.Operator.KakuNumbers, std::vector<Kaku>({{204, 205}}));
     EXPECT_EQ(PartBySeq(*job.App, 1).Work[0], 3);
     EXPECT_EQ(PartBySeq(*job.App, 2).Work[0], 2);
     EXPECT_EQ(PartBySeq(*job.App, 2).Num2, 0);
@@ -194,7 +194,7 @@ TEST(CKestoDlgCommands, AutoCancelledChangesNothing) {
     test::WindowJob job("CmdAutoCancel");
     ASSERT_TRUE(job.Open());
     PartBySeq(*job.App, 1).Work[1] = 3;
-    job.Operator.SetAnswer(2);
+    job.Operator.Answer = 2;
     Click(*job.Dialog, "B-AUTO");
     EXPECT_EQ(PartBySeq(*job.App, 1).Work[1], 3);
     EXPECT_EQ(PartBySeq(*job.App, 1).Work[0], 0);
@@ -291,7 +291,7 @@ TEST(CKestoDlgCommands, ViewAndInfoRefuseDuringABandSelectionWithMessage15) {
     job.Dialog->DrawArea()->BandActive = 1;
     Click(*job.Dialog, "B-DANMEN");
     Click(*job.Dialog, "B-INFO");
-    EXPECT_EQ(job.Operator.Kaku, std::vector<Kaku>({{15, 0}, {15, 0}}));
+    EXPECT_EQ(job.Operator.KakuNumbers, std::vector<Kaku>({{15, 0}, {15, 0}}));
     EXPECT_EQ(job.App->PalletMode, 0);
     EXPECT_EQ(job.App->PartsAllState, 1);
 }

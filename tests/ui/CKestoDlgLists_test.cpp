@@ -46,7 +46,7 @@ TEST(CKestoDlgLists, ScheduleAndPalletComboAfterTheFirstPlacement) {
     EXPECT_EQ(job.App->CurrentPallet, 1);
     EXPECT_EQ(job.App->CurrentKoutei, 1);
     EXPECT_FALSE(job.Dialog->Ended());
-    EXPECT_TRUE(job.Operator.Kaku.empty());
+    EXPECT_TRUE(job.Operator.KakuNumbers.empty());
 }
 
 TEST(CKestoDlgLists, AllPartsListShowsThePlacedJobOfTheProcess) {
@@ -217,8 +217,8 @@ TEST(CKestoDlgLists, JobCheckFailureRunsTheCancelHandling) {
                       "#PartsInfo\nA1,1,PartA,TextA,200,150,1,5,1,0,5,,,1.0,G1,0000,,0,,X0,10\n"
                       "#End\n");
     ASSERT_TRUE(job.Open());
-    ASSERT_FALSE(job.Operator.Kaku.empty());
-    EXPECT_EQ(job.Operator.Kaku.front(), std::make_pair(1, 0));
+    ASSERT_FALSE(job.Operator.KakuNumbers.empty());
+    EXPECT_EQ(job.Operator.KakuNumbers.front(), std::make_pair(1, 0));
     EXPECT_TRUE(job.Dialog->Ended());
     EXPECT_EQ(job.Dialog->Run(), 2);
     EXPECT_TRUE(job.Install.Exists("out/result.csv"));
@@ -230,7 +230,7 @@ TEST(CKestoDlgLists, JobWithoutScheduleEndsWithCancelBeforePlacing) {
     ASSERT_TRUE(job.Open());
     EXPECT_TRUE(job.Dialog->Ended());
     EXPECT_EQ(job.Dialog->Run(), 2);
-    EXPECT_TRUE(job.Operator.Kaku.empty());
+    EXPECT_TRUE(job.Operator.KakuNumbers.empty());
     EXPECT_EQ(job.Dialog->findChild<QListWidget*>("LIST-SCH")->count(), 0);
 }
 

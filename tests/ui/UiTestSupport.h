@@ -14,6 +14,7 @@
 #include "app/CKestoApp.h"
 #include "support/MessageFile.h"
 #include "support/Platform.h"
+#include "support/RecordingOperator.h"
 #include "ui/TestInstallation.h"
 #include "ui/main/Application.h"
 #include "ui/main/CKestoDlg.h"
@@ -32,26 +33,6 @@ inline QApplication& EnsureQApplication() {
     static QApplication* app = std::make_unique<QApplication>(argc, argv).release();
     return *app;
 }
-
-class RecordingOperator : public Operator {
-  public:
-    explicit RecordingOperator(int answer = 1) : answer_(answer) { InstallOperator(this); }
-    ~RecordingOperator() override { InstallOperator(nullptr); }
-
-    void ShowMessageBox(const std::string& text) override { Boxes.push_back(text); }
-    int AskKaku(int no1, int no2) override {
-        Kaku.emplace_back(no1, no2);
-        return answer_;
-    }
-    bool AskOffsetWarning(const std::string& text) override { return true; }
-    void SetAnswer(int answer) { answer_ = answer; }
-
-    std::vector<std::pair<int, int>> Kaku;
-    std::vector<std::string> Boxes;
-
-  private:
-    int answer_;
-};
 
 // Shows the window at the given client size and waits until its layout pass ran.
 inline bool ShowLaidOut(CKestoApp& app, QWidget& window, int width, int height) {
@@ -89,7 +70,7 @@ struct WindowJob {
     }
 
     TestInstallation Install;
-    RecordingOperator Operator;
+    InstalledRecorder Operator;
     std::unique_ptr<CKestoApp> App;
     FontTable Fonts;
     std::unique_ptr<CKestoDlg> Dialog;
