@@ -127,8 +127,8 @@ TEST_F(CKestoAppTest, ShowKakuAsksTheOperator) {
     EXPECT_EQ(app.ShowKaku(208, 9), 2);
     EXPECT_EQ(app.KakuMsgNo1, 208);
     EXPECT_EQ(app.KakuMsgNo2, 9);
-    ASSERT_EQ(installation.Operator.KakuCalls.size(), 1u);
-    EXPECT_EQ(installation.Operator.KakuCalls[0], std::make_pair(208, 9));
+    ASSERT_EQ(installation.Operator.KakuNumbers.size(), 1u);
+    EXPECT_EQ(installation.Operator.KakuNumbers[0], std::make_pair(208, 9));
 }
 
 }  // namespace

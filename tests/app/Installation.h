@@ -13,25 +13,9 @@
 #include "common/TestFiles.h"
 #include "support/MessageFile.h"
 #include "support/Platform.h"
+#include "support/RecordingOperator.h"
 
 namespace kesto::test {
-
-class RecordingOperator : public Operator {
-  public:
-    void ShowMessageBox(const std::string& text) override { Messages.push_back(text); }
-    int AskKaku(int no1, int no2) override {
-        KakuCalls.push_back({no1, no2});
-        return Answer;
-    }
-    bool AskOffsetWarning(const std::string& text) override {
-        Messages.push_back(text);
-        return Answer == 1;
-    }
-
-    std::vector<std::string> Messages;
-    std::vector<std::pair<int, int>> KakuCalls;
-    int Answer = 1;
-};
 
 // Leaves a socket at path: it exists for the file system, but no one can open it as a file,
 // not even the super-user.
