@@ -107,10 +107,10 @@ std::string PalletFileText(const GeneratedJob& job) {
 }
 
 std::string PartLine(const PartsInfo& p, const std::string& outline) {
-    return Format("%s,%d,%s,%s,%.4f,%.4f,%d,%d,%d,%d,%d,,,%.4f,%s,,%s,1,,K%d,%.4f\n",
+    return Format("%s,%d,%s,%s,%.4f,%.4f,%d,%d,%d,%d,%d,,,%.4f,%s,%s,%s,1,,K%d,%.4f\n",
                   p.Code.c_str(), p.KouteiNo, p.Name.c_str(), p.Text1.c_str(), p.SizeX, p.SizeY,
                   p.DirCode, p.Num1, p.Num2, p.Num3, p.Num4, p.Thick, p.GroupKey.c_str(),
-                  outline.c_str(), p.Num5, p.Value1);
+                  p.Text4.c_str(), outline.c_str(), p.Num5, p.Value1);
 }
 
 std::string OutlineText(const PartsInfo& p) {
@@ -195,11 +195,42 @@ void FillApp(CKestoApp& app, const GeneratedJob& job) {
     app.PalletCount = job.PalletCount;
 }
 
-Installation WriteInstallation(const std::string& root, const GeneratedJob& job) {
+namespace {
+
+GeneratedJob WithOptions(GeneratedJob job, const InstallOptions& options) {
+    for (size_t i = 0; options.SensitiveSides && i < job.Parts.size(); i += 2)
+        job.Parts[i].Text4 = "1111";
+    if (options.UnknownDestination && !job.Parts.empty())
+        job.Parts.back().Num2 = 150;
+    if (options.UndefinedSmallBox && !job.Parts.empty()) {
+        const int code = 100 + job.SmallBoxes;
+        job.Boxes.push_back({"SBX", code, 10, {0, 2000, 0, 2000}, 0});
+        job.Parts.back().Num2 = code;
+    }
+    return job;
+}
+
+std::string SetupListText(bool backslash) {
+    std::string text =
+        "; generated installation\n#File\nIEJ : job/job.txt\nIEK : out/result.txt\n"
+        "IEL : out/save.txt\nMSG : msg/\n#End\n";
+    if (backslash)
+        std::replace(text.begin(), text.end(), '/', '\\');
+    return text;
+}
+
+std::string CommandLine(const std::string& pallet, const InstallOptions& options) {
+    return Format("kesto %s 0 %d %.1f %.1f %d", pallet.c_str(), options.Inch ? 1 : 0,
+                  options.OffsetA, options.OffsetB, options.Corner);
+}
+
+}  // namespace
+
+Installation WriteInstallation(const std::string& root, const GeneratedJob& plain,
+                               const InstallOptions& options) {
+    const GeneratedJob job = WithOptions(plain, options);
     const std::filesystem::path base(root);
-    WriteText(base / "bin" / "Ks_Setup.ini",
-              "; generated installation\n#File\nIEJ : job/job.txt\nIEK : out/result.txt\n"
-              "IEL : out/save.txt\nMSG : msg/\n#End\n");
+    WriteText(base / "bin" / "Ks_Setup.ini", SetupListText(options.BackslashPaths));
     std::string ini = "[FontDefine]\n";
     for (int n = 1; n <= 4; ++n)
         ini += Format("FontSet%d=-%d,0,0,0,Arial\n", n, 10 + 2 * n);
@@ -214,7 +245,7 @@ Installation WriteInstallation(const std::string& root, const GeneratedJob& job)
     for (const PartsInfo& p : job.Parts)
         WriteText(outlines / (p.Code + ".txt"), OutlineText(p));
     std::filesystem::create_directories(base / "out");
-    return {base.string(), pallet.string(), "kesto " + pallet.string() + " 0 0 0 0 4"};
+    return {base.string(), pallet.string(), CommandLine(pallet.string(), options)};
 }
 
 }  // namespace kesto

@@ -3,15 +3,17 @@
 #include <benchmark/benchmark.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
 
 #include "JobGenerator.h"
 #include "app/CKestoApp.h"
 #include "placement/CKs_Block.h"
 #include "placement/CKs_Haichi.h"
-#include "placement/JobPlacement.h"
-#include "support/Platform.h"
+#include "session/JobCheck.h"
+#include "support/Services.h"
 
 namespace kesto {
 namespace {
@@ -24,34 +26,35 @@ class QuietOperator : public Operator {
     bool AskOffsetWarning(const std::string&) override { return true; }
 };
 
-// A folder of the benchmark run for per-user values and written installations, removed at
-// exit; creating it also installs the quiet operator.
+// A host machine whose system folder is set by the benchmark and that keeps no user values.
+class BenchHost : public HostStore {
+  public:
+    SystemFolderResult SystemFolder() override { return {SystemFolderStatus::Ok, Folder}; }
+    std::optional<std::string> ReadUserValue(const std::string&) override { return std::nullopt; }
+    bool WriteUserValue(const std::string&, const std::string&) override { return true; }
+    std::string Folder;
+};
+
+// The services of one benchmark and a folder for the installations it writes.
 struct BenchRun {
     BenchRun()
         : Folder(std::filesystem::temp_directory_path() /
                  ("kesto-bench-" + std::to_string(::getpid()))) {
         std::filesystem::create_directories(Folder);
-        ::setenv("XDG_CONFIG_HOME", Folder.c_str(), 1);
-        InstallOperator(&Quiet);
     }
-    ~BenchRun() {
-        InstallOperator(nullptr);
-        std::filesystem::remove_all(Folder);
-    }
+    ~BenchRun() { std::filesystem::remove_all(Folder); }
+    Services Get() { return Services{Quiet, Host, Messages}; }
+
     std::filesystem::path Folder;
     QuietOperator Quiet;
+    BenchHost Host;
+    MessageTable Messages;
 };
 
-std::filesystem::path BenchFolder() {
-    static BenchRun run;
-    return run.Folder;
-}
-
-std::unique_ptr<CKestoApp> CheckedJob(const JobShape& shape) {
-    BenchFolder();
+std::unique_ptr<CKestoApp> CheckedJob(BenchRun& run, const JobShape& shape) {
     auto app = std::make_unique<CKestoApp>();
     FillApp(*app, GenerateJob(shape));
-    CheckJob(*app);
+    CheckJob(*app, run.Get());
     return app;
 }
 
@@ -67,12 +70,13 @@ void ResetPlacement(CKestoApp& app) {
 }
 
 void PlaceAllBench(benchmark::State& state, const JobShape& shape) {
-    auto app = CheckedJob(shape);
+    BenchRun run;
+    auto app = CheckedJob(run, shape);
     for (auto _ : state) {
         state.PauseTiming();
         ResetPlacement(*app);
         state.ResumeTiming();
-        benchmark::DoNotOptimize(CKs_Haichi(*app).PlaceAll(0, 0));
+        benchmark::DoNotOptimize(CKs_Haichi(*app, run.Get()).PlaceAll(0, 0));
     }
     state.counters["parts"] = static_cast<double>(app->PartsList.Items.size());
     state.counters["blocks"] = app->BlocksCount;
@@ -94,12 +98,13 @@ void BM_PlaceAllSampleLike(benchmark::State& s) {
 
 // The sample installation of examples/, read as the programs read it.
 void BM_PlaceAllSample(benchmark::State& state) {
-    BenchFolder();
-    ::setenv("ORVOSystemRoot", KESTO_SAMPLE_DIR, 1);
+    BenchRun run;
+    run.Host.Folder = KESTO_SAMPLE_DIR;
     std::filesystem::current_path(KESTO_SAMPLE_DIR);
     CKestoApp app;
     app.CommandLine = "kesto pallet/pallets.txt 0 0 0 0 1";
-    if (app.InitSettings() == 0 || app.ReadInput() == 0 || CheckJob(app) == 0) {
+    if (app.InitSettings(run.Get()) == 0 || app.ReadInput(run.Get()) == 0 ||
+        CheckJob(app, run.Get()) == 0) {
         state.SkipWithError("the sample installation could not be read");
         return;
     }
@@ -107,7 +112,7 @@ void BM_PlaceAllSample(benchmark::State& state) {
         state.PauseTiming();
         ResetPlacement(app);
         state.ResumeTiming();
-        benchmark::DoNotOptimize(CKs_Haichi(app).PlaceAll(0, 0));
+        benchmark::DoNotOptimize(CKs_Haichi(app, run.Get()).PlaceAll(0, 0));
     }
     state.counters["parts"] = static_cast<double>(app.PartsList.Items.size());
     state.counters["blocks"] = app.BlocksCount;
@@ -115,20 +120,22 @@ void BM_PlaceAllSample(benchmark::State& state) {
 }
 
 void BM_BlockTableLargest(benchmark::State& state) {
-    auto app = CheckedJob(LargestJobShape());
+    BenchRun run;
+    auto app = CheckedJob(run, LargestJobShape());
     for (auto _ : state)
-        benchmark::DoNotOptimize(CKs_Block(*app).SetUp());
+        benchmark::DoNotOptimize(CKs_Block(*app, run.Get()).SetUp());
     state.counters["blocks"] = app->BlocksCount;
 }
 
 void BM_ReadInputLargest(benchmark::State& state) {
-    const auto root = BenchFolder() / "largest";
+    BenchRun run;
+    const auto root = run.Folder / "largest";
     const Installation inst = WriteInstallation(root.string(), GenerateJob(LargestJobShape()));
-    ::setenv("ORVOSystemRoot", inst.Root.c_str(), 1);
+    run.Host.Folder = inst.Root;
     for (auto _ : state) {
         CKestoApp app;
         app.CommandLine = inst.CommandLine;
-        benchmark::DoNotOptimize(app.ReadInput());
+        benchmark::DoNotOptimize(app.ReadInput(run.Get()));
         state.counters["parts"] = app.PartsList.Count;
     }
 }

@@ -2,13 +2,8 @@
 
 #include <new>
 
-#include "support/Platform.h"
 
 namespace kesto {
-
-CKestoApp::CKestoApp() {
-    ReadRegistrySettings();
-}
 
 HaichiInfo* CKestoApp::AddHaichiInfo() {
     try {
@@ -64,10 +59,14 @@ PalletInfo* CKestoApp::PalletByName(const std::string& name) {
     return nullptr;
 }
 
-int CKestoApp::ShowKaku(int32_t no1, int32_t no2) {
+const PalletInfo* CKestoApp::PalletByName(const std::string& name) const {
+    return const_cast<CKestoApp*>(this)->PalletByName(name);
+}
+
+int CKestoApp::ShowKaku(Operator& op, int32_t no1, int32_t no2) {
     KakuMsgNo1 = no1;
     KakuMsgNo2 = no2;
-    return CurrentOperator().AskKaku(no1, no2);
+    return op.AskKaku(no1, no2);
 }
 
 }  // namespace kesto

@@ -1,5 +1,6 @@
-// The application object: all data of one job for the life of the process. main() makes one
-// and hands it by reference to the workers and dialogs; tests make as many as they like.
+// The application object: all data of one job. The job session owns one and hands it by
+// reference to the workers and dialogs; tests make as many as they like. It holds data only:
+// what it reads or asks goes through the services it is given.
 #pragma once
 
 #include <array>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "app/JobModel.h"
+#include "support/Services.h"
 
 namespace kesto {
 
@@ -20,7 +22,7 @@ struct IntRect {
 
 class CKestoApp {
 public:
-    CKestoApp();  // defaults, then ReadRegistrySettings()
+    CKestoApp() = default;  // defaults only; nothing is read
 
     // --- job state -------------------------------------------------------------------
     int32_t ErrorCode = 0;
@@ -81,17 +83,21 @@ public:
     void FreeJob();
     KouteiInfo* KouteiAt(int32_t position);  // 1-based position in KouteiList, or null
     PalletInfo* PalletByName(const std::string& name);  // first pallet with that Name
+    const PalletInfo* PalletByName(const std::string& name) const;
 
     // Sets KakuMsgNo1/2 and asks the operator; 1 for OK, 2 for Cancel.
-    int ShowKaku(int32_t no1, int32_t no2);
+    int ShowKaku(Operator& op, int32_t no1, int32_t no2);
 
     // --- start-up and exit (settings, command line, input) ------------------------------
-    int InitSettings();          // 1 on success
-    void ReadRegistrySettings();  // empties the job lists and flags, reads per-user values
-    void WriteRegistrySettings();
-    void ParseCommandLine();     // from CommandLine
-    int ReadInput();             // command line, pallet file, job file; 1 on success
-    void ReadPalletSelect();     // PalletCount/PalletPrefix from "PalletSelect"/"PalletInfo"
+    int InitSettings(const Services& services);  // 1 on success
+    // Empties the job lists and flags, reads the per-user values.
+    void ReadRegistrySettings(HostStore& host);
+    void WriteRegistrySettings(HostStore& host);
+    void ParseCommandLine();  // from CommandLine
+    // Command line, pallet file, job file; 1 on success.
+    int ReadInput(const Services& services);
+    // PalletCount/PalletPrefix from "PalletSelect"/"PalletInfo".
+    void ReadPalletSelect(const MessageTable& messages);
 
     // Token 2 of the command line (the pallet file's path).
     std::string PalletFilePath;

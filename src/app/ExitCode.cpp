@@ -1,5 +1,7 @@
 #include "app/ExitCode.h"
 
+#include <ostream>
+
 namespace kesto {
 
 namespace {
@@ -26,6 +28,13 @@ int ProcessExitCode(int code) {
 
 std::string ExitCodeNotice(int code) {
     return code == kExitOk ? std::string() : "kesto: exit code " + std::to_string(code);
+}
+
+int FinishProcess(int code, std::ostream& err) {
+    const std::string notice = ExitCodeNotice(code);
+    if (!notice.empty())
+        err << notice << std::endl;
+    return ProcessExitCode(code);
 }
 
 }  // namespace kesto

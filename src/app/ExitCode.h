@@ -1,6 +1,7 @@
 // The process exit code from the code the job ended with.
 #pragma once
 
+#include <iosfwd>
 #include <string>
 
 namespace kesto {
@@ -15,5 +16,7 @@ int SettleExitCode(int param, int dialogOk);
 int ProcessExitCode(int code);
 // "kesto: exit code NNNN" for a code other than 0, else "".
 std::string ExitCodeNotice(int code);
+// What a program returns from main for a settled code, after printing its notice on err.
+int FinishProcess(int code, std::ostream& err);
 
 }  // namespace kesto

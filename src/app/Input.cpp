@@ -3,10 +3,10 @@
 
 namespace kesto {
 
-int CKestoApp::ReadInput() {
+int CKestoApp::ReadInput(const Services& services) {
     ParseCommandLine();
     // Every reader stops at its first failure, so only the first code is reported.
-    if (ReadPalletFile(*this) == 0 || ReadJobFile(*this) == 0) {
+    if (ReadPalletFile(*this) == 0 || ReadJobFile(*this, services) == 0) {
         ExitParam = ErrorCode;
         return 0;
     }

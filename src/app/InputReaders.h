@@ -14,11 +14,11 @@ int ReadPalletFile(CKestoApp& app);
 int ReadPalletLines(CKestoApp& app, std::FILE* file);
 
 // Job file of setup key "IEJ" (kind 94). 1 on success; 0 with ErrorCode 9010/9011/9012..9014.
-int ReadJobFile(CKestoApp& app);
+int ReadJobFile(CKestoApp& app, const Services& services);
 // Reads one open job file's lines into the lists (used by ReadJobFile).
 int ReadJobLines(CKestoApp& app, std::FILE* file);
 // The selection sort of PartsList by process, group key and decreasing size.
-void SortParts(CKestoApp& app);
+void SortParts(CKestoApp& app, Operator& op);
 
 // Reads part.OutlinePath into part.Shapes. 1 on success, 0 when missing or unreadable
 // (ErrorCode 9026 when the file exists but cannot be opened).

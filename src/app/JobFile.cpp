@@ -10,7 +10,6 @@ namespace kesto {
 
 namespace {
 
-constexpr int kJobFileKind = 94;  // setup key "IEJ"
 constexpr int32_t kUncountedBoxNo = 100;
 
 enum class Section { None, Box, Koutei, Parts };
@@ -152,9 +151,9 @@ int ReadJobLines(CKestoApp& app, std::FILE* file) {
     return 1;
 }
 
-int ReadJobFile(CKestoApp& app) {
-    const std::string path = GetDataFilePath(kJobFileKind);
-    if (path.empty() || FileExists(path, 0) == 0) {
+int ReadJobFile(CKestoApp& app, const Services& services) {
+    const std::string path = GetDataFilePath(services, DataFile::Job);
+    if (path.empty() || FileExists(path) == 0) {
         app.ErrorCode = 9010;
         return 0;
     }
@@ -167,7 +166,7 @@ int ReadJobFile(CKestoApp& app) {
         return 0;
     file.Close();
     if (!app.PartsList.Empty() && !app.KouteiList.Empty())
-        SortParts(app);
+        SortParts(app, services.Op);
     return 1;
 }
 

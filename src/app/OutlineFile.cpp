@@ -76,7 +76,7 @@ void FillElements(PartsInfo& part, std::FILE* file) {
 int ReadOutline(CKestoApp& app, PartsInfo& part) {
     part.ShapeCount = 0;
     part.Shapes.clear();
-    if (part.OutlinePath.empty() || FileExists(part.OutlinePath, 0) == 0)
+    if (part.OutlinePath.empty() || FileExists(part.OutlinePath) == 0)
         return 0;
     TextFile file;
     if (OpenFile(part.OutlinePath, "rt", file) == 0) {

@@ -129,7 +129,7 @@ int ReadPalletLines(CKestoApp& app, std::FILE* file) {
 }
 
 int ReadPalletFile(CKestoApp& app) {
-    if (app.PalletFilePath.empty() || FileExists(app.PalletFilePath, 0) == 0) {
+    if (app.PalletFilePath.empty() || FileExists(app.PalletFilePath) == 0) {
         app.ErrorCode = 9020;
         return 0;
     }

@@ -3,7 +3,6 @@
 #include "app/CKestoApp.h"
 #include "support/MessageFile.h"
 #include "support/Paths.h"
-#include "support/Platform.h"
 #include "support/SetupList.h"
 #include "support/TextFile.h"
 
@@ -19,31 +18,31 @@ constexpr int kCharSetColumn = 3;
 constexpr int kFaceColumn = 4;
 
 // "Kesto.ini" in the folder of setup key "MSG"; empty when the key has no folder.
-std::string SettingsFilePath() {
+std::string SettingsFilePath(const Services& services) {
     std::string folder;
-    if (GetSetupFolder("MSG", folder) == 0 || folder.empty())
+    if (GetSetupFolder(services, "MSG", folder) == 0 || folder.empty())
         return "";
     return JoinPath(folder, "Kesto.ini");
 }
 
 }  // namespace
 
-int CKestoApp::InitSettings() {
+int CKestoApp::InitSettings(const Services& services) {
     FontHeight.fill(0);
-    const std::string path = SettingsFilePath();
-    if (path.empty() || FileExists(path, 0) == 0) {
-        CurrentOperator().ShowMessageBox("Initial File Not found");
+    const std::string path = SettingsFilePath(services);
+    if (path.empty() || FileExists(path) == 0) {
+        services.Op.ShowMessageBox("Initial File Not found");
         ErrorCode = 9001;
         return 0;
     }
     // No code is stored here: the run ends as one left without OK.
-    if (LoadMessageFile(path) != 0) {
-        CurrentOperator().ShowMessageBox("Initial File Initial Error");
+    if (services.Messages.Load(path, services.Op) != 0) {
+        services.Op.ShowMessageBox("Initial File Initial Error");
         return 0;
     }
     for (int n = kFontSetFirst; n <= kFontSetLast; ++n) {
         FieldList fields;
-        fields.Line = GetMessage("FontDefine", "FontSet" + std::to_string(n));
+        fields.Line = services.Messages.Get("FontDefine", "FontSet" + std::to_string(n));
         SplitFields(fields);
         // "Message Not Define" of a missing key has one column and defines nothing.
         if (fields.Count <= 2)
@@ -52,13 +51,13 @@ int CKestoApp::InitSettings() {
         FontCharSet[n] = AtoL(fields[kCharSetColumn]) & 0xFF;
         FontNames[n] = fields[kFaceColumn];
     }
-    ReadPalletSelect();
+    ReadPalletSelect(services.Messages);
     return 1;
 }
 
-void CKestoApp::ReadPalletSelect() {
+void CKestoApp::ReadPalletSelect(const MessageTable& messages) {
     FieldList fields;
-    fields.Line = GetMessage("PalletSelect", "PalletInfo");
+    fields.Line = messages.Get("PalletSelect", "PalletInfo");
     SplitFields(fields);
     PalletCount = AtoL(fields[0]);
     PalletPrefix = CutField(fields[1], kName32);

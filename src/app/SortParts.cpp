@@ -38,7 +38,7 @@ PartIter BestPart(std::list<PartsInfo>& parts, int32_t kouteiNo) {
 }
 
 // Moves the chosen parts one by one in front of the first unsorted part.
-void SortKoutei(std::list<PartsInfo>& parts, int32_t kouteiNo) {
+void SortKoutei(std::list<PartsInfo>& parts, int32_t kouteiNo, Operator& op) {
     for (PartIter best = BestPart(parts, kouteiNo); best != parts.end();
          best = BestPart(parts, kouteiNo)) {
         const PartIter firstUnsorted = std::find_if(
@@ -46,7 +46,7 @@ void SortKoutei(std::list<PartsInfo>& parts, int32_t kouteiNo) {
         if (best != firstUnsorted) {
             // A part ahead of the first unsorted one must itself have been sorted already.
             if (best == parts.begin())
-                CurrentOperator().ShowMessageBox("Sort Point Not Found");
+                op.ShowMessageBox("Sort Point Not Found");
             parts.splice(firstUnsorted, parts, best);
         }
         best->SortDone = 1;
@@ -55,9 +55,9 @@ void SortKoutei(std::list<PartsInfo>& parts, int32_t kouteiNo) {
 
 }  // namespace
 
-void SortParts(CKestoApp& app) {
+void SortParts(CKestoApp& app, Operator& op) {
     for (const KouteiInfo& koutei : app.KouteiList)
-        SortKoutei(app.PartsList.Items, koutei.No);
+        SortKoutei(app.PartsList.Items, koutei.No, op);
 }
 
 }  // namespace kesto

@@ -2,15 +2,14 @@
 
 #include "app/CKestoApp.h"
 #include "app/ScanFormat.h"
-#include "support/Platform.h"
 
 namespace kesto {
 
 namespace {
 
 // A value read with "%d"; a missing value reads as "0", text without a number changes nothing.
-void ReadUserInt(const char* name, int32_t& value) {
-    ScanInt(CurrentHostStore().ReadUserValue(name).value_or("0"), value);
+void ReadUserInt(HostStore& host, const char* name, int32_t& value) {
+    ScanInt(host.ReadUserValue(name).value_or("0"), value);
 }
 
 template <class T>
@@ -21,7 +20,7 @@ void Forget(RecordList<T>& list) {
 
 }  // namespace
 
-void CKestoApp::ReadRegistrySettings() {
+void CKestoApp::ReadRegistrySettings(HostStore& host) {
     // The callers have freed the job already; this only forgets it.
     Forget(BoxList);
     Forget(KouteiList);
@@ -34,18 +33,18 @@ void CKestoApp::ReadRegistrySettings() {
     BlocksCount = 0;
     // The direct setting is read once a run, so a change by the operator survives Retry.
     if (IsDirect == -1) {
-        ReadUserInt("IsDirect", IsDirect);
+        ReadUserInt(host, "IsDirect", IsDirect);
         DisplayFlags = {1, 1};
         DisplayTexts = {};
     }
-    ReadUserInt("IsBlockDraw", IsBlockDraw);
+    ReadUserInt(host, "IsBlockDraw", IsBlockDraw);
     BlockDrawState = {};
 }
 
-void CKestoApp::WriteRegistrySettings() {
+void CKestoApp::WriteRegistrySettings(HostStore& host) {
     // A value that cannot be written is simply not kept.
-    CurrentHostStore().WriteUserValue("IsDirect", std::to_string(IsDirect));
-    CurrentHostStore().WriteUserValue("IsBlockDraw", std::to_string(IsBlockDraw));
+    host.WriteUserValue("IsDirect", std::to_string(IsDirect));
+    host.WriteUserValue("IsBlockDraw", std::to_string(IsBlockDraw));
 }
 
 }  // namespace kesto

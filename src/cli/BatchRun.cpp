@@ -2,13 +2,9 @@
 
 #include <ostream>
 
-#include "app/CKestoApp.h"
-#include "app/ExitCode.h"
+#include "cli/BatchOperator.h"
 #include "cli/BatchReport.h"
-#include "output/CKs_FileSave.h"
-#include "placement/JobPlacement.h"
-#include "support/MessageFile.h"
-#include "support/Platform.h"
+#include "session/JobSession.h"
 #include "support/SetupList.h"
 
 namespace kesto {
@@ -64,66 +60,47 @@ std::string JoinCommandLine(const std::string& programPath,
     return line;
 }
 
-// The files a successful SaveAll leaves behind.
-void ReportFiles(std::ostream& out) {
-    const std::string result = GetDataFilePath(96);
+// The files a job that ended through SaveAll leaves behind.
+void ReportFiles(const Services& services, std::ostream& out) {
+    const std::string result = GetDataFilePath(services, DataFile::Result);
     out << "Files:\n";
     out << "  side file   " << result << "_tmp\n";
     out << "  result file " << result << "\n";
-    out << "  save file   " << GetDataFilePath(97) << "\n";
+    out << "  save file   " << GetDataFilePath(services, DataFile::PlacementSave) << "\n";
 }
 
-int StartUpFailure(const CKestoApp& app) {
-    return app.ExitParam != 0 ? app.ExitParam : kExitNotOk;
+void ReportEnd(const JobSession& session, std::ostream& out) {
+    const CKestoApp& app = session.App();
+    if (session.Aborted()) {
+        out << "Stopped at the offset warning; nothing was written.\n";
+    } else if (!session.Ended()) {
+        out << "The result files were not written";
+        if (app.ErrorCode != 0)
+            out << " (error code " << app.ErrorCode << ")";
+        out << "; the job was left without OK.\n";
+    } else if (!app.PartsList.Empty()) {
+        ReportFiles(session.Svc(), out);
+    }
 }
 
 }  // namespace
 
-int RunBatch(const std::string& programPath, const BatchOptions& options, std::ostream& out) {
-    StderrOperator op(options.Answer);
-    InstallOperator(&op);
-    struct Uninstall {
-        ~Uninstall() {
-            InstallOperator(nullptr);
-            FreeMessageFile();
-        }
-    } uninstall;
-
-    CKestoApp app;
-    app.CommandLine = JoinCommandLine(programPath, options.Tokens);
-    if (!app.InitSettings()) {
-        app.ExitParam = app.ErrorCode;
-        return StartUpFailure(app);
-    }
-    if (!app.ReadInput())
-        return StartUpFailure(app);
-    ReportInput(app, out);
-
-    if (!CheckJob(app)) {
-        out << "The job check failed (message " << app.KakuMsgNo1 << "); nothing was written.\n";
-        return kExitNotOk;
-    }
-    if (!PlaceJob(app, 0, 1, {})) {
-        out << "The placement failed (error code " << app.ErrorCode << "); nothing was written.\n";
-        return kExitNotOk;
-    }
-    ReportPlacement(app, out);
-
-    CKs_FileSave save(app);
-    if (!save.CheckOffsets()) {
-        out << "Stopped at the offset warning; nothing was written.\n";
-        return kExitOffsetAbort;
-    }
-    if (!save.SaveAll()) {
-        out << "The result files were not written";
-        if (app.ErrorCode != 0)
-            out << " (error code " << app.ErrorCode << ")";
-        out << ".\n";
-        return kExitNotOk;
-    }
-    if (!app.PartsList.Empty())
-        ReportFiles(out);
-    return kExitOk;
+int RunBatch(const std::string& programPath, const BatchOptions& options, std::ostream& out,
+             std::ostream& err, HostStore& host) {
+    MessageTable messages;
+    BatchOperator op(messages, err, options.Answer);
+    JobSession session(Services{op, host, messages}, JoinCommandLine(programPath, options.Tokens));
+    if (!session.StartUp())
+        return session.Exit();
+    ReportInput(session.App(), out);
+    // The window with the operator pressing OK (or Cancel) as soon as it is up.
+    session.Init();
+    if (!session.Aborted())
+        ReportPlacement(session.App(), out);
+    if (!session.Ended())
+        session.Finish(options.Answer == 1 ? JobEnd::Ok : JobEnd::Cancel);
+    ReportEnd(session, out);
+    return session.Exit();
 }
 
 }  // namespace kesto

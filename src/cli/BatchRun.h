@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "support/Platform.h"
+
 namespace kesto {
 
 struct BatchOptions {
@@ -16,9 +18,11 @@ struct BatchOptions {
 
 BatchOptions ParseBatchOptions(const std::vector<std::string>& args);
 
-// Runs the job: settings, input, check, restore/trim/fill, place, offset check, SaveAll.
-// Writes the report on out and returns the full exit code (0, 100, 999 or a start-up code).
-int RunBatch(const std::string& programPath, const BatchOptions& options, std::ostream& out);
+// Runs the job as the window does when the operator answers OK (or Cancel) at once: settings,
+// input, check, restore/trim/fill, place, offset check, SaveAll. Writes the report on out and
+// every message on err; returns the full exit code (0, 100, 999 or a start-up code).
+int RunBatch(const std::string& programPath, const BatchOptions& options, std::ostream& out,
+             std::ostream& err, HostStore& host);
 
 std::string BatchUsage();
 

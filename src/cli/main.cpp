@@ -17,10 +17,9 @@ int main(int argc, char** argv) {
         std::cerr << "kesto-batch: " << options.Error << "\n" << kesto::BatchUsage();
         return 2;
     }
-    const int code = kesto::RunBatch(argc > 0 ? argv[0] : "kesto-batch", options, std::cout);
+    kesto::DefaultHostStore host;
+    const int code = kesto::RunBatch(argc > 0 ? argv[0] : "kesto-batch", options, std::cout,
+                                     std::cerr, host);
     std::cout.flush();
-    const std::string notice = kesto::ExitCodeNotice(code);
-    if (!notice.empty())
-        std::cerr << notice << "\n";
-    return kesto::ProcessExitCode(code);
+    return kesto::FinishProcess(code, std::cerr);
 }

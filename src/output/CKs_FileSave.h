@@ -9,7 +9,7 @@ namespace kesto {
 
 class CKs_FileSave {
 public:
-    explicit CKs_FileSave(CKestoApp& app) : app_(app) {}
+    CKs_FileSave(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
     virtual ~CKs_FileSave() = default;
 
     // Result file (kind 96) then, when that succeeded, the save file (kind 97). 1 when both
@@ -26,6 +26,7 @@ public:
 
 private:
     CKestoApp& app_;
+    Services services_;
 };
 
 }  // namespace kesto

@@ -11,9 +11,9 @@ constexpr int kSaveFileKind = 97;
 int CKs_FileSave::SaveAll() {
     if (app_.PartsList.Empty())
         return 1;
-    if (WriteResultFile(GetDataFilePath(kResultFileKind)) != 1)
+    if (WriteResultFile(GetDataFilePath(services_, DataFile::Result)) != 1)
         return 0;
-    return WritePlacementFile(GetDataFilePath(kSaveFileKind));
+    return WritePlacementFile(GetDataFilePath(services_, DataFile::PlacementSave));
 }
 
 }  // namespace kesto

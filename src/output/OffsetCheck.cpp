@@ -57,21 +57,21 @@ int CKs_FileSave::CheckOffsets() {
     const PalletInfo* pallet = app_.PalletByName(process->Name2);
     if (pallet == nullptr || !AnyStackViolates(app_, *pallet))
         return 1;
-    return CurrentOperator().AskOffsetWarning(GetKakuText("Msg209")) ? 1 : 0;
+    return services_.Op.AskOffsetWarning(GetKakuText("Msg209")) ? 1 : 0;
 }
 
 std::string CKs_FileSave::GetKakuText(const std::string& key) {
     std::string folder;
-    const bool haveFolder = GetSystemFolder(folder) == 1;
+    const bool haveFolder = GetSystemFolder(services_, folder) == 1;
     const std::string path = JoinPath(folder, "Kesto.ini");
-    if (!haveFolder || FileExists(path, 0) != 1) {
-        CurrentOperator().ShowMessageBox("Initial File Not found");
+    if (!haveFolder || FileExists(path) != 1) {
+        services_.Op.ShowMessageBox("Initial File Not found");
         return "";
     }
     // A table of its own: the program's message table stays as it is.
     MessageTable table;
-    if (table.Load(path) != 0) {
-        CurrentOperator().ShowMessageBox("Initial File Initial Error");
+    if (table.Load(path, services_.Op) != 0) {
+        services_.Op.ShowMessageBox("Initial File Initial Error");
         return "";
     }
     return TextOfFontValue(table.Get("KakuDlg", key));

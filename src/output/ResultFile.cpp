@@ -104,7 +104,7 @@ int CKs_FileSave::WriteResultFile(const std::string& path) {
     if (WriteSideFile(app_, stacks, path + "_tmp") != 1)
         return 0;
     if (AnyPartShort(app_, stacks)) {
-        if (app_.ShowKaku(kAskShortParts, 0) != 1)
+        if (app_.ShowKaku(services_.Op, kAskShortParts, 0) != 1)
             return 0;
         // The operator accepts the shortage: no result, and no stale one either.
         std::remove(path.c_str());

@@ -52,7 +52,7 @@ int CKs_Block::SetUp() {
     for (KouteiInfo& k : app_.KouteiList) {
         k.Mark = app_.PalletByName(k.Name2);
         if (k.Mark == nullptr) {
-            app_.ShowKaku(1, 0);
+            app_.ShowKaku(services_.Op, 1, 0);
             return 0;
         }
         capacity += int64_t{k.Mark->Param1} * k.Mark->Param2;
@@ -110,7 +110,7 @@ int CKs_Block::BuildKoutei(const KouteiInfo& koutei, const PalletInfo& p) {
                     continue;
                 if (app_.BlocksCount >= app_.BlocksCapacity ||
                     app_.BlocksCount >= static_cast<int32_t>(app_.Blocks.size())) {
-                    CurrentOperator().ShowMessageBox("Block Data Area Set Count Over");
+                    services_.Op.ShowMessageBox("Block Data Area Set Count Over");
                     app_.ErrorCode = 9102;
                     return 0;
                 }

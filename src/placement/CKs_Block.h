@@ -11,7 +11,7 @@ inline constexpr int32_t kMaxBlockCapacity = 4'000'000;
 
 class CKs_Block {
   public:
-    explicit CKs_Block(CKestoApp& app) : app_(app) {}
+    CKs_Block(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
     virtual ~CKs_Block() = default;
 
     // Resolves each process's pallet (Mark), sizes the table (BlocksCapacity) and builds it.
@@ -25,6 +25,7 @@ class CKs_Block {
     int BuildKoutei(const KouteiInfo& koutei, const PalletInfo& pallet);
 
     CKestoApp& app_;
+    Services services_;
 };
 
 }  // namespace kesto

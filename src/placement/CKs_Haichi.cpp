@@ -111,7 +111,7 @@ int CKs_Haichi::PlaceAll(int partial, int restore) {
         std::any_of(app_.PartsList.begin(), app_.PartsList.end(),
                     [](const PartsInfo& p) { return p.Num2 < 100 && p.Num1 != p.Work[1]; });
     if (shortPart && partial == 0)
-        app_.ShowKaku(8, 0);
+        app_.ShowKaku(services_.Op, 8, 0);
     return 1;
 }
 

@@ -56,7 +56,7 @@ void ShareOut(const std::vector<HaichiInfo*>& stacks, int32_t num1);
 
 class CKs_Haichi {
   public:
-    explicit CKs_Haichi(CKestoApp& app) : app_(app) {}
+    CKs_Haichi(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
     virtual ~CKs_Haichi() = default;
 
     int PlaceAll(int partial, int restore);
@@ -142,6 +142,7 @@ class CKs_Haichi {
     void MoveToCorner(HaichiInfo& stack, const LengthRect& group, int blockIndex, int corner);
 
     CKestoApp& app_;
+    Services services_;
     std::unique_ptr<PalletIndex> index_;
 };
 

@@ -106,7 +106,7 @@ int CKs_Haichi::RestoreLine(const std::string& line) {
 int CKs_Haichi::RestorePlacement(const std::string& path) {
     if (app_.PartsList.Empty() || app_.KouteiList.Empty())
         return 1;
-    if (path.empty() || FileExists(path, 0) == 0)
+    if (path.empty() || FileExists(path) == 0)
         return 1;
     TextFile file;
     if (OpenFile(path, "rt", file) == 0)

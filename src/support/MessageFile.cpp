@@ -71,22 +71,23 @@ struct MessageTable::Impl {
     std::vector<Section> Sections;
     bool SectionOpen = false;  // keys go to the last section while it is open
 
-    void ReadLines(std::FILE* file, const std::string& path);
-    void TakeLine(const std::string& line, const std::string& path);
+    void ReadLines(std::FILE* file, const std::string& path, Operator& op);
+    void TakeLine(const std::string& line, const std::string& path, Operator& op);
 };
 
-void MessageTable::Impl::ReadLines(std::FILE* file, const std::string& path) {
+void MessageTable::Impl::ReadLines(std::FILE* file, const std::string& path, Operator& op) {
     std::string line;
     while (ReadLine(line, file) >= 0) {
         // The line as the 1024-byte reading buffer holds it.
         line = line.substr(0, std::min(line.find('\0'), kLineMax));
         if (line.rfind("[FileDefault]", 0) == 0)
             return;
-        TakeLine(line, path);
+        TakeLine(line, path, op);
     }
 }
 
-void MessageTable::Impl::TakeLine(const std::string& line, const std::string& path) {
+void MessageTable::Impl::TakeLine(const std::string& line, const std::string& path,
+                                  Operator& op) {
     if (IsIgnoredLine(line))
         return;
     if (line[0] == '[') {
@@ -100,7 +101,7 @@ void MessageTable::Impl::TakeLine(const std::string& line, const std::string& pa
         return;
     auto key = ParseKeyLine(line);
     if (!key) {
-        CurrentOperator().ShowMessageBox("Invalid Key in the Specified File:[" + path + "]");
+        op.ShowMessageBox("Invalid Key in the Specified File:[" + path + "]");
         return;
     }
     Sections.back().Keys.push_back(std::move(*key));
@@ -110,18 +111,18 @@ MessageTable::MessageTable() : impl_(std::make_unique<Impl>()) {}
 
 MessageTable::~MessageTable() = default;
 
-int MessageTable::Load(const std::string& path) {
+int MessageTable::Load(const std::string& path, Operator& op) {
     TextFile file;
     if (OpenFile(path, "rt", file) != 1) {
-        CurrentOperator().ShowMessageBox("File Open Error!![" + path + "]");
+        op.ShowMessageBox("File Open Error!![" + path + "]");
         return -1;
     }
     Free();
     try {
-        impl_->ReadLines(file.get(), path);
+        impl_->ReadLines(file.get(), path, op);
     } catch (const std::bad_alloc&) {
         Free();
-        CurrentOperator().ShowMessageBox("Memory Allocation Error!!");
+        op.ShowMessageBox("Memory Allocation Error!!");
         return -1;
     }
     impl_->SectionOpen = false;
@@ -151,34 +152,9 @@ bool MessageTable::Loaded() const {
     return impl_->Loaded;
 }
 
-namespace {
-
-MessageTable& ProcessTable() {
-    static MessageTable table;
-    return table;
-}
-
-}  // namespace
-
-int LoadMessageFile(const std::string& path) {
-    return ProcessTable().Load(path);
-}
-
-std::string GetMessage(const std::string& section, const std::string& key) {
-    return ProcessTable().Get(section, key);
-}
-
-void FreeMessageFile() {
-    ProcessTable().Free();
-}
-
-bool MessageFileLoaded() {
-    return ProcessTable().Loaded();
-}
-
-FontText GetFontText(const std::string& section, const std::string& key) {
+FontText MessageTable::GetFontText(const std::string& section, const std::string& key) const {
     FieldList list;
-    SplitLine(GetMessage(section, key), list);
+    SplitLine(Get(section, key), list);
     return FontText{AtoL(list[0]), list[1]};
 }
 

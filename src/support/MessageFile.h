@@ -6,8 +6,18 @@
 
 namespace kesto {
 
-// One loaded message table. The program uses one process-wide instance through the free
-// functions below; the offset check reads a second one of its own.
+class Operator;
+
+// A dialog value "font,text": field 1 the font number (atol), field 2 the text.
+struct FontText {
+    int Font = 0;
+    std::string Text;
+};
+
+inline constexpr const char* kMessageNotDefine = "Message Not Define";
+
+// One loaded message table. The job session holds the program's table and hands it to whoever
+// shows a text; the offset check reads a second one of its own.
 class MessageTable {
 public:
     MessageTable();
@@ -15,8 +25,12 @@ public:
     MessageTable(const MessageTable&) = delete;
     MessageTable& operator=(const MessageTable&) = delete;
 
-    int Load(const std::string& path);  // 0 when read, -1 on failure (message box shown)
+    // 0 when read (also when empty), -1 on failure; problems are shown through op.
+    int Load(const std::string& path, Operator& op);
+    // The value of key in the first section of that name holding it, else "Message Not Define".
     std::string Get(const std::string& section, const std::string& key) const;
+    FontText GetFontText(const std::string& section, const std::string& key) const;
+    // Safe when nothing is loaded.
     void Free();
     bool Loaded() const;
 
@@ -24,23 +38,6 @@ private:
     struct Impl;
     std::unique_ptr<Impl> impl_;
 };
-
-inline constexpr const char* kMessageNotDefine = "Message Not Define";
-
-// Loads the process-wide message table. 0 when read, -1 on failure (a message box is shown).
-int LoadMessageFile(const std::string& path);
-// The value of key in the first section of that name holding it, else "Message Not Define".
-std::string GetMessage(const std::string& section, const std::string& key);
-// Frees the table; safe when nothing is loaded.
-void FreeMessageFile();
-bool MessageFileLoaded();
-
-// A dialog value "font,text": field 1 the font number (atol), field 2 the text.
-struct FontText {
-    int Font = 0;
-    std::string Text;
-};
-FontText GetFontText(const std::string& section, const std::string& key);
 
 // Key "Msg%.3d" of number no.
 std::string KakuKey(int no);

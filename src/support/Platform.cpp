@@ -4,11 +4,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <vector>
 
 #include "support/AtomicFile.h"
-#include "support/MessageFile.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -18,61 +16,10 @@ namespace kesto {
 
 namespace {
 
-Operator* installedOperator = nullptr;
-HostStore* installedHostStore = nullptr;
-
 // The system folder is at most 255 characters, as the registry value it stands for.
 constexpr size_t kSystemFolderMax = 255;
 
 }  // namespace
-
-Operator& CurrentOperator() {
-    static StderrOperator fallback;
-    return installedOperator != nullptr ? *installedOperator : fallback;
-}
-
-void InstallOperator(Operator* op) {
-    installedOperator = op;
-}
-
-HostStore& CurrentHostStore() {
-    static DefaultHostStore fallback;
-    return installedHostStore != nullptr ? *installedHostStore : fallback;
-}
-
-void InstallHostStore(HostStore* store) {
-    installedHostStore = store;
-}
-
-void StderrOperator::ShowMessageBox(const std::string& text) {
-    std::cerr << "kesto: " << text << std::endl;
-}
-
-namespace {
-
-void PrintKakuMessage(int no) {
-    char number[16];
-    std::snprintf(number, sizeof number, "%.3d", no);
-    std::cerr << "kesto: message " << number << ": " << GetFontText("KakuDlg", KakuKey(no)).Text
-              << std::endl;
-}
-
-}  // namespace
-
-int StderrOperator::AskKaku(int no1, int no2) {
-    PrintKakuMessage(no1);
-    if (no2 > 0)
-        PrintKakuMessage(no2);
-    // Numbers up to 200 only inform: their box has OK alone.
-    if (no1 >= 1 && no1 <= 200)
-        return 1;
-    return answer_;
-}
-
-bool StderrOperator::AskOffsetWarning(const std::string& text) {
-    std::cerr << "kesto: " << text << std::endl;
-    return answer_ == 1;
-}
 
 #ifdef _WIN32
 

@@ -1,5 +1,5 @@
-// The seams to the operator and to the host machine. The application installs its own
-// implementations at start; the defaults write to stderr and read the environment.
+// The seams to the operator and to the host machine. Each program makes its own and hands
+// them to its job session; nothing here is process-wide.
 #pragma once
 
 #include <optional>
@@ -36,26 +36,6 @@ public:
     virtual std::optional<std::string> ReadUserValue(const std::string& name) = 0;
     // Writes a per-user value; true on success.
     virtual bool WriteUserValue(const std::string& name, const std::string& text) = 0;
-};
-
-// The installed seams; nullptr restores the default.
-Operator& CurrentOperator();
-void InstallOperator(Operator* op);
-HostStore& CurrentHostStore();
-void InstallHostStore(HostStore* store);
-
-// The default operator: message boxes and questions on stderr; questions answered
-// with OK (1) unless SetDefaultAnswer(2).
-class StderrOperator : public Operator {
-public:
-    explicit StderrOperator(int answer = 1) : answer_(answer) {}
-    void ShowMessageBox(const std::string& text) override;
-    int AskKaku(int no1, int no2) override;
-    bool AskOffsetWarning(const std::string& text) override;
-    void SetAnswer(int answer) { answer_ = answer; }
-
-private:
-    int answer_;
 };
 
 // The default host store. Windows: the registry. Elsewhere: env ORVOSystemRoot, else the

@@ -1,12 +1,10 @@
 #include "support/SetupList.h"
 
-#include <array>
 #include <cctype>
-#include <cstring>
 #include <optional>
 
 #include "support/Paths.h"
-#include "support/Platform.h"
+#include "support/Services.h"
 #include "support/TextFile.h"
 
 namespace kesto {
@@ -17,19 +15,6 @@ constexpr size_t kSetupLineMax = 127;
 constexpr size_t kKeyWordMax = 63;
 constexpr size_t kSeparatorWordMax = 15;
 constexpr size_t kValueWordMax = 127;
-constexpr int kResultBufferCount = 13;
-
-using ResultBuffer = std::array<char, kValueWordMax + 1>;
-
-ResultBuffer& NextResultBuffer() {
-    static std::array<ResultBuffer, kResultBufferCount> buffers{};
-    static int next = 0;
-    ResultBuffer& buffer = buffers[next];
-    next = (next + 1) % kResultBufferCount;
-    buffer[0] = '\0';
-    return buffer;
-}
-
 // One "%Ns" conversion: skips white space, then takes up to max non-blank characters.
 std::string ScanWord(const std::string& text, size_t& pos, size_t max) {
     while (pos < text.size() && std::isspace(static_cast<unsigned char>(text[pos])))
@@ -155,11 +140,11 @@ std::string Given(const char* part) {
 }
 
 // The key's value followed by the kind's suffix; "" when the value is missing.
-std::string DataFileName(const DataKind& kind, const char* part1, const char* part2) {
-    const char* value = GetSetupValue(kind.Key);
-    if (value == nullptr)
+std::string DataFileName(const Services& services, const DataKind& kind, const char* part1,
+                         const char* part2) {
+    const std::string name = GetSetupValue(services, kind.Key);
+    if (name.empty())
         return "";
-    const std::string name = value;
     switch (kind.Suffix) {
         case NameSuffix::None:
             return name;
@@ -183,53 +168,48 @@ std::string DataFileName(const DataKind& kind, const char* part1, const char* pa
 
 }  // namespace
 
-int GetSystemFolder(std::string& folder) {
-    const SystemFolderResult result = CurrentHostStore().SystemFolder();
+int GetSystemFolder(const Services& services, std::string& folder) {
+    const SystemFolderResult result = services.Host.SystemFolder();
     folder.clear();
     switch (result.Status) {
         case SystemFolderStatus::Ok:
             folder = result.Folder;
             return 1;
         case SystemFolderStatus::NoKey:
-            CurrentOperator().ShowMessageBox("OrvoFolderGet RegOpen Error");
+            services.Op.ShowMessageBox("OrvoFolderGet RegOpen Error");
             return 0;
         case SystemFolderStatus::NoValue:
-            CurrentOperator().ShowMessageBox("OrvoFolderGet Address Value Get Error");
+            services.Op.ShowMessageBox("OrvoFolderGet Address Value Get Error");
             return 0;
     }
     return 0;
 }
 
-std::string SetupListPath() {
+std::string SetupListPath(const Services& services) {
     std::string system;
-    if (GetSystemFolder(system) == 1) {
+    if (GetSystemFolder(services, system) == 1) {
         const std::string path = JoinPath(JoinPath(system, "bin"), "Ks_Setup.ini");
-        if (FileExists(path, 1) == 1)
+        if (FileExists(path, services.Op) == 1)
             return path;
     }
     return "Ks_Setup.ini";
 }
 
-const char* GetSetupValue(const std::string& key) {
-    ResultBuffer& buffer = NextResultBuffer();
-    const std::string path = SetupListPath();
+std::string GetSetupValue(const Services& services, const std::string& key) {
+    const std::string path = SetupListPath(services);
     TextFile file;
     if (OpenFile(path, "r", file) != 1) {
-        CurrentOperator().ShowMessageBox(path + " Open Error");
-        return nullptr;
+        services.Op.ShowMessageBox(path + " Open Error");
+        return "";
     }
-    const std::string value = NormalizeSeparators(FindSetupValue(file.get(), key));
-    if (value.empty())
-        return nullptr;
-    std::memcpy(buffer.data(), value.c_str(), value.size() + 1);
-    return buffer.data();
+    return NormalizeSeparators(FindSetupValue(file.get(), key));
 }
 
-int GetSetupFolder(const std::string& key, std::string& folder) {
+int GetSetupFolder(const Services& services, const std::string& key, std::string& folder) {
     std::string system;
-    const bool haveSystem = GetSystemFolder(system) == 1;
-    const char* value = haveSystem ? GetSetupValue(key) : nullptr;
-    if (value == nullptr) {
+    const bool haveSystem = GetSystemFolder(services, system) == 1;
+    const std::string value = haveSystem ? GetSetupValue(services, key) : "";
+    if (value.empty()) {
         folder.clear();
         return 0;
     }
@@ -237,16 +217,21 @@ int GetSetupFolder(const std::string& key, std::string& folder) {
     return 1;
 }
 
-std::string GetDataFilePath(int kind, const char* part1, const char* part2) {
+std::string GetDataFilePath(const Services& services, int kind, const char* part1,
+                            const char* part2) {
     const DataKind* entry = FindDataKind(kind);
     if (entry == nullptr)
         return "";
     std::string system;
-    GetSystemFolder(system);
-    const std::string name = DataFileName(*entry, part1, part2);
+    GetSystemFolder(services, system);
+    const std::string name = DataFileName(services, *entry, part1, part2);
     if (name.empty())
         return "";
     return JoinPath(system, name);
+}
+
+std::string GetDataFilePath(const Services& services, DataFile file) {
+    return GetDataFilePath(services, static_cast<int>(file));
 }
 
 }  // namespace kesto

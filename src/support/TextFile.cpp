@@ -217,12 +217,15 @@ void SplitLine(const std::string& line, FieldList& list) {
     SplitFieldsTrim(list);
 }
 
-int FileExists(const std::string& path, int show) {
+int FileExists(const std::string& path) {
     struct stat status {};
-    if (!path.empty() && ::stat(path.c_str(), &status) == 0)
+    return !path.empty() && ::stat(path.c_str(), &status) == 0 ? 1 : 0;
+}
+
+int FileExists(const std::string& path, Operator& shown) {
+    if (FileExists(path) == 1)
         return 1;
-    if (show == 1)
-        CurrentOperator().ShowMessageBox((" File Not Found : " + path).substr(0, 127));
+    shown.ShowMessageBox((" File Not Found : " + path).substr(0, 127));
     return 0;
 }
 

@@ -8,6 +8,8 @@
 
 namespace kesto {
 
+class Operator;
+
 constexpr int kLineSize = 1024;    // bytes of one line, terminator included
 constexpr int kFieldCount = 128;   // fields of one split line
 constexpr int kFieldSize = 128;    // bytes of one field, terminator included
@@ -65,8 +67,10 @@ void SplitWords(const std::string& source, FieldList& list);
 // Convenience: list.Line = line; SplitFields; SplitFieldsTrim.
 void SplitLine(const std::string& line, FieldList& list);
 
-// 1 when the file exists. With show 1 a missing file is reported as " File Not Found : path".
-int FileExists(const std::string& path, int show);
+// 1 when the file exists.
+int FileExists(const std::string& path);
+// The same, reporting a missing file to the operator as " File Not Found : path".
+int FileExists(const std::string& path, Operator& shown);
 
 // atol as on a platform whose long has 32 bits: saturates at the int32 limits.
 int32_t AtoL(const std::string& text);

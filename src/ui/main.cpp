@@ -8,10 +8,11 @@
 #include <QApplication>
 #include <clocale>
 #include <cstdlib>
+#include <iostream>
 
-#include "app/CKestoApp.h"
 #include "app/ExitCode.h"
-#include "support/Platform.h"
+#include "session/JobSession.h"
+#include "support/Services.h"
 #include "ui/dialogs/CAboutDlg.h"
 #include "ui/main/Application.h"
 #include "ui/main/CKestoDlg.h"
@@ -25,15 +26,15 @@ constexpr int kScreenshotHeight = 900;
 
 constexpr int kLayoutTurns = 100;
 
-int TakeScreenshot(kesto::CKestoApp& app, kesto::CKestoDlg& dialog, const QString& path) {
+// Lays the window out at a fixed size and saves it; the job ends as one left without OK.
+int TakeScreenshot(kesto::CKestoDlg& dialog, const kesto::CKestoApp& app, const QString& path) {
     dialog.resize(kScreenshotWidth, kScreenshotHeight);
     dialog.show();
     // The first paint asks for the layout; a few turns of the event loop place the controls.
     for (int i = 0; i < kLayoutTurns && app.LayoutState != 3; ++i)
         QApplication::processEvents(QEventLoop::AllEvents, 10);
     QApplication::processEvents();
-    const bool saved = kesto::SaveScreenshot(dialog, path);
-    return saved ? kesto::kExitNotOk : 1;
+    return kesto::SaveScreenshot(dialog, path) ? kesto::kExitNotOk : 1;
 }
 
 }  // namespace
@@ -44,28 +45,33 @@ int main(int argc, char** argv) {
     // C library's number conversions and must always use the decimal point.
     std::setlocale(LC_NUMERIC, "C");
     qapp.setWindowIcon(kesto::KestoIcon());
-    kesto::CKestoApp app;
-    app.CommandLine = kesto::JoinCommandLine(QApplication::arguments());
+    kesto::MessageTable messages;
     kesto::FontTable fonts;
-    kesto::QtOperator op(app, fonts);
-    kesto::InstallOperator(&op);
+    kesto::QtOperator op(messages, fonts);
+    kesto::DefaultHostStore host;
+    kesto::JobSession session(kesto::Services{op, host, messages},
+                              kesto::JoinCommandLine(QApplication::arguments()));
+    if (!session.StartUp())
+        return kesto::FinishProcess(session.Exit(), std::cerr);
 
-    if (kesto::StartUp(app)) {
-        fonts.Build(app);
-        kesto::CKestoDlg dialog(app, fonts);
+    fonts.Build(session.App());
+    const char* screenshot = std::getenv("KESTO_SCREENSHOT");
+    if (screenshot != nullptr && *screenshot != '\0') {
+        // Nothing of the job is written: no result, no save file, no per-user values.
+        kesto::CKestoDlg dialog(session, fonts);
         op.SetMainWindow(&dialog);
-        const char* screenshot = std::getenv("KESTO_SCREENSHOT");
-        if (screenshot != nullptr && *screenshot != '\0') {
-            dialog.OnInitDialog();
-            return TakeScreenshot(app, dialog, QString::fromLocal8Bit(screenshot));
-        }
+        dialog.OnInitDialog();
+        const int code = TakeScreenshot(dialog, session.App(), QString::fromLocal8Bit(screenshot));
+        op.SetMainWindow(nullptr);
+        return kesto::FinishProcess(code, std::cerr);
+    }
+    {
+        kesto::CKestoDlg dialog(session, fonts);
+        op.SetMainWindow(&dialog);
         dialog.setWindowState(Qt::WindowMaximized);
         dialog.OnInitDialog();
-        if (dialog.Run() == 1)
-            app.DialogOk = 1;
+        dialog.Run();
         op.SetMainWindow(nullptr);
     }
-    const int code = kesto::ExitInstance(app);
-    kesto::InstallOperator(nullptr);
-    return kesto::FinishProcess(code);
+    return kesto::FinishProcess(session.Exit(), std::cerr);
 }

@@ -13,7 +13,6 @@ namespace {
 class BatchReportTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        test::UseInstallation(folder_.Path().string(), folder_ / "config");
         app_ = std::make_unique<CKestoApp>();
         PalletInfo& pallet = app_->PalletList.Append();
         pallet.No = 1;

@@ -7,8 +7,9 @@
 //   install/        the system folder as the job finds it
 //   expected/       files that must exist afterwards, relative to the system folder, byte for
 //                   byte; "NAME.absent" means NAME must not exist
-// On a mismatch the actual files are written to actual/ beside expected/ and a diff is printed.
-// KESTO_UPDATE_GOLDEN=1 rewrites expected/ from the actual run instead.
+// On a mismatch the actual files are kept in e2e-actual/<case>/ of the build folder and a diff
+// is printed. KESTO_UPDATE_GOLDEN=1 rewrites expected/ from the actual run instead: every file
+// of out/ is copied, and a file that was not written gets (or keeps) its ".absent" marker.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -69,18 +70,47 @@ int RunBatch(const fs::path& install, const std::map<std::string, std::string>& 
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-void CompareOrUpdate(const fs::path& caseDir, const fs::path& install) {
-    const bool update = std::getenv("KESTO_UPDATE_GOLDEN") != nullptr;
-    const fs::path expected = caseDir / "expected";
-    if (update) {
-        fs::remove_all(expected);
-        fs::create_directories(expected / "out");
-        for (const auto& e : fs::directory_iterator(install / "out")) {
-            fs::copy_file(e.path(), expected / "out" / e.path().filename());
+fs::path ActualRoot() {
+    const char* bin = std::getenv("KESTO_BINARY_DIR");
+    return fs::path(bin != nullptr ? bin : KESTO_BINARY_DIR_DEFAULT) / "e2e-actual";
+}
+
+// The expected files as the run left them: out/ copied, missing files marked ".absent".
+void UpdateExpected(const fs::path& expected, const fs::path& install) {
+    std::vector<fs::path> wanted;  // every file the case has ever named, relative
+    for (const auto& e : fs::recursive_directory_iterator(expected)) {
+        if (!e.is_regular_file())
+            continue;
+        fs::path rel = fs::relative(e.path(), expected);
+        if (rel.extension() == ".absent")
+            rel.replace_extension();
+        wanted.push_back(rel);
+    }
+    for (const auto& e : fs::directory_iterator(install / "out")) {
+        // A dot file only keeps the folder in version control.
+        if (e.path().filename().string().front() != '.')
+            wanted.push_back(fs::path("out") / e.path().filename());
+    }
+    fs::remove_all(expected);
+    for (const fs::path& rel : wanted) {
+        const fs::path target = expected / rel;
+        fs::create_directories(target.parent_path());
+        if (fs::exists(install / rel)) {
+            fs::copy_file(install / rel, target, fs::copy_options::overwrite_existing);
+        } else {
+            test::WriteFile(target.string() + ".absent", "");
         }
+    }
+}
+
+void CompareOrUpdate(const std::string& name, const fs::path& caseDir, const fs::path& install) {
+    const fs::path expected = caseDir / "expected";
+    if (std::getenv("KESTO_UPDATE_GOLDEN") != nullptr) {
+        UpdateExpected(expected, install);
         return;
     }
-    fs::remove_all(caseDir / "actual");
+    const fs::path actualDir = ActualRoot() / name;
+    fs::remove_all(actualDir);
     for (const auto& e : fs::recursive_directory_iterator(expected)) {
         if (!e.is_regular_file())
             continue;
@@ -94,7 +124,7 @@ void CompareOrUpdate(const fs::path& caseDir, const fs::path& install) {
         ASSERT_TRUE(fs::exists(actual)) << rel << " was not written";
         if (test::ReadFile(actual.string()) == test::ReadFile(e.path().string()))
             continue;
-        const fs::path keep = caseDir / "actual" / rel;
+        const fs::path keep = actualDir / rel;
         fs::create_directories(keep.parent_path());
         fs::copy_file(actual, keep, fs::copy_options::overwrite_existing);
         const std::string diff = "diff -u '" + e.path().string() + "' '" + keep.string() + "'";
@@ -126,7 +156,7 @@ TEST_P(GoldenRun, WritesTheExpectedFiles) {
         EXPECT_NE(test::ReadFile(log.string()).find(c.at("output")), std::string::npos)
             << test::ReadFile(log.string());
     }
-    CompareOrUpdate(caseDir, install);
+    CompareOrUpdate(GetParam(), caseDir, install);
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, GoldenRun, ::testing::ValuesIn(CaseNames()),

@@ -35,8 +35,12 @@ QPushButton* MakeButton(QWidget* parent, const char* name, const char* caption) 
 
 }  // namespace
 
-CKs_KakuDlg::CKs_KakuDlg(CKestoApp& app, const FontTable& fonts, QWidget* mainWindow)
-    : QDialog(mainWindow), app_(app), fonts_(fonts), mainWindow_(mainWindow) {
+CKs_KakuDlg::CKs_KakuDlg(int no1, int no2, const MessageTable& messages, const FontTable& fonts,
+                         QWidget* mainWindow)
+    : QDialog(mainWindow),
+      no1_(no1),
+      no2_(no2),
+      messages_(messages), fonts_(fonts), mainWindow_(mainWindow) {
     setObjectName("CKs_KakuDlg");
     line1_ = MakeLine(this, "1043");
     line2_ = MakeLine(this, "1044");
@@ -56,7 +60,7 @@ int CKs_KakuDlg::Run() {
 }
 
 bool CKs_KakuDlg::ApplyLine(QLabel* label, int number, std::string& shown) {
-    const FontText value = GetFontText(kSection, KakuKey(number));
+    const FontText value = messages_.GetFontText(kSection, KakuKey(number));
     if (!fonts_.Defined(value.Font))
         return false;
     label->setFont(fonts_.Font(value.Font));
@@ -67,7 +71,7 @@ bool CKs_KakuDlg::ApplyLine(QLabel* label, int number, std::string& shown) {
 }
 
 void CKs_KakuDlg::ApplyButton(QPushButton* button, const char* key) {
-    const FontText value = GetFontText(kSection, key);
+    const FontText value = messages_.GetFontText(kSection, key);
     if (!fonts_.Defined(value.Font))
         return;
     button->setFont(fonts_.Font(value.Font));
@@ -76,25 +80,25 @@ void CKs_KakuDlg::ApplyButton(QPushButton* button, const char* key) {
 
 void CKs_KakuDlg::Prepare() {
     charHeight_ = QFontMetrics(font()).height();
-    const FontText title = GetFontText(kSection, "TitleName");
+    const FontText title = messages_.GetFontText(kSection, "TitleName");
     if (fonts_.Defined(title.Font)) {
         setFont(fonts_.Font(title.Font));
         setWindowTitle(DecodeText(title.Text));
     }
     std::string shown1 = kTemplateLine;
     std::string shown2 = kTemplateLine;
-    ApplyLine(line1_, app_.KakuMsgNo1, shown1);
-    if (app_.KakuMsgNo2 < 1) {
+    ApplyLine(line1_, no1_, shown1);
+    if (no2_ < 1) {
         line2_->hide();
     } else {
         line2_->show();
-        ApplyLine(line2_, app_.KakuMsgNo2, shown2);
+        ApplyLine(line2_, no2_, shown2);
     }
     ApplyButton(ok_, "ButtonOk");
     ApplyButton(cancel_, "ButtonCan");
     // Lengths in bytes of the message file's text, as the box was sized for Shift_JIS text.
     size_t length = shown1.size();
-    if (app_.KakuMsgNo2 > 0 && shown2.size() > length)
+    if (no2_ > 0 && shown2.size() > length)
         length = shown2.size();
     PlaceBox(static_cast<int>(std::min<size_t>(length, kMaxTextLength)));
 }
@@ -117,7 +121,7 @@ void CKs_KakuDlg::PlaceBox(int textLength) {
     line1_->setGeometry(0, 50, width, 2 * h);
     line2_->setGeometry(0, 50 + 2 * h + 10, width, 2 * h);
     const int B = height;
-    if (app_.KakuMsgNo1 >= 1 && app_.KakuMsgNo1 <= 200) {
+    if (no1_ >= 1 && no1_ <= 200) {
         ok_->setGeometry(width / 2 - 105, B - 35, 205, 30);
         cancel_->hide();
     } else {

@@ -1,11 +1,11 @@
 // The confirmation dialog: one or two numbered message lines with OK, and Cancel for
-// questions (numbers above 200). The caller sets KakuMsgNo1/KakuMsgNo2 before running it.
+// questions (numbers above 200). The caller hands it the two message numbers it set.
 #pragma once
 
 #include <QDialog>
 #include <string>
 
-#include "app/CKestoApp.h"
+#include "support/MessageFile.h"
 #include "ui/main/FontTable.h"
 
 class QLabel;
@@ -16,7 +16,9 @@ namespace kesto {
 class CKs_KakuDlg : public QDialog {
     Q_OBJECT
   public:
-    CKs_KakuDlg(CKestoApp& app, const FontTable& fonts, QWidget* mainWindow);
+    // no2 below 1: one line only.
+    CKs_KakuDlg(int no1, int no2, const MessageTable& messages, const FontTable& fonts,
+                QWidget* mainWindow);
 
     // Texts, size and position; done by Run, callable alone to look at the box.
     void Prepare();
@@ -31,7 +33,9 @@ class CKs_KakuDlg : public QDialog {
     void ApplyButton(QPushButton* button, const char* key);
     void PlaceBox(int textLength);
 
-    CKestoApp& app_;
+    int no1_;
+    int no2_;
+    const MessageTable& messages_;
     const FontTable& fonts_;
     QWidget* mainWindow_;
     QLabel* line1_;

@@ -25,8 +25,8 @@ constexpr int kListExtent = 720;
 
 }  // namespace
 
-CKestoDlg::CKestoDlg(CKestoApp& app, const FontTable& fonts, QWidget* parent)
-    : QDialog(parent), app_(app), fonts_(fonts) {
+CKestoDlg::CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* parent)
+    : QDialog(parent), session_(session), app_(session.App()), fonts_(fonts) {
     setObjectName("CKestoDlg");
     setWindowIcon(KestoIcon());
     setWindowFlags(windowFlags() | Qt::WindowMinMaxButtonsHint);
@@ -35,6 +35,11 @@ CKestoDlg::CKestoDlg(CKestoApp& app, const FontTable& fonts, QWidget* parent)
     partsInfo_ = new CKs_PartsInfo(app_, this);
     partsView_ = new CKs_PartsView(app_, this);
     ConnectCommands();
+    session_.SetView(this);
+}
+
+CKestoDlg::~CKestoDlg() {
+    session_.SetView(nullptr);
 }
 
 QPushButton* CKestoDlg::AddButton(int id, const char* key, const char* caption, bool checkable) {
@@ -149,16 +154,11 @@ int CKestoDlg::OnInitDialog() {
     TitlePass();
     CountBoxPages();
     TurnBoxPage(0);
-    if (app_.KouteiList.Count < 1) {
-        OnCancel();
+    const bool initialised = session_.Init();
+    EndIfJobEnded();
+    if (!initialised)
         return 1;
-    }
-    if (!LoadAndPlace(0, 1, {}))
-        return 1;
-    int defined = 0;
-    for (int n = 1; n <= 99; ++n)
-        defined += app_.BoxFlags[n] != 0 ? 1 : 0;
-    if (defined == 0) {
+    if (!session_.AnySmallBoxDefined()) {
         Control(1007)->setEnabled(false);
         Control(1008)->setEnabled(false);
     }
@@ -169,6 +169,11 @@ int CKestoDlg::Run() {
     if (ended_)
         return endCode_;
     return exec();
+}
+
+void CKestoDlg::EndIfJobEnded() {
+    if (session_.Ended() && !ended_)
+        EndDialog(app_.DialogOk == 1 ? 1 : 2);
 }
 
 void CKestoDlg::EndDialog(int code) {

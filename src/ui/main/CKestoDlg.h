@@ -4,10 +4,12 @@
 
 #include <QDialog>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "session/JobSession.h"
 #include "ui/main/FontTable.h"
 
 class QComboBox;
@@ -21,14 +23,15 @@ class CKs_DrawArea;
 class CKs_PartsInfo;
 class CKs_PartsView;
 
-class CKestoDlg : public QDialog {
+class CKestoDlg : public QDialog, private SessionView {
     Q_OBJECT
   public:
-    CKestoDlg(CKestoApp& app, const FontTable& fonts, QWidget* parent = nullptr);
+    CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* parent = nullptr);
+    ~CKestoDlg() override;
 
     // Title, small-box pages, the first placement. Returns 1 (also when the job ended here).
     int OnInitDialog();
-    // Runs modally unless the dialog already ended during OnInitDialog; 1 OK, 2 Cancel.
+    // Runs modally unless the job already ended during OnInitDialog; 1 OK, 2 Cancel.
     int Run();
     bool Ended() const { return ended_; }
 
@@ -47,7 +50,6 @@ class CKestoDlg : public QDialog {
     void CountBoxPages();
     int TurnBoxPage(int direction);
     void UpdateBoxButtons();
-    int LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep);
     int BoxPage() const { return boxPage_; }
     int BoxPageCount() const { return boxPageCount_; }
 
@@ -98,12 +100,21 @@ class CKestoDlg : public QDialog {
     void ResetToggles();
     void SelectScheduleRow(int row);
     void AddLine(QListWidget* list, const std::string& line);
-    PartsInfo* PartOfSelectedLine(QListWidget* list, bool anyKoutei);
+    // The Seq of the list's selected line, none when no line is selected.
+    std::optional<int32_t> SelectedSeq(const QListWidget* list) const;
     void CommonRefresh();
-    void RereadJob();
-    int FinishJob();
+    // After Retry or Auto: the picks of the old job are gone, the drawing shows the new one.
+    void ShowReloadedJob();
+    // Closes the dialog once the session has ended the job.
+    void EndIfJobEnded();
     void EndDialog(int code);
 
+    // SessionView.
+    void ForgetJob() override;
+    void ShowResetJob() override;
+    void ShowPlacedJob() override;
+
+    JobSession& session_;
     CKestoApp& app_;
     const FontTable& fonts_;
     std::map<int, QWidget*> controls_;

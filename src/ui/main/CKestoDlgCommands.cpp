@@ -3,40 +3,19 @@
 #include <QListWidget>
 #include <QPushButton>
 
-#include "app/ExitCode.h"
-#include "output/CKs_FileSave.h"
-#include "support/MessageFile.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
-#include "ui/main/Application.h"
 #include "ui/main/CKestoDlg.h"
-#include "ui/main/ListLines.h"
+#include "session/ListLines.h"
 #include "ui/main/TextCodec.h"
 
 namespace kesto {
 
-namespace {
-
-constexpr int kNoLineSelected = 7;
-constexpr int kSeqLimit = 1000;
-
-bool FitsBox(const PartsInfo& part, const BoxInfo& box) {
-    return box.Size[0] <= part.SizeX && part.SizeX <= box.Size[1] && box.Size[2] <= part.SizeY &&
-           part.SizeY <= box.Size[3];
-}
-
-}  // namespace
-
-PartsInfo* CKestoDlg::PartOfSelectedLine(QListWidget* list, bool anyKoutei) {
+std::optional<int32_t> CKestoDlg::SelectedSeq(const QListWidget* list) const {
     const QList<QListWidgetItem*> selected = list->selectedItems();
     if (selected.isEmpty())
-        return nullptr;
-    const int32_t seq = SeqOfLine(EncodeText(selected.front()->text()));
-    for (PartsInfo& part : app_.PartsList) {
-        if (part.Seq == seq && (anyKoutei || part.KouteiNo == app_.CurrentKoutei))
-            return &part;
-    }
-    return nullptr;
+        return std::nullopt;
+    return SeqOfLine(EncodeText(selected.front()->text()));
 }
 
 void CKestoDlg::CommonRefresh() {
@@ -70,50 +49,22 @@ void CKestoDlg::OnBoxPage(int direction) {
 }
 
 void CKestoDlg::OnDown() {
-    if (smallBox_->selectedItems().isEmpty()) {
-        app_.ShowKaku(kNoLineSelected, 0);
-        return;
-    }
-    if (PartsInfo* part = PartOfSelectedLine(smallBox_, false)) {
-        part->Num2 = 1000;
-        part->Work[2] = part->Num1;
-    }
-    CommonRefresh();
+    if (session_.Down(SelectedSeq(smallBox_)))
+        CommonRefresh();
 }
 
 void CKestoDlg::OnUp() {
-    if (app_.CurrentBox < 100 || app_.CurrentBox > 198) {
-        app_.ShowKaku(4, 0);
+    if (!session_.Up(SelectedSeq(torioki_)))
         return;
-    }
-    if (torioki_->selectedItems().isEmpty()) {
-        app_.ShowKaku(kNoLineSelected, 0);
-        return;
-    }
-    if (PartsInfo* part = PartOfSelectedLine(torioki_, false)) {
-        for (const BoxInfo& box : app_.BoxList) {
-            if (box.No != app_.CurrentBox)
-                continue;
-            if (!FitsBox(*part, box)) {
-                app_.ShowKaku(5, 6);
-                return;
-            }
-            break;
-        }
-        if (part->Work[1] > 0) {
-            app_.ShowKaku(11, 12);
-        } else {
-            part->Num2 = app_.CurrentBox;
-            part->Work[1] = 0;
-            part->Work[2] = 0;
-        }
-    }
     CommonRefresh();
     partsView_->ShowPart(kNoPartSize, kNoPartSize);
 }
 
 void CKestoDlg::OnSelectTorioki() {
-    if (const PartsInfo* part = PartOfSelectedLine(torioki_, true))
+    const std::optional<int32_t> seq = SelectedSeq(torioki_);
+    if (!seq)
+        return;
+    if (const PartsInfo* part = session_.FindPart(*seq, true))
         partsView_->ShowPart(part->SizeX, part->SizeY);
 }
 
@@ -140,7 +91,7 @@ void CKestoDlg::OnHit(int byBlock) {
 
 void CKestoDlg::OnView(int mode) {
     if (drawArea_->BandActive != 0) {
-        app_.ShowKaku(15, 0);
+        app_.ShowKaku(session_.Svc().Op, 15, 0);
         return;
     }
     if (mode == 0)
@@ -172,71 +123,47 @@ void CKestoDlg::OnBlockDraw() {
 
 void CKestoDlg::OnInfo() {
     if (drawArea_->BandActive != 0) {
-        app_.ShowKaku(15, 0);
+        app_.ShowKaku(session_.Svc().Op, 15, 0);
         return;
     }
     app_.PartsAllState = app_.PartsAllState == 1 ? 2 : 1;
 }
 
-void CKestoDlg::RereadJob() {
-    app_.FreeJob();
-    app_.ReadRegistrySettings();
-    if (!MessageFileLoaded())
-        app_.InitSettings();
-    app_.ReadInput();
+void CKestoDlg::ForgetJob() {
+    drawArea_->ResetSelection();
+    allParts_->clearSelection();
+}
+
+void CKestoDlg::ShowReloadedJob() {
+    drawArea_->Picked = nullptr;
+    drawArea_->Refresh();
+    drawArea_->LastPicked = nullptr;
+    EndIfJobEnded();
 }
 
 void CKestoDlg::OnRetry() {
-    if (app_.ShowKaku(202, 203) != 1)
-        return;
-    drawArea_->ResetSelection();
-    allParts_->clearSelection();
-    RereadJob();
-    LoadAndPlace(0, 1, {});
-    drawArea_->Picked = nullptr;
-    drawArea_->Refresh();
-    drawArea_->LastPicked = nullptr;
+    if (session_.Retry())
+        ShowReloadedJob();
 }
 
 void CKestoDlg::OnAuto() {
-    if (app_.ShowKaku(204, 205) != 1)
-        return;
-    drawArea_->ResetSelection();
-    allParts_->clearSelection();
-    std::vector<int> keep(kSeqLimit, 0);
-    for (const PartsInfo& part : app_.PartsList) {
-        if (part.Work[1] != 0 && part.Seq >= 0 && part.Seq < kSeqLimit)
-            keep[part.Seq] = part.Work[1];
-    }
-    RereadJob();
-    LoadAndPlace(1, 0, keep);
-    drawArea_->Picked = nullptr;
-    drawArea_->Refresh();
-    drawArea_->LastPicked = nullptr;
-}
-
-int CKestoDlg::FinishJob() {
-    CKs_FileSave save(app_);
-    if (!save.CheckOffsets())
-        EndProcess(kExitOffsetAbort);
-    return save.SaveAll();
+    if (session_.Auto())
+        ShowReloadedJob();
 }
 
 void CKestoDlg::OnOK() {
-    if (FinishJob())
-        EndDialog(1);
+    if (session_.Finish(JobEnd::Ok))
+        EndIfJobEnded();
 }
 
 void CKestoDlg::OnCancel() {
-    if (FinishJob())
-        EndDialog(2);
+    if (session_.Finish(JobEnd::Cancel))
+        EndIfJobEnded();
 }
 
 void CKestoDlg::OnClose() {
-    CKs_FileSave save(app_);
-    if (!save.CheckOffsets())
-        EndProcess(kExitOffsetAbort);
-    OnCancel();
+    if (session_.Close())
+        EndIfJobEnded();
 }
 
 }  // namespace kesto

@@ -62,7 +62,7 @@ void CKestoDlg::SetCaption(QWidget* control, int font, const std::string& text) 
 
 void CKestoDlg::LabelPass() {
     for (int i = 0; i < 36; ++i) {
-        const FontText value = GetFontText(kSection, kLabels[i].Key);
+        const FontText value = session_.Svc().Messages.GetFontText(kSection, kLabels[i].Key);
         if (i == kBoxCaptionIndex) {
             boxCaptionFont_ = value.Font;
             boxCaptionPrefix_ = value.Text;
@@ -78,7 +78,7 @@ void CKestoDlg::LabelPass() {
 }
 
 void CKestoDlg::TitlePass() {
-    setWindowTitle(DecodeText(GetFontText(kSection, "TitleName").Text));
+    setWindowTitle(DecodeText(session_.Svc().Messages.GetFontText(kSection, "TitleName").Text));
 }
 
 void CKestoDlg::LayoutPass() {

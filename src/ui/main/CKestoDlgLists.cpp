@@ -4,9 +4,8 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
-#include "placement/JobPlacement.h"
 #include "ui/main/CKestoDlg.h"
-#include "ui/main/ListLines.h"
+#include "session/ListLines.h"
 #include "ui/main/TextCodec.h"
 
 namespace kesto {
@@ -78,13 +77,11 @@ void CKestoDlg::FillTorioki(int koutei) {
 }
 
 void CKestoDlg::FillPalletSelect() {
-    app_.ReadPalletSelect();
     const QSignalBlocker block(palletSelect_);
     palletSelect_->clear();
     for (int i = 1; i <= app_.PalletCount; ++i)
         palletSelect_->addItem(DecodeText(PalletSelectLine(app_.PalletPrefix, i)));
     palletSelect_->setCurrentIndex(palletSelect_->count() > 0 ? 0 : -1);
-    app_.CurrentPallet = 1;
 }
 
 void CKestoDlg::CountBoxPages() {
@@ -140,15 +137,14 @@ void CKestoDlg::SetChecked(int id, bool checked) {
         button->setChecked(checked);
 }
 
+// The buttons as LoadAndPlace leaves them: hit by block, box 1 of the page, grid on.
 void CKestoDlg::ResetToggles() {
     SetChecked(1036, false);
     SetChecked(1035, true);
-    app_.HitByBlock = 1;
     SetChecked(1037, true);
     SetChecked(1038, false);
     SetChecked(1039, false);
     SetChecked(1028, true);
-    app_.GridFlag = 1;
     SetChecked(1031, true);
     SetChecked(1032, app_.IsBlockDraw != 0);
     SetChecked(1029, false);
@@ -160,28 +156,18 @@ void CKestoDlg::SelectScheduleRow(int row) {
         schedule_->setCurrentRow(row);
 }
 
-int CKestoDlg::LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep) {
+void CKestoDlg::ShowResetJob() {
     ResetToggles();
-    app_.CurrentKoutei = 1;
     FillSchedule();
     SelectScheduleRow(0);
-    FillAllParts(1);
-    if (app_.BoxFlags[1] != 0) {
-        app_.CurrentBox = 100;
-    } else if (app_.BoxFlags[2] != 0) {
-        app_.CurrentBox = 101;
-    } else if (app_.BoxFlags[3] != 0) {
-        app_.CurrentBox = 102;
-    }
+    FillAllParts(app_.CurrentKoutei);
     FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
     FillPalletSelect();
-    if (!CheckJob(app_))
-        OnCancel();
-    if (!PlaceJob(app_, mode, fullRun, keep))
-        return 0;
+}
+
+void CKestoDlg::ShowPlacedJob() {
     FillAllParts(app_.CurrentKoutei);
     FillTorioki(app_.CurrentKoutei);
-    return 1;
 }
 
 }  // namespace kesto

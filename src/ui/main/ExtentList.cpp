@@ -10,10 +10,14 @@ ExtentList::ExtentList(int extent, QWidget* parent) : QListWidget(parent), exten
 }
 
 void ExtentList::updateGeometries() {
+    if (settingRange_)
+        return;
+    settingRange_ = true;
     QListWidget::updateGeometries();
     const int page = viewport()->width();
     horizontalScrollBar()->setPageStep(page);
     horizontalScrollBar()->setRange(0, std::max(0, extent_ - page));
+    settingRange_ = false;
 }
 
 }  // namespace kesto

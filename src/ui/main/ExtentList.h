@@ -17,6 +17,9 @@ class ExtentList : public QListWidget {
 
   private:
     int extent_;
+    // Placing the scroll bars resizes the viewport, which asks for the geometry again; near
+    // the width where a bar appears or goes, that would never end.
+    bool settingRange_ = false;
 };
 
 }  // namespace kesto

@@ -14,9 +14,7 @@ void QtOperator::ShowMessageBox(const std::string& text) {
 }
 
 int QtOperator::AskKaku(int no1, int no2) {
-    app_.KakuMsgNo1 = no1;
-    app_.KakuMsgNo2 = no2;
-    CKs_KakuDlg dialog(app_, fonts_, mainWindow_);
+    CKs_KakuDlg dialog(no1, no2, messages_, fonts_, mainWindow_);
     return dialog.Run();
 }
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "app/CKestoApp.h"
+#include "support/MessageFile.h"
 #include "support/Platform.h"
 #include "ui/main/FontTable.h"
 
@@ -13,7 +13,9 @@ namespace kesto {
 
 class QtOperator : public Operator {
   public:
-    QtOperator(CKestoApp& app, const FontTable& fonts) : app_(app), fonts_(fonts) {}
+    // The texts and fonts may still be empty; they are read when a box is shown.
+    QtOperator(const MessageTable& messages, const FontTable& fonts)
+        : messages_(messages), fonts_(fonts) {}
 
     // The window the confirmation dialog is centred on (none before the main window exists).
     void SetMainWindow(QWidget* window) { mainWindow_ = window; }
@@ -23,7 +25,7 @@ class QtOperator : public Operator {
     bool AskOffsetWarning(const std::string& text) override;
 
   private:
-    CKestoApp& app_;
+    const MessageTable& messages_;
     const FontTable& fonts_;
     QWidget* mainWindow_ = nullptr;
 };

@@ -14,7 +14,7 @@ std::string StateMark(const PartsInfo& part);
 std::string AllPartsLine(const PartsInfo& part);
 std::string SmallBoxLine(const PartsInfo& part);
 std::string ToriokiLine(const PartsInfo& part);
-std::string ScheduleLine(CKestoApp& app, const KouteiInfo& koutei);
+std::string ScheduleLine(const CKestoApp& app, const KouteiInfo& koutei);
 std::string PalletSelectLine(const std::string& prefix, int number);
 
 // Which lists show a part.

@@ -1,11 +1,8 @@
-// The job check before the first placement and the engine's part of loading a job.
-#include "placement/JobPlacement.h"
+#include "session/JobCheck.h"
 
 #include <algorithm>
 
 #include "placement/CKs_Block.h"
-#include "placement/CKs_Haichi.h"
-#include "support/SetupList.h"
 
 namespace kesto {
 
@@ -36,45 +33,22 @@ bool AllowedDestination(const CKestoApp& app, const PartsInfo& p) {
 
 }  // namespace
 
-int CheckJob(CKestoApp& app) {
-    if (CKs_Block(app).SetUp() == 0)
+int CheckJob(CKestoApp& app, const Services& services) {
+    if (CKs_Block(app, services).SetUp() == 0)
         return 0;
     for (const PartsInfo& p : app.PartsList) {
         if (!KnownDestination(app, p)) {
-            app.ShowKaku(2, 0);
+            app.ShowKaku(services.Op, 2, 0);
             return 0;
         }
     }
     for (const PartsInfo& p : app.PartsList) {
         if (!AllowedDestination(app, p)) {
-            app.ShowKaku(3, 0);
+            app.ShowKaku(services.Op, 3, 0);
             return 0;
         }
     }
     return 1;
-}
-
-int PlaceJob(CKestoApp& app, int mode, int fullRun, const std::vector<int>& keep) {
-    CKs_Haichi haichi(app);
-    if (mode == 1) {
-        for (PartsInfo& p : app.PartsList) {
-            // A part beyond the kept table keeps its count.
-            if (p.Seq < 0 || static_cast<size_t>(p.Seq) >= keep.size())
-                continue;
-            p.Work[0] = keep[p.Seq];
-            if (p.Work[0] > 0 && p.Num2 >= 100)
-                p.Num2 = 0;
-        }
-    }
-    if (fullRun == 1) {
-        if (haichi.RestorePlacement(GetDataFilePath(97)) == 0)
-            return 0;
-        if (haichi.TrimExcess() == 0)
-            return 0;
-        if (haichi.FillShortage() == 0)
-            return 0;
-    }
-    return haichi.PlaceAll(mode, fullRun);
 }
 
 }  // namespace kesto

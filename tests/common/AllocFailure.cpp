@@ -1,5 +1,5 @@
 // Replaces the global operator new of the test program with one that can be told to fail.
-#include "app/AllocFailure.h"
+#include "common/AllocFailure.h"
 
 #include <cstdlib>
 #include <new>

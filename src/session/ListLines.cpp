@@ -1,4 +1,4 @@
-#include "ui/main/ListLines.h"
+#include "session/ListLines.h"
 
 #include <cstdio>
 
@@ -33,7 +33,7 @@ std::string ToriokiLine(const PartsInfo& part) {
                       part.Text1.c_str());
 }
 
-std::string ScheduleLine(CKestoApp& app, const KouteiInfo& koutei) {
+std::string ScheduleLine(const CKestoApp& app, const KouteiInfo& koutei) {
     const PalletInfo* pallet = app.PalletByName(koutei.Name2);
     const std::string& third =
         (pallet != nullptr && !pallet->Text2.empty()) ? pallet->Text2 : koutei.Name2;

@@ -1,0 +1,150 @@
+#include "session/JobSession.h"
+
+#include <utility>
+
+#include "app/ExitCode.h"
+#include "output/CKs_FileSave.h"
+#include "placement/CKs_Haichi.h"
+#include "session/JobCheck.h"
+#include "support/SetupList.h"
+
+namespace kesto {
+
+JobSession::JobSession(const Services& services, std::string commandLine) : services_(services) {
+    app_.CommandLine = std::move(commandLine);
+}
+
+bool JobSession::StartUp() {
+    // What constructing the application object did: the per-user values come first.
+    app_.ReadRegistrySettings(services_.Host);
+    app_.DialogOk = 0;
+    if (!app_.InitSettings(services_)) {
+        app_.ExitParam = app_.ErrorCode;
+        return false;
+    }
+    return app_.ReadInput(services_) == 1;
+}
+
+bool JobSession::Init() {
+    if (app_.KouteiList.Count < 1) {
+        Finish(JobEnd::Cancel);
+        return false;
+    }
+    return LoadAndPlace(0, 1, {}) == 1;
+}
+
+int JobSession::LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep) {
+    app_.HitByBlock = 1;
+    app_.GridFlag = 1;
+    app_.CurrentKoutei = 1;
+    ChooseDefaultBox();
+    app_.ReadPalletSelect(services_.Messages);
+    if (view_ != nullptr)
+        view_->ShowResetJob();
+    // A job that fails its check is ended through Cancel, and the placement still runs.
+    if (!CheckJob(app_, services_)) {
+        Finish(JobEnd::Cancel);
+        if (aborted_)
+            return 0;
+    }
+    if (PlaceJob(mode, fullRun, keep) == 0)
+        return 0;
+    if (view_ != nullptr)
+        view_->ShowPlacedJob();
+    return 1;
+}
+
+int JobSession::PlaceJob(int mode, int fullRun, const std::vector<int>& keep) {
+    CKs_Haichi haichi(app_, services_);
+    if (mode == 1) {
+        for (PartsInfo& p : app_.PartsList) {
+            // A part beyond the kept table keeps its count.
+            if (p.Seq < 0 || static_cast<size_t>(p.Seq) >= keep.size())
+                continue;
+            p.Work[0] = keep[static_cast<size_t>(p.Seq)];
+            if (p.Work[0] > 0 && p.Num2 >= 100)
+                p.Num2 = 0;
+        }
+    }
+    if (fullRun == 1) {
+        if (haichi.RestorePlacement(GetDataFilePath(services_, DataFile::PlacementSave)) == 0)
+            return 0;
+        if (haichi.TrimExcess() == 0)
+            return 0;
+        if (haichi.FillShortage() == 0)
+            return 0;
+    }
+    return haichi.PlaceAll(mode, fullRun);
+}
+
+void JobSession::RereadJob() {
+    app_.FreeJob();
+    app_.ReadRegistrySettings(services_.Host);
+    // A code that a failed re-read stores belongs to the command's own message, not to the
+    // one the program ends on.
+    const int32_t exitParam = app_.ExitParam;
+    app_.ReadInput(services_);
+    app_.ExitParam = exitParam;
+}
+
+bool JobSession::Retry() {
+    if (app_.ShowKaku(services_.Op, 202, 203) != 1)
+        return false;
+    if (view_ != nullptr)
+        view_->ForgetJob();
+    RereadJob();
+    LoadAndPlace(0, 1, {});
+    return true;
+}
+
+bool JobSession::Auto() {
+    if (app_.ShowKaku(services_.Op, 204, 205) != 1)
+        return false;
+    if (view_ != nullptr)
+        view_->ForgetJob();
+    const std::vector<int> keep = KeepTable();
+    RereadJob();
+    LoadAndPlace(1, 0, keep);
+    return true;
+}
+
+bool JobSession::Finish(JobEnd end) {
+    if (ended_)
+        return true;
+    CKs_FileSave save(app_, services_);
+    if (save.CheckOffsets() == 0) {
+        // The operator stopped at the offset warning: the job ends at once, nothing written.
+        aborted_ = true;
+        ended_ = true;
+        return true;
+    }
+    if (save.SaveAll() == 0)
+        return false;
+    ended_ = true;
+    if (end == JobEnd::Ok)
+        app_.DialogOk = 1;
+    return true;
+}
+
+bool JobSession::Close() {
+    if (ended_)
+        return true;
+    CKs_FileSave save(app_, services_);
+    if (save.CheckOffsets() == 0) {
+        aborted_ = true;
+        ended_ = true;
+        return true;
+    }
+    return Finish(JobEnd::Cancel);
+}
+
+int JobSession::Exit() {
+    if (aborted_)
+        return kExitOffsetAbort;
+    app_.WriteRegistrySettings(services_.Host);
+    app_.FreeJob();
+    services_.Messages.Free();
+    return SettleExitCode(app_.ExitParam, app_.DialogOk);
+}
+
+}  // namespace kesto

@@ -1,0 +1,101 @@
+// One job from start-up to exit code. The window and kesto-batch both drive a JobSession, so
+// the batch tool is the window with the operator pressing OK: every decision lives here, the
+// window only turns events into these calls and shows the state.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/CKestoApp.h"
+#include "support/Services.h"
+
+namespace kesto {
+
+// How the operator ends the job; the values are the dialog results.
+enum class JobEnd { Ok = 1, Cancel = 2 };
+
+// What a view of the session does when the session changes the whole job under it.
+class SessionView {
+public:
+    virtual ~SessionView() = default;
+    // Retry or Auto is about to free the job: drop every pointer into it (picks, bands).
+    virtual void ForgetJob() {}
+    // LoadAndPlace has reset the selection state: show the schedule, the current process's
+    // parts, the small box and the pallet choice as they now are.
+    virtual void ShowResetJob() {}
+    // LoadAndPlace has placed the job: show the parts and the set-aside list.
+    virtual void ShowPlacedJob() {}
+};
+
+class JobSession {
+public:
+    // Keeps the services for the life of the session; reads nothing yet.
+    JobSession(const Services& services, std::string commandLine);
+    JobSession(const JobSession&) = delete;
+    JobSession& operator=(const JobSession&) = delete;
+
+    CKestoApp& App() { return app_; }
+    const CKestoApp& App() const { return app_; }
+    const Services& Svc() const { return services_; }
+    void SetView(SessionView* view) { view_ = view; }
+
+    // --- start-up -------------------------------------------------------------------
+    // Per-user values, settings and message file, command line, pallet and job files.
+    // false when the job cannot be shown; Exit() then gives the start-up code.
+    bool StartUp();
+    // The window's initialisation: a job without processes ends through Cancel; otherwise
+    // the first LoadAndPlace. false when the initialisation stops early (no processes, or
+    // the placement failed, leaving the lists as far as they were filled).
+    bool Init();
+    // Resets the selection state, checks the job (a failed check runs the Cancel handling
+    // and goes on), then restores, trims, fills (fullRun 1) and places. 1 on success.
+    int LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep);
+
+    // --- deciding commands ------------------------------------------------------------
+    // The part of a list line: its Seq, in the current process unless anyKoutei.
+    PartsInfo* FindPart(int32_t seq, bool anyKoutei);
+    // Small box to set-aside for the selected small-box line (none: message 7). true when
+    // the lists are to be refilled.
+    bool Down(std::optional<int32_t> selectedSeq);
+    // Set-aside to the current small box for the selected set-aside line. true when the lists
+    // are to be refilled (also after message 11/12, which changes nothing).
+    bool Up(std::optional<int32_t> selectedSeq);
+    // Asks 202/203; on OK reads the job again and places it anew. true when it did.
+    bool Retry();
+    // Asks 204/205; on OK reads the job again and places it keeping each part's placed count.
+    bool Auto();
+    // Each part's placed count by Seq (1000 entries), as Auto carries it over.
+    std::vector<int> KeepTable() const;
+    // The small box shown after a reset: box 1, 2 or 3, whichever is defined first.
+    void ChooseDefaultBox();
+    bool AnySmallBoxDefined() const;
+
+    // --- finishing --------------------------------------------------------------------
+    // OK or Cancel: the offset check, then the result and save files. true when the job
+    // ended (the dialog closes); false when it stays open.
+    bool Finish(JobEnd end);
+    // The window's close box: the offset check, then Cancel.
+    bool Close();
+    // The job ended: by OK or Cancel, or by the operator's stop at the offset warning.
+    bool Ended() const { return ended_; }
+    bool Aborted() const { return aborted_; }
+    // Saves the per-user values, frees the job and returns the settled exit code (the full
+    // code; 999 after the offset stop, which saves nothing). Call once, at the very end.
+    int Exit();
+
+private:
+    // Frees the job and reads the per-user values and the input files again.
+    void RereadJob();
+    // Restore, trim and fill (fullRun 1) and PlaceAll, after the kept counts went to Work[0].
+    int PlaceJob(int mode, int fullRun, const std::vector<int>& keep);
+
+    Services services_;
+    CKestoApp app_;
+    SessionView* view_ = nullptr;
+    bool ended_ = false;
+    bool aborted_ = false;
+};
+
+}  // namespace kesto
