@@ -2,6 +2,8 @@
 BUILD      ?= build
 ASAN_BUILD ?= build-asan
 JOBS       ?= 2
+# CI sets KESTO_WERROR=ON: warnings fail the build there.
+KESTO_WERROR ?= OFF
 PACKAGES   := cmake g++ make libgtest-dev libgmock-dev libbenchmark-dev \
               qt6-base-dev qt6-qpa-plugins libgl1-mesa-dev fonts-dejavu-core fonts-noto-cjk
 
@@ -17,7 +19,7 @@ deps:
 	else echo "deps: missing$$missing; run: sudo apt-get install -y$$missing"; exit 1; fi
 
 $(BUILD)/CMakeCache.txt:
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKESTO_WERROR=$(KESTO_WERROR)
 
 build: deps $(BUILD)/CMakeCache.txt
 	cmake --build $(BUILD) -j $(JOBS)
@@ -42,7 +44,7 @@ screenshot: build
 	sh examples/screenshot.sh $(BUILD)
 
 format:
-	find src tests bench -name '*.cpp' -o -name '*.h' | xargs clang-format -i
+	find src tests bench \( -name '*.cpp' -o -name '*.h' \) -print | xargs clang-format -i
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD)

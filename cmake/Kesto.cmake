@@ -18,7 +18,8 @@ function(kesto_tests name dir)
   # Also known at test discovery, which runs without the tests' environment.
   target_compile_definitions(${name} PRIVATE KESTO_SOURCE_DIR_DEFAULT="${PROJECT_SOURCE_DIR}"
                                              KESTO_BINARY_DIR_DEFAULT="${CMAKE_BINARY_DIR}")
-  gtest_discover_tests(${name} WORKING_DIRECTORY ${dir}
+  # Tests run in the build folder: whatever they leave behind never lands in the sources.
+  gtest_discover_tests(${name} WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
                        PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
                        DISCOVERY_TIMEOUT 60)
 endfunction()

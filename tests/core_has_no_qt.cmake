@@ -1,5 +1,6 @@
-# Fails when a file of the core layers includes a Qt header.
-file(GLOB_RECURSE core_files ${ROOT}/src/support/* ${ROOT}/src/app/* ${ROOT}/src/placement/* ${ROOT}/src/output/*)
+# Fails when a file of the core layers or of kesto-batch includes a Qt header.
+file(GLOB_RECURSE core_files ${ROOT}/src/support/* ${ROOT}/src/app/* ${ROOT}/src/placement/*
+     ${ROOT}/src/output/* ${ROOT}/src/session/* ${ROOT}/src/cli/*)
 set(offenders "")
 foreach(f IN LISTS core_files)
   file(STRINGS ${f} hits REGEX "^[ \t]*#[ \t]*include[ \t]*[<\"](Q[A-Za-z]+|Qt[A-Za-z]*/)")
@@ -10,4 +11,5 @@ endforeach()
 if(offenders)
   message(FATAL_ERROR "Qt headers in the core:\n${offenders}")
 endif()
-message(STATUS "core is free of Qt headers (${CMAKE_MATCH_COUNT} files checked)")
+list(LENGTH core_files checked)
+message(STATUS "core and kesto-batch are free of Qt headers (${checked} files checked)")

@@ -1,4 +1,5 @@
 #include "app/CKestoApp.h"
+#include "app/Codes.h"
 
 #include <new>
 
@@ -13,7 +14,7 @@ HaichiInfo* CKestoApp::AddHaichiInfo() {
         rec.Flag = 0;
         return &rec;
     } catch (const std::bad_alloc&) {
-        ErrorCode = 9015;
+        ErrorCode = error::kNoMemoryForStack;
         return nullptr;
     }
 }

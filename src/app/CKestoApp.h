@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "app/Codes.h"
 #include "app/JobModel.h"
 #include "support/Services.h"
 

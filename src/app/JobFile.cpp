@@ -2,6 +2,7 @@
 #include <string>
 
 #include "app/InputReaders.h"
+#include "app/Codes.h"
 #include "app/ScanFormat.h"
 #include "support/SetupList.h"
 #include "support/TextFile.h"
@@ -26,7 +27,7 @@ T* AppendRecord(CKestoApp& app, RecordList<T>& list, int32_t code) {
 }
 
 bool AddBox(CKestoApp& app, const FieldList& f) {
-    BoxInfo* box = AppendRecord(app, app.BoxList, 9012);
+    BoxInfo* box = AppendRecord(app, app.BoxList, error::kNoMemoryForBox);
     if (box == nullptr)
         return false;
     box->Name = CutField(f[0], kName32);
@@ -42,7 +43,7 @@ bool AddBox(CKestoApp& app, const FieldList& f) {
 }
 
 bool AddKoutei(CKestoApp& app, const FieldList& f) {
-    KouteiInfo* koutei = AppendRecord(app, app.KouteiList, 9013);
+    KouteiInfo* koutei = AppendRecord(app, app.KouteiList, error::kNoMemoryForKoutei);
     if (koutei == nullptr)
         return false;
     koutei->No = AtoL(f[0]);
@@ -94,7 +95,7 @@ void FillPart(PartsInfo& part, const FieldList& f) {
 }
 
 bool AddPart(CKestoApp& app, const FieldList& f) {
-    PartsInfo* part = AppendRecord(app, app.PartsList, 9014);
+    PartsInfo* part = AppendRecord(app, app.PartsList, error::kNoMemoryForPart);
     if (part == nullptr)
         return false;
     part->Seq = app.PartsList.Count + 1;
@@ -154,12 +155,12 @@ int ReadJobLines(CKestoApp& app, std::FILE* file) {
 int ReadJobFile(CKestoApp& app, const Services& services) {
     const std::string path = GetDataFilePath(services, DataFile::Job);
     if (path.empty() || FileExists(path) == 0) {
-        app.ErrorCode = 9010;
+        app.ErrorCode = error::kJobFileMissing;
         return 0;
     }
     TextFile file;
     if (OpenFile(path, "rt", file) == 0) {
-        app.ErrorCode = 9011;
+        app.ErrorCode = error::kJobFileUnreadable;
         return 0;
     }
     if (ReadJobLines(app, file.get()) == 0)

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/InputReaders.h"
+#include "app/Codes.h"
 #include "support/TextFile.h"
 
 namespace kesto {
@@ -80,7 +81,7 @@ int ReadOutline(CKestoApp& app, PartsInfo& part) {
         return 0;
     TextFile file;
     if (OpenFile(part.OutlinePath, "rt", file) == 0) {
-        app.ErrorCode = 9026;
+        app.ErrorCode = error::kOutlineUnreadable;
         return 0;
     }
     const size_t count = CountLines(file.get());
@@ -92,7 +93,7 @@ int ReadOutline(CKestoApp& app, PartsInfo& part) {
     }
     part.ShapeCount = static_cast<int32_t>(count);
     if (OpenFile(part.OutlinePath, "rt", file) == 0) {
-        app.ErrorCode = 9026;
+        app.ErrorCode = error::kOutlineUnreadable;
         return 0;
     }
     FillElements(part, file.get());

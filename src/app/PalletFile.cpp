@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/InputReaders.h"
+#include "app/Codes.h"
 #include "app/ScanFormat.h"
 #include "support/TextFile.h"
 
@@ -68,7 +69,7 @@ bool AddPallet(CKestoApp& app, const std::string& line) {
     try {
         pallet = &app.PalletList.Append();
     } catch (const std::bad_alloc&) {
-        app.ErrorCode = 9022;
+        app.ErrorCode = error::kNoMemoryForPallet;
         return false;
     }
     FieldList fields;
@@ -130,12 +131,12 @@ int ReadPalletLines(CKestoApp& app, std::FILE* file) {
 
 int ReadPalletFile(CKestoApp& app) {
     if (app.PalletFilePath.empty() || FileExists(app.PalletFilePath) == 0) {
-        app.ErrorCode = 9020;
+        app.ErrorCode = error::kPalletFileMissing;
         return 0;
     }
     TextFile file;
     if (OpenFile(app.PalletFilePath, "rt", file) == 0) {
-        app.ErrorCode = 9021;
+        app.ErrorCode = error::kPalletFileUnreadable;
         return 0;
     }
     return ReadPalletLines(app, file.get());

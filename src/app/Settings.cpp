@@ -1,6 +1,7 @@
 #include <string>
 
 #include "app/CKestoApp.h"
+#include "app/Codes.h"
 #include "support/MessageFile.h"
 #include "support/Paths.h"
 #include "support/SetupList.h"
@@ -32,7 +33,7 @@ int CKestoApp::InitSettings(const Services& services) {
     const std::string path = SettingsFilePath(services);
     if (path.empty() || FileExists(path) == 0) {
         services.Op.ShowMessageBox("Initial File Not found");
-        ErrorCode = 9001;
+        ErrorCode = error::kSettingsFileMissing;
         return 0;
     }
     // No code is stored here: the run ends as one left without OK.

@@ -1,4 +1,5 @@
 #include "cli/BatchOperator.h"
+#include "app/Codes.h"
 
 #include <ostream>
 
@@ -20,7 +21,7 @@ int BatchOperator::AskKaku(int no1, int no2) {
     if (no2 > 0)
         PrintKakuMessage(no2);
     // Numbers up to 200 only inform: their box has OK alone.
-    if (no1 >= 1 && no1 <= 200)
+    if (no1 >= 1 && no1 <= kaku::kLastInforming)
         return 1;
     return answer_;
 }

@@ -1,4 +1,5 @@
 #include "cli/BatchReport.h"
+#include "app/Codes.h"
 
 #include <ostream>
 #include <string>
@@ -111,7 +112,7 @@ void ReportPlacement(const CKestoApp& app, std::ostream& out) {
         ReportProcessStacks(app, k, highest, out);
     int shortParts = 0;
     for (const PartsInfo& p : app.PartsList) {
-        if (p.Num2 >= 100 || p.Num1 == p.Work[1])
+        if (!IsPalletCode(p.Num2) || p.Num1 == p.Work[1])
             continue;
         if (shortParts++ == 0)
             out << "Parts short:\n";

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "output/CKs_FileSave.h"
+#include "app/Codes.h"
 #include "support/MessageFile.h"
 #include "support/Paths.h"
 #include "support/Platform.h"
@@ -57,7 +58,7 @@ int CKs_FileSave::CheckOffsets() {
     const PalletInfo* pallet = app_.PalletByName(process->Name2);
     if (pallet == nullptr || !AnyStackViolates(app_, *pallet))
         return 1;
-    return services_.Op.AskOffsetWarning(GetKakuText("Msg209")) ? 1 : 0;
+    return services_.Op.AskOffsetWarning(GetKakuText(kaku::kOffsetWarningKey)) ? 1 : 0;
 }
 
 std::string CKs_FileSave::GetKakuText(const std::string& key) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "output/CKs_FileSave.h"
+#include "app/Codes.h"
 #include "support/TextFormat.h"
 #include "output/StackIndex.h"
 #include "support/AtomicFile.h"
@@ -14,9 +15,6 @@
 namespace kesto {
 namespace {
 
-constexpr int kCannotOpen = 9023;
-constexpr int kStackLineFailed = 9024;
-constexpr int kUnplacedLineFailed = 9025;
 constexpr int kProcessSlots = 100;
 
 // Highest pallet used by each process number; numbers outside the table are not counted.
@@ -97,25 +95,25 @@ struct SaveContext {
     PalletCounts Counts;
     SaveOffsets Offsets;
     std::FILE* File;
-    int LastKind = kCannotOpen;
+    int LastKind = error::kSaveFileUnopened;
 };
 
 // 0 when the part's lines were written, else the code of the line that failed.
 int WritePartLines(SaveContext& ctx, const PartsInfo& part) {
     int64_t sum = 0;
-    if (part.Num2 < 100) {
+    if (IsPalletCode(part.Num2)) {
         for (const PlacedStack& s : ctx.Stacks.Of(&part)) {
-            ctx.LastKind = kStackLineFailed;
+            ctx.LastKind = error::kSaveFileStackLine;
             const std::string line = StackLine(ctx.App, ctx.Counts, ctx.Offsets, part, s);
             if (WriteLine(line, ctx.File) != 1)
-                return kStackLineFailed;
+                return error::kSaveFileStackLine;
             sum += s.Stack->Value;
         }
     }
     if (sum != 0)
         return 0;
-    ctx.LastKind = kUnplacedLineFailed;
-    return WriteLine(UnplacedLine(ctx.App, part), ctx.File) == 1 ? 0 : kUnplacedLineFailed;
+    ctx.LastKind = error::kSaveFileUnplacedLine;
+    return WriteLine(UnplacedLine(ctx.App, part), ctx.File) == 1 ? 0 : error::kSaveFileUnplacedLine;
 }
 
 }  // namespace
@@ -123,7 +121,7 @@ int WritePartLines(SaveContext& ctx, const PartsInfo& part) {
 int CKs_FileSave::WritePlacementFile(const std::string& path) {
     AtomicFile file(path);
     if (path.empty() || !file.Open()) {
-        app_.ErrorCode = kCannotOpen;
+        app_.ErrorCode = error::kSaveFileUnopened;
         return 0;
     }
     SaveContext ctx{app_, StackIndex(app_), CountPallets(app_), FindOffsets(app_), file.get()};

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "output/CKs_FileSave.h"
+#include "app/Codes.h"
 #include "support/TextFormat.h"
 #include "output/ResultGroups.h"
 #include "output/StackIndex.h"
@@ -13,14 +14,10 @@
 namespace kesto {
 namespace {
 
-constexpr int kCannotOpen = 9021;
-constexpr int kCannotWrite = 9022;
-constexpr int kAskShortParts = 208;
-
 // The summary lines of one part: its stacks, then its quantity when they hold nothing.
 bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* file) {
     int64_t sum = 0;
-    if (part.Num2 < 100) {
+    if (IsPalletCode(part.Num2)) {
         for (const PlacedStack& s : stacks.Of(&part)) {
             const std::string line =
                 FormatText("%s,%d,%s,%d,%d", part.Code.c_str(), part.KouteiNo, part.Name.c_str(),
@@ -41,17 +38,17 @@ bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* fi
 int WriteSideFile(CKestoApp& app, const StackIndex& stacks, const std::string& path) {
     AtomicFile file(path);
     if (!file.Open()) {
-        app.ErrorCode = kCannotOpen;
+        app.ErrorCode = error::kResultFileUnopened;
         return 0;
     }
     for (const PartsInfo& part : app.PartsList) {
         if (!WriteSummary(part, stacks, file.get())) {
-            app.ErrorCode = kCannotWrite;
+            app.ErrorCode = error::kResultFileUnwritten;
             return 0;
         }
     }
     if (!file.Commit()) {
-        app.ErrorCode = kCannotWrite;
+        app.ErrorCode = error::kResultFileUnwritten;
         return 0;
     }
     return 1;
@@ -61,7 +58,7 @@ int WriteSideFile(CKestoApp& app, const StackIndex& stacks, const std::string& p
 bool IsShort(const PartsInfo& part, const StackIndex& stacks) {
     if (part.Work[2] > 0)
         return true;
-    if (part.Num2 >= 100)
+    if (!IsPalletCode(part.Num2))
         return false;
     int64_t sum = 0;
     for (const PlacedStack& s : stacks.Of(&part))
@@ -80,13 +77,13 @@ bool AnyPartShort(const CKestoApp& app, const StackIndex& stacks) {
 int WriteGroupFile(CKestoApp& app, const StackIndex& stacks, const std::string& path) {
     AtomicFile file(path);
     if (!file.Open()) {
-        app.ErrorCode = kCannotOpen;
+        app.ErrorCode = error::kResultFileUnopened;
         return 0;
     }
     if (WriteResultGroups(app, stacks, file.get()) != 1)
         return 0;
     if (!file.Commit()) {
-        app.ErrorCode = kCannotWrite;
+        app.ErrorCode = error::kResultFileUnwritten;
         return 0;
     }
     return 1;
@@ -97,14 +94,14 @@ int WriteGroupFile(CKestoApp& app, const StackIndex& stacks, const std::string& 
 int CKs_FileSave::WriteResultFile(const std::string& path) {
     // An empty path would put the files into the current folder.
     if (path.empty()) {
-        app_.ErrorCode = kCannotOpen;
+        app_.ErrorCode = error::kResultFileUnopened;
         return 0;
     }
     const StackIndex stacks(app_);
     if (WriteSideFile(app_, stacks, path + "_tmp") != 1)
         return 0;
     if (AnyPartShort(app_, stacks)) {
-        if (app_.ShowKaku(services_.Op, kAskShortParts, 0) != 1)
+        if (app_.ShowKaku(services_.Op, kaku::kAskDeleteResult, kaku::kNone) != kAnswerOk)
             return 0;
         // The operator accepts the shortage: no result, and no stale one either.
         std::remove(path.c_str());

@@ -1,4 +1,5 @@
 #include "output/ResultGroups.h"
+#include "app/Codes.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -102,7 +103,7 @@ bool GroupWriter::RunProcess(const std::vector<PartsInfo*>& parts) {
     // Pairs beyond the highest pallet of the process's stacks can buffer nothing.
     int32_t maxPallet = 0;
     for (const PartsInfo* part : parts) {
-        if (part->Num2 >= 100)
+        if (!IsPalletCode(part->Num2))
             continue;
         for (const PlacedStack& s : stacks_.Of(part))
             maxPallet = std::max(maxPallet, s.Block->PalletNo);
@@ -125,7 +126,7 @@ void GroupWriter::ScanPart(PartsInfo& part, int64_t a, int64_t b,
                            std::vector<BufferedLine>& lines) {
     int64_t pieces = 0;
     bool elsewhere = false;
-    if (part.Num2 < 100) {
+    if (IsPalletCode(part.Num2)) {
         for (const PlacedStack& s : stacks_.Of(&part)) {
             if (s.Block->PalletNo != a && s.Block->PalletNo != b) {
                 elsewhere = true;
@@ -163,7 +164,7 @@ bool GroupWriter::Flush(std::vector<BufferedLine>& lines) {
         if (line.Key < 1 || file_ == nullptr)
             continue;
         if (WriteLine(line.Text, file_) != 1) {
-            app_.ErrorCode = 9022;
+            app_.ErrorCode = error::kResultFileUnwritten;
             return false;
         }
     }

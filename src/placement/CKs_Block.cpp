@@ -1,5 +1,6 @@
 // The block table: one grid of equal cells per process and pallet.
 #include "placement/CKs_Block.h"
+#include "app/Codes.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -52,7 +53,7 @@ int CKs_Block::SetUp() {
     for (KouteiInfo& k : app_.KouteiList) {
         k.Mark = app_.PalletByName(k.Name2);
         if (k.Mark == nullptr) {
-            app_.ShowKaku(services_.Op, 1, 0);
+            app_.ShowKaku(services_.Op, kaku::kNoPalletForKoutei, kaku::kNone);
             return 0;
         }
         capacity += int64_t{k.Mark->Param1} * k.Mark->Param2;
@@ -70,7 +71,7 @@ int CKs_Block::Build() {
             throw std::bad_alloc();
         app_.Blocks.assign(static_cast<size_t>(capacity), BlockInfo{});
     } catch (const std::bad_alloc&) {
-        app_.ErrorCode = 9101;
+        app_.ErrorCode = error::kBlockTableAlloc;
         return 0;
     }
     // The count is not reset here; it is only cut so that it never exceeds the table.
@@ -111,7 +112,7 @@ int CKs_Block::BuildKoutei(const KouteiInfo& koutei, const PalletInfo& p) {
                 if (app_.BlocksCount >= app_.BlocksCapacity ||
                     app_.BlocksCount >= static_cast<int32_t>(app_.Blocks.size())) {
                     services_.Op.ShowMessageBox("Block Data Area Set Count Over");
-                    app_.ErrorCode = 9102;
+                    app_.ErrorCode = error::kBlockTableOverflow;
                     return 0;
                 }
                 BlockInfo& b = app_.Blocks[app_.BlocksCount++];

@@ -1,6 +1,7 @@
 // The engine's driver: all processes in turn, one process's parts, one part, and the helpers
 // that every step shares (bounds, the block table, sharing a quantity out).
 #include "placement/CKs_Haichi.h"
+#include "app/Codes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -109,9 +110,9 @@ int CKs_Haichi::PlaceAll(int partial, int restore) {
         return 1;
     const bool shortPart =
         std::any_of(app_.PartsList.begin(), app_.PartsList.end(),
-                    [](const PartsInfo& p) { return p.Num2 < 100 && p.Num1 != p.Work[1]; });
+                    [](const PartsInfo& p) { return IsPalletCode(p.Num2) && p.Num1 != p.Work[1]; });
     if (shortPart && partial == 0)
-        app_.ShowKaku(services_.Op, 8, 0);
+        app_.ShowKaku(services_.Op, kaku::kPartsLeftShort, kaku::kNone);
     return 1;
 }
 
@@ -119,7 +120,7 @@ namespace {
 
 // A part that the process places in this pass.
 bool TakesPart(const PartsInfo& p, const KouteiInfo& k, int restore) {
-    if (p.KouteiNo != k.No || p.Num2 >= 100)
+    if (p.KouteiNo != k.No || !IsPalletCode(p.Num2))
         return false;
     if (restore == 1)
         return !(p.Num5 != 0 && p.Num1 <= p.Work[1]);

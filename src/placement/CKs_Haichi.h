@@ -13,12 +13,7 @@
 namespace kesto {
 
 // Screen rectangle of one of the four pallet slots of the drawing area.
-struct SlotRect {
-    int32_t Left = 0;
-    int32_t Top = 0;
-    int32_t Right = 0;
-    int32_t Bottom = 0;
-};
+using SlotRect = IntRect;
 
 // A rectangle in the job's length unit.
 struct LengthRect {

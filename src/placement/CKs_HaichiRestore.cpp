@@ -6,6 +6,7 @@
 #include <set>
 
 #include "placement/CKs_Haichi.h"
+#include "app/Codes.h"
 #include "support/TextFile.h"
 
 namespace kesto {
@@ -66,7 +67,7 @@ int CKs_Haichi::RestoreLine(const std::string& line) {
     const int32_t key = AtoL(f[0].empty() ? f[0] : f[0].substr(1));
     auto part = std::find_if(app_.PartsList.begin(), app_.PartsList.end(),
                              [key](const PartsInfo& p) { return p.Num5 == key; });
-    if (part == app_.PartsList.end() || part->Num2 >= 100)
+    if (part == app_.PartsList.end() || !IsPalletCode(part->Num2))
         return 1;
     KouteiInfo* koutei = KouteiByNo(part->KouteiNo);
     if (koutei == nullptr)
@@ -223,7 +224,7 @@ int CKs_Haichi::FillShortage() {
         return 1;
     std::vector<PartsInfo*> parts;
     for (PartsInfo& p : app_.PartsList) {
-        if (p.Num5 == 0 || p.Num2 >= 100 || p.Num1 <= p.Work[1])
+        if (p.Num5 == 0 || !IsPalletCode(p.Num2) || p.Num1 <= p.Work[1])
             continue;
         if (parts.size() >= kRememberLimit)
             break;

@@ -1,4 +1,5 @@
 #include "session/JobCheck.h"
+#include "app/Codes.h"
 
 #include <algorithm>
 
@@ -8,27 +9,23 @@ namespace kesto {
 
 namespace {
 
-bool IsSpecialCode(int32_t code) {
-    return code == 99998 || code == 99999;
-}
-
 // The part's process exists and a box carries its destination (the special codes count
 // only while walking the boxes, so an empty box list fails every part).
 bool KnownDestination(const CKestoApp& app, const PartsInfo& p) {
     if (app.HasKoutei(p.KouteiNo) == 0)
         return false;
     return std::any_of(app.BoxList.begin(), app.BoxList.end(), [&](const BoxInfo& b) {
-        return b.No == p.Num2 || (IsSpecialCode(p.Num2) && app.DirectFlag == 1);
+        return b.No == p.Num2 || (IsDirectCode(p.Num2) && app.DirectFlag == 1);
     });
 }
 
 bool AllowedDestination(const CKestoApp& app, const PartsInfo& p) {
     const int32_t code = p.Num2;
-    if (IsSpecialCode(code))
+    if (IsDirectCode(code))
         return app.DirectFlag == 1;
-    if (code < 100)
+    if (IsPalletCode(code))
         return true;
-    return code <= 198 && app.BoxFlags[code - 99] == 1;
+    return IsSmallBox(code) && app.BoxFlags[SmallBoxNumber(code)] == 1;
 }
 
 }  // namespace
@@ -38,13 +35,13 @@ int CheckJob(CKestoApp& app, const Services& services) {
         return 0;
     for (const PartsInfo& p : app.PartsList) {
         if (!KnownDestination(app, p)) {
-            app.ShowKaku(services.Op, 2, 0);
+            app.ShowKaku(services.Op, kaku::kUnknownBox, kaku::kNone);
             return 0;
         }
     }
     for (const PartsInfo& p : app.PartsList) {
         if (!AllowedDestination(app, p)) {
-            app.ShowKaku(services.Op, 3, 0);
+            app.ShowKaku(services.Op, kaku::kDestinationNotAllowed, kaku::kNone);
             return 0;
         }
     }

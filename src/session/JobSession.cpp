@@ -1,4 +1,5 @@
 #include "session/JobSession.h"
+#include "app/Codes.h"
 
 #include <utility>
 
@@ -62,7 +63,7 @@ int JobSession::PlaceJob(int mode, int fullRun, const std::vector<int>& keep) {
             if (p.Seq < 0 || static_cast<size_t>(p.Seq) >= keep.size())
                 continue;
             p.Work[0] = keep[static_cast<size_t>(p.Seq)];
-            if (p.Work[0] > 0 && p.Num2 >= 100)
+            if (p.Work[0] > 0 && !IsPalletCode(p.Num2))
                 p.Num2 = 0;
         }
     }
@@ -88,7 +89,7 @@ void JobSession::RereadJob() {
 }
 
 bool JobSession::Retry() {
-    if (app_.ShowKaku(services_.Op, 202, 203) != 1)
+    if (app_.ShowKaku(services_.Op, kaku::kAskRetry, kaku::kAskRetry2) != kAnswerOk)
         return false;
     if (view_ != nullptr)
         view_->ForgetJob();
@@ -98,7 +99,7 @@ bool JobSession::Retry() {
 }
 
 bool JobSession::Auto() {
-    if (app_.ShowKaku(services_.Op, 204, 205) != 1)
+    if (app_.ShowKaku(services_.Op, kaku::kAskAuto, kaku::kAskAuto2) != kAnswerOk)
         return false;
     if (view_ != nullptr)
         view_->ForgetJob();
@@ -139,12 +140,17 @@ bool JobSession::Close() {
 }
 
 int JobSession::Exit() {
-    if (aborted_)
-        return kExitOffsetAbort;
-    app_.WriteRegistrySettings(services_.Host);
+    if (exitCode_)
+        return *exitCode_;
+    if (aborted_) {
+        exitCode_ = kExitOffsetAbort;
+    } else {
+        app_.WriteRegistrySettings(services_.Host);
+        exitCode_ = SettleExitCode(app_.ExitParam, app_.DialogOk);
+    }
     app_.FreeJob();
     services_.Messages.Free();
-    return SettleExitCode(app_.ExitParam, app_.DialogOk);
+    return *exitCode_;
 }
 
 }  // namespace kesto

@@ -82,7 +82,7 @@ public:
     bool Ended() const { return ended_; }
     bool Aborted() const { return aborted_; }
     // Saves the per-user values, frees the job and returns the settled exit code (the full
-    // code; 999 after the offset stop, which saves nothing). Call once, at the very end.
+    // code; 999 after the offset stop, which saves nothing). A second call only repeats the code.
     int Exit();
 
 private:
@@ -96,6 +96,7 @@ private:
     SessionView* view_ = nullptr;
     bool ended_ = false;
     bool aborted_ = false;
+    std::optional<int> exitCode_;
 };
 
 }  // namespace kesto

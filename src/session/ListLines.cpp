@@ -1,4 +1,5 @@
 #include "session/ListLines.h"
+#include "app/Codes.h"
 
 #include <cstdio>
 
@@ -8,7 +9,7 @@
 namespace kesto {
 
 std::string StateMark(const PartsInfo& part) {
-    const bool pallet = part.Num2 < 100 || part.Num2 == 1000;
+    const bool pallet = IsPalletCode(part.Num2) || IsTorioki(part.Num2);
     std::string mark(2, ' ');
     if (pallet) {
         mark[0] = 'P';
@@ -49,7 +50,7 @@ bool InSmallBox(const PartsInfo& part, int code) {
 }
 
 bool InTorioki(const PartsInfo& part) {
-    return part.Num2 == 1000 || (part.Num2 < 100 && part.Work[1] < part.Num1);
+    return IsTorioki(part.Num2) || (IsPalletCode(part.Num2) && part.Work[1] < part.Num1);
 }
 
 int32_t SeqOfLine(const std::string& line) {

@@ -1,11 +1,11 @@
 // The commands of the main window that decide something about the parts.
 #include "session/JobSession.h"
+#include "app/Codes.h"
 
 namespace kesto {
 
 namespace {
 
-constexpr int32_t kNoLineSelected = 7;
 // Auto's table of placed counts is indexed by Seq, so it keeps parts numbered below this.
 constexpr size_t kKeepTableSize = 1000;
 
@@ -26,23 +26,23 @@ PartsInfo* JobSession::FindPart(int32_t seq, bool anyKoutei) {
 
 bool JobSession::Down(std::optional<int32_t> selectedSeq) {
     if (!selectedSeq) {
-        app_.ShowKaku(services_.Op, kNoLineSelected, 0);
+        app_.ShowKaku(services_.Op, kaku::kNoLineSelected, kaku::kNone);
         return false;
     }
     if (PartsInfo* part = FindPart(*selectedSeq, false)) {
-        part->Num2 = 1000;
+        part->Num2 = destination::kTorioki;
         part->Work[2] = part->Num1;
     }
     return true;
 }
 
 bool JobSession::Up(std::optional<int32_t> selectedSeq) {
-    if (app_.CurrentBox < 100 || app_.CurrentBox > 198) {
-        app_.ShowKaku(services_.Op, 4, 0);
+    if (!IsSmallBox(app_.CurrentBox)) {
+        app_.ShowKaku(services_.Op, kaku::kNotASmallBox, kaku::kNone);
         return false;
     }
     if (!selectedSeq) {
-        app_.ShowKaku(services_.Op, kNoLineSelected, 0);
+        app_.ShowKaku(services_.Op, kaku::kNoLineSelected, kaku::kNone);
         return false;
     }
     PartsInfo* part = FindPart(*selectedSeq, false);
@@ -52,13 +52,13 @@ bool JobSession::Up(std::optional<int32_t> selectedSeq) {
         if (box.No != app_.CurrentBox)
             continue;
         if (!FitsBox(*part, box)) {
-            app_.ShowKaku(services_.Op, 5, 6);
+            app_.ShowKaku(services_.Op, kaku::kOutsideSmallBoxSize, kaku::kOutsideSmallBoxSize2);
             return false;
         }
         break;
     }
     if (part->Work[1] > 0) {
-        app_.ShowKaku(services_.Op, 11, 12);
+        app_.ShowKaku(services_.Op, kaku::kPiecesOnPallets, kaku::kPiecesOnPallets2);
     } else {
         part->Num2 = app_.CurrentBox;
         part->Work[1] = 0;
@@ -77,17 +77,16 @@ std::vector<int> JobSession::KeepTable() const {
 }
 
 void JobSession::ChooseDefaultBox() {
-    if (app_.BoxFlags[1] != 0) {
-        app_.CurrentBox = 100;
-    } else if (app_.BoxFlags[2] != 0) {
-        app_.CurrentBox = 101;
-    } else if (app_.BoxFlags[3] != 0) {
-        app_.CurrentBox = 102;
+    for (int32_t n = 1; n <= 3; ++n) {
+        if (app_.BoxFlags[n] != 0) {
+            app_.CurrentBox = SmallBoxCode(n);
+            return;
+        }
     }
 }
 
 bool JobSession::AnySmallBoxDefined() const {
-    for (int n = 1; n <= 99; ++n) {
+    for (int n = 1; n <= kSmallBoxSlots; ++n) {
         if (app_.BoxFlags[n] != 0)
             return true;
     }

@@ -31,7 +31,7 @@ int TakeScreenshot(kesto::CKestoDlg& dialog, const kesto::CKestoApp& app, const 
     dialog.resize(kScreenshotWidth, kScreenshotHeight);
     dialog.show();
     // The first paint asks for the layout; a few turns of the event loop place the controls.
-    for (int i = 0; i < kLayoutTurns && app.LayoutState != 3; ++i)
+    for (int i = 0; i < kLayoutTurns && app.LayoutState != kesto::layout::kLaidOut; ++i)
         QApplication::processEvents(QEventLoop::AllEvents, 10);
     QApplication::processEvents();
     return kesto::SaveScreenshot(dialog, path) ? kesto::kExitNotOk : 1;

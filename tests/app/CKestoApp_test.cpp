@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "app/AllocFailure.h"
-#include "app/Installation.h"
+#include "common/AllocFailure.h"
+#include "common/Installation.h"
 
 namespace kesto {
 namespace {
@@ -14,7 +14,9 @@ class CKestoAppTest : public ::testing::Test {
     CKestoApp app;
 };
 
-TEST_F(CKestoAppTest, ConstructedEmptyWithItsDefaults) {
+// What start-up does first: the per-user values of an empty host store are read as 0.
+TEST_F(CKestoAppTest, StartedEmptyWithItsDefaults) {
+    app.ReadRegistrySettings(installation.Host);
     EXPECT_EQ(app.IsDirect, 0);
     EXPECT_EQ(app.IsBlockDraw, 0);
     EXPECT_EQ(app.PartsAllState, 1);
@@ -124,7 +126,7 @@ TEST_F(CKestoAppTest, PalletByNameFindsTheFirst) {
 
 TEST_F(CKestoAppTest, ShowKakuAsksTheOperator) {
     installation.Operator.Answer = 2;
-    EXPECT_EQ(app.ShowKaku(208, 9), 2);
+    EXPECT_EQ(app.ShowKaku(installation.Operator, 208, 9), 2);
     EXPECT_EQ(app.KakuMsgNo1, 208);
     EXPECT_EQ(app.KakuMsgNo2, 9);
     ASSERT_EQ(installation.Operator.KakuNumbers.size(), 1u);

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "app/CKestoApp.h"
-#include "app/Installation.h"
+#include "common/Installation.h"
 
 namespace kesto {
 namespace {

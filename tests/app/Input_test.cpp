@@ -3,7 +3,7 @@
 #include <string>
 
 #include "app/CKestoApp.h"
-#include "app/Installation.h"
+#include "common/Installation.h"
 
 namespace kesto {
 namespace {
@@ -22,7 +22,7 @@ class InputTest : public ::testing::Test {
     }
     int Run(const std::string& arguments) {
         app.CommandLine = "kesto.exe " + arguments;
-        return app.ReadInput();
+        return app.ReadInput(installation);
     }
     test::Installation installation;
     CKestoApp app;
@@ -46,7 +46,7 @@ TEST_F(InputTest, WholeInputIsRead) {
 
 TEST_F(InputTest, OnlyTheProgramPathIsPalletNotFound) {
     app.CommandLine = "kesto.exe";
-    EXPECT_EQ(app.ReadInput(), 0);
+    EXPECT_EQ(app.ReadInput(installation), 0);
     EXPECT_EQ(app.ErrorCode, 9020);
     EXPECT_EQ(app.ExitParam, 9020);
 }
@@ -56,7 +56,7 @@ TEST_F(InputTest, OffsetAZeroOrNegativeAppliesNoOffset) {
     ASSERT_EQ(Run(pallets + " 0 0 0"), 1);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
     app.FreeJob();
-    app.ReadRegistrySettings();
+    app.ReadRegistrySettings(installation.Host);
     ASSERT_EQ(Run(pallets + " 0 0 -5"), 1);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
     EXPECT_EQ(app.OffsetSet, 0);
@@ -98,8 +98,8 @@ TEST_F(InputTest, RetryReadsTheInputAgain) {
     installation.Write("job/job.txt", kJob);
     ASSERT_EQ(Run(pallets), 1);
     app.FreeJob();
-    app.ReadRegistrySettings();
-    ASSERT_EQ(app.ReadInput(), 1);
+    app.ReadRegistrySettings(installation.Host);
+    ASSERT_EQ(app.ReadInput(installation), 1);
     EXPECT_EQ(app.PalletList.Count, 1);
     EXPECT_EQ(app.PartsList.Count, 1);
     EXPECT_EQ(app.PartsList.Items.front().Seq, 1);

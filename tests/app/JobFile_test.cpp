@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "app/AllocFailure.h"
+#include "common/AllocFailure.h"
 #include "app/InputReaders.h"
-#include "app/Installation.h"
+#include "common/Installation.h"
 #include "support/TextFile.h"
 
 namespace kesto {
@@ -16,7 +16,7 @@ class JobFileTest : public ::testing::Test {
     int Read(const std::string& text) {
         installation.WriteDefaultSetupList();
         installation.Write("job/job.txt", text);
-        return ReadJobFile(app);
+        return ReadJobFile(app, installation);
     }
     std::vector<std::string> Codes() const {
         std::vector<std::string> codes;
@@ -282,20 +282,20 @@ TEST_F(JobFileTest, PartsStayInFileOrderWithoutProcesses) {
 
 TEST_F(JobFileTest, NoJobEntryInTheSetupList) {
     installation.WriteSetupList({"MSG : ./"});
-    EXPECT_EQ(ReadJobFile(app), 0);
+    EXPECT_EQ(ReadJobFile(app, installation), 0);
     EXPECT_EQ(app.ErrorCode, 9010);
 }
 
 TEST_F(JobFileTest, MissingJobFile) {
     installation.WriteDefaultSetupList();
-    EXPECT_EQ(ReadJobFile(app), 0);
+    EXPECT_EQ(ReadJobFile(app, installation), 0);
     EXPECT_EQ(app.ErrorCode, 9010);
 }
 
 TEST_F(JobFileTest, JobFileThatCannotBeOpened) {
     installation.WriteDefaultSetupList();
     test::MakeUnopenable(installation.Path("job/job.txt"));
-    EXPECT_EQ(ReadJobFile(app), 0);
+    EXPECT_EQ(ReadJobFile(app, installation), 0);
     EXPECT_EQ(app.ErrorCode, 9011);
 }
 

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "app/AllocFailure.h"
+#include "common/AllocFailure.h"
 #include "app/InputReaders.h"
-#include "app/Installation.h"
+#include "common/Installation.h"
 #include "support/TextFile.h"
 
 namespace kesto {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "app/CKestoApp.h"
-#include "app/Installation.h"
+#include "common/Installation.h"
 #include "support/MessageFile.h"
 
 namespace kesto {
@@ -14,7 +14,7 @@ class SettingsTest : public ::testing::Test {
     int Init(const std::string& settings) {
         installation.WriteDefaultSetupList();
         installation.Write("Kesto.ini", settings);
-        return app.InitSettings();
+        return app.InitSettings(installation);
     }
     test::Installation installation;
     CKestoApp app;
@@ -50,7 +50,7 @@ TEST_F(SettingsTest, MissingFontKeyLeavesTheSetUndefined) {
 
 TEST_F(SettingsTest, MessageFileIsLoaded) {
     ASSERT_EQ(Init("[KakuDlg]\nMsg001=1,Hello\n"), 1);
-    EXPECT_EQ(GetMessage("KakuDlg", "Msg001"), "1,Hello");
+    EXPECT_EQ(installation.Messages.Get("KakuDlg", "Msg001"), "1,Hello");
 }
 
 TEST_F(SettingsTest, PalletSelectionIsRead) {
@@ -75,7 +75,7 @@ TEST_F(SettingsTest, PalletPrefixIsCut) {
 
 TEST_F(SettingsTest, MissingSettingsFile) {
     installation.WriteDefaultSetupList();
-    EXPECT_EQ(app.InitSettings(), 0);
+    EXPECT_EQ(app.InitSettings(installation), 0);
     EXPECT_EQ(app.ErrorCode, 9001);
     ASSERT_FALSE(installation.Operator.Messages.empty());
     EXPECT_EQ(installation.Operator.Messages.back(), "Initial File Not found");
@@ -84,7 +84,7 @@ TEST_F(SettingsTest, MissingSettingsFile) {
 TEST_F(SettingsTest, NoSettingsFolderInTheSetupList) {
     installation.WriteSetupList({"IEJ : job/job.txt"});
     installation.Write("Kesto.ini", "[FontDefine]\n");
-    EXPECT_EQ(app.InitSettings(), 0);
+    EXPECT_EQ(app.InitSettings(installation), 0);
     EXPECT_EQ(app.ErrorCode, 9001);
     EXPECT_EQ(installation.Operator.Messages.back(), "Initial File Not found");
 }
@@ -92,14 +92,14 @@ TEST_F(SettingsTest, NoSettingsFolderInTheSetupList) {
 TEST_F(SettingsTest, SettingsFolderFromTheSetupList) {
     installation.WriteSetupList({"MSG : msg/"});
     installation.Write("msg/Kesto.ini", "[PalletSelect]\nPalletInfo=2,Q\n");
-    ASSERT_EQ(app.InitSettings(), 1);
+    ASSERT_EQ(app.InitSettings(installation), 1);
     EXPECT_EQ(app.PalletPrefix, "Q");
 }
 
 TEST_F(SettingsTest, SettingsFileThatCannotBeLoaded) {
     installation.WriteDefaultSetupList();
     test::MakeUnopenable(installation.Path("Kesto.ini"));
-    EXPECT_EQ(app.InitSettings(), 0);
+    EXPECT_EQ(app.InitSettings(installation), 0);
     EXPECT_EQ(app.ErrorCode, 0);
     ASSERT_EQ(installation.Operator.Messages.size(), 2u);
     EXPECT_EQ(installation.Operator.Messages[0].rfind("File Open Error!![", 0), 0u);

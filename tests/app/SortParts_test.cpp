@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "app/InputReaders.h"
-#include "app/Installation.h"
+#include "common/Installation.h"
 
 namespace kesto {
 namespace {
@@ -36,7 +36,7 @@ TEST_F(SortPartsTest, DecreasingSizeXWithinAGroup) {
     AddPart("a", 1, "G", 10, 5);
     AddPart("b", 1, "G", 30, 5);
     AddPart("c", 1, "G", 20, 5);
-    SortParts(app);
+    SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"b", "c", "a"}));
     for (const PartsInfo& p : app.PartsList)
         EXPECT_EQ(p.SortDone, 1);
@@ -47,7 +47,7 @@ TEST_F(SortPartsTest, NearlyEqualSizeXOrderedByDecreasingSizeY) {
     AddKoutei(1);
     AddPart("a", 1, "G", 100.00005, 10);
     AddPart("b", 1, "G", 100, 20);
-    SortParts(app);
+    SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"b", "a"}));
 }
 
@@ -55,7 +55,7 @@ TEST_F(SortPartsTest, StrictlyGreaterSizeXWinsEvenWithinTheTolerance) {
     AddKoutei(1);
     AddPart("a", 1, "G", 100, 20);
     AddPart("b", 1, "G", 100.00005, 10);
-    SortParts(app);
+    SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"b", "a"}));
 }
 
@@ -64,7 +64,7 @@ TEST_F(SortPartsTest, CompleteTiesKeepFileOrder) {
     AddPart("a", 1, "G", 100, 20);
     AddPart("b", 1, "G", 100, 20);
     AddPart("c", 1, "G", 100.00001, 20);
-    SortParts(app);
+    SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"c", "a", "b"}));
 }
 
@@ -74,7 +74,7 @@ TEST_F(SortPartsTest, GroupsAreNotInterleaved) {
     AddPart("h1", 1, "G1", 50, 1);
     AddPart("g2", 1, "G2", 20, 1);
     AddPart("h2", 1, "G1", 60, 1);
-    SortParts(app);
+    SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"g2", "g1", "h2", "h1"}));
 }
 
@@ -84,7 +84,7 @@ TEST_F(SortPartsTest, ProcessesInKouteiListOrder) {
     AddPart("p1", 1, "G", 10, 1);
     AddPart("p2", 2, "G", 10, 1);
     AddPart("q1", 1, "G", 20, 1);
-    SortParts(app);
+    SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"p2", "q1", "p1"}));
 }
 
@@ -93,7 +93,7 @@ TEST_F(SortPartsTest, PartOfNoProcessStaysBehind) {
     AddPart("z", 0, "G", 99, 1);
     AddPart("y", 7, "G", 98, 1);
     AddPart("a", 1, "G", 10, 1);
-    SortParts(app);
+    SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"a", "z", "y"}));
     EXPECT_EQ(app.PartsList.Items.back().SortDone, 0);
 }
@@ -102,7 +102,7 @@ TEST_F(SortPartsTest, SortedListStaysAsItIs) {
     AddKoutei(1);
     AddPart("a", 1, "G", 30, 1);
     AddPart("b", 1, "G", 20, 1);
-    SortParts(app);
+    SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"a", "b"}));
     EXPECT_TRUE(installation.Operator.Messages.empty());
 }
@@ -112,7 +112,7 @@ TEST_F(SortPartsTest, DuplicateProcessNumberSortsOnce) {
     AddKoutei(1);
     AddPart("a", 1, "G", 10, 1);
     AddPart("b", 1, "G", 20, 1);
-    SortParts(app);
+    SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"b", "a"}));
 }
 

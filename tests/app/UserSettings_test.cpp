@@ -1,72 +1,89 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 #include "app/CKestoApp.h"
-#include "app/Installation.h"
+#include "common/TestServices.h"
 #include "support/Platform.h"
 
 namespace kesto {
 namespace {
 
-std::string StoredValue(const std::string& name) {
-    return CurrentHostStore().ReadUserValue(name).value_or("<missing>");
+using test::MemoryHostStore;
+
+std::string StoredValue(MemoryHostStore& host, const std::string& name) {
+    return host.ReadUserValue(name).value_or("<missing>");
+}
+
+TEST(UserSettings, ConstructionReadsNothing) {
+    MemoryHostStore host;
+    host.UserValues["IsDirect"] = "1";
+    host.UserValues["IsBlockDraw"] = "1";
+    CKestoApp app;
+    EXPECT_EQ(app.IsDirect, -1);
+    EXPECT_EQ(app.IsBlockDraw, 0);
+    EXPECT_EQ(app.DisplayFlags, (std::array<int32_t, 2>{1, 1}));
 }
 
 TEST(UserSettings, FirstRunReadsZeroAndExitWritesBoth) {
-    test::Installation installation;
+    MemoryHostStore host;
     CKestoApp app;
+    app.ReadRegistrySettings(host);
     EXPECT_EQ(app.IsDirect, 0);
     EXPECT_EQ(app.IsBlockDraw, 0);
-    EXPECT_EQ(StoredValue("IsDirect"), "<missing>");
-    app.WriteRegistrySettings();
-    EXPECT_EQ(StoredValue("IsDirect"), "0");
-    EXPECT_EQ(StoredValue("IsBlockDraw"), "0");
+    EXPECT_EQ(StoredValue(host, "IsDirect"), "<missing>");
+    app.WriteRegistrySettings(host);
+    EXPECT_EQ(StoredValue(host, "IsDirect"), "0");
+    EXPECT_EQ(StoredValue(host, "IsBlockDraw"), "0");
 }
 
 TEST(UserSettings, StoredValuesAreRead) {
-    test::Installation installation;
-    CurrentHostStore().WriteUserValue("IsDirect", "1");
-    CurrentHostStore().WriteUserValue("IsBlockDraw", "1");
+    MemoryHostStore host;
+    host.WriteUserValue("IsDirect", "1");
+    host.WriteUserValue("IsBlockDraw", "1");
     CKestoApp app;
+    app.ReadRegistrySettings(host);
     EXPECT_EQ(app.IsDirect, 1);
     EXPECT_EQ(app.IsBlockDraw, 1);
 }
 
 TEST(UserSettings, RetryKeepsTheDirectSettingButRereadsBlockDraw) {
-    test::Installation installation;
-    CurrentHostStore().WriteUserValue("IsDirect", "1");
-    CurrentHostStore().WriteUserValue("IsBlockDraw", "1");
+    MemoryHostStore host;
+    host.WriteUserValue("IsDirect", "1");
+    host.WriteUserValue("IsBlockDraw", "1");
     CKestoApp app;
+    app.ReadRegistrySettings(host);
     app.IsDirect = 0;
     app.IsBlockDraw = 1;
-    CurrentHostStore().WriteUserValue("IsBlockDraw", "0");
-    app.ReadRegistrySettings();
+    host.WriteUserValue("IsBlockDraw", "0");
+    app.ReadRegistrySettings(host);
     EXPECT_EQ(app.IsDirect, 0);
     EXPECT_EQ(app.IsBlockDraw, 0);
 }
 
 TEST(UserSettings, ValuesAreWrittenAsDecimalText) {
-    test::Installation installation;
+    MemoryHostStore host;
     CKestoApp app;
     app.IsDirect = 1;
     app.IsBlockDraw = -3;
-    app.WriteRegistrySettings();
-    EXPECT_EQ(StoredValue("IsDirect"), "1");
-    EXPECT_EQ(StoredValue("IsBlockDraw"), "-3");
+    app.WriteRegistrySettings(host);
+    EXPECT_EQ(StoredValue(host, "IsDirect"), "1");
+    EXPECT_EQ(StoredValue(host, "IsBlockDraw"), "-3");
 }
 
 TEST(UserSettings, TextWithoutNumberChangesNothing) {
-    test::Installation installation;
-    CurrentHostStore().WriteUserValue("IsDirect", "abc");
-    CurrentHostStore().WriteUserValue("IsBlockDraw", "7x");
+    MemoryHostStore host;
+    host.WriteUserValue("IsDirect", "abc");
+    host.WriteUserValue("IsBlockDraw", "7x");
     CKestoApp app;
+    app.ReadRegistrySettings(host);
     EXPECT_EQ(app.IsDirect, -1);
     EXPECT_EQ(app.IsBlockDraw, 7);
 }
 
 TEST(UserSettings, ReadingEmptiesTheJobAndItsFlags) {
-    test::Installation installation;
+    MemoryHostStore host;
     CKestoApp app;
     app.BoxList.Append();
     app.BoxList.Count = 1;
@@ -81,7 +98,7 @@ TEST(UserSettings, ReadingEmptiesTheJobAndItsFlags) {
     app.Blocks.resize(3);
     app.BlocksCapacity = 3;
     app.BlocksCount = 2;
-    app.ReadRegistrySettings();
+    app.ReadRegistrySettings(host);
     EXPECT_TRUE(app.BoxList.Empty() && app.KouteiList.Empty() && app.PartsList.Empty());
     EXPECT_TRUE(app.HaichiList.Empty() && app.PalletList.Empty());
     EXPECT_EQ(app.BoxList.Count + app.KouteiList.Count + app.PartsList.Count, 0);
@@ -93,30 +110,30 @@ TEST(UserSettings, ReadingEmptiesTheJobAndItsFlags) {
 }
 
 TEST(UserSettings, DisplayMembersResetOnlyOnTheFirstRead) {
-    test::Installation installation;
+    MemoryHostStore host;
     CKestoApp app;
+    app.ReadRegistrySettings(host);
     EXPECT_EQ(app.DisplayFlags, (std::array<int32_t, 2>{1, 1}));
     app.DisplayFlags = {0, 0};
     app.DisplayTexts = {"a", "b"};
     app.BlockDrawState = {1, 2, 3};
-    app.ReadRegistrySettings();
+    app.ReadRegistrySettings(host);
     EXPECT_EQ(app.DisplayFlags, (std::array<int32_t, 2>{0, 0}));
     EXPECT_EQ(app.DisplayTexts[0], "a");
     EXPECT_EQ(app.BlockDrawState, (std::array<int32_t, 3>{0, 0, 0}));
     app.IsDirect = -1;
-    app.ReadRegistrySettings();
+    app.ReadRegistrySettings(host);
     EXPECT_EQ(app.DisplayFlags, (std::array<int32_t, 2>{1, 1}));
     EXPECT_EQ(app.DisplayTexts[0], "");
 }
 
 TEST(UserSettings, FailedWriteIsIgnored) {
-    test::Installation installation;
-    test::WriteFile(installation.Path("blocked"), "a file, not a folder");
-    ::setenv("XDG_CONFIG_HOME", installation.Path("blocked").c_str(), 1);
+    MemoryHostStore host;
+    host.FailWrites = true;
     CKestoApp app;
     app.IsDirect = 1;
-    app.WriteRegistrySettings();
-    EXPECT_EQ(StoredValue("IsDirect"), "<missing>");
+    app.WriteRegistrySettings(host);
+    EXPECT_EQ(StoredValue(host, "IsDirect"), "<missing>");
     EXPECT_EQ(app.IsDirect, 1);
 }
 

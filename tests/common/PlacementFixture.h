@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "common/TestServices.h"
 #include "placement/CKs_Block.h"
 #include "placement/CKs_Haichi.h"
-#include "common/TestServices.h"
 
 namespace kesto::test {
 

@@ -3,7 +3,6 @@
 // with OK, and ends with the same exit code; `--answer cancel` is the same for Cancel. Each
 // installation is copied twice: the window runs in-process on one copy (offscreen), the batch
 // tool as a process on the other, and every file of both copies is compared after each run.
-#include <QApplication>
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest/QTest>
@@ -19,9 +18,11 @@
 
 #include "JobGenerator.h"
 #include "app/ExitCode.h"
+#include "common/E2eCases.h"
 #include "common/ScopedEnv.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
+#include "common/WindowJob.h"
 #include "session/JobSession.h"
 #include "ui/main/CKestoDlg.h"
 #include "ui/main/FontTable.h"
@@ -41,22 +42,10 @@ struct ContractCase {
     int Runs = 1;
 };
 
-void EnsureQApplication() {
-    if (QCoreApplication::instance() != nullptr)
-        return;
-    ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    static int argc = 1;
-    static char name[] = "test_contract";
-    static char* argv[] = {name, nullptr};
-    // Never destroyed: QTest's input devices are statics that must not outlive it at exit.
-    static QApplication* app = std::make_unique<QApplication>(argc, argv).release();
-    (void)app;
-}
-
 // The window program on install, with the operator pressing OK (or Cancel) at once.
 // Returns the full exit code.
 int RunWindow(const fs::path& install, const ContractCase& c) {
-    EnsureQApplication();
+    test::EnsureQApplication();
     const test::ScopedWorkingFolder here(install);
     test::TestServices services(install.string(), c.Ok ? 1 : 2);
     JobSession session(services.Get(), "kesto " + c.Args);
@@ -85,8 +74,7 @@ struct BatchResult {
 };
 
 BatchResult RunBatch(const fs::path& install, const ContractCase& c) {
-    const char* bin = std::getenv("KESTO_BINARY_DIR");
-    const fs::path batch = fs::path(bin != nullptr ? bin : KESTO_BINARY_DIR_DEFAULT) / "kesto-batch";
+    const fs::path batch = test::BinaryDir() / "kesto-batch";
     const fs::path log = install.parent_path() / (install.filename().string() + ".log");
     const std::string command = "cd '" + install.string() + "' && ORVOSystemRoot='" +
                                 install.string() + "' XDG_CONFIG_HOME='" +
@@ -135,48 +123,20 @@ void RunBothWays(const ContractCase& c, const fs::path& work) {
         const BatchResult result = RunBatch(batch, c);
         EXPECT_EQ(ProcessExitCode(code), result.Status) << "run " << run << "\n" << result.Log;
         const std::string notice = ExitCodeNotice(code);
-        if (!notice.empty())
+        if (!notice.empty()) {
             EXPECT_NE(result.Log.find(notice), std::string::npos) << result.Log;
+        }
         ExpectSameFiles(window, batch, run);
     }
 }
 
 // --- the end-to-end installations -----------------------------------------------------------
 
-fs::path E2eRoot() {
-    const char* source = std::getenv("KESTO_SOURCE_DIR");
-    return fs::path(source != nullptr ? source : KESTO_SOURCE_DIR_DEFAULT) / "tests" / "e2e";
-}
-
-std::map<std::string, std::string> ReadCaseFile(const fs::path& file) {
-    std::map<std::string, std::string> values;
-    for (const std::string& line : test::ReadLines(file.string())) {
-        const auto colon = line.find(':');
-        if (colon == std::string::npos)
-            continue;
-        std::string value = line.substr(colon + 1);
-        value.erase(0, value.find_first_not_of(' '));
-        values[line.substr(0, colon)] = value;
-    }
-    return values;
-}
-
-std::vector<std::string> E2eCaseNames() {
-    std::vector<std::string> names;
-    std::error_code ec;
-    for (const auto& entry : fs::directory_iterator(E2eRoot(), ec)) {
-        if (fs::exists(entry.path() / "case.txt"))
-            names.push_back(entry.path().filename());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 class E2eInstallation : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(E2eInstallation, BatchWritesWhatTheWindowWrites) {
-    const fs::path dir = E2eRoot() / GetParam();
-    const auto values = ReadCaseFile(dir / "case.txt");
+    const fs::path dir = test::E2eRoot() / GetParam();
+    const auto values = test::ReadCaseFile(dir / "case.txt");
     test::TempFolder prepared;
     const fs::path install = prepared.Path() / "install";
     fs::copy(dir / "install", install, fs::copy_options::recursive);
@@ -192,8 +152,8 @@ TEST_P(E2eInstallation, BatchWritesWhatTheWindowWrites) {
     RunBothWays(c, prepared.Path());
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, E2eInstallation, ::testing::ValuesIn(E2eCaseNames()),
-                         [](const auto& info) { return info.param; });
+INSTANTIATE_TEST_SUITE_P(Cases, E2eInstallation, ::testing::ValuesIn(test::E2eCaseNames()),
+                         [](const auto& testCase) { return testCase.param; });
 
 // --- generated installations ----------------------------------------------------------------
 

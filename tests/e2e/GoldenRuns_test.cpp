@@ -19,47 +19,16 @@
 #include <string>
 #include <vector>
 
-#include "common/TestFiles.h"
+#include "common/E2eCases.h"
 
 namespace kesto {
 namespace {
 
 namespace fs = std::filesystem;
 
-fs::path CasesRoot() {
-    const char* source = std::getenv("KESTO_SOURCE_DIR");
-    return fs::path(source != nullptr ? source : KESTO_SOURCE_DIR_DEFAULT) / "tests" / "e2e";
-}
-
-std::vector<std::string> CaseNames() {
-    std::vector<std::string> names;
-    std::error_code ec;
-    for (const auto& entry : fs::directory_iterator(CasesRoot(), ec)) {
-        if (fs::exists(entry.path() / "case.txt"))
-            names.push_back(entry.path().filename());
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
-std::map<std::string, std::string> ReadCase(const fs::path& file) {
-    std::map<std::string, std::string> values;
-    for (const std::string& line : test::ReadLines(file.string())) {
-        const auto colon = line.find(':');
-        if (colon == std::string::npos)
-            continue;
-        std::string value = line.substr(colon + 1);
-        value.erase(0, value.find_first_not_of(' '));
-        values[line.substr(0, colon)] = value;
-    }
-    return values;
-}
-
 int RunBatch(const fs::path& install, const std::map<std::string, std::string>& c,
              const fs::path& log) {
-    const char* bin = std::getenv("KESTO_BINARY_DIR");
-    const fs::path batch =
-        fs::path(bin != nullptr ? bin : KESTO_BINARY_DIR_DEFAULT) / "kesto-batch";
+    const fs::path batch = test::BinaryDir() / "kesto-batch";
     const std::string answer = c.count("answer") ? c.at("answer") : "ok";
     const std::string command = "cd '" + install.string() + "' && ORVOSystemRoot='" +
                                 install.string() + "' XDG_CONFIG_HOME='" +
@@ -68,11 +37,6 @@ int RunBatch(const fs::path& install, const std::map<std::string, std::string>& 
                                 " >>'" + log.string() + "' 2>&1";
     const int status = std::system(command.c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-fs::path ActualRoot() {
-    const char* bin = std::getenv("KESTO_BINARY_DIR");
-    return fs::path(bin != nullptr ? bin : KESTO_BINARY_DIR_DEFAULT) / "e2e-actual";
 }
 
 // The expected files as the run left them: out/ copied, missing files marked ".absent".
@@ -109,7 +73,7 @@ void CompareOrUpdate(const std::string& name, const fs::path& caseDir, const fs:
         UpdateExpected(expected, install);
         return;
     }
-    const fs::path actualDir = ActualRoot() / name;
+    const fs::path actualDir = test::BinaryDir() / "e2e-actual" / name;
     fs::remove_all(actualDir);
     for (const auto& e : fs::recursive_directory_iterator(expected)) {
         if (!e.is_regular_file())
@@ -136,8 +100,8 @@ void CompareOrUpdate(const std::string& name, const fs::path& caseDir, const fs:
 class GoldenRun : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(GoldenRun, WritesTheExpectedFiles) {
-    const fs::path caseDir = CasesRoot() / GetParam();
-    const auto c = ReadCase(caseDir / "case.txt");
+    const fs::path caseDir = test::E2eRoot() / GetParam();
+    const auto c = test::ReadCaseFile(caseDir / "case.txt");
     ASSERT_TRUE(c.count("args")) << "case.txt needs an args: line";
     test::TempFolder temp;
     const fs::path install = temp.Path() / "install";
@@ -159,8 +123,8 @@ TEST_P(GoldenRun, WritesTheExpectedFiles) {
     CompareOrUpdate(GetParam(), caseDir, install);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, GoldenRun, ::testing::ValuesIn(CaseNames()),
-                         [](const auto& info) { return info.param; });
+INSTANTIATE_TEST_SUITE_P(Cases, GoldenRun, ::testing::ValuesIn(test::E2eCaseNames()),
+                         [](const auto& testCase) { return testCase.param; });
 
 }  // namespace
 }  // namespace kesto

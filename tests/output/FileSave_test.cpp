@@ -1,7 +1,7 @@
 #include <filesystem>
 
+#include "common/OutputTestKit.h"
 #include "output/CKs_FileSave.h"
-#include "output/OutputTestKit.h"
 
 namespace kesto::test {
 namespace {
@@ -16,7 +16,7 @@ class SaveAll : public OutputTest {
         AddBox(1, 11);
     }
     void WriteSetupList(const std::string& entries) {
-        WriteBytes(dir_ / "sys" / "bin" / "Ks_Setup.ini", "#File\n" + entries + "#End\n");
+        WriteFile(dir_ / "sys" / "bin" / "Ks_Setup.ini", "#File\n" + entries + "#End\n");
         fs::create_directories(dir_ / "sys" / "out");
     }
     void AddExactPart() { AddStack(AddPart("A", 1, 4), AddBlock(1, 1), 4); }
@@ -24,7 +24,7 @@ class SaveAll : public OutputTest {
 };
 
 TEST_F(SaveAll, EmptyPartsListSucceedsAtOnceWithoutFiles) {
-    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 1);
+    EXPECT_EQ(FileSave().SaveAll(), 1);
 
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_ / "sys"), fs::directory_iterator{}), 0);
     EXPECT_EQ(app_->ErrorCode, 0);
@@ -34,7 +34,7 @@ TEST_F(SaveAll, WritesTheResultFileThenTheSaveFile) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
     AddExactPart();
 
-    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 1);
+    EXPECT_EQ(FileSave().SaveAll(), 1);
 
     EXPECT_EQ(ReadLines(Out("res.csv")), (Lines{"A,1,NA,1002,4,PLT001-G1,1,A"}));
     EXPECT_EQ(ReadLines(Out("res.csv_tmp")), (Lines{"A,1,NA,1,4"}));
@@ -47,7 +47,7 @@ TEST_F(SaveAll, FailedResultFileWritesNoSaveFile) {
     WriteSetupList("IEK : missing/res.csv\nIEL : out/save.csv\n");
     AddExactPart();
 
-    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 0);
+    EXPECT_EQ(FileSave().SaveAll(), 0);
 
     EXPECT_EQ(app_->ErrorCode, 9021);
     EXPECT_FALSE(fs::exists(Out("save.csv")));
@@ -57,7 +57,7 @@ TEST_F(SaveAll, ResultKeyMissingCountsAsCannotOpen) {
     WriteSetupList("IEL : out/save.csv\n");
     AddExactPart();
 
-    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 0);
+    EXPECT_EQ(FileSave().SaveAll(), 0);
 
     EXPECT_EQ(app_->ErrorCode, 9021);
     EXPECT_FALSE(fs::exists(Out("save.csv")));
@@ -67,7 +67,7 @@ TEST_F(SaveAll, SaveKeyMissingFailsAfterTheResultFile) {
     WriteSetupList("IEK : out/res.csv\n");
     AddExactPart();
 
-    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 0);
+    EXPECT_EQ(FileSave().SaveAll(), 0);
 
     EXPECT_EQ(app_->ErrorCode, 9023);
     EXPECT_TRUE(fs::exists(Out("res.csv")));
@@ -76,9 +76,9 @@ TEST_F(SaveAll, SaveKeyMissingFailsAfterTheResultFile) {
 TEST_F(SaveAll, ShortPartAcceptedDeletesTheResultAndStillWritesTheSaveFile) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
     AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 4);
-    WriteBytes(Out("res.csv"), "old\n");
+    WriteFile(Out("res.csv"), "old\n");
 
-    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 1);
+    EXPECT_EQ(FileSave().SaveAll(), 1);
 
     EXPECT_FALSE(fs::exists(Out("res.csv")));
     EXPECT_EQ(ReadLines(Out("save.csv")).size(), 1u);
@@ -89,7 +89,7 @@ TEST_F(SaveAll, ShortPartRefusedWritesNoSaveFile) {
     AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 4);
     operator_.Answer = 2;
 
-    EXPECT_EQ(CKs_FileSave(*app_).SaveAll(), 0);
+    EXPECT_EQ(FileSave().SaveAll(), 0);
 
     EXPECT_FALSE(fs::exists(Out("save.csv")));
     EXPECT_EQ(app_->ErrorCode, 0);

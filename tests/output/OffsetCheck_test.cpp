@@ -3,8 +3,8 @@
 
 #include <cstring>
 
+#include "common/OutputTestKit.h"
 #include "output/CKs_FileSave.h"
-#include "output/OutputTestKit.h"
 #include "support/MessageFile.h"
 
 namespace kesto::test {
@@ -26,8 +26,8 @@ class OffsetCheck : public OutputTest {
         pallet.OffsetB = 30;
         pallet.Work1 = 20;
         pallet.Work2 = 40;
-        WriteBytes(dir_ / "sys" / "Kesto.ini",
-                   "[KakuDlg]\nMsg209=1,\"Offset over\"\nMsg210=NoFont\n");
+        WriteFile(dir_ / "sys" / "Kesto.ini",
+                  "[KakuDlg]\nMsg209=1,\"Offset over\"\nMsg210=NoFont\n");
     }
     // A 100 x 100 stack whose right edge is x and lower edge y.
     void AddStackAt(const std::string& text4, double x, double y) {
@@ -37,7 +37,7 @@ class OffsetCheck : public OutputTest {
         part.Text4 = text4;
         AddStack(part, AddBlock(1, 1), 1, x, y);
     }
-    int Check() { return CKs_FileSave(*app_).CheckOffsets(); }
+    int Check() { return FileSave().CheckOffsets(); }
 };
 
 TEST_F(OffsetCheck, StacksExactlyOnTheLimitsRaiseNoWarning) {
@@ -143,12 +143,12 @@ TEST_F(OffsetCheck, CurrentProcessOutsideTheListChecksNothing) {
 }
 
 TEST_F(OffsetCheck, KakuTextIsTheTextFieldOfItsOwnTable) {
-    CKs_FileSave save(*app_);
+    CKs_FileSave save = FileSave();
 
     EXPECT_EQ(save.GetKakuText("Msg209"), "Offset over");
     EXPECT_EQ(save.GetKakuText("Msg210"), "NoFont");
     EXPECT_EQ(save.GetKakuText("Msg999"), "Message Not Define");
-    EXPECT_FALSE(MessageFileLoaded());
+    EXPECT_FALSE(testServices_.Messages.Loaded());
     EXPECT_TRUE(operator_.Messages.empty());
 }
 
@@ -173,7 +173,7 @@ TEST_F(OffsetCheck, SettingsFileThatCannotBeReadIsAnInitialError) {
     std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
     ASSERT_EQ(::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
 
-    EXPECT_EQ(CKs_FileSave(*app_).GetKakuText("Msg209"), "");
+    EXPECT_EQ(FileSave().GetKakuText("Msg209"), "");
 
     ASSERT_FALSE(operator_.Messages.empty());
     EXPECT_EQ(operator_.Messages.back(), "Initial File Initial Error");

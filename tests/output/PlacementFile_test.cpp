@@ -1,7 +1,7 @@
 #include <filesystem>
 
+#include "common/OutputTestKit.h"
 #include "output/CKs_FileSave.h"
-#include "output/OutputTestKit.h"
 
 namespace kesto::test {
 namespace {
@@ -38,7 +38,7 @@ class PlacementFile : public OutputTest {
         part.Value1 = value1;
         return part;
     }
-    int Write() { return CKs_FileSave(*app_).WritePlacementFile(path_); }
+    int Write() { return FileSave().WritePlacementFile(path_); }
 
     std::string path_;
 };
@@ -176,7 +176,7 @@ TEST_F(PlacementFile, NoBoxesGiveKindMinusOne) {
 TEST_F(PlacementFile, EmptyPathOrMissingFolderSets9023) {
     AddPart("A", 1, 1);
 
-    EXPECT_EQ(CKs_FileSave(*app_).WritePlacementFile(""), 0);
+    EXPECT_EQ(FileSave().WritePlacementFile(""), 0);
     EXPECT_EQ(app_->ErrorCode, 9023);
     app_->ErrorCode = 0;
     path_ = PathOf("missing/save.csv");
@@ -190,14 +190,14 @@ TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
     const int32_t block = AddBlock(1, 1);
     for (int i = 0; i < 100; ++i)
         AddStack(a, block, 1);
-    WriteBytes(path_, "old save\n");
+    WriteFile(path_, "old save\n");
     {
         const FileSizeLimit limit(64);
         EXPECT_EQ(Write(), 0);
     }
 
     EXPECT_EQ(app_->ErrorCode, 9024);
-    EXPECT_EQ(ReadBytes(path_), "old save\n");
+    EXPECT_EQ(ReadFile(path_), "old save\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator{}), 2);
 }
 
@@ -205,14 +205,14 @@ TEST_F(PlacementFile, FailedUnplacedLineSets9025AndKeepsTheOldFile) {
     AddThreeBoxes();
     for (int i = 0; i < 100; ++i)
         AddPart("U" + std::to_string(i), 1, 1);
-    WriteBytes(path_, "old save\n");
+    WriteFile(path_, "old save\n");
     {
         const FileSizeLimit limit(64);
         EXPECT_EQ(Write(), 0);
     }
 
     EXPECT_EQ(app_->ErrorCode, 9025);
-    EXPECT_EQ(ReadBytes(path_), "old save\n");
+    EXPECT_EQ(ReadFile(path_), "old save\n");
 }
 
 TEST_F(PlacementFile, FailureOnlySeenWhenClosingIsNamedByTheLastLineWritten) {

@@ -1,7 +1,7 @@
 #include <filesystem>
 
+#include "common/OutputTestKit.h"
 #include "output/CKs_FileSave.h"
-#include "output/OutputTestKit.h"
 
 namespace kesto::test {
 namespace {
@@ -24,7 +24,7 @@ class ResultFile : public OutputTest {
         AddPart("B", 1, 3).No = 12;
         AddPart("C", 1, 2, "G1", 101);
     }
-    int Write() { return CKs_FileSave(*app_).WriteResultFile(path_); }
+    int Write() { return FileSave().WriteResultFile(path_); }
 
     std::string path_;
 };
@@ -53,7 +53,7 @@ TEST_F(ResultFile, StacksOfNoPiecesAreSummarisedWithTheQuantityAfterThem) {
 TEST_F(ResultFile, SetAsidePiecesAskMessage208AndOkDeletesTheResultFile) {
     AddExactJob();
     app_->PartsList.Head()->Work[2] = 1;
-    WriteBytes(path_, "old result\n");
+    WriteFile(path_, "old result\n");
 
     EXPECT_EQ(Write(), 1);
 
@@ -65,13 +65,13 @@ TEST_F(ResultFile, SetAsidePiecesAskMessage208AndOkDeletesTheResultFile) {
 
 TEST_F(ResultFile, PartlyStackedPartIsShortAndCancelKeepsTheOldResult) {
     AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 4);
-    WriteBytes(path_, "old result\n");
+    WriteFile(path_, "old result\n");
     operator_.Answer = 2;
 
     EXPECT_EQ(Write(), 0);
 
     EXPECT_EQ(operator_.KakuNumbers.size(), 1u);
-    EXPECT_EQ(ReadBytes(path_), "old result\n");
+    EXPECT_EQ(ReadFile(path_), "old result\n");
     EXPECT_EQ(ReadLines(path_ + "_tmp"), (Lines{"A,1,NA,1,4"}));
     EXPECT_EQ(app_->ErrorCode, 0);
 }
@@ -89,7 +89,7 @@ TEST_F(ResultFile, PartWithoutPlacedPiecesIsNotShort) {
 TEST_F(ResultFile, EmptyPathCannotBeOpened) {
     AddExactJob();
 
-    EXPECT_EQ(CKs_FileSave(*app_).WriteResultFile(""), 0);
+    EXPECT_EQ(FileSave().WriteResultFile(""), 0);
 
     EXPECT_EQ(app_->ErrorCode, 9021);
     EXPECT_FALSE(fs::exists("_tmp"));
@@ -108,12 +108,12 @@ TEST_F(ResultFile, SideFileInAMissingFolderSets9021) {
 TEST_F(ResultFile, SideFileThatCannotBeReplacedSets9022AndLeavesTheResult) {
     AddExactJob();
     fs::create_directories(path_ + "_tmp");
-    WriteBytes(path_, "old result\n");
+    WriteFile(path_, "old result\n");
 
     EXPECT_EQ(Write(), 0);
 
     EXPECT_EQ(app_->ErrorCode, 9022);
-    EXPECT_EQ(ReadBytes(path_), "old result\n");
+    EXPECT_EQ(ReadFile(path_), "old result\n");
     EXPECT_TRUE(fs::is_directory(path_ + "_tmp"));
 }
 
@@ -130,22 +130,22 @@ TEST_F(ResultFile, ResultFileThatCannotBeReplacedSets9022) {
 
 TEST_F(ResultFile, FailedSideWriteLeavesTheOldFilesByteForByte) {
     AddExactJob();
-    WriteBytes(path_ + "_tmp", "old side\r\n");
-    WriteBytes(path_, "old result\n");
+    WriteFile(path_ + "_tmp", "old side\r\n");
+    WriteFile(path_, "old result\n");
     {
         const FileSizeLimit limit(10);
         EXPECT_EQ(Write(), 0);
     }
 
     EXPECT_EQ(app_->ErrorCode, 9022);
-    EXPECT_EQ(ReadBytes(path_ + "_tmp"), "old side\r\n");
-    EXPECT_EQ(ReadBytes(path_), "old result\n");
+    EXPECT_EQ(ReadFile(path_ + "_tmp"), "old side\r\n");
+    EXPECT_EQ(ReadFile(path_), "old result\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator{}), 3);
 }
 
 TEST_F(ResultFile, FailedResultWriteLeavesTheOldResultByteForByte) {
     AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 10);
-    WriteBytes(path_, "old result\n");
+    WriteFile(path_, "old result\n");
     {
         const FileSizeLimit limit(20);
         EXPECT_EQ(Write(), 0);
@@ -153,7 +153,7 @@ TEST_F(ResultFile, FailedResultWriteLeavesTheOldResultByteForByte) {
 
     EXPECT_EQ(app_->ErrorCode, 9022);
     EXPECT_EQ(ReadLines(path_ + "_tmp"), (Lines{"A,1,NA,1,10"}));
-    EXPECT_EQ(ReadBytes(path_), "old result\n");
+    EXPECT_EQ(ReadFile(path_), "old result\n");
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <limits>
 
-#include "output/OutputTestKit.h"
+#include "common/OutputTestKit.h"
 
 namespace kesto::test {
 namespace {
@@ -160,7 +160,7 @@ TEST_F(ResultGroups, DirectCodePartIsAnUnplacedPartWithoutDirectFlag) {
 TEST_F(ResultGroups, FailedWriteSets9022) {
     AddStack(AddPart("A", 1, 4), AddBlock(1, 1), 4);
     const std::string path = PathOf("result.csv");
-    WriteBytes(path, "old\n");
+    WriteFile(path, "old\n");
     std::FILE* readOnly = std::fopen(path.c_str(), "r");
     const StackIndex stacks(*app_);
 

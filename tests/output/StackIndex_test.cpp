@@ -1,6 +1,6 @@
 #include "output/StackIndex.h"
 
-#include "output/OutputTestKit.h"
+#include "common/OutputTestKit.h"
 
 namespace kesto::test {
 namespace {

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "PlacementFixture.h"
-#include "app/AllocFailure.h"
+#include "common/AllocFailure.h"
+#include "common/PlacementFixture.h"
 
 namespace kesto::test {
 namespace {
@@ -88,7 +88,7 @@ TEST_F(BlockTest, TableIsOrderedByProcessThenPalletThenColumnThenRow) {
     AddKoutei(7, "B");
     AddKoutei(3, "A");
     app->PalletCount = 2;
-    ASSERT_EQ(CKs_Block(*app).SetUp(), 1);
+    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
     ASSERT_EQ(app->BlocksCount, 36);
     EXPECT_EQ(app->BlocksCapacity, 100);
     EXPECT_EQ(app->Blocks[0].KouteiNo, 7);
@@ -104,7 +104,7 @@ TEST_F(BlockTest, SetUpLinksEachProcessToTheFirstPalletOfItsName) {
     PalletInfo& first = AddPallet(GridPallet("PAL"));
     AddPallet(GridPallet("PAL"));
     KouteiInfo& k = AddKoutei(1, "PAL");
-    ASSERT_EQ(CKs_Block(*app).SetUp(), 1);
+    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
     EXPECT_EQ(k.Mark, &first);
 }
 
@@ -114,7 +114,7 @@ TEST_F(BlockTest, ZeroColumnsYieldNoBlocks) {
     AddPallet(p);
     AddKoutei(1, "PAL");
     app->StartCorner = 0;
-    EXPECT_EQ(CKs_Block(*app).SetUp(), 1);
+    EXPECT_EQ(CKs_Block(*app, services).SetUp(), 1);
     EXPECT_EQ(app->BlocksCount, 0);
     EXPECT_EQ(app->ErrorCode, 0);
 }
@@ -123,7 +123,7 @@ TEST_F(BlockTest, ProcessWithoutPalletShowsMessageOneAndBuildsNothing) {
     AddPallet(GridPallet("PAL"));
     AddKoutei(1, "PAL");
     AddKoutei(2, "NONE");
-    EXPECT_EQ(CKs_Block(*app).SetUp(), 0);
+    EXPECT_EQ(CKs_Block(*app, services).SetUp(), 0);
     EXPECT_EQ(op.KakuNumbers, (std::vector<std::pair<int, int>>{{1, 0}}));
     EXPECT_EQ(app->BlocksCount, 0);
 }
@@ -133,7 +133,7 @@ TEST_F(BlockTest, MoreCellsThanTheCapacityShowCountOverAnd9102) {
     KouteiInfo& k = AddKoutei(1, "PAL");
     k.Mark = &*app->PalletList.begin();
     app->BlocksCapacity = 4;
-    EXPECT_EQ(CKs_Block(*app).Build(), 0);
+    EXPECT_EQ(CKs_Block(*app, services).Build(), 0);
     EXPECT_EQ(app->ErrorCode, 9102);
     EXPECT_EQ(app->BlocksCount, 4);
     EXPECT_EQ(op.Messages, (std::vector<std::string>{"Block Data Area Set Count Over"}));
@@ -145,7 +145,7 @@ TEST_F(BlockTest, AbsurdCapacityFailsWith9101WithoutAllocating) {
     p.Param2 = 100000;
     AddPallet(p);
     AddKoutei(1, "PAL");
-    EXPECT_EQ(CKs_Block(*app).SetUp(), 0);
+    EXPECT_EQ(CKs_Block(*app, services).SetUp(), 0);
     EXPECT_EQ(app->ErrorCode, 9101);
     EXPECT_TRUE(op.Messages.empty());
 }
@@ -155,7 +155,7 @@ TEST_F(BlockTest, TableThatCannotBeAllocatedFailsWith9101) {
     int result = -1;
     {
         ScopedAllocFailure fail(50 * sizeof(BlockInfo));
-        result = CKs_Block(*app).Build();
+        result = CKs_Block(*app, services).Build();
     }
     EXPECT_EQ(result, 0);
     EXPECT_EQ(app->ErrorCode, 9101);
@@ -163,13 +163,13 @@ TEST_F(BlockTest, TableThatCannotBeAllocatedFailsWith9101) {
 
 TEST_F(BlockTest, NegativeCapacityFailsWith9101) {
     app->BlocksCapacity = -1;
-    EXPECT_EQ(CKs_Block(*app).Build(), 0);
+    EXPECT_EQ(CKs_Block(*app, services).Build(), 0);
     EXPECT_EQ(app->ErrorCode, 9101);
 }
 
 TEST_F(BlockTest, EmptyProcessListBuildsNothingAndSucceeds) {
     app->BlocksCapacity = 10;
-    EXPECT_EQ(CKs_Block(*app).Build(), 1);
+    EXPECT_EQ(CKs_Block(*app, services).Build(), 1);
     EXPECT_EQ(app->Blocks.size(), 10u);
     EXPECT_EQ(app->BlocksCount, 0);
 }

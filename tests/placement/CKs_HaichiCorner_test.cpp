@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "PlacementFixture.h"
+#include "common/PlacementFixture.h"
 
 namespace kesto::test {
 namespace {
@@ -8,7 +8,7 @@ namespace {
 // One process on a 1000 x 1000 pallet without gaps; block 0 is (0,0)-(100,100).
 class CornerTest : public PlacementTest {
   protected:
-    CornerTest() : h(*app) {
+    CornerTest() : h(*app, services) {
         PalletInfo pal = GridPallet("PAL");
         pal.Dims[2] = 1000;
         pal.Dims[3] = 1000;

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "PlacementFixture.h"
+#include "common/PlacementFixture.h"
 
 namespace kesto::test {
 namespace {
@@ -8,7 +8,7 @@ namespace {
 // The grid job drawn at half scale into slot 0 (0,0)-(500,400), y growing downward.
 class MoveTest : public PlacementTest {
   protected:
-    MoveTest() : koutei(GridJob()), h(*app) {
+    MoveTest() : koutei(GridJob()), h(*app, services) {
         for (BlockInfo& b : app->Blocks) {
             b.PixLeft = static_cast<int32_t>(b.MinX / 2);
             b.PixRight = static_cast<int32_t>(b.MaxX / 2);

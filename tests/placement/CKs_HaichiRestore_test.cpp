@@ -10,7 +10,7 @@
 #include <tuple>
 #include <vector>
 
-#include "PlacementFixture.h"
+#include "common/PlacementFixture.h"
 
 namespace kesto::test {
 namespace {
@@ -51,7 +51,7 @@ class RestoreTest : public PlacementTest {
         return p;
     }
     int Restore(const std::vector<std::string>& lines) {
-        return CKs_Haichi(*app).RestorePlacement(WriteSave(lines));
+        return CKs_Haichi(*app, services).RestorePlacement(WriteSave(lines));
     }
 };
 
@@ -69,7 +69,7 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     GridJob();
     KeyedPart(1, 300, 200, 10, 4);
     KeyedPart(1, 50, 50, 6, 2);
-    ASSERT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
     std::vector<std::string> lines;
     for (const HaichiInfo& h : app->HaichiList) {
         lines.push_back(SaveLine(h, app->Blocks[h.BlockIndex].PalletNo));
@@ -85,7 +85,7 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     GridJob();
     PartsInfo& a = KeyedPart(1, 300, 200, 10, 4);
     PartsInfo& b = KeyedPart(1, 50, 50, 6, 2);
-    ASSERT_EQ(CKs_Haichi(*app).RestorePlacement(path), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).RestorePlacement(path), 1);
     EXPECT_EQ(Snapshot(*app), before);
     EXPECT_EQ(a.Work[1], 10);
     EXPECT_EQ(b.Work[1], 6);
@@ -120,11 +120,11 @@ TEST_F(RestoreTest, StoredBlockOutsideTheTableIgnoresTheLine) {
 }
 
 TEST_F(RestoreTest, MissingFileOrEmptyListsSucceedWithoutStacks) {
-    EXPECT_EQ(CKs_Haichi(*app).RestorePlacement("/nonexistent/kesto/save.txt"), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement("/nonexistent/kesto/save.txt"), 1);
     GridJob();
     EXPECT_EQ(Restore({Line("A1", 940, 10, 50, 50, 6, 0, 4)}), 1);
     KeyedPart(1, 50, 50, 6);
-    EXPECT_EQ(CKs_Haichi(*app).RestorePlacement(""), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement(""), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -138,7 +138,7 @@ TEST_F(RestoreTest, FileThatCannotBeOpenedFailsTheRestore) {
     addr.sun_family = AF_UNIX;
     std::snprintf(addr.sun_path, sizeof addr.sun_path, "%s", path.c_str());
     ASSERT_EQ(::bind(fd, reinterpret_cast<sockaddr*>(&addr), sizeof addr), 0);
-    EXPECT_EQ(CKs_Haichi(*app).RestorePlacement(path.string()), 0);
+    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement(path.string()), 0);
     ::close(fd);
 }
 
@@ -192,7 +192,7 @@ TEST_F(RestoreTest, BlocksOfOtherProcessesAreTakenToo) {
     AddPallet(GridPallet("PAL"));
     AddKoutei(1, "PAL");
     AddKoutei(2, "PAL");
-    ASSERT_EQ(CKs_Block(*app).SetUp(), 1);
+    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
     PartsInfo& p = KeyedPart(1, 300, 200, 1);
     ASSERT_EQ(Restore({Line("A1", 690, 10, 300, 200, 1, 0, 4)}), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 9);
@@ -216,7 +216,7 @@ TEST_F(TrimTest, ExcessComesOffTheHighestLevelLastStackFirst) {
     GridJob();
     PartsInfo& p = KeyedPart(1, 300, 200, 4);
     Stacks(p, {{3, 1}, {2, 2}, {2, 2}, {2, 1}});
-    ASSERT_EQ(CKs_Haichi(*app).TrimExcess(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
     EXPECT_EQ(p.Work[1], 4);
     ASSERT_EQ(StacksOf(p).size(), 2u);
     EXPECT_EQ(StacksOf(p)[0]->BlockIndex, 0);
@@ -229,7 +229,7 @@ TEST_F(TrimTest, StacksOfLevelZeroAreNotTrimmed) {
     GridJob();
     PartsInfo& p = KeyedPart(1, 300, 200, 2);
     Stacks(p, {{3, 0}, {3, 0}});
-    ASSERT_EQ(CKs_Haichi(*app).TrimExcess(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
     EXPECT_EQ(p.Work[1], 6);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 1}));
 }
@@ -240,20 +240,20 @@ TEST_F(TrimTest, EmptyStacksOfAnyPartAreRemoved) {
     PartsInfo& q = AddPart(1, 300, 200, 3);
     Stacks(p, {{3, 1}});
     AddStack(q, 4, 680, 220, 0);
-    ASSERT_EQ(CKs_Haichi(*app).TrimExcess(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
     EXPECT_TRUE(StacksOf(q).empty());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3}));
 }
 
 TEST_F(TrimTest, EmptyListsSucceed) {
-    EXPECT_EQ(CKs_Haichi(*app).TrimExcess(), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
 }
 
 TEST_F(TrimTest, ShortageGoesToTheLowestStackBelowTheLimit) {
     GridJob();
     PartsInfo& p = KeyedPart(1, 300, 200, 10, 5);
     Stacks(p, {{1, 0}, {3, 0}});
-    ASSERT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{5, 5}));
     EXPECT_EQ(p.Work[1], 10);
 }
@@ -262,7 +262,7 @@ TEST_F(TrimTest, ShortageBeyondTheLimitIsLeft) {
     GridJob();
     PartsInfo& p = KeyedPart(1, 300, 200, 10, 3);
     Stacks(p, {{1, 0}, {3, 0}});
-    ASSERT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 3}));
     EXPECT_EQ(p.Work[1], 6);
 }
@@ -273,7 +273,7 @@ TEST_F(TrimTest, PalletHeightLimitsTheFill) {
     PartsInfo& p = KeyedPart(1, 300, 200, 10, 5);
     p.Value1 = 4;
     Stacks(p, {{1, 0}, {1, 0}});
-    ASSERT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
 }
 
@@ -281,7 +281,7 @@ TEST_F(TrimTest, Num4OfZeroIsSmallerThanAnyLimitSoNothingIsFilled) {
     GridJob();
     PartsInfo& p = KeyedPart(1, 300, 200, 10, 0);
     Stacks(p, {{1, 0}});
-    ASSERT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1}));
 }
 
@@ -313,14 +313,14 @@ TEST_F(TrimTest, FillMatchesOnePieceAtATime) {
             ++expected[pick];
             --shortfall;
         }
-        ASSERT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+        ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
         EXPECT_EQ(ValuesOf(p), std::vector<int32_t>(expected.begin(), expected.end())) << trial;
         EXPECT_EQ(p.Work[1], p.Num1 - shortfall) << trial;
     }
 }
 
 TEST_F(TrimTest, FillWithEmptyListsSucceeds) {
-    EXPECT_EQ(CKs_Haichi(*app).FillShortage(), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <set>
 #include <vector>
 
-#include "PlacementFixture.h"
+#include "common/PlacementFixture.h"
 
 namespace kesto::test {
 namespace {
@@ -11,7 +11,7 @@ namespace {
 class StackPartTest : public PlacementTest {
   protected:
     int Stack(KouteiInfo& k, PartsInfo& p, int mode) {
-        CKs_Haichi h(*app);
+        CKs_Haichi h(*app, services);
         h.CurKoutei = &k;
         h.CurPart = &p;
         return h.StackPart(mode);
@@ -20,7 +20,7 @@ class StackPartTest : public PlacementTest {
         app->PalletMode = mode;
         app->PalletCount = count;
         app->CurrentPallet = current;
-        return CKs_Haichi(*app).CandidatePallets();
+        return CKs_Haichi(*app, services).CandidatePallets();
     }
 };
 
@@ -217,7 +217,7 @@ TEST_F(StackPartTest, OnlyTheFirstThousandStacksOfACallAreShared) {
     pal.Param2 = 30;
     AddPallet(pal);
     KouteiInfo& k = AddKoutei(1, "PAL");
-    ASSERT_EQ(CKs_Block(*app).SetUp(), 1);
+    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
     ASSERT_EQ(app->BlocksCount, 1200);
     PartsInfo& p = AddPart(1, 10, 10, 1100, 1);
     ASSERT_EQ(Stack(k, p, 1), 1);

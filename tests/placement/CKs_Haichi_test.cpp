@@ -6,9 +6,8 @@
 #include <vector>
 
 #include "JobGenerator.h"
-#include "PlacementFixture.h"
-#include "app/AllocFailure.h"
-#include "placement/JobPlacement.h"
+#include "common/AllocFailure.h"
+#include "common/PlacementFixture.h"
 
 namespace kesto::test {
 namespace {
@@ -83,14 +82,14 @@ class PlaceAllTest : public PlacementTest {};
 
 TEST_F(PlaceAllTest, EmptyProcessListSucceedsWithoutMessage) {
     AddPart(1, 10, 10, 5);
-    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
 TEST_F(PlaceAllTest, FullyPlacedJobShowsNoMessage) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 10, 4);
-    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
     EXPECT_EQ(p.Work[1], 10);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 3, 3}));
     EXPECT_TRUE(op.KakuNumbers.empty());
@@ -99,7 +98,7 @@ TEST_F(PlaceAllTest, FullyPlacedJobShowsNoMessage) {
 TEST_F(PlaceAllTest, PartLeftShortShowsMessageEight) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 20, 1);
-    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
     EXPECT_EQ(p.Work[1], 9);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{8, 0}}));
 }
@@ -108,7 +107,7 @@ TEST_F(PlaceAllTest, PartialPlacementShowsNoMessageAndKeepsTheQuantity) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 20, 1);
     p.Work[0] = 3;
-    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(1, 0), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(1, 0), 1);
     EXPECT_EQ(p.Work[1], 3);
     EXPECT_EQ(p.Num1, 20);
     EXPECT_EQ(p.Work[0], 3);
@@ -117,7 +116,7 @@ TEST_F(PlaceAllTest, PartialPlacementShowsNoMessageAndKeepsTheQuantity) {
 
 TEST_F(PlaceAllTest, BoundsCoverTheBlocksOfTheProcess) {
     GridJob();
-    CKs_Haichi h(*app);
+    CKs_Haichi h(*app, services);
     EXPECT_EQ(h.PlaceAll(0, 0), 1);
     EXPECT_DOUBLE_EQ(h.BoundMinX, 70);
     EXPECT_DOUBLE_EQ(h.BoundMaxX, 990);
@@ -131,7 +130,7 @@ TEST_F(PlaceAllTest, StackThatCannotBeAllocatedFailsThePlacement) {
     int result = -1;
     {
         ScopedAllocFailure fail(sizeof(HaichiInfo));
-        result = CKs_Haichi(*app).PlaceAll(0, 0);
+        result = CKs_Haichi(*app, services).PlaceAll(0, 0);
     }
     EXPECT_EQ(result, 0);
     EXPECT_EQ(app->ErrorCode, 9015);
@@ -144,7 +143,7 @@ TEST_F(PlaceAllTest, PartsOfSmallBoxesAndOtherProcessesAreSkipped) {
     PartsInfo& boxed = AddPart(1, 10, 10, 5);
     boxed.Num2 = 100;
     PartsInfo& stranger = AddPart(9, 10, 10, 5);
-    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
     EXPECT_EQ(stranger.Work[1], 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{8, 0}}));
@@ -156,7 +155,7 @@ TEST_F(PlaceAllTest, RestoreSkipsRestoredPartsThatNeedNothingMore) {
     restored.Num5 = 3;
     restored.Work[1] = 5;
     PartsInfo& fresh = AddPart(1, 10, 10, 2);
-    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 1), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 1), 1);
     EXPECT_TRUE(StacksOf(restored).empty());
     EXPECT_EQ(fresh.Work[1], 2);
 }
@@ -164,7 +163,7 @@ TEST_F(PlaceAllTest, RestoreSkipsRestoredPartsThatNeedNothingMore) {
 TEST_F(PlaceAllTest, RestoreValueTwoSkipsEveryPart) {
     GridJob();
     AddPart(1, 10, 10, 2);
-    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 2), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 2), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -172,7 +171,7 @@ TEST_F(PlaceAllTest, SharingSpreadsTheQuantityOverAllStacksOfThePart) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 7, 0, 3.0);
     app->PalletList.begin()->Dims[4] = 10;
-    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 2, 2}));
     EXPECT_EQ(p.Work[1], 7);
 }
@@ -183,7 +182,7 @@ TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack
     for (int i = 0; i < 3; ++i)
         AddStack(p, i, 990, 10 + 210 * i, 5);
     p.Work[1] = 15;
-    EXPECT_EQ(CKs_Haichi(*app).PlaceAll(1, 0), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(1, 0), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 0, 0}));
     EXPECT_EQ(p.Num1, 15);
 }
@@ -191,7 +190,7 @@ TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack
 TEST_F(PlaceAllTest, PlaceOnePartWithModeZeroPlacesNothing) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 10, 10, 2);
-    EXPECT_EQ(CKs_Haichi(*app).PlaceOnePart(&p, &k, 0), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceOnePart(&p, &k, 0), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -199,25 +198,26 @@ TEST_F(PlaceAllTest, PlaceOnePartClearsCornerMarksWhenNoStackExists) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 1);
     app->Blocks[0].CornerMask = 15;
-    EXPECT_EQ(CKs_Haichi(*app).PlaceOnePart(&p, &k, 1), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceOnePart(&p, &k, 1), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 0);
 }
 
 TEST_F(PlaceAllTest, PlaceOnePartWithEmptyPartsListReturnsOne) {
     KouteiInfo& k = GridJob();
     PartsInfo stray;
-    EXPECT_EQ(CKs_Haichi(*app).PlaceOnePart(&stray, &k, 1), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceOnePart(&stray, &k, 1), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
 // Every stack inside its pallet, no block serving two parts, and the placed count equal to
-// the stacks' sum, on seeded jobs of every size.
+// the stacks' sum, on seeded jobs of every size. (That the same jobs pass the whole job check
+// is a test of the session, tests/session/JobCheck_test.cpp.)
 class GeneratedJobTest : public PlacementTest, public ::testing::WithParamInterface<JobShape> {};
 
 TEST_P(GeneratedJobTest, PlacementKeepsTheInvariants) {
     FillApp(*app, GenerateJob(GetParam()));
-    ASSERT_EQ(CheckJob(*app), 1);
-    ASSERT_EQ(CKs_Haichi(*app).PlaceAll(0, 0), 1);
+    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
     std::map<int, const PartsInfo*> server;
     std::map<const PartsInfo*, int64_t> sums;
     for (const HaichiInfo& h : app->HaichiList) {

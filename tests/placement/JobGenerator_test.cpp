@@ -6,7 +6,7 @@
 #include <set>
 #include <sstream>
 
-#include "PlacementFixture.h"
+#include "common/PlacementFixture.h"
 
 namespace kesto::test {
 namespace {
@@ -76,16 +76,16 @@ TEST_F(GeneratedInstallationTest, WrittenFilesFollowTheInstallationLayout) {
     EXPECT_EQ(job.substr(0, 9), "#BoxInfo\n");
     EXPECT_NE(job.find("#KouteiInfo\n1,PROC01,PAL01\n#End\n"), std::string::npos);
     EXPECT_TRUE(std::filesystem::exists(root / "job" / "outline" / "A005.txt"));
-    EXPECT_EQ(inst.CommandLine, "kesto " + inst.PalletFile + " 0 0 0 0 4");
+    EXPECT_EQ(inst.CommandLine, "kesto " + inst.PalletFile + " 0 0 0.0 0.0 4");
 }
 
 TEST_F(GeneratedInstallationTest, WrittenInstallationReadsBackAsTheJob) {
     const auto root = Folder("inst");
     const GeneratedJob job = GenerateJob(SampleLikeJobShape());
     const Installation inst = WriteInstallation(root.string(), job);
-    ScopedEnv system("ORVOSystemRoot", inst.Root.c_str());
+    testServices.Host.Folder.Folder = inst.Root;
     app->CommandLine = inst.CommandLine;
-    ASSERT_EQ(app->ReadInput(), 1);
+    ASSERT_EQ(app->ReadInput(services), 1);
     EXPECT_EQ(app->PartsList.Count, 40);
     EXPECT_EQ(app->PalletList.Count, 3);
     EXPECT_EQ(app->KouteiList.Count, 3);

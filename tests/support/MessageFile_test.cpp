@@ -5,12 +5,12 @@
 #include <string>
 
 #include "common/TestFiles.h"
-#include "support/RecordingOperator.h"
+#include "common/TestServices.h"
 
 namespace kesto {
 namespace {
 
-using test::InstalledRecorder;
+using test::RecordingOperator;
 using test::TempFolder;
 using test::WriteFile;
 
@@ -19,8 +19,9 @@ class LoadedTable {
   public:
     explicit LoadedTable(const std::string& text) {
         WriteFile(Path, text);
-        Result = Table.Load(Path);
+        Result = Table.Load(Path, Op);
     }
+    RecordingOperator Op;
     TempFolder Folder;
     std::string Path = Folder / "Kesto.ini";
     MessageTable Table;
@@ -51,13 +52,12 @@ TEST(MessageTable, TabsOutsideQuotesAreDropped) {
 }
 
 TEST(MessageTable, HeaderWithoutClosingBracketHidesKeysUntilTheNextHeader) {
-    InstalledRecorder recorder;
     LoadedTable t("[S]\nA=1\n[Broken\nB=2\n[T]\nC=3\n");
     EXPECT_EQ(t.Table.Get("S", "A"), "1");
     EXPECT_EQ(t.Table.Get("S", "B"), kMessageNotDefine);
     EXPECT_EQ(t.Table.Get("Broken", "B"), kMessageNotDefine);
     EXPECT_EQ(t.Table.Get("T", "C"), "3");
-    EXPECT_TRUE(recorder.Messages.empty());
+    EXPECT_TRUE(t.Op.Messages.empty());
 }
 
 TEST(MessageTable, EmptySectionNameClosesTheSection) {
@@ -67,12 +67,11 @@ TEST(MessageTable, EmptySectionNameClosesTheSection) {
 }
 
 TEST(MessageTable, KeyLineBeforeAnySectionIsIgnoredSilently) {
-    InstalledRecorder recorder;
     LoadedTable t("A=1\nno equals here\n[S]\nB=2\n");
     EXPECT_EQ(t.Result, 0);
     EXPECT_EQ(t.Table.Get("S", "A"), kMessageNotDefine);
     EXPECT_EQ(t.Table.Get("S", "B"), "2");
-    EXPECT_TRUE(recorder.Messages.empty());
+    EXPECT_TRUE(t.Op.Messages.empty());
 }
 
 TEST(MessageTable, UnknownKeyOfAnExistingSectionIsNotDefined) {
@@ -96,12 +95,11 @@ TEST(MessageTable, FileDefaultEndsTheTable) {
 }
 
 TEST(MessageTable, CommentsBlankLinesAndIndentedLinesAreIgnored) {
-    InstalledRecorder recorder;
     LoadedTable t("[S]\n; A=1\n\n B=2\n\r\nC=3\n");
     EXPECT_EQ(t.Table.Get("S", "A"), kMessageNotDefine);
     EXPECT_EQ(t.Table.Get("S", " B"), kMessageNotDefine);
     EXPECT_EQ(t.Table.Get("S", "C"), "3");
-    EXPECT_TRUE(recorder.Messages.empty());
+    EXPECT_TRUE(t.Op.Messages.empty());
 }
 
 TEST(MessageTable, LongSectionNameIsCutTo63Characters) {
@@ -112,13 +110,12 @@ TEST(MessageTable, LongSectionNameIsCutTo63Characters) {
 }
 
 TEST(MessageTable, InvalidKeyLinesAreReportedWithThePathAndSkipped) {
-    InstalledRecorder recorder;
     const std::string key31(31, 'k');
     const std::string key32(32, 'k');
     LoadedTable t("[S]\nno equals\n=empty key\n" + key32 + "=long\n" + key31 + "=ok\nB=2\n");
     EXPECT_EQ(t.Result, 0);
     const std::string message = "Invalid Key in the Specified File:[" + t.Path + "]";
-    EXPECT_EQ(recorder.Messages, (std::vector<std::string>{message, message, message}));
+    EXPECT_EQ(t.Op.Messages, (std::vector<std::string>{message, message, message}));
     EXPECT_EQ(t.Table.Get("S", key31), "ok");
     EXPECT_EQ(t.Table.Get("S", key32), kMessageNotDefine);
     EXPECT_EQ(t.Table.Get("S", "B"), "2");
@@ -142,11 +139,11 @@ TEST(MessageTable, LastLineWithoutLineFeedIsNotRead) {
 }
 
 TEST(MessageTable, MissingFileFailsWithOpenErrorMessage) {
-    InstalledRecorder recorder;
+    RecordingOperator recorder;
     TempFolder folder;
     MessageTable table;
     const std::string path = folder / "none.ini";
-    EXPECT_EQ(table.Load(path), -1);
+    EXPECT_EQ(table.Load(path, recorder), -1);
     EXPECT_FALSE(table.Loaded());
     ASSERT_EQ(recorder.Messages.size(), 1u);
     EXPECT_EQ(recorder.Messages[0], "File Open Error!![" + path + "]");
@@ -173,48 +170,52 @@ TEST(MessageTable, LookupBeforeLoadAndAfterFreeIsNotDefined) {
 TEST(MessageTable, ReloadReplacesThePreviousTable) {
     LoadedTable t("[S]\nA=1\n");
     WriteFile(t.Folder / "other.ini", "[S]\nB=2\n");
-    EXPECT_EQ(t.Table.Load(t.Folder / "other.ini"), 0);
+    EXPECT_EQ(t.Table.Load(t.Folder / "other.ini", t.Op), 0);
     EXPECT_EQ(t.Table.Get("S", "A"), kMessageNotDefine);
     EXPECT_EQ(t.Table.Get("S", "B"), "2");
 }
 
-TEST(MessageFile, ProcessTableServesTheFreeFunctions) {
+TEST(MessageFile, ServicesTableLoadsGetsAndFrees) {
     TempFolder folder;
     WriteFile(folder / "Kesto.ini", "[KakuDlg]\nMsg007=2,\"Seven pieces\"\n");
-    FreeMessageFile();
-    EXPECT_FALSE(MessageFileLoaded());
-    EXPECT_EQ(GetMessage("KakuDlg", "Msg007"), kMessageNotDefine);
-    ASSERT_EQ(LoadMessageFile(folder / "Kesto.ini"), 0);
-    EXPECT_TRUE(MessageFileLoaded());
-    EXPECT_EQ(GetMessage("KakuDlg", "Msg007"), "2,\"Seven pieces\"");
-    FreeMessageFile();
-    EXPECT_FALSE(MessageFileLoaded());
-    EXPECT_EQ(GetMessage("KakuDlg", "Msg007"), kMessageNotDefine);
-    FreeMessageFile();
+    test::TestServices services;
+    MessageTable& table = services.Get().Messages;
+    table.Free();
+    EXPECT_FALSE(table.Loaded());
+    EXPECT_EQ(table.Get("KakuDlg", "Msg007"), kMessageNotDefine);
+    ASSERT_EQ(table.Load(folder / "Kesto.ini", services.Op), 0);
+    EXPECT_TRUE(table.Loaded());
+    EXPECT_EQ(table.Get("KakuDlg", "Msg007"), "2,\"Seven pieces\"");
+    table.Free();
+    EXPECT_FALSE(table.Loaded());
+    EXPECT_EQ(table.Get("KakuDlg", "Msg007"), kMessageNotDefine);
+    table.Free();
 }
 
 TEST(MessageFile, LoadOfAMissingFileFails) {
-    InstalledRecorder recorder;
+    RecordingOperator recorder;
     TempFolder folder;
-    EXPECT_EQ(LoadMessageFile(folder / "missing.ini"), -1);
-    EXPECT_FALSE(MessageFileLoaded());
+    MessageTable table;
+    EXPECT_EQ(table.Load(folder / "missing.ini", recorder), -1);
+    EXPECT_FALSE(table.Loaded());
     EXPECT_EQ(recorder.Messages.size(), 1u);
 }
 
 TEST(GetFontText, SplitsFontNumberAndText) {
     TempFolder folder;
     WriteFile(folder / "Kesto.ini", "[Dlg]\nTitle=3,\"Pallet  list\"\nPlain=x\n");
-    ASSERT_EQ(LoadMessageFile(folder / "Kesto.ini"), 0);
-    const FontText title = GetFontText("Dlg", "Title");
+    RecordingOperator recorder;
+    MessageTable table;
+    ASSERT_EQ(table.Load(folder / "Kesto.ini", recorder), 0);
+    const FontText title = table.GetFontText("Dlg", "Title");
     EXPECT_EQ(title.Font, 3);
     EXPECT_EQ(title.Text, "Pallet  list");
-    const FontText plain = GetFontText("Dlg", "Plain");
+    const FontText plain = table.GetFontText("Dlg", "Plain");
     EXPECT_EQ(plain.Font, 0);
     EXPECT_EQ(plain.Text, "");
-    const FontText missing = GetFontText("Dlg", "None");
+    const FontText missing = table.GetFontText("Dlg", "None");
     EXPECT_EQ(missing.Font, 0);
     EXPECT_EQ(missing.Text, "");
-    FreeMessageFile();
 }
 
 TEST(KakuKey, HasAtLeastThreeDigits) {

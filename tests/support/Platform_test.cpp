@@ -5,95 +5,15 @@
 #include <string>
 
 #include "common/TestFiles.h"
-#include "support/MessageFile.h"
-#include "support/RecordingOperator.h"
-#include "support/ScopedEnv.h"
+#include "common/ScopedEnv.h"
 
 namespace kesto {
 namespace {
 
 using test::ReadFile;
-using test::RecordingOperator;
 using test::ScopedEnv;
 using test::TempFolder;
 using test::WriteFile;
-
-TEST(CurrentOperator, InstalledOperatorIsUsedUntilReset) {
-    RecordingOperator recorder;
-    EXPECT_NE(dynamic_cast<StderrOperator*>(&CurrentOperator()), nullptr);
-    InstallOperator(&recorder);
-    EXPECT_EQ(&CurrentOperator(), &recorder);
-    CurrentOperator().ShowMessageBox("hello");
-    InstallOperator(nullptr);
-    EXPECT_NE(dynamic_cast<StderrOperator*>(&CurrentOperator()), nullptr);
-    EXPECT_EQ(recorder.Messages, std::vector<std::string>{"hello"});
-}
-
-class FixedHostStore : public HostStore {
-  public:
-    SystemFolderResult SystemFolder() override { return {SystemFolderStatus::Ok, "/fixed"}; }
-    std::optional<std::string> ReadUserValue(const std::string&) override { return "7"; }
-    bool WriteUserValue(const std::string&, const std::string&) override { return false; }
-};
-
-TEST(CurrentHostStore, InstalledStoreIsUsedUntilReset) {
-    FixedHostStore fixed;
-    EXPECT_NE(dynamic_cast<DefaultHostStore*>(&CurrentHostStore()), nullptr);
-    InstallHostStore(&fixed);
-    EXPECT_EQ(CurrentHostStore().SystemFolder().Folder, "/fixed");
-    InstallHostStore(nullptr);
-    EXPECT_NE(dynamic_cast<DefaultHostStore*>(&CurrentHostStore()), nullptr);
-}
-
-TEST(StderrOperator, MessageBoxIsPrintedWithTheProgramName) {
-    StderrOperator op;
-    testing::internal::CaptureStderr();
-    op.ShowMessageBox("File Open Error!![x]");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "kesto: File Open Error!![x]\n");
-}
-
-// A message file with one informing and one asking message, loaded for the test.
-class KakuMessages : public testing::Test {
-  protected:
-    void SetUp() override {
-        WriteFile(folder / "Kesto.ini",
-                  "[KakuDlg]\nMsg005=1,\"Parts left\"\nMsg210=1,\"Delete the result?\"\n");
-        ASSERT_EQ(LoadMessageFile(folder / "Kesto.ini"), 0);
-    }
-    void TearDown() override { FreeMessageFile(); }
-    TempFolder folder;
-};
-
-TEST_F(KakuMessages, StderrAskKakuPrintsBothMessagesAndGivesTheAnswer) {
-    StderrOperator op(2);
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(op.AskKaku(210, 5), 2);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "kesto: message 210: Delete the result?\nkesto: message 005: Parts left\n");
-    op.SetAnswer(1);
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(op.AskKaku(210, 0), 1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "kesto: message 210: Delete the result?\n");
-}
-
-TEST_F(KakuMessages, StderrAskKakuAnswersOkToInformingMessages) {
-    StderrOperator op(2);
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(op.AskKaku(5, 0), 1);
-    EXPECT_EQ(op.AskKaku(200, 0), 1);
-    EXPECT_EQ(op.AskKaku(201, 0), 2);
-    const std::string out = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(out.rfind("kesto: message 005: Parts left\nkesto: message 200: \n", 0), 0u);
-}
-
-TEST(StderrOperator, OffsetWarningIsPrintedAndAnsweredAsConfigured) {
-    StderrOperator ok;
-    StderrOperator cancel(2);
-    testing::internal::CaptureStderr();
-    EXPECT_TRUE(ok.AskOffsetWarning("Offset over"));
-    EXPECT_FALSE(cancel.AskOffsetWarning("Offset over"));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "kesto: Offset over\nkesto: Offset over\n");
-}
 
 TEST(DefaultHostStore, EnvironmentGivesTheSystemFolder) {
     ScopedEnv root("ORVOSystemRoot", "/opt/orvo");

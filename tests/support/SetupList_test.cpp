@@ -5,15 +5,16 @@
 #include <string>
 
 #include "common/TestFiles.h"
+#include "common/ScopedEnv.h"
+#include "common/TestServices.h"
 #include "support/Platform.h"
-#include "support/RecordingOperator.h"
-#include "support/ScopedEnv.h"
+#include "support/Services.h"
 
 namespace kesto {
 namespace {
 
-using test::InstalledRecorder;
-using test::ScopedEnv;
+using test::RecordingOperator;
+using test::TestServices;
 using test::ScopedWorkingFolder;
 using test::TempFolder;
 using test::WriteFile;
@@ -22,15 +23,17 @@ using test::WriteFile;
 class SetupListTest : public testing::Test {
   protected:
     void WriteList(const std::string& text) { WriteFile(folder / "bin/Ks_Setup.ini", text); }
+    // The value, "<null>" when there is none.
     std::string Value(const std::string& key) {
-        const char* value = GetSetupValue(key);
-        return value != nullptr ? value : "<null>";
+        const std::string value = GetSetupValue(services, key);
+        return !value.empty() ? value : "<null>";
     }
     std::string System() const { return folder.Path().string(); }
 
     TempFolder folder;
-    ScopedEnv root{"ORVOSystemRoot", folder.Path().c_str()};
-    InstalledRecorder recorder;
+    TestServices testServices{folder.Path().string()};
+    Services services = testServices.Get();
+    RecordingOperator& recorder = testServices.Op;
 };
 
 TEST_F(SetupListTest, EntryBetweenFileAndEndGivesItsValue) {
@@ -52,22 +55,6 @@ TEST_F(SetupListTest, CommentAfterTheValueIsRemoved) {
     EXPECT_EQ(Value("IEJ"), "job.txt");
     EXPECT_EQ(Value("IEK"), "r.csv");
     EXPECT_EQ(Value("IEL"), "<null>");
-}
-
-TEST_F(SetupListTest, FourteenthLookupOverwritesTheFirstResult) {
-    std::string list = "#File\n";
-    for (int i = 1; i <= 14; ++i)
-        list += "K" + std::to_string(i) + " : v" + std::to_string(i) + "\n";
-    WriteList(list + "#End\n");
-    const char* first = GetSetupValue("K1");
-    ASSERT_NE(first, nullptr);
-    EXPECT_STREQ(first, "v1");
-    for (int i = 2; i <= 13; ++i)
-        GetSetupValue("K" + std::to_string(i));
-    EXPECT_STREQ(first, "v1");
-    const char* fourteenth = GetSetupValue("K14");
-    EXPECT_EQ(fourteenth, first);
-    EXPECT_STREQ(first, "v14");
 }
 
 TEST_F(SetupListTest, EntriesAfterEndAndListsWithoutFileAreNotRead) {
@@ -117,7 +104,7 @@ TEST_F(SetupListTest, MissingListFallsBackToTheCurrentFolder) {
     TempFolder work;
     WriteFile(work / "Ks_Setup.ini", "#File\nIEJ : here.txt\n#End\n");
     ScopedWorkingFolder cwd(work.Path());
-    EXPECT_EQ(SetupListPath(), "Ks_Setup.ini");
+    EXPECT_EQ(SetupListPath(services), "Ks_Setup.ini");
     EXPECT_EQ(Value("IEJ"), "here.txt");
     const std::string missing = " File Not Found : " + System() + "/bin/Ks_Setup.ini";
     ASSERT_EQ(recorder.Messages.size(), 2u);
@@ -127,35 +114,35 @@ TEST_F(SetupListTest, MissingListFallsBackToTheCurrentFolder) {
 TEST_F(SetupListTest, NoListAnywhereGivesNullAndAnOpenError) {
     TempFolder work;
     ScopedWorkingFolder cwd(work.Path());
-    EXPECT_EQ(GetSetupValue("IEJ"), nullptr);
+    EXPECT_EQ(GetSetupValue(services, "IEJ"), "");
     ASSERT_EQ(recorder.Messages.size(), 2u);
     EXPECT_EQ(recorder.Messages[1], "Ks_Setup.ini Open Error");
-    EXPECT_EQ(GetDataFilePath(94), "");
+    EXPECT_EQ(GetDataFilePath(services, 94), "");
 }
 
 TEST_F(SetupListTest, SetupFolderJoinsSystemFolderAndValue) {
     WriteList("#File\nMSG : msg/\n#End\n");
     std::string out = "stale";
-    EXPECT_EQ(GetSetupFolder("MSG", out), 1);
+    EXPECT_EQ(GetSetupFolder(services, "MSG", out), 1);
     EXPECT_EQ(out, System() + "/msg/");
-    EXPECT_EQ(GetSetupFolder("NONE", out), 0);
+    EXPECT_EQ(GetSetupFolder(services, "NONE", out), 0);
     EXPECT_EQ(out, "");
 }
 
 TEST_F(SetupListTest, SystemFolderEndingInASeparatorGetsNoSecondOne) {
     WriteList("#File\nIEJ : job/job.txt\nMSG : ./\n#End\n");
-    ScopedEnv slash("ORVOSystemRoot", (System() + "/").c_str());
-    EXPECT_EQ(GetDataFilePath(94), System() + "/job/job.txt");
+    testServices.Host.Folder.Folder = System() + "/";
+    EXPECT_EQ(GetDataFilePath(services, 94), System() + "/job/job.txt");
     std::string out;
-    EXPECT_EQ(GetSetupFolder("MSG", out), 1);
+    EXPECT_EQ(GetSetupFolder(services, "MSG", out), 1);
     EXPECT_EQ(out, System() + "/./");
 }
 
 TEST_F(SetupListTest, DataFileKindsOfThisProgram) {
     WriteList("#File\nIEJ : job/j.txt\nIEK : out/r.csv\nIEL : out/h.csv\n#End\n");
-    EXPECT_EQ(GetDataFilePath(94), System() + "/job/j.txt");
-    EXPECT_EQ(GetDataFilePath(96), System() + "/out/r.csv");
-    EXPECT_EQ(GetDataFilePath(97), System() + "/out/h.csv");
+    EXPECT_EQ(GetDataFilePath(services, 94), System() + "/job/j.txt");
+    EXPECT_EQ(GetDataFilePath(services, 96), System() + "/out/r.csv");
+    EXPECT_EQ(GetDataFilePath(services, 97), System() + "/out/h.csv");
 }
 
 TEST_F(SetupListTest, DataFileKindsAddTheirParts) {
@@ -163,72 +150,57 @@ TEST_F(SetupListTest, DataFileKindsAddTheirParts) {
         "#File\nOTF : otf/\nTUR : tur/t\nIEA : iea/a\nINF : inf/i\nIE0 : ie0/e\nIE1 : ie1/e\n"
         "TMP : tmp/\n#End\n");
     const std::string s = System();
-    EXPECT_EQ(GetDataFilePath(1, "7"), s + "/otf/mac_para.7");
-    EXPECT_EQ(GetDataFilePath(4, "1", "2"), s + "/tur/t1");
-    EXPECT_EQ(GetDataFilePath(4), s + "/tur/t");
-    EXPECT_EQ(GetDataFilePath(8, "1", "2"), s + "/iea/a1.2");
-    EXPECT_EQ(GetDataFilePath(8, "1"), "");
-    EXPECT_EQ(GetDataFilePath(52, "1", "2"), s + "/inf/i1.2");
-    EXPECT_EQ(GetDataFilePath(52, "1"), s + "/inf/i1");
-    EXPECT_EQ(GetDataFilePath(50, "1", "2"), s + "/inf/i");
-    EXPECT_EQ(GetDataFilePath(80, "a", "b"), s + "/ie0/eab");
-    EXPECT_EQ(GetDataFilePath(81, "a", "b"), s + "/ie1/e");
-    EXPECT_EQ(GetDataFilePath(98, "a", "b"), s + "/otf/ab");
-    EXPECT_EQ(GetDataFilePath(99, nullptr, "b"), s + "/tmp/b");
-    EXPECT_EQ(GetDataFilePath(999), s + "/otf/debug.dat");
+    EXPECT_EQ(GetDataFilePath(services, 1, "7"), s + "/otf/mac_para.7");
+    EXPECT_EQ(GetDataFilePath(services, 4, "1", "2"), s + "/tur/t1");
+    EXPECT_EQ(GetDataFilePath(services, 4), s + "/tur/t");
+    EXPECT_EQ(GetDataFilePath(services, 8, "1", "2"), s + "/iea/a1.2");
+    EXPECT_EQ(GetDataFilePath(services, 8, "1"), "");
+    EXPECT_EQ(GetDataFilePath(services, 52, "1", "2"), s + "/inf/i1.2");
+    EXPECT_EQ(GetDataFilePath(services, 52, "1"), s + "/inf/i1");
+    EXPECT_EQ(GetDataFilePath(services, 50, "1", "2"), s + "/inf/i");
+    EXPECT_EQ(GetDataFilePath(services, 80, "a", "b"), s + "/ie0/eab");
+    EXPECT_EQ(GetDataFilePath(services, 81, "a", "b"), s + "/ie1/e");
+    EXPECT_EQ(GetDataFilePath(services, 98, "a", "b"), s + "/otf/ab");
+    EXPECT_EQ(GetDataFilePath(services, 99, nullptr, "b"), s + "/tmp/b");
+    EXPECT_EQ(GetDataFilePath(services, 999), s + "/otf/debug.dat");
 }
 
 TEST_F(SetupListTest, UnknownKindOrMissingKeyGivesAnEmptyPath) {
     WriteList("#File\nIEJ : job.txt\n#End\n");
-    EXPECT_EQ(GetDataFilePath(53), "");
-    EXPECT_EQ(GetDataFilePath(-1), "");
-    EXPECT_EQ(GetDataFilePath(96), "");
+    EXPECT_EQ(GetDataFilePath(services, 53), "");
+    EXPECT_EQ(GetDataFilePath(services, -1), "");
+    EXPECT_EQ(GetDataFilePath(services, 96), "");
 }
-
-// A host store whose system folder lookup fails in a chosen way.
-class FailingHostStore : public HostStore {
-  public:
-    explicit FailingHostStore(SystemFolderStatus status) : status_(status) {}
-    SystemFolderResult SystemFolder() override { return {status_, "ignored"}; }
-    std::optional<std::string> ReadUserValue(const std::string&) override { return {}; }
-    bool WriteUserValue(const std::string&, const std::string&) override { return false; }
-
-  private:
-    SystemFolderStatus status_;
-};
 
 TEST(GetSystemFolder, GivesTheHostStoreFolder) {
     TempFolder folder;
-    ScopedEnv root("ORVOSystemRoot", folder.Path().c_str());
+    TestServices services(folder.Path().string());
     std::string out;
-    EXPECT_EQ(GetSystemFolder(out), 1);
+    EXPECT_EQ(GetSystemFolder(services, out), 1);
     EXPECT_EQ(out, folder.Path().string());
+    EXPECT_TRUE(services.Op.Messages.empty());
 }
 
 TEST(GetSystemFolder, MissingKeyEmptiesTheFolderAndSaysSo) {
-    InstalledRecorder recorder;
-    FailingHostStore store(SystemFolderStatus::NoKey);
-    InstallHostStore(&store);
+    TestServices services;
+    services.Host.Folder = {SystemFolderStatus::NoKey, "ignored"};
     std::string out = "stale";
-    EXPECT_EQ(GetSystemFolder(out), 0);
-    InstallHostStore(nullptr);
+    EXPECT_EQ(GetSystemFolder(services, out), 0);
     EXPECT_EQ(out, "");
-    EXPECT_EQ(recorder.Messages, std::vector<std::string>{"OrvoFolderGet RegOpen Error"});
+    EXPECT_EQ(services.Op.Messages, std::vector<std::string>{"OrvoFolderGet RegOpen Error"});
 }
 
 TEST(GetSystemFolder, MissingValueEmptiesTheFolderAndSaysSo) {
-    InstalledRecorder recorder;
-    FailingHostStore store(SystemFolderStatus::NoValue);
-    InstallHostStore(&store);
+    TestServices services;
+    services.Host.Folder = {SystemFolderStatus::NoValue, "ignored"};
     std::string out = "stale";
-    EXPECT_EQ(GetSystemFolder(out), 0);
+    EXPECT_EQ(GetSystemFolder(services, out), 0);
     std::string folder = "stale";
-    EXPECT_EQ(GetSetupFolder("MSG", folder), 0);
-    InstallHostStore(nullptr);
+    EXPECT_EQ(GetSetupFolder(services, "MSG", folder), 0);
     EXPECT_EQ(out, "");
     EXPECT_EQ(folder, "");
-    ASSERT_FALSE(recorder.Messages.empty());
-    EXPECT_EQ(recorder.Messages[0], "OrvoFolderGet Address Value Get Error");
+    ASSERT_FALSE(services.Op.Messages.empty());
+    EXPECT_EQ(services.Op.Messages[0], "OrvoFolderGet Address Value Get Error");
 }
 
 }  // namespace

@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "common/TestFiles.h"
-#include "support/RecordingOperator.h"
+#include "common/TestServices.h"
 
 namespace kesto {
 namespace {
 
-using test::InstalledRecorder;
+using test::RecordingOperator;
 using test::TempFolder;
 using test::WriteFile;
 
@@ -325,26 +325,29 @@ TEST(TextFile, MoveHandsTheFileOver) {
 TEST(FileExists, FileAndFolderExist) {
     TempFolder folder;
     WriteFile(folder / "f.txt", "");
-    EXPECT_EQ(FileExists(folder / "f.txt", 1), 1);
-    EXPECT_EQ(FileExists(folder.Path().string(), 1), 1);
+    RecordingOperator recorder;
+    EXPECT_EQ(FileExists(folder / "f.txt", recorder), 1);
+    EXPECT_EQ(FileExists(folder.Path().string(), recorder), 1);
+    EXPECT_EQ(FileExists(folder / "f.txt"), 1);
+    EXPECT_TRUE(recorder.Messages.empty());
 }
 
 TEST(FileExists, MissingFileIsReportedOnlyWhenAsked) {
     TempFolder folder;
-    InstalledRecorder recorder;
+    RecordingOperator recorder;
     const std::string path = folder / "missing.txt";
-    EXPECT_EQ(FileExists(path, 0), 0);
+    EXPECT_EQ(FileExists(path), 0);
     EXPECT_TRUE(recorder.Messages.empty());
-    EXPECT_EQ(FileExists(path, 1), 0);
+    EXPECT_EQ(FileExists(path, recorder), 0);
     ASSERT_EQ(recorder.Messages.size(), 1u);
     EXPECT_EQ(recorder.Messages[0], " File Not Found : " + path);
-    EXPECT_EQ(FileExists("", 0), 0);
+    EXPECT_EQ(FileExists(""), 0);
 }
 
 TEST(FileExists, MessageIsCutAt127Characters) {
-    InstalledRecorder recorder;
+    RecordingOperator recorder;
     const std::string path = "/no/such/" + std::string(300, 'p');
-    EXPECT_EQ(FileExists(path, 1), 0);
+    EXPECT_EQ(FileExists(path, recorder), 0);
     ASSERT_EQ(recorder.Messages.size(), 1u);
     EXPECT_EQ(recorder.Messages[0].size(), 127u);
     EXPECT_EQ(recorder.Messages[0].rfind(" File Not Found : /no/such/ppp", 0), 0u);

@@ -5,8 +5,18 @@
 #include <QImage>
 #include <QWidget>
 
-#include "support/Platform.h"
-#include "ui/UiTestSupport.h"
+#include <filesystem>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "app/ExitCode.h"
+#include "common/TestFiles.h"
+#include "common/TestInstallation.h"
+#include "common/TestServices.h"
+#include "common/WindowJob.h"
+#include "session/JobSession.h"
 
 namespace kesto {
 namespace {
@@ -16,72 +26,79 @@ TEST(JoinCommandLine, ProgramAndArgumentsSeparatedByBlanks) {
     EXPECT_EQ(JoinCommandLine({"/opt/kesto"}), "/opt/kesto");
 }
 
-TEST(StartUp, OnlyTheProgramPathEndsWith9020) {
-    test::TestInstallation install("AppOnlyProgram");
-    test::InstalledRecorder op;
-    CKestoApp app;
-    app.CommandLine = "kesto";
-    EXPECT_EQ(StartUp(app), 0);
-    EXPECT_EQ(app.ExitParam, 9020);
-    EXPECT_EQ(ExitInstance(app), 9020);
+TEST(WindowStartUp, OnlyTheProgramPathEndsWith9020) {
+    test::TestInstallation install;
+    test::TestServices services(install.Root().string());
+    JobSession session(services, "kesto");
+    EXPECT_FALSE(session.StartUp());
+    EXPECT_EQ(session.App().ExitParam, 9020);
+    EXPECT_EQ(session.Exit(), 9020);
 }
 
-TEST(StartUp, MissingSettingsFileEndsWith9001) {
-    test::TestInstallation install("AppNoSettings");
+TEST(WindowStartUp, MissingSettingsFileEndsWith9001) {
+    test::TestInstallation install;
     std::filesystem::remove(install.Path("msg/Kesto.ini"));
-    test::InstalledRecorder op;
-    CKestoApp app;
-    app.CommandLine = install.CommandLine();
-    EXPECT_EQ(StartUp(app), 0);
-    EXPECT_EQ(app.ExitParam, 9001);
-    EXPECT_EQ(op.Messages, std::vector<std::string>({"Initial File Not found"}));
+    test::TestServices services(install.Root().string());
+    JobSession session(services, install.CommandLine());
+    EXPECT_FALSE(session.StartUp());
+    EXPECT_EQ(session.App().ExitParam, 9001);
+    EXPECT_EQ(services.Op.Messages, std::vector<std::string>({"Initial File Not found"}));
 }
 
-TEST(StartUp, ReadsTheJob) {
-    test::TestInstallation install("AppReads");
-    test::InstalledRecorder op;
-    CKestoApp app;
-    app.CommandLine = install.CommandLine();
-    EXPECT_EQ(StartUp(app), 1);
-    EXPECT_EQ(app.KouteiList.Items.size(), 2u);
-    EXPECT_EQ(app.DialogOk, 0);
-    FreeMessageFile();
+TEST(WindowStartUp, ReadsTheJob) {
+    test::TestInstallation install;
+    test::TestServices services(install.Root().string());
+    JobSession session(services, install.CommandLine());
+    EXPECT_TRUE(session.StartUp());
+    EXPECT_EQ(session.App().KouteiList.Items.size(), 2u);
+    EXPECT_EQ(session.App().DialogOk, 0);
 }
 
-TEST(ExitInstance, WritesThePerUserValuesAndSettlesTheCode) {
-    test::TestInstallation install("AppExit");
-    test::InstalledRecorder op;
-    CKestoApp app;
-    EXPECT_EQ(app.IsDirect, 0);
-    app.IsDirect = 1;
-    app.IsBlockDraw = 1;
-    EXPECT_EQ(ExitInstance(app), 100);
-    DefaultHostStore store;
-    EXPECT_EQ(store.ReadUserValue("IsDirect"), std::optional<std::string>("1"));
-    EXPECT_EQ(store.ReadUserValue("IsBlockDraw"), std::optional<std::string>("1"));
-    app.DialogOk = 1;
-    EXPECT_EQ(ExitInstance(app), 0);
-    app.ExitParam = 13;
-    app.DialogOk = 0;
-    EXPECT_EQ(ExitInstance(app), 100);
+TEST(WindowExit, WritesThePerUserValuesAndSettlesTheCode) {
+    test::TestInstallation install;
+    test::TestServices services(install.Root().string());
+    {
+        JobSession session(services, install.CommandLine());
+        ASSERT_TRUE(session.StartUp());
+        EXPECT_EQ(session.App().IsDirect, 0);
+        session.App().IsDirect = 1;
+        session.App().IsBlockDraw = 1;
+        EXPECT_EQ(session.Exit(), 100);
+    }
+    EXPECT_EQ(services.Host.ReadUserValue("IsDirect"), std::optional<std::string>("1"));
+    EXPECT_EQ(services.Host.ReadUserValue("IsBlockDraw"), std::optional<std::string>("1"));
+    // Each session settles its code once, at its end.
+    const auto settled = [&](int exitParam, int dialogOk) {
+        JobSession session(services, install.CommandLine());
+        session.App().ExitParam = exitParam;
+        session.App().DialogOk = dialogOk;
+        return session.Exit();
+    };
+    EXPECT_EQ(settled(0, 1), 0);
+    EXPECT_EQ(settled(13, 0), 100);
 }
 
 TEST(FinishProcess, KeepsTheLowBitsOfTheCode) {
-    EXPECT_EQ(FinishProcess(0), 0);
-    EXPECT_EQ(FinishProcess(100), 100);
-    EXPECT_EQ(FinishProcess(9020), 60);
+    std::ostringstream err;
+    EXPECT_EQ(FinishProcess(0, err), 0);
+    EXPECT_EQ(FinishProcess(100, err), 100);
+    EXPECT_EQ(FinishProcess(9020, err), 60);
 }
 
-TEST(EndProcess, EndsAtOnceWithTheCodeAndItsNotice) {
-    EXPECT_EXIT(EndProcess(999), ::testing::ExitedWithCode(231), "kesto: exit code 999");
+// The offset stop no longer ends the process from inside the window: the session settles
+// 999, and main hands it to FinishProcess like any other code.
+TEST(FinishProcess, OffsetStopEndsWithTheCodeAndItsNotice) {
+    std::ostringstream err;
+    EXPECT_EQ(FinishProcess(kExitOffsetAbort, err), 231);
+    EXPECT_NE(err.str().find("kesto: exit code 999"), std::string::npos);
 }
 
 TEST(SaveScreenshot, WritesTheWindowAsPng) {
-    test::TestInstallation install("AppScreenshot");
+    test::TempFolder folder;
     test::EnsureQApplication();
     QWidget window;
     window.resize(120, 80);
-    const QString path = QString::fromStdString(install.Path("shot.png").string());
+    const QString path = QString::fromStdString(folder / "shot.png");
     ASSERT_TRUE(SaveScreenshot(window, path));
     EXPECT_EQ(QImage(path).size(), QSize(120, 80));
 }

@@ -5,7 +5,7 @@
 #include <QIcon>
 #include <QLabel>
 
-#include "ui/UiTestSupport.h"
+#include "common/WindowJob.h"
 
 namespace kesto {
 namespace {

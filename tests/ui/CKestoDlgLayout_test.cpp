@@ -6,7 +6,7 @@
 #include <QListWidget>
 #include <QPushButton>
 
-#include "ui/UiTestSupport.h"
+#include "common/WindowJob.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
@@ -30,16 +30,16 @@ int FontHeight(CKestoDlg& d, const char* name) {
 }
 
 struct LabelledJob {
-    explicit LabelledJob(const std::string& name) : Job(name) {
+    LabelledJob() {
         Job.Open();
-        Job.App->LayoutState = 2;
+        Job.App().LayoutState = 2;
         Job.Dialog->LayoutPass();
     }
     test::WindowJob Job;
 };
 
 TEST(CKestoDlgLayout, LabelPassSetsTextsAndFontsFromTheMessageFile) {
-    LabelledJob l("LayoutLabels");
+    LabelledJob l;
     CKestoDlg& d = *l.Job.Dialog;
     EXPECT_EQ(Text(d, "L-SMALLBOX"), "SBoxLabel");
     EXPECT_EQ(Text(d, "L-SCH"), "SchLabel");
@@ -72,7 +72,7 @@ TEST(CKestoDlgLayout, LabelPassSetsTextsAndFontsFromTheMessageFile) {
 }
 
 TEST(CKestoDlgLayout, SmallBoxListScrolls650PixelsAndTheOtherLists720) {
-    LabelledJob l("LayoutExtents");
+    LabelledJob l;
     CKestoDlg& d = *l.Job.Dialog;
     EXPECT_EQ(d.findChild<ExtentList*>("LIST-SBOX")->HorizontalExtent(), 650);
     EXPECT_EQ(d.findChild<ExtentList*>("LIST-SCH")->HorizontalExtent(), 720);
@@ -81,13 +81,13 @@ TEST(CKestoDlgLayout, SmallBoxListScrolls650PixelsAndTheOtherLists720) {
 }
 
 TEST(CKestoDlgLayout, QuestionMarksChangeTheFontAndKeepTheCaption) {
-    LabelledJob l("LayoutKeepCaption");
+    LabelledJob l;
     EXPECT_EQ(Text(*l.Job.Dialog, "B-RETRY"), "Retry");
     EXPECT_EQ(FontHeight(*l.Job.Dialog, "B-RETRY"), 20);
 }
 
 TEST(CKestoDlgLayout, UndefinedFontLeavesTheControlUntouched) {
-    LabelledJob l("LayoutUndefinedFont");
+    LabelledJob l;
     CKestoDlg& d = *l.Job.Dialog;
     EXPECT_EQ(Text(d, "B-AUTO"), "Auto");  // font 4 is not defined
     EXPECT_EQ(Text(d, "B-CAN"), "Can");    // font 9 is out of range
@@ -95,7 +95,7 @@ TEST(CKestoDlgLayout, UndefinedFontLeavesTheControlUntouched) {
 }
 
 TEST(CKestoDlgLayout, SmallBoxButtonsTakeTheCaptionPrefixOfTheFirstBox) {
-    LabelledJob l("LayoutBoxCaptions");
+    LabelledJob l;
     CKestoDlg& d = *l.Job.Dialog;
     EXPECT_EQ(Text(d, "B-SBOX1"), "Box1");
     EXPECT_EQ(Text(d, "B-SBOX2"), "Box2");
@@ -104,9 +104,9 @@ TEST(CKestoDlgLayout, SmallBoxButtonsTakeTheCaptionPrefixOfTheFirstBox) {
 }
 
 TEST(CKestoDlgLayout, ArrangementToggleFollowsIsDirect) {
-    LabelledJob l("LayoutNest");
+    LabelledJob l;
     CKestoDlg& d = *l.Job.Dialog;
-    CKestoApp& app = *l.Job.App;
+    CKestoApp& app = l.Job.App();
     EXPECT_EQ(app.DisplayTexts[0], "NestA");
     EXPECT_EQ(app.DisplayTexts[1], "NestD");
     EXPECT_EQ(app.DisplayFlags[0], 1);
@@ -121,91 +121,91 @@ TEST(CKestoDlgLayout, ArrangementToggleFollowsIsDirect) {
 }
 
 TEST(CKestoDlgLayout, TitleComesFromTitleName) {
-    LabelledJob l("LayoutTitle");
+    LabelledJob l;
     EXPECT_EQ(l.Job.Dialog->windowTitle(), "KestoMain");
 }
 
 TEST(CKestoDlgLayout, ControlsCarryTheirKeysAndNumbers) {
-    test::WindowJob job("LayoutNames");
+    test::WindowJob job;
     job.Start();
     CKestoDlg& d = *job.Dialog;
-    EXPECT_EQ(d.Control(1016)->objectName(), "B-RETRY");
-    EXPECT_EQ(d.Control(1)->objectName(), "B-OK");
-    EXPECT_EQ(d.Control(2)->objectName(), "B-CAN");
-    EXPECT_EQ(d.Control(1014)->objectName(), "1014");
-    EXPECT_EQ(d.Control(1040)->objectName(), "1040");
-    EXPECT_TRUE(d.Control(1014)->isHidden());
+    EXPECT_EQ(d.Control(kRetryButton)->objectName(), "B-RETRY");
+    EXPECT_EQ(d.Control(kOk)->objectName(), "B-OK");
+    EXPECT_EQ(d.Control(kCancel)->objectName(), "B-CAN");
+    EXPECT_EQ(d.Control(kPartViewPlace)->objectName(), "1014");
+    EXPECT_EQ(d.Control(kInfoPlace)->objectName(), "1040");
+    EXPECT_TRUE(d.Control(kPartViewPlace)->isHidden());
     EXPECT_EQ(Text(d, "B-STOT"), "Down");
     EXPECT_EQ(Text(d, "B-SBOX1"), "B1");
     EXPECT_EQ(Text(d, "L-TORIOKI"), "Torioki");
 }
 
-void ExpectPlacedAt(int width, int height, const std::string& name) {
-    test::WindowJob job(name);
+void ExpectPlacedAt(int width, int height) {
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    ASSERT_TRUE(test::ShowLaidOut(*job.App, *job.Dialog, width, height));
+    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, width, height));
     CKestoDlg& d = *job.Dialog;
-    const MainLayout expected = ComputeMainLayout(width, height, d.Control(1044)->height());
+    const MainLayout expected = ComputeMainLayout(width, height, d.Control(kPalletCombo)->height());
     for (const auto& [id, r] : expected.Controls) {
         EXPECT_EQ(d.Control(id)->geometry(), QRect(r.X, r.Y, r.Width, r.Height)) << id;
     }
-    EXPECT_EQ(job.App->AreaRect.Top, expected.AreaRect.Top);
-    EXPECT_EQ(job.App->InfoRect.Bottom, expected.InfoRect.Bottom);
-    EXPECT_EQ(job.App->ViewRect.Top, expected.ViewRect.Top);
+    EXPECT_EQ(job.App().AreaRect.Top, expected.AreaRect.Top);
+    EXPECT_EQ(job.App().InfoRect.Bottom, expected.InfoRect.Bottom);
+    EXPECT_EQ(job.App().ViewRect.Top, expected.ViewRect.Top);
     EXPECT_EQ(d.DrawArea()->geometry(), QRect(expected.AreaRect.Left, expected.AreaRect.Top,
                                               expected.AreaRect.Right - expected.AreaRect.Left,
                                               expected.AreaRect.Bottom - expected.AreaRect.Top));
     EXPECT_EQ(d.PartsInfoPanel()->geometry().topLeft(),
               QPoint(expected.InfoRect.Left, expected.InfoRect.Top));
-    EXPECT_EQ(d.PartsViewPanel()->geometry(), d.Control(1014)->geometry());
+    EXPECT_EQ(d.PartsViewPanel()->geometry(), d.Control(kPartViewPlace)->geometry());
 }
 
 TEST(CKestoDlgLayout, ShownAt1600x900EveryControlIsWhereTheRulesPutIt) {
-    ExpectPlacedAt(1600, 900, "LayoutShown1600");
+    ExpectPlacedAt(1600, 900);
 }
 
 TEST(CKestoDlgLayout, ShownAt1280x1024EveryControlIsWhereTheRulesPutIt) {
-    ExpectPlacedAt(1280, 1024, "LayoutShown1280");
+    ExpectPlacedAt(1280, 1024);
 }
 
 TEST(CKestoDlgLayout, ConcreteRectanglesAt1600x900) {
-    test::WindowJob job("LayoutConcrete");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    ASSERT_TRUE(test::ShowLaidOut(*job.App, *job.Dialog, 1600, 900));
-    EXPECT_EQ(job.Dialog->Control(1016)->geometry(), QRect(564, 24, 115, 42));
-    EXPECT_EQ(job.Dialog->Control(1002)->geometry(), QRect(2, 219, 288, 225));
-    EXPECT_EQ(job.Dialog->Control(1)->geometry(), QRect(1541, 108, 57, 84));
+    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, 1600, 900));
+    EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry(), QRect(564, 24, 115, 42));
+    EXPECT_EQ(job.Dialog->Control(kToriokiList)->geometry(), QRect(2, 219, 288, 225));
+    EXPECT_EQ(job.Dialog->Control(kOk)->geometry(), QRect(1541, 108, 57, 84));
 }
 
 TEST(CKestoDlgLayout, ResizeLaysTheWindowOutAgain) {
-    test::WindowJob job("LayoutResize");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    ASSERT_TRUE(test::ShowLaidOut(*job.App, *job.Dialog, 1600, 900));
-    ASSERT_TRUE(test::ShowLaidOut(*job.App, *job.Dialog, 1280, 1024));
-    EXPECT_EQ(job.Dialog->Control(1016)->geometry(), QRect(452, 27, 92, 48));
+    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, 1600, 900));
+    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, 1280, 1024));
+    EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry(), QRect(452, 27, 92, 48));
 }
 
 TEST(CKestoDlgLayout, FirstPaintDoesNoLayout) {
-    test::WindowJob job("LayoutFirstPaint");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    EXPECT_EQ(job.App->LayoutState, 0);
+    EXPECT_EQ(job.App().LayoutState, 0);
     job.Dialog->LayoutPass();  // does nothing before the first paint
-    EXPECT_EQ(job.Dialog->Control(1016)->geometry().topLeft(), QPoint(0, 0));
+    EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry().topLeft(), QPoint(0, 0));
     job.Dialog->resize(1600, 900);
     job.Dialog->show();
     job.Dialog->repaint();
-    EXPECT_NE(job.App->LayoutState, 3);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return job.App->LayoutState == 3; }, 5000));
-    EXPECT_EQ(job.Dialog->Control(1016)->geometry(), QRect(564, 24, 115, 42));
+    EXPECT_NE(job.App().LayoutState, 3);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return job.App().LayoutState == 3; }, 5000));
+    EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry(), QRect(564, 24, 115, 42));
 }
 
 TEST(CKestoDlgLayout, VeryNarrowWindowKeepsTheNegativeRectangles) {
-    test::WindowJob job("LayoutTiny");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    job.App->LayoutState = 2;
+    job.App().LayoutState = 2;
     job.Dialog->resize(40, 10);
     job.Dialog->LayoutPass();
-    EXPECT_EQ(job.App->InfoRect.Bottom, -2);
+    EXPECT_EQ(job.App().InfoRect.Bottom, -2);
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 #include <QPushButton>
 #include <QtTest/QTest>
 
-#include "ui/UiTestSupport.h"
-#include "ui/main/ListLines.h"
+#include "common/WindowJob.h"
+#include "session/ListLines.h"
 
 namespace kesto {
 namespace {
@@ -33,7 +33,7 @@ PartsInfo& PartBySeq(CKestoApp& app, int seq) {
 }
 
 TEST(CKestoDlgLists, ScheduleAndPalletComboAfterTheFirstPlacement) {
-    test::WindowJob job("ListsSchedule");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
     EXPECT_EQ(Lines(*job.Dialog, "LIST-SCH"),
               QStringList({"01 Cut Pallet-One", "02 Bend Pallet-One"}));
@@ -43,16 +43,16 @@ TEST(CKestoDlgLists, ScheduleAndPalletComboAfterTheFirstPlacement) {
     EXPECT_EQ(combo->itemText(0), "P-01");
     EXPECT_EQ(combo->itemText(1), "P-02");
     EXPECT_EQ(combo->currentIndex(), 0);
-    EXPECT_EQ(job.App->CurrentPallet, 1);
-    EXPECT_EQ(job.App->CurrentKoutei, 1);
+    EXPECT_EQ(job.App().CurrentPallet, 1);
+    EXPECT_EQ(job.App().CurrentKoutei, 1);
     EXPECT_FALSE(job.Dialog->Ended());
-    EXPECT_TRUE(job.Operator.KakuNumbers.empty());
+    EXPECT_TRUE(job.Svc.Op.KakuNumbers.empty());
 }
 
 TEST(CKestoDlgLists, AllPartsListShowsThePlacedJobOfTheProcess) {
-    test::WindowJob job("ListsAllParts");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    const PartsInfo& a1 = PartBySeq(*job.App, 1);
+    const PartsInfo& a1 = PartBySeq(job.App(), 1);
     EXPECT_EQ(a1.Work[1], 5);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-PTALL"),
               QStringList(
@@ -63,9 +63,9 @@ TEST(CKestoDlgLists, AllPartsListShowsThePlacedJobOfTheProcess) {
 }
 
 TEST(CKestoDlgLists, PartlyPlacedPartShowsPMinusAndItsRemainderSetAside) {
-    test::WindowJob job("ListsPartly");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    PartBySeq(*job.App, 1).Work[1] = 3;
+    PartBySeq(job.App(), 1).Work[1] = 3;
     job.Dialog->FillAllParts(1);
     job.Dialog->FillTorioki(1);
     EXPECT_TRUE(Lines(*job.Dialog, "LIST-PTALL").value(0).startsWith("001    3/5    P- U  TextA"));
@@ -73,7 +73,7 @@ TEST(CKestoDlgLists, PartlyPlacedPartShowsPMinusAndItsRemainderSetAside) {
 }
 
 TEST(CKestoDlgLists, FillForAMissingProcessKeepsTheOldLines) {
-    test::WindowJob job("ListsMissingProcess");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
     job.Dialog->FillAllParts(7);
     job.Dialog->FillSmallBox(7, 100);
@@ -82,7 +82,7 @@ TEST(CKestoDlgLists, FillForAMissingProcessKeepsTheOldLines) {
 }
 
 TEST(CKestoDlgLists, LinesAreSortedCaseInsensitively) {
-    test::WindowJob job("ListsSorted");
+    test::WindowJob job;
     job.Install.Write("job/job.txt",
                       "#BoxInfo\nPAL,1,0,0,2000,0,2000\n#End\n#KouteiInfo\n2,b,PAL1\n1,a,PAL1\n"
                       "3,C,PAL1\n#End\n");
@@ -92,10 +92,10 @@ TEST(CKestoDlgLists, LinesAreSortedCaseInsensitively) {
 }
 
 TEST(CKestoDlgLists, SelectingAProcessShowsItsParts) {
-    test::WindowJob job("ListsSelectProcess");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
     job.Dialog->findChild<QListWidget*>("LIST-SCH")->setCurrentRow(1);
-    EXPECT_EQ(job.App->CurrentKoutei, 2);
+    EXPECT_EQ(job.App().CurrentKoutei, 2);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-PTALL"),
               QStringList(
                   {"003    2/2    P  D  TextC                              50.0000 x   40.0000"}));
@@ -103,23 +103,23 @@ TEST(CKestoDlgLists, SelectingAProcessShowsItsParts) {
 }
 
 TEST(CKestoDlgLists, SmallBoxButtonSelectsItsBox) {
-    test::WindowJob job("ListsBoxButton");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
     QTest::mouseClick(Button(*job.Dialog, "B-SBOX2"), Qt::LeftButton);
-    EXPECT_EQ(job.App->CurrentBox, 101);
+    EXPECT_EQ(job.App().CurrentBox, 101);
     EXPECT_TRUE(Lines(*job.Dialog, "LIST-SBOX").isEmpty());
     QTest::mouseClick(Button(*job.Dialog, "B-SBOX1"), Qt::LeftButton);
-    EXPECT_EQ(job.App->CurrentBox, 100);
+    EXPECT_EQ(job.App().CurrentBox, 100);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-SBOX").size(), 1);
 }
 
 // Paging on a started window whose box flags the test sets.
 struct PagingJob {
-    explicit PagingJob(const std::string& name, std::initializer_list<int> boxes) : Job(name) {
+    explicit PagingJob(std::initializer_list<int> boxes) {
         Job.Start();
-        Job.App->BoxFlags.fill(0);
+        Job.App().BoxFlags.fill(0);
         for (int n : boxes)
-            Job.App->BoxFlags[n] = 1;
+            Job.App().BoxFlags[n] = 1;
         Job.Dialog->LabelPass();
         Job.Dialog->CountBoxPages();
         Job.Dialog->TurnBoxPage(0);
@@ -129,7 +129,7 @@ struct PagingJob {
 };
 
 TEST(CKestoDlgLists, HighestBoxThreeGivesOnePage) {
-    PagingJob p("PagingThree", {1, 3});
+    PagingJob p({1, 3});
     CKestoDlg& d = *p.Job.Dialog;
     EXPECT_EQ(d.BoxPageCount(), 1);
     EXPECT_FALSE(Button(d, "B-SBOXN")->isEnabled());
@@ -142,7 +142,7 @@ TEST(CKestoDlgLists, HighestBoxThreeGivesOnePage) {
 }
 
 TEST(CKestoDlgLists, HighestBoxFourGivesTwoPagesAndPageTwoShowsFourToSix) {
-    PagingJob p("PagingFour", {1, 4});
+    PagingJob p({1, 4});
     CKestoDlg& d = *p.Job.Dialog;
     EXPECT_EQ(d.BoxPageCount(), 2);
     EXPECT_TRUE(Button(d, "B-SBOXN")->isEnabled());
@@ -155,7 +155,7 @@ TEST(CKestoDlgLists, HighestBoxFourGivesTwoPagesAndPageTwoShowsFourToSix) {
     EXPECT_FALSE(Button(d, "B-SBOX2")->isEnabled());
     EXPECT_FALSE(Button(d, "B-SBOX3")->isEnabled());
     EXPECT_TRUE(Button(d, "B-SBOX1")->isChecked());
-    EXPECT_EQ(p.Job.App->CurrentBox, 103);
+    EXPECT_EQ(p.Job.App().CurrentBox, 103);
     EXPECT_FALSE(Button(d, "B-SBOXN")->isEnabled());
     EXPECT_TRUE(Button(d, "B-SBOXP")->isEnabled());
     EXPECT_FALSE(Button(d, "B-SBOXN")->isChecked());
@@ -163,29 +163,29 @@ TEST(CKestoDlgLists, HighestBoxFourGivesTwoPagesAndPageTwoShowsFourToSix) {
     EXPECT_EQ(d.BoxPage(), 2);
     QTest::mouseClick(Button(d, "B-SBOXP"), Qt::LeftButton);
     EXPECT_EQ(d.BoxPage(), 1);
-    EXPECT_EQ(p.Job.App->CurrentBox, 100);
+    EXPECT_EQ(p.Job.App().CurrentBox, 100);
     EXPECT_FALSE(Button(d, "B-SBOXP")->isEnabled());
     EXPECT_EQ(Button(d, "B-SBOX1")->text(), "Box1");
 }
 
 TEST(CKestoDlgLists, BoxesOneAndFiveGiveTwoPages) {
-    PagingJob p("PagingFive", {1, 5});
+    PagingJob p({1, 5});
     EXPECT_EQ(p.Job.Dialog->BoxPageCount(), 2);
 }
 
 TEST(CKestoDlgLists, NoBoxGivesOnePageWithAllButtonsDisabled) {
-    PagingJob p("PagingNone", {});
+    PagingJob p({});
     CKestoDlg& d = *p.Job.Dialog;
     EXPECT_EQ(d.BoxPageCount(), 1);
     EXPECT_FALSE(Button(d, "B-SBOX1")->isEnabled());
     EXPECT_FALSE(Button(d, "B-SBOX2")->isEnabled());
     EXPECT_FALSE(Button(d, "B-SBOX3")->isEnabled());
-    EXPECT_EQ(p.Job.App->CurrentBox, 100);
+    EXPECT_EQ(p.Job.App().CurrentBox, 100);
     EXPECT_EQ(Lines(d, "LIST-SBOX"), QStringList({"002    3 TextB"}));
 }
 
 TEST(CKestoDlgLists, NoSmallBoxDefinedDisablesDownAndUp) {
-    test::WindowJob job("ListsNoBoxes");
+    test::WindowJob job;
     job.Install.Write("pallet.txt",
                       "P1,PAL1,0,0,1000,800,500,0,0,300,250,10,10,3,3,0,0,Pallet-One\n");
     job.Install.Write("job/job.txt",
@@ -198,44 +198,44 @@ TEST(CKestoDlgLists, NoSmallBoxDefinedDisablesDownAndUp) {
 }
 
 TEST(CKestoDlgLists, PalletCountZeroLeavesTheComboEmptyAndNoBlocks) {
-    test::WindowJob job("ListsPalletZero");
+    test::WindowJob job;
     std::string ini = test::kDefaultKestoIni;
     ini.replace(ini.find("PalletInfo=2,P"), 14, "PalletInfo=0,P");
     job.Install.Write("msg/Kesto.ini", ini);
     job.Start();
     job.Dialog->FillPalletSelect();
     EXPECT_EQ(job.Dialog->findChild<QComboBox*>("LIST-PALLET-SEL")->count(), 0);
-    EXPECT_EQ(job.App->CurrentPallet, 1);
+    EXPECT_EQ(job.App().CurrentPallet, 1);
     job.Dialog->OnInitDialog();
-    EXPECT_EQ(job.App->BlocksCount, 0);
+    EXPECT_EQ(job.App().BlocksCount, 0);
 }
 
 TEST(CKestoDlgLists, JobCheckFailureRunsTheCancelHandling) {
-    test::WindowJob job("ListsCheckFails");
+    test::WindowJob job;
     job.Install.Write("job/job.txt",
                       "#BoxInfo\nPAL,1,0,0,2000,0,2000\n#End\n#KouteiInfo\n1,Cut,NOPAL\n#End\n"
                       "#PartsInfo\nA1,1,PartA,TextA,200,150,1,5,1,0,5,,,1.0,G1,0000,,0,,X0,10\n"
                       "#End\n");
     ASSERT_TRUE(job.Open());
-    ASSERT_FALSE(job.Operator.KakuNumbers.empty());
-    EXPECT_EQ(job.Operator.KakuNumbers.front(), std::make_pair(1, 0));
+    ASSERT_FALSE(job.Svc.Op.KakuNumbers.empty());
+    EXPECT_EQ(job.Svc.Op.KakuNumbers.front(), std::make_pair(1, 0));
     EXPECT_TRUE(job.Dialog->Ended());
     EXPECT_EQ(job.Dialog->Run(), 2);
     EXPECT_TRUE(job.Install.Exists("out/result.csv"));
 }
 
 TEST(CKestoDlgLists, JobWithoutScheduleEndsWithCancelBeforePlacing) {
-    test::WindowJob job("ListsNoSchedule");
+    test::WindowJob job;
     job.Install.Write("job/job.txt", "#BoxInfo\nPAL,1,0,0,2000,0,2000\n#End\n");
     ASSERT_TRUE(job.Open());
     EXPECT_TRUE(job.Dialog->Ended());
     EXPECT_EQ(job.Dialog->Run(), 2);
-    EXPECT_TRUE(job.Operator.KakuNumbers.empty());
+    EXPECT_TRUE(job.Svc.Op.KakuNumbers.empty());
     EXPECT_EQ(job.Dialog->findChild<QListWidget*>("LIST-SCH")->count(), 0);
 }
 
 TEST(CKestoDlgLists, LoadAndPlaceResetsTheToggles) {
-    test::WindowJob job("ListsToggles");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
     CKestoDlg& d = *job.Dialog;
     EXPECT_TRUE(Button(d, "B-HITB")->isChecked());
@@ -245,8 +245,8 @@ TEST(CKestoDlgLists, LoadAndPlaceResetsTheToggles) {
     EXPECT_FALSE(Button(d, "B-3D")->isChecked());
     EXPECT_FALSE(Button(d, "B-BLOCKDRAW")->isChecked());
     EXPECT_TRUE(Button(d, "B-SBOX1")->isChecked());
-    EXPECT_EQ(job.App->HitByBlock, 1);
-    EXPECT_EQ(job.App->GridFlag, 1);
+    EXPECT_EQ(job.App().HitByBlock, 1);
+    EXPECT_EQ(job.App().GridFlag, 1);
 }
 
 }  // namespace

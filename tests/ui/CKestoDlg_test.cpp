@@ -9,14 +9,14 @@
 #include <QTimer>
 #include <QtTest/QTest>
 
-#include "ui/UiTestSupport.h"
+#include "common/WindowJob.h"
 #include "ui/dialogs/CAboutDlg.h"
 
 namespace kesto {
 namespace {
 
 TEST(CKestoDlg, EveryControlOfTheTemplateExistsWithItsCaption) {
-    test::WindowJob job("DlgControls");
+    test::WindowJob job;
     job.Start();
     CKestoDlg& d = *job.Dialog;
     const std::pair<const char*, const char*> buttons[] = {
@@ -46,7 +46,7 @@ TEST(CKestoDlg, EveryControlOfTheTemplateExistsWithItsCaption) {
 }
 
 TEST(CKestoDlg, RunShowsTheWindowUntilOk) {
-    test::WindowJob job("DlgRunOk");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
     EXPECT_FALSE(job.Dialog->Ended());
     QTimer::singleShot(0, job.Dialog.get(), [&] {
@@ -57,7 +57,7 @@ TEST(CKestoDlg, RunShowsTheWindowUntilOk) {
 }
 
 TEST(CKestoDlg, EndedDuringInitialisationRunReturnsAtOnce) {
-    test::WindowJob job("DlgEndedEarly");
+    test::WindowJob job;
     job.Install.Write("job/job.txt", "#KouteiInfo\n#End\n");
     ASSERT_TRUE(job.Open());
     EXPECT_TRUE(job.Dialog->Ended());
@@ -66,7 +66,7 @@ TEST(CKestoDlg, EndedDuringInitialisationRunReturnsAtOnce) {
 }
 
 TEST(CKestoDlg, ContextMenuOffersTheVersionBox) {
-    test::WindowJob job("DlgContextMenu");
+    test::WindowJob job;
     ASSERT_TRUE(job.Open());
     job.Dialog->show();
     QStringList entries;
@@ -83,7 +83,7 @@ TEST(CKestoDlg, ContextMenuOffersTheVersionBox) {
 }
 
 TEST(CKestoDlg, VersionBoxOpensModally) {
-    test::WindowJob job("DlgAbout");
+    test::WindowJob job;
     job.Start();
     QString seen;
     QTimer::singleShot(0, [&] {

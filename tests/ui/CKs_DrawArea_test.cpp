@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "ui/UiTestSupport.h"
+#include "common/WindowJob.h"
 
 namespace kesto {
 namespace {

@@ -7,17 +7,15 @@
 #include <QTimer>
 #include <QtTest/QTest>
 
-#include "ui/UiTestSupport.h"
+#include "common/WindowJob.h"
 
 namespace kesto {
 namespace {
 
 struct KakuFixture {
-    explicit KakuFixture(const std::string& name) : Job(name) { Job.Start(); }
+    KakuFixture() { Job.Start(); }
     CKs_KakuDlg& Make(int no1, int no2, QWidget* owner) {
-        Job.App->KakuMsgNo1 = no1;
-        Job.App->KakuMsgNo2 = no2;
-        Dialog = std::make_unique<CKs_KakuDlg>(*Job.App, Job.Fonts, owner);
+        Dialog = std::make_unique<CKs_KakuDlg>(no1, no2, Job.Svc.Messages, Job.Fonts, owner);
         return *Dialog;
     }
     test::WindowJob Job;
@@ -29,7 +27,7 @@ QPushButton* Button(QWidget& dialog, const char* name) {
 }
 
 TEST(CKs_KakuDlg, InformationShowsOneLineAndOneWideOkButton) {
-    KakuFixture f("KakuInfo");
+    KakuFixture f;
     CKs_KakuDlg& dialog = f.Make(7, 0, nullptr);
     dialog.Prepare();
     auto* line1 = dialog.findChild<QLabel*>("1043");
@@ -43,7 +41,7 @@ TEST(CKs_KakuDlg, InformationShowsOneLineAndOneWideOkButton) {
 }
 
 TEST(CKs_KakuDlg, QuestionShowsTwoLinesWithOkAndCancel) {
-    KakuFixture f("KakuQuestion");
+    KakuFixture f;
     CKs_KakuDlg& dialog = f.Make(202, 203, nullptr);
     dialog.Prepare();
     EXPECT_EQ(dialog.findChild<QLabel*>("1043")->text(), "RetryThePlacementFromTheInputFiles");
@@ -63,7 +61,7 @@ TEST(CKs_KakuDlg, QuestionShowsTwoLinesWithOkAndCancel) {
 TEST(CKs_KakuDlg, ShortMessageGetsTheFloorSizeCentredOnTheMainWindow) {
     test::EnsureQApplication();
     QWidget owner;  // made first: it deletes the dialog it owns before the fixture goes
-    KakuFixture f("KakuFloor");
+    KakuFixture f;
     owner.setGeometry(100, 50, 1000, 600);
     CKs_KakuDlg& dialog = f.Make(4, 0, &owner);
     dialog.Prepare();
@@ -74,7 +72,7 @@ TEST(CKs_KakuDlg, ShortMessageGetsTheFloorSizeCentredOnTheMainWindow) {
 }
 
 TEST(CKs_KakuDlg, CancelReturnsTwoAndOkReturnsOne) {
-    KakuFixture f("KakuAnswers");
+    KakuFixture f;
     CKs_KakuDlg& dialog = f.Make(202, 203, nullptr);
     QTimer::singleShot(0, &dialog,
                        [&] { QTest::mouseClick(Button(dialog, "ButtonCan"), Qt::LeftButton); });
@@ -85,14 +83,14 @@ TEST(CKs_KakuDlg, CancelReturnsTwoAndOkReturnsOne) {
 }
 
 TEST(CKs_KakuDlg, ClosingCountsAsCancel) {
-    KakuFixture f("KakuClose");
+    KakuFixture f;
     CKs_KakuDlg& dialog = f.Make(7, 0, nullptr);
     QTimer::singleShot(0, &dialog, [&] { dialog.close(); });
     EXPECT_EQ(dialog.Run(), 2);
 }
 
 TEST(CKs_KakuDlg, UndefinedFontKeepsTheTemplateTextAndNoTitle) {
-    KakuFixture f("KakuUndefinedFont");
+    KakuFixture f;
     f.Job.Install.Write("msg/Kesto.ini",
                         "[FontDefine]\nFontSet1=16,0,0,0,DejaVuSans\n[KakuDlg]\nTitleName=4,T\n"
                         "Msg007=4,Hidden\nButtonOk=4,Never\n");
@@ -106,7 +104,7 @@ TEST(CKs_KakuDlg, UndefinedFontKeepsTheTemplateTextAndNoTitle) {
 }
 
 TEST(CKs_KakuDlg, MissingKeyShowsTheDefaultText) {
-    KakuFixture f("KakuMissingKey");
+    KakuFixture f;
     CKs_KakuDlg& dialog = f.Make(150, 0, nullptr);
     dialog.Prepare();
     // "Message Not Define" has one field: font 0, which is never defined.

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <QScrollBar>
 
-#include "ui/UiTestSupport.h"
+#include "common/WindowJob.h"
 
 namespace kesto {
 namespace {

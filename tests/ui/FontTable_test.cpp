@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "ui/UiTestSupport.h"
+#include "common/WindowJob.h"
 
 namespace kesto {
 namespace {

@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <QtTest/QTest>
 
-#include "ui/UiTestSupport.h"
+#include "common/WindowJob.h"
 
 namespace kesto {
 namespace {
@@ -41,24 +41,24 @@ struct ModalClicker {
 };
 
 TEST(QtOperator, AskKakuRunsTheConfirmationDialogAndReturnsItsAnswer) {
-    test::WindowJob job("OperatorKaku");
+    test::WindowJob job;
     job.Start();
-    QtOperator op(*job.App, job.Fonts);
+    QtOperator op(job.Svc.Messages, job.Fonts);
     ModalClicker clicker;
     clicker.Arm("ButtonCan");
-    EXPECT_EQ(op.AskKaku(202, 203), 2);
+    EXPECT_EQ(job.App().ShowKaku(op, 202, 203), 2);
     EXPECT_EQ(clicker.Name, "CKs_KakuDlg");
-    EXPECT_EQ(job.App->KakuMsgNo1, 202);
-    EXPECT_EQ(job.App->KakuMsgNo2, 203);
+    EXPECT_EQ(job.App().KakuMsgNo1, 202);
+    EXPECT_EQ(job.App().KakuMsgNo2, 203);
     clicker.Arm("ButtonOk");
     EXPECT_EQ(op.AskKaku(204, 205), 1);
 }
 
 TEST(QtOperator, MessageBoxShowsTheFixedText) {
     test::EnsureQApplication();
-    CKestoApp app;
+    MessageTable messages;
     FontTable fonts;
-    QtOperator op(app, fonts);
+    QtOperator op(messages, fonts);
     ModalClicker clicker;
     clicker.Arm("OK");
     op.ShowMessageBox("Initial File Not found");
@@ -68,9 +68,9 @@ TEST(QtOperator, MessageBoxShowsTheFixedText) {
 
 TEST(QtOperator, OffsetWarningHasTheStopIconAndAnswersOkOrCancel) {
     test::EnsureQApplication();
-    CKestoApp app;
+    MessageTable messages;
     FontTable fonts;
-    QtOperator op(app, fonts);
+    QtOperator op(messages, fonts);
     ModalClicker clicker;
     clicker.Arm("Cancel");
     EXPECT_FALSE(op.AskOffsetWarning("Offset"));

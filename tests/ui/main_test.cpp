@@ -6,7 +6,7 @@
 #include <QProcessEnvironment>
 
 #include "support/Platform.h"
-#include "ui/UiTestSupport.h"
+#include "common/WindowJob.h"
 
 namespace kesto {
 namespace {
@@ -47,7 +47,7 @@ QStringList JobArguments(const test::TestInstallation& install) {
 }
 
 TEST(KestoProcess, OnlyTheProgramPathEndsWith9020WithoutAWindow) {
-    test::TestInstallation install("ProcOnlyProgram");
+    test::TestInstallation install;
     test::EnsureQApplication();
     const Outcome outcome = RunKesto(install, {});
     EXPECT_EQ(outcome.ExitCode, 60);
@@ -55,7 +55,7 @@ TEST(KestoProcess, OnlyTheProgramPathEndsWith9020WithoutAWindow) {
 }
 
 TEST(KestoProcess, PerUserValuesExistAfterARun) {
-    test::TestInstallation install("ProcUserValues");
+    test::TestInstallation install;
     test::EnsureQApplication();
     RunKesto(install, {});
     const std::string values = install.Read("config/ORVONetwork/Vardo/Kesto.ini");
@@ -64,7 +64,7 @@ TEST(KestoProcess, PerUserValuesExistAfterARun) {
 }
 
 TEST(KestoProcess, JobWithoutScheduleEndsAsCancelWith100AndWritesTheResult) {
-    test::TestInstallation install("ProcNoSchedule");
+    test::TestInstallation install;
     install.Write("job/job.txt",
                   "#PartsInfo\nA1,1,PartA,TextA,200,150,1,5,1,0,5,,,1.0,G1,0000,,0,,X0,10\n#End\n");
     test::EnsureQApplication();
@@ -76,7 +76,7 @@ TEST(KestoProcess, JobWithoutScheduleEndsAsCancelWith100AndWritesTheResult) {
 }
 
 TEST(KestoProcess, ScreenshotModeWritesThePictureAndNoResult) {
-    test::TestInstallation install("ProcScreenshot");
+    test::TestInstallation install;
     test::EnsureQApplication();
     const QString shot = QString::fromStdString(install.Path("shot.png").string());
     const Outcome outcome = RunKesto(install, JobArguments(install), shot);

@@ -1,4 +1,5 @@
 #include "ui/dialogs/CKs_KakuDlg.h"
+#include "app/Codes.h"
 
 #include <QGuiApplication>
 #include <QLabel>
@@ -121,7 +122,7 @@ void CKs_KakuDlg::PlaceBox(int textLength) {
     line1_->setGeometry(0, 50, width, 2 * h);
     line2_->setGeometry(0, 50 + 2 * h + 10, width, 2 * h);
     const int B = height;
-    if (no1_ >= 1 && no1_ <= 200) {
+    if (no1_ >= 1 && no1_ <= kaku::kLastInforming) {
         ok_->setGeometry(width / 2 - 105, B - 35, 205, 30);
         cancel_->hide();
     } else {

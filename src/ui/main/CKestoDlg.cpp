@@ -17,14 +17,6 @@
 
 namespace kesto {
 
-namespace {
-
-// Horizontal scroll extents of the lists, in pixels.
-constexpr int kSmallBoxExtent = 650;
-constexpr int kListExtent = 720;
-
-}  // namespace
-
 CKestoDlg::CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* parent)
     : QDialog(parent), session_(session), app_(session.App()), fonts_(fonts) {
     setObjectName("CKestoDlg");
@@ -42,109 +34,89 @@ CKestoDlg::~CKestoDlg() {
     session_.SetView(nullptr);
 }
 
-QPushButton* CKestoDlg::AddButton(int id, const char* key, const char* caption, bool checkable) {
-    auto* button = new QPushButton(QString::fromLatin1(caption), this);
-    button->setObjectName(key);
-    button->setCheckable(checkable);
-    button->setAutoDefault(false);
-    controls_[id] = button;
-    return button;
-}
-
-QLabel* CKestoDlg::AddLabel(int id, const char* key, const char* caption) {
-    auto* label = new QLabel(QString::fromLatin1(caption), this);
-    label->setObjectName(key);
-    controls_[id] = label;
-    return label;
-}
-
-QListWidget* CKestoDlg::AddList(int id, const char* key, int extent) {
-    auto* list = new ExtentList(extent, this);
-    list->setObjectName(key);
-    list->setSelectionMode(QAbstractItemView::SingleSelection);
-    controls_[id] = list;
-    return list;
+void CKestoDlg::MakeControl(const ControlEntry& entry) {
+    QWidget* control = nullptr;
+    switch (entry.Kind) {
+        case ControlKind::Label:
+            control = new QLabel(QString::fromLatin1(entry.Caption), this);
+            break;
+        case ControlKind::Button:
+        case ControlKind::Toggle: {
+            auto* button = new QPushButton(QString::fromLatin1(entry.Caption), this);
+            button->setCheckable(entry.Kind == ControlKind::Toggle);
+            button->setAutoDefault(false);
+            control = button;
+            break;
+        }
+        case ControlKind::List:
+        case ControlKind::MultiList: {
+            const int extent = entry.Id == kSmallBoxList ? kSmallBoxListExtent : kListExtent;
+            auto* list = new ExtentList(extent, this);
+            list->setSelectionMode(entry.Kind == ControlKind::MultiList
+                                       ? QAbstractItemView::ExtendedSelection
+                                       : QAbstractItemView::SingleSelection);
+            control = list;
+            break;
+        }
+        case ControlKind::Combo:
+            control = new QComboBox(this);
+            break;
+        case ControlKind::Frame:
+            control = new QWidget(this);
+            control->hide();  // only its rectangle is used, by the panels
+            break;
+        case ControlKind::SecondCaption:
+            return;  // its control is made by an earlier entry
+    }
+    control->setObjectName(entry.Key != nullptr ? QString::fromLatin1(entry.Key)
+                                                : QString::number(entry.Id));
+    controls_[entry.Id] = control;
 }
 
 void CKestoDlg::BuildControls() {
-    palletSelect_ = new QComboBox(this);
-    palletSelect_->setObjectName("LIST-PALLET-SEL");
-    controls_[1044] = palletSelect_;
-    torioki_ = AddList(1002, "LIST-TORIOKI", kListExtent);
-    smallBox_ = AddList(1000, "LIST-SBOX", kSmallBoxExtent);
-    schedule_ = AddList(1001, "LIST-SCH", kListExtent);
-    allParts_ = AddList(1003, "LIST-PTALL", kListExtent);
-    allParts_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    AddLabel(1004, "L-SMALLBOX", "SmallBox");
-    AddLabel(1015, "L-SCH", "Sch");
-    AddLabel(1005, "L-TORIOKI", "Torioki");
-    AddLabel(1006, "L-ALLPARTS", "AllParts");
-    AddLabel(1019, "L-HIT", "Hit");
-    AddButton(1037, "B-SBOX1", "B1", true);
-    AddButton(1038, "B-SBOX2", "B2", true);
-    AddButton(1039, "B-SBOX3", "B3", true);
+    for (const ControlEntry& entry : kControls)
+        MakeControl(entry);
+    palletSelect_ = static_cast<QComboBox*>(Control(kPalletCombo));
+    torioki_ = static_cast<QListWidget*>(Control(kToriokiList));
+    smallBox_ = static_cast<QListWidget*>(Control(kSmallBoxList));
+    schedule_ = static_cast<QListWidget*>(Control(kScheduleList));
+    allParts_ = static_cast<QListWidget*>(Control(kAllPartsList));
     // The page buttons wait for the paging to enable them.
-    AddButton(1042, "B-SBOXP", "<<", true)->setEnabled(false);
-    AddButton(1041, "B-SBOXN", ">>", true)->setEnabled(false);
-    AddButton(1007, "B-STOT", "Down", false);
-    AddButton(1008, "B-TTOS", "Up", false);
-    AddButton(1012, "B-PTOT", "left", false);
-    AddButton(1013, "B-TTOP", "right", false);
-    AddButton(1016, "B-RETRY", "Retry", false);
-    AddButton(1017, "B-AUTO", "Auto", false);
-    AddButton(1018, "B-MAICHG", "MaiChg", false);
-    AddButton(1035, "B-HITB", "Block", true);
-    AddButton(1036, "B-HITS", "Single", true);
-    AddButton(1029, "B-3D", "3D", true);
-    AddButton(1028, "B-GRID", "Grid", true);
-    AddButton(1031, "B-NEST-A", "Direct", true);
-    AddButton(1032, "B-BLOCKDRAW", "Block", true);
-    AddButton(1024, "B-INFO", "Info", false);
-    AddButton(1025, "B-FLAT", "FLAT", false);
-    AddButton(1026, "B-DANMEN", "DANMEN", false);
-    AddButton(1027, "B-PALLET2", "2PALLET", false);
-    AddButton(1030, "B-PALLET4", "4PALLET", false);
-    AddButton(1, "B-OK", "OK", false);
-    AddButton(2, "B-CAN", "Can", false);
-    for (int id : {1014, 1040}) {
-        auto* frame = new QWidget(this);
-        frame->setObjectName(QString::number(id));
-        frame->hide();  // only its rectangle is used, by the panels
-        controls_[id] = frame;
-    }
+    Control(kPagePrevious)->setEnabled(false);
+    Control(kPageNext)->setEnabled(false);
 }
 
-QWidget* CKestoDlg::Control(int id) const {
+QWidget* CKestoDlg::Control(ControlId id) const {
     auto it = controls_.find(id);
     return it == controls_.end() ? nullptr : it->second;
 }
 
 void CKestoDlg::ConnectCommands() {
-    auto click = [this](int id, auto handler) {
+    auto click = [this](ControlId id, auto handler) {
         connect(static_cast<QPushButton*>(Control(id)), &QPushButton::clicked, this, handler);
     };
-    click(1037, [this] { OnSelectSmallBox(1); });
-    click(1038, [this] { OnSelectSmallBox(2); });
-    click(1039, [this] { OnSelectSmallBox(3); });
-    click(1041, [this] { OnBoxPage(1); });
-    click(1042, [this] { OnBoxPage(-1); });
-    click(1007, [this] { OnDown(); });
-    click(1008, [this] { OnUp(); });
-    click(1028, [this] { OnGrid(); });
-    click(1029, [this] { On3D(); });
-    click(1031, [this] { OnDirect(); });
-    click(1032, [this] { OnBlockDraw(); });
-    click(1035, [this] { OnHit(1); });
-    click(1036, [this] { OnHit(0); });
-    click(1025, [this] { OnView(0); });
-    click(1026, [this] { OnView(1); });
-    click(1030, [this] { OnView(2); });
-    click(1027, [this] { OnView(3); });
-    click(1024, [this] { OnInfo(); });
-    click(1016, [this] { OnRetry(); });
-    click(1017, [this] { OnAuto(); });
-    click(1, [this] { OnOK(); });
-    click(2, [this] { OnCancel(); });
+    click(kBoxButton1, [this] { OnSelectSmallBox(1); });
+    click(kBoxButton2, [this] { OnSelectSmallBox(2); });
+    click(kBoxButton3, [this] { OnSelectSmallBox(3); });
+    click(kPageNext, [this] { OnBoxPage(1); });
+    click(kPagePrevious, [this] { OnBoxPage(-1); });
+    click(kDownButton, [this] { OnDown(); });
+    click(kUpButton, [this] { OnUp(); });
+    click(kGridToggle, [this] { OnGrid(); });
+    click(k3DToggle, [this] { On3D(); });
+    click(kNestToggle, [this] { OnDirect(); });
+    click(kBlockDrawToggle, [this] { OnBlockDraw(); });
+    click(kHitByBlock, [this] { OnHit(1); });
+    click(kHitSingle, [this] { OnHit(0); });
+    click(kFlatButton, [this] { OnView(0); });
+    click(kDanmenButton, [this] { OnView(1); });
+    click(kFourPalletButton, [this] { OnView(2); });
+    click(kTwoPalletButton, [this] { OnView(3); });
+    click(kInfoButton, [this] { OnInfo(); });
+    click(kRetryButton, [this] { OnRetry(); });
+    click(kAutoButton, [this] { OnAuto(); });
+    click(kOk, [this] { OnOK(); });
+    click(kCancel, [this] { OnCancel(); });
     connect(schedule_, &QListWidget::itemSelectionChanged, this, [this] { OnSelectKoutei(); });
     connect(torioki_, &QListWidget::itemSelectionChanged, this, [this] { OnSelectTorioki(); });
     connect(palletSelect_, &QComboBox::currentIndexChanged, this, [this] { OnPalletSelect(); });
@@ -159,8 +131,8 @@ int CKestoDlg::OnInitDialog() {
     if (!initialised)
         return 1;
     if (!session_.AnySmallBoxDefined()) {
-        Control(1007)->setEnabled(false);
-        Control(1008)->setEnabled(false);
+        Control(kDownButton)->setEnabled(false);
+        Control(kUpButton)->setEnabled(false);
     }
     return 1;
 }
@@ -186,16 +158,16 @@ void CKestoDlg::EndDialog(int code) {
 // and every resize lays the window out again.
 void CKestoDlg::paintEvent(QPaintEvent* event) {
     QDialog::paintEvent(event);
-    if (app_.LayoutState == 0) {
-        app_.LayoutState = 2;
+    if (app_.LayoutState == layout::kNeverPainted) {
+        app_.LayoutState = layout::kDue;
         RequestLayout();
     }
 }
 
 void CKestoDlg::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
-    if (app_.LayoutState != 0) {
-        app_.LayoutState = 2;
+    if (app_.LayoutState != layout::kNeverPainted) {
+        app_.LayoutState = layout::kDue;
         RequestLayout();
     }
 }
@@ -209,15 +181,15 @@ void CKestoDlg::RequestLayout() {
 
 void CKestoDlg::ApplyLayout() {
     layoutQueued_ = false;
-    if (app_.LayoutState == 0)
+    if (app_.LayoutState == layout::kNeverPainted)
         return;
     LayoutPass();
-    if (app_.LayoutState == 3)
+    if (app_.LayoutState == layout::kLaidOut)
         drawArea_->Refresh();
     partsInfo_->update();
     partsView_->update();
-    if (app_.LayoutState == 2)
-        app_.LayoutState = 3;
+    if (app_.LayoutState == layout::kDue)
+        app_.LayoutState = layout::kLaidOut;
     update();
 }
 
@@ -233,7 +205,7 @@ void CKestoDlg::reject() {
 void CKestoDlg::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu(this);
     QAction* about = menu.addAction(QString::fromLatin1(kAboutMenuText));
-    about->setObjectName("16");
+    about->setObjectName(QString::number(kAboutCommand));
     connect(about, &QAction::triggered, this, [this] { ShowAbout(); });
     menu.exec(event->globalPos());
 }

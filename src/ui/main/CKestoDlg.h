@@ -10,12 +10,11 @@
 
 #include "app/CKestoApp.h"
 #include "session/JobSession.h"
+#include "ui/main/Controls.h"
 #include "ui/main/FontTable.h"
 
 class QComboBox;
-class QLabel;
 class QListWidget;
-class QPushButton;
 
 namespace kesto {
 
@@ -75,7 +74,7 @@ class CKestoDlg : public QDialog, private SessionView {
     void OnClose();
     void ShowAbout();
 
-    QWidget* Control(int id) const;
+    QWidget* Control(ControlId id) const;
     CKs_DrawArea* DrawArea() const { return drawArea_; }
     CKs_PartsInfo* PartsInfoPanel() const { return partsInfo_; }
     CKs_PartsView* PartsViewPanel() const { return partsView_; }
@@ -91,12 +90,11 @@ class CKestoDlg : public QDialog, private SessionView {
   private:
     void BuildControls();
     void ConnectCommands();
-    QPushButton* AddButton(int id, const char* key, const char* caption, bool checkable);
-    QLabel* AddLabel(int id, const char* key, const char* caption);
-    QListWidget* AddList(int id, const char* key, int extent);
+    // Makes the control of one entry of kControls.
+    void MakeControl(const ControlEntry& entry);
     void ApplyLayout();
     void RequestLayout();
-    void SetChecked(int id, bool checked);
+    void SetChecked(ControlId id, bool checked);
     void ResetToggles();
     void SelectScheduleRow(int row);
     void AddLine(QListWidget* list, const std::string& line);
@@ -117,7 +115,7 @@ class CKestoDlg : public QDialog, private SessionView {
     JobSession& session_;
     CKestoApp& app_;
     const FontTable& fonts_;
-    std::map<int, QWidget*> controls_;
+    std::map<ControlId, QWidget*> controls_;
     QComboBox* palletSelect_ = nullptr;
     QListWidget* torioki_ = nullptr;
     QListWidget* smallBox_ = nullptr;

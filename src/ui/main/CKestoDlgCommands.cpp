@@ -3,10 +3,11 @@
 #include <QListWidget>
 #include <QPushButton>
 
+#include "app/Codes.h"
+#include "session/ListLines.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
 #include "ui/main/CKestoDlg.h"
-#include "session/ListLines.h"
 #include "ui/main/TextCodec.h"
 
 namespace kesto {
@@ -38,7 +39,7 @@ void CKestoDlg::OnSelectKoutei() {
 
 void CKestoDlg::OnSelectSmallBox(int k) {
     for (int i = 1; i <= 3; ++i)
-        SetChecked(1036 + i, i == k);
+        SetChecked(kBoxButtons[i - 1], i == k);
     app_.CurrentBox = (boxPage_ - 1) * 3 + 99 + k;
     FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
 }
@@ -74,7 +75,7 @@ void CKestoDlg::OnPalletSelect() {
 }
 
 void CKestoDlg::OnGrid() {
-    app_.GridFlag = static_cast<QPushButton*>(Control(1028))->isChecked() ? 1 : 0;
+    app_.GridFlag = static_cast<QPushButton*>(Control(kGridToggle))->isChecked() ? 1 : 0;
     drawArea_->Refresh();
 }
 
@@ -85,13 +86,13 @@ void CKestoDlg::On3D() {
 
 void CKestoDlg::OnHit(int byBlock) {
     app_.HitByBlock = byBlock;
-    SetChecked(1035, byBlock == 1);
-    SetChecked(1036, byBlock == 0);
+    SetChecked(kHitByBlock, byBlock == 1);
+    SetChecked(kHitSingle, byBlock == 0);
 }
 
 void CKestoDlg::OnView(int mode) {
     if (drawArea_->BandActive != 0) {
-        app_.ShowKaku(session_.Svc().Op, 15, 0);
+        app_.ShowKaku(session_.Svc().Op, kaku::kBandSelectionActive, kaku::kNone);
         return;
     }
     if (mode == 0)
@@ -112,7 +113,7 @@ void CKestoDlg::OnDirect() {
         app_.IsDirect = 1;
     }
     const size_t slot = app_.IsDirect != 0 ? 1 : 0;
-    SetCaption(Control(1031), app_.DisplayFlags[slot], app_.DisplayTexts[slot]);
+    SetCaption(Control(kNestToggle), app_.DisplayFlags[slot], app_.DisplayTexts[slot]);
     OnView(app_.PalletMode);
 }
 
@@ -123,7 +124,7 @@ void CKestoDlg::OnBlockDraw() {
 
 void CKestoDlg::OnInfo() {
     if (drawArea_->BandActive != 0) {
-        app_.ShowKaku(session_.Svc().Op, 15, 0);
+        app_.ShowKaku(session_.Svc().Op, kaku::kBandSelectionActive, kaku::kNone);
         return;
     }
     app_.PartsAllState = app_.PartsAllState == 1 ? 2 : 1;

@@ -4,19 +4,12 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
-#include "ui/main/CKestoDlg.h"
+#include "app/Codes.h"
 #include "session/ListLines.h"
+#include "ui/main/CKestoDlg.h"
 #include "ui/main/TextCodec.h"
 
 namespace kesto {
-
-namespace {
-
-constexpr int kBoxButtons[3] = {1037, 1038, 1039};
-constexpr int kPageBack = 1042;
-constexpr int kPageForward = 1041;
-
-}  // namespace
 
 // The lists are sorted by their text without regard to case; equal lines keep their order.
 void CKestoDlg::AddLine(QListWidget* list, const std::string& line) {
@@ -57,7 +50,7 @@ void CKestoDlg::FillSmallBox(int koutei, int code) {
         return;
     const QSignalBlocker block(smallBox_);
     smallBox_->clear();
-    if (code < 100 || code > 198)
+    if (!IsSmallBox(code))
         return;
     for (const PartsInfo& part : app_.PartsList) {
         if (part.KouteiNo == koutei && InSmallBox(part, code))
@@ -94,31 +87,31 @@ void CKestoDlg::CountBoxPages() {
 }
 
 int CKestoDlg::TurnBoxPage(int direction) {
-    SetChecked(kPageBack, false);
-    SetChecked(kPageForward, false);
+    SetChecked(kPagePrevious, false);
+    SetChecked(kPageNext, false);
     if (direction == -1) {
         if (boxPage_ == 1)
             return 0;
         if (--boxPage_ == 1)
-            Control(kPageBack)->setEnabled(false);
+            Control(kPagePrevious)->setEnabled(false);
     } else if (direction == 1) {
         if (boxPage_ == boxPageCount_)
             return 0;
         if (++boxPage_ == boxPageCount_)
-            Control(kPageForward)->setEnabled(false);
+            Control(kPageNext)->setEnabled(false);
     } else if (boxPage_ == 1) {
-        Control(kPageBack)->setEnabled(false);
+        Control(kPagePrevious)->setEnabled(false);
     }
     if (boxPage_ > 1)
-        Control(kPageBack)->setEnabled(true);
+        Control(kPagePrevious)->setEnabled(true);
     if (boxPage_ < boxPageCount_)
-        Control(kPageForward)->setEnabled(true);
+        Control(kPageNext)->setEnabled(true);
     return 1;
 }
 
 void CKestoDlg::UpdateBoxButtons() {
     for (int k = 1; k <= 3; ++k) {
-        const int id = kBoxButtons[k - 1];
+        const ControlId id = kBoxButtons[k - 1];
         const int n = (boxPage_ - 1) * 3 + k;
         SetChecked(id, false);
         if (fonts_.Defined(boxCaptionFont_))
@@ -132,22 +125,22 @@ void CKestoDlg::UpdateBoxButtons() {
     }
 }
 
-void CKestoDlg::SetChecked(int id, bool checked) {
+void CKestoDlg::SetChecked(ControlId id, bool checked) {
     if (auto* button = qobject_cast<QPushButton*>(Control(id)))
         button->setChecked(checked);
 }
 
 // The buttons as LoadAndPlace leaves them: hit by block, box 1 of the page, grid on.
 void CKestoDlg::ResetToggles() {
-    SetChecked(1036, false);
-    SetChecked(1035, true);
-    SetChecked(1037, true);
-    SetChecked(1038, false);
-    SetChecked(1039, false);
-    SetChecked(1028, true);
-    SetChecked(1031, true);
-    SetChecked(1032, app_.IsBlockDraw != 0);
-    SetChecked(1029, false);
+    SetChecked(kHitSingle, false);
+    SetChecked(kHitByBlock, true);
+    SetChecked(kBoxButton1, true);
+    SetChecked(kBoxButton2, false);
+    SetChecked(kBoxButton3, false);
+    SetChecked(kGridToggle, true);
+    SetChecked(kNestToggle, true);
+    SetChecked(kBlockDrawToggle, app_.IsBlockDraw != 0);
+    SetChecked(k3DToggle, false);
 }
 
 void CKestoDlg::SelectScheduleRow(int row) {

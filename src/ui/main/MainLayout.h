@@ -4,6 +4,7 @@
 #include <map>
 
 #include "app/CKestoApp.h"
+#include "ui/main/Controls.h"
 
 namespace kesto {
 
@@ -16,10 +17,10 @@ struct ControlRect {
 };
 
 struct MainLayout {
-    std::map<int, ControlRect> Controls;  // by control number
-    IntRect AreaRect;                     // drawing area
-    IntRect InfoRect;                     // part-information panel
-    IntRect ViewRect;                     // part-view panel
+    std::map<ControlId, ControlRect> Controls;
+    IntRect AreaRect;  // drawing area
+    IntRect InfoRect;  // part-information panel
+    IntRect ViewRect;  // part-view panel
 };
 
 // Client width and height and the present height of the pallet combo box. Products are

@@ -1,19 +1,22 @@
-// A test installation for the start-up readers: system folder, setup list, per-user values and
-// an operator that records what it was shown. Every test gets its own folder.
+// A test installation for the start-up readers: a system folder with its setup list and the
+// services of a job (an operator that records what it was shown, a host store in memory whose
+// system folder is this folder, a message table). Every test gets its own folder and services;
+// nothing process-wide is touched.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "common/TestFiles.h"
-#include "support/MessageFile.h"
-#include "support/Platform.h"
-#include "support/RecordingOperator.h"
+#include "common/TestServices.h"
+#include "support/Services.h"
 
 namespace kesto::test {
 
@@ -33,17 +36,13 @@ inline void MakeUnopenable(const std::string& path) {
 
 class Installation {
   public:
-    // Points the system folder and the per-user values into the folder; installs Operator.
-    Installation() {
-        UseInstallation(Folder.Path().string(), Folder / "config");
-        InstallOperator(&Operator);
-    }
-    ~Installation() {
-        InstallOperator(nullptr);
-        FreeMessageFile();
-    }
+    Installation() = default;
     Installation(const Installation&) = delete;
     Installation& operator=(const Installation&) = delete;
+
+    // The services of a job run on this installation.
+    kesto::Services Get() { return Test.Get(); }
+    operator kesto::Services() { return Get(); }
 
     // bin/Ks_Setup.ini with the given "KEY : value" entries.
     void WriteSetupList(const std::vector<std::string>& entries) const {
@@ -62,7 +61,10 @@ class Installation {
     }
 
     TempFolder Folder;
-    RecordingOperator Operator;
+    TestServices Test{Folder.Path().string()};  // the system folder is Folder
+    RecordingOperator& Operator = Test.Op;
+    MemoryHostStore& Host = Test.Host;
+    MessageTable& Messages = Test.Messages;
 };
 
 }  // namespace kesto::test

@@ -1,14 +1,11 @@
 // A small Kesto installation in a fresh temporary folder: system folder, setup list, settings
-// and message file, pallet file and job. The environment points the program at it.
+// and message file, pallet file and job, for the window tests.
 #pragma once
 
-#include <unistd.h>
-
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
+
+#include "common/TestFiles.h"
 
 namespace kesto::test {
 
@@ -99,14 +96,10 @@ inline const char* kDefaultJob =
 
 class TestInstallation {
   public:
-    // A fresh folder named after the test; ORVOSystemRoot and XDG_CONFIG_HOME point into it.
-    explicit TestInstallation(const std::string& name)
-        : root_(std::filesystem::temp_directory_path() /
-                ("kesto-" + name + "-" + std::to_string(getpid()))) {
-        std::filesystem::remove_all(root_);
-        std::filesystem::create_directories(root_ / "out");
-        setenv("ORVOSystemRoot", root_.c_str(), 1);
-        setenv("XDG_CONFIG_HOME", (root_ / "config").c_str(), 1);
+    // The files of the installation in a fresh folder named after the running test. Nothing
+    // points the program at it: hand Root() to a host store as the system folder.
+    TestInstallation() {
+        std::filesystem::create_directories(folder_.Path() / "out");
         Write("bin/Ks_Setup.ini",
               "#File\nIEJ : job/job.txt\nIEK : out/result.csv\nIEL : out/haichi.csv\n"
               "MSG : msg/\n#End\n");
@@ -114,38 +107,29 @@ class TestInstallation {
         Write("pallet.txt", kDefaultPallet);
         Write("job/job.txt", kDefaultJob);
     }
-    ~TestInstallation() {
-        std::error_code ignored;
-        std::filesystem::remove_all(root_, ignored);
-    }
     TestInstallation(const TestInstallation&) = delete;
     TestInstallation& operator=(const TestInstallation&) = delete;
 
-    const std::filesystem::path& Root() const { return root_; }
-    std::filesystem::path Path(const std::string& relative) const { return root_ / relative; }
+    const std::filesystem::path& Root() const { return folder_.Path(); }
+    std::filesystem::path Path(const std::string& relative) const {
+        return folder_.Path() / relative;
+    }
 
     void Write(const std::string& relative, const std::string& text) const {
-        const std::filesystem::path path = root_ / relative;
-        std::filesystem::create_directories(path.parent_path());
-        std::ofstream(path, std::ios::binary) << text;
+        WriteFile(folder_ / relative, text);
     }
-    std::string Read(const std::string& relative) const {
-        std::ifstream in(root_ / relative, std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
+    std::string Read(const std::string& relative) const { return ReadFile(folder_ / relative); }
     bool Exists(const std::string& relative) const {
-        return std::filesystem::exists(root_ / relative);
+        return std::filesystem::exists(folder_.Path() / relative);
     }
 
     // The command line the host gives: program, pallet file, direct, inch, offsets, corner.
-    std::string CommandLine() const {
-        return "kesto " + (root_ / "pallet.txt").string() + " 0 0 0 0 1";
+    std::string CommandLine(const std::string& offsets = "0 0") const {
+        return "kesto " + Path("pallet.txt").string() + " 0 0 " + offsets + " 1";
     }
 
   private:
-    std::filesystem::path root_;
+    TempFolder folder_;
 };
 
 }  // namespace kesto::test

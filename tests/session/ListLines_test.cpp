@@ -1,4 +1,4 @@
-#include "ui/main/ListLines.h"
+#include "session/ListLines.h"
 
 #include <gtest/gtest.h>
 

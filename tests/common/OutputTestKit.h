@@ -1,59 +1,24 @@
 // Shared by the output tests: a job filled in code inside a fresh temporary folder, with the
-// operator and the host machine replaced, and helpers to read back what was written.
+// test's own services (a recording operator, a host machine in memory whose system folder is
+// "<folder>/sys"). Files are read back with the helpers of TestFiles.h.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
-#include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <optional>
-#include <sstream>
 #include <string>
-#include <vector>
 
 #include "app/CKestoApp.h"
-#include "support/Platform.h"
-#include "support/RecordingOperator.h"
+#include "common/TestFiles.h"
+#include "common/TestServices.h"
+#include "output/CKs_FileSave.h"
 
 namespace kesto::test {
 
 namespace fs = std::filesystem;
-
-// A host machine whose system folder is a test's own folder and that keeps no user values.
-class FolderHostStore : public HostStore {
-  public:
-    explicit FolderHostStore(std::string folder) : folder_(std::move(folder)) {}
-    SystemFolderResult SystemFolder() override { return {SystemFolderStatus::Ok, folder_}; }
-    std::optional<std::string> ReadUserValue(const std::string&) override { return std::nullopt; }
-    bool WriteUserValue(const std::string&, const std::string&) override { return true; }
-
-  private:
-    std::string folder_;
-};
-
-inline std::string ReadBytes(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
-
-inline std::vector<std::string> ReadLines(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(in, line);)
-        lines.push_back(line);
-    return lines;
-}
-
-inline void WriteBytes(const fs::path& path, const std::string& text) {
-    fs::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << text;
-}
 
 // Files written beyond `bytes` fail with EFBIG for the life of the object (as a full disk
 // would), so a write failure can be provoked also when the tests run as root.
@@ -82,21 +47,15 @@ class FileSizeLimit {
 class OutputTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        dir_ = fs::temp_directory_path() / ("kesto-" + std::string(info->test_suite_name()) + "-" +
-                                            info->name() + "-" + std::to_string(getpid()));
-        fs::remove_all(dir_);
         fs::create_directories(dir_ / "sys");
-        host_ = std::make_unique<FolderHostStore>((dir_ / "sys").string());
-        InstallHostStore(host_.get());
+        testServices_.Host.Folder.Folder = (dir_ / "sys").string();
         app_ = std::make_unique<CKestoApp>();
         app_->PalletCount = 4;
     }
-    void TearDown() override {
-        app_.reset();
-        InstallHostStore(nullptr);
-        fs::remove_all(dir_);
-    }
+    void TearDown() override { app_.reset(); }
+
+    // The output worker on this test's job and services.
+    CKs_FileSave FileSave() { return CKs_FileSave(*app_, services_); }
 
     PartsInfo& AddPart(const std::string& code, int32_t koutei, int32_t num1,
                        const std::string& groupKey = "G1", int32_t num2 = 0) {
@@ -157,9 +116,11 @@ class OutputTest : public ::testing::Test {
     }
     std::string PathOf(const std::string& name) const { return (dir_ / name).string(); }
 
-    fs::path dir_;
-    std::unique_ptr<FolderHostStore> host_;
-    InstalledRecorder operator_;
+    TempFolder folder_;
+    const fs::path dir_ = folder_.Path();
+    TestServices testServices_;
+    RecordingOperator& operator_ = testServices_.Op;
+    Services services_ = testServices_.Get();
     std::unique_ptr<CKestoApp> app_;
 };
 

@@ -1,22 +1,17 @@
-// What every window test needs: one QApplication on the offscreen platform and an operator
-// that records the questions instead of showing them.
+// What every window test needs: one QApplication on the offscreen platform, and a job of a
+// test installation run by a session over recording services, with a main window over it.
 #pragma once
 
 #include <QApplication>
 #include <QtTest/QTest>
 #include <cstdlib>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include <memory>
+#include <string>
 
 #include "app/CKestoApp.h"
-#include "support/MessageFile.h"
-#include "support/Platform.h"
-#include "support/RecordingOperator.h"
-#include "ui/TestInstallation.h"
-#include "ui/main/Application.h"
+#include "common/TestInstallation.h"
+#include "common/TestServices.h"
+#include "session/JobSession.h"
 #include "ui/main/CKestoDlg.h"
 #include "ui/main/FontTable.h"
 
@@ -41,37 +36,38 @@ inline bool ShowLaidOut(CKestoApp& app, QWidget& window, int width, int height) 
     return QTest::qWaitFor([&] { return app.LayoutState == 3 && window.width() == width; }, 5000);
 }
 
-// An installation, a recording operator, the job read from it and a main window over it.
-// Change the installation's files before Start().
+// A test installation, services that record the operator's questions and keep the host in
+// memory (its system folder is the installation), the session of the job read from it and a
+// main window over it. Change the installation's files, or Svc.Op.Answer, before Start().
 struct WindowJob {
-    explicit WindowJob(const std::string& name) : Install(name) { EnsureQApplication(); }
-    ~WindowJob() {
-        Dialog.reset();
-        FreeMessageFile();
-    }
+    WindowJob() : Svc(Install.Root().string()) { EnsureQApplication(); }
     WindowJob(const WindowJob&) = delete;
     WindowJob& operator=(const WindowJob&) = delete;
 
-    // Reads settings and input; true when that succeeded. The window is made either way.
-    bool Start() {
-        App = std::make_unique<CKestoApp>();
-        App->CommandLine = Install.CommandLine();
-        const bool started = StartUp(*App) == 1;
-        Fonts.Build(*App);
-        Dialog = std::make_unique<CKestoDlg>(*App, Fonts);
+    // A new session: per-user values, settings and input; true when that succeeded. The
+    // window is made either way.
+    bool Start(const std::string& commandLine = "") {
+        Dialog.reset();
+        Session = std::make_unique<JobSession>(
+            Svc.Get(), commandLine.empty() ? Install.CommandLine() : commandLine);
+        const bool started = Session->StartUp();
+        Fonts.Build(Session->App());
+        Dialog = std::make_unique<CKestoDlg>(*Session, Fonts);
         return started;
     }
     // Start() and the dialog's initialisation with the first placement.
-    bool Open() {
-        if (!Start())
+    bool Open(const std::string& commandLine = "") {
+        if (!Start(commandLine))
             return false;
         Dialog->OnInitDialog();
         return true;
     }
 
+    CKestoApp& App() { return Session->App(); }
+
     TestInstallation Install;
-    InstalledRecorder Operator;
-    std::unique_ptr<CKestoApp> App;
+    TestServices Svc;
+    std::unique_ptr<JobSession> Session;
     FontTable Fonts;
     std::unique_ptr<CKestoDlg> Dialog;
 };

@@ -1,0 +1,119 @@
+// The codes of the job: error codes, the numbered messages the program raises, destination
+// codes, and the states and modes several layers share. One catalogue, so that no number
+// stands bare in two places.
+#pragma once
+
+#include <cstdint>
+
+namespace kesto {
+
+// ErrorCode values: the first failure of start-up, input, placement or output.
+namespace error {
+inline constexpr int32_t kNone = 0;
+inline constexpr int32_t kSettingsFileMissing = 9001;  // "Kesto.ini" not found
+inline constexpr int32_t kJobFileMissing = 9010;
+inline constexpr int32_t kJobFileUnreadable = 9011;
+inline constexpr int32_t kNoMemoryForBox = 9012;
+inline constexpr int32_t kNoMemoryForKoutei = 9013;
+inline constexpr int32_t kNoMemoryForPart = 9014;
+inline constexpr int32_t kNoMemoryForStack = 9015;
+inline constexpr int32_t kPalletFileMissing = 9020;
+inline constexpr int32_t kPalletFileUnreadable = 9021;
+inline constexpr int32_t kNoMemoryForPallet = 9022;
+// The result file reuses the pallet file's two numbers, as the machine's hosts expect.
+inline constexpr int32_t kResultFileUnopened = 9021;
+inline constexpr int32_t kResultFileUnwritten = 9022;
+inline constexpr int32_t kSaveFileUnopened = 9023;
+inline constexpr int32_t kSaveFileStackLine = 9024;
+inline constexpr int32_t kSaveFileUnplacedLine = 9025;
+inline constexpr int32_t kOutlineUnreadable = 9026;
+inline constexpr int32_t kBlockTableAlloc = 9101;
+inline constexpr int32_t kBlockTableOverflow = 9102;
+}  // namespace error
+
+// Numbers of the confirmation dialog's messages ("Msg%.3d" of section "KakuDlg"). Up to 200
+// they inform, above 200 they ask.
+namespace kaku {
+inline constexpr int32_t kNone = 0;
+inline constexpr int32_t kNoPalletForKoutei = 1;
+inline constexpr int32_t kUnknownBox = 2;
+inline constexpr int32_t kDestinationNotAllowed = 3;
+inline constexpr int32_t kNotASmallBox = 4;
+inline constexpr int32_t kOutsideSmallBoxSize = 5;  // with its second line 6
+inline constexpr int32_t kOutsideSmallBoxSize2 = 6;
+inline constexpr int32_t kNoLineSelected = 7;
+inline constexpr int32_t kPartsLeftShort = 8;
+inline constexpr int32_t kNothingPlacedBack = 9;
+inline constexpr int32_t kPartlyPlaced = 10;
+inline constexpr int32_t kPiecesOnPallets = 11;  // with its second line 12
+inline constexpr int32_t kPiecesOnPallets2 = 12;
+inline constexpr int32_t kOutsidePalletBoxSize = 13;  // with its second line 14
+inline constexpr int32_t kOutsidePalletBoxSize2 = 14;
+inline constexpr int32_t kBandSelectionActive = 15;
+inline constexpr int32_t kLastInforming = 200;
+inline constexpr int32_t kAskRetry = 202;  // with its second line 203
+inline constexpr int32_t kAskRetry2 = 203;
+inline constexpr int32_t kAskAuto = 204;  // with its second line 205
+inline constexpr int32_t kAskAuto2 = 205;
+inline constexpr int32_t kAskDeleteResult = 208;
+inline constexpr const char* kOffsetWarningKey = "Msg209";
+}  // namespace kaku
+
+// The answers of the confirmation dialog.
+inline constexpr int kAnswerOk = 1;
+inline constexpr int kAnswerCancel = 2;
+
+// Destination codes of a part (PartsInfo::Destination).
+namespace destination {
+inline constexpr int32_t kFirstSmallBox = 100;  // small box 1
+inline constexpr int32_t kLastSmallBox = 198;   // small box 99
+inline constexpr int32_t kTorioki = 1000;       // the set-aside area
+inline constexpr int32_t kDirectA = 99998;      // special codes, allowed only with DirectFlag
+inline constexpr int32_t kDirectB = 99999;
+}  // namespace destination
+
+// Below 100: the pallets of the part's process.
+inline bool IsPalletCode(int32_t code) {
+    return code < destination::kFirstSmallBox;
+}
+inline bool IsSmallBox(int32_t code) {
+    return code >= destination::kFirstSmallBox && code <= destination::kLastSmallBox;
+}
+inline bool IsTorioki(int32_t code) {
+    return code == destination::kTorioki;
+}
+inline bool IsDirectCode(int32_t code) {
+    return code == destination::kDirectA || code == destination::kDirectB;
+}
+// Small box n (1..99) has code n + 99.
+inline int32_t SmallBoxCode(int32_t n) {
+    return n + destination::kFirstSmallBox - 1;
+}
+inline int32_t SmallBoxNumber(int32_t code) {
+    return code - destination::kFirstSmallBox + 1;
+}
+inline constexpr int32_t kSmallBoxSlots = 99;
+
+// The view of the drawing area (CKestoApp::PalletMode).
+namespace view {
+inline constexpr int32_t kFlat = 0;
+inline constexpr int32_t kDanmen = 1;
+inline constexpr int32_t kFourPallet = 2;
+inline constexpr int32_t kTwoPallet = 3;
+}  // namespace view
+
+// The main window's layout state (CKestoApp::LayoutState).
+namespace layout {
+inline constexpr int32_t kNeverPainted = 0;
+inline constexpr int32_t kDue = 2;
+inline constexpr int32_t kLaidOut = 3;
+}  // namespace layout
+
+// The modes of CKs_Haichi::StackPart and PlaceOnePart.
+namespace stacking {
+inline constexpr int kAllPallets = 0;        // every pallet of the process
+inline constexpr int kPalletsInView = 1;     // the current pallet and its neighbours by view
+inline constexpr int kAllPalletsCapped = 2;  // every pallet, capped and shared as in view
+}  // namespace stacking
+
+}  // namespace kesto

@@ -1,0 +1,60 @@
+#include "cli/BatchOperator.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "common/TestFiles.h"
+#include "common/TestServices.h"
+
+namespace kesto {
+namespace {
+
+// A message file with one informing and one asking message.
+class BatchOperatorTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        test::WriteFile(folder / "Kesto.ini",
+                        "[KakuDlg]\nMsg005=1,\"Parts left\"\nMsg210=1,\"Delete the result?\"\n");
+        test::RecordingOperator loading;
+        ASSERT_EQ(messages.Load(folder / "Kesto.ini", loading), 0);
+    }
+    test::TempFolder folder;
+    MessageTable messages;
+    std::ostringstream err;
+};
+
+TEST_F(BatchOperatorTest, MessageBoxIsPrintedWithTheProgramName) {
+    BatchOperator op(messages, err, 1);
+    op.ShowMessageBox("File Open Error!![x]");
+    EXPECT_EQ(err.str(), "kesto: File Open Error!![x]\n");
+}
+
+TEST_F(BatchOperatorTest, QuestionPrintsBothMessagesAndGivesTheAnswer) {
+    BatchOperator cancel(messages, err, 2);
+    EXPECT_EQ(cancel.AskKaku(210, 5), 2);
+    EXPECT_EQ(err.str(), "kesto: message 210: Delete the result?\nkesto: message 005: Parts left\n");
+    err.str("");
+    BatchOperator ok(messages, err, 1);
+    EXPECT_EQ(ok.AskKaku(210, 0), 1);
+    EXPECT_EQ(err.str(), "kesto: message 210: Delete the result?\n");
+}
+
+TEST_F(BatchOperatorTest, InformingMessagesUpTo200AreAnsweredWithOk) {
+    BatchOperator op(messages, err, 2);
+    EXPECT_EQ(op.AskKaku(5, 0), 1);
+    EXPECT_EQ(op.AskKaku(200, 0), 1);
+    EXPECT_EQ(op.AskKaku(201, 0), 2);
+    EXPECT_EQ(err.str().rfind("kesto: message 005: Parts left\nkesto: message 200: \n", 0), 0u);
+}
+
+TEST_F(BatchOperatorTest, OffsetWarningIsPrintedAndAnsweredAsConfigured) {
+    BatchOperator ok(messages, err, 1);
+    BatchOperator cancel(messages, err, 2);
+    EXPECT_TRUE(ok.AskOffsetWarning("Offset over"));
+    EXPECT_FALSE(cancel.AskOffsetWarning("Offset over"));
+    EXPECT_EQ(err.str(), "kesto: Offset over\nkesto: Offset over\n");
+}
+
+}  // namespace
+}  // namespace kesto

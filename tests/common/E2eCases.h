@@ -1,0 +1,53 @@
+// The end-to-end installations of tests/e2e: each case folder holds case.txt, install/ and
+// expected/. Shared by the golden runs and the window-and-batch contract.
+#pragma once
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "common/TestFiles.h"
+
+namespace kesto::test {
+
+inline std::filesystem::path E2eRoot() {
+    const char* source = std::getenv("KESTO_SOURCE_DIR");
+    return std::filesystem::path(source != nullptr ? source : KESTO_SOURCE_DIR_DEFAULT) /
+           "tests" / "e2e";
+}
+
+inline std::filesystem::path BinaryDir() {
+    const char* bin = std::getenv("KESTO_BINARY_DIR");
+    return std::filesystem::path(bin != nullptr ? bin : KESTO_BINARY_DIR_DEFAULT);
+}
+
+// The names of the case folders, sorted.
+inline std::vector<std::string> E2eCaseNames() {
+    std::vector<std::string> names;
+    std::error_code ec;
+    for (const auto& entry : std::filesystem::directory_iterator(E2eRoot(), ec)) {
+        if (std::filesystem::exists(entry.path() / "case.txt"))
+            names.push_back(entry.path().filename());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// The "key: value" lines of a case.txt.
+inline std::map<std::string, std::string> ReadCaseFile(const std::filesystem::path& file) {
+    std::map<std::string, std::string> values;
+    for (const std::string& line : ReadLines(file.string())) {
+        const auto colon = line.find(':');
+        if (colon == std::string::npos)
+            continue;
+        std::string value = line.substr(colon + 1);
+        value.erase(0, value.find_first_not_of(' '));
+        values[line.substr(0, colon)] = value;
+    }
+    return values;
+}
+
+}  // namespace kesto::test

@@ -1,0 +1,132 @@
+#include "session/JobCheck.h"
+
+#include <gtest/gtest.h>
+
+#include "JobGenerator.h"
+#include "common/PlacementFixture.h"
+
+namespace kesto::test {
+namespace {
+
+using Kaku = std::vector<std::pair<int, int>>;
+
+class CheckJobTest : public PlacementTest {
+  protected:
+    CheckJobTest() {
+        AddPallet(GridPallet("PAL"));
+        AddKoutei(1, "PAL");
+        app->PalletCount = 2;
+    }
+    void AddBox(int32_t no) { Job().AddBox(no); }
+};
+
+TEST_F(CheckJobTest, ConsistentJobPassesAndBuildsTheBlocks) {
+    AddBox(0);
+    AddPart(1, 10, 10, 1);
+    EXPECT_EQ(CheckJob(*app, services), 1);
+    EXPECT_EQ(app->BlocksCapacity, 50);
+    EXPECT_EQ(app->BlocksCount, 18);
+    EXPECT_EQ(app->KouteiList.begin()->Mark, &*app->PalletList.begin());
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(CheckJobTest, ProcessWithoutPalletGivesMessageOne) {
+    AddKoutei(2, "OTHER");
+    AddBox(0);
+    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{1, 0}}));
+}
+
+TEST_F(CheckJobTest, BlockTableFailureEndsTheCheckWithoutMessage) {
+    app->PalletList.begin()->Param1 = 100000;
+    app->PalletList.begin()->Param2 = 100000;
+    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_EQ(app->ErrorCode, 9101);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(CheckJobTest, DestinationWithoutBoxGivesMessageTwo) {
+    AddBox(0);
+    AddPart(1, 10, 10, 1).Num2 = 5;
+    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
+}
+
+TEST_F(CheckJobTest, EmptyBoxListFailsEveryPartEvenSpecialCodes) {
+    app->DirectFlag = 1;
+    AddPart(1, 10, 10, 1).Num2 = 99999;
+    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
+}
+
+TEST_F(CheckJobTest, PartOfAMissingProcessGivesMessageTwo) {
+    AddBox(0);
+    AddPart(4, 10, 10, 1);
+    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
+}
+
+TEST_F(CheckJobTest, SpecialCodesPassOnlyWithDirectFlag) {
+    AddBox(0);
+    AddPart(1, 10, 10, 1).Num2 = 99998;
+    app->DirectFlag = 1;
+    EXPECT_EQ(CheckJob(*app, services), 1);
+    app->DirectFlag = 0;
+    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
+}
+
+TEST_F(CheckJobTest, SetAsideDestinationGivesMessageThree) {
+    AddBox(1000);
+    AddPart(1, 10, 10, 1).Num2 = 1000;
+    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
+}
+
+TEST_F(CheckJobTest, SmallBoxNeedsItsFlag) {
+    AddBox(0);
+    AddBox(101);
+    AddPart(1, 10, 10, 1).Num2 = 101;
+    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
+    app->BoxFlags[2] = 1;
+    EXPECT_EQ(CheckJob(*app, services), 1);
+}
+
+TEST_F(CheckJobTest, CodeAboveTheSmallBoxesGivesMessageThree) {
+    AddBox(199);
+    AddPart(1, 10, 10, 1).Num2 = 199;
+    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
+}
+
+TEST_F(CheckJobTest, EveryPartIsCheckedForABoxBeforeAnyIsCheckedForItsCode) {
+    AddBox(1000);
+    AddPart(1, 10, 10, 1).Num2 = 1000;
+    AddPart(1, 10, 10, 1).Num2 = 7;
+    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
+}
+
+// The seeded jobs of the benchmarks are consistent: every one passes the whole check.
+class GeneratedJobCheckTest : public PlacementTest,
+                              public ::testing::WithParamInterface<JobShape> {};
+
+TEST_P(GeneratedJobCheckTest, GeneratedJobPassesTheCheck) {
+    FillApp(*app, GenerateJob(GetParam()));
+    EXPECT_EQ(CheckJob(*app, services), 1);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+std::string SizeName(const ::testing::TestParamInfo<JobShape>& info) {
+    static const char* const names[] = {"Small", "Medium", "Largest", "SampleLike"};
+    return names[info.index];
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, GeneratedJobCheckTest,
+                         ::testing::Values(SmallJobShape(), MediumJobShape(), LargestJobShape(),
+                                           SampleLikeJobShape()),
+                         SizeName);
+
+}  // namespace
+}  // namespace kesto::test

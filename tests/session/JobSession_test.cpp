@@ -1,0 +1,360 @@
+// A job session from the first placement to the exit code, on a job filled in code (Parts 1.1,
+// 4.1, 4.2 and 4.3): LoadAndPlace with its check, restore and placement; OK, Cancel and Close
+// with the offset check and the files; the exit codes.
+#include "session/JobSession.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "session/SessionFixture.h"
+
+namespace kesto::test {
+namespace {
+
+using UserValues = std::map<std::string, std::string>;
+
+// --- LoadAndPlace --------------------------------------------------------------------
+
+class LoadAndPlaceTest : public SessionTest {};
+
+TEST_F(LoadAndPlaceTest, ResetsTheSelectionStateAndReadsThePalletChoice) {
+    app.HitByBlock = 0;
+    app.GridFlag = 0;
+    app.CurrentKoutei = 3;
+    app.CurrentPallet = 2;
+    app.PalletCount = 4;
+    app.BoxFlags[2] = 1;
+    app.BoxFlags[3] = 1;
+    EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
+    EXPECT_EQ(app.HitByBlock, 1);
+    EXPECT_EQ(app.GridFlag, 1);
+    EXPECT_EQ(app.CurrentKoutei, 1);
+    EXPECT_EQ(app.CurrentBox, 101);
+    EXPECT_EQ(app.PalletCount, 1);
+    EXPECT_EQ(app.PalletPrefix, "P");
+    EXPECT_EQ(app.CurrentPallet, 1);
+}
+
+TEST_F(LoadAndPlaceTest, CurrentBoxStaysWhenNoneOfTheFirstThreeBoxesIsDefined) {
+    app.CurrentBox = 150;
+    app.BoxFlags[4] = 1;
+    EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
+    EXPECT_EQ(app.CurrentBox, 150);
+}
+
+TEST_F(LoadAndPlaceTest, KeptCountsBecomeThePartialQuantities) {
+    PartsInfo& a = AddPart(9);
+    PartsInfo& boxed = AddPart(9, 100);
+    PartsInfo& beyond = AddPart(9);
+    beyond.Work[0] = 1;
+    job.AddBox(100);
+    app.BoxFlags[1] = 1;
+    EXPECT_EQ(session.LoadAndPlace(1, 0, {0, 2, 3}), 1);
+    EXPECT_FALSE(session.Ended());
+    EXPECT_EQ(a.Work[0], 2);
+    EXPECT_EQ(a.Work[1], 2);
+    EXPECT_EQ(boxed.Work[0], 3);
+    EXPECT_EQ(boxed.Num2, 0);
+    EXPECT_EQ(boxed.Work[1], 3);
+    EXPECT_EQ(beyond.Work[0], 1);
+    EXPECT_EQ(beyond.Work[1], 1);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(LoadAndPlaceTest, FullRunRestoresTheSaveFileBeforePlacing) {
+    PartsInfo& a = AddPart(2);
+    a.Num5 = 1;
+    PartsInfo& b = AddPart(1);
+    WriteFile(Out("save.csv"),
+              "A1,1,N,1,2,690.0000,10.0000,-1,T,300.0000,200.0000,1.0000,0,0,A1,0,4\n");
+    EXPECT_EQ(session.LoadAndPlace(0, 1, {}), 1);
+    ASSERT_EQ(job.StacksOf(a).size(), 1u);
+    EXPECT_EQ(job.StacksOf(a)[0]->BlockIndex, 0);
+    EXPECT_EQ(a.Work[1], 2);
+    EXPECT_EQ(job.StacksOf(b).at(0)->BlockIndex, 1);
+}
+
+TEST_F(LoadAndPlaceTest, SaveFileOfAnUnplacedPartFailsTheRun) {
+    AddPart(2).Num5 = 1;
+    WriteFile(Out("save.csv"),
+              "A1,1,N,0,2,0.0000,0.0000,-1,T,300.0000,200.0000,1.0000,0,-1,A1,-1,-1\n");
+    EXPECT_EQ(session.LoadAndPlace(0, 1, {}), 0);
+    EXPECT_TRUE(app.HaichiList.Empty());
+}
+
+TEST_F(LoadAndPlaceTest, WithoutFullRunTheSaveFileIsNotRead) {
+    PartsInfo& a = AddPart(2);
+    a.Num5 = 1;
+    WriteFile(Out("save.csv"),
+              "A1,1,N,0,2,0.0000,0.0000,-1,T,300.0000,200.0000,1.0000,0,-1,A1,-1,-1\n");
+    EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
+    EXPECT_EQ(a.Work[1], 2);
+}
+
+class CountingView : public SessionView {
+  public:
+    void ShowResetJob() override { ++Resets; }
+    void ShowPlacedJob() override { ++Placed; }
+    int Resets = 0;
+    int Placed = 0;
+};
+
+TEST_F(LoadAndPlaceTest, ViewIsShownThePlacedJobOnlyAfterASuccess) {
+    CountingView view;
+    session.SetView(&view);
+    AddPart(2).Num5 = 1;
+    EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
+    EXPECT_EQ(view.Resets, 1);
+    EXPECT_EQ(view.Placed, 1);
+    WriteFile(Out("save.csv"),
+              "A1,1,N,0,2,0.0000,0.0000,-1,T,300.0000,200.0000,1.0000,0,-1,A1,-1,-1\n");
+    EXPECT_EQ(session.LoadAndPlace(0, 1, {}), 0);
+    EXPECT_EQ(view.Resets, 2);
+    EXPECT_EQ(view.Placed, 1);
+}
+
+// --- a failed check: the Cancel handling, then still the placement -------------------
+
+class FailedCheckTest : public SessionTest {};
+
+// Part 2 names box 5, which the job does not define: message 2. The Cancel handling writes
+// the files as the job stands before anything is placed (the parts have no Num5, so the
+// restore that follows ignores what was just written), and the placement still runs.
+TEST_F(FailedCheckTest, CancelHandlingWritesTheFilesAndThePlacementStillRuns) {
+    PartsInfo& a = AddPart(2);
+    PartsInfo& b = AddPart(1, 5);
+    EXPECT_TRUE(session.Init());
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
+    EXPECT_TRUE(session.Ended());
+    EXPECT_FALSE(session.Aborted());
+    EXPECT_EQ(ReadLines(Out("res.csv_tmp")), (Lines{"0001,1,N1,0,2", "0002,1,N2,0,1"}));
+    EXPECT_EQ(ReadLines(Out("res.csv")),
+              (Lines{"A1,1,N1,0,2,PLT001-G1,1,A1", "A2,1,N2,0,1,PLT001-G1,1,A2"}));
+    const Lines saved{
+        "A1,1,N1,0,2,0.0000,0.0000,10,T1,  300.0000,  200.0000,    1.0000,0,-1,A1,-1,-1",
+        "A2,1,N2,0,1,0.0000,0.0000,-1,T2,  300.0000,  200.0000,    1.0000,0,-1,A2,-1,-1"};
+    EXPECT_EQ(ReadLines(Out("save.csv")), saved);
+    EXPECT_EQ(a.Work[1], 2);
+    EXPECT_EQ(b.Work[1], 1);
+
+    // The job has ended: OK changes nothing any more, and the exit code is that of Cancel.
+    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_EQ(ReadLines(Out("save.csv")), saved);
+    EXPECT_EQ(session.Exit(), 100);
+}
+
+// With save keys (as every part read from a job file has), the restore that follows reads the
+// save file the Cancel handling has just written: part 1's line has no block (-1) and the part
+// is bound for a pallet, so the restore fails and nothing is placed.
+TEST_F(FailedCheckTest, PartsWithSaveKeysFailTheRestoreOfTheFileJustWritten) {
+    PartsInfo& a = AddPart(2);
+    a.Num5 = 1;
+    AddPart(1, 5).Num5 = 2;
+    EXPECT_FALSE(session.Init());
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
+    EXPECT_TRUE(session.Ended());
+    EXPECT_EQ(ReadLines(Out("save.csv")).size(), 2u);
+    EXPECT_TRUE(app.HaichiList.Empty());
+    EXPECT_EQ(a.Work[1], 0);
+    EXPECT_EQ(session.Exit(), 100);
+}
+
+TEST_F(FailedCheckTest, OffsetStopDuringTheCancelHandlingAbortsWithoutWritingOrPlacing) {
+    PartsInfo& a = AddPart(2);
+    a.Text4 = "0001";
+    AddPart(1, 5);
+    // A stack whose right edge 990 lies beyond the right limit 1000 - 20.
+    job.AddStack(a, 0, 990, 10, 2);
+    app.OffsetSet = 1;
+    pallet->Work2 = 20;
+    op.Answer = 2;
+    EXPECT_FALSE(session.Init());
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
+    EXPECT_EQ(op.Warnings, (Lines{"Offset over"}));
+    EXPECT_TRUE(session.Ended());
+    EXPECT_TRUE(session.Aborted());
+    EXPECT_TRUE(NothingWritten());
+    EXPECT_EQ(job.StacksOf(a).size(), 1u);
+    EXPECT_EQ(session.Exit(), 999);
+    EXPECT_TRUE(testServices.Host.UserValues.empty());
+}
+
+// --- Init ---------------------------------------------------------------------------------
+
+class InitTest : public SessionTest {};
+
+TEST_F(InitTest, JobWithoutProcessesEndsThroughCancel) {
+    app.KouteiList.Clear();
+    app.KouteiList.Count = 0;
+    EXPECT_FALSE(session.Init());
+    EXPECT_TRUE(session.Ended());
+    EXPECT_TRUE(NothingWritten());
+    EXPECT_TRUE(op.KakuNumbers.empty());
+    EXPECT_EQ(session.Exit(), 100);
+}
+
+// The save file restores part 1's stack, then fails on the line of part 2, which is bound for
+// a pallet but saved without a block (-1). The initialisation stops there; OK still writes
+// the job as far as it was restored.
+TEST_F(InitTest, FailedRestoreStopsTheInitialisationButOkWritesWhatWasRestored) {
+    PartsInfo& a = AddPart(2);
+    a.Num5 = 1;
+    PartsInfo& b = AddPart(1);
+    b.Num5 = 2;
+    WriteFile(Out("save.csv"),
+              "A1,1,N1,1,2,690.0000,10.0000,10,T1,300.0000,200.0000,1.0000,0,1,A1,0,4\n"
+              "A2,1,N2,0,1,0.0000,0.0000,10,T2,300.0000,200.0000,1.0000,0,-1,A2,-1,-1\n");
+    EXPECT_FALSE(session.Init());
+    EXPECT_FALSE(session.Ended());
+    EXPECT_TRUE(op.KakuNumbers.empty());
+    ASSERT_EQ(job.StacksOf(a).size(), 1u);
+    const HaichiInfo& stack = *job.StacksOf(a)[0];
+    EXPECT_EQ(stack.BlockIndex, 0);
+    EXPECT_EQ(stack.Value, 2);
+    EXPECT_DOUBLE_EQ(stack.X, 990);
+    EXPECT_DOUBLE_EQ(stack.Y, 10);
+    EXPECT_EQ(stack.Flag, 4);
+    EXPECT_EQ(a.Work[1], 2);
+    EXPECT_TRUE(job.StacksOf(b).empty());
+
+    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_TRUE(op.KakuNumbers.empty());
+    EXPECT_EQ(ReadLines(Out("res.csv_tmp")), (Lines{"A1,1,N1,1,2", "0002,1,N2,0,1"}));
+    EXPECT_EQ(ReadLines(Out("res.csv")),
+              (Lines{"A1,1,N1,1001,2,PLT001-G1,1,A1", "A2,1,N2,0,1,PLT001-G1,1,A2"}));
+    EXPECT_EQ(ReadLines(Out("save.csv")),
+              (Lines{"A1,1,N1,1,2,  690.0000,   10.0000,10,T1,  300.0000,  200.0000,    "
+                     "1.0000,0,1,A1,0,4",
+                     "A2,1,N2,0,1,0.0000,0.0000,10,T2,  300.0000,  200.0000,    "
+                     "1.0000,0,-1,A2,-1,-1"}));
+    EXPECT_EQ(session.Exit(), 0);
+}
+
+// --- finishing: OK, Cancel, Close and the exit code --------------------------------------
+
+// Part 1 (two pieces) placed by the session into the first block: one stack at (990, 10).
+class FinishTest : public SessionTest {
+  protected:
+    FinishTest() : part(AddPart(2)) { EXPECT_EQ(session.LoadAndPlace(0, 1, {}), 1); }
+
+    // Part 1's right side is checked against a right limit of 1000 - 20: its stack violates it.
+    void StackBeyondTheOffset() {
+        part.Text4 = "0001";
+        app.OffsetSet = 1;
+        pallet->Work2 = 20;
+    }
+    void ExpectPlacedFiles() {
+        EXPECT_EQ(ReadLines(Out("res.csv_tmp")), (Lines{"A1,1,N1,1,2"}));
+        EXPECT_EQ(ReadLines(Out("res.csv")), (Lines{"A1,1,N1,1001,2,PLT001-G1,1,A1"}));
+        EXPECT_EQ(ReadLines(Out("save.csv")),
+                  (Lines{"A1,1,N1,1,2,  690.0000,   10.0000,10,T1,  300.0000,  200.0000,    "
+                         "1.0000,0,1,A1,0,4"}));
+    }
+
+    PartsInfo& part;
+};
+
+TEST_F(FinishTest, OkWritesTheFilesAndExitsWithZero) {
+    ASSERT_EQ(job.StacksOf(part).size(), 1u);
+    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_TRUE(session.Ended());
+    EXPECT_FALSE(session.Aborted());
+    EXPECT_EQ(app.DialogOk, 1);
+    ExpectPlacedFiles();
+    EXPECT_TRUE(op.KakuNumbers.empty());
+    EXPECT_TRUE(op.Warnings.empty());
+    EXPECT_EQ(session.Exit(), 0);
+    // The exit saves the per-user values, frees the job and the message table.
+    EXPECT_EQ(testServices.Host.UserValues, (UserValues{{"IsBlockDraw", "0"}, {"IsDirect", "-1"}}));
+    EXPECT_TRUE(app.PartsList.Empty());
+    EXPECT_FALSE(testServices.Messages.Loaded());
+}
+
+TEST_F(FinishTest, CancelWritesTheSameFilesAndExitsWithHundred) {
+    EXPECT_TRUE(session.Finish(JobEnd::Cancel));
+    EXPECT_TRUE(session.Ended());
+    EXPECT_EQ(app.DialogOk, 0);
+    ExpectPlacedFiles();
+    EXPECT_EQ(session.Exit(), 100);
+}
+
+TEST_F(FinishTest, CloseEndsThroughCancel) {
+    EXPECT_TRUE(session.Close());
+    EXPECT_TRUE(session.Ended());
+    ExpectPlacedFiles();
+    EXPECT_EQ(session.Exit(), 100);
+}
+
+TEST_F(FinishTest, EndedJobIsNotFinishedAgain) {
+    EXPECT_TRUE(session.Finish(JobEnd::Cancel));
+    std::filesystem::remove(Out("save.csv"));
+    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_TRUE(session.Close());
+    EXPECT_FALSE(Exists("save.csv"));
+    EXPECT_EQ(session.Exit(), 100);
+}
+
+// Part 1 set aside after the placement is short: the result writer asks message 208.
+TEST_F(FinishTest, RefusedResultKeepsTheJobOpen) {
+    ASSERT_TRUE(session.Down(part.Seq));
+    op.Answer = 2;
+    EXPECT_FALSE(session.Finish(JobEnd::Ok));
+    EXPECT_FALSE(session.Ended());
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{208, 0}}));
+    EXPECT_TRUE(Exists("res.csv_tmp"));
+    EXPECT_FALSE(Exists("res.csv"));
+    EXPECT_FALSE(Exists("save.csv"));
+
+    op.Answer = 1;
+    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_TRUE(session.Ended());
+    EXPECT_FALSE(Exists("res.csv"));
+    EXPECT_EQ(ReadLines(Out("save.csv")),
+              (Lines{"A1,1,N1,0,2,0.0000,0.0000,-1,T1,  300.0000,  200.0000,    "
+                     "1.0000,0,-1,A1,-1,-1"}));
+    EXPECT_EQ(session.Exit(), 0);
+}
+
+TEST_F(FinishTest, OffsetWarningAnsweredOkGoesOnWriting) {
+    StackBeyondTheOffset();
+    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_EQ(op.Warnings, (Lines{"Offset over"}));
+    EXPECT_FALSE(session.Aborted());
+    ExpectPlacedFiles();
+    EXPECT_EQ(session.Exit(), 0);
+}
+
+TEST_F(FinishTest, OffsetStopAtOkEndsWith999AndWritesNothing) {
+    StackBeyondTheOffset();
+    op.Answer = 2;
+    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_EQ(op.Warnings, (Lines{"Offset over"}));
+    EXPECT_TRUE(session.Ended());
+    EXPECT_TRUE(session.Aborted());
+    EXPECT_TRUE(NothingWritten());
+    EXPECT_EQ(session.Exit(), 999);
+    EXPECT_TRUE(testServices.Host.UserValues.empty());
+}
+
+TEST_F(FinishTest, CloseChecksTheOffsetsAndCancelChecksThemAgain) {
+    StackBeyondTheOffset();
+    EXPECT_TRUE(session.Close());
+    EXPECT_EQ(op.Warnings, (Lines{"Offset over", "Offset over"}));
+    EXPECT_FALSE(session.Aborted());
+    ExpectPlacedFiles();
+    EXPECT_EQ(session.Exit(), 100);
+}
+
+TEST_F(FinishTest, OffsetStopAtCloseEndsWith999AndWritesNothing) {
+    StackBeyondTheOffset();
+    op.Answer = 2;
+    EXPECT_TRUE(session.Close());
+    EXPECT_EQ(op.Warnings, (Lines{"Offset over"}));
+    EXPECT_TRUE(session.Aborted());
+    EXPECT_TRUE(NothingWritten());
+    EXPECT_EQ(session.Exit(), 999);
+}
+
+}  // namespace
+}  // namespace kesto::test

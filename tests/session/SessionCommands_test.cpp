@@ -1,0 +1,173 @@
+// The deciding commands of the main window on a job filled in code (Part 4.3): Down, Up and
+// the table of placed counts that Auto carries over.
+#include <gtest/gtest.h>
+
+#include <numeric>
+
+#include "session/SessionFixture.h"
+
+namespace kesto::test {
+namespace {
+
+class DownTest : public SessionTest {};
+
+TEST_F(DownTest, NoSelectedLineShowsMessageSeven) {
+    PartsInfo& p = AddPart(4, 100);
+    EXPECT_FALSE(session.Down(std::nullopt));
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{7, 0}}));
+    EXPECT_EQ(p.Num2, 100);
+    EXPECT_EQ(p.Work[2], 0);
+}
+
+TEST_F(DownTest, SetsThePartAsideWithAllItsPieces) {
+    AddPart(3, 100);
+    PartsInfo& p = AddPart(4, 100);
+    EXPECT_TRUE(session.Down(p.Seq));
+    EXPECT_EQ(p.Num2, 1000);
+    EXPECT_EQ(p.Work[2], 4);
+    EXPECT_EQ(p.Work[1], 0);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(DownTest, PartOfAnotherProcessIsNotFoundAndNothingChanges) {
+    PartsInfo& p = AddPart(4, 100);
+    p.KouteiNo = 2;
+    EXPECT_TRUE(session.Down(p.Seq));
+    EXPECT_EQ(p.Num2, 100);
+    EXPECT_EQ(p.Work[2], 0);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+// Small box 1 (code 100) takes parts from 100 to 200 wide and from 150 to 250 deep.
+class UpTest : public SessionTest {
+  protected:
+    UpTest() {
+        BoxInfo& box = job.AddBox(100, 3);
+        box.Size = {100, 200, 150, 250};
+        app.CurrentBox = 100;
+    }
+    // A part set aside by Down: destination 1000, every piece set aside.
+    PartsInfo& SetAside(double sx, double sy) {
+        PartsInfo& p = AddPart(4, 1000);
+        p.SizeX = sx;
+        p.SizeY = sy;
+        p.Work[2] = 4;
+        return p;
+    }
+};
+
+TEST_F(UpTest, CurrentBoxOutsideTheSmallBoxesShowsMessageFour) {
+    PartsInfo& p = SetAside(150, 200);
+    for (int32_t box : {99, 199, 1000}) {
+        op.KakuNumbers.clear();
+        app.CurrentBox = box;
+        EXPECT_FALSE(session.Up(p.Seq)) << box;
+        EXPECT_EQ(op.KakuNumbers, (Kaku{{4, 0}})) << box;
+    }
+    EXPECT_EQ(p.Num2, 1000);
+    EXPECT_EQ(p.Work[2], 4);
+}
+
+TEST_F(UpTest, TheBoxIsCheckedBeforeTheSelection) {
+    app.CurrentBox = 99;
+    EXPECT_FALSE(session.Up(std::nullopt));
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{4, 0}}));
+}
+
+TEST_F(UpTest, NoSelectedLineShowsMessageSeven) {
+    EXPECT_FALSE(session.Up(std::nullopt));
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{7, 0}}));
+}
+
+TEST_F(UpTest, PartThatFitsGoesIntoTheSmallBox) {
+    PartsInfo& p = SetAside(150, 200);
+    EXPECT_TRUE(session.Up(p.Seq));
+    EXPECT_EQ(p.Num2, 100);
+    EXPECT_EQ(p.Work[1], 0);
+    EXPECT_EQ(p.Work[2], 0);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(UpTest, SizeBoundsAreInclusive) {
+    PartsInfo& largest = SetAside(200, 250);
+    PartsInfo& smallest = SetAside(100, 150);
+    EXPECT_TRUE(session.Up(largest.Seq));
+    EXPECT_TRUE(session.Up(smallest.Seq));
+    EXPECT_EQ(largest.Num2, 100);
+    EXPECT_EQ(smallest.Num2, 100);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(UpTest, PartOutsideTheSizeRangeShowsMessagesFiveAndSix) {
+    PartsInfo& wide = SetAside(200.5, 200);
+    PartsInfo& narrow = SetAside(99.5, 200);
+    PartsInfo& deep = SetAside(150, 250.5);
+    PartsInfo& shallow = SetAside(150, 149.5);
+    for (PartsInfo* p : {&wide, &narrow, &deep, &shallow}) {
+        op.KakuNumbers.clear();
+        EXPECT_FALSE(session.Up(p->Seq)) << p->Seq;
+        EXPECT_EQ(op.KakuNumbers, (Kaku{{5, 6}})) << p->Seq;
+        EXPECT_EQ(p->Num2, 1000);
+        EXPECT_EQ(p->Work[2], 4);
+    }
+}
+
+TEST_F(UpTest, BoxWithoutARecordChecksNoSize) {
+    app.CurrentBox = 101;
+    PartsInfo& p = SetAside(900, 900);
+    EXPECT_TRUE(session.Up(p.Seq));
+    EXPECT_EQ(p.Num2, 101);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(UpTest, PartWithPiecesOnThePalletsShowsElevenAndTwelveAndStays) {
+    PartsInfo& p = SetAside(150, 200);
+    p.Num2 = 0;
+    p.Work[1] = 1;
+    p.Work[2] = 0;
+    EXPECT_TRUE(session.Up(p.Seq));
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{11, 12}}));
+    EXPECT_EQ(p.Num2, 0);
+    EXPECT_EQ(p.Work[1], 1);
+    EXPECT_EQ(p.Work[2], 0);
+}
+
+TEST_F(UpTest, PartOfAnotherProcessIsNotFoundAndNothingChanges) {
+    PartsInfo& p = SetAside(150, 200);
+    p.KouteiNo = 2;
+    EXPECT_TRUE(session.Up(p.Seq));
+    EXPECT_EQ(p.Num2, 1000);
+    EXPECT_EQ(p.Work[2], 4);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+class KeepTableTest : public SessionTest {};
+
+TEST_F(KeepTableTest, HoldsThePlacedCountOfEachPartBySeq) {
+    AddPart(5).Work[1] = 3;
+    AddPart(5);
+    PartsInfo& last = AddPart(9);
+    last.Seq = 999;
+    last.Work[1] = 7;
+    const std::vector<int> keep = session.KeepTable();
+    ASSERT_EQ(keep.size(), 1000u);
+    EXPECT_EQ(keep[1], 3);
+    EXPECT_EQ(keep[2], 0);
+    EXPECT_EQ(keep[999], 7);
+    EXPECT_EQ(std::accumulate(keep.begin(), keep.end(), 0), 10);
+}
+
+TEST_F(KeepTableTest, PartsNumberedBeyondTheTableAreLeftOut) {
+    PartsInfo& beyond = AddPart(5);
+    beyond.Seq = 1000;
+    beyond.Work[1] = 4;
+    PartsInfo& negative = AddPart(5);
+    negative.Seq = -1;
+    negative.Work[1] = 4;
+    const std::vector<int> keep = session.KeepTable();
+    ASSERT_EQ(keep.size(), 1000u);
+    EXPECT_EQ(std::accumulate(keep.begin(), keep.end(), 0), 0);
+}
+
+}  // namespace
+}  // namespace kesto::test
