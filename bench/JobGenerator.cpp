@@ -23,7 +23,7 @@ PalletInfo MakePallet(int no, const JobShape& shape) {
     PalletInfo p;
     p.No = no;
     p.Name = Format("PAL%02d", no);
-    p.Dims = {0,
+    SetDims(p, {0,
               0,
               2 * kMargin + shape.CellsX * (kCellW + kCellGap),
               2 * kMargin + shape.CellsY * (kCellD + kCellGap),
@@ -33,12 +33,12 @@ PalletInfo MakePallet(int no, const JobShape& shape) {
               kCellW,
               kCellD,
               kCellGap,
-              kCellGap};
-    p.Param1 = shape.CellsX;
-    p.Param2 = shape.CellsY;
-    p.Len1 = kStackGap;
-    p.Len2 = kStackGap;
-    p.Text2 = Format("Pallet %d", no);
+              kCellGap});
+    p.CellsX = shape.CellsX;
+    p.CellsY = shape.CellsY;
+    p.StackGapX = kStackGap;
+    p.StackGapY = kStackGap;
+    p.ScheduleText = Format("Pallet %d", no);
     return p;
 }
 
@@ -71,19 +71,19 @@ PartsInfo MakePart(int index, const JobShape& shape, std::mt19937& rng) {
     p.Code = Format("A%03d", index + 1);
     p.KouteiNo = static_cast<int>(int64_t{index} * shape.Processes / shape.Parts) + 1;
     p.Name = Format("PART%03d", index + 1);
-    p.Text1 = Format("Text %03d", index + 1);
+    p.DisplayName = Format("Text %03d", index + 1);
     SizePart(p, rng);
     p.DirCode = 1;
     p.DirText = "U";
-    p.Num1 = std::uniform_int_distribution<int>(1, 60)(rng);
+    p.Quantity = std::uniform_int_distribution<int>(1, 60)(rng);
     const bool toBox =
         shape.SmallBoxes > 0 && std::uniform_int_distribution<int>(0, 99)(rng) < shape.BoxPercent;
-    p.Num2 = toBox ? 100 + std::uniform_int_distribution<int>(0, shape.SmallBoxes - 1)(rng) : 0;
-    p.Num4 = std::uniform_int_distribution<int>(0, 20)(rng);
-    p.Thick = 1.0;
+    p.Destination = toBox ? 100 + std::uniform_int_distribution<int>(0, shape.SmallBoxes - 1)(rng) : 0;
+    p.PerStackLimit = std::uniform_int_distribution<int>(0, 20)(rng);
+    p.Thickness = 1.0;
     p.GroupKey = "G1";
-    p.Num5 = index + 1;
-    p.Value1 = std::uniform_int_distribution<int>(1, 6)(rng);
+    p.SaveKey = index + 1;
+    p.PieceHeight = std::uniform_int_distribution<int>(1, 6)(rng);
     return p;
 }
 
@@ -96,10 +96,10 @@ std::string PalletFileText(const GeneratedJob& job) {
     std::string text;
     for (const PalletInfo& p : job.Pallets) {
         text += Format("P%d,%s", p.No, p.Name.c_str());
-        for (double d : p.Dims)
-            text += Format(",%.4f", d);
+        for (double PalletInfo::*dim : kPalletDims)
+            text += Format(",%.4f", p.*dim);
         text +=
-            Format(",%d,%d,%.4f,%.4f,%s\n", p.Param1, p.Param2, p.Len1, p.Len2, p.Text2.c_str());
+            Format(",%d,%d,%.4f,%.4f,%s\n", p.CellsX, p.CellsY, p.StackGapX, p.StackGapY, p.ScheduleText.c_str());
     }
     for (int n = 1; n <= job.SmallBoxes; ++n)
         text += Format("B%d\n", n);
@@ -108,9 +108,9 @@ std::string PalletFileText(const GeneratedJob& job) {
 
 std::string PartLine(const PartsInfo& p, const std::string& outline) {
     return Format("%s,%d,%s,%s,%.4f,%.4f,%d,%d,%d,%d,%d,,,%.4f,%s,%s,%s,1,,K%d,%.4f\n",
-                  p.Code.c_str(), p.KouteiNo, p.Name.c_str(), p.Text1.c_str(), p.SizeX, p.SizeY,
-                  p.DirCode, p.Num1, p.Num2, p.Num3, p.Num4, p.Thick, p.GroupKey.c_str(),
-                  p.Text4.c_str(), outline.c_str(), p.Num5, p.Value1);
+                  p.Code.c_str(), p.KouteiNo, p.Name.c_str(), p.DisplayName.c_str(), p.SizeX, p.SizeY,
+                  p.DirCode, p.Quantity, p.Destination, p.SaveNumber, p.PerStackLimit, p.Thickness, p.GroupKey.c_str(),
+                  p.SensitiveSides.c_str(), outline.c_str(), p.SaveKey, p.PieceHeight);
 }
 
 std::string OutlineText(const PartsInfo& p) {
@@ -164,10 +164,10 @@ GeneratedJob GenerateJob(const JobShape& shape) {
     }
     // Boxes 0..Pallets-1 stand for the pallets; 100.. for the small boxes (not counted).
     for (int n = 0; n < shape.Pallets; ++n) {
-        job.Boxes.push_back({Format("PLT%d", n), n, n + 1, {1000, 800, 500, 0}, 0});
+        job.Boxes.push_back({Format("PLT%d", n), n, n + 1, {1000, 800, 500, 0}});
     }
     for (int n = 0; n < job.SmallBoxes; ++n) {
-        job.Boxes.push_back({Format("BOX%d", n + 1), 100 + n, 10, {300, 200, 100, 0}, 0});
+        job.Boxes.push_back({Format("BOX%d", n + 1), 100 + n, 10, {300, 200, 100, 0}});
     }
     const int parts = std::clamp(shape.Parts, 0, 999);
     for (int i = 0; i < parts; ++i)
@@ -199,13 +199,13 @@ namespace {
 
 GeneratedJob WithOptions(GeneratedJob job, const InstallOptions& options) {
     for (size_t i = 0; options.SensitiveSides && i < job.Parts.size(); i += 2)
-        job.Parts[i].Text4 = "1111";
+        job.Parts[i].SensitiveSides = "1111";
     if (options.UnknownDestination && !job.Parts.empty())
-        job.Parts.back().Num2 = 150;
+        job.Parts.back().Destination = 150;
     if (options.UndefinedSmallBox && !job.Parts.empty()) {
         const int code = 100 + job.SmallBoxes;
-        job.Boxes.push_back({"SBX", code, 10, {0, 2000, 0, 2000}, 0});
-        job.Parts.back().Num2 = code;
+        job.Boxes.push_back({"SBX", code, 10, {0, 2000, 0, 2000}});
+        job.Parts.back().Destination = code;
     }
     return job;
 }

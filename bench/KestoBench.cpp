@@ -62,7 +62,7 @@ std::unique_ptr<CKestoApp> CheckedJob(BenchRun& run, const JobShape& shape) {
 void ResetPlacement(CKestoApp& app) {
     app.HaichiList.Clear();
     for (PartsInfo& p : app.PartsList)
-        p.Work[1] = 0;
+        p.PiecesPlaced = 0;
     for (BlockInfo& b : app.Blocks) {
         b.CornerMask = 0;
         b.Occupant = nullptr;

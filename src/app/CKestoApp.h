@@ -30,14 +30,15 @@ public:
     std::array<int32_t, 5> FontHeight{};
     std::array<int32_t, 5> FontCharSet{};
     std::array<std::string, 5> FontNames;
-    int32_t Reserved0 = 0;
     int32_t PartsAllState = 1;
     RecordList<BoxInfo> BoxList;
     RecordList<KouteiInfo> KouteiList;
     RecordList<PartsInfo> PartsList;
     RecordList<HaichiInfo> HaichiList;
     int32_t DirectFlag = 0;
-    int32_t Reserved1 = 0;
+    // Reserved1: 1 while the right command places one part, so StackPart does not share the
+    // quantity out over the stacks it made.
+    int32_t SkipShareOut = 0;
     RecordList<PalletInfo> PalletList;
     std::array<int32_t, 100> BoxFlags{};  // index 1..99
     std::vector<BlockInfo> Blocks;         // entries 0..BlocksCount-1 are filled
@@ -68,10 +69,10 @@ public:
     IntRect AreaRect;
     IntRect InfoRect;
     IntRect ViewRect;
-    // Display members reset when the per-user values are first read.
-    std::array<int32_t, 2> DisplayFlags{1, 1};
-    std::array<std::string, 2> DisplayTexts;
-    std::array<int32_t, 3> BlockDrawState{};
+    // The arrangement toggle's two captions ("B-NEST-A" for IsDirect 0, "B-NEST-D" otherwise):
+    // font numbers and texts, reset when the per-user values are first read.
+    std::array<int32_t, 2> NestCaptionFonts{1, 1};
+    std::array<std::string, 2> NestCaptionTexts;
 
     // --- process -------------------------------------------------------------------
     std::string CommandLine;  // the whole command line, the program's own path included

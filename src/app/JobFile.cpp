@@ -35,7 +35,6 @@ bool AddBox(CKestoApp& app, const FieldList& f) {
     box->Kind = AtoL(f[2]);
     for (size_t i = 0; i < box->Size.size(); ++i)
         box->Size[i] = AtoF(f[static_cast<int>(i) + 3]);
-    box->Used = 0;
     // Boxes numbered 100 or more stay in the list but are invisible to its users.
     if (box->No < kUncountedBoxNo)
         ++app.BoxList.Count;
@@ -74,24 +73,24 @@ void FillPart(PartsInfo& part, const FieldList& f) {
         part.No = AtoLFromSecond(f[0]);
     part.KouteiNo = AtoL(f[1]);
     part.Name = CutField(f[2], kName64);
-    part.Text1 = CutField(f[3], kText52);
+    part.DisplayName = CutField(f[3], kText52);
     part.SizeX = AtoF(f[4]);
     part.SizeY = AtoF(f[5]);
     part.DirCode = AtoL(f[6]);
     part.DirText = DirTextOf(part.DirCode);
-    part.Num1 = AtoL(f[7]);
-    part.Num2 = AtoL(f[8]);
-    part.Num3 = AtoL(f[9]);
-    part.Num4 = AtoL(f[10]);
-    part.Text2 = CutField(f[11], kName32);
-    part.Text3 = CutField(f[12], kName64);
-    part.Thick = AtoF(f[13]);
+    part.Quantity = AtoL(f[7]);
+    part.Destination = AtoL(f[8]);
+    part.SaveNumber = AtoL(f[9]);
+    part.PerStackLimit = AtoL(f[10]);
+    part.SheetText = CutField(f[11], kName32);
+    part.MaterialName = CutField(f[12], kName64);
+    part.Thickness = AtoF(f[13]);
     part.GroupKey = CutField(f[14], kCode8);
-    part.Text4 = CutField(f[15], kText5);
+    part.SensitiveSides = CutField(f[15], kText5);
     part.OutlinePath = CutField(f[16], kPath256);
     part.HasOutline = AtoL(f[17]);
-    part.Num5 = AtoLFromSecond(f[19]);
-    part.Value1 = AtoF(f[20]);
+    part.SaveKey = AtoLFromSecond(f[19]);
+    part.PieceHeight = AtoF(f[20]);
 }
 
 bool AddPart(CKestoApp& app, const FieldList& f) {

@@ -18,32 +18,57 @@ inline constexpr size_t kText52 = 52;
 inline constexpr size_t kText5 = 5;
 inline constexpr size_t kPath256 = 256;
 
+// One pallet type: a 'P' line of the pallet definition file, completed by its 'R' lines.
+// Lengths are millimetres, or inches when the job runs in inch mode.
 struct PalletInfo {
-    int32_t No = 0;
-    std::string Name;  // 32
-    std::array<double, 11> Dims{};
-    int32_t Param1 = 0;
-    int32_t Param2 = 0;
-    double Len1 = 0;
-    double Len2 = 0;
-    std::string Text2;  // 32
-    double OffsetA = 0;
-    double OffsetB = 0;
-    double Work1 = 0;
-    double Work2 = 0;
+    int32_t No = 0;    // column 1 without its 'P'
+    std::string Name;  // column 2 (32); the processes name their pallet by it
+    double SaveOffsetX = 0;  // column 3, Dims[0]: subtracted from x in the placement save file
+    double SaveOffsetY = 0;  // column 4, Dims[1]: added to y in the save file; enters the offsets
+    double LengthX = 0;      // column 5, Dims[2]: x extent, the greatest x a stack may reach
+    double LengthY = 0;      // column 6, Dims[3]: y extent, the greatest y a stack may reach
+    double MaxStackHeight = 0;  // column 7, Dims[4]: greatest stack height
+    double MarginX = 0;         // column 8, Dims[5]: x margin of the cell grid (right end)
+    double MarginY = 0;         // column 9, Dims[6]: y margin, the smallest y of a stack
+    double CellWidth = 0;       // column 10, Dims[7]: cell width
+    double CellDepth = 0;       // column 11, Dims[8]: cell depth
+    double CellGapX = 0;        // column 12, Dims[9]: gap between cells in x
+    double CellGapY = 0;        // column 13, Dims[10]: gap between cells in y
+    int32_t CellsX = 0;         // column 14, Param1: number of cells in x
+    int32_t CellsY = 0;         // column 15, Param2: number of cells in y
+    double StackGapX = 0;       // column 16, Len1: clearance kept beside a stack in x
+    double StackGapY = 0;       // column 17, Len2: clearance kept beside a stack in y
+    std::string ScheduleText;   // column 18 (32), Text2: shown for the pallet in the schedule list
+    double OffsetA = 0;     // upper limit of the offset check (computed from the command line)
+    double OffsetB = 0;     // lower limit of the offset check (the command-line value itself)
+    double LimitLeft = 0;   // Work1: left limit of the offset check; 0 when read
+    double LimitRight = 0;  // Work2: right limit of the offset check; 0 when read
     int32_t RackXCount = 0;
     int32_t RackYCount = 0;
     std::array<double, 5> RackX{};
     std::array<double, 5> RackY{};
-    double RackPitch = 0;
+    double RackPitch = 0;  // how far rack lines run past the pallet edge
 };
 
+// Columns 3 to 13 of a 'P' line (Dims[0..10]) in file order.
+inline constexpr std::array<double PalletInfo::*, 11> kPalletDims{
+    &PalletInfo::SaveOffsetX, &PalletInfo::SaveOffsetY,    &PalletInfo::LengthX,
+    &PalletInfo::LengthY,     &PalletInfo::MaxStackHeight, &PalletInfo::MarginX,
+    &PalletInfo::MarginY,     &PalletInfo::CellWidth,      &PalletInfo::CellDepth,
+    &PalletInfo::CellGapX,    &PalletInfo::CellGapY};
+
+// Sets columns 3 to 13 of a pallet from values in file order.
+inline void SetDims(PalletInfo& pallet, const std::array<double, 11>& values) {
+    for (size_t i = 0; i < kPalletDims.size(); ++i)
+        pallet.*kPalletDims[i] = values[i];
+}
+
+// One line of the #BoxInfo section: a pallet box (No below 100) or a small box.
 struct BoxInfo {
-    std::string Name;  // 32
-    int32_t No = 0;
-    int32_t Kind = 0;
-    std::array<double, 4> Size{};
-    double Used = 0;
+    std::string Name;  // column 1 (32)
+    int32_t No = 0;    // column 2; 100 or more: linked but not counted
+    int32_t Kind = 0;  // column 3; written as the box kind of the save file
+    std::array<double, 4> Size{};  // columns 4-7: least and greatest SizeX, least and greatest SizeY
 };
 
 struct KouteiInfo {
@@ -71,35 +96,37 @@ struct ShapeElement {
     std::array<double, 15> P{};
 };
 
+// One line of the #PartsInfo section: one finished part.
 struct PartsInfo {
-    int32_t Seq = 0;
-    int32_t No = 0;
-    std::string Code;  // 8
-    int32_t KouteiNo = 0;
-    std::string Name;   // 64
-    std::string Text1;  // 52
-    double SizeX = 0;
-    double SizeY = 0;
-    int32_t DirCode = 0;
-    int32_t Num1 = 0;
-    std::array<int32_t, 3> Work{};
-    int32_t Num2 = 0;
-    int32_t Num3 = 0;
-    int32_t Num4 = 0;
-    std::string Text2;  // 32
-    std::string Text3;  // 64
-    double Thick = 0;
-    std::string GroupKey;  // 8
-    int32_t SortDone = 0;
-    std::string Text4;             // 5
-    std::string SortCode = "0000";  // 5
-    int32_t HasOutline = 0;
-    std::string OutlinePath;  // 256
+    int32_t Seq = 0;       // 1-based line number among the parts read
+    int32_t No = 0;        // column 1 as a number (from its second character when that gives 0)
+    std::string Code;      // column 1 as written (8)
+    int32_t KouteiNo = 0;  // column 2: the process the part belongs to
+    std::string Name;         // column 3 (64)
+    std::string DisplayName;  // column 4 (52), Text1: the part's name in the lists
+    double SizeX = 0;         // column 5: footprint of one piece in x
+    double SizeY = 0;         // column 6: footprint of one piece in y
+    int32_t DirCode = 0;      // column 7: 1, 10 or 11 (see DirText)
+    int32_t Quantity = 0;     // column 8, Num1: pieces to put down
+    int32_t PartialQuantity = 0;  // Work[0]: quantity Auto carries over for a partial placement
+    int32_t PiecesPlaced = 0;     // Work[1]: pieces in the part's stacks on the pallets
+    int32_t PiecesSetAside = 0;   // Work[2]: pieces accounted for elsewhere (set aside)
+    int32_t Destination = 0;      // column 9, Num2: pallet, small box, set-aside or direct code
+    int32_t SaveNumber = 0;       // column 10, Num3: carried into the save file
+    int32_t PerStackLimit = 0;    // column 11, Num4: greatest pieces in one stack; 0 = no limit
+    std::string SheetText;        // column 12 (32), Text2: shown in the part panel
+    std::string MaterialName;     // column 13 (64), Text3: shown and sorted by in the part lists
+    double Thickness = 0;         // column 14, Thick
+    std::string GroupKey;         // column 15 (8): groups the parts of a process when sorted
+    int32_t SortDone = 0;         // 1 once the sort has put the part in its place
+    std::string SensitiveSides;   // column 16 (5), Text4: '1' per side the offset check covers
+    int32_t HasOutline = 0;       // column 18: 1 when the outline file is to be read
+    std::string OutlinePath;      // column 17 (256)
     int32_t ShapeCount = 0;
     std::vector<ShapeElement> Shapes;
-    std::string DirText;  // 8
-    int32_t Num5 = 0;
-    double Value1 = 0;
+    std::string DirText;      // "U", "D", "UD" or "" from DirCode (8)
+    int32_t SaveKey = 0;      // column 20 from its second character, Num5: key in the save file
+    double PieceHeight = 0;   // column 21, Value1: height one piece adds to a stack
 };
 
 struct HaichiInfo {

@@ -34,20 +34,20 @@ void SetBoxFlag(CKestoApp& app, const std::string& line) {
 void FillPallet(PalletInfo& pallet, const FieldList& fields, double factor) {
     pallet.No = AtoLFromSecond(fields[0]);
     pallet.Name = CutField(fields[1], kName32);
-    for (size_t i = 0; i < pallet.Dims.size(); ++i) {
-        pallet.Dims[i] = AtoF(fields[static_cast<int>(i) + 2]) * factor;
+    for (size_t i = 0; i < kPalletDims.size(); ++i) {
+        pallet.*kPalletDims[i] = AtoF(fields[static_cast<int>(i) + 2]) * factor;
     }
-    pallet.Param1 = AtoL(fields[13]);
-    pallet.Param2 = AtoL(fields[14]);
-    pallet.Len1 = AtoF(fields[15]) * factor;
-    pallet.Len2 = AtoF(fields[16]) * factor;
-    pallet.Text2 = CutField(fields[17], kName32);
+    pallet.CellsX = AtoL(fields[13]);
+    pallet.CellsY = AtoL(fields[14]);
+    pallet.StackGapX = AtoF(fields[15]) * factor;
+    pallet.StackGapY = AtoF(fields[16]) * factor;
+    pallet.ScheduleText = CutField(fields[17], kName32);
 }
 
 // OffsetA keeps the remaining distance, OffsetB the command-line value itself: the two are
 // stored differently on purpose.
 void ApplyOffsets(CKestoApp& app, PalletInfo& pallet) {
-    const double reach = pallet.Dims[3] + pallet.Dims[1];
+    const double reach = pallet.LengthY + pallet.SaveOffsetY;
     if (app.OffsetA > 0) {
         const double d = reach - app.OffsetA * LengthFactor(app);
         if (d > 0) {

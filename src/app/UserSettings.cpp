@@ -34,11 +34,10 @@ void CKestoApp::ReadRegistrySettings(HostStore& host) {
     // The direct setting is read once a run, so a change by the operator survives Retry.
     if (IsDirect == -1) {
         ReadUserInt(host, "IsDirect", IsDirect);
-        DisplayFlags = {1, 1};
-        DisplayTexts = {};
+        NestCaptionFonts = {1, 1};
+        NestCaptionTexts = {};
     }
     ReadUserInt(host, "IsBlockDraw", IsBlockDraw);
-    BlockDrawState = {};
 }
 
 void CKestoApp::WriteRegistrySettings(HostStore& host) {

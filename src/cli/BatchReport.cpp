@@ -24,7 +24,7 @@ void ReportPallets(const CKestoApp& app, std::ostream& out) {
     for (const PalletInfo& p : app.PalletList) {
         out << FormatText(
             "  P%d %-12s %9.4f x %9.4f, height %9.4f, cells %d x %d, racks X %d Y %d\n", p.No,
-            p.Name.c_str(), p.Dims[2], p.Dims[3], p.Dims[4], p.Param1, p.Param2, p.RackXCount,
+            p.Name.c_str(), p.LengthX, p.LengthY, p.MaxStackHeight, p.CellsX, p.CellsY, p.RackXCount,
             p.RackYCount);
     }
     out << "Small boxes defined:";
@@ -53,8 +53,8 @@ void ReportParts(const CKestoApp& app, std::ostream& out) {
         out << FormatText(
             "  %.3d %-7s process %d group %-4s %9.4f x %9.4f qty %3d dest %5d sheets %2d, "
             "%d outline elements\n",
-            p.Seq, p.Code.c_str(), p.KouteiNo, p.GroupKey.c_str(), p.SizeX, p.SizeY, p.Num1, p.Num2,
-            p.Num4, ElementCount(p));
+            p.Seq, p.Code.c_str(), p.KouteiNo, p.GroupKey.c_str(), p.SizeX, p.SizeY, p.Quantity, p.Destination,
+            p.PerStackLimit, ElementCount(p));
     }
 }
 
@@ -112,12 +112,12 @@ void ReportPlacement(const CKestoApp& app, std::ostream& out) {
         ReportProcessStacks(app, k, highest, out);
     int shortParts = 0;
     for (const PartsInfo& p : app.PartsList) {
-        if (!IsPalletCode(p.Num2) || p.Num1 == p.Work[1])
+        if (!IsPalletCode(p.Destination) || p.Quantity == p.PiecesPlaced)
             continue;
         if (shortParts++ == 0)
             out << "Parts short:\n";
-        out << FormatText("  %.3d %-7s placed %d of %d\n", p.Seq, p.Code.c_str(), p.Work[1],
-                          p.Num1);
+        out << FormatText("  %.3d %-7s placed %d of %d\n", p.Seq, p.Code.c_str(), p.PiecesPlaced,
+                          p.Quantity);
     }
     if (shortParts == 0)
         out << "Parts short: none\n";

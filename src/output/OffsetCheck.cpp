@@ -21,17 +21,17 @@ bool SideChecked(const std::string& text4, size_t i) {
 
 bool ViolatesLimits(const HaichiInfo& stack, const PalletInfo& pallet) {
     const PartsInfo& part = *stack.Part;
-    const std::string& sides = part.Text4;
+    const std::string& sides = part.SensitiveSides;
     return (SideChecked(sides, 0) &&
-            pallet.Dims[3] - pallet.OffsetA + kTolerance < stack.Y + part.SizeY) ||
+            pallet.LengthY - pallet.OffsetA + kTolerance < stack.Y + part.SizeY) ||
            (SideChecked(sides, 1) && stack.Y < pallet.OffsetB - kTolerance) ||
-           (SideChecked(sides, 2) && stack.X - part.SizeX < pallet.Work1 - kTolerance) ||
-           (SideChecked(sides, 3) && pallet.Dims[2] - pallet.Work2 + kTolerance < stack.X);
+           (SideChecked(sides, 2) && stack.X - part.SizeX < pallet.LimitLeft - kTolerance) ||
+           (SideChecked(sides, 3) && pallet.LengthX - pallet.LimitRight + kTolerance < stack.X);
 }
 
 bool AnyStackViolates(const CKestoApp& app, const PalletInfo& pallet) {
     for (const HaichiInfo& stack : app.HaichiList) {
-        if (stack.Part == nullptr || stack.Part->Text4.compare(0, 4, "0000") == 0)
+        if (stack.Part == nullptr || stack.Part->SensitiveSides.compare(0, 4, "0000") == 0)
             continue;
         if (ViolatesLimits(stack, pallet))
             return true;

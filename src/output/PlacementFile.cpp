@@ -41,7 +41,7 @@ SaveOffsets FindOffsets(const CKestoApp& app) {
     for (const KouteiInfo& process : app.KouteiList) {
         for (const PalletInfo& pallet : app.PalletList) {
             if (pallet.Name == process.Name2)
-                return {pallet.Dims[0], pallet.Dims[1]};
+                return {pallet.SaveOffsetX, pallet.SaveOffsetY};
         }
     }
     return {};
@@ -75,16 +75,16 @@ std::string StackLine(const CKestoApp& app, const PalletCounts& counts, const Sa
         "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d",
         part.Code.c_str(), part.KouteiNo, part.Name.c_str(), s.Block->PalletNo, h.Value,
         h.X - part.SizeX - off.X, h.Y + off.Y, StackBoxKind(app, counts, *s.Block),
-        part.Text1.c_str(), part.SizeX, part.SizeY, part.Value1, part.Num3, h.Level,
+        part.DisplayName.c_str(), part.SizeX, part.SizeY, part.PieceHeight, part.SaveNumber, h.Level,
         part.Code.c_str(), static_cast<long>(h.BlockIndex), static_cast<int>(h.Flag));
 }
 
 std::string UnplacedLine(const CKestoApp& app, const PartsInfo& part) {
-    const bool direct = (part.Num2 == 99998 || part.Num2 == 99999) && app.DirectFlag == 1;
-    const int32_t kind = direct ? part.Num2 : BoxKind(app, part.Num2);
+    const bool direct = (part.Destination == 99998 || part.Destination == 99999) && app.DirectFlag == 1;
+    const int32_t kind = direct ? part.Destination : BoxKind(app, part.Destination);
     return FormatText("%s,%d,%s,0,%d,0.0000,0.0000,%d,%s,%10.4lf,%10.4lf,%10.4lf,0,-1,%s,-1,-1",
-                      part.Code.c_str(), part.KouteiNo, part.Name.c_str(), part.Num1, kind,
-                      part.Text1.c_str(), part.SizeX, part.SizeY, part.Value1, part.Code.c_str());
+                      part.Code.c_str(), part.KouteiNo, part.Name.c_str(), part.Quantity, kind,
+                      part.DisplayName.c_str(), part.SizeX, part.SizeY, part.PieceHeight, part.Code.c_str());
 }
 
 // What every line of one file needs, and the kind of line written last: buffered writes may
@@ -101,7 +101,7 @@ struct SaveContext {
 // 0 when the part's lines were written, else the code of the line that failed.
 int WritePartLines(SaveContext& ctx, const PartsInfo& part) {
     int64_t sum = 0;
-    if (IsPalletCode(part.Num2)) {
+    if (IsPalletCode(part.Destination)) {
         for (const PlacedStack& s : ctx.Stacks.Of(&part)) {
             ctx.LastKind = error::kSaveFileStackLine;
             const std::string line = StackLine(ctx.App, ctx.Counts, ctx.Offsets, part, s);

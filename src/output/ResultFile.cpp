@@ -17,7 +17,7 @@ namespace {
 // The summary lines of one part: its stacks, then its quantity when they hold nothing.
 bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* file) {
     int64_t sum = 0;
-    if (IsPalletCode(part.Num2)) {
+    if (IsPalletCode(part.Destination)) {
         for (const PlacedStack& s : stacks.Of(&part)) {
             const std::string line =
                 FormatText("%s,%d,%s,%d,%d", part.Code.c_str(), part.KouteiNo, part.Name.c_str(),
@@ -30,7 +30,7 @@ bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* fi
     if (sum != 0)
         return true;
     const std::string line =
-        FormatText("%4.4d,%d,%s,0,%d", part.No, part.KouteiNo, part.Name.c_str(), part.Num1);
+        FormatText("%4.4d,%d,%s,0,%d", part.No, part.KouteiNo, part.Name.c_str(), part.Quantity);
     return WriteLine(line, file) == 1;
 }
 
@@ -56,14 +56,14 @@ int WriteSideFile(CKestoApp& app, const StackIndex& stacks, const std::string& p
 
 // Short: pieces set aside, or stacks that hold some but not all of the quantity.
 bool IsShort(const PartsInfo& part, const StackIndex& stacks) {
-    if (part.Work[2] > 0)
+    if (part.PiecesSetAside > 0)
         return true;
-    if (!IsPalletCode(part.Num2))
+    if (!IsPalletCode(part.Destination))
         return false;
     int64_t sum = 0;
     for (const PlacedStack& s : stacks.Of(&part))
         sum += s.Stack->Value;
-    return sum != 0 && sum != part.Num1;
+    return sum != 0 && sum != part.Quantity;
 }
 
 bool AnyPartShort(const CKestoApp& app, const StackIndex& stacks) {

@@ -20,7 +20,7 @@ struct BufferedLine {
 };
 
 bool IsDirectCode(const PartsInfo& part) {
-    return part.Num2 == 99998 || part.Num2 == 99999;
+    return part.Destination == 99998 || part.Destination == 99999;
 }
 
 // The number after the group key's leading letter.
@@ -103,7 +103,7 @@ bool GroupWriter::RunProcess(const std::vector<PartsInfo*>& parts) {
     // Pairs beyond the highest pallet of the process's stacks can buffer nothing.
     int32_t maxPallet = 0;
     for (const PartsInfo* part : parts) {
-        if (!IsPalletCode(part->Num2))
+        if (!IsPalletCode(part->Destination))
             continue;
         for (const PlacedStack& s : stacks_.Of(part))
             maxPallet = std::max(maxPallet, s.Block->PalletNo);
@@ -126,7 +126,7 @@ void GroupWriter::ScanPart(PartsInfo& part, int64_t a, int64_t b,
                            std::vector<BufferedLine>& lines) {
     int64_t pieces = 0;
     bool elsewhere = false;
-    if (IsPalletCode(part.Num2)) {
+    if (IsPalletCode(part.Destination)) {
         for (const PlacedStack& s : stacks_.Of(&part)) {
             if (s.Block->PalletNo != a && s.Block->PalletNo != b) {
                 elsewhere = true;
@@ -189,7 +189,7 @@ BufferedLine GroupWriter::PlacedLine(const PartsInfo& part, int64_t a, int64_t b
 BufferedLine GroupWriter::UnplacedLine(const PartsInfo& part) const {
     return {SortKey(part.GroupKey),
             FormatText("%s,%d,%s,0,%d,%s,%d,%s", part.Code.c_str(), part.KouteiNo,
-                       part.Name.c_str(), part.Num1, Label(part).c_str(), g_, part.Code.c_str())};
+                       part.Name.c_str(), part.Quantity, Label(part).c_str(), g_, part.Code.c_str())};
 }
 
 // The parts with a direct code go into the first pair of their process in which a part with

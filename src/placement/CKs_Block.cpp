@@ -16,13 +16,13 @@ namespace {
 // With columns numbered from the left the grid still ends at the right margin: the start
 // moves to the right edge of the last column that fits when counted from the right.
 double ColumnStart(const PalletInfo& p, int32_t startCorner) {
-    double x0 = p.Dims[5];
+    double x0 = p.MarginX;
     if (startCorner != 0 && startCorner != 1)
         return x0;
-    const double w = p.Dims[7], gx = p.Dims[9];
+    const double w = p.CellWidth, gx = p.CellGapX;
     double last = 0;
-    for (int32_t i = 0; i < p.Param1; ++i) {
-        const double v = p.Dims[2] - x0 - i * w - i * gx;
+    for (int32_t i = 0; i < p.CellsX; ++i) {
+        const double v = p.LengthX - x0 - i * w - i * gx;
         if (v < w + kLengthTolerance)
             return last > 0 ? last : x0;
         last = v;
@@ -32,18 +32,18 @@ double ColumnStart(const PalletInfo& p, int32_t startCorner) {
 
 // With rows numbered from the top the start becomes the distance of the top row from the top.
 double RowStart(const PalletInfo& p, int32_t startCorner) {
-    double y0 = p.Dims[6];
+    double y0 = p.MarginY;
     if (startCorner != 1 && startCorner != 2)
         return y0;
-    const double d = p.Dims[8], gy = p.Dims[10];
+    const double d = p.CellDepth, gy = p.CellGapY;
     double last = 0;
-    for (int32_t j = 0; j < p.Param2; ++j) {
+    for (int32_t j = 0; j < p.CellsY; ++j) {
         const double v = j * gy + j * d + y0;
-        if (p.Dims[3] - d - kLengthTolerance <= v)
-            return last > 0 ? p.Dims[3] - last : y0;
+        if (p.LengthY - d - kLengthTolerance <= v)
+            return last > 0 ? p.LengthY - last : y0;
         last = v;
     }
-    return p.Dims[3] - last;
+    return p.LengthY - last;
 }
 
 }  // namespace
@@ -56,7 +56,7 @@ int CKs_Block::SetUp() {
             app_.ShowKaku(services_.Op, kaku::kNoPalletForKoutei, kaku::kNone);
             return 0;
         }
-        capacity += int64_t{k.Mark->Param1} * k.Mark->Param2;
+        capacity += int64_t{k.Mark->CellsX} * k.Mark->CellsY;
     }
     capacity *= app_.PalletCount;
     // Beyond the int32 range the capacity is absurd; the builder refuses it.
@@ -89,24 +89,24 @@ int CKs_Block::Build() {
 
 int CKs_Block::BuildKoutei(const KouteiInfo& koutei, const PalletInfo& p) {
     const int32_t sc = app_.StartCorner;
-    const int32_t nx = p.Param1, ny = p.Param2;
+    const int32_t nx = p.CellsX, ny = p.CellsY;
     // Without cells nothing is built, and the start computations have nothing to move.
     if (nx < 1 || ny < 1 || app_.PalletCount < 1)
         return 1;
     const double x0 = ColumnStart(p, sc), y0 = RowStart(p, sc);
-    const double w = p.Dims[7], d = p.Dims[8], gx = p.Dims[9], gy = p.Dims[10];
+    const double w = p.CellWidth, d = p.CellDepth, gx = p.CellGapX, gy = p.CellGapY;
     const bool fromLeft = sc == 0 || sc == 1;
     const bool fromBottom = sc == 0 || sc == 3;
     for (int32_t pallet = 1; pallet <= app_.PalletCount; ++pallet) {
         for (int32_t i = 0; i < nx; ++i) {
-            const double x = fromLeft ? i * gx + i * w + x0 : p.Dims[2] - x0 - i * w - i * gx;
-            const bool colValid = fromLeft ? x < p.Dims[2] - p.Dims[5] + kLengthTolerance : w <= x;
+            const double x = fromLeft ? i * gx + i * w + x0 : p.LengthX - x0 - i * w - i * gx;
+            const bool colValid = fromLeft ? x < p.LengthX - p.MarginX + kLengthTolerance : w <= x;
             if (!colValid)
                 continue;
             for (int32_t j = 0; j < ny; ++j) {
-                const double y = fromBottom ? j * gy + j * d + y0 : p.Dims[3] - y0 - j * d - j * gy;
+                const double y = fromBottom ? j * gy + j * d + y0 : p.LengthY - y0 - j * d - j * gy;
                 const bool rowValid =
-                    fromBottom ? y < p.Dims[3] - d : p.Dims[6] - kLengthTolerance <= y;
+                    fromBottom ? y < p.LengthY - d : p.MarginY - kLengthTolerance <= y;
                 if (!rowValid)
                     continue;
                 if (app_.BlocksCount >= app_.BlocksCapacity ||

@@ -110,7 +110,7 @@ int CKs_Haichi::PlaceAll(int partial, int restore) {
         return 1;
     const bool shortPart =
         std::any_of(app_.PartsList.begin(), app_.PartsList.end(),
-                    [](const PartsInfo& p) { return IsPalletCode(p.Num2) && p.Num1 != p.Work[1]; });
+                    [](const PartsInfo& p) { return IsPalletCode(p.Destination) && p.Quantity != p.PiecesPlaced; });
     if (shortPart && partial == 0)
         app_.ShowKaku(services_.Op, kaku::kPartsLeftShort, kaku::kNone);
     return 1;
@@ -120,10 +120,10 @@ namespace {
 
 // A part that the process places in this pass.
 bool TakesPart(const PartsInfo& p, const KouteiInfo& k, int restore) {
-    if (p.KouteiNo != k.No || !IsPalletCode(p.Num2))
+    if (p.KouteiNo != k.No || !IsPalletCode(p.Destination))
         return false;
     if (restore == 1)
-        return !(p.Num5 != 0 && p.Num1 <= p.Work[1]);
+        return !(p.SaveKey != 0 && p.Quantity <= p.PiecesPlaced);
     return restore == 0;
 }
 
@@ -134,20 +134,20 @@ int CKs_Haichi::PlaceKoutei(int partial, int restore) {
         return 1;
     const bool share = restore == 1 || (restore == 0 && (partial == 0 || partial == 1));
     for (PartsInfo& p : app_.PartsList) {
-        const int32_t keptNum1 = p.Num1;
-        const int32_t keptWork0 = p.Work[0];
+        const int32_t keptNum1 = p.Quantity;
+        const int32_t keptWork0 = p.PartialQuantity;
         if (partial == 1)
-            p.Num1 = p.Work[0];
+            p.Quantity = p.PartialQuantity;
         int result = 1;
         if (TakesPart(p, *CurKoutei, restore)) {
             CurPart = &p;
             result = StackPart(0);
             if (result != 0 && share)
-                ShareOut(StacksOf(&p, SIZE_MAX), p.Num1);
+                ShareOut(StacksOf(&p, SIZE_MAX), p.Quantity);
         }
         if (partial == 1) {
-            p.Num1 = keptNum1;
-            p.Work[0] = keptWork0;
+            p.Quantity = keptNum1;
+            p.PartialQuantity = keptWork0;
         }
         if (result == 0)
             return 0;

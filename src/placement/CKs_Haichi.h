@@ -62,7 +62,7 @@ class CKs_Haichi {
     int FillShortage();
     int PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, int mode);
     void RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo*>& leaveOut);
-    double PieceHeight(const PartsInfo& part) const { return part.Value1; }
+    double PieceHeight(const PartsInfo& part) const { return part.PieceHeight; }
 
     int TestCorner(int dragging, int blockIndex, int corner);
     int TestRect(double x0, double y0, double x1, double y1, int pallet, const PartsInfo* part);

@@ -75,7 +75,7 @@ int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {
     const LengthRect f{low ? b->MinX : b->MaxX - sx, bottom ? b->MinY : b->MaxY - sy,
                        low ? b->MinX + sx : b->MaxX, bottom ? b->MinY + sy : b->MaxY};
     const PalletInfo& pal = *CurKoutei->Mark;
-    if (f.X0 < 0 || f.Y0 < pal.Dims[6] || f.Y1 > pal.Dims[3] || f.X1 > pal.Dims[2])
+    if (f.X0 < 0 || f.Y0 < pal.MarginY || f.Y1 > pal.LengthY || f.X1 > pal.LengthX)
         return 0;
     if (index_ != nullptr) {
         const auto it = index_->Stacks.find(b->PalletNo);
@@ -97,7 +97,7 @@ bool CKs_Haichi::Obstructs(const HaichiInfo& h, const BlockInfo& tested, int dra
         return false;
     if (dragging == 1 && InSelection(&h))
         return false;
-    return Collides(h, foot, CurKoutei->Mark->Len1, CurKoutei->Mark->Len2);
+    return Collides(h, foot, CurKoutei->Mark->StackGapX, CurKoutei->Mark->StackGapY);
 }
 
 std::unique_ptr<CKs_Haichi::PalletIndex> CKs_Haichi::BuildIndex() {
@@ -195,8 +195,8 @@ void CKs_Haichi::RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo
         b.CornerMask = 0;
         b.Occupant = nullptr;
     }
-    const double gx = koutei->Mark != nullptr ? koutei->Mark->Len1 : 0;
-    const double gy = koutei->Mark != nullptr ? koutei->Mark->Len2 : 0;
+    const double gx = koutei->Mark != nullptr ? koutei->Mark->StackGapX : 0;
+    const double gy = koutei->Mark != nullptr ? koutei->Mark->StackGapY : 0;
     for (HaichiInfo& h : app_.HaichiList) {
         const BlockInfo* hb = BlockAt(h.BlockIndex);
         if (hb == nullptr || h.Part == nullptr || hb->KouteiNo != koutei->No)

@@ -96,15 +96,15 @@ void CKs_Haichi::MoveToCorner(HaichiInfo& h, const LengthRect& group, int blockI
     const BlockInfo& b = app_.Blocks[blockIndex];
     const PalletInfo& pal = *CurKoutei->Mark;
     const double sx = h.Part->SizeX, sy = h.Part->SizeY;
-    const CornerPlace at = PlaceInCorner(b, corner, sx, sy, pal.Len1, pal.Len2);
+    const CornerPlace at = PlaceInCorner(b, corner, sx, sy, pal.StackGapX, pal.StackGapY);
     const double offX = (corner == 1 || corner == 2) ? (h.X - sx) - group.X0 : h.X - group.X1;
     const double offY = (corner == 1 || corner == 4) ? group.Y0 - h.Y : group.Y1 - h.Y - sy;
     const double testX = at.X - offX;
     const double newY = at.Y - offY;
     const bool fits =
         CoversArea(CurPart->SizeX, CurPart->SizeY) ||
-        (BoundMinX - kLengthTolerance < testX - sx && testX < pal.Dims[2] + kLengthTolerance &&
-         BoundMinY - kLengthTolerance < newY && newY + sy < pal.Dims[3] + kLengthTolerance);
+        (BoundMinX - kLengthTolerance < testX - sx && testX < pal.LengthX + kLengthTolerance &&
+         BoundMinY - kLengthTolerance < newY && newY + sy < pal.LengthY + kLengthTolerance);
     if (!fits || newY + sy > BoundMaxY + kLengthTolerance || testX > BoundMaxX + kLengthTolerance)
         return;
     // The test takes the offset off the corner, the move adds it; both are kept as they are.

@@ -66,8 +66,8 @@ int CKs_Haichi::RestoreLine(const std::string& line) {
     SplitLine(line, f);
     const int32_t key = AtoL(f[0].empty() ? f[0] : f[0].substr(1));
     auto part = std::find_if(app_.PartsList.begin(), app_.PartsList.end(),
-                             [key](const PartsInfo& p) { return p.Num5 == key; });
-    if (part == app_.PartsList.end() || !IsPalletCode(part->Num2))
+                             [key](const PartsInfo& p) { return p.SaveKey == key; });
+    if (part == app_.PartsList.end() || !IsPalletCode(part->Destination))
         return 1;
     KouteiInfo* koutei = KouteiByNo(part->KouteiNo);
     if (koutei == nullptr)
@@ -99,7 +99,7 @@ int CKs_Haichi::RestoreLine(const std::string& line) {
     h->Part = &*part;
     h->Value = count;
     b.Occupant = &*part;
-    part->Work[1] = AddClamped(part->Work[1], count);
+    part->PiecesPlaced = AddClamped(part->PiecesPlaced, count);
     MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, &*part);
     return 1;
 }
@@ -124,7 +124,7 @@ namespace {
 
 // Takes excess pieces off the stacks, highest output group first, later stacks first.
 void TrimStacks(PartsInfo& part, const std::vector<HaichiInfo*>& stacks) {
-    int64_t excess = int64_t{part.Work[1]} - part.Num1;
+    int64_t excess = int64_t{part.PiecesPlaced} - part.Quantity;
     std::set<int32_t, std::greater<>> levels;
     for (const HaichiInfo* h : stacks) {
         if (h->Level >= 1)
@@ -137,7 +137,7 @@ void TrimStacks(PartsInfo& part, const std::vector<HaichiInfo*>& stacks) {
                 continue;
             const int64_t take = h.Value < excess ? int64_t{h.Value} : excess;
             excess -= take;
-            part.Work[1] = AddClamped(part.Work[1], -take);
+            part.PiecesPlaced = AddClamped(part.PiecesPlaced, -take);
             h.Value = AddClamped(h.Value, -take);
         }
         if (excess == 0)
@@ -169,7 +169,7 @@ int CKs_Haichi::TrimExcess() {
         return 1;
     std::vector<PartsInfo*> trimmed;
     for (PartsInfo& p : app_.PartsList) {
-        if (p.Num5 == 0 || p.Num1 >= p.Work[1])
+        if (p.SaveKey == 0 || p.Quantity >= p.PiecesPlaced)
             continue;
         if (trimmed.size() >= kRememberLimit)
             break;
@@ -178,20 +178,20 @@ int CKs_Haichi::TrimExcess() {
     }
     RemoveEmptyStacks();
     for (PartsInfo* p : trimmed)
-        ShareOut(StacksOf(p, SIZE_MAX), p->Num1);
+        ShareOut(StacksOf(p, SIZE_MAX), p->Quantity);
     return 1;
 }
 
 void CKs_Haichi::FillPart(PartsInfo& part) {
     const std::vector<HaichiInfo*> stacks = StacksOf(&part, kRememberLimit);
-    int64_t shortfall = int64_t{part.Num1} - part.Work[1];
+    int64_t shortfall = int64_t{part.Quantity} - part.PiecesPlaced;
     int64_t limit = 999;
     const KouteiInfo* koutei = KouteiByNo(part.KouteiNo);
-    const double height = koutei != nullptr && koutei->Mark != nullptr ? koutei->Mark->Dims[4] : 0;
+    const double height = koutei != nullptr && koutei->Mark != nullptr ? koutei->Mark->MaxStackHeight : 0;
     // A piece without height sets no cap.
     if (height > 0 && PieceHeight(part) != 0)
         limit = TruncToInt32(height / PieceHeight(part));
-    limit = std::min<int64_t>(limit, part.Num4);
+    limit = std::min<int64_t>(limit, part.PerStackLimit);
     // One piece at a time onto the lowest stack below the limit (the first on ties), done
     // level by level: the lowest stacks are raised together to the next value above them.
     while (shortfall > 0) {
@@ -214,7 +214,7 @@ void CKs_Haichi::FillPart(PartsInfo& part) {
         for (int64_t i = 0; i < c; ++i) {
             lows[i]->Value = AddClamped(lows[i]->Value, add / c + (i < add % c ? 1 : 0));
         }
-        part.Work[1] = AddClamped(part.Work[1], add);
+        part.PiecesPlaced = AddClamped(part.PiecesPlaced, add);
         shortfall -= add;
     }
 }
@@ -224,7 +224,7 @@ int CKs_Haichi::FillShortage() {
         return 1;
     std::vector<PartsInfo*> parts;
     for (PartsInfo& p : app_.PartsList) {
-        if (p.Num5 == 0 || !IsPalletCode(p.Num2) || p.Num1 <= p.Work[1])
+        if (p.SaveKey == 0 || !IsPalletCode(p.Destination) || p.Quantity <= p.PiecesPlaced)
             continue;
         if (parts.size() >= kRememberLimit)
             break;

@@ -48,7 +48,7 @@ bool CKs_Haichi::IsCandidate(int pallet, const std::array<int, 4>& candidates) c
 
 int CKs_Haichi::PiecesFor(int32_t remaining, int mode) const {
     int64_t pieces = remaining;
-    const int32_t num4 = CurPart->Num4;
+    const int32_t num4 = CurPart->PerStackLimit;
     if (num4 >= 1) {
         if (remaining % num4 == 0) {
             pieces = num4;
@@ -60,10 +60,10 @@ int CKs_Haichi::PiecesFor(int32_t remaining, int mode) const {
         if (mode != 0 && remaining > num4)
             pieces = num4;
     }
-    const double v1 = CurPart->Value1;
+    const double v1 = CurPart->PieceHeight;
     // A piece without height sets no cap.
-    if (v1 != 0 && CurKoutei->Mark->Dims[4] < static_cast<double>(pieces) * v1) {
-        pieces = TruncToInt32(CurKoutei->Mark->Dims[4] / v1);
+    if (v1 != 0 && CurKoutei->Mark->MaxStackHeight < static_cast<double>(pieces) * v1) {
+        pieces = TruncToInt32(CurKoutei->Mark->MaxStackHeight / v1);
     }
     return static_cast<int>(pieces);
 }
@@ -78,7 +78,7 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
     const double sx = CurPart->SizeX, sy = CurPart->SizeY;
     for (int attempt = 0; attempt < 4; ++attempt) {
         const int64_t remaining =
-            int64_t{CurPart->Num1} - CurPart->Work[1] - int64_t{CurPart->Work[2]};
+            int64_t{CurPart->Quantity} - CurPart->PiecesPlaced - int64_t{CurPart->PiecesSetAside};
         if (remaining < 1)
             return 0;
         pieces = PiecesFor(static_cast<int32_t>(std::min<int64_t>(remaining, INT32_MAX)), mode);
@@ -92,7 +92,7 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
         // A failed attempt changes nothing, so the remaining attempts would fail alike.
         if (corner == 0)
             return 1;
-        const CornerPlace at = PlaceInCorner(b, corner, sx, sy, pal.Len1, pal.Len2);
+        const CornerPlace at = PlaceInCorner(b, corner, sx, sy, pal.StackGapX, pal.StackGapY);
         const bool inside =
             BoundMinX - kLengthTolerance < at.X - sx && at.X < BoundMaxX + kLengthTolerance &&
             BoundMinY - kLengthTolerance < at.Y && at.Y + sy < BoundMaxY + kLengthTolerance;
@@ -111,7 +111,7 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
         h->Value = pieces;
         h->Flag = static_cast<uint8_t>(corner);
         b.Occupant = CurPart;
-        CurPart->Work[1] = AddClamped(CurPart->Work[1], pieces);
+        CurPart->PiecesPlaced = AddClamped(CurPart->PiecesPlaced, pieces);
         MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart);
         IndexStack(h, b.PalletNo);
         if (mode != 0 && made.size() < kRememberLimit)
@@ -134,8 +134,8 @@ int CKs_Haichi::StackPart(int mode) {
     index_.reset();
     if (result == 0)
         return 0;
-    if (mode != 0 && !made.empty() && app_.Reserved1 == 0)
-        ShareOut(made, CurPart->Num1);
+    if (mode != 0 && !made.empty() && app_.SkipShareOut == 0)
+        ShareOut(made, CurPart->Quantity);
     return 1;
 }
 

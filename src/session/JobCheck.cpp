@@ -15,12 +15,12 @@ bool KnownDestination(const CKestoApp& app, const PartsInfo& p) {
     if (app.HasKoutei(p.KouteiNo) == 0)
         return false;
     return std::any_of(app.BoxList.begin(), app.BoxList.end(), [&](const BoxInfo& b) {
-        return b.No == p.Num2 || (IsDirectCode(p.Num2) && app.DirectFlag == 1);
+        return b.No == p.Destination || (IsDirectCode(p.Destination) && app.DirectFlag == 1);
     });
 }
 
 bool AllowedDestination(const CKestoApp& app, const PartsInfo& p) {
-    const int32_t code = p.Num2;
+    const int32_t code = p.Destination;
     if (IsDirectCode(code))
         return app.DirectFlag == 1;
     if (IsPalletCode(code))

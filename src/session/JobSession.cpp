@@ -62,9 +62,9 @@ int JobSession::PlaceJob(int mode, int fullRun, const std::vector<int>& keep) {
             // A part beyond the kept table keeps its count.
             if (p.Seq < 0 || static_cast<size_t>(p.Seq) >= keep.size())
                 continue;
-            p.Work[0] = keep[static_cast<size_t>(p.Seq)];
-            if (p.Work[0] > 0 && !IsPalletCode(p.Num2))
-                p.Num2 = 0;
+            p.PartialQuantity = keep[static_cast<size_t>(p.Seq)];
+            if (p.PartialQuantity > 0 && !IsPalletCode(p.Destination))
+                p.Destination = 0;
         }
     }
     if (fullRun == 1) {

@@ -9,35 +9,35 @@
 namespace kesto {
 
 std::string StateMark(const PartsInfo& part) {
-    const bool pallet = IsPalletCode(part.Num2) || IsTorioki(part.Num2);
+    const bool pallet = IsPalletCode(part.Destination) || IsTorioki(part.Destination);
     std::string mark(2, ' ');
     if (pallet) {
         mark[0] = 'P';
-        if (part.Work[1] != part.Num1)
+        if (part.PiecesPlaced != part.Quantity)
             mark[1] = '-';
     }
     return mark;
 }
 
 std::string AllPartsLine(const PartsInfo& part) {
-    return FormatText("%.3d %4d/%-4d %s %-2s %-32.32s %9.4lf x %9.4lf", part.Seq, part.Work[1],
-                      part.Num1, StateMark(part).c_str(), part.DirText.c_str(), part.Text1.c_str(),
+    return FormatText("%.3d %4d/%-4d %s %-2s %-32.32s %9.4lf x %9.4lf", part.Seq, part.PiecesPlaced,
+                      part.Quantity, StateMark(part).c_str(), part.DirText.c_str(), part.DisplayName.c_str(),
                       part.SizeX, part.SizeY);
 }
 
 std::string SmallBoxLine(const PartsInfo& part) {
-    return FormatText("%.3d %4d %-.32s", part.Seq, part.Num1, part.Text1.c_str());
+    return FormatText("%.3d %4d %-.32s", part.Seq, part.Quantity, part.DisplayName.c_str());
 }
 
 std::string ToriokiLine(const PartsInfo& part) {
-    return FormatText("%.3d %4d/%-4d %-.32s", part.Seq, part.Num1 - part.Work[1], part.Num1,
-                      part.Text1.c_str());
+    return FormatText("%.3d %4d/%-4d %-.32s", part.Seq, part.Quantity - part.PiecesPlaced, part.Quantity,
+                      part.DisplayName.c_str());
 }
 
 std::string ScheduleLine(const CKestoApp& app, const KouteiInfo& koutei) {
     const PalletInfo* pallet = app.PalletByName(koutei.Name2);
     const std::string& third =
-        (pallet != nullptr && !pallet->Text2.empty()) ? pallet->Text2 : koutei.Name2;
+        (pallet != nullptr && !pallet->ScheduleText.empty()) ? pallet->ScheduleText : koutei.Name2;
     return FormatText("%.2d %s %s", koutei.No, koutei.Name1.c_str(), third.c_str());
 }
 
@@ -46,11 +46,11 @@ std::string PalletSelectLine(const std::string& prefix, int number) {
 }
 
 bool InSmallBox(const PartsInfo& part, int code) {
-    return part.Num2 == code;
+    return part.Destination == code;
 }
 
 bool InTorioki(const PartsInfo& part) {
-    return IsTorioki(part.Num2) || (IsPalletCode(part.Num2) && part.Work[1] < part.Num1);
+    return IsTorioki(part.Destination) || (IsPalletCode(part.Destination) && part.PiecesPlaced < part.Quantity);
 }
 
 int32_t SeqOfLine(const std::string& line) {

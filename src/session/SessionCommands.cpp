@@ -30,8 +30,8 @@ bool JobSession::Down(std::optional<int32_t> selectedSeq) {
         return false;
     }
     if (PartsInfo* part = FindPart(*selectedSeq, false)) {
-        part->Num2 = destination::kTorioki;
-        part->Work[2] = part->Num1;
+        part->Destination = destination::kTorioki;
+        part->PiecesSetAside = part->Quantity;
     }
     return true;
 }
@@ -57,12 +57,12 @@ bool JobSession::Up(std::optional<int32_t> selectedSeq) {
         }
         break;
     }
-    if (part->Work[1] > 0) {
+    if (part->PiecesPlaced > 0) {
         app_.ShowKaku(services_.Op, kaku::kPiecesOnPallets, kaku::kPiecesOnPallets2);
     } else {
-        part->Num2 = app_.CurrentBox;
-        part->Work[1] = 0;
-        part->Work[2] = 0;
+        part->Destination = app_.CurrentBox;
+        part->PiecesPlaced = 0;
+        part->PiecesSetAside = 0;
     }
     return true;
 }
@@ -70,8 +70,8 @@ bool JobSession::Up(std::optional<int32_t> selectedSeq) {
 std::vector<int> JobSession::KeepTable() const {
     std::vector<int> keep(kKeepTableSize, 0);
     for (const PartsInfo& part : app_.PartsList) {
-        if (part.Work[1] != 0 && part.Seq >= 0 && static_cast<size_t>(part.Seq) < keep.size())
-            keep[static_cast<size_t>(part.Seq)] = part.Work[1];
+        if (part.PiecesPlaced != 0 && part.Seq >= 0 && static_cast<size_t>(part.Seq) < keep.size())
+            keep[static_cast<size_t>(part.Seq)] = part.PiecesPlaced;
     }
     return keep;
 }

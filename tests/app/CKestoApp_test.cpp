@@ -22,8 +22,7 @@ TEST_F(CKestoAppTest, StartedEmptyWithItsDefaults) {
     EXPECT_EQ(app.PartsAllState, 1);
     EXPECT_EQ(app.InchMode, 0);
     EXPECT_EQ(app.OffsetSet, 0);
-    EXPECT_EQ(app.Reserved0, 0);
-    EXPECT_EQ(app.Reserved1, 0);
+    EXPECT_EQ(app.SkipShareOut, 0);
     EXPECT_EQ(app.ErrorCode, 0);
     EXPECT_TRUE(app.PartsList.Empty());
     EXPECT_EQ(app.HaichiList.Count, 0);

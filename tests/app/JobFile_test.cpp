@@ -52,7 +52,6 @@ TEST_F(JobFileTest, BoxLineFillsItsColumns) {
     EXPECT_EQ(box.Kind, 2);
     EXPECT_DOUBLE_EQ(box.Size[0], 1.5);
     EXPECT_DOUBLE_EQ(box.Size[3], 4.5);
-    EXPECT_DOUBLE_EQ(box.Used, 0);
 }
 
 TEST_F(JobFileTest, BoxNumbered100IsListedButNotCounted) {
@@ -81,26 +80,25 @@ TEST_F(JobFileTest, PartsLineFillsEveryColumn) {
     EXPECT_EQ(p.Code, "A012");
     EXPECT_EQ(p.KouteiNo, 4);
     EXPECT_EQ(p.Name, "Bracket");
-    EXPECT_EQ(p.Text1, "BRK-1");
+    EXPECT_EQ(p.DisplayName, "BRK-1");
     EXPECT_DOUBLE_EQ(p.SizeX, 250.5);
     EXPECT_DOUBLE_EQ(p.SizeY, 150.25);
     EXPECT_EQ(p.DirCode, 11);
     EXPECT_EQ(p.DirText, "UD");
-    EXPECT_EQ(p.Num1, 8);
-    EXPECT_EQ(p.Num2, 100);
-    EXPECT_EQ(p.Num3, 7);
-    EXPECT_EQ(p.Num4, 4);
-    EXPECT_EQ(p.Text2, "T2");
-    EXPECT_EQ(p.Text3, "T3");
-    EXPECT_DOUBLE_EQ(p.Thick, 2.5);
+    EXPECT_EQ(p.Quantity, 8);
+    EXPECT_EQ(p.Destination, 100);
+    EXPECT_EQ(p.SaveNumber, 7);
+    EXPECT_EQ(p.PerStackLimit, 4);
+    EXPECT_EQ(p.SheetText, "T2");
+    EXPECT_EQ(p.MaterialName, "T3");
+    EXPECT_DOUBLE_EQ(p.Thickness, 2.5);
     EXPECT_EQ(p.GroupKey, "G01");
-    EXPECT_EQ(p.Text4, "0000");
+    EXPECT_EQ(p.SensitiveSides, "0000");
     EXPECT_EQ(p.OutlinePath, "");
     EXPECT_EQ(p.HasOutline, 0);
-    EXPECT_EQ(p.Num5, 42);
-    EXPECT_DOUBLE_EQ(p.Value1, 10.5);
-    EXPECT_EQ(p.SortCode, "0000");
-    EXPECT_EQ(p.Work[0], 0);
+    EXPECT_EQ(p.SaveKey, 42);
+    EXPECT_DOUBLE_EQ(p.PieceHeight, 10.5);
+    EXPECT_EQ(p.PartialQuantity, 0);
     EXPECT_EQ(p.SortDone, 0);
     EXPECT_EQ(app.PartsList.Count, 1);
 }
@@ -125,7 +123,7 @@ TEST_F(JobFileTest, Num5FromTheSecondCharacterOfColumn20) {
     ASSERT_EQ(Read("#PartsInfo\nA1,,,,,,,,,,,,,,,,,,,K17\nA2,,,,,,,,,,,,,,,,,,,7\nA3\n#End\n"), 1);
     std::vector<int32_t> keys;
     for (const PartsInfo& p : app.PartsList)
-        keys.push_back(p.Num5);
+        keys.push_back(p.SaveKey);
     EXPECT_EQ(keys, (std::vector<int32_t>{17, 0, 0}));
 }
 
@@ -149,11 +147,11 @@ TEST_F(JobFileTest, TextColumnsAreCutToTheirFields) {
     const PartsInfo& p = app.PartsList.Items.front();
     EXPECT_EQ(p.Code, "ABCDEFG");
     EXPECT_EQ(p.Name, std::string(63, 'L'));
-    EXPECT_EQ(p.Text1, std::string(51, 'L'));
-    EXPECT_EQ(p.Text2, std::string(31, 'L'));
-    EXPECT_EQ(p.Text3, std::string(63, 'L'));
+    EXPECT_EQ(p.DisplayName, std::string(51, 'L'));
+    EXPECT_EQ(p.SheetText, std::string(31, 'L'));
+    EXPECT_EQ(p.MaterialName, std::string(63, 'L'));
     EXPECT_EQ(p.GroupKey, std::string(7, 'L'));
-    EXPECT_EQ(p.Text4, "ABCD");
+    EXPECT_EQ(p.SensitiveSides, "ABCD");
     EXPECT_EQ(p.OutlinePath, std::string(100, 'L'));
 }
 

@@ -20,7 +20,7 @@ class PalletFileTest : public ::testing::Test {
     CKestoApp app;
 };
 
-// A 'P' line with Dims[1] = d1 and Dims[3] = d3, the other lengths numbered.
+// A 'P' line with SaveOffsetY = d1 and LengthY = d3, the other lengths numbered.
 std::string PLine(int no, double d1, double d3) {
     return "P" + std::to_string(no) + ",PAL,10," + std::to_string(d1) + ",12," +
            std::to_string(d3) + ",14,15,16,17,18,19,20,3,4,21,22,Text\n";
@@ -33,12 +33,12 @@ TEST_F(PalletFileTest, PLineFillsEveryColumn) {
     EXPECT_EQ(p.No, 7);
     EXPECT_EQ(p.Name, "PAL-A");
     for (int i = 0; i < 11; ++i)
-        EXPECT_DOUBLE_EQ(p.Dims[i], i + 1);
-    EXPECT_EQ(p.Param1, 12);
-    EXPECT_EQ(p.Param2, 13);
-    EXPECT_DOUBLE_EQ(p.Len1, 14.5);
-    EXPECT_DOUBLE_EQ(p.Len2, 15.5);
-    EXPECT_EQ(p.Text2, "Pallet A");
+        EXPECT_DOUBLE_EQ(p.*kPalletDims[i], i + 1);
+    EXPECT_EQ(p.CellsX, 12);
+    EXPECT_EQ(p.CellsY, 13);
+    EXPECT_DOUBLE_EQ(p.StackGapX, 14.5);
+    EXPECT_DOUBLE_EQ(p.StackGapY, 15.5);
+    EXPECT_EQ(p.ScheduleText, "Pallet A");
     EXPECT_DOUBLE_EQ(p.OffsetA, 0);
     EXPECT_DOUBLE_EQ(p.OffsetB, 0);
     EXPECT_DOUBLE_EQ(p.RackPitch, 0);
@@ -71,11 +71,11 @@ TEST_F(PalletFileTest, InchModeConvertsLengths) {
     app.InchMode = 1;
     ASSERT_EQ(Read("P1,A,100,200,0,0,0,0,0,0,0,0,0,5,6,10,20,T\n"), 1);
     const PalletInfo& p = app.PalletList.Items.front();
-    EXPECT_DOUBLE_EQ(p.Dims[0], 100 * 0.03937);
-    EXPECT_DOUBLE_EQ(p.Dims[1], 200 * 0.03937);
-    EXPECT_EQ(p.Param1, 5);
-    EXPECT_DOUBLE_EQ(p.Len1, 10 * 0.03937);
-    EXPECT_DOUBLE_EQ(p.Len2, 20 * 0.03937);
+    EXPECT_DOUBLE_EQ(p.SaveOffsetX, 100 * 0.03937);
+    EXPECT_DOUBLE_EQ(p.SaveOffsetY, 200 * 0.03937);
+    EXPECT_EQ(p.CellsX, 5);
+    EXPECT_DOUBLE_EQ(p.StackGapX, 10 * 0.03937);
+    EXPECT_DOUBLE_EQ(p.StackGapY, 20 * 0.03937);
 }
 
 TEST_F(PalletFileTest, OffsetAZeroComputesNoOffset) {
@@ -214,7 +214,7 @@ TEST_F(PalletFileTest, CrLfLinesReadAsLf) {
     ASSERT_EQ(Read("P1,A,5\r\nB5\r\n"), 1);
     EXPECT_EQ(app.BoxFlags[5], 1);
     EXPECT_EQ(app.PalletList.Items.front().Name, "A");
-    EXPECT_DOUBLE_EQ(app.PalletList.Items.front().Dims[0], 5);
+    EXPECT_DOUBLE_EQ(app.PalletList.Items.front().SaveOffsetX, 5);
 }
 
 TEST_F(PalletFileTest, TextColumnsAreCutToTheirFields) {
@@ -222,7 +222,7 @@ TEST_F(PalletFileTest, TextColumnsAreCutToTheirFields) {
                    std::string(50, 'T') + "\n"),
               1);
     EXPECT_EQ(app.PalletList.Items.front().Name, std::string(31, 'N'));
-    EXPECT_EQ(app.PalletList.Items.front().Text2, std::string(31, 'T'));
+    EXPECT_EQ(app.PalletList.Items.front().ScheduleText, std::string(31, 'T'));
 }
 
 TEST_F(PalletFileTest, BytesBeyondTheLineBufferAreNotSeen) {
@@ -230,7 +230,7 @@ TEST_F(PalletFileTest, BytesBeyondTheLineBufferAreNotSeen) {
     const PalletInfo& p = app.PalletList.Items.front();
     EXPECT_EQ(p.No, 7);
     EXPECT_EQ(p.Name, "N");
-    EXPECT_DOUBLE_EQ(p.Dims[0], 0);
+    EXPECT_DOUBLE_EQ(p.SaveOffsetX, 0);
 }
 
 TEST_F(PalletFileTest, MoreThan128FieldsAreCut) {
@@ -248,7 +248,7 @@ TEST_F(PalletFileTest, BinaryBytesDoNotDisturbTheReader) {
     ASSERT_EQ(app.PalletList.Count, 1);
     EXPECT_EQ(app.PalletList.Items.front().No, 3);
     EXPECT_EQ(app.PalletList.Items.front().Name, "A");
-    EXPECT_DOUBLE_EQ(app.PalletList.Items.front().Dims[0], 0);
+    EXPECT_DOUBLE_EQ(app.PalletList.Items.front().SaveOffsetX, 0);
     EXPECT_EQ(app.BoxFlags[2], 1);
 }
 

@@ -23,7 +23,7 @@ TEST(UserSettings, ConstructionReadsNothing) {
     CKestoApp app;
     EXPECT_EQ(app.IsDirect, -1);
     EXPECT_EQ(app.IsBlockDraw, 0);
-    EXPECT_EQ(app.DisplayFlags, (std::array<int32_t, 2>{1, 1}));
+    EXPECT_EQ(app.NestCaptionFonts, (std::array<int32_t, 2>{1, 1}));
 }
 
 TEST(UserSettings, FirstRunReadsZeroAndExitWritesBoth) {
@@ -113,18 +113,16 @@ TEST(UserSettings, DisplayMembersResetOnlyOnTheFirstRead) {
     MemoryHostStore host;
     CKestoApp app;
     app.ReadRegistrySettings(host);
-    EXPECT_EQ(app.DisplayFlags, (std::array<int32_t, 2>{1, 1}));
-    app.DisplayFlags = {0, 0};
-    app.DisplayTexts = {"a", "b"};
-    app.BlockDrawState = {1, 2, 3};
+    EXPECT_EQ(app.NestCaptionFonts, (std::array<int32_t, 2>{1, 1}));
+    app.NestCaptionFonts = {0, 0};
+    app.NestCaptionTexts = {"a", "b"};
     app.ReadRegistrySettings(host);
-    EXPECT_EQ(app.DisplayFlags, (std::array<int32_t, 2>{0, 0}));
-    EXPECT_EQ(app.DisplayTexts[0], "a");
-    EXPECT_EQ(app.BlockDrawState, (std::array<int32_t, 3>{0, 0, 0}));
+    EXPECT_EQ(app.NestCaptionFonts, (std::array<int32_t, 2>{0, 0}));
+    EXPECT_EQ(app.NestCaptionTexts[0], "a");
     app.IsDirect = -1;
     app.ReadRegistrySettings(host);
-    EXPECT_EQ(app.DisplayFlags, (std::array<int32_t, 2>{1, 1}));
-    EXPECT_EQ(app.DisplayTexts[0], "");
+    EXPECT_EQ(app.NestCaptionFonts, (std::array<int32_t, 2>{1, 1}));
+    EXPECT_EQ(app.NestCaptionTexts[0], "");
 }
 
 TEST(UserSettings, FailedWriteIsIgnored) {

@@ -17,10 +17,10 @@ class BatchReportTest : public ::testing::Test {
         PalletInfo& pallet = app_->PalletList.Append();
         pallet.No = 1;
         pallet.Name = "PAL-A";
-        pallet.Dims[2] = 1000;
-        pallet.Dims[3] = 800;
-        pallet.Param1 = 3;
-        pallet.Param2 = 2;
+        pallet.LengthX = 1000;
+        pallet.LengthY = 800;
+        pallet.CellsX = 3;
+        pallet.CellsY = 2;
         app_->PalletList.Count = 1;
         app_->BoxFlags[2] = 1;
         KouteiInfo& koutei = app_->KouteiList.Append();
@@ -46,7 +46,7 @@ class BatchReportTest : public ::testing::Test {
         p.KouteiNo = 1;
         p.SizeX = 250;
         p.SizeY = 150;
-        p.Num1 = quantity;
+        p.Quantity = quantity;
         app_->PartsList.Count++;
         return p;
     }
@@ -59,7 +59,7 @@ class BatchReportTest : public ::testing::Test {
         h->Flag = 4;
         h->X = x;
         h->Y = y;
-        bracket_->Work[1] += pieces;
+        bracket_->PiecesPlaced += pieces;
     }
 
     test::TempFolder folder_;

@@ -65,11 +65,11 @@ class OutputTest : public ::testing::Test {
         part.Code = code;
         part.KouteiNo = koutei;
         part.Name = "N" + code;
-        part.Text1 = "T" + code;
-        part.Num1 = num1;
-        part.Num2 = num2;
+        part.DisplayName = "T" + code;
+        part.Quantity = num1;
+        part.Destination = num2;
         part.GroupKey = groupKey;
-        part.Text4 = "0000";
+        part.SensitiveSides = "0000";
         return part;
     }
     int32_t AddBlock(int32_t koutei, int32_t pallet) {
@@ -88,7 +88,7 @@ class OutputTest : public ::testing::Test {
         stack.Value = value;
         stack.X = x;
         stack.Y = y;
-        part.Work[1] += value;
+        part.PiecesPlaced += value;
         return stack;
     }
     void AddBox(int32_t no, int32_t kind) {

@@ -23,9 +23,9 @@ namespace kesto::test {
 inline PalletInfo GridPallet(const std::string& name) {
     PalletInfo p;
     p.Name = name;
-    p.Dims = {0, 0, 1000, 800, 1000, 10, 10, 300, 200, 10, 10};
-    p.Param1 = 5;
-    p.Param2 = 5;
+    SetDims(p, {0, 0, 1000, 800, 1000, 10, 10, 300, 200, 10, 10});
+    p.CellsX = 5;
+    p.CellsY = 5;
     return p;
 }
 
@@ -66,9 +66,9 @@ class JobBuilder {
         p.KouteiNo = kouteiNo;
         p.SizeX = sx;
         p.SizeY = sy;
-        p.Num1 = num1;
-        p.Num4 = num4;
-        p.Value1 = value1;
+        p.Quantity = num1;
+        p.PerStackLimit = num4;
+        p.PieceHeight = value1;
         return p;
     }
     // A box; only boxes numbered below 100 are counted, as the job file reader counts them.

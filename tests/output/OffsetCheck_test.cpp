@@ -20,12 +20,12 @@ class OffsetCheck : public OutputTest {
         app_->CurrentKoutei = 1;
         AddKoutei(1, "PAL");
         PalletInfo& pallet = AddPallet(1, "PAL");
-        pallet.Dims[2] = 1000;
-        pallet.Dims[3] = 800;
+        pallet.LengthX = 1000;
+        pallet.LengthY = 800;
         pallet.OffsetA = 50;
         pallet.OffsetB = 30;
-        pallet.Work1 = 20;
-        pallet.Work2 = 40;
+        pallet.LimitLeft = 20;
+        pallet.LimitRight = 40;
         WriteFile(dir_ / "sys" / "Kesto.ini",
                   "[KakuDlg]\nMsg209=1,\"Offset over\"\nMsg210=NoFont\n");
     }
@@ -34,7 +34,7 @@ class OffsetCheck : public OutputTest {
         PartsInfo& part = AddPart("P" + std::to_string(app_->PartsList.Count + 1), 1, 1);
         part.SizeX = 100;
         part.SizeY = 100;
-        part.Text4 = text4;
+        part.SensitiveSides = text4;
         AddStack(part, AddBlock(1, 1), 1, x, y);
     }
     int Check() { return FileSave().CheckOffsets(); }
@@ -52,7 +52,7 @@ TEST_F(OffsetCheck, StacksExactlyOnTheLimitsRaiseNoWarning) {
 
 TEST_F(OffsetCheck, EachSideBeyondItsLimitWarnsWithMessage209) {
     const struct {
-        const char* Text4;
+        const char* SensitiveSides;
         double X, Y;
     } cases[] = {{"1000", 500, 650.001},
                  {"0100", 500, 29.999},
@@ -61,9 +61,9 @@ TEST_F(OffsetCheck, EachSideBeyondItsLimitWarnsWithMessage209) {
     for (const auto& c : cases) {
         app_->HaichiList.Clear();
         operator_.Warnings.clear();
-        AddStackAt(c.Text4, c.X, c.Y);
-        EXPECT_EQ(Check(), 1) << c.Text4;
-        EXPECT_EQ(operator_.Warnings, (std::vector<std::string>{"Offset over"})) << c.Text4;
+        AddStackAt(c.SensitiveSides, c.X, c.Y);
+        EXPECT_EQ(Check(), 1) << c.SensitiveSides;
+        EXPECT_EQ(operator_.Warnings, (std::vector<std::string>{"Offset over"})) << c.SensitiveSides;
     }
 }
 
@@ -100,7 +100,7 @@ TEST_F(OffsetCheck, PartsMarked0000OrWithoutStacksAreNotChecked) {
     AddStackAt("0000", 2000, 2000);
     AddStackAt("", 2000, 2000);
     AddStackAt("1", 2000, 0);
-    AddPart("NoStack", 1, 1).Text4 = "1111";
+    AddPart("NoStack", 1, 1).SensitiveSides = "1111";
 
     EXPECT_EQ(Check(), 1);
 

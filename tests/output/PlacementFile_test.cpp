@@ -24,18 +24,18 @@ class PlacementFile : public OutputTest {
         AddKoutei(1, "PAL-A");
         AddKoutei(2, "PAL-B");
         PalletInfo& b = AddPallet(1, "PAL-B");
-        b.Dims[0] = 100;
-        b.Dims[1] = 20;
+        b.SaveOffsetX = 100;
+        b.SaveOffsetY = 20;
         PalletInfo& a = AddPallet(2, "PAL-A");
-        a.Dims[0] = 10;
-        a.Dims[1] = 5;
+        a.SaveOffsetX = 10;
+        a.SaveOffsetY = 5;
     }
     PartsInfo& AddSizedPart(const std::string& code, int32_t koutei, double sizeX, double sizeY,
                             double value1) {
         PartsInfo& part = AddPart(code, koutei, 1);
         part.SizeX = sizeX;
         part.SizeY = sizeY;
-        part.Value1 = value1;
+        part.PieceHeight = value1;
         return part;
     }
     int Write() { return FileSave().WritePlacementFile(path_); }
@@ -47,7 +47,7 @@ TEST_F(PlacementFile, StackLinesCarryOffsetsBoxKindsAndTheStackFields) {
     AddThreeBoxes();
     AddProcessesAndPallets();
     PartsInfo& a = AddSizedPart("A", 1, 300, 200, 1.5);
-    a.Num3 = 7;
+    a.SaveNumber = 7;
     HaichiInfo& stack = AddStack(a, AddBlock(1, 2), 4, 500.25, 40);
     stack.Level = 3;
     stack.Flag = 4;
@@ -72,7 +72,7 @@ TEST_F(PlacementFile, StackLinesCarryOffsetsBoxKindsAndTheStackFields) {
 TEST_F(PlacementFile, WithoutAMatchingPalletTheOffsetsAreZero) {
     AddThreeBoxes();
     AddKoutei(1, "NONE");
-    AddPallet(1, "PAL-A").Dims[0] = 10;
+    AddPallet(1, "PAL-A").SaveOffsetX = 10;
     AddStack(AddSizedPart("A", 1, 30, 20, 1), AddBlock(1, 1), 1, 100, 7);
 
     EXPECT_EQ(Write(), 1);
@@ -85,7 +85,7 @@ TEST_F(PlacementFile, WithoutAMatchingPalletTheOffsetsAreZero) {
 TEST_F(PlacementFile, PartWhoseStacksHoldNoPiecesAlsoGetsAnUnplacedLine) {
     AddThreeBoxes();
     PartsInfo& z = AddSizedPart("Z", 1, 5, 5, 0);
-    z.Num1 = 6;
+    z.Quantity = 6;
     AddStack(z, AddBlock(1, 1), 0, 10, 0);
 
     EXPECT_EQ(Write(), 1);
@@ -101,8 +101,8 @@ TEST_F(PlacementFile, PartForASmallBoxGetsOnlyTheUnplacedLineWithTheBoxKind) {
     AddThreeBoxes();
     AddBox(101, 77);
     PartsInfo& q = AddSizedPart("Q", 1, 1, 2, 0.25);
-    q.Num2 = 101;
-    q.Num1 = 2;
+    q.Destination = 101;
+    q.Quantity = 2;
     AddStack(q, AddBlock(1, 1), 2, 10, 0);
 
     EXPECT_EQ(Write(), 1);

@@ -52,7 +52,7 @@ TEST_F(ResultFile, StacksOfNoPiecesAreSummarisedWithTheQuantityAfterThem) {
 
 TEST_F(ResultFile, SetAsidePiecesAskMessage208AndOkDeletesTheResultFile) {
     AddExactJob();
-    app_->PartsList.Head()->Work[2] = 1;
+    app_->PartsList.Head()->PiecesSetAside = 1;
     WriteFile(path_, "old result\n");
 
     EXPECT_EQ(Write(), 1);

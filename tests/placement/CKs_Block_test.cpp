@@ -110,7 +110,7 @@ TEST_F(BlockTest, SetUpLinksEachProcessToTheFirstPalletOfItsName) {
 
 TEST_F(BlockTest, ZeroColumnsYieldNoBlocks) {
     PalletInfo p = GridPallet("PAL");
-    p.Param1 = 0;
+    p.CellsX = 0;
     AddPallet(p);
     AddKoutei(1, "PAL");
     app->StartCorner = 0;
@@ -141,8 +141,8 @@ TEST_F(BlockTest, MoreCellsThanTheCapacityShowCountOverAnd9102) {
 
 TEST_F(BlockTest, AbsurdCapacityFailsWith9101WithoutAllocating) {
     PalletInfo p = GridPallet("PAL");
-    p.Param1 = 100000;
-    p.Param2 = 100000;
+    p.CellsX = 100000;
+    p.CellsY = 100000;
     AddPallet(p);
     AddKoutei(1, "PAL");
     EXPECT_EQ(CKs_Block(*app, services).SetUp(), 0);

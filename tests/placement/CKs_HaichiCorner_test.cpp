@@ -10,9 +10,9 @@ class CornerTest : public PlacementTest {
   protected:
     CornerTest() : h(*app, services) {
         PalletInfo pal = GridPallet("PAL");
-        pal.Dims[2] = 1000;
-        pal.Dims[3] = 1000;
-        pal.Dims[6] = 0;
+        pal.LengthX = 1000;
+        pal.LengthY = 1000;
+        pal.MarginY = 0;
         AddPallet(pal);
         koutei = &AddKoutei(1, "PAL");
         koutei->Mark = &*app->PalletList.begin();
@@ -63,10 +63,10 @@ TEST_F(CornerTest, FootprintSpanningInXWithAnEdgeCrossingInYCollides) {
 }
 
 TEST_F(CornerTest, ClearanceGapsWidenTheStack) {
-    app->PalletList.begin()->Len1 = 15;
+    app->PalletList.begin()->StackGapX = 15;
     Obstacle(60, 10, 80, 20);
     EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
-    app->PalletList.begin()->Len1 = 5;
+    app->PalletList.begin()->StackGapX = 5;
     EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
 }
 
@@ -94,10 +94,10 @@ TEST_F(CornerTest, UnknownCornerCodeIsRefused) {
 }
 
 TEST_F(CornerTest, FootprintBeyondThePalletIsRefused) {
-    app->PalletList.begin()->Dims[2] = 90;
+    app->PalletList.begin()->LengthX = 90;
     EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
     EXPECT_EQ(h.TestCorner(0, 0, 4), 0);
-    app->PalletList.begin()->Dims[6] = 5;
+    app->PalletList.begin()->MarginY = 5;
     EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
     EXPECT_EQ(h.TestCorner(0, 0, 2), 1);
 }
@@ -147,8 +147,8 @@ TEST_F(CornerTest, TestRectRefusesACornerOfABlockServedByAnotherPart) {
 }
 
 TEST_F(CornerTest, RebuildCornersMarksFromTheStacks) {
-    app->PalletList.begin()->Len1 = 10;
-    app->PalletList.begin()->Len2 = 10;
+    app->PalletList.begin()->StackGapX = 10;
+    app->PalletList.begin()->StackGapY = 10;
     app->Blocks[1].Occupant = other;
     app->Blocks[1].CornerMask = 15;
     HaichiInfo& s = AddStack(*part, 0, 100, 50, 3, 8);
@@ -173,8 +173,8 @@ TEST_F(CornerTest, RebuildCornersAddsTheGapsOnTheSidesAwayFromTheCorner) {
     HaichiInfo& s = AddStack(*part, 0, 190, 45, 3, 1);
     h.RebuildCorners(koutei, {});
     EXPECT_EQ(app->Blocks[1].CornerMask, 0);
-    app->PalletList.begin()->Len1 = 10;
-    app->PalletList.begin()->Len2 = 10;
+    app->PalletList.begin()->StackGapX = 10;
+    app->PalletList.begin()->StackGapY = 10;
     h.RebuildCorners(koutei, {});
     EXPECT_EQ(app->Blocks[1].CornerMask, 2);
     s.Flag = 4;

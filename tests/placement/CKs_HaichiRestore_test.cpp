@@ -22,7 +22,7 @@ std::string SaveLine(const HaichiInfo& h, int32_t pallet) {
     std::snprintf(buf, sizeof buf,
                   "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d",
                   p.Code.c_str(), p.KouteiNo, p.Name.c_str(), pallet, h.Value, h.X - p.SizeX, h.Y,
-                  -1, p.Text1.c_str(), p.SizeX, p.SizeY, p.Value1, p.Num3, h.Level, p.Code.c_str(),
+                  -1, p.DisplayName.c_str(), p.SizeX, p.SizeY, p.PieceHeight, p.SaveNumber, h.Level, p.Code.c_str(),
                   static_cast<long>(h.BlockIndex), int{h.Flag});
     return buf;
 }
@@ -47,7 +47,7 @@ class RestoreTest : public PlacementTest {
     }
     PartsInfo& KeyedPart(int32_t koutei, double sx, double sy, int32_t num1, int32_t num4 = 0) {
         PartsInfo& p = AddPart(koutei, sx, sy, num1, num4);
-        p.Num5 = p.Seq;
+        p.SaveKey = p.Seq;
         return p;
     }
     int Restore(const std::vector<std::string>& lines) {
@@ -87,8 +87,8 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     PartsInfo& b = KeyedPart(1, 50, 50, 6, 2);
     ASSERT_EQ(CKs_Haichi(*app, services).RestorePlacement(path), 1);
     EXPECT_EQ(Snapshot(*app), before);
-    EXPECT_EQ(a.Work[1], 10);
-    EXPECT_EQ(b.Work[1], 6);
+    EXPECT_EQ(a.PiecesPlaced, 10);
+    EXPECT_EQ(b.PiecesPlaced, 6);
     for (size_t i = 0; i < masks.size(); ++i)
         EXPECT_EQ(app->Blocks[i].CornerMask, masks[i]) << i;
     EXPECT_EQ(app->Blocks[0].Occupant, &a);
@@ -103,7 +103,7 @@ TEST_F(RestoreTest, LineWithBlockMinusOneFailsTheRestore) {
 
 TEST_F(RestoreTest, LinesOfUnknownOrBoxedPartsOrMissingProcessesAreIgnored) {
     GridJob();
-    KeyedPart(1, 50, 50, 6).Num2 = 100;
+    KeyedPart(1, 50, 50, 6).Destination = 100;
     KeyedPart(5, 50, 50, 6);
     EXPECT_EQ(Restore({Line("A9", 0, 0, 50, 50, 6, -1, -1), Line("A1", 0, 0, 50, 50, 6, -1, -1),
                        Line("A2", 0, 0, 50, 50, 6, -1, -1)}),
@@ -116,7 +116,7 @@ TEST_F(RestoreTest, StoredBlockOutsideTheTableIgnoresTheLine) {
     PartsInfo& p = KeyedPart(1, 50, 50, 6);
     EXPECT_EQ(Restore({Line("A1", 940, 10, 50, 50, 6, 999, 4)}), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
-    EXPECT_EQ(p.Work[1], 0);
+    EXPECT_EQ(p.PiecesPlaced, 0);
 }
 
 TEST_F(RestoreTest, MissingFileOrEmptyListsSucceedWithoutStacks) {
@@ -153,7 +153,7 @@ TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {
     EXPECT_EQ(h.Level, 3);
     EXPECT_EQ(h.Flag, 8);
     EXPECT_EQ(h.BlockIndex, 0);
-    EXPECT_EQ(p.Work[1], 4);
+    EXPECT_EQ(p.PiecesPlaced, 4);
     EXPECT_EQ(app->Blocks[0].Occupant, &p);
     EXPECT_EQ(app->Blocks[0].CornerMask, 8);
 }
@@ -207,7 +207,7 @@ class TrimTest : public RestoreTest {
             const BlockInfo& b = app->Blocks[block];
             AddStack(p, block++, b.MaxX, b.MinY, value).Level = level;
             app->Blocks[block - 1].Occupant = &p;
-            p.Work[1] += value;
+            p.PiecesPlaced += value;
         }
     }
 };
@@ -217,7 +217,7 @@ TEST_F(TrimTest, ExcessComesOffTheHighestLevelLastStackFirst) {
     PartsInfo& p = KeyedPart(1, 300, 200, 4);
     Stacks(p, {{3, 1}, {2, 2}, {2, 2}, {2, 1}});
     ASSERT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
-    EXPECT_EQ(p.Work[1], 4);
+    EXPECT_EQ(p.PiecesPlaced, 4);
     ASSERT_EQ(StacksOf(p).size(), 2u);
     EXPECT_EQ(StacksOf(p)[0]->BlockIndex, 0);
     EXPECT_EQ(StacksOf(p)[1]->BlockIndex, 3);
@@ -230,7 +230,7 @@ TEST_F(TrimTest, StacksOfLevelZeroAreNotTrimmed) {
     PartsInfo& p = KeyedPart(1, 300, 200, 2);
     Stacks(p, {{3, 0}, {3, 0}});
     ASSERT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
-    EXPECT_EQ(p.Work[1], 6);
+    EXPECT_EQ(p.PiecesPlaced, 6);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 1}));
 }
 
@@ -255,7 +255,7 @@ TEST_F(TrimTest, ShortageGoesToTheLowestStackBelowTheLimit) {
     Stacks(p, {{1, 0}, {3, 0}});
     ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{5, 5}));
-    EXPECT_EQ(p.Work[1], 10);
+    EXPECT_EQ(p.PiecesPlaced, 10);
 }
 
 TEST_F(TrimTest, ShortageBeyondTheLimitIsLeft) {
@@ -264,14 +264,14 @@ TEST_F(TrimTest, ShortageBeyondTheLimitIsLeft) {
     Stacks(p, {{1, 0}, {3, 0}});
     ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 3}));
-    EXPECT_EQ(p.Work[1], 6);
+    EXPECT_EQ(p.PiecesPlaced, 6);
 }
 
 TEST_F(TrimTest, PalletHeightLimitsTheFill) {
     GridJob();
-    app->PalletList.begin()->Dims[4] = 10;
+    app->PalletList.begin()->MaxStackHeight = 10;
     PartsInfo& p = KeyedPart(1, 300, 200, 10, 5);
-    p.Value1 = 4;
+    p.PieceHeight = 4;
     Stacks(p, {{1, 0}, {1, 0}});
     ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
@@ -300,8 +300,8 @@ TEST_F(TrimTest, FillMatchesOnePieceAtATime) {
             stacks.emplace_back(expected.back(), 0);
         }
         Stacks(p, stacks);
-        p.Num1 = p.Work[1] + std::uniform_int_distribution<int>(1, 40)(rng);
-        int shortfall = p.Num1 - p.Work[1];
+        p.Quantity = p.PiecesPlaced + std::uniform_int_distribution<int>(1, 40)(rng);
+        int shortfall = p.Quantity - p.PiecesPlaced;
         while (shortfall > 0) {
             int pick = -1;
             for (int i = 0; i < 7; ++i) {
@@ -315,7 +315,7 @@ TEST_F(TrimTest, FillMatchesOnePieceAtATime) {
         }
         ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
         EXPECT_EQ(ValuesOf(p), std::vector<int32_t>(expected.begin(), expected.end())) << trial;
-        EXPECT_EQ(p.Work[1], p.Num1 - shortfall) << trial;
+        EXPECT_EQ(p.PiecesPlaced, p.Quantity - shortfall) << trial;
     }
 }
 

@@ -31,7 +31,7 @@ TEST_F(StackPartTest, QuantityTenWithFourPerStackGivesStacksOfFourThreeThree) {
     PartsInfo& p = AddPart(1, 300, 200, 10, 4);
     ASSERT_EQ(Stack(k, p, 0), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 3, 3}));
-    EXPECT_EQ(p.Work[1], 10);
+    EXPECT_EQ(p.PiecesPlaced, 10);
 }
 
 TEST_F(StackPartTest, QuantityThatIsAMultipleOfNum4GetsStacksOfExactlyNum4) {
@@ -55,7 +55,7 @@ TEST_F(StackPartTest, FirstStackStandsInCornerFourOfTheFirstBlock) {
 
 TEST_F(StackPartTest, HeightLimitBelowOnePieceRecordsEmptyStacksInTheFirstBlock) {
     KouteiInfo& k = GridJob();
-    app->PalletList.begin()->Dims[4] = 0.5;
+    app->PalletList.begin()->MaxStackHeight = 0.5;
     PartsInfo& p = AddPart(1, 50, 50, 10, 0, 1.0);
     ASSERT_EQ(Stack(k, p, 0), 1);
     std::vector<int> flags, blocks;
@@ -66,12 +66,12 @@ TEST_F(StackPartTest, HeightLimitBelowOnePieceRecordsEmptyStacksInTheFirstBlock)
     EXPECT_EQ(flags, (std::vector<int>{4, 8, 1, 2}));
     EXPECT_EQ(blocks, (std::vector<int>{0, 0, 0, 0}));
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{0, 0, 0, 0}));
-    EXPECT_EQ(p.Work[1], 0);
+    EXPECT_EQ(p.PiecesPlaced, 0);
 }
 
 TEST_F(StackPartTest, PieceWithoutHeightSetsNoCap) {
     KouteiInfo& k = GridJob();
-    app->PalletList.begin()->Dims[4] = -5;
+    app->PalletList.begin()->MaxStackHeight = -5;
     PartsInfo& p = AddPart(1, 50, 50, 3, 0, 0.0);
     ASSERT_EQ(Stack(k, p, 0), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3}));
@@ -79,7 +79,7 @@ TEST_F(StackPartTest, PieceWithoutHeightSetsNoCap) {
 
 TEST_F(StackPartTest, HeightCapCutsPiecesToWhatThePalletHolds) {
     KouteiInfo& k = GridJob();
-    app->PalletList.begin()->Dims[4] = 10;
+    app->PalletList.begin()->MaxStackHeight = 10;
     PartsInfo& p = AddPart(1, 300, 200, 7, 0, 3.0);
     ASSERT_EQ(Stack(k, p, 0), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 3, 1}));
@@ -96,7 +96,7 @@ TEST_F(StackPartTest, BlockServingAnotherPartIsNeverUsed) {
 
 TEST_F(StackPartTest, ClearanceOverAnotherPartsBlockCornerRefusesTheBlock) {
     KouteiInfo& k = GridJob();
-    app->PalletList.begin()->Len1 = 20;
+    app->PalletList.begin()->StackGapX = 20;
     PartsInfo& other = AddPart(1, 10, 10, 1);
     PartsInfo& p = AddPart(1, 300, 200, 1);
     app->Blocks[3].Occupant = &other;
@@ -174,18 +174,18 @@ TEST_F(StackPartTest, ModeOneSharesTheQuantityOverThisCallsStacksOnly) {
     PartsInfo& p = AddPart(1, 300, 200, 5, 2);
     HaichiInfo& older = AddStack(p, 8, 370, 430, 1);
     app->Blocks[8].Occupant = &p;
-    p.Work[1] = 1;
+    p.PiecesPlaced = 1;
     ASSERT_EQ(Stack(k, p, 1), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 3, 2}));
     EXPECT_EQ(older.Value, 1);
-    EXPECT_EQ(p.Work[1], 5);
+    EXPECT_EQ(p.PiecesPlaced, 5);
 }
 
 TEST_F(StackPartTest, ModeOneDoesNotShareWhileReserved1IsSet) {
     KouteiInfo& k = GridJob();
-    app->Reserved1 = 1;
+    app->SkipShareOut = 1;
     PartsInfo& p = AddPart(1, 300, 200, 5, 2);
-    p.Work[2] = 1;
+    p.PiecesSetAside = 1;
     ASSERT_EQ(Stack(k, p, 1), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
 }
@@ -193,7 +193,7 @@ TEST_F(StackPartTest, ModeOneDoesNotShareWhileReserved1IsSet) {
 TEST_F(StackPartTest, ModeOneCapsAtNum4AndShares) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 5, 2);
-    p.Work[2] = 1;
+    p.PiecesSetAside = 1;
     ASSERT_EQ(Stack(k, p, 1), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 2}));
 }
@@ -212,9 +212,9 @@ TEST_F(StackPartTest, ModeTwoUsesEveryPalletAndModeOneOnlyTheCurrent) {
 
 TEST_F(StackPartTest, OnlyTheFirstThousandStacksOfACallAreShared) {
     PalletInfo pal = GridPallet("PAL");
-    pal.Dims = {0, 0, 450, 350, 1000, 10, 10, 10, 10, 1, 1};
-    pal.Param1 = 40;
-    pal.Param2 = 30;
+    SetDims(pal, {0, 0, 450, 350, 1000, 10, 10, 10, 10, 1, 1});
+    pal.CellsX = 40;
+    pal.CellsY = 30;
     AddPallet(pal);
     KouteiInfo& k = AddKoutei(1, "PAL");
     ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
@@ -233,7 +233,7 @@ TEST_F(StackPartTest, OnlyTheFirstThousandStacksOfACallAreShared) {
 TEST_F(StackPartTest, PartDoneStopsBeforeTheNextBlock) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 2);
-    p.Work[1] = 2;
+    p.PiecesPlaced = 2;
     ASSERT_EQ(Stack(k, p, 0), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }

@@ -90,7 +90,7 @@ TEST_F(PlaceAllTest, FullyPlacedJobShowsNoMessage) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 10, 4);
     EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
-    EXPECT_EQ(p.Work[1], 10);
+    EXPECT_EQ(p.PiecesPlaced, 10);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 3, 3}));
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
@@ -99,18 +99,18 @@ TEST_F(PlaceAllTest, PartLeftShortShowsMessageEight) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 20, 1);
     EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
-    EXPECT_EQ(p.Work[1], 9);
+    EXPECT_EQ(p.PiecesPlaced, 9);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{8, 0}}));
 }
 
 TEST_F(PlaceAllTest, PartialPlacementShowsNoMessageAndKeepsTheQuantity) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 20, 1);
-    p.Work[0] = 3;
+    p.PartialQuantity = 3;
     EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(1, 0), 1);
-    EXPECT_EQ(p.Work[1], 3);
-    EXPECT_EQ(p.Num1, 20);
-    EXPECT_EQ(p.Work[0], 3);
+    EXPECT_EQ(p.PiecesPlaced, 3);
+    EXPECT_EQ(p.Quantity, 20);
+    EXPECT_EQ(p.PartialQuantity, 3);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
@@ -141,23 +141,23 @@ TEST_F(PlaceAllTest, StackThatCannotBeAllocatedFailsThePlacement) {
 TEST_F(PlaceAllTest, PartsOfSmallBoxesAndOtherProcessesAreSkipped) {
     GridJob();
     PartsInfo& boxed = AddPart(1, 10, 10, 5);
-    boxed.Num2 = 100;
+    boxed.Destination = 100;
     PartsInfo& stranger = AddPart(9, 10, 10, 5);
     EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
-    EXPECT_EQ(stranger.Work[1], 0);
+    EXPECT_EQ(stranger.PiecesPlaced, 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{8, 0}}));
 }
 
 TEST_F(PlaceAllTest, RestoreSkipsRestoredPartsThatNeedNothingMore) {
     GridJob();
     PartsInfo& restored = AddPart(1, 10, 10, 5);
-    restored.Num5 = 3;
-    restored.Work[1] = 5;
+    restored.SaveKey = 3;
+    restored.PiecesPlaced = 5;
     PartsInfo& fresh = AddPart(1, 10, 10, 2);
     EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 1), 1);
     EXPECT_TRUE(StacksOf(restored).empty());
-    EXPECT_EQ(fresh.Work[1], 2);
+    EXPECT_EQ(fresh.PiecesPlaced, 2);
 }
 
 TEST_F(PlaceAllTest, RestoreValueTwoSkipsEveryPart) {
@@ -170,10 +170,10 @@ TEST_F(PlaceAllTest, RestoreValueTwoSkipsEveryPart) {
 TEST_F(PlaceAllTest, SharingSpreadsTheQuantityOverAllStacksOfThePart) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 7, 0, 3.0);
-    app->PalletList.begin()->Dims[4] = 10;
+    app->PalletList.begin()->MaxStackHeight = 10;
     EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 2, 2}));
-    EXPECT_EQ(p.Work[1], 7);
+    EXPECT_EQ(p.PiecesPlaced, 7);
 }
 
 TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack) {
@@ -181,10 +181,10 @@ TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack
     PartsInfo& p = AddPart(1, 300, 200, 15);
     for (int i = 0; i < 3; ++i)
         AddStack(p, i, 990, 10 + 210 * i, 5);
-    p.Work[1] = 15;
+    p.PiecesPlaced = 15;
     EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(1, 0), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 0, 0}));
-    EXPECT_EQ(p.Num1, 15);
+    EXPECT_EQ(p.Quantity, 15);
 }
 
 TEST_F(PlaceAllTest, PlaceOnePartWithModeZeroPlacesNothing) {
@@ -225,9 +225,9 @@ TEST_P(GeneratedJobTest, PlacementKeepsTheInvariants) {
         const BlockInfo& b = app->Blocks.at(h.BlockIndex);
         const PalletInfo& pal = *app->KouteiAt(h.Part->KouteiNo)->Mark;
         EXPECT_GE(h.X - h.Part->SizeX, -kLengthTolerance);
-        EXPECT_LE(h.X, pal.Dims[2] + kLengthTolerance);
-        EXPECT_GE(h.Y, pal.Dims[6] - kLengthTolerance);
-        EXPECT_LE(h.Y + h.Part->SizeY, pal.Dims[3] + kLengthTolerance);
+        EXPECT_LE(h.X, pal.LengthX + kLengthTolerance);
+        EXPECT_GE(h.Y, pal.MarginY - kLengthTolerance);
+        EXPECT_LE(h.Y + h.Part->SizeY, pal.LengthY + kLengthTolerance);
         EXPECT_EQ(b.KouteiNo, h.Part->KouteiNo);
         auto [it, fresh] = server.emplace(h.BlockIndex, h.Part);
         EXPECT_EQ(it->second, h.Part) << "block " << h.BlockIndex << " serves two parts";
@@ -235,11 +235,11 @@ TEST_P(GeneratedJobTest, PlacementKeepsTheInvariants) {
     }
     int placed = 0;
     for (const PartsInfo& p : app->PartsList) {
-        if (p.Num2 >= 100)
+        if (p.Destination >= 100)
             continue;
-        EXPECT_EQ(p.Work[1], p.Num1) << p.Code;
-        EXPECT_EQ(sums[&p], p.Work[1]) << p.Code;
-        placed += p.Work[1] == p.Num1 ? 1 : 0;
+        EXPECT_EQ(p.PiecesPlaced, p.Quantity) << p.Code;
+        EXPECT_EQ(sums[&p], p.PiecesPlaced) << p.Code;
+        placed += p.PiecesPlaced == p.Quantity ? 1 : 0;
     }
     EXPECT_GT(placed, 0);
     EXPECT_TRUE(op.KakuNumbers.empty());

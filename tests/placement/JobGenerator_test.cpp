@@ -24,7 +24,7 @@ TEST(JobGenerator, SameSeedGivesTheSameJob) {
     ASSERT_EQ(a.Parts.size(), 200u);
     for (size_t i = 0; i < a.Parts.size(); ++i) {
         EXPECT_EQ(a.Parts[i].SizeX, b.Parts[i].SizeX);
-        EXPECT_EQ(a.Parts[i].Num1, b.Parts[i].Num1);
+        EXPECT_EQ(a.Parts[i].Quantity, b.Parts[i].Quantity);
     }
 }
 
@@ -36,7 +36,7 @@ TEST(JobGenerator, LargestJobHas999PartsOverTwelveProcesses) {
     EXPECT_EQ(job.Parts.front().KouteiNo, 1);
     EXPECT_EQ(job.Parts.back().KouteiNo, 12);
     EXPECT_EQ(job.Parts.back().Code, "A999");
-    EXPECT_EQ(job.Parts.back().Num5, 999);
+    EXPECT_EQ(job.Parts.back().SaveKey, 999);
 }
 
 TEST(JobGenerator, PartCountIsCutAt999) {
@@ -91,11 +91,11 @@ TEST_F(GeneratedInstallationTest, WrittenInstallationReadsBackAsTheJob) {
     EXPECT_EQ(app->KouteiList.Count, 3);
     std::set<int> keys;
     for (const PartsInfo& p : app->PartsList) {
-        keys.insert(p.Num5);
+        keys.insert(p.SaveKey);
         EXPECT_EQ(p.HasOutline, 1) << p.Code;
     }
     EXPECT_EQ(keys.size(), 40u);
-    EXPECT_EQ(app->PalletList.begin()->Param1, 6);
+    EXPECT_EQ(app->PalletList.begin()->CellsX, 6);
 }
 
 }  // namespace

@@ -38,8 +38,8 @@ TEST_F(CheckJobTest, ProcessWithoutPalletGivesMessageOne) {
 }
 
 TEST_F(CheckJobTest, BlockTableFailureEndsTheCheckWithoutMessage) {
-    app->PalletList.begin()->Param1 = 100000;
-    app->PalletList.begin()->Param2 = 100000;
+    app->PalletList.begin()->CellsX = 100000;
+    app->PalletList.begin()->CellsY = 100000;
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(app->ErrorCode, 9101);
     EXPECT_TRUE(op.KakuNumbers.empty());
@@ -47,14 +47,14 @@ TEST_F(CheckJobTest, BlockTableFailureEndsTheCheckWithoutMessage) {
 
 TEST_F(CheckJobTest, DestinationWithoutBoxGivesMessageTwo) {
     AddBox(0);
-    AddPart(1, 10, 10, 1).Num2 = 5;
+    AddPart(1, 10, 10, 1).Destination = 5;
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }
 
 TEST_F(CheckJobTest, EmptyBoxListFailsEveryPartEvenSpecialCodes) {
     app->DirectFlag = 1;
-    AddPart(1, 10, 10, 1).Num2 = 99999;
+    AddPart(1, 10, 10, 1).Destination = 99999;
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }
@@ -68,7 +68,7 @@ TEST_F(CheckJobTest, PartOfAMissingProcessGivesMessageTwo) {
 
 TEST_F(CheckJobTest, SpecialCodesPassOnlyWithDirectFlag) {
     AddBox(0);
-    AddPart(1, 10, 10, 1).Num2 = 99998;
+    AddPart(1, 10, 10, 1).Destination = 99998;
     app->DirectFlag = 1;
     EXPECT_EQ(CheckJob(*app, services), 1);
     app->DirectFlag = 0;
@@ -78,7 +78,7 @@ TEST_F(CheckJobTest, SpecialCodesPassOnlyWithDirectFlag) {
 
 TEST_F(CheckJobTest, SetAsideDestinationGivesMessageThree) {
     AddBox(1000);
-    AddPart(1, 10, 10, 1).Num2 = 1000;
+    AddPart(1, 10, 10, 1).Destination = 1000;
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
 }
@@ -86,7 +86,7 @@ TEST_F(CheckJobTest, SetAsideDestinationGivesMessageThree) {
 TEST_F(CheckJobTest, SmallBoxNeedsItsFlag) {
     AddBox(0);
     AddBox(101);
-    AddPart(1, 10, 10, 1).Num2 = 101;
+    AddPart(1, 10, 10, 1).Destination = 101;
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
     app->BoxFlags[2] = 1;
@@ -95,15 +95,15 @@ TEST_F(CheckJobTest, SmallBoxNeedsItsFlag) {
 
 TEST_F(CheckJobTest, CodeAboveTheSmallBoxesGivesMessageThree) {
     AddBox(199);
-    AddPart(1, 10, 10, 1).Num2 = 199;
+    AddPart(1, 10, 10, 1).Destination = 199;
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
 }
 
 TEST_F(CheckJobTest, EveryPartIsCheckedForABoxBeforeAnyIsCheckedForItsCode) {
     AddBox(1000);
-    AddPart(1, 10, 10, 1).Num2 = 1000;
-    AddPart(1, 10, 10, 1).Num2 = 7;
+    AddPart(1, 10, 10, 1).Destination = 1000;
+    AddPart(1, 10, 10, 1).Destination = 7;
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }

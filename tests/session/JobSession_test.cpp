@@ -47,36 +47,36 @@ TEST_F(LoadAndPlaceTest, KeptCountsBecomeThePartialQuantities) {
     PartsInfo& a = AddPart(9);
     PartsInfo& boxed = AddPart(9, 100);
     PartsInfo& beyond = AddPart(9);
-    beyond.Work[0] = 1;
+    beyond.PartialQuantity = 1;
     job.AddBox(100);
     app.BoxFlags[1] = 1;
     EXPECT_EQ(session.LoadAndPlace(1, 0, {0, 2, 3}), 1);
     EXPECT_FALSE(session.Ended());
-    EXPECT_EQ(a.Work[0], 2);
-    EXPECT_EQ(a.Work[1], 2);
-    EXPECT_EQ(boxed.Work[0], 3);
-    EXPECT_EQ(boxed.Num2, 0);
-    EXPECT_EQ(boxed.Work[1], 3);
-    EXPECT_EQ(beyond.Work[0], 1);
-    EXPECT_EQ(beyond.Work[1], 1);
+    EXPECT_EQ(a.PartialQuantity, 2);
+    EXPECT_EQ(a.PiecesPlaced, 2);
+    EXPECT_EQ(boxed.PartialQuantity, 3);
+    EXPECT_EQ(boxed.Destination, 0);
+    EXPECT_EQ(boxed.PiecesPlaced, 3);
+    EXPECT_EQ(beyond.PartialQuantity, 1);
+    EXPECT_EQ(beyond.PiecesPlaced, 1);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
 TEST_F(LoadAndPlaceTest, FullRunRestoresTheSaveFileBeforePlacing) {
     PartsInfo& a = AddPart(2);
-    a.Num5 = 1;
+    a.SaveKey = 1;
     PartsInfo& b = AddPart(1);
     WriteFile(Out("save.csv"),
               "A1,1,N,1,2,690.0000,10.0000,-1,T,300.0000,200.0000,1.0000,0,0,A1,0,4\n");
     EXPECT_EQ(session.LoadAndPlace(0, 1, {}), 1);
     ASSERT_EQ(job.StacksOf(a).size(), 1u);
     EXPECT_EQ(job.StacksOf(a)[0]->BlockIndex, 0);
-    EXPECT_EQ(a.Work[1], 2);
+    EXPECT_EQ(a.PiecesPlaced, 2);
     EXPECT_EQ(job.StacksOf(b).at(0)->BlockIndex, 1);
 }
 
 TEST_F(LoadAndPlaceTest, SaveFileOfAnUnplacedPartFailsTheRun) {
-    AddPart(2).Num5 = 1;
+    AddPart(2).SaveKey = 1;
     WriteFile(Out("save.csv"),
               "A1,1,N,0,2,0.0000,0.0000,-1,T,300.0000,200.0000,1.0000,0,-1,A1,-1,-1\n");
     EXPECT_EQ(session.LoadAndPlace(0, 1, {}), 0);
@@ -85,11 +85,11 @@ TEST_F(LoadAndPlaceTest, SaveFileOfAnUnplacedPartFailsTheRun) {
 
 TEST_F(LoadAndPlaceTest, WithoutFullRunTheSaveFileIsNotRead) {
     PartsInfo& a = AddPart(2);
-    a.Num5 = 1;
+    a.SaveKey = 1;
     WriteFile(Out("save.csv"),
               "A1,1,N,0,2,0.0000,0.0000,-1,T,300.0000,200.0000,1.0000,0,-1,A1,-1,-1\n");
     EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
-    EXPECT_EQ(a.Work[1], 2);
+    EXPECT_EQ(a.PiecesPlaced, 2);
 }
 
 class CountingView : public SessionView {
@@ -103,7 +103,7 @@ class CountingView : public SessionView {
 TEST_F(LoadAndPlaceTest, ViewIsShownThePlacedJobOnlyAfterASuccess) {
     CountingView view;
     session.SetView(&view);
-    AddPart(2).Num5 = 1;
+    AddPart(2).SaveKey = 1;
     EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
     EXPECT_EQ(view.Resets, 1);
     EXPECT_EQ(view.Placed, 1);
@@ -119,7 +119,7 @@ TEST_F(LoadAndPlaceTest, ViewIsShownThePlacedJobOnlyAfterASuccess) {
 class FailedCheckTest : public SessionTest {};
 
 // Part 2 names box 5, which the job does not define: message 2. The Cancel handling writes
-// the files as the job stands before anything is placed (the parts have no Num5, so the
+// the files as the job stands before anything is placed (the parts have no SaveKey, so the
 // restore that follows ignores what was just written), and the placement still runs.
 TEST_F(FailedCheckTest, CancelHandlingWritesTheFilesAndThePlacementStillRuns) {
     PartsInfo& a = AddPart(2);
@@ -135,8 +135,8 @@ TEST_F(FailedCheckTest, CancelHandlingWritesTheFilesAndThePlacementStillRuns) {
         "A1,1,N1,0,2,0.0000,0.0000,10,T1,  300.0000,  200.0000,    1.0000,0,-1,A1,-1,-1",
         "A2,1,N2,0,1,0.0000,0.0000,-1,T2,  300.0000,  200.0000,    1.0000,0,-1,A2,-1,-1"};
     EXPECT_EQ(ReadLines(Out("save.csv")), saved);
-    EXPECT_EQ(a.Work[1], 2);
-    EXPECT_EQ(b.Work[1], 1);
+    EXPECT_EQ(a.PiecesPlaced, 2);
+    EXPECT_EQ(b.PiecesPlaced, 1);
 
     // The job has ended: OK changes nothing any more, and the exit code is that of Cancel.
     EXPECT_TRUE(session.Finish(JobEnd::Ok));
@@ -149,25 +149,25 @@ TEST_F(FailedCheckTest, CancelHandlingWritesTheFilesAndThePlacementStillRuns) {
 // is bound for a pallet, so the restore fails and nothing is placed.
 TEST_F(FailedCheckTest, PartsWithSaveKeysFailTheRestoreOfTheFileJustWritten) {
     PartsInfo& a = AddPart(2);
-    a.Num5 = 1;
-    AddPart(1, 5).Num5 = 2;
+    a.SaveKey = 1;
+    AddPart(1, 5).SaveKey = 2;
     EXPECT_FALSE(session.Init());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
     EXPECT_TRUE(session.Ended());
     EXPECT_EQ(ReadLines(Out("save.csv")).size(), 2u);
     EXPECT_TRUE(app.HaichiList.Empty());
-    EXPECT_EQ(a.Work[1], 0);
+    EXPECT_EQ(a.PiecesPlaced, 0);
     EXPECT_EQ(session.Exit(), 100);
 }
 
 TEST_F(FailedCheckTest, OffsetStopDuringTheCancelHandlingAbortsWithoutWritingOrPlacing) {
     PartsInfo& a = AddPart(2);
-    a.Text4 = "0001";
+    a.SensitiveSides = "0001";
     AddPart(1, 5);
     // A stack whose right edge 990 lies beyond the right limit 1000 - 20.
     job.AddStack(a, 0, 990, 10, 2);
     app.OffsetSet = 1;
-    pallet->Work2 = 20;
+    pallet->LimitRight = 20;
     op.Answer = 2;
     EXPECT_FALSE(session.Init());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
@@ -199,9 +199,9 @@ TEST_F(InitTest, JobWithoutProcessesEndsThroughCancel) {
 // the job as far as it was restored.
 TEST_F(InitTest, FailedRestoreStopsTheInitialisationButOkWritesWhatWasRestored) {
     PartsInfo& a = AddPart(2);
-    a.Num5 = 1;
+    a.SaveKey = 1;
     PartsInfo& b = AddPart(1);
-    b.Num5 = 2;
+    b.SaveKey = 2;
     WriteFile(Out("save.csv"),
               "A1,1,N1,1,2,690.0000,10.0000,10,T1,300.0000,200.0000,1.0000,0,1,A1,0,4\n"
               "A2,1,N2,0,1,0.0000,0.0000,10,T2,300.0000,200.0000,1.0000,0,-1,A2,-1,-1\n");
@@ -215,7 +215,7 @@ TEST_F(InitTest, FailedRestoreStopsTheInitialisationButOkWritesWhatWasRestored) 
     EXPECT_DOUBLE_EQ(stack.X, 990);
     EXPECT_DOUBLE_EQ(stack.Y, 10);
     EXPECT_EQ(stack.Flag, 4);
-    EXPECT_EQ(a.Work[1], 2);
+    EXPECT_EQ(a.PiecesPlaced, 2);
     EXPECT_TRUE(job.StacksOf(b).empty());
 
     EXPECT_TRUE(session.Finish(JobEnd::Ok));
@@ -240,9 +240,9 @@ class FinishTest : public SessionTest {
 
     // Part 1's right side is checked against a right limit of 1000 - 20: its stack violates it.
     void StackBeyondTheOffset() {
-        part.Text4 = "0001";
+        part.SensitiveSides = "0001";
         app.OffsetSet = 1;
-        pallet->Work2 = 20;
+        pallet->LimitRight = 20;
     }
     void ExpectPlacedFiles() {
         EXPECT_EQ(ReadLines(Out("res.csv_tmp")), (Lines{"A1,1,N1,1,2"}));

@@ -8,10 +8,10 @@ namespace {
 PartsInfo Part(int seq, int num1, int placed, int destination) {
     PartsInfo part;
     part.Seq = seq;
-    part.Num1 = num1;
-    part.Work[1] = placed;
-    part.Num2 = destination;
-    part.Text1 = "Bracket";
+    part.Quantity = num1;
+    part.PiecesPlaced = placed;
+    part.Destination = destination;
+    part.DisplayName = "Bracket";
     part.DirText = "UD";
     part.SizeX = 200;
     part.SizeY = 150.5;
@@ -38,7 +38,7 @@ TEST(AllPartsLine, SmallBoxPartShowsBlankMark) {
 
 TEST(AllPartsLine, LongTextIsCutTo32Characters) {
     PartsInfo part = Part(1, 1, 1, 1);
-    part.Text1 = std::string(40, 'x');
+    part.DisplayName = std::string(40, 'x');
     const std::string line = AllPartsLine(part);
     EXPECT_NE(line.find(std::string(32, 'x') + " "), std::string::npos);
     EXPECT_EQ(line.find(std::string(33, 'x')), std::string::npos);
@@ -69,17 +69,17 @@ TEST(InSmallBox, MatchesTheBoxCodeOnly) {
     EXPECT_FALSE(InSmallBox(Part(1, 1, 0, 101), 100));
 }
 
-TEST(ScheduleLine, UsesPalletText2WhenPresent) {
+TEST(ScheduleLine, UsesThePalletsScheduleTextWhenPresent) {
     CKestoApp app;
     PalletInfo& pallet = app.PalletList.Append();
     pallet.Name = "PAL1";
-    pallet.Text2 = "Pallet-One";
+    pallet.ScheduleText = "Pallet-One";
     KouteiInfo koutei;
     koutei.No = 3;
     koutei.Name1 = "Cut";
     koutei.Name2 = "PAL1";
     EXPECT_EQ(ScheduleLine(app, koutei), "03 Cut Pallet-One");
-    pallet.Text2.clear();
+    pallet.ScheduleText.clear();
     EXPECT_EQ(ScheduleLine(app, koutei), "03 Cut PAL1");
     koutei.Name2 = "NONE";
     EXPECT_EQ(ScheduleLine(app, koutei), "03 Cut NONE");

@@ -15,17 +15,17 @@ TEST_F(DownTest, NoSelectedLineShowsMessageSeven) {
     PartsInfo& p = AddPart(4, 100);
     EXPECT_FALSE(session.Down(std::nullopt));
     EXPECT_EQ(op.KakuNumbers, (Kaku{{7, 0}}));
-    EXPECT_EQ(p.Num2, 100);
-    EXPECT_EQ(p.Work[2], 0);
+    EXPECT_EQ(p.Destination, 100);
+    EXPECT_EQ(p.PiecesSetAside, 0);
 }
 
 TEST_F(DownTest, SetsThePartAsideWithAllItsPieces) {
     AddPart(3, 100);
     PartsInfo& p = AddPart(4, 100);
     EXPECT_TRUE(session.Down(p.Seq));
-    EXPECT_EQ(p.Num2, 1000);
-    EXPECT_EQ(p.Work[2], 4);
-    EXPECT_EQ(p.Work[1], 0);
+    EXPECT_EQ(p.Destination, 1000);
+    EXPECT_EQ(p.PiecesSetAside, 4);
+    EXPECT_EQ(p.PiecesPlaced, 0);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
@@ -33,8 +33,8 @@ TEST_F(DownTest, PartOfAnotherProcessIsNotFoundAndNothingChanges) {
     PartsInfo& p = AddPart(4, 100);
     p.KouteiNo = 2;
     EXPECT_TRUE(session.Down(p.Seq));
-    EXPECT_EQ(p.Num2, 100);
-    EXPECT_EQ(p.Work[2], 0);
+    EXPECT_EQ(p.Destination, 100);
+    EXPECT_EQ(p.PiecesSetAside, 0);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
@@ -51,7 +51,7 @@ class UpTest : public SessionTest {
         PartsInfo& p = AddPart(4, 1000);
         p.SizeX = sx;
         p.SizeY = sy;
-        p.Work[2] = 4;
+        p.PiecesSetAside = 4;
         return p;
     }
 };
@@ -64,8 +64,8 @@ TEST_F(UpTest, CurrentBoxOutsideTheSmallBoxesShowsMessageFour) {
         EXPECT_FALSE(session.Up(p.Seq)) << box;
         EXPECT_EQ(op.KakuNumbers, (Kaku{{4, 0}})) << box;
     }
-    EXPECT_EQ(p.Num2, 1000);
-    EXPECT_EQ(p.Work[2], 4);
+    EXPECT_EQ(p.Destination, 1000);
+    EXPECT_EQ(p.PiecesSetAside, 4);
 }
 
 TEST_F(UpTest, TheBoxIsCheckedBeforeTheSelection) {
@@ -82,9 +82,9 @@ TEST_F(UpTest, NoSelectedLineShowsMessageSeven) {
 TEST_F(UpTest, PartThatFitsGoesIntoTheSmallBox) {
     PartsInfo& p = SetAside(150, 200);
     EXPECT_TRUE(session.Up(p.Seq));
-    EXPECT_EQ(p.Num2, 100);
-    EXPECT_EQ(p.Work[1], 0);
-    EXPECT_EQ(p.Work[2], 0);
+    EXPECT_EQ(p.Destination, 100);
+    EXPECT_EQ(p.PiecesPlaced, 0);
+    EXPECT_EQ(p.PiecesSetAside, 0);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
@@ -93,8 +93,8 @@ TEST_F(UpTest, SizeBoundsAreInclusive) {
     PartsInfo& smallest = SetAside(100, 150);
     EXPECT_TRUE(session.Up(largest.Seq));
     EXPECT_TRUE(session.Up(smallest.Seq));
-    EXPECT_EQ(largest.Num2, 100);
-    EXPECT_EQ(smallest.Num2, 100);
+    EXPECT_EQ(largest.Destination, 100);
+    EXPECT_EQ(smallest.Destination, 100);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
@@ -107,8 +107,8 @@ TEST_F(UpTest, PartOutsideTheSizeRangeShowsMessagesFiveAndSix) {
         op.KakuNumbers.clear();
         EXPECT_FALSE(session.Up(p->Seq)) << p->Seq;
         EXPECT_EQ(op.KakuNumbers, (Kaku{{5, 6}})) << p->Seq;
-        EXPECT_EQ(p->Num2, 1000);
-        EXPECT_EQ(p->Work[2], 4);
+        EXPECT_EQ(p->Destination, 1000);
+        EXPECT_EQ(p->PiecesSetAside, 4);
     }
 }
 
@@ -116,39 +116,39 @@ TEST_F(UpTest, BoxWithoutARecordChecksNoSize) {
     app.CurrentBox = 101;
     PartsInfo& p = SetAside(900, 900);
     EXPECT_TRUE(session.Up(p.Seq));
-    EXPECT_EQ(p.Num2, 101);
+    EXPECT_EQ(p.Destination, 101);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
 TEST_F(UpTest, PartWithPiecesOnThePalletsShowsElevenAndTwelveAndStays) {
     PartsInfo& p = SetAside(150, 200);
-    p.Num2 = 0;
-    p.Work[1] = 1;
-    p.Work[2] = 0;
+    p.Destination = 0;
+    p.PiecesPlaced = 1;
+    p.PiecesSetAside = 0;
     EXPECT_TRUE(session.Up(p.Seq));
     EXPECT_EQ(op.KakuNumbers, (Kaku{{11, 12}}));
-    EXPECT_EQ(p.Num2, 0);
-    EXPECT_EQ(p.Work[1], 1);
-    EXPECT_EQ(p.Work[2], 0);
+    EXPECT_EQ(p.Destination, 0);
+    EXPECT_EQ(p.PiecesPlaced, 1);
+    EXPECT_EQ(p.PiecesSetAside, 0);
 }
 
 TEST_F(UpTest, PartOfAnotherProcessIsNotFoundAndNothingChanges) {
     PartsInfo& p = SetAside(150, 200);
     p.KouteiNo = 2;
     EXPECT_TRUE(session.Up(p.Seq));
-    EXPECT_EQ(p.Num2, 1000);
-    EXPECT_EQ(p.Work[2], 4);
+    EXPECT_EQ(p.Destination, 1000);
+    EXPECT_EQ(p.PiecesSetAside, 4);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
 class KeepTableTest : public SessionTest {};
 
 TEST_F(KeepTableTest, HoldsThePlacedCountOfEachPartBySeq) {
-    AddPart(5).Work[1] = 3;
+    AddPart(5).PiecesPlaced = 3;
     AddPart(5);
     PartsInfo& last = AddPart(9);
     last.Seq = 999;
-    last.Work[1] = 7;
+    last.PiecesPlaced = 7;
     const std::vector<int> keep = session.KeepTable();
     ASSERT_EQ(keep.size(), 1000u);
     EXPECT_EQ(keep[1], 3);
@@ -160,10 +160,10 @@ TEST_F(KeepTableTest, HoldsThePlacedCountOfEachPartBySeq) {
 TEST_F(KeepTableTest, PartsNumberedBeyondTheTableAreLeftOut) {
     PartsInfo& beyond = AddPart(5);
     beyond.Seq = 1000;
-    beyond.Work[1] = 4;
+    beyond.PiecesPlaced = 4;
     PartsInfo& negative = AddPart(5);
     negative.Seq = -1;
-    negative.Work[1] = 4;
+    negative.PiecesPlaced = 4;
     const std::vector<int> keep = session.KeepTable();
     ASSERT_EQ(keep.size(), 1000u);
     EXPECT_EQ(std::accumulate(keep.begin(), keep.end(), 0), 0);

@@ -41,10 +41,10 @@ class SessionTest : public ::testing::Test {
         PartsInfo& p = job.AddPart(1, 300, 200, num1);
         p.No = p.Seq;
         p.Name = "N" + std::to_string(p.Seq);
-        p.Text1 = "T" + std::to_string(p.Seq);
+        p.DisplayName = "T" + std::to_string(p.Seq);
         p.GroupKey = "G1";
-        p.Text4 = "0000";
-        p.Num2 = num2;
+        p.SensitiveSides = "0000";
+        p.Destination = num2;
         return p;
     }
     std::string Out(const std::string& name) const { return root / ("out/" + name); }

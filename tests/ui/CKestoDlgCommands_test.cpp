@@ -54,7 +54,7 @@ TEST(CKestoDlgCommands, DownWithoutSelectedLineShowsMessage7) {
     ASSERT_TRUE(job.Open());
     Click(*job.Dialog, "B-STOT");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{7, 0}}));
-    EXPECT_EQ(PartBySeq(job.App(), 2).Num2, 100);
+    EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 100);
 }
 
 TEST(CKestoDlgCommands, DownSetsThePartAside) {
@@ -62,8 +62,8 @@ TEST(CKestoDlgCommands, DownSetsThePartAside) {
     ASSERT_TRUE(job.Open());
     MovePartTwoToTorioki(job);
     const PartsInfo& part = PartBySeq(job.App(), 2);
-    EXPECT_EQ(part.Num2, 1000);
-    EXPECT_EQ(part.Work[2], 3);
+    EXPECT_EQ(part.Destination, 1000);
+    EXPECT_EQ(part.PiecesSetAside, 3);
     EXPECT_TRUE(Lines(*job.Dialog, "LIST-SBOX").isEmpty());
     EXPECT_EQ(Lines(*job.Dialog, "LIST-TORIOKI"), QStringList({"002    3/3    TextB"}));
     EXPECT_TRUE(Lines(*job.Dialog, "LIST-PTALL").value(1).startsWith("002    0/3    P- "));
@@ -92,9 +92,9 @@ TEST(CKestoDlgCommands, UpAcceptsASizeEqualToTheUpperBound) {
     Click(*job.Dialog, "B-TTOS");  // box 1 takes 10..100 x 10..100; the part is 100 x 100
     EXPECT_TRUE(job.Svc.Op.KakuNumbers.empty());
     const PartsInfo& part = PartBySeq(job.App(), 2);
-    EXPECT_EQ(part.Num2, 100);
-    EXPECT_EQ(part.Work[1], 0);
-    EXPECT_EQ(part.Work[2], 0);
+    EXPECT_EQ(part.Destination, 100);
+    EXPECT_EQ(part.PiecesPlaced, 0);
+    EXPECT_EQ(part.PiecesSetAside, 0);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-SBOX"), QStringList({"002    3 TextB"}));
     EXPECT_TRUE(Lines(*job.Dialog, "LIST-TORIOKI").isEmpty());
     EXPECT_DOUBLE_EQ(job.Dialog->PartsViewPanel()->SizeX(), kNoPartSize);
@@ -107,7 +107,7 @@ TEST(CKestoDlgCommands, UpRefusesAPartTooBigForTheBoxWithMessages5And6) {
     job.App().CurrentBox = 101;  // box 2 takes 0..50 x 0..50
     Click(*job.Dialog, "B-TTOS");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{5, 6}}));
-    EXPECT_EQ(PartBySeq(job.App(), 2).Num2, 1000);
+    EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 1000);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-TORIOKI").size(), 1);
 }
 
@@ -118,21 +118,21 @@ TEST(CKestoDlgCommands, UpWithoutBoxRecordSkipsTheSizeCheck) {
     job.App().CurrentBox = 102;
     Click(*job.Dialog, "B-TTOS");
     EXPECT_TRUE(job.Svc.Op.KakuNumbers.empty());
-    EXPECT_EQ(PartBySeq(job.App(), 2).Num2, 102);
+    EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 102);
 }
 
 TEST(CKestoDlgCommands, UpRefusesAPartWithPiecesOnThePalletsWithMessages11And12) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     PartsInfo& part = PartBySeq(job.App(), 1);
-    part.Work[1] = 1;
+    part.PiecesPlaced = 1;
     job.Dialog->FillTorioki(1);
     part.SizeX = 50;  // fits box 1, so only the pieces on the pallets stop it
     part.SizeY = 50;
     List(*job.Dialog, "LIST-TORIOKI")->setCurrentRow(0);
     Click(*job.Dialog, "B-TTOS");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{11, 12}}));
-    EXPECT_EQ(part.Num2, 1);
+    EXPECT_EQ(part.Destination, 1);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-TORIOKI"), QStringList({"001    4/5    TextA"}));
 }
 
@@ -151,7 +151,7 @@ TEST(CKestoDlgCommands, RetryCancelledChangesNothing) {
     job.Svc.Op.Answer = 2;
     Click(*job.Dialog, "B-RETRY");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{202, 203}}));
-    EXPECT_EQ(PartBySeq(job.App(), 2).Num2, 1000);
+    EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 1000);
 }
 
 TEST(CKestoDlgCommands, RetryReadsTheJobAgainAndPlacesItAnew) {
@@ -161,8 +161,8 @@ TEST(CKestoDlgCommands, RetryReadsTheJobAgainAndPlacesItAnew) {
     job.Dialog->DrawArea()->BandActive = 1;
     Click(*job.Dialog, "B-RETRY");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{202, 203}}));
-    EXPECT_EQ(PartBySeq(job.App(), 2).Num2, 100);
-    EXPECT_EQ(PartBySeq(job.App(), 1).Work[1], 5);
+    EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 100);
+    EXPECT_EQ(PartBySeq(job.App(), 1).PiecesPlaced, 5);
     EXPECT_EQ(job.Dialog->DrawArea()->BandActive, 0);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-SBOX"), QStringList({"002    3 TextB"}));
     EXPECT_TRUE(Lines(*job.Dialog, "LIST-TORIOKI").isEmpty());
@@ -182,24 +182,24 @@ TEST(CKestoDlgCommands, RetryKeepsTheChangedDirectSettingAndRereadsBlockDrawing)
 TEST(CKestoDlgCommands, AutoCarriesThePlacedCountsOver) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    PartBySeq(job.App(), 1).Work[1] = 3;
-    PartBySeq(job.App(), 2).Work[1] = 2;  // bound for a box yet placed: goes back to the pallets
+    PartBySeq(job.App(), 1).PiecesPlaced = 3;
+    PartBySeq(job.App(), 2).PiecesPlaced = 2;  // bound for a box yet placed: goes back to the pallets
     Click(*job.Dialog, "B-AUTO");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{204, 205}}));
-    EXPECT_EQ(PartBySeq(job.App(), 1).Work[0], 3);
-    EXPECT_EQ(PartBySeq(job.App(), 2).Work[0], 2);
-    EXPECT_EQ(PartBySeq(job.App(), 2).Num2, 0);
-    EXPECT_EQ(PartBySeq(job.App(), 3).Work[0], 2);  // its first placement put both pieces
+    EXPECT_EQ(PartBySeq(job.App(), 1).PartialQuantity, 3);
+    EXPECT_EQ(PartBySeq(job.App(), 2).PartialQuantity, 2);
+    EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 0);
+    EXPECT_EQ(PartBySeq(job.App(), 3).PartialQuantity, 2);  // its first placement put both pieces
 }
 
 TEST(CKestoDlgCommands, AutoCancelledChangesNothing) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    PartBySeq(job.App(), 1).Work[1] = 3;
+    PartBySeq(job.App(), 1).PiecesPlaced = 3;
     job.Svc.Op.Answer = 2;
     Click(*job.Dialog, "B-AUTO");
-    EXPECT_EQ(PartBySeq(job.App(), 1).Work[1], 3);
-    EXPECT_EQ(PartBySeq(job.App(), 1).Work[0], 0);
+    EXPECT_EQ(PartBySeq(job.App(), 1).PiecesPlaced, 3);
+    EXPECT_EQ(PartBySeq(job.App(), 1).PartialQuantity, 0);
 }
 
 TEST(CKestoDlgCommands, OkWritesTheFilesAndEndsWithOne) {

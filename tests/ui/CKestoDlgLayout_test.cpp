@@ -107,10 +107,10 @@ TEST(CKestoDlgLayout, ArrangementToggleFollowsIsDirect) {
     LabelledJob l;
     CKestoDlg& d = *l.Job.Dialog;
     CKestoApp& app = l.Job.App();
-    EXPECT_EQ(app.DisplayTexts[0], "NestA");
-    EXPECT_EQ(app.DisplayTexts[1], "NestD");
-    EXPECT_EQ(app.DisplayFlags[0], 1);
-    EXPECT_EQ(app.DisplayFlags[1], 2);
+    EXPECT_EQ(app.NestCaptionTexts[0], "NestA");
+    EXPECT_EQ(app.NestCaptionTexts[1], "NestD");
+    EXPECT_EQ(app.NestCaptionFonts[0], 1);
+    EXPECT_EQ(app.NestCaptionFonts[1], 2);
     app.IsDirect = 0;
     d.LayoutPass();
     EXPECT_EQ(Text(d, "B-NEST-A"), "NestA");

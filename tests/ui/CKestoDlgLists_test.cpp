@@ -53,7 +53,7 @@ TEST(CKestoDlgLists, AllPartsListShowsThePlacedJobOfTheProcess) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     const PartsInfo& a1 = PartBySeq(job.App(), 1);
-    EXPECT_EQ(a1.Work[1], 5);
+    EXPECT_EQ(a1.PiecesPlaced, 5);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-PTALL"),
               QStringList(
                   {"001    5/5    P  U  TextA                             200.0000 x  150.0000",
@@ -65,7 +65,7 @@ TEST(CKestoDlgLists, AllPartsListShowsThePlacedJobOfTheProcess) {
 TEST(CKestoDlgLists, PartlyPlacedPartShowsPMinusAndItsRemainderSetAside) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    PartBySeq(job.App(), 1).Work[1] = 3;
+    PartBySeq(job.App(), 1).PiecesPlaced = 3;
     job.Dialog->FillAllParts(1);
     job.Dialog->FillTorioki(1);
     EXPECT_TRUE(Lines(*job.Dialog, "LIST-PTALL").value(0).startsWith("001    3/5    P- U  TextA"));

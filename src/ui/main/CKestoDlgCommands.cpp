@@ -113,7 +113,7 @@ void CKestoDlg::OnDirect() {
         app_.IsDirect = 1;
     }
     const size_t slot = app_.IsDirect != 0 ? 1 : 0;
-    SetCaption(Control(kNestToggle), app_.DisplayFlags[slot], app_.DisplayTexts[slot]);
+    SetCaption(Control(kNestToggle), app_.NestCaptionFonts[slot], app_.NestCaptionTexts[slot]);
     OnView(app_.PalletMode);
 }
 

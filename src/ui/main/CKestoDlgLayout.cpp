@@ -51,8 +51,8 @@ void CKestoDlg::LabelPass() {
             SetCaption(Control(entry.Id), value.Font, value.Text);
         if (i == kNestAIndex || i == kNestDIndex) {
             const size_t slot = i == kNestAIndex ? 0 : 1;
-            app_.DisplayFlags[slot] = value.Font;
-            app_.DisplayTexts[slot] = value.Text.substr(0, 31);
+            app_.NestCaptionFonts[slot] = value.Font;
+            app_.NestCaptionTexts[slot] = value.Text.substr(0, 31);
         }
     }
 }
@@ -72,7 +72,7 @@ void CKestoDlg::LayoutPass() {
             control->setGeometry(r.X, r.Y, r.Width, r.Height);
     }
     const size_t slot = app_.IsDirect != 0 ? 1 : 0;
-    SetCaption(Control(kNestToggle), app_.DisplayFlags[slot], app_.DisplayTexts[slot]);
+    SetCaption(Control(kNestToggle), app_.NestCaptionFonts[slot], app_.NestCaptionTexts[slot]);
     app_.AreaRect = layout.AreaRect;
     app_.InfoRect = layout.InfoRect;
     app_.ViewRect = layout.ViewRect;
