@@ -23,17 +23,9 @@ PalletInfo MakePallet(int no, const JobShape& shape) {
     PalletInfo p;
     p.No = no;
     p.Name = Format("PAL%02d", no);
-    SetDims(p, {0,
-              0,
-              2 * kMargin + shape.CellsX * (kCellW + kCellGap),
-              2 * kMargin + shape.CellsY * (kCellD + kCellGap),
-              500,
-              kMargin,
-              kMargin,
-              kCellW,
-              kCellD,
-              kCellGap,
-              kCellGap});
+    SetDims(p, {0, 0, 2 * kMargin + shape.CellsX * (kCellW + kCellGap),
+                2 * kMargin + shape.CellsY * (kCellD + kCellGap), 500, kMargin, kMargin, kCellW,
+                kCellD, kCellGap, kCellGap});
     p.CellsX = shape.CellsX;
     p.CellsY = shape.CellsY;
     p.StackGapX = kStackGap;
@@ -78,7 +70,8 @@ PartsInfo MakePart(int index, const JobShape& shape, std::mt19937& rng) {
     p.Quantity = std::uniform_int_distribution<int>(1, 60)(rng);
     const bool toBox =
         shape.SmallBoxes > 0 && std::uniform_int_distribution<int>(0, 99)(rng) < shape.BoxPercent;
-    p.Destination = toBox ? 100 + std::uniform_int_distribution<int>(0, shape.SmallBoxes - 1)(rng) : 0;
+    p.Destination =
+        toBox ? 100 + std::uniform_int_distribution<int>(0, shape.SmallBoxes - 1)(rng) : 0;
     p.PerStackLimit = std::uniform_int_distribution<int>(0, 20)(rng);
     p.Thickness = 1.0;
     p.GroupKey = "G1";
@@ -98,8 +91,8 @@ std::string PalletFileText(const GeneratedJob& job) {
         text += Format("P%d,%s", p.No, p.Name.c_str());
         for (double PalletInfo::*dim : kPalletDims)
             text += Format(",%.4f", p.*dim);
-        text +=
-            Format(",%d,%d,%.4f,%.4f,%s\n", p.CellsX, p.CellsY, p.StackGapX, p.StackGapY, p.ScheduleText.c_str());
+        text += Format(",%d,%d,%.4f,%.4f,%s\n", p.CellsX, p.CellsY, p.StackGapX, p.StackGapY,
+                       p.ScheduleText.c_str());
     }
     for (int n = 1; n <= job.SmallBoxes; ++n)
         text += Format("B%d\n", n);
@@ -108,9 +101,10 @@ std::string PalletFileText(const GeneratedJob& job) {
 
 std::string PartLine(const PartsInfo& p, const std::string& outline) {
     return Format("%s,%d,%s,%s,%.4f,%.4f,%d,%d,%d,%d,%d,,,%.4f,%s,%s,%s,1,,K%d,%.4f\n",
-                  p.Code.c_str(), p.KouteiNo, p.Name.c_str(), p.DisplayName.c_str(), p.SizeX, p.SizeY,
-                  p.DirCode, p.Quantity, p.Destination, p.SaveNumber, p.PerStackLimit, p.Thickness, p.GroupKey.c_str(),
-                  p.SensitiveSides.c_str(), outline.c_str(), p.SaveKey, p.PieceHeight);
+                  p.Code.c_str(), p.KouteiNo, p.Name.c_str(), p.DisplayName.c_str(), p.SizeX,
+                  p.SizeY, p.DirCode, p.Quantity, p.Destination, p.SaveNumber, p.PerStackLimit,
+                  p.Thickness, p.GroupKey.c_str(), p.SensitiveSides.c_str(), outline.c_str(),
+                  p.SaveKey, p.PieceHeight);
 }
 
 std::string OutlineText(const PartsInfo& p) {

@@ -50,14 +50,14 @@ struct Installation {
 
 // How a written installation departs from the plain one.
 struct InstallOptions {
-    int Corner = 4;                  // command-line token 7
-    bool Inch = false;               // token 4: pallet lengths in inches
-    double OffsetA = 0;              // token 5
-    double OffsetB = 0;              // token 6
-    bool BackslashPaths = false;     // the setup list's values written with '\'
+    int Corner = 4;                   // command-line token 7
+    bool Inch = false;                // token 4: pallet lengths in inches
+    double OffsetA = 0;               // token 5
+    double OffsetB = 0;               // token 6
+    bool BackslashPaths = false;      // the setup list's values written with '\'
     bool UnknownDestination = false;  // the last part names a box that does not exist
     bool UndefinedSmallBox = false;   // the last part goes to a small box of no "B" line
-    bool SensitiveSides = false;     // every other part asks for the offset check ("1111")
+    bool SensitiveSides = false;      // every other part asks for the offset check ("1111")
 };
 
 // Writes bin/Ks_Setup.ini, msg/Kesto.ini, pallet/pallet.txt, job/job.txt and one outline

@@ -3,7 +3,6 @@
 
 #include <new>
 
-
 namespace kesto {
 
 HaichiInfo* CKestoApp::AddHaichiInfo() {

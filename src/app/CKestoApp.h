@@ -22,7 +22,7 @@ struct IntRect {
 };
 
 class CKestoApp {
-public:
+  public:
     CKestoApp() = default;  // defaults only; nothing is read
 
     // --- job state -------------------------------------------------------------------
@@ -41,7 +41,7 @@ public:
     int32_t SkipShareOut = 0;
     RecordList<PalletInfo> PalletList;
     std::array<int32_t, 100> BoxFlags{};  // index 1..99
-    std::vector<BlockInfo> Blocks;         // entries 0..BlocksCount-1 are filled
+    std::vector<BlockInfo> Blocks;        // entries 0..BlocksCount-1 are filled
     int32_t BlocksCapacity = 0;
     int32_t BlocksCount = 0;
     int32_t IsDirect = -1;
@@ -59,7 +59,7 @@ public:
     int32_t GridFlag = 0;
     int32_t HitByBlock = 1;
     int32_t CurrentKoutei = 1;
-    int32_t CurrentBox = 100;
+    int32_t CurrentBox = destination::kFirstSmallBox;
     int32_t CurrentPallet = 1;
     int32_t PalletCount = 0;
     std::string PalletPrefix;
@@ -83,7 +83,7 @@ public:
     void RemoveHaichiInfo(HaichiInfo* rec);
     int HasKoutei(int32_t no) const;
     void FreeJob();
-    KouteiInfo* KouteiAt(int32_t position);  // 1-based position in KouteiList, or null
+    KouteiInfo* KouteiAt(int32_t position);             // 1-based position in KouteiList, or null
     PalletInfo* PalletByName(const std::string& name);  // first pallet with that Name
     const PalletInfo* PalletByName(const std::string& name) const;
 

@@ -1,8 +1,8 @@
 #include <new>
 #include <string>
 
-#include "app/InputReaders.h"
 #include "app/Codes.h"
+#include "app/InputReaders.h"
 #include "app/ScanFormat.h"
 #include "support/SetupList.h"
 #include "support/TextFile.h"

@@ -21,8 +21,8 @@ inline constexpr size_t kPath256 = 256;
 // One pallet type: a 'P' line of the pallet definition file, completed by its 'R' lines.
 // Lengths are millimetres, or inches when the job runs in inch mode.
 struct PalletInfo {
-    int32_t No = 0;    // column 1 without its 'P'
-    std::string Name;  // column 2 (32); the processes name their pallet by it
+    int32_t No = 0;          // column 1 without its 'P'
+    std::string Name;        // column 2 (32); the processes name their pallet by it
     double SaveOffsetX = 0;  // column 3, Dims[0]: subtracted from x in the placement save file
     double SaveOffsetY = 0;  // column 4, Dims[1]: added to y in the save file; enters the offsets
     double LengthX = 0;      // column 5, Dims[2]: x extent, the greatest x a stack may reach
@@ -39,10 +39,10 @@ struct PalletInfo {
     double StackGapX = 0;       // column 16, Len1: clearance kept beside a stack in x
     double StackGapY = 0;       // column 17, Len2: clearance kept beside a stack in y
     std::string ScheduleText;   // column 18 (32), Text2: shown for the pallet in the schedule list
-    double OffsetA = 0;     // upper limit of the offset check (computed from the command line)
-    double OffsetB = 0;     // lower limit of the offset check (the command-line value itself)
-    double LimitLeft = 0;   // Work1: left limit of the offset check; 0 when read
-    double LimitRight = 0;  // Work2: right limit of the offset check; 0 when read
+    double OffsetA = 0;         // upper limit of the offset check (computed from the command line)
+    double OffsetB = 0;         // lower limit of the offset check (the command-line value itself)
+    double LimitLeft = 0;       // Work1: left limit of the offset check; 0 when read
+    double LimitRight = 0;      // Work2: right limit of the offset check; 0 when read
     int32_t RackXCount = 0;
     int32_t RackYCount = 0;
     std::array<double, 5> RackX{};
@@ -68,7 +68,8 @@ struct BoxInfo {
     std::string Name;  // column 1 (32)
     int32_t No = 0;    // column 2; 100 or more: linked but not counted
     int32_t Kind = 0;  // column 3; written as the box kind of the save file
-    std::array<double, 4> Size{};  // columns 4-7: least and greatest SizeX, least and greatest SizeY
+    std::array<double, 4>
+        Size{};  // columns 4-7: least and greatest SizeX, least and greatest SizeY
 };
 
 struct KouteiInfo {
@@ -98,10 +99,10 @@ struct ShapeElement {
 
 // One line of the #PartsInfo section: one finished part.
 struct PartsInfo {
-    int32_t Seq = 0;       // 1-based line number among the parts read
-    int32_t No = 0;        // column 1 as a number (from its second character when that gives 0)
-    std::string Code;      // column 1 as written (8)
-    int32_t KouteiNo = 0;  // column 2: the process the part belongs to
+    int32_t Seq = 0;          // 1-based line number among the parts read
+    int32_t No = 0;           // column 1 as a number (from its second character when that gives 0)
+    std::string Code;         // column 1 as written (8)
+    int32_t KouteiNo = 0;     // column 2: the process the part belongs to
     std::string Name;         // column 3 (64)
     std::string DisplayName;  // column 4 (52), Text1: the part's name in the lists
     double SizeX = 0;         // column 5: footprint of one piece in x
@@ -124,9 +125,9 @@ struct PartsInfo {
     std::string OutlinePath;      // column 17 (256)
     int32_t ShapeCount = 0;
     std::vector<ShapeElement> Shapes;
-    std::string DirText;      // "U", "D", "UD" or "" from DirCode (8)
-    int32_t SaveKey = 0;      // column 20 from its second character, Num5: key in the save file
-    double PieceHeight = 0;   // column 21, Value1: height one piece adds to a stack
+    std::string DirText;     // "U", "D", "UD" or "" from DirCode (8)
+    int32_t SaveKey = 0;     // column 20 from its second character, Num5: key in the save file
+    double PieceHeight = 0;  // column 21, Value1: height one piece adds to a stack
 };
 
 struct HaichiInfo {

@@ -2,8 +2,8 @@
 #include <new>
 #include <string>
 
-#include "app/InputReaders.h"
 #include "app/Codes.h"
+#include "app/InputReaders.h"
 #include "app/ScanFormat.h"
 #include "support/TextFile.h"
 

@@ -11,7 +11,7 @@
 namespace kesto {
 
 class BatchOperator : public Operator {
-public:
+  public:
     // answer: 1 OK, 2 Cancel.
     BatchOperator(const MessageTable& messages, std::ostream& err, int answer)
         : messages_(messages), err_(err), answer_(answer) {}
@@ -19,7 +19,7 @@ public:
     int AskKaku(int no1, int no2) override;
     bool AskOffsetWarning(const std::string& text) override;
 
-private:
+  private:
     void PrintKakuMessage(int no);
 
     const MessageTable& messages_;

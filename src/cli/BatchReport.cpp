@@ -24,8 +24,8 @@ void ReportPallets(const CKestoApp& app, std::ostream& out) {
     for (const PalletInfo& p : app.PalletList) {
         out << FormatText(
             "  P%d %-12s %9.4f x %9.4f, height %9.4f, cells %d x %d, racks X %d Y %d\n", p.No,
-            p.Name.c_str(), p.LengthX, p.LengthY, p.MaxStackHeight, p.CellsX, p.CellsY, p.RackXCount,
-            p.RackYCount);
+            p.Name.c_str(), p.LengthX, p.LengthY, p.MaxStackHeight, p.CellsX, p.CellsY,
+            p.RackXCount, p.RackYCount);
     }
     out << "Small boxes defined:";
     for (int n = 1; n <= 99; ++n) {
@@ -53,8 +53,8 @@ void ReportParts(const CKestoApp& app, std::ostream& out) {
         out << FormatText(
             "  %.3d %-7s process %d group %-4s %9.4f x %9.4f qty %3d dest %5d sheets %2d, "
             "%d outline elements\n",
-            p.Seq, p.Code.c_str(), p.KouteiNo, p.GroupKey.c_str(), p.SizeX, p.SizeY, p.Quantity, p.Destination,
-            p.PerStackLimit, ElementCount(p));
+            p.Seq, p.Code.c_str(), p.KouteiNo, p.GroupKey.c_str(), p.SizeX, p.SizeY, p.Quantity,
+            p.Destination, p.PerStackLimit, ElementCount(p));
     }
 }
 

@@ -18,8 +18,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     kesto::DefaultHostStore host;
-    const int code = kesto::RunBatch(argc > 0 ? argv[0] : "kesto-batch", options, std::cout,
-                                     std::cerr, host);
+    const int code =
+        kesto::RunBatch(argc > 0 ? argv[0] : "kesto-batch", options, std::cout, std::cerr, host);
     std::cout.flush();
     return kesto::FinishProcess(code, std::cerr);
 }

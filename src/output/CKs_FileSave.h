@@ -8,7 +8,7 @@
 namespace kesto {
 
 class CKs_FileSave {
-public:
+  public:
     CKs_FileSave(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
     virtual ~CKs_FileSave() = default;
 
@@ -24,7 +24,7 @@ public:
     // Text of a key of section "KakuDlg" of Kesto.ini in the system folder ("" when missing).
     std::string GetKakuText(const std::string& key);
 
-private:
+  private:
     CKestoApp& app_;
     Services services_;
 };

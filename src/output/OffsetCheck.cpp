@@ -1,8 +1,8 @@
 // The check, when a job ends, that no stack lies beyond the offset limits of its pallet.
 #include <string>
 
-#include "output/CKs_FileSave.h"
 #include "app/Codes.h"
+#include "output/CKs_FileSave.h"
 #include "support/MessageFile.h"
 #include "support/Paths.h"
 #include "support/Platform.h"

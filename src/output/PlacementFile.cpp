@@ -5,12 +5,12 @@
 #include <cstdio>
 #include <string>
 
-#include "output/CKs_FileSave.h"
 #include "app/Codes.h"
-#include "support/TextFormat.h"
+#include "output/CKs_FileSave.h"
 #include "output/StackIndex.h"
 #include "support/AtomicFile.h"
 #include "support/TextFile.h"
+#include "support/TextFormat.h"
 
 namespace kesto {
 namespace {
@@ -75,16 +75,17 @@ std::string StackLine(const CKestoApp& app, const PalletCounts& counts, const Sa
         "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d",
         part.Code.c_str(), part.KouteiNo, part.Name.c_str(), s.Block->PalletNo, h.Value,
         h.X - part.SizeX - off.X, h.Y + off.Y, StackBoxKind(app, counts, *s.Block),
-        part.DisplayName.c_str(), part.SizeX, part.SizeY, part.PieceHeight, part.SaveNumber, h.Level,
-        part.Code.c_str(), static_cast<long>(h.BlockIndex), static_cast<int>(h.Flag));
+        part.DisplayName.c_str(), part.SizeX, part.SizeY, part.PieceHeight, part.SaveNumber,
+        h.Level, part.Code.c_str(), static_cast<long>(h.BlockIndex), static_cast<int>(h.Flag));
 }
 
 std::string UnplacedLine(const CKestoApp& app, const PartsInfo& part) {
-    const bool direct = (part.Destination == 99998 || part.Destination == 99999) && app.DirectFlag == 1;
+    const bool direct = IsDirectCode(part.Destination) && app.DirectFlag == 1;
     const int32_t kind = direct ? part.Destination : BoxKind(app, part.Destination);
     return FormatText("%s,%d,%s,0,%d,0.0000,0.0000,%d,%s,%10.4lf,%10.4lf,%10.4lf,0,-1,%s,-1,-1",
                       part.Code.c_str(), part.KouteiNo, part.Name.c_str(), part.Quantity, kind,
-                      part.DisplayName.c_str(), part.SizeX, part.SizeY, part.PieceHeight, part.Code.c_str());
+                      part.DisplayName.c_str(), part.SizeX, part.SizeY, part.PieceHeight,
+                      part.Code.c_str());
 }
 
 // What every line of one file needs, and the kind of line written last: buffered writes may

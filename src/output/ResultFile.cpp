@@ -3,13 +3,13 @@
 #include <cstdio>
 #include <string>
 
-#include "output/CKs_FileSave.h"
 #include "app/Codes.h"
-#include "support/TextFormat.h"
+#include "output/CKs_FileSave.h"
 #include "output/ResultGroups.h"
 #include "output/StackIndex.h"
 #include "support/AtomicFile.h"
 #include "support/TextFile.h"
+#include "support/TextFormat.h"
 
 namespace kesto {
 namespace {

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "support/TextFormat.h"
 #include "support/TextFile.h"
+#include "support/TextFormat.h"
 
 namespace kesto {
 namespace {
@@ -18,10 +18,6 @@ struct BufferedLine {
     int32_t Key = 0;
     std::string Text;
 };
-
-bool IsDirectCode(const PartsInfo& part) {
-    return part.Destination == 99998 || part.Destination == 99999;
-}
 
 // The number after the group key's leading letter.
 int32_t SortKey(const std::string& groupKey) {
@@ -187,9 +183,9 @@ BufferedLine GroupWriter::PlacedLine(const PartsInfo& part, int64_t a, int64_t b
 }
 
 BufferedLine GroupWriter::UnplacedLine(const PartsInfo& part) const {
-    return {SortKey(part.GroupKey),
-            FormatText("%s,%d,%s,0,%d,%s,%d,%s", part.Code.c_str(), part.KouteiNo,
-                       part.Name.c_str(), part.Quantity, Label(part).c_str(), g_, part.Code.c_str())};
+    return {SortKey(part.GroupKey), FormatText("%s,%d,%s,0,%d,%s,%d,%s", part.Code.c_str(),
+                                               part.KouteiNo, part.Name.c_str(), part.Quantity,
+                                               Label(part).c_str(), g_, part.Code.c_str())};
 }
 
 // The parts with a direct code go into the first pair of their process in which a part with
@@ -199,7 +195,7 @@ std::map<const PartsInfo*, int64_t> DirectPairs(CKestoApp& app, const StackIndex
     firstPass.Run();
     std::map<const PartsInfo*, int64_t> pairs;
     for (const PartsInfo& part : app.PartsList) {
-        if (!IsDirectCode(part))
+        if (!IsDirectCode(part.Destination))
             continue;
         const auto found = firstPass.Written().find({part.KouteiNo, part.GroupKey});
         if (found != firstPass.Written().end())

@@ -18,7 +18,7 @@ enum class JobEnd { Ok = 1, Cancel = 2 };
 
 // What a view of the session does when the session changes the whole job under it.
 class SessionView {
-public:
+  public:
     virtual ~SessionView() = default;
     // Retry or Auto is about to free the job: drop every pointer into it (picks, bands).
     virtual void ForgetJob() {}
@@ -30,7 +30,7 @@ public:
 };
 
 class JobSession {
-public:
+  public:
     // Keeps the services for the life of the session; reads nothing yet.
     JobSession(const Services& services, std::string commandLine);
     JobSession(const JobSession&) = delete;
@@ -85,7 +85,7 @@ public:
     // code; 999 after the offset stop, which saves nothing). A second call only repeats the code.
     int Exit();
 
-private:
+  private:
     // Frees the job and reads the per-user values and the input files again.
     void RereadJob();
     // Restore, trim and fill (fullRun 1) and PlaceAll, after the kept counts went to Work[0].

@@ -21,8 +21,8 @@ std::string StateMark(const PartsInfo& part) {
 
 std::string AllPartsLine(const PartsInfo& part) {
     return FormatText("%.3d %4d/%-4d %s %-2s %-32.32s %9.4lf x %9.4lf", part.Seq, part.PiecesPlaced,
-                      part.Quantity, StateMark(part).c_str(), part.DirText.c_str(), part.DisplayName.c_str(),
-                      part.SizeX, part.SizeY);
+                      part.Quantity, StateMark(part).c_str(), part.DirText.c_str(),
+                      part.DisplayName.c_str(), part.SizeX, part.SizeY);
 }
 
 std::string SmallBoxLine(const PartsInfo& part) {
@@ -30,8 +30,8 @@ std::string SmallBoxLine(const PartsInfo& part) {
 }
 
 std::string ToriokiLine(const PartsInfo& part) {
-    return FormatText("%.3d %4d/%-4d %-.32s", part.Seq, part.Quantity - part.PiecesPlaced, part.Quantity,
-                      part.DisplayName.c_str());
+    return FormatText("%.3d %4d/%-4d %-.32s", part.Seq, part.Quantity - part.PiecesPlaced,
+                      part.Quantity, part.DisplayName.c_str());
 }
 
 std::string ScheduleLine(const CKestoApp& app, const KouteiInfo& koutei) {
@@ -50,7 +50,8 @@ bool InSmallBox(const PartsInfo& part, int code) {
 }
 
 bool InTorioki(const PartsInfo& part) {
-    return IsTorioki(part.Destination) || (IsPalletCode(part.Destination) && part.PiecesPlaced < part.Quantity);
+    return IsTorioki(part.Destination) ||
+           (IsPalletCode(part.Destination) && part.PiecesPlaced < part.Quantity);
 }
 
 int32_t SeqOfLine(const std::string& line) {

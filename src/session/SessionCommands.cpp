@@ -1,6 +1,6 @@
 // The commands of the main window that decide something about the parts.
-#include "session/JobSession.h"
 #include "app/Codes.h"
+#include "session/JobSession.h"
 
 namespace kesto {
 

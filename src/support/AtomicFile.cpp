@@ -16,7 +16,9 @@ namespace kesto {
 
 AtomicFile::AtomicFile(std::string target) : target_(std::move(target)) {}
 
-AtomicFile::~AtomicFile() { Discard(); }
+AtomicFile::~AtomicFile() {
+    Discard();
+}
 
 bool AtomicFile::Open() {
     Discard();
@@ -42,7 +44,8 @@ bool AtomicFile::Open() {
     }
 #endif
     if (file_ == nullptr) {
-        if (!temp_.empty()) std::remove(temp_.c_str());
+        if (!temp_.empty())
+            std::remove(temp_.c_str());
         temp_.clear();
         return false;
     }
@@ -50,7 +53,8 @@ bool AtomicFile::Open() {
 }
 
 bool AtomicFile::Commit() {
-    if (file_ == nullptr) return false;
+    if (file_ == nullptr)
+        return false;
     bool ok = std::fflush(file_) == 0 && !std::ferror(file_);
 #ifndef _WIN32
     ok = ok && ::fsync(::fileno(file_)) == 0;

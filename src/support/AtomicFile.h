@@ -8,7 +8,7 @@
 namespace kesto {
 
 class AtomicFile {
-public:
+  public:
     explicit AtomicFile(std::string target);
     AtomicFile(const AtomicFile&) = delete;
     AtomicFile& operator=(const AtomicFile&) = delete;
@@ -25,7 +25,7 @@ public:
     const std::string& Target() const { return target_; }
     const std::string& TempPath() const { return temp_; }
 
-private:
+  private:
     std::string target_;
     std::string temp_;
     std::FILE* file_ = nullptr;

@@ -86,8 +86,7 @@ void MessageTable::Impl::ReadLines(std::FILE* file, const std::string& path, Ope
     }
 }
 
-void MessageTable::Impl::TakeLine(const std::string& line, const std::string& path,
-                                  Operator& op) {
+void MessageTable::Impl::TakeLine(const std::string& line, const std::string& path, Operator& op) {
     if (IsIgnoredLine(line))
         return;
     if (line[0] == '[') {

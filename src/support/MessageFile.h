@@ -19,7 +19,7 @@ inline constexpr const char* kMessageNotDefine = "Message Not Define";
 // One loaded message table. The job session holds the program's table and hands it to whoever
 // shows a text; the offset check reads a second one of its own.
 class MessageTable {
-public:
+  public:
     MessageTable();
     ~MessageTable();
     MessageTable(const MessageTable&) = delete;
@@ -34,7 +34,7 @@ public:
     void Free();
     bool Loaded() const;
 
-private:
+  private:
     struct Impl;
     std::unique_ptr<Impl> impl_;
 };

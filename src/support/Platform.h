@@ -9,7 +9,7 @@
 namespace kesto {
 
 class Operator {
-public:
+  public:
     virtual ~Operator() = default;
     // A fixed English message box with an OK button.
     virtual void ShowMessageBox(const std::string& text) = 0;
@@ -28,7 +28,7 @@ struct SystemFolderResult {
 };
 
 class HostStore {
-public:
+  public:
     virtual ~HostStore() = default;
     // The machine-wide system folder ("ORVOSystemRoot").
     virtual SystemFolderResult SystemFolder() = 0;
@@ -42,7 +42,7 @@ public:
 // value ORVOSystemRoot in /etc/ORVONetwork/SystemInformation.ini; per-user values in
 // $XDG_CONFIG_HOME/ORVONetwork/Vardo/Kesto.ini (default ~/.config/...).
 class DefaultHostStore : public HostStore {
-public:
+  public:
     DefaultHostStore() = default;
     // Reads the machine-wide value from another file than MachineIniPath() (POSIX only).
     explicit DefaultHostStore(std::string machineIni) : machineIni_(std::move(machineIni)) {}
@@ -52,7 +52,7 @@ public:
     static std::string UserValuesPath();
     static std::string MachineIniPath();  // /etc/ORVONetwork/SystemInformation.ini
 
-private:
+  private:
     std::string machineIni_ = MachineIniPath();
 };
 

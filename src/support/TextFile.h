@@ -10,9 +10,9 @@ namespace kesto {
 
 class Operator;
 
-constexpr int kLineSize = 1024;    // bytes of one line, terminator included
-constexpr int kFieldCount = 128;   // fields of one split line
-constexpr int kFieldSize = 128;    // bytes of one field, terminator included
+constexpr int kLineSize = 1024;   // bytes of one line, terminator included
+constexpr int kFieldCount = 128;  // fields of one split line
+constexpr int kFieldSize = 128;   // bytes of one field, terminator included
 
 // One line split into comma-separated fields. Fields beyond Count are empty.
 struct FieldList {
@@ -26,7 +26,7 @@ struct FieldList {
 
 // Owns a FILE* and closes it.
 class TextFile {
-public:
+  public:
     TextFile() = default;
     TextFile(const TextFile&) = delete;
     TextFile& operator=(const TextFile&) = delete;
@@ -39,7 +39,7 @@ public:
     void Close();
     void Reset(std::FILE* f);
 
-private:
+  private:
     std::FILE* file_ = nullptr;
 };
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "common/AllocFailure.h"
 #include "app/InputReaders.h"
+#include "common/AllocFailure.h"
 #include "common/Installation.h"
 #include "support/TextFile.h"
 

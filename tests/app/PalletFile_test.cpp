@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "common/AllocFailure.h"
 #include "app/InputReaders.h"
+#include "common/AllocFailure.h"
 #include "common/Installation.h"
 #include "support/TextFile.h"
 

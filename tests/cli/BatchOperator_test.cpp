@@ -33,7 +33,8 @@ TEST_F(BatchOperatorTest, MessageBoxIsPrintedWithTheProgramName) {
 TEST_F(BatchOperatorTest, QuestionPrintsBothMessagesAndGivesTheAnswer) {
     BatchOperator cancel(messages, err, 2);
     EXPECT_EQ(cancel.AskKaku(210, 5), 2);
-    EXPECT_EQ(err.str(), "kesto: message 210: Delete the result?\nkesto: message 005: Parts left\n");
+    EXPECT_EQ(err.str(),
+              "kesto: message 210: Delete the result?\nkesto: message 005: Parts left\n");
     err.str("");
     BatchOperator ok(messages, err, 1);
     EXPECT_EQ(ok.AskKaku(210, 0), 1);

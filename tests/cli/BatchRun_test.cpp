@@ -106,9 +106,9 @@ TEST(RunBatch, JobCheckFailureEndsWith100AfterWritingTheUnplacedJob) {
     EXPECT_EQ(RunJob(folder, Tokens(folder), 1, &report), 100);
     EXPECT_NE(report.find("message 001"), std::string::npos) << report;
     EXPECT_EQ(report.find("message 008"), std::string::npos) << report;
-    EXPECT_EQ(test::ReadLines(folder / "out/result.csv_tmp"),
-              (std::vector<std::string>{"0002,1,Plate,0,3", "0001,1,Bracket,0,8",
-                                        "0003,1,Clip,0,20"}));
+    EXPECT_EQ(
+        test::ReadLines(folder / "out/result.csv_tmp"),
+        (std::vector<std::string>{"0002,1,Plate,0,3", "0001,1,Bracket,0,8", "0003,1,Clip,0,20"}));
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
     EXPECT_TRUE(std::filesystem::exists(folder / "out/haichi.csv"));
 }

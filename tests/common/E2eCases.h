@@ -15,8 +15,8 @@ namespace kesto::test {
 
 inline std::filesystem::path E2eRoot() {
     const char* source = std::getenv("KESTO_SOURCE_DIR");
-    return std::filesystem::path(source != nullptr ? source : KESTO_SOURCE_DIR_DEFAULT) /
-           "tests" / "e2e";
+    return std::filesystem::path(source != nullptr ? source : KESTO_SOURCE_DIR_DEFAULT) / "tests" /
+           "e2e";
 }
 
 inline std::filesystem::path BinaryDir() {

@@ -48,14 +48,13 @@ struct MiniInstallation {
         "A003,1,Clip,CLP-3,40,30,11,20,100,0,0,,,1,G02,0000,,0,,K003,1\n"
         "#End\n";
 
-    // Writes the installation below folder and points the system folder at it.
+    // Writes the installation below folder (a host store points the system folder at it).
     void Write(const TempFolder& folder) const {
         WriteFile(folder / "bin/Ks_Setup.ini", SetupList);
         WriteFile(folder / "Kesto.ini", Settings);
         WriteFile(folder / "pallet/pallets.txt", Pallets);
         WriteFile(folder / "job/job.txt", Job);
         std::filesystem::create_directories(folder.Path() / "out");
-        UseInstallation(folder.Path().string(), folder / "config");
     }
 };
 

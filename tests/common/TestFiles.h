@@ -63,10 +63,4 @@ inline std::vector<std::string> ReadLines(const std::string& path) {
     return lines;
 }
 
-// Points the system folder and the per-user values at folders of a test.
-inline void UseInstallation(const std::string& systemFolder, const std::string& configHome) {
-    ::setenv("ORVOSystemRoot", systemFolder.c_str(), 1);
-    ::setenv("XDG_CONFIG_HOME", configHome.c_str(), 1);
-}
-
 }  // namespace kesto::test

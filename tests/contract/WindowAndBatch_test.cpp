@@ -3,11 +3,11 @@
 // with OK, and ends with the same exit code; `--answer cancel` is the same for Cancel. Each
 // installation is copied twice: the window runs in-process on one copy (offscreen), the batch
 // tool as a process on the other, and every file of both copies is compared after each run.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest/QTest>
-#include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -240,9 +240,9 @@ TEST(GeneratedInstallations, ReachEveryKindOfEnding) {
     std::string tally;
     for (const auto& [what, n] : seen)
         tally += what + ": " + std::to_string(n) + "\n";
-    for (const char* what : {"exit 0", "exit 100", "exit 231", "message 002", "message 003",
-                             "message 008", "message 208", "Initial File Not found",
-                             "Parts short: none", "restore failed"})
+    for (const char* what :
+         {"exit 0", "exit 100", "exit 231", "message 002", "message 003", "message 008",
+          "message 208", "Initial File Not found", "Parts short: none", "restore failed"})
         EXPECT_GT(seen[what], 0) << what << "\n" << tally;
 }
 

@@ -63,7 +63,8 @@ TEST_F(OffsetCheck, EachSideBeyondItsLimitWarnsWithMessage209) {
         operator_.Warnings.clear();
         AddStackAt(c.SensitiveSides, c.X, c.Y);
         EXPECT_EQ(Check(), 1) << c.SensitiveSides;
-        EXPECT_EQ(operator_.Warnings, (std::vector<std::string>{"Offset over"})) << c.SensitiveSides;
+        EXPECT_EQ(operator_.Warnings, (std::vector<std::string>{"Offset over"}))
+            << c.SensitiveSides;
     }
 }
 

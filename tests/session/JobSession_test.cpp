@@ -7,7 +7,7 @@
 
 #include <map>
 
-#include "session/SessionFixture.h"
+#include "common/SessionFixture.h"
 
 namespace kesto::test {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <numeric>
 
-#include "session/SessionFixture.h"
+#include "common/SessionFixture.h"
 
 namespace kesto::test {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "common/TestFiles.h"
 #include "common/ScopedEnv.h"
+#include "common/TestFiles.h"
 
 namespace kesto {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "common/TestFiles.h"
 #include "common/ScopedEnv.h"
+#include "common/TestFiles.h"
 #include "common/TestServices.h"
 #include "support/Platform.h"
 #include "support/Services.h"
@@ -14,9 +14,9 @@ namespace kesto {
 namespace {
 
 using test::RecordingOperator;
-using test::TestServices;
 using test::ScopedWorkingFolder;
 using test::TempFolder;
+using test::TestServices;
 using test::WriteFile;
 
 // A system folder in a temporary folder, its setup list written by each test.

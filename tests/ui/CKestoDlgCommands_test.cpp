@@ -183,7 +183,8 @@ TEST(CKestoDlgCommands, AutoCarriesThePlacedCountsOver) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     PartBySeq(job.App(), 1).PiecesPlaced = 3;
-    PartBySeq(job.App(), 2).PiecesPlaced = 2;  // bound for a box yet placed: goes back to the pallets
+    PartBySeq(job.App(), 2).PiecesPlaced =
+        2;  // bound for a box yet placed: goes back to the pallets
     Click(*job.Dialog, "B-AUTO");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{204, 205}}));
     EXPECT_EQ(PartBySeq(job.App(), 1).PartialQuantity, 3);

@@ -5,8 +5,8 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 
-#include "support/Platform.h"
 #include "common/WindowJob.h"
+#include "support/Platform.h"
 
 namespace kesto {
 namespace {

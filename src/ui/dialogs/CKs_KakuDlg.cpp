@@ -41,7 +41,9 @@ CKs_KakuDlg::CKs_KakuDlg(int no1, int no2, const MessageTable& messages, const F
     : QDialog(mainWindow),
       no1_(no1),
       no2_(no2),
-      messages_(messages), fonts_(fonts), mainWindow_(mainWindow) {
+      messages_(messages),
+      fonts_(fonts),
+      mainWindow_(mainWindow) {
     setObjectName("CKs_KakuDlg");
     line1_ = MakeLine(this, "1043");
     line2_ = MakeLine(this, "1044");
