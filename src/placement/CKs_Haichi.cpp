@@ -109,8 +109,9 @@ int CKs_Haichi::PlaceAll(int partial, int restore) {
     if (app_.PartsList.Empty())
         return 1;
     const bool shortPart =
-        std::any_of(app_.PartsList.begin(), app_.PartsList.end(),
-                    [](const PartsInfo& p) { return IsPalletCode(p.Destination) && p.Quantity != p.PiecesPlaced; });
+        std::any_of(app_.PartsList.begin(), app_.PartsList.end(), [](const PartsInfo& p) {
+            return IsPalletCode(p.Destination) && p.Quantity != p.PiecesPlaced;
+        });
     if (shortPart && partial == 0)
         app_.ShowKaku(services_.Op, kaku::kPartsLeftShort, kaku::kNone);
     return 1;
@@ -141,7 +142,7 @@ int CKs_Haichi::PlaceKoutei(int partial, int restore) {
         int result = 1;
         if (TakesPart(p, *CurKoutei, restore)) {
             CurPart = &p;
-            result = StackPart(0);
+            result = StackPart(stacking::kAllPallets);
             if (result != 0 && share)
                 ShareOut(StacksOf(&p, SIZE_MAX), p.Quantity);
         }
@@ -167,7 +168,7 @@ int CKs_Haichi::PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, int mode) {
                 app_.Blocks[i].CornerMask = 0;
         }
     }
-    if (mode == 1 || mode == 2)
+    if (mode == stacking::kPalletsInView || mode == stacking::kAllPalletsCapped)
         return StackPart(mode) != 0 ? 1 : 0;
     return 1;
 }

@@ -34,7 +34,8 @@ struct CornerPlace {
 // Tolerance of the geometric comparisons.
 inline constexpr double kLengthTolerance = 0.0001;
 // The corners in the order in which every search tries them.
-inline constexpr std::array<uint8_t, 4> kCornerSearchOrder{4, 8, 1, 2};
+inline constexpr std::array<uint8_t, 4> kCornerSearchOrder{kCornerMaxMin, kCornerMaxMax,
+                                                           kCornerMinMin, kCornerMinMax};
 // Most parts and stacks one operation remembers.
 inline constexpr size_t kRememberLimit = 1000;
 
@@ -49,14 +50,31 @@ int32_t AddClamped(int32_t a, int64_t b);
 // a num1 of 0 or less leaves one piece in the first stack. Fewer than two: unchanged.
 void ShareOut(const std::vector<HaichiInfo*>& stacks, int32_t num1);
 
+// What the drawing area hands over for a drop: the screen rectangles of its four pallet slots,
+// the stacks it has selected (TestCorner passes over them while dragging), and whether the
+// call only probes which pallet the drop would land on.
+struct DropInput {
+    std::array<SlotRect, 4> Slots{};
+    std::vector<HaichiInfo*> Selection;
+    bool Probe = false;
+};
+
+// MoveGroup's result (1 moved, 0 not) and, for a probe, the pallet the drop would land on
+// (-1: none).
+struct DropResult {
+    int Result = 0;
+    int32_t Target = -1;
+};
+
+// Every operation called from outside takes the process, part and drop data it works on; the
+// engine keeps them as its current state only for the length of the call.
 class CKs_Haichi {
   public:
     CKs_Haichi(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
     virtual ~CKs_Haichi() = default;
 
     int PlaceAll(int partial, int restore);
-    int PlaceKoutei(int partial, int restore);
-    int StackPart(int mode);
+    int StackPart(KouteiInfo* koutei, PartsInfo* part, int mode);
     int RestorePlacement(const std::string& path);
     int TrimExcess();
     int FillShortage();
@@ -64,25 +82,44 @@ class CKs_Haichi {
     void RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo*>& leaveOut);
     double PieceHeight(const PartsInfo& part) const { return part.PieceHeight; }
 
+    // May a stack of part stand in that corner of the block? selection: the stacks being
+    // dragged, which the collision test passes over while dragging is 1.
+    int TestCorner(KouteiInfo* koutei, PartsInfo* part, int dragging, int blockIndex, int corner,
+                   const std::vector<HaichiInfo*>& selection = {});
+    int TestRect(KouteiInfo* koutei, double x0, double y0, double x1, double y1, int pallet,
+                 const PartsInfo* part);
+    void MarkCorners(KouteiInfo* koutei, double x0, double y0, double x1, double y1, int pallet,
+                     PartsInfo* part);
+    DropResult MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left,
+                         int top, int right, int bottom, int freeMove, const DropInput& drop);
+
+    // Candidate pallets c1..c4 (-1 none) for the current pallet, count and view mode.
+    std::array<int, 4> CandidatePallets() const;
+
+    // The bounding rectangle of the blocks of the process placed or stacked last.
+    LengthRect Bounds() const { return {BoundMinX, BoundMinY, BoundMaxX, BoundMaxY}; }
+    // The process the last operation worked on (null when it had none).
+    const KouteiInfo* LastKoutei() const { return CurKoutei; }
+
+  private:
+    // The operations as the engine runs them on its current process and part.
+    int PlaceKoutei(int partial, int restore);
+    int StackPart(int mode);
     int TestCorner(int dragging, int blockIndex, int corner);
     int TestRect(double x0, double y0, double x1, double y1, int pallet, const PartsInfo* part);
     void MarkCorners(double x0, double y0, double x1, double y1, int pallet, PartsInfo* part);
     int MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left, int top,
                   int right, int bottom, int freeMove);
 
-    // Candidate pallets c1..c4 (-1 none) for the current pallet, count and view mode.
-    std::array<int, 4> CandidatePallets() const;
-
-    // State the drawing area hands over for dragging and dropping.
+    // The drop in hand.
     std::vector<HaichiInfo*> Selection;  // stacks passed over by TestCorner while dragging
     std::array<SlotRect, 4> Slots{};     // screen rectangles of the four pallet slots
-    int32_t DropPallet = 0;              // -1 before a probe; the target pallet after it
+    int32_t DropPallet = 0;              // -1 during a probe; the target pallet after it
 
     double BoundMinX = 0, BoundMaxX = 0, BoundMinY = 0, BoundMaxY = 0;
     KouteiInfo* CurKoutei = nullptr;
     PartsInfo* CurPart = nullptr;
 
-  private:
     // Number of block entries that are both filled and present in the table.
     int BlockLimit() const;
     // The block at index, or null outside the table.

@@ -22,7 +22,10 @@ struct BlockCorner {
 };
 
 std::array<BlockCorner, 4> CornersOf(const BlockInfo& b) {
-    return {{{b.MinX, b.MinY, 1}, {b.MinX, b.MaxY, 2}, {b.MaxX, b.MaxY, 8}, {b.MaxX, b.MinY, 4}}};
+    return {{{b.MinX, b.MinY, kCornerMinMin},
+             {b.MinX, b.MaxY, kCornerMinMax},
+             {b.MaxX, b.MaxY, kCornerMaxMax},
+             {b.MaxX, b.MinY, kCornerMaxMin}}};
 }
 
 // Strictly inside the rectangle widened by the tolerance.
@@ -60,6 +63,14 @@ bool CKs_Haichi::Collides(const HaichiInfo& stack, const LengthRect& f, double g
     return spansX && (Between(s.Y0, f.Y0, s.Y1) || Between(s.Y0, f.Y1, s.Y1));
 }
 
+int CKs_Haichi::TestCorner(KouteiInfo* koutei, PartsInfo* part, int dragging, int blockIndex,
+                           int corner, const std::vector<HaichiInfo*>& selection) {
+    CurKoutei = koutei;
+    CurPart = part;
+    Selection = selection;
+    return TestCorner(dragging, blockIndex, corner);
+}
+
 int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {
     const BlockInfo* b = BlockAt(blockIndex);
     if (b == nullptr || CurKoutei == nullptr || CurKoutei->Mark == nullptr || CurPart == nullptr) {
@@ -67,11 +78,12 @@ int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {
     }
     if (dragging != 1 && b->Occupant != nullptr && b->Occupant != CurPart)
         return 0;
-    if (corner != 1 && corner != 2 && corner != 4 && corner != 8)
+    if (corner != kCornerMinMin && corner != kCornerMinMax && corner != kCornerMaxMin &&
+        corner != kCornerMaxMax)
         return 0;
     const double sx = CurPart->SizeX, sy = CurPart->SizeY;
-    const bool low = corner == 1 || corner == 2;     // at MinX
-    const bool bottom = corner == 1 || corner == 4;  // at MinY
+    const bool low = corner == kCornerMinMin || corner == kCornerMinMax;     // at MinX
+    const bool bottom = corner == kCornerMinMin || corner == kCornerMaxMin;  // at MinY
     const LengthRect f{low ? b->MinX : b->MaxX - sx, bottom ? b->MinY : b->MaxY - sy,
                        low ? b->MinX + sx : b->MaxX, bottom ? b->MinY + sy : b->MaxY};
     const PalletInfo& pal = *CurKoutei->Mark;
@@ -150,6 +162,12 @@ void CKs_Haichi::ForPalletBlocks(int pallet, Visit&& visit) {
     }
 }
 
+int CKs_Haichi::TestRect(KouteiInfo* koutei, double x0, double y0, double x1, double y1, int pallet,
+                         const PartsInfo* part) {
+    CurKoutei = koutei;
+    return TestRect(x0, y0, x1, y1, pallet, part);
+}
+
 int CKs_Haichi::TestRect(double x0, double y0, double x1, double y1, int pallet,
                          const PartsInfo* part) {
     if (CurKoutei == nullptr)
@@ -165,6 +183,12 @@ int CKs_Haichi::TestRect(double x0, double y0, double x1, double y1, int pallet,
         return blocked;
     });
     return blocked ? 0 : 1;
+}
+
+void CKs_Haichi::MarkCorners(KouteiInfo* koutei, double x0, double y0, double x1, double y1,
+                             int pallet, PartsInfo* part) {
+    CurKoutei = koutei;
+    MarkCorners(x0, y0, x1, y1, pallet, part);
 }
 
 void CKs_Haichi::MarkCorners(double x0, double y0, double x1, double y1, int pallet,
@@ -204,13 +228,13 @@ void CKs_Haichi::RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo
         if (std::find(leaveOut.begin(), leaveOut.end(), &h) != leaveOut.end())
             continue;
         LengthRect r{h.X - h.Part->SizeX, h.Y, h.X, h.Y + h.Part->SizeY};
-        if (h.Flag == 1 || h.Flag == 4)
+        if (h.Flag == kCornerMinMin || h.Flag == kCornerMaxMin)
             r.Y1 += gy;
-        if (h.Flag == 2 || h.Flag == 8)
+        if (h.Flag == kCornerMinMax || h.Flag == kCornerMaxMax)
             r.Y0 -= gy;
-        if (h.Flag == 1 || h.Flag == 2)
+        if (h.Flag == kCornerMinMin || h.Flag == kCornerMinMax)
             r.X1 += gx;
-        if (h.Flag == 4 || h.Flag == 8)
+        if (h.Flag == kCornerMaxMin || h.Flag == kCornerMaxMax)
             r.X0 -= gx;
         MarkCorners(r.X0, r.Y0, r.X1, r.Y1, hb->PalletNo, h.Part);
     }

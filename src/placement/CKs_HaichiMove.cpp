@@ -20,11 +20,11 @@ int PixelDistance(int x0, int y0, int x1, int y1) {
 // The drop rectangle's corner that meets a block corner, and the block's own.
 int CornerDistance(const BlockInfo& b, int corner, int left, int top, int right, int bottom) {
     switch (corner) {
-        case 4:
+        case kCornerMaxMin:
             return PixelDistance(right, bottom, b.PixRight, b.PixBottom);
-        case 8:
+        case kCornerMaxMax:
             return PixelDistance(right, top, b.PixRight, b.PixTop);
-        case 1:
+        case kCornerMinMin:
             return PixelDistance(left, bottom, b.PixLeft, b.PixBottom);
         default:
             return PixelDistance(left, top, b.PixLeft, b.PixTop);
@@ -97,8 +97,10 @@ void CKs_Haichi::MoveToCorner(HaichiInfo& h, const LengthRect& group, int blockI
     const PalletInfo& pal = *CurKoutei->Mark;
     const double sx = h.Part->SizeX, sy = h.Part->SizeY;
     const CornerPlace at = PlaceInCorner(b, corner, sx, sy, pal.StackGapX, pal.StackGapY);
-    const double offX = (corner == 1 || corner == 2) ? (h.X - sx) - group.X0 : h.X - group.X1;
-    const double offY = (corner == 1 || corner == 4) ? group.Y0 - h.Y : group.Y1 - h.Y - sy;
+    const double offX = (corner == kCornerMinMin || corner == kCornerMinMax) ? (h.X - sx) - group.X0
+                                                                             : h.X - group.X1;
+    const double offY =
+        (corner == kCornerMinMin || corner == kCornerMaxMin) ? group.Y0 - h.Y : group.Y1 - h.Y - sy;
     const double testX = at.X - offX;
     const double newY = at.Y - offY;
     const bool fits =
@@ -137,6 +139,16 @@ void CKs_Haichi::SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRe
         return;
     for (HaichiInfo* h : stacks)
         MoveToCorner(*h, group, bestBlock, bestCorner);
+}
+
+DropResult CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks,
+                                 int left, int top, int right, int bottom, int freeMove,
+                                 const DropInput& drop) {
+    Slots = drop.Slots;
+    Selection = drop.Selection;
+    DropPallet = drop.Probe ? -1 : 0;
+    const int result = MoveGroup(koutei, stacks, left, top, right, bottom, freeMove);
+    return {result, drop.Probe ? DropPallet : -1};
 }
 
 int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left,

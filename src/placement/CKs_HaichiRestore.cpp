@@ -5,8 +5,8 @@
 #include <functional>
 #include <set>
 
-#include "placement/CKs_Haichi.h"
 #include "app/Codes.h"
+#include "placement/CKs_Haichi.h"
 #include "support/TextFile.h"
 
 namespace kesto {
@@ -49,8 +49,8 @@ int CKs_Haichi::FindRestoreBlock(const LengthRect& r, int storedPallet, int corn
     });
     if (found >= 0 || (corner != 1 && corner != 2 && corner != 4 && corner != 8))
         return found;
-    const double px = (corner == 1 || corner == 2) ? r.X0 : r.X1;
-    const double py = (corner == 1 || corner == 4) ? r.Y0 : r.Y1;
+    const double px = (corner == kCornerMinMin || corner == kCornerMinMax) ? r.X0 : r.X1;
+    const double py = (corner == kCornerMinMin || corner == kCornerMaxMin) ? r.Y0 : r.Y1;
     ScanRestoreBlocks(blocks, n, CurKoutei->No, storedPallet, [&](int i) {
         const BlockInfo& b = blocks[i];
         if (b.MinX <= px && px <= b.MaxX && b.MinY <= py && py <= b.MaxY)
@@ -187,7 +187,8 @@ void CKs_Haichi::FillPart(PartsInfo& part) {
     int64_t shortfall = int64_t{part.Quantity} - part.PiecesPlaced;
     int64_t limit = 999;
     const KouteiInfo* koutei = KouteiByNo(part.KouteiNo);
-    const double height = koutei != nullptr && koutei->Mark != nullptr ? koutei->Mark->MaxStackHeight : 0;
+    const double height =
+        koutei != nullptr && koutei->Mark != nullptr ? koutei->Mark->MaxStackHeight : 0;
     // A piece without height sets no cap.
     if (height > 0 && PieceHeight(part) != 0)
         limit = TruncToInt32(height / PieceHeight(part));

@@ -13,11 +13,11 @@ std::array<int, 4> CKs_Haichi::CandidatePallets() const {
     // Values that name no pallet never match a block; cut them into the int range.
     auto narrow = [](int64_t v) { return static_cast<int>(std::clamp<int64_t>(v, -1, INT32_MAX)); };
     switch (app_.PalletMode) {
-        case 0:
-        case 1:
+        case view::kFlat:
+        case view::kDanmen:
             c[0] = narrow(cur);
             break;
-        case 2:
+        case view::kFourPallet:
             c[0] = narrow(cur);
             if (n >= 4) {
                 const int64_t c2 = cur + 1 > n ? 1 : cur + 1;
@@ -32,7 +32,7 @@ std::array<int, 4> CKs_Haichi::CandidatePallets() const {
                     c[k] = cur + k > n ? -1 : narrow(cur + k);
             }
             break;
-        case 3:
+        case view::kTwoPallet:
             c[0] = narrow(cur);
             c[1] = n < 2 ? -1 : (cur + 1 > n ? 1 : narrow(cur + 1));
             break;
@@ -57,7 +57,7 @@ int CKs_Haichi::PiecesFor(int32_t remaining, int mode) const {
             const int64_t k = remaining / num4 + 1;
             pieces = (remaining + k - 1) / k;
         }
-        if (mode != 0 && remaining > num4)
+        if (mode != stacking::kAllPallets && remaining > num4)
             pieces = num4;
     }
     const double v1 = CurPart->PieceHeight;
@@ -114,10 +114,16 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
         CurPart->PiecesPlaced = AddClamped(CurPart->PiecesPlaced, pieces);
         MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart);
         IndexStack(h, b.PalletNo);
-        if (mode != 0 && made.size() < kRememberLimit)
+        if (mode != stacking::kAllPallets && made.size() < kRememberLimit)
             made.push_back(h);
     }
     return 1;
+}
+
+int CKs_Haichi::StackPart(KouteiInfo* koutei, PartsInfo* part, int mode) {
+    CurKoutei = koutei;
+    CurPart = part;
+    return StackPart(mode);
 }
 
 int CKs_Haichi::StackPart(int mode) {
@@ -126,7 +132,7 @@ int CKs_Haichi::StackPart(int mode) {
     if (CurKoutei == nullptr || CurKoutei->Mark == nullptr || CurPart == nullptr)
         return 1;
     std::array<int, 4> candidates{-1, -1, -1, -1};
-    if (mode == 1)
+    if (mode == stacking::kPalletsInView)
         candidates = CandidatePallets();
     std::vector<HaichiInfo*> made;
     index_ = BuildIndex();
@@ -134,7 +140,7 @@ int CKs_Haichi::StackPart(int mode) {
     index_.reset();
     if (result == 0)
         return 0;
-    if (mode != 0 && !made.empty() && app_.SkipShareOut == 0)
+    if (mode != stacking::kAllPallets && !made.empty() && app_.SkipShareOut == 0)
         ShareOut(made, CurPart->Quantity);
     return 1;
 }
@@ -149,7 +155,7 @@ int CKs_Haichi::StackOverBlocks(int mode, const std::array<int, 4>& candidates,
             continue;
         if (b.Occupant != nullptr && b.Occupant != CurPart)
             continue;
-        if (mode == 1 && !IsCandidate(b.PalletNo, candidates))
+        if (mode == stacking::kPalletsInView && !IsCandidate(b.PalletNo, candidates))
             continue;
         int pieces = 0;
         const int step = StackIntoBlock(i, mode, made, pieces);

@@ -22,8 +22,10 @@ class CornerTest : public PlacementTest {
         AddBlock(2, 1, 0, 0, 100, 100);
         other = &AddPart(1, 20, 20, 1);
         part = &AddPart(1, 50, 50, 1);
-        h.CurKoutei = koutei;
-        h.CurPart = part;
+    }
+    // TestCorner for `part` in process 1, passing over `selection` while dragging.
+    int Corner(int dragging, int block, int corner) {
+        return h.TestCorner(koutei, part, dragging, block, corner, selection);
     }
     // A stack of `other` whose rectangle (no gaps) is (x0,y0)-(x1,y1), in block `block`.
     HaichiInfo& Obstacle(double x0, double y0, double x1, double y1, int block = 1) {
@@ -32,6 +34,7 @@ class CornerTest : public PlacementTest {
     }
 
     CKs_Haichi h;
+    std::vector<HaichiInfo*> selection;
     KouteiInfo* koutei = nullptr;
     PartsInfo* other = nullptr;
     PartsInfo* part = nullptr;
@@ -39,92 +42,92 @@ class CornerTest : public PlacementTest {
 
 TEST_F(CornerTest, FreeCornerPasses) {
     Obstacle(600, 600, 700, 700);
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
+    EXPECT_EQ(Corner(0, 0, 1), 1);
 }
 
 TEST_F(CornerTest, FootprintCornerInsideAStackCollides) {
     Obstacle(40, 40, 60, 60);
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+    EXPECT_EQ(Corner(0, 0, 1), 0);
 }
 
 TEST_F(CornerTest, StackInsideTheFootprintCollides) {
     Obstacle(10, 10, 20, 20);
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+    EXPECT_EQ(Corner(0, 0, 1), 0);
 }
 
 TEST_F(CornerTest, FootprintSpanningInYWithAnEdgeCrossingInXCollides) {
     Obstacle(40, 10, 60, 20);
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+    EXPECT_EQ(Corner(0, 0, 1), 0);
 }
 
 TEST_F(CornerTest, FootprintSpanningInXWithAnEdgeCrossingInYCollides) {
     Obstacle(10, 40, 20, 60);
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+    EXPECT_EQ(Corner(0, 0, 1), 0);
 }
 
 TEST_F(CornerTest, ClearanceGapsWidenTheStack) {
     app->PalletList.begin()->StackGapX = 15;
     Obstacle(60, 10, 80, 20);
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+    EXPECT_EQ(Corner(0, 0, 1), 0);
     app->PalletList.begin()->StackGapX = 5;
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
+    EXPECT_EQ(Corner(0, 0, 1), 1);
 }
 
 TEST_F(CornerTest, StacksOnAnotherPalletOrProcessDoNotCollide) {
     Obstacle(40, 40, 60, 60, 2);
     Obstacle(40, 40, 60, 60, 3);
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
+    EXPECT_EQ(Corner(0, 0, 1), 1);
 }
 
 TEST_F(CornerTest, SelectedStacksArePassedOverOnlyWhileDragging) {
     HaichiInfo& s = Obstacle(40, 40, 60, 60);
-    h.Selection = {&s};
-    EXPECT_EQ(h.TestCorner(1, 0, 1), 1);
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
+    selection = {&s};
+    EXPECT_EQ(Corner(1, 0, 1), 1);
+    EXPECT_EQ(Corner(0, 0, 1), 0);
 }
 
 TEST_F(CornerTest, BlockServedByAnotherPartIsRefusedUnlessDragging) {
     app->Blocks[0].Occupant = other;
-    EXPECT_EQ(h.TestCorner(0, 0, 4), 0);
-    EXPECT_EQ(h.TestCorner(1, 0, 4), 1);
+    EXPECT_EQ(Corner(0, 0, 4), 0);
+    EXPECT_EQ(Corner(1, 0, 4), 1);
 }
 
 TEST_F(CornerTest, UnknownCornerCodeIsRefused) {
-    EXPECT_EQ(h.TestCorner(0, 0, 3), 0);
+    EXPECT_EQ(Corner(0, 0, 3), 0);
 }
 
 TEST_F(CornerTest, FootprintBeyondThePalletIsRefused) {
     app->PalletList.begin()->LengthX = 90;
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
-    EXPECT_EQ(h.TestCorner(0, 0, 4), 0);
+    EXPECT_EQ(Corner(0, 0, 1), 1);
+    EXPECT_EQ(Corner(0, 0, 4), 0);
     app->PalletList.begin()->MarginY = 5;
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 0);
-    EXPECT_EQ(h.TestCorner(0, 0, 2), 1);
+    EXPECT_EQ(Corner(0, 0, 1), 0);
+    EXPECT_EQ(Corner(0, 0, 2), 1);
 }
 
 TEST_F(CornerTest, BlockIndexOutsideTheTableIsRefused) {
-    EXPECT_EQ(h.TestCorner(0, -1, 1), 0);
-    EXPECT_EQ(h.TestCorner(0, 4, 1), 0);
+    EXPECT_EQ(Corner(0, -1, 1), 0);
+    EXPECT_EQ(Corner(0, 4, 1), 0);
 }
 
 TEST_F(CornerTest, StackWithBlockOutsideTheTableIsPassedOver) {
     Obstacle(40, 40, 60, 60, 99);
-    EXPECT_EQ(h.TestCorner(0, 0, 1), 1);
+    EXPECT_EQ(Corner(0, 0, 1), 1);
 }
 
 TEST_F(CornerTest, CornerOnTheLowEdgeIsOutsideAndOnTheHighEdgeInside) {
-    h.MarkCorners(0, 0, 50, 50, 1, part);
+    h.MarkCorners(koutei, 0, 0, 50, 50, 1, part);
     EXPECT_EQ(app->Blocks[0].CornerMask, 0);
-    h.MarkCorners(-1, -1, 0, 0, 1, part);
+    h.MarkCorners(koutei, -1, -1, 0, 0, 1, part);
     EXPECT_EQ(app->Blocks[0].CornerMask, 1);
 }
 
 TEST_F(CornerTest, MarkCornersSetsTheBitOfEachCoveredCorner) {
-    h.MarkCorners(-10, 50, 10, 150, 1, part);
+    h.MarkCorners(koutei, -10, 50, 10, 150, 1, part);
     EXPECT_EQ(app->Blocks[0].CornerMask, 2);
-    h.MarkCorners(90, 50, 110, 150, 1, part);
+    h.MarkCorners(koutei, 90, 50, 110, 150, 1, part);
     EXPECT_EQ(app->Blocks[0].CornerMask, 2 | 8);
-    h.MarkCorners(90, -10, 110, 10, 1, part);
+    h.MarkCorners(koutei, 90, -10, 110, 10, 1, part);
     EXPECT_EQ(app->Blocks[0].CornerMask, 2 | 8 | 4);
     EXPECT_EQ(app->Blocks[0].Occupant, part);
     EXPECT_EQ(app->Blocks[2].CornerMask, 0);
@@ -133,17 +136,17 @@ TEST_F(CornerTest, MarkCornersSetsTheBitOfEachCoveredCorner) {
 
 TEST_F(CornerTest, MarkCornersKeepsAnExistingOccupant) {
     app->Blocks[0].Occupant = other;
-    h.MarkCorners(90, 90, 110, 110, 1, part);
+    h.MarkCorners(koutei, 90, 90, 110, 110, 1, part);
     EXPECT_EQ(app->Blocks[0].Occupant, other);
     EXPECT_EQ(app->Blocks[0].CornerMask, 8);
 }
 
 TEST_F(CornerTest, TestRectRefusesACornerOfABlockServedByAnotherPart) {
     app->Blocks[1].Occupant = other;
-    EXPECT_EQ(h.TestRect(150, 0, 200, 10, 1, part), 1);
-    EXPECT_EQ(h.TestRect(150, -10, 200, 10, 1, part), 0);
-    EXPECT_EQ(h.TestRect(150, -10, 200, 10, 1, other), 1);
-    EXPECT_EQ(h.TestRect(150, -10, 200, 10, 2, part), 1);
+    EXPECT_EQ(h.TestRect(koutei, 150, 0, 200, 10, 1, part), 1);
+    EXPECT_EQ(h.TestRect(koutei, 150, -10, 200, 10, 1, part), 0);
+    EXPECT_EQ(h.TestRect(koutei, 150, -10, 200, 10, 1, other), 1);
+    EXPECT_EQ(h.TestRect(koutei, 150, -10, 200, 10, 2, part), 1);
 }
 
 TEST_F(CornerTest, RebuildCornersMarksFromTheStacks) {
@@ -187,7 +190,7 @@ TEST_F(CornerTest, RebuildCornersLeavesOtherProcessesAlone) {
     h.RebuildCorners(koutei, {});
     EXPECT_EQ(app->Blocks[3].CornerMask, 5);
     h.RebuildCorners(nullptr, {});
-    EXPECT_EQ(h.CurKoutei, nullptr);
+    EXPECT_EQ(h.LastKoutei(), nullptr);
 }
 
 }  // namespace

@@ -15,20 +15,25 @@ class MoveTest : public PlacementTest {
             b.PixTop = static_cast<int32_t>(400 - b.MaxY / 2);
             b.PixBottom = static_cast<int32_t>(400 - b.MinY / 2);
         }
-        h.Slots[0] = {0, 0, 500, 400};
+        drop.Slots[0] = {0, 0, 500, 400};
         part = &AddPart(1, 100, 50, 1);
         second = &AddPart(1, 100, 50, 1);
     }
-    // Picks the stacks up as the drawing area does before a drop.
+    // Picks the stacks up as the drawing area does before a drop; a probe only reports the
+    // pallet it would land on in probed.
     int Drop(const std::vector<HaichiInfo*>& stacks, int left, int top, int right, int bottom,
              int freeMove = 0) {
-        h.Selection = stacks;
+        drop.Selection = stacks;
         h.RebuildCorners(&koutei, stacks);
-        return h.MoveGroup(&koutei, stacks, left, top, right, bottom, freeMove);
+        const DropResult r = h.MoveGroup(&koutei, stacks, left, top, right, bottom, freeMove, drop);
+        probed = r.Target;
+        return r.Result;
     }
 
     KouteiInfo& koutei;
     CKs_Haichi h;
+    DropInput drop;
+    int32_t probed = 0;
     PartsInfo* part = nullptr;
     PartsInfo* second = nullptr;
 };
@@ -53,9 +58,9 @@ TEST_F(MoveTest, CornerTakenByAnotherStackIsNotChosen) {
 
 TEST_F(MoveTest, ProbeReportsTheTargetAndMovesNothing) {
     HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
-    h.DropPallet = -1;
+    drop.Probe = true;
     EXPECT_EQ(Drop({&s}, 288, 192, 338, 217), 0);
-    EXPECT_EQ(h.DropPallet, 1);
+    EXPECT_EQ(probed, 1);
     EXPECT_DOUBLE_EQ(s.X, 990);
     EXPECT_EQ(s.BlockIndex, 0);
 }
@@ -65,14 +70,14 @@ TEST_F(MoveTest, DropOutsideEverySlotMovesNothing) {
     EXPECT_EQ(Drop({&s}, 600, 600, 650, 650), 0);
     EXPECT_DOUBLE_EQ(s.X, 990);
     EXPECT_DOUBLE_EQ(s.Y, 10);
-    h.DropPallet = -1;
+    drop.Probe = true;
     EXPECT_EQ(Drop({&s}, 600, 600, 650, 650), 0);
-    EXPECT_EQ(h.DropPallet, -1);
+    EXPECT_EQ(probed, -1);
 }
 
 TEST_F(MoveTest, SlotWithoutACandidatePalletMovesNothing) {
     HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
-    h.Slots[1] = {600, 0, 1100, 400};
+    drop.Slots[1] = {600, 0, 1100, 400};
     EXPECT_EQ(Drop({&s}, 700, 100, 750, 125), 0);
     EXPECT_DOUBLE_EQ(s.X, 990);
 }

@@ -22,8 +22,8 @@ std::string SaveLine(const HaichiInfo& h, int32_t pallet) {
     std::snprintf(buf, sizeof buf,
                   "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d",
                   p.Code.c_str(), p.KouteiNo, p.Name.c_str(), pallet, h.Value, h.X - p.SizeX, h.Y,
-                  -1, p.DisplayName.c_str(), p.SizeX, p.SizeY, p.PieceHeight, p.SaveNumber, h.Level, p.Code.c_str(),
-                  static_cast<long>(h.BlockIndex), int{h.Flag});
+                  -1, p.DisplayName.c_str(), p.SizeX, p.SizeY, p.PieceHeight, p.SaveNumber, h.Level,
+                  p.Code.c_str(), static_cast<long>(h.BlockIndex), int{h.Flag});
     return buf;
 }
 

@@ -12,9 +12,7 @@ class StackPartTest : public PlacementTest {
   protected:
     int Stack(KouteiInfo& k, PartsInfo& p, int mode) {
         CKs_Haichi h(*app, services);
-        h.CurKoutei = &k;
-        h.CurPart = &p;
-        return h.StackPart(mode);
+        return h.StackPart(&k, &p, mode);
     }
     std::array<int, 4> Candidates(int mode, int count, int current) {
         app->PalletMode = mode;

@@ -118,10 +118,10 @@ TEST_F(PlaceAllTest, BoundsCoverTheBlocksOfTheProcess) {
     GridJob();
     CKs_Haichi h(*app, services);
     EXPECT_EQ(h.PlaceAll(0, 0), 1);
-    EXPECT_DOUBLE_EQ(h.BoundMinX, 70);
-    EXPECT_DOUBLE_EQ(h.BoundMaxX, 990);
-    EXPECT_DOUBLE_EQ(h.BoundMinY, 10);
-    EXPECT_DOUBLE_EQ(h.BoundMaxY, 630);
+    EXPECT_DOUBLE_EQ(h.Bounds().X0, 70);
+    EXPECT_DOUBLE_EQ(h.Bounds().X1, 990);
+    EXPECT_DOUBLE_EQ(h.Bounds().Y0, 10);
+    EXPECT_DOUBLE_EQ(h.Bounds().Y1, 630);
 }
 
 TEST_F(PlaceAllTest, StackThatCannotBeAllocatedFailsThePlacement) {
