@@ -66,8 +66,9 @@ struct DropResult {
     int32_t Target = -1;
 };
 
-// Every operation called from outside takes the process, part and drop data it works on; the
-// engine keeps them as its current state only for the length of the call.
+// Every operation called from outside takes the process, part and drop data it works on. The
+// engine keeps the process and part as its current state (Bounds and LastKoutei report on the
+// last call); the drop data it holds only for the length of the call.
 class CKs_Haichi {
   public:
     CKs_Haichi(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
@@ -111,10 +112,11 @@ class CKs_Haichi {
     int MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left, int top,
                   int right, int bottom, int freeMove);
 
-    // The drop in hand.
+    // The drop in hand, set by the public TestCorner and MoveGroup for the length of the call.
     std::vector<HaichiInfo*> Selection;  // stacks passed over by TestCorner while dragging
     std::array<SlotRect, 4> Slots{};     // screen rectangles of the four pallet slots
     int32_t DropPallet = 0;              // -1 during a probe; the target pallet after it
+    void ClearDrop();
 
     double BoundMinX = 0, BoundMaxX = 0, BoundMinY = 0, BoundMaxY = 0;
     KouteiInfo* CurKoutei = nullptr;

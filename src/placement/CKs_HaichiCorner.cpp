@@ -68,7 +68,9 @@ int CKs_Haichi::TestCorner(KouteiInfo* koutei, PartsInfo* part, int dragging, in
     CurKoutei = koutei;
     CurPart = part;
     Selection = selection;
-    return TestCorner(dragging, blockIndex, corner);
+    const int result = TestCorner(dragging, blockIndex, corner);
+    ClearDrop();
+    return result;
 }
 
 int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {

@@ -148,7 +148,15 @@ DropResult CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInf
     Selection = drop.Selection;
     DropPallet = drop.Probe ? -1 : 0;
     const int result = MoveGroup(koutei, stacks, left, top, right, bottom, freeMove);
-    return {result, drop.Probe ? DropPallet : -1};
+    const DropResult out{result, drop.Probe ? DropPallet : -1};
+    ClearDrop();
+    return out;
+}
+
+void CKs_Haichi::ClearDrop() {
+    Selection.clear();
+    Slots = {};
+    DropPallet = 0;
 }
 
 int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left,

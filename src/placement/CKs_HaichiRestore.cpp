@@ -47,7 +47,8 @@ int CKs_Haichi::FindRestoreBlock(const LengthRect& r, int storedPallet, int corn
             found = i;
         return false;
     });
-    if (found >= 0 || (corner != 1 && corner != 2 && corner != 4 && corner != 8))
+    if (found >= 0 || (corner != kCornerMinMin && corner != kCornerMinMax &&
+                       corner != kCornerMaxMin && corner != kCornerMaxMax))
         return found;
     const double px = (corner == kCornerMinMin || corner == kCornerMinMax) ? r.X0 : r.X1;
     const double py = (corner == kCornerMinMin || corner == kCornerMaxMin) ? r.Y0 : r.Y1;

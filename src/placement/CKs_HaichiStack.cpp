@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "app/Codes.h"
 #include "placement/CKs_Haichi.h"
 
 namespace kesto {

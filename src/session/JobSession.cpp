@@ -109,17 +109,21 @@ bool JobSession::Auto() {
     return true;
 }
 
+bool JobSession::PassesExitCheck() {
+    if (CKs_FileSave(app_, services_).CheckOffsets() != 0)
+        return true;
+    // The operator stopped at the offset warning: the job ends at once, nothing written.
+    aborted_ = true;
+    ended_ = true;
+    return false;
+}
+
 bool JobSession::Finish(JobEnd end) {
     if (ended_)
         return true;
-    CKs_FileSave save(app_, services_);
-    if (save.CheckOffsets() == 0) {
-        // The operator stopped at the offset warning: the job ends at once, nothing written.
-        aborted_ = true;
-        ended_ = true;
+    if (!PassesExitCheck())
         return true;
-    }
-    if (save.SaveAll() == 0)
+    if (CKs_FileSave(app_, services_).SaveAll() == 0)
         return false;
     ended_ = true;
     if (end == JobEnd::Ok)
@@ -130,12 +134,8 @@ bool JobSession::Finish(JobEnd end) {
 bool JobSession::Close() {
     if (ended_)
         return true;
-    CKs_FileSave save(app_, services_);
-    if (save.CheckOffsets() == 0) {
-        aborted_ = true;
-        ended_ = true;
+    if (!PassesExitCheck())
         return true;
-    }
     return Finish(JobEnd::Cancel);
 }
 

@@ -88,6 +88,8 @@ class JobSession {
   private:
     // Frees the job and reads the per-user values and the input files again.
     void RereadJob();
+    // The offset check; false after the operator's stop, which ends the job.
+    bool PassesExitCheck();
     // Restore, trim and fill (fullRun 1) and PlaceAll, after the kept counts went to Work[0].
     int PlaceJob(int mode, int fullRun, const std::vector<int>& keep);
 

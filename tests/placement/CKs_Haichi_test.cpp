@@ -52,18 +52,18 @@ TEST(PlaceInCorner, ReferencePointAndClearanceFollowTheCorner) {
     b.MinY = 10;
     b.MaxX = 400;
     b.MaxY = 210;
-    const CornerPlace c1 = PlaceInCorner(b, 1, 50, 20, 5, 3);
+    const CornerPlace c1 = PlaceInCorner(b, kCornerMinMin, 50, 20, 5, 3);
     EXPECT_DOUBLE_EQ(c1.X, 150);
     EXPECT_DOUBLE_EQ(c1.Y, 10);
     EXPECT_DOUBLE_EQ(c1.Clear.X1, 155);
     EXPECT_DOUBLE_EQ(c1.Clear.Y1, 33);
-    const CornerPlace c2 = PlaceInCorner(b, 2, 50, 20, 5, 3);
+    const CornerPlace c2 = PlaceInCorner(b, kCornerMinMax, 50, 20, 5, 3);
     EXPECT_DOUBLE_EQ(c2.Y, 190);
     EXPECT_DOUBLE_EQ(c2.Clear.Y0, 187);
-    const CornerPlace c4 = PlaceInCorner(b, 4, 50, 20, 5, 3);
+    const CornerPlace c4 = PlaceInCorner(b, kCornerMaxMin, 50, 20, 5, 3);
     EXPECT_DOUBLE_EQ(c4.X, 400);
     EXPECT_DOUBLE_EQ(c4.Clear.X0, 345);
-    const CornerPlace c8 = PlaceInCorner(b, 8, 50, 20, 5, 3);
+    const CornerPlace c8 = PlaceInCorner(b, kCornerMaxMax, 50, 20, 5, 3);
     EXPECT_DOUBLE_EQ(c8.Y, 190);
     EXPECT_DOUBLE_EQ(c8.Clear.X0, 345);
     EXPECT_DOUBLE_EQ(c8.Clear.Y0, 187);
@@ -190,7 +190,7 @@ TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack
 TEST_F(PlaceAllTest, PlaceOnePartWithModeZeroPlacesNothing) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 10, 10, 2);
-    EXPECT_EQ(CKs_Haichi(*app, services).PlaceOnePart(&p, &k, 0), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceOnePart(&p, &k, stacking::kAllPallets), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -198,14 +198,14 @@ TEST_F(PlaceAllTest, PlaceOnePartClearsCornerMarksWhenNoStackExists) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 1);
     app->Blocks[0].CornerMask = 15;
-    EXPECT_EQ(CKs_Haichi(*app, services).PlaceOnePart(&p, &k, 1), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceOnePart(&p, &k, stacking::kPalletsInView), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 0);
 }
 
 TEST_F(PlaceAllTest, PlaceOnePartWithEmptyPartsListReturnsOne) {
     KouteiInfo& k = GridJob();
     PartsInfo stray;
-    EXPECT_EQ(CKs_Haichi(*app, services).PlaceOnePart(&stray, &k, 1), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceOnePart(&stray, &k, stacking::kPalletsInView), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
