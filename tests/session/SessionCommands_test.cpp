@@ -1,4 +1,4 @@
-// The deciding commands of the main window on a job filled in code (Part 4.3): Down, Up and
+// The deciding commands of the main window on a job filled in code: Down, Up and
 // the table of placed counts that Auto carries over.
 #include <gtest/gtest.h>
 
