@@ -103,8 +103,10 @@ void BM_PlaceAllSample(benchmark::State& state) {
     std::filesystem::current_path(KESTO_SAMPLE_DIR);
     CKestoApp app;
     app.CommandLine = "kesto pallet/pallets.txt 0 0 0 0 1";
-    if (app.InitSettings(run.Get()) == 0 || app.ReadInput(run.Get()) == 0 ||
-        CheckJob(app, run.Get()) == 0) {
+    const bool read = app.InitSettings(run.Get()) == 1 && app.ReadInput(run.Get()) == 1;
+    // As LoadAndPlace does before the check: the pallet count sizes the block table.
+    app.ReadPalletSelect(run.Messages);
+    if (!read || CheckJob(app, run.Get()) == 0) {
         state.SkipWithError("the sample installation could not be read");
         return;
     }

@@ -98,7 +98,8 @@ class CKestoApp {
     void ParseCommandLine();  // from CommandLine
     // Command line, pallet file, job file; 1 on success.
     int ReadInput(const Services& services);
-    // PalletCount/PalletPrefix from "PalletSelect"/"PalletInfo".
+    // PalletCount/PalletPrefix from "PalletSelect"/"PalletInfo", CurrentPallet 1; LoadAndPlace
+    // reads them each time the job is placed.
     void ReadPalletSelect(const MessageTable& messages);
 
     // Token 2 of the command line (the pallet file's path).

@@ -52,7 +52,6 @@ int CKestoApp::InitSettings(const Services& services) {
         FontCharSet[n] = AtoL(fields[kCharSetColumn]) & 0xFF;
         FontNames[n] = fields[kFaceColumn];
     }
-    ReadPalletSelect(services.Messages);
     return 1;
 }
 

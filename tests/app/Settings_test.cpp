@@ -56,6 +56,7 @@ TEST_F(SettingsTest, MessageFileIsLoaded) {
 TEST_F(SettingsTest, PalletSelectionIsRead) {
     app.CurrentPallet = 3;
     ASSERT_EQ(Init("[PalletSelect]\nPalletInfo=4,P\n"), 1);
+    app.ReadPalletSelect(installation.Messages);
     EXPECT_EQ(app.PalletCount, 4);
     EXPECT_EQ(app.PalletPrefix, "P");
     EXPECT_EQ(app.CurrentPallet, 1);
@@ -64,12 +65,14 @@ TEST_F(SettingsTest, PalletSelectionIsRead) {
 TEST_F(SettingsTest, MissingPalletSelectionGivesNoPallets) {
     app.PalletCount = 5;
     ASSERT_EQ(Init("[FontDefine]\n"), 1);
+    app.ReadPalletSelect(installation.Messages);
     EXPECT_EQ(app.PalletCount, 0);
     EXPECT_EQ(app.PalletPrefix, "");
 }
 
 TEST_F(SettingsTest, PalletPrefixIsCut) {
     ASSERT_EQ(Init("[PalletSelect]\nPalletInfo=2," + std::string(40, 'Q') + "\n"), 1);
+    app.ReadPalletSelect(installation.Messages);
     EXPECT_EQ(app.PalletPrefix, std::string(31, 'Q'));
 }
 
@@ -93,7 +96,7 @@ TEST_F(SettingsTest, SettingsFolderFromTheSetupList) {
     installation.WriteSetupList({"MSG : msg/"});
     installation.Write("msg/Kesto.ini", "[PalletSelect]\nPalletInfo=2,Q\n");
     ASSERT_EQ(app.InitSettings(installation), 1);
-    EXPECT_EQ(app.PalletPrefix, "Q");
+    EXPECT_EQ(installation.Messages.Get("PalletSelect", "PalletInfo"), "2,Q");
 }
 
 TEST_F(SettingsTest, SettingsFileThatCannotBeLoaded) {
@@ -109,6 +112,7 @@ TEST_F(SettingsTest, SettingsFileThatCannotBeLoaded) {
 TEST_F(SettingsTest, EmptySettingsFileDefinesNothing) {
     ASSERT_EQ(Init(""), 1);
     EXPECT_EQ(app.FontHeight[1], 0);
+    app.ReadPalletSelect(installation.Messages);
     EXPECT_EQ(app.PalletCount, 0);
 }
 
