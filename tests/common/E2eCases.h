@@ -2,7 +2,9 @@
 // expected/. Shared by the golden runs and the window-and-batch contract.
 #pragma once
 
+#include <sys/wait.h>
 #include <algorithm>
+
 #include <cstdlib>
 #include <filesystem>
 #include <map>
@@ -48,6 +50,19 @@ inline std::map<std::string, std::string> ReadCaseFile(const std::filesystem::pa
         values[line.substr(0, colon)] = value;
     }
     return values;
+}
+
+// Runs kesto-batch as a host would, in install with it as the system folder and per-user
+// values beside it; stdout and stderr are appended to log. Returns the exit status.
+inline int RunBatchProcess(const std::filesystem::path& install, const std::string& answer,
+                           const std::string& args, const std::filesystem::path& log) {
+    const std::string command = "cd '" + install.string() + "' && ORVOSystemRoot='" +
+                                install.string() + "' XDG_CONFIG_HOME='" +
+                                (install.parent_path() / "config").string() + "' '" +
+                                (BinaryDir() / "kesto-batch").string() + "' --answer " + answer +
+                                " " + args + " >>'" + log.string() + "' 2>&1";
+    const int status = std::system(command.c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 }  // namespace kesto::test

@@ -4,7 +4,6 @@
 // installation is copied twice: the window runs in-process on one copy (offscreen), the batch
 // tool as a process on the other, and every file of both copies is compared after each run.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest/QTest>
@@ -74,15 +73,10 @@ struct BatchResult {
 };
 
 BatchResult RunBatch(const fs::path& install, const ContractCase& c) {
-    const fs::path batch = test::BinaryDir() / "kesto-batch";
     const fs::path log = install.parent_path() / (install.filename().string() + ".log");
-    const std::string command = "cd '" + install.string() + "' && ORVOSystemRoot='" +
-                                install.string() + "' XDG_CONFIG_HOME='" +
-                                (install.parent_path() / "config").string() + "' '" +
-                                batch.string() + "' --answer " + (c.Ok ? "ok " : "cancel ") +
-                                c.Args + " >'" + log.string() + "' 2>&1";
-    const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, test::ReadFile(log.string())};
+    fs::remove(log);
+    const int status = test::RunBatchProcess(install, c.Ok ? "ok" : "cancel", c.Args, log);
+    return {status, test::ReadFile(log.string())};
 }
 
 // Every file below root by its relative path, with its bytes.

@@ -11,7 +11,6 @@
 // is printed. KESTO_UPDATE_GOLDEN=1 rewrites expected/ from the actual run instead: every file
 // of out/ is copied, and a file that was not written gets (or keeps) its ".absent" marker.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -28,15 +27,8 @@ namespace fs = std::filesystem;
 
 int RunBatch(const fs::path& install, const std::map<std::string, std::string>& c,
              const fs::path& log) {
-    const fs::path batch = test::BinaryDir() / "kesto-batch";
     const std::string answer = c.count("answer") ? c.at("answer") : "ok";
-    const std::string command = "cd '" + install.string() + "' && ORVOSystemRoot='" +
-                                install.string() + "' XDG_CONFIG_HOME='" +
-                                (install.parent_path() / "config").string() + "' '" +
-                                batch.string() + "' --answer " + answer + " " + c.at("args") +
-                                " >>'" + log.string() + "' 2>&1";
-    const int status = std::system(command.c_str());
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return test::RunBatchProcess(install, answer, c.at("args"), log);
 }
 
 // The expected files as the run left them: out/ copied, missing files marked ".absent".
