@@ -38,6 +38,7 @@ demo: build
 
 bench: build
 	$(BUILD)/kesto-bench
+	QT_QPA_PLATFORM=offscreen $(BUILD)/kesto-draw-bench
 
 screenshot: build
 	@mkdir -p $(BUILD)/screenshots

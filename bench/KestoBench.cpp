@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "BenchServices.h"
 #include "JobGenerator.h"
 #include "app/CKestoApp.h"
 #include "placement/CKs_Block.h"
@@ -17,23 +18,6 @@
 
 namespace kesto {
 namespace {
-
-// Answers every question with OK and says nothing.
-class QuietOperator : public Operator {
-  public:
-    void ShowMessageBox(const std::string&) override {}
-    int AskKaku(int, int) override { return 1; }
-    bool AskOffsetWarning(const std::string&) override { return true; }
-};
-
-// A host machine whose system folder is set by the benchmark and that keeps no user values.
-class BenchHost : public HostStore {
-  public:
-    SystemFolderResult SystemFolder() override { return {SystemFolderStatus::Ok, Folder}; }
-    std::optional<std::string> ReadUserValue(const std::string&) override { return std::nullopt; }
-    bool WriteUserValue(const std::string&, const std::string&) override { return true; }
-    std::string Folder;
-};
 
 // The services of one benchmark and a folder for the installations it writes.
 struct BenchRun {

@@ -10,10 +10,17 @@ if [ ! -x "$BUILD/kesto-batch" ]; then
     exit 1
 fi
 
+# The placement's picture for the shop floor, when the picture program was built.
+PICTURE_ARGS=
+if [ -x "$BUILD/kesto-picture" ]; then
+    rm -f out/placement.pdf
+    PICTURE_ARGS="--picture out/placement.pdf"
+fi
+
 echo "== system folder: $DEMO"
-echo "== kesto-batch $KESTO_ARGS"
+echo "== kesto-batch $PICTURE_ARGS $KESTO_ARGS"
 # shellcheck disable=SC2086 # the arguments are blank-separated tokens on purpose
-"$BUILD/kesto-batch" $KESTO_ARGS
+"$BUILD/kesto-batch" $PICTURE_ARGS $KESTO_ARGS
 code=$?
 echo "== exit code: $code"
 
@@ -26,6 +33,10 @@ for file in out/kesto_result.csv out/kesto_result.csv_tmp out/kesto_haichi.csv; 
         echo "-- $file: not written"
     fi
 done
+
+if [ -f out/placement.pdf ]; then
+    echo "== placement picture: $DEMO/out/placement.pdf"
+fi
 
 if { [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; } && [ -x "$BUILD/kesto" ]; then
     echo "== opening the window on the same job"

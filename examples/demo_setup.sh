@@ -28,7 +28,8 @@ demo_setup() {
     ORVOSystemRoot=$DEMO
     XDG_CONFIG_HOME=$BUILD/demo-config
     export ORVOSystemRoot XDG_CONFIG_HOME
-    # Pallet file, direct flag, inch flag, offset A, offset B, start corner.
-    KESTO_ARGS="pallet/pallets.txt 0 0 0 0 1"
+    # Pallet file, direct flag, inch flag, offset A, offset B, start corner. The offsets
+    # keep stacks 100 mm off the top edge of the 1500 mm table and 10 mm off its front edge.
+    KESTO_ARGS="pallet/pallets.txt 0 0 1400 10 1"
     cd "$DEMO" || exit 1
 }

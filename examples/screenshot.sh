@@ -1,5 +1,7 @@
 #!/bin/sh
-# Opens the sample job in the window without a display and saves a picture of it.
+# Opens the sample job in the window without a display and saves a picture of each view:
+# main-flat.png, main-danmen.png, main-4pallet.png, main-2pallet.png, main-3d.png and
+# main-info.png (a stack picked), plus main.png (the window as it opens, FLAT).
 # Usage: sh examples/screenshot.sh [build folder]   (default: build)
 
 . "$(dirname -- "$0")/demo_setup.sh"
@@ -11,17 +13,23 @@ if [ ! -x "$BUILD/kesto" ]; then
 fi
 
 mkdir -p "$BUILD/screenshots"
-shot=$BUILD/screenshots/main.png
-rm -f "$shot"
 limit=
 command -v timeout >/dev/null 2>&1 && limit="timeout 120"
-# shellcheck disable=SC2086 # the arguments are blank-separated tokens on purpose
-QT_QPA_PLATFORM=offscreen KESTO_SCREENSHOT=$shot $limit "$BUILD/kesto" $KESTO_ARGS
-code=$?
-echo "kesto exit code: $code"
-if [ -s "$shot" ]; then
-    echo "screenshot: $shot ($(wc -c < "$shot") bytes)"
-else
-    echo "screenshot: no picture written" >&2
-    exit 1
-fi
+failed=0
+for view in flat danmen 4pallet 2pallet 3d info; do
+    shot=$BUILD/screenshots/main-$view.png
+    rm -f "$shot"
+    # shellcheck disable=SC2086 # the arguments are blank-separated tokens on purpose
+    QT_QPA_PLATFORM=offscreen KESTO_SCREENSHOT=$shot KESTO_SCREENSHOT_VIEW=$view \
+        $limit "$BUILD/kesto" $KESTO_ARGS
+    code=$?
+    if [ -s "$shot" ]; then
+        echo "screenshot: $shot ($(wc -c < "$shot") bytes, kesto exit code $code)"
+    else
+        echo "screenshot: no picture written for $view (kesto exit code $code)" >&2
+        failed=1
+    fi
+done
+[ "$failed" = 0 ] || exit 1
+cp "$BUILD/screenshots/main-flat.png" "$BUILD/screenshots/main.png"
+echo "screenshot: $BUILD/screenshots/main.png (the window as it opens)"

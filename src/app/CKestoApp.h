@@ -66,9 +66,18 @@ class CKestoApp {
     int32_t LayoutState = 0;
     int32_t KakuMsgNo1 = 0;
     int32_t KakuMsgNo2 = 0;
+    // Where the main window wants the drawing area and the two part panels (its client
+    // pixels), set by its layout pass; each panel then moves itself there.
+    IntRect AreaPlacement;
+    IntRect InfoPlacement;
+    IntRect ViewPlacement;
+    // Each panel's own client rectangle (left and top 0), stored when it placed itself: what
+    // the drawing reads.
     IntRect AreaRect;
     IntRect InfoRect;
     IntRect ViewRect;
+    // The drawing area's rectangle on the screen; the all-parts dialog is placed over it.
+    IntRect AreaWindowRect;
     // The arrangement toggle's two captions ("B-NEST-A" for IsDirect 0, "B-NEST-D" otherwise):
     // font numbers and texts, reset when the per-user values are first read.
     std::array<int32_t, 2> NestCaptionFonts{1, 1};

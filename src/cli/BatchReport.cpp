@@ -4,6 +4,7 @@
 #include <ostream>
 #include <string>
 
+#include "session/ListLines.h"
 #include "support/TextFormat.h"
 
 namespace kesto {
@@ -112,12 +113,11 @@ void ReportPlacement(const CKestoApp& app, std::ostream& out) {
         ReportProcessStacks(app, k, highest, out);
     int shortParts = 0;
     for (const PartsInfo& p : app.PartsList) {
-        if (!IsPalletCode(p.Destination) || p.Quantity == p.PiecesPlaced)
+        if (!LeftShort(p))
             continue;
         if (shortParts++ == 0)
             out << "Parts short:\n";
-        out << FormatText("  %.3d %-7s placed %d of %d\n", p.Seq, p.Code.c_str(), p.PiecesPlaced,
-                          p.Quantity);
+        out << "  " << ShortLine(p) << "\n";
     }
     if (shortParts == 0)
         out << "Parts short: none\n";

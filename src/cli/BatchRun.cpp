@@ -4,48 +4,105 @@
 
 #include "cli/BatchOperator.h"
 #include "cli/BatchReport.h"
+#include "cli/ProgramRun.h"
 #include "session/JobSession.h"
+#include "session/PlacementPicture.h"
 #include "support/SetupList.h"
+#include "support/TextFormat.h"
 
 namespace kesto {
 
+namespace {
+
+// The value of option name at args[i], given as "name value" or "name=value"; nullopt (and
+// error set) when it is missing.
+std::optional<std::string> OptionValue(const std::vector<std::string>& args, size_t& i,
+                                       const std::string& name, const std::string& needs,
+                                       std::string& error) {
+    const std::string& arg = args[i];
+    if (arg.size() > name.size())
+        return arg.substr(name.size() + 1);
+    if (i + 1 >= args.size()) {
+        error = name + " needs a value: " + needs;
+        return std::nullopt;
+    }
+    return args[++i];
+}
+
+bool IsOption(const std::string& arg, const std::string& name) {
+    return arg == name || arg.rfind(name + "=", 0) == 0;
+}
+
+}  // namespace
+
 BatchOptions ParseBatchOptions(const std::vector<std::string>& args) {
     BatchOptions options;
+    std::optional<std::string> picture;
+    std::optional<std::string> size;
     for (size_t i = 0; i < args.size(); ++i) {
         const std::string& arg = args[i];
         if (arg == "--help" || arg == "-h") {
             options.Help = true;
-        } else if (arg == "--answer" || arg.rfind("--answer=", 0) == 0) {
-            std::string value;
-            if (arg == "--answer") {
-                if (i + 1 >= args.size()) {
-                    options.Error = "--answer needs a value: ok or cancel";
-                    return options;
-                }
-                value = args[++i];
-            } else {
-                value = arg.substr(9);
-            }
-            if (value == "ok") {
+        } else if (IsOption(arg, "--answer")) {
+            const auto value = OptionValue(args, i, "--answer", "ok or cancel", options.Error);
+            if (!value)
+                return options;
+            if (*value == "ok") {
                 options.Answer = 1;
-            } else if (value == "cancel") {
+            } else if (*value == "cancel") {
                 options.Answer = 2;
             } else {
-                options.Error = "--answer takes ok or cancel, not '" + value + "'";
+                options.Error = "--answer takes ok or cancel, not '" + *value + "'";
                 return options;
             }
+        } else if (IsOption(arg, "--picture")) {
+            picture =
+                OptionValue(args, i, "--picture", "a file ending in .pdf or .png", options.Error);
+            if (!picture)
+                return options;
+        } else if (IsOption(arg, "--picture-size")) {
+            size = OptionValue(args, i, "--picture-size", "WIDTHxHEIGHT", options.Error);
+            if (!size)
+                return options;
         } else {
             options.Tokens.push_back(arg);
         }
+    }
+    if (picture) {
+        if (!PictureFormatOf(*picture)) {
+            options.Error = "--picture takes a file ending in .pdf or .png, not '" + *picture + "'";
+            return options;
+        }
+        options.Picture = PictureRequest{*picture};
+    }
+    if (size) {
+        const auto pixels = ParsePictureSize(*size);
+        if (!pixels) {
+            options.Error =
+                FormatText("--picture-size takes WIDTHxHEIGHT in pixels, %d to %d each, not '%s'",
+                           kPictureSideMin, kPictureSideMax, size->c_str());
+            return options;
+        }
+        if (!options.Picture) {
+            options.Error = "--picture-size needs --picture";
+            return options;
+        }
+        options.Picture->Width = pixels->first;
+        options.Picture->Height = pixels->second;
     }
     return options;
 }
 
 std::string BatchUsage() {
-    return "usage: kesto-batch [--answer ok|cancel] PALLET DIRECT INCH OFFSET_A OFFSET_B CORNER\n"
+    return "usage: kesto-batch [--answer ok|cancel] [--picture FILE.pdf|FILE.png [--picture-size "
+           "WxH]]\n"
+           "                   PALLET DIRECT INCH OFFSET_A OFFSET_B CORNER\n"
            "Runs a Kesto job without a window: reads the settings, the pallet file and the job,\n"
            "places every part, checks the offsets and writes the result and save files.\n"
-           "Questions are answered with --answer (default ok); messages go to stderr.\n";
+           "Questions are answered with --answer (default ok); messages go to stderr.\n"
+           "--picture draws the written placement: FILE.pdf gets an A4 page per process and a\n"
+           "page of the small boxes, set-aside parts and parts left short; FILE.png one image\n"
+           "per process, FILE-01.png, ... of --picture-size pixels (default 1600x1000).\n";
 }
 
 namespace {
@@ -100,6 +157,9 @@ int RunBatch(const std::string& programPath, const BatchOptions& options, std::o
     if (!session.Ended())
         session.Finish(options.Answer == 1 ? JobEnd::Ok : JobEnd::Cancel);
     ReportEnd(session, out);
+    // Drawn before Exit, which frees the job; only a job whose files were written.
+    if (options.Picture && session.Ended() && !session.Aborted())
+        WriteBatchPictures(session, *options.Picture, PictureProgramPath(programPath), out, err);
     return session.Exit();
 }
 

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "cli/BatchPicture.h"
 #include "support/Platform.h"
 
 namespace kesto {
@@ -13,14 +15,17 @@ struct BatchOptions {
     int Answer = 1;                   // how questions are answered: 1 OK, 2 Cancel
     std::vector<std::string> Tokens;  // the window program's command line after its own path
     bool Help = false;
-    std::string Error;  // set when the options cannot be understood
+    std::optional<PictureRequest> Picture;  // --picture FILE, --picture-size WxH
+    std::string Error;                      // set when the options cannot be understood
 };
 
 BatchOptions ParseBatchOptions(const std::vector<std::string>& args);
 
 // Runs the job as the window does when the operator answers OK (or Cancel) at once: settings,
 // input, check, restore/trim/fill, place, offset check, SaveAll. Writes the report on out and
-// every message on err; returns the full exit code (0, 100, 999 or a start-up code).
+// every message on err; with a picture asked for, the pictures of the written job follow the
+// report (a failed picture is reported on err and leaves the code as it is); returns the full exit
+// code (0, 100, 999 or a start-up code).
 int RunBatch(const std::string& programPath, const BatchOptions& options, std::ostream& out,
              std::ostream& err, HostStore& host);
 

@@ -54,6 +54,15 @@ bool InTorioki(const PartsInfo& part) {
            (IsPalletCode(part.Destination) && part.PiecesPlaced < part.Quantity);
 }
 
+bool LeftShort(const PartsInfo& part) {
+    return IsPalletCode(part.Destination) && part.PiecesPlaced != part.Quantity;
+}
+
+std::string ShortLine(const PartsInfo& part) {
+    return FormatText("%.3d %-7s placed %d of %d", part.Seq, part.Code.c_str(), part.PiecesPlaced,
+                      part.Quantity);
+}
+
 int32_t SeqOfLine(const std::string& line) {
     return AtoL(line);
 }

@@ -20,6 +20,10 @@ std::string PalletSelectLine(const std::string& prefix, int number);
 // Which lists show a part.
 bool InSmallBox(const PartsInfo& part, int code);
 bool InTorioki(const PartsInfo& part);
+// A part bound for the pallets whose placed pieces are not its quantity.
+bool LeftShort(const PartsInfo& part);
+// A part left short: Seq, Code, pieces placed and quantity.
+std::string ShortLine(const PartsInfo& part);
 
 // The number a line starts with (atol).
 int32_t SeqOfLine(const std::string& line);

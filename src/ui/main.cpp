@@ -4,20 +4,23 @@
 // Screenshot mode (for `make screenshot`): when the environment variable KESTO_SCREENSHOT
 // names a PNG file, the main window is shown at 1600 x 900 instead of maximised, laid out,
 // grabbed into that file, and the program ends with exit code 100 without writing any result
-// or per-user value.
+// or per-user value. KESTO_SCREENSHOT_VIEW chooses the view first: flat (the default),
+// danmen, 4pallet, 2pallet, 3d or info (the first stack picked).
 #include <QApplication>
 #include <clocale>
 #include <cstdlib>
 #include <iostream>
+#include <optional>
 
 #include "app/ExitCode.h"
+#include "render/FontTable.h"
 #include "session/JobSession.h"
 #include "support/Services.h"
 #include "ui/dialogs/CAboutDlg.h"
 #include "ui/main/Application.h"
 #include "ui/main/CKestoDlg.h"
-#include "ui/main/FontTable.h"
 #include "ui/main/QtOperator.h"
+#include "ui/main/ScreenViews.h"
 
 namespace {
 
@@ -27,14 +30,24 @@ constexpr int kScreenshotHeight = 900;
 constexpr int kLayoutTurns = 100;
 
 // Lays the window out at a fixed size and saves it; the job ends as one left without OK.
-int TakeScreenshot(kesto::CKestoDlg& dialog, const kesto::CKestoApp& app, const QString& path) {
+int TakeScreenshot(kesto::CKestoDlg& dialog, const kesto::CKestoApp& app, const QString& path,
+                   kesto::ScreenView view) {
     dialog.resize(kScreenshotWidth, kScreenshotHeight);
     dialog.show();
     // The first paint asks for the layout; a few turns of the event loop place the controls.
     for (int i = 0; i < kLayoutTurns && app.LayoutState != kesto::layout::kLaidOut; ++i)
         QApplication::processEvents(QEventLoop::AllEvents, 10);
     QApplication::processEvents();
+    kesto::ShowScreenView(dialog, view);
+    QApplication::processEvents();
     return kesto::SaveScreenshot(dialog, path) ? kesto::kExitNotOk : 1;
+}
+
+std::optional<kesto::ScreenView> RequestedView() {
+    const char* name = std::getenv("KESTO_SCREENSHOT_VIEW");
+    if (name == nullptr || *name == '\0')
+        return kesto::ScreenView::Flat;
+    return kesto::ScreenViewByName(name);
 }
 
 }  // namespace
@@ -57,11 +70,18 @@ int main(int argc, char** argv) {
     fonts.Build(session.App());
     const char* screenshot = std::getenv("KESTO_SCREENSHOT");
     if (screenshot != nullptr && *screenshot != '\0') {
+        const std::optional<kesto::ScreenView> view = RequestedView();
+        if (!view) {
+            std::cerr << "kesto: KESTO_SCREENSHOT_VIEW is none of flat, danmen, 4pallet, "
+                         "2pallet, 3d, info\n";
+            return 2;
+        }
         // Nothing of the job is written: no result, no save file, no per-user values.
         kesto::CKestoDlg dialog(session, fonts);
         op.SetMainWindow(&dialog);
         dialog.OnInitDialog();
-        const int code = TakeScreenshot(dialog, session.App(), QString::fromLocal8Bit(screenshot));
+        const int code =
+            TakeScreenshot(dialog, session.App(), QString::fromLocal8Bit(screenshot), *view);
         op.SetMainWindow(nullptr);
         return kesto::FinishProcess(code, std::cerr);
     }

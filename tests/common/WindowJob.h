@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QImage>
 #include <QtTest/QTest>
 #include <cstdlib>
 #include <memory>
@@ -11,9 +12,10 @@
 #include "app/CKestoApp.h"
 #include "common/TestInstallation.h"
 #include "common/TestServices.h"
+#include "render/FontTable.h"
 #include "session/JobSession.h"
 #include "ui/main/CKestoDlg.h"
-#include "ui/main/FontTable.h"
+#include "view/Canvas.h"
 
 namespace kesto::test {
 
@@ -34,6 +36,24 @@ inline bool ShowLaidOut(CKestoApp& app, QWidget& window, int width, int height) 
     window.resize(width, height);
     window.show();
     return QTest::qWaitFor([&] { return app.LayoutState == 3 && window.width() == width; }, 5000);
+}
+
+// The colour of one pixel of a window's image.
+inline Rgb PixelAt(const QImage& image, int x, int y) {
+    const QColor c = image.pixelColor(x, y);
+    return Rgb{static_cast<uint8_t>(c.red()), static_cast<uint8_t>(c.green()),
+               static_cast<uint8_t>(c.blue())};
+}
+
+// The message keys of the drawing and the part panels, added to the test installation's
+// settings: pallet captions and panel texts in font 1 (16 px), stack labels in font 3 (12 px).
+inline std::string KestoIniWithDrawing() {
+    std::string ini = kDefaultKestoIni;
+    const std::string section = "[MainDlg]\n";
+    ini.insert(ini.find(section) + section.size(),
+               "L-PALLET-CAP=1,Cap\nDRAW-STRING=3,Draw\nINFO-STRING=1,Info\n"
+               "INFO1-STRING=1,pcs\nINFO2-STRING=1,Per\nVIEW-STRING=1,View\n");
+    return ini;
 }
 
 // A test installation, services that record the operator's questions and keep the host in

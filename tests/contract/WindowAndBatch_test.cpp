@@ -22,9 +22,9 @@
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
 #include "common/WindowJob.h"
+#include "render/FontTable.h"
 #include "session/JobSession.h"
 #include "ui/main/CKestoDlg.h"
-#include "ui/main/FontTable.h"
 
 namespace kesto {
 namespace {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QtTest/QTest>
@@ -10,8 +11,10 @@
 #include <vector>
 
 #include "common/WindowJob.h"
+#include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
+#include "view/Colours.h"
 
 namespace kesto {
 namespace {
@@ -158,12 +161,12 @@ TEST(CKestoDlgCommands, RetryReadsTheJobAgainAndPlacesItAnew) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     MovePartTwoToTorioki(job);
-    job.Dialog->DrawArea()->BandActive = 1;
+    job.Dialog->DrawArea()->Drawing().BandActive = 1;
     Click(*job.Dialog, "B-RETRY");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{202, 203}}));
     EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 100);
     EXPECT_EQ(PartBySeq(job.App(), 1).PiecesPlaced, 5);
-    EXPECT_EQ(job.Dialog->DrawArea()->BandActive, 0);
+    EXPECT_EQ(job.Dialog->DrawArea()->Drawing().BandActive, 0);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-SBOX"), QStringList({"002    3 TextB"}));
     EXPECT_TRUE(Lines(*job.Dialog, "LIST-TORIOKI").isEmpty());
 }
@@ -292,7 +295,7 @@ TEST(CKestoDlgCommands, ViewButtonsSetThePalletMode) {
 TEST(CKestoDlgCommands, ViewAndInfoRefuseDuringABandSelectionWithMessage15) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    job.Dialog->DrawArea()->BandActive = 1;
+    job.Dialog->DrawArea()->Drawing().BandActive = 1;
     Click(*job.Dialog, "B-DANMEN");
     Click(*job.Dialog, "B-INFO");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{15, 0}, {15, 0}}));
@@ -310,11 +313,11 @@ TEST(CKestoDlgCommands, DirectSwitchesItsCaptionAndDropsABandSelection) {
     Click(d, "B-NEST-A");
     EXPECT_EQ(job.App().IsDirect, 1);
     EXPECT_EQ(d.findChild<QPushButton*>("B-NEST-A")->text(), "NestD");
-    d.DrawArea()->BandActive = 1;
+    d.DrawArea()->Drawing().BandActive = 1;
     Click(d, "B-NEST-A");
     EXPECT_EQ(job.App().IsDirect, 0);
     EXPECT_EQ(d.findChild<QPushButton*>("B-NEST-A")->text(), "NestA");
-    EXPECT_EQ(d.DrawArea()->BandActive, 0);
+    EXPECT_EQ(d.DrawArea()->Drawing().BandActive, 0);
     EXPECT_EQ(job.App().HitByBlock, 0);
     EXPECT_TRUE(d.findChild<QPushButton*>("B-HITS")->isChecked());
 }
@@ -386,6 +389,177 @@ TEST(CKestoDlgCommands, ClosePastTheOffsetWarningChecksAgainInTheCancelCommand) 
     EXPECT_EQ(job.Dialog->Run(), 2);
     EXPECT_TRUE(job.Install.Exists("out/haichi.csv"));
     EXPECT_EQ(job.Session->Exit(), 100);
+}
+
+// --- what the commands draw, on the window shown at 1600 x 900 ----------------------------
+
+struct ShownJob {
+    explicit ShownJob(int palletCount = 2) {
+        std::string ini = test::KestoIniWithDrawing();
+        ini.replace(ini.find("PalletInfo=2,P"), 14,
+                    "PalletInfo=" + std::to_string(palletCount) + ",P");
+        job.Install.Write("msg/Kesto.ini", ini);
+        shown = job.Open() && test::ShowLaidOut(job.App(), *job.Dialog, 1600, 900);
+    }
+    CKestoDlg& D() { return *job.Dialog; }
+    PalletDrawing& Drawing() { return D().DrawArea()->Drawing(); }
+    Rgb At(int x, int y) { return test::PixelAt(D().DrawArea()->Image(), x, y); }
+    int Count(const QImage& image, Rgb colour) {
+        int n = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                n += test::PixelAt(image, x, y) == colour ? 1 : 0;
+        }
+        return n;
+    }
+    int CountInArea(Rgb colour) { return Count(D().DrawArea()->Image(), colour); }
+    // The screen rectangle of the block cell of process 1, pallet 1 starting at (minX, minY).
+    IntRect Cell(double minX, double minY) {
+        for (const BlockInfo& b : job.App().Blocks) {
+            if (b.KouteiNo == 1 && b.PalletNo == 1 && b.MinX == minX && b.MinY == minY)
+                return {b.PixLeft, b.PixTop, b.PixRight, b.PixBottom};
+        }
+        return {};
+    }
+    HaichiInfo& FirstStack() { return *job.App().HaichiList.begin(); }
+
+    test::WindowJob job;
+    bool shown = false;
+};
+
+TEST(CKestoDlgCommands, FourPalletShowsFourCaptionTexts) {
+    ShownJob s(4);
+    ASSERT_TRUE(s.shown);
+    EXPECT_FALSE(s.D().findChild<QLabel*>("1048")->isVisible());
+    Click(s.D(), "B-PALLET4");
+    EXPECT_EQ(s.job.App().PalletMode, 2);
+    const std::pair<const char*, const char*> captions[] = {
+        {"1045", "P-01"}, {"1048", "P-02"}, {"1046", "P-03"}, {"1047", "P-04"}};
+    for (const auto& [name, text] : captions) {
+        auto* label = s.D().findChild<QLabel*>(name);
+        ASSERT_NE(label, nullptr) << name;
+        EXPECT_TRUE(label->isVisible()) << name;
+        EXPECT_EQ(label->text(), text) << name;
+    }
+    EXPECT_GT(s.CountInArea(colour::kSeparator), 100);
+}
+
+TEST(CKestoDlgCommands, GridOffRemovesTheBlackCornerMarks) {
+    ShownJob s;
+    ASSERT_TRUE(s.shown);
+    const IntRect cell = s.Cell(80, 520);  // the back left cell, no stack on it
+    ASSERT_LT(cell.Left, cell.Right);
+    EXPECT_EQ(s.At(cell.Left + 1, cell.Top + 1), colour::kGridMark);
+    Click(s.D(), "B-GRID");
+    EXPECT_EQ(s.job.App().GridFlag, 0);
+    EXPECT_EQ(s.At(cell.Left + 1, cell.Top + 1), colour::kPalletFrame);
+    EXPECT_EQ(s.At(cell.Right - 2, cell.Top + 1), colour::kPalletFrame);
+    EXPECT_EQ(s.At(cell.Left + 1, cell.Bottom - 2), colour::kPalletFrame);
+    EXPECT_EQ(s.At(cell.Right - 2, cell.Bottom - 2), colour::kPalletFrame);
+    Click(s.D(), "B-GRID");
+    EXPECT_EQ(s.At(cell.Left + 1, cell.Top + 1), colour::kGridMark);
+}
+
+TEST(CKestoDlgCommands, BlockDrawingFillsTheCells) {
+    ShownJob s;
+    ASSERT_TRUE(s.shown);
+    s.job.App().IsBlockDraw = 0;
+    s.D().DrawArea()->Refresh();
+    const IntRect cell = s.Cell(80, 520);
+    const int midX = (cell.Left + cell.Right) / 2;
+    const int midY = (cell.Top + cell.Bottom) / 2;
+    EXPECT_EQ(s.At(midX, midY), colour::kPalletFrame);
+    Click(s.D(), "B-BLOCKDRAW");
+    EXPECT_EQ(s.job.App().IsBlockDraw, 1);
+    EXPECT_EQ(s.At(midX, midY), colour::kBlockPlain);
+}
+
+TEST(CKestoDlgCommands, ThreeDDrawsTheLayersUpAndLeft) {
+    ShownJob s;
+    ASSERT_TRUE(s.shown);
+    const std::optional<IntRect> r = s.Drawing().ScreenRect(s.FirstStack());
+    ASSERT_TRUE(r.has_value());
+    const int mid = (r->Top + r->Bottom) / 2;
+    const int layers = s.FirstStack().Value - 1;
+    EXPECT_EQ(s.At(r->Left - 2 * layers, mid), colour::kPalletFrame);
+    Click(s.D(), "B-3D");
+    EXPECT_EQ(s.job.App().Is3D, 1);
+    EXPECT_EQ(s.At(r->Left - 2 * layers, mid), colour::kPartPen);
+    EXPECT_EQ(s.At(r->Left - 2 * layers - 1, mid), colour::kPalletFrame);
+}
+
+TEST(CKestoDlgCommands, DanmenShowsTheHeightLimitLine) {
+    ShownJob s;
+    ASSERT_TRUE(s.shown);
+    EXPECT_EQ(s.CountInArea(colour::kHeightLimit), 0);
+    Click(s.D(), "B-DANMEN");
+    EXPECT_EQ(s.job.App().PalletMode, 1);
+    EXPECT_GT(s.CountInArea(colour::kHeightLimit), 50);
+    EXPECT_GT(s.CountInArea(colour::kLayer10), 20);  // the stack's side-view bar
+}
+
+TEST(CKestoDlgCommands, ViewButtonRedrawsThePickedStacksHighlight) {
+    ShownJob s;
+    ASSERT_TRUE(s.shown);
+    s.Drawing().Picked = &s.FirstStack();
+    EXPECT_EQ(s.CountInArea(colour::kPicked), 0);
+    Click(s.D(), "B-PALLET2");
+    EXPECT_GT(s.CountInArea(colour::kPicked), 100);
+}
+
+TEST(CKestoDlgCommands, PalletChoiceShowsThatPalletFirst) {
+    ShownJob s;
+    ASSERT_TRUE(s.shown);
+    EXPECT_GT(s.CountInArea(colour::kPartNormal), 100);
+    s.D().findChild<QComboBox*>("LIST-PALLET-SEL")->setCurrentIndex(1);
+    EXPECT_EQ(s.job.App().CurrentPallet, 2);
+    EXPECT_EQ(s.D().findChild<QLabel*>("1045")->text(), "P-02");
+    EXPECT_EQ(s.CountInArea(colour::kPartNormal), 0);  // every stack is on pallet 1
+}
+
+TEST(CKestoDlgCommands, ProcessSelectionClearsThePartViewAndDrawsThatProcess) {
+    ShownJob s;
+    ASSERT_TRUE(s.shown);
+    s.D().PartsViewPanel()->ShowSize(200, 150);
+    EXPECT_GT(s.Count(s.D().PartsViewPanel()->Image(), colour::kPanelPart), 100);
+    List(s.D(), "LIST-SCH")->setCurrentRow(1);
+    EXPECT_EQ(s.job.App().CurrentKoutei, 2);
+    EXPECT_EQ(s.Count(s.D().PartsViewPanel()->Image(), colour::kPanelPart), 0);
+    const std::optional<IntRect> first = s.Drawing().ScreenRect(s.FirstStack());
+    EXPECT_FALSE(first.has_value());
+}
+
+TEST(CKestoDlgCommands, SetAsideSelectionDrawsThePartInThePartView) {
+    ShownJob s;
+    ASSERT_TRUE(s.shown);
+    MovePartTwoToTorioki(s.job);
+    const QImage& image = s.D().PartsViewPanel()->Image();
+    EXPECT_GT(s.Count(image, colour::kPanelPart), 100);
+    EXPECT_GT(s.Count(image, colour::kPanelText), 10);
+}
+
+TEST(CKestoDlgCommands, InfoClosingTheListRepaintsThePanelsAndTheHighlight) {
+    ShownJob s;
+    ASSERT_TRUE(s.shown);
+    Click(s.D(), "B-INFO");
+    EXPECT_EQ(s.job.App().PartsAllState, 2);
+    s.Drawing().Picked = &s.FirstStack();
+    EXPECT_EQ(s.Count(s.D().PartsInfoPanel()->Image(), colour::kPanelText), 0);
+    Click(s.D(), "B-INFO");
+    EXPECT_EQ(s.job.App().PartsAllState, 1);
+    EXPECT_GT(s.Count(s.D().PartsInfoPanel()->Image(), colour::kPanelText), 30);
+    EXPECT_GT(s.CountInArea(colour::kPicked), 100);
+}
+
+TEST(CKestoDlgCommands, RetryDrawsTheNewPlacementWithoutHighlight) {
+    ShownJob s;
+    ASSERT_TRUE(s.shown);
+    s.Drawing().Picked = &s.FirstStack();
+    s.D().DrawArea()->DrawParts(drawmode::kHighlight);
+    Click(s.D(), "B-RETRY");
+    EXPECT_EQ(s.Drawing().Picked, nullptr);
+    EXPECT_EQ(s.CountInArea(colour::kPicked), 0);
+    EXPECT_GT(s.CountInArea(colour::kPartNormal), 100);
 }
 
 }  // namespace

@@ -149,14 +149,14 @@ void ExpectPlacedAt(int width, int height) {
     for (const auto& [id, r] : expected.Controls) {
         EXPECT_EQ(d.Control(id)->geometry(), QRect(r.X, r.Y, r.Width, r.Height)) << id;
     }
-    EXPECT_EQ(job.App().AreaRect.Top, expected.AreaRect.Top);
-    EXPECT_EQ(job.App().InfoRect.Bottom, expected.InfoRect.Bottom);
-    EXPECT_EQ(job.App().ViewRect.Top, expected.ViewRect.Top);
-    EXPECT_EQ(d.DrawArea()->geometry(), QRect(expected.AreaRect.Left, expected.AreaRect.Top,
-                                              expected.AreaRect.Right - expected.AreaRect.Left,
-                                              expected.AreaRect.Bottom - expected.AreaRect.Top));
+    const IntRect& area = expected.AreaPlacement;
+    EXPECT_EQ(job.App().AreaPlacement.Top, area.Top);
+    EXPECT_EQ(job.App().InfoPlacement.Bottom, expected.InfoPlacement.Bottom);
+    EXPECT_EQ(job.App().ViewPlacement.Top, expected.ViewPlacement.Top);
+    EXPECT_EQ(d.DrawArea()->geometry(),
+              QRect(area.Left, area.Top, area.Right - area.Left, area.Bottom - area.Top));
     EXPECT_EQ(d.PartsInfoPanel()->geometry().topLeft(),
-              QPoint(expected.InfoRect.Left, expected.InfoRect.Top));
+              QPoint(expected.InfoPlacement.Left, expected.InfoPlacement.Top));
     EXPECT_EQ(d.PartsViewPanel()->geometry(), d.Control(kPartViewPlace)->geometry());
 }
 
@@ -205,7 +205,7 @@ TEST(CKestoDlgLayout, VeryNarrowWindowKeepsTheNegativeRectangles) {
     job.App().LayoutState = 2;
     job.Dialog->resize(40, 10);
     job.Dialog->LayoutPass();
-    EXPECT_EQ(job.App().InfoRect.Bottom, -2);
+    EXPECT_EQ(job.App().InfoPlacement.Bottom, -2);
 }
 
 }  // namespace

@@ -11,6 +11,9 @@
 
 #include "common/WindowJob.h"
 #include "ui/dialogs/CAboutDlg.h"
+#include "ui/dialogs/CKs_PartsInfo.h"
+#include "ui/draw/CKs_DrawArea.h"
+#include "view/Colours.h"
 
 namespace kesto {
 namespace {
@@ -94,6 +97,33 @@ TEST(CKestoDlg, VersionBoxOpensModally) {
     });
     job.Dialog->ShowAbout();
     EXPECT_EQ(seen, "CAboutDlg");
+}
+
+int CountIn(const QImage& image, Rgb colour) {
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            n += test::PixelAt(image, x, y) == colour ? 1 : 0;
+    }
+    return n;
+}
+
+TEST(CKestoDlg, LayoutDrawsTheAreaAtItsNewSizeWithThePanelsAndTheHighlight) {
+    test::WindowJob job;
+    job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
+    ASSERT_TRUE(job.Open());
+    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, 1600, 900));
+    CKs_DrawArea& area = *job.Dialog->DrawArea();
+    EXPECT_EQ(area.Image().size(), area.size());
+    EXPECT_EQ(job.App().AreaRect, (IntRect{0, 0, area.width(), area.height()}));
+    EXPECT_GT(CountIn(area.Image(), colour::kPalletFrame), 1000);
+    EXPECT_EQ(CountIn(job.Dialog->PartsInfoPanel()->Image(), colour::kPanelText), 0);
+    area.Drawing().Picked = &*job.App().HaichiList.begin();
+    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, 1280, 1024));
+    EXPECT_EQ(area.Image().size(), area.size());
+    EXPECT_EQ(area.width(), job.App().AreaPlacement.Right - job.App().AreaPlacement.Left);
+    EXPECT_GT(CountIn(area.Image(), colour::kPicked), 100);
+    EXPECT_GT(CountIn(job.Dialog->PartsInfoPanel()->Image(), colour::kPanelText), 30);
 }
 
 }  // namespace

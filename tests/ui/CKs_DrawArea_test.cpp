@@ -1,39 +1,335 @@
+// The drawing area's image, checked at pixels worked out by hand for the test installation:
+// a 1000 x 800 pallet with 3 x 3 cells of 300 x 250 (gaps 10), drawn in a 1000 x 500 area.
+//
+// FLAT: caption strip 20; world x -40..1040, y -32..832; scale max(1080/1000, 864/480) = 1.8;
+// the frame 555 x 445 centred: (222, 37)-(777, 482); origin offset (200, 20). The stack of
+// part 1 (200 x 150, right-front corner at x 380, y 0) is at (322, 398)-(433, 482).
 #include "ui/draw/CKs_DrawArea.h"
 
 #include <gtest/gtest.h>
 
+#include <QLabel>
+
 #include "common/WindowJob.h"
+#include "view/Colours.h"
 
 namespace kesto {
 namespace {
 
-TEST(CKs_DrawArea, TakesTheDrawingAreaRectangle) {
+using test::PixelAt;
+
+// The job of the test installation, placed, with its drawing area alone at 1000 x 500.
+struct AreaJob {
+    explicit AreaJob(const std::string& pallet = test::kDefaultPallet,
+                     const std::string& ini = test::KestoIniWithDrawing()) {
+        job.Install.Write("pallet.txt", pallet);
+        job.Install.Write("msg/Kesto.ini", ini);
+        opened = job.Open();
+        job.App().AreaPlacement = {0, 0, 1000, 500};
+        Area().PlaceArea();
+    }
+    CKs_DrawArea& Area() { return *job.Dialog->DrawArea(); }
+    Rgb At(int x, int y) { return PixelAt(Area().Image(), x, y); }
+    QLabel* Caption(const char* name) { return Area().findChild<QLabel*>(name); }
+    HaichiInfo& FirstStack() { return *job.App().HaichiList.begin(); }
+
+    test::WindowJob job;
+    bool opened = false;
+};
+
+int CountOnRow(const QImage& image, int y, int x0, int x1, Rgb colour) {
+    int n = 0;
+    for (int x = x0; x < x1; ++x)
+        n += PixelAt(image, x, y) == colour ? 1 : 0;
+    return n;
+}
+
+int CountOnColumn(const QImage& image, int x, int y0, int y1, Rgb colour) {
+    int n = 0;
+    for (int y = y0; y < y1; ++y)
+        n += PixelAt(image, x, y) == colour ? 1 : 0;
+    return n;
+}
+
+// Pixels much darker than the colours around them: label text.
+int DarkPixels(const QImage& image, int x0, int y0, int x1, int y1) {
+    int n = 0;
+    for (int y = y0; y < y1; ++y) {
+        for (int x = x0; x < x1; ++x) {
+            const Rgb c = PixelAt(image, x, y);
+            n += c.R + c.G + c.B < 150 ? 1 : 0;
+        }
+    }
+    return n;
+}
+
+TEST(CKs_DrawArea, PlaceAreaTakesThePlacementAndStoresTheClientAndScreenRectangles) {
     test::EnsureQApplication();
     CKestoApp app;
+    MessageTable messages;
+    FontTable fonts;
     QWidget parent;
-    CKs_DrawArea area(app, &parent);
-    app.AreaRect = {324, 231, 1598, 898};
-    area.Place();
+    parent.move(100, 50);
+    CKs_DrawArea area(app, messages, fonts, &parent);
+    app.AreaPlacement = {324, 231, 1598, 898};
+    area.PlaceArea();
     EXPECT_EQ(area.geometry(), QRect(324, 231, 1274, 667));
+    EXPECT_EQ(app.AreaRect, (IntRect{0, 0, 1274, 667}));
+    const QPoint screen = parent.mapToGlobal(QPoint(324, 231));
+    EXPECT_EQ(app.AreaWindowRect,
+              (IntRect{screen.x(), screen.y(), screen.x() + 1274, screen.y() + 667}));
+    EXPECT_EQ(area.Image().size(), QSize(1274, 667));
     EXPECT_EQ(area.objectName(), "CKs_DrawArea");
 }
 
 TEST(CKs_DrawArea, ResetSelectionForgetsBandAndPicks) {
-    test::EnsureQApplication();
-    CKestoApp app;
-    CKs_DrawArea area(app, nullptr);
-    HaichiInfo stack;
-    area.BandActive = 1;
-    area.Picked = &stack;
-    area.LastPicked = &stack;
-    area.PickHistory = {&stack, &stack};
-    area.BandList = {&stack};
-    area.ResetSelection();
-    EXPECT_EQ(area.BandActive, 0);
-    EXPECT_EQ(area.Picked, nullptr);
-    EXPECT_EQ(area.LastPicked, nullptr);
-    EXPECT_TRUE(area.PickHistory.empty());
-    EXPECT_TRUE(area.BandList.empty());
+    AreaJob a;
+    ASSERT_TRUE(a.opened);
+    PalletDrawing& d = a.Area().Drawing();
+    HaichiInfo& stack = a.FirstStack();
+    d.BandActive = 1;
+    d.Picked = &stack;
+    d.LastPicked = &stack;
+    d.PickHistory = {&stack, &stack};
+    d.BandList = {BandEntry{&stack, {}}};
+    a.Area().ResetSelection();
+    EXPECT_EQ(d.BandActive, 0);
+    EXPECT_EQ(d.Picked, nullptr);
+    EXPECT_EQ(d.LastPicked, nullptr);
+    EXPECT_TRUE(d.PickHistory.empty());
+    EXPECT_TRUE(d.BandList.empty());
+}
+
+TEST(CKs_DrawArea, FlatShowsBackgroundFrameAndCaptionStripInTheWindowColour) {
+    AreaJob a;
+    ASSERT_TRUE(a.opened);
+    a.Area().Refresh();
+    const Rgb window = PixelAt(a.Area().Image(), 500, 5);
+    const QColor palette = a.Area().palette().color(QPalette::Window);
+    EXPECT_EQ(window,
+              (Rgb{static_cast<uint8_t>(palette.red()), static_cast<uint8_t>(palette.green()),
+                   static_cast<uint8_t>(palette.blue())}));
+    EXPECT_EQ(a.At(500, 19), window);
+    EXPECT_EQ(a.At(500, 20), colour::kAreaBackground);
+    EXPECT_EQ(a.At(100, 300), colour::kAreaBackground);
+    EXPECT_EQ(a.At(221, 300), colour::kAreaBackground);
+    EXPECT_EQ(a.At(222, 300), colour::kPalletFrame);
+    EXPECT_EQ(a.At(776, 300), colour::kPalletFrame);
+    EXPECT_EQ(a.At(777, 300), colour::kAreaBackground);
+    EXPECT_EQ(a.At(600, 36), colour::kAreaBackground);
+    EXPECT_EQ(a.At(600, 37), colour::kPalletFrame);
+    EXPECT_EQ(a.At(600, 481), colour::kPalletFrame);
+    EXPECT_EQ(a.At(600, 482), colour::kAreaBackground);
+}
+
+TEST(CKs_DrawArea, FlatCaptionReadsPrefixAndPalletNumberOverTheWholeStrip) {
+    AreaJob a;
+    ASSERT_TRUE(a.opened);
+    a.Area().Refresh();
+    QLabel* first = a.Caption("1045");
+    ASSERT_NE(first, nullptr);
+    EXPECT_TRUE(first->isVisibleTo(&a.Area()));
+    EXPECT_EQ(first->text(), "P-01");
+    EXPECT_EQ(first->geometry(), QRect(0, 0, 1000, 20));
+    EXPECT_EQ(first->font().pixelSize(), 16);
+    for (const char* name : {"1048", "1046", "1047"}) {
+        ASSERT_NE(a.Caption(name), nullptr) << name;
+        EXPECT_FALSE(a.Caption(name)->isVisibleTo(&a.Area())) << name;
+    }
+}
+
+TEST(CKs_DrawArea, StackIsFilledWithAWhiteOutlineAndTwoLabelLines) {
+    AreaJob a;
+    ASSERT_TRUE(a.opened);
+    a.Area().Refresh();
+    EXPECT_EQ(a.At(322, 440), colour::kPartPen);
+    EXPECT_EQ(a.At(432, 440), colour::kPartPen);
+    EXPECT_EQ(a.At(380, 398), colour::kPartPen);
+    EXPECT_EQ(a.At(380, 481), colour::kPartPen);
+    EXPECT_EQ(a.At(321, 440), colour::kPalletFrame);
+    EXPECT_EQ(a.At(433, 440), colour::kPalletFrame);
+    EXPECT_EQ(a.At(326, 402), colour::kPartNormal);
+    EXPECT_EQ(a.At(428, 478), colour::kPartNormal);
+    // Font 3 is 12 px high; the middle is 440: the name from 425, the count from 443.
+    EXPECT_EQ(DarkPixels(a.Area().Image(), 323, 399, 432, 425), 0);
+    EXPECT_GT(DarkPixels(a.Area().Image(), 323, 425, 432, 440), 10);
+    EXPECT_GT(DarkPixels(a.Area().Image(), 323, 443, 432, 458), 3);
+    EXPECT_EQ(DarkPixels(a.Area().Image(), 323, 460, 432, 481), 0);
+}
+
+TEST(CKs_DrawArea, BlockCellsFollowTheirCornerMaskWhenBlockDrawingIsOn) {
+    AreaJob a;
+    ASSERT_TRUE(a.opened);
+    a.job.App().IsBlockDraw = 1;
+    // The middle cell (x 390..690, y 260..510) is at (438, 198)-(605, 337).
+    for (BlockInfo& block : a.job.App().Blocks) {
+        if (block.KouteiNo == 1 && block.PalletNo == 1 && block.MinX == 390 && block.MinY == 260)
+            block.CornerMask = 0x02;
+    }
+    a.Area().Refresh();
+    EXPECT_EQ(a.At(520, 270), colour::kBlockMarked);
+    EXPECT_EQ(a.At(438, 270), colour::kBlockPlain);
+    EXPECT_EQ(a.At(604, 270), colour::kBlockPlain);
+    EXPECT_EQ(a.At(437, 270), colour::kPalletFrame);
+    EXPECT_EQ(a.At(605, 270), colour::kPalletFrame);
+    // The left cell of that row, (266, 198)-(433, 337), has no corner bits.
+    EXPECT_EQ(a.At(350, 270), colour::kBlockPlain);
+    EXPECT_EQ(a.At(265, 270), colour::kPalletFrame);
+}
+
+TEST(CKs_DrawArea, NoBlockCellsWhileBlockDrawingIsOff) {
+    AreaJob a;
+    ASSERT_TRUE(a.opened);
+    a.job.App().IsBlockDraw = 0;
+    a.Area().Refresh();
+    EXPECT_EQ(a.At(520, 270), colour::kPalletFrame);
+    EXPECT_EQ(a.At(350, 270), colour::kPalletFrame);
+}
+
+TEST(CKs_DrawArea, GridMarksAreBlackThreePixelSquaresInTheCellCorners) {
+    AreaJob a;
+    ASSERT_TRUE(a.opened);
+    a.job.App().GridFlag = 1;
+    a.Area().Refresh();
+    // The back left cell (266, 54)-(433, 193).
+    for (int y = 54; y < 57; ++y) {
+        for (int x = 266; x < 269; ++x)
+            EXPECT_EQ(a.At(x, y), colour::kGridMark) << x << "," << y;
+    }
+    EXPECT_EQ(a.At(269, 55), colour::kPalletFrame);
+    EXPECT_EQ(a.At(267, 57), colour::kPalletFrame);
+    EXPECT_EQ(a.At(266, 190), colour::kGridMark);
+    EXPECT_EQ(a.At(432, 55), colour::kGridMark);
+    EXPECT_EQ(a.At(432, 192), colour::kGridMark);
+    a.job.App().GridFlag = 0;
+    a.Area().Refresh();
+    EXPECT_EQ(a.At(267, 55), colour::kPalletFrame);
+}
+
+TEST(CKs_DrawArea, RackLinesAreDottedWhiteAndRunPastThePalletEdge) {
+    AreaJob a(std::string(test::kDefaultPallet) + "R1X,500\nR1Y,400\n");
+    ASSERT_TRUE(a.opened);
+    a.job.App().GridFlag = 0;
+    a.Area().Refresh();
+    const QImage& image = a.Area().Image();
+    // x 500 mm is column 500; y 400 mm is row 260; 30 mm past the edges: rows 21..498,
+    // columns 205..794.
+    EXPECT_GT(CountOnColumn(image, 500, 40, 380, colour::kRackLine), 50);
+    EXPECT_GT(CountOnColumn(image, 500, 40, 380, colour::kPalletFrame), 50);
+    EXPECT_GT(CountOnColumn(image, 500, 22, 36, colour::kRackLine), 0);
+    EXPECT_EQ(CountOnColumn(image, 500, 0, 20, colour::kRackLine), 0);
+    EXPECT_EQ(CountOnColumn(image, 499, 40, 250, colour::kRackLine), 0);
+    EXPECT_GT(CountOnRow(image, 260, 230, 770, colour::kRackLine), 100);
+    EXPECT_GT(CountOnRow(image, 260, 230, 770, colour::kPalletFrame), 100);
+    EXPECT_GT(CountOnRow(image, 260, 206, 221, colour::kRackLine), 0);
+    EXPECT_EQ(CountOnRow(image, 260, 0, 204, colour::kRackLine), 0);
+    EXPECT_EQ(CountOnRow(image, 261, 230, 490, colour::kRackLine), 0);
+}
+
+// DANMEN: world y -64..1664, scale 3.6; frame 277 x 222 at (361, 29)-(638, 251); the band
+// from row 475 to 490; the height limit at 251 + max(trunc(0.2 x 224), 12) = 295.
+TEST(CKs_DrawArea, DanmenShowsTheSectionBandTheHeightLimitAndTheStackBar) {
+    AreaJob a;
+    ASSERT_TRUE(a.opened);
+    a.job.App().PalletMode = 1;
+    a.job.App().GridFlag = 0;
+    a.Area().Refresh();
+    const QImage& image = a.Area().Image();
+    EXPECT_EQ(a.At(500, 29), colour::kPalletFrame);
+    EXPECT_EQ(a.At(500, 28), colour::kAreaBackground);
+    EXPECT_EQ(a.At(500, 250), colour::kPalletFrame);
+    EXPECT_EQ(a.At(500, 251), colour::kAreaBackground);
+    EXPECT_EQ(a.At(360, 100), colour::kAreaBackground);
+    EXPECT_EQ(a.At(361, 100), colour::kPalletFrame);
+    EXPECT_EQ(a.At(500, 475), colour::kPalletFrame);
+    EXPECT_EQ(a.At(500, 489), colour::kPalletFrame);
+    EXPECT_EQ(a.At(500, 490), colour::kAreaBackground);
+    EXPECT_EQ(a.At(500, 474), colour::kAreaBackground);
+    EXPECT_EQ(a.At(360, 480), colour::kAreaBackground);
+    EXPECT_GT(CountOnRow(image, 295, 361, 638, colour::kHeightLimit), 50);
+    EXPECT_GT(CountOnRow(image, 295, 361, 638, colour::kAreaBackground), 50);
+    EXPECT_EQ(CountOnRow(image, 296, 361, 638, colour::kHeightLimit), 0);
+    EXPECT_EQ(CountOnRow(image, 295, 0, 360, colour::kHeightLimit), 0);
+    // The limit's label "500.0000" stands on the line, from the frame's left edge.
+    int labelPixels = 0;
+    for (int y = 283; y < 295; ++y)
+        labelPixels += CountOnRow(image, y, 361, 440, colour::kHeightLimit) > 0 ? 1 : 0;
+    EXPECT_GT(labelPixels, 3);
+    // The stack (x 180..380 mm: columns 411..466) stands 5 x 10 mm = 18 px on the band.
+    EXPECT_EQ(a.At(438, 466), colour::kLayer10);
+    EXPECT_EQ(a.At(411, 466), colour::kPartPen);
+    EXPECT_EQ(a.At(438, 440), colour::kAreaBackground);
+}
+
+TEST(CKs_DrawArea, ThreeDStacksEveryLayerTwoPixelsUpAndLeft) {
+    AreaJob a;
+    ASSERT_TRUE(a.opened);
+    a.job.App().Is3D = 1;
+    a.job.App().GridFlag = 0;
+    a.Area().Refresh();
+    // Five pieces: the top layer is 8 px up and left, at (314, 390)-(425, 474).
+    EXPECT_EQ(a.At(314, 430), colour::kPartPen);
+    EXPECT_EQ(a.At(313, 430), colour::kPalletFrame);
+    EXPECT_EQ(a.At(380, 390), colour::kPartPen);
+    EXPECT_EQ(a.At(380, 389), colour::kPalletFrame);
+    EXPECT_EQ(a.At(318, 394), colour::kPartNormal);
+    // Layers 4, 3, 2 and the base show their right edges at 426, 428, 430 and 432.
+    for (int x : {426, 428, 430, 432})
+        EXPECT_EQ(a.At(x, 440), colour::kPartPen) << x;
+    EXPECT_EQ(a.At(433, 440), colour::kPalletFrame);
+    // The label stands on the top layer (middle 432): nothing dark below row 450.
+    EXPECT_GT(DarkPixels(a.Area().Image(), 315, 417, 424, 432), 10);
+    EXPECT_EQ(DarkPixels(a.Area().Image(), 315, 452, 424, 473), 0);
+}
+
+TEST(CKs_DrawArea, HighlightModePaintsThePickedStackGreen) {
+    AreaJob a;
+    ASSERT_TRUE(a.opened);
+    a.Area().Refresh();
+    a.Area().Drawing().Picked = &a.FirstStack();
+    a.Area().DrawParts(drawmode::kHighlight);
+    EXPECT_EQ(a.At(326, 402), colour::kPicked);
+    EXPECT_EQ(a.At(322, 440), colour::kPartPen);
+    a.Area().DrawParts(drawmode::kAllNormal);
+    EXPECT_EQ(a.At(326, 402), colour::kPartNormal);
+}
+
+TEST(CKs_DrawArea, FourPalletCaptionsNameFourPalletsFromTheCurrentOne) {
+    std::string ini = test::KestoIniWithDrawing();
+    ini.replace(ini.find("PalletInfo=2,P"), 14, "PalletInfo=4,P");
+    AreaJob a(test::kDefaultPallet, ini);
+    ASSERT_TRUE(a.opened);
+    a.job.App().PalletMode = 2;
+    a.job.App().CurrentPallet = 2;
+    a.Area().Refresh();
+    // Captions 1045, 1048, 1046, 1047: top left, top right, bottom left, bottom right.
+    const std::pair<const char*, QRect> expected[] = {{"1045", QRect(0, 0, 500, 20)},
+                                                      {"1048", QRect(500, 0, 500, 20)},
+                                                      {"1046", QRect(0, 250, 500, 20)},
+                                                      {"1047", QRect(500, 250, 500, 20)}};
+    const char* texts[] = {"P-02", "P-03", "P-04", "P-01"};
+    for (size_t i = 0; i < 4; ++i) {
+        QLabel* caption = a.Caption(expected[i].first);
+        EXPECT_EQ(caption->geometry(), expected[i].second) << i;
+        EXPECT_EQ(caption->text(), texts[i]) << i;
+        EXPECT_TRUE(caption->isVisibleTo(&a.Area())) << i;
+    }
+    // The lower caption strip keeps the window's colour, the separators are grey.
+    EXPECT_EQ(a.At(250, 255), a.At(250, 5));
+    EXPECT_EQ(a.At(250, 270), colour::kAreaBackground);
+    EXPECT_EQ(a.At(500, 100), colour::kSeparator);
+}
+
+TEST(CKs_DrawArea, ImageSurvivesAnExpose) {
+    AreaJob a;
+    ASSERT_TRUE(a.opened);
+    a.Area().Refresh();
+    a.Area().Drawing().Picked = &a.FirstStack();
+    a.Area().DrawParts(drawmode::kHighlight);
+    const QImage before = a.Area().Image();
+    const QImage shown = a.Area().grab().toImage().convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(PixelAt(shown, 326, 402), colour::kPicked);
+    EXPECT_EQ(a.Area().Image(), before);
 }
 
 }  // namespace

@@ -32,18 +32,18 @@ TEST(ComputeMainLayout, SecondColumnAndRectanglesAt1600x900) {
     EXPECT_EQ(l.Controls.at(kScheduleLabel), (R{324, 2, 240, 22}));
     EXPECT_EQ(l.Controls.at(kScheduleList), (R{324, 24, 240, 171}));
     EXPECT_EQ(l.Controls.at(kPalletCombo), (R{324, 199, 240, 30}));
-    EXPECT_EQ(l.AreaRect.Left, 324);
-    EXPECT_EQ(l.AreaRect.Top, 231);
-    EXPECT_EQ(l.AreaRect.Right, 1598);
-    EXPECT_EQ(l.AreaRect.Bottom, 898);
-    EXPECT_EQ(l.ViewRect.Left, 2);
-    EXPECT_EQ(l.ViewRect.Top, 446);
-    EXPECT_EQ(l.ViewRect.Right, 322);
-    EXPECT_EQ(l.ViewRect.Bottom, 554);
-    EXPECT_EQ(l.InfoRect.Left, 681);
-    EXPECT_EQ(l.InfoRect.Top, 2);
-    EXPECT_EQ(l.InfoRect.Right, 1598);
-    EXPECT_EQ(l.InfoRect.Bottom, 104);
+    EXPECT_EQ(l.AreaPlacement.Left, 324);
+    EXPECT_EQ(l.AreaPlacement.Top, 231);
+    EXPECT_EQ(l.AreaPlacement.Right, 1598);
+    EXPECT_EQ(l.AreaPlacement.Bottom, 898);
+    EXPECT_EQ(l.ViewPlacement.Left, 2);
+    EXPECT_EQ(l.ViewPlacement.Top, 446);
+    EXPECT_EQ(l.ViewPlacement.Right, 322);
+    EXPECT_EQ(l.ViewPlacement.Bottom, 554);
+    EXPECT_EQ(l.InfoPlacement.Left, 681);
+    EXPECT_EQ(l.InfoPlacement.Top, 2);
+    EXPECT_EQ(l.InfoPlacement.Right, 1598);
+    EXPECT_EQ(l.InfoPlacement.Bottom, 104);
 }
 
 TEST(ComputeMainLayout, ButtonStripAt1600x900) {
@@ -77,20 +77,20 @@ TEST(ComputeMainLayout, ProductsTruncateAt1280x1024) {
     EXPECT_EQ(l.Controls.at(kRetryButton), (R{452, 27, 92, 48}));
     EXPECT_EQ(l.Controls.at(kOk), (R{1233, 123, 45, 96}));
     EXPECT_EQ(l.Controls.at(kInfoPlace), (R{546, 2, 732, 117}));
-    EXPECT_EQ(l.AreaRect.Top, 256);
-    EXPECT_EQ(l.AreaRect.Right, 1278);
-    EXPECT_EQ(l.InfoRect.Bottom, 119);
+    EXPECT_EQ(l.AreaPlacement.Top, 256);
+    EXPECT_EQ(l.AreaPlacement.Right, 1278);
+    EXPECT_EQ(l.InfoPlacement.Bottom, 119);
 }
 
 TEST(ComputeMainLayout, DrawingAreaStartsBelowTheComboBoxOfItsPresentHeight) {
-    EXPECT_EQ(ComputeMainLayout(1600, 900, 50).AreaRect.Top, 251);
+    EXPECT_EQ(ComputeMainLayout(1600, 900, 50).AreaPlacement.Top, 251);
 }
 
 TEST(ComputeMainLayout, TinyClientGivesNegativeSizesUnclamped) {
     const MainLayout l = ComputeMainLayout(40, 10, 30);
     EXPECT_EQ(l.Controls.at(kAllPartsList).Height, -4);
     EXPECT_EQ(l.Controls.at(kInfoPlace).Height, -4);
-    EXPECT_EQ(l.InfoRect.Bottom, -2);
+    EXPECT_EQ(l.InfoPlacement.Bottom, -2);
     EXPECT_EQ(l.Controls.at(kSmallBoxList).Height, 1);
 }
 

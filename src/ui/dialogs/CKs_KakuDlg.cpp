@@ -7,8 +7,8 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "render/TextCodec.h"
 #include "support/MessageFile.h"
-#include "ui/main/TextCodec.h"
 
 namespace kesto {
 

@@ -5,8 +5,8 @@
 #include <QDialog>
 #include <string>
 
+#include "render/FontTable.h"
 #include "support/MessageFile.h"
-#include "ui/main/FontTable.h"
 
 class QLabel;
 class QPushButton;

@@ -1,21 +1,31 @@
-// The part-information panel above the button strip of the main window.
+// The part-information panel above the button strip of the main window: three lines about the
+// stack picked in the drawing area.
 #pragma once
 
-#include <QWidget>
-
 #include "app/CKestoApp.h"
+#include "render/FontTable.h"
+#include "support/MessageFile.h"
+#include "ui/draw/ImagePanel.h"
+#include "view/PalletDrawing.h"
+#include "view/PartPanels.h"
 
 namespace kesto {
 
-class CKs_PartsInfo : public QWidget {
+class CKs_PartsInfo : public ImagePanel {
     Q_OBJECT
   public:
-    CKs_PartsInfo(CKestoApp& app, QWidget* parent);
-    // Takes the part-information rectangle of the application object.
-    void Place();
+    // selection is the drawing whose Picked the panel shows.
+    CKs_PartsInfo(CKestoApp& app, const MessageTable& messages, const FontTable& fonts,
+                  const PalletDrawing& selection, QWidget* parent);
+    // Takes InfoPlacement, stores the client rectangle in InfoRect and draws again.
+    void PlacePanel();
+    // Draws the panel for the drawing's present Picked (background only without one).
+    void Refresh();
 
   private:
     CKestoApp& app_;
+    const PalletDrawing& selection_;
+    PartsInfoPanel panel_;
 };
 
 }  // namespace kesto

@@ -1,21 +1,26 @@
 #include "ui/dialogs/CKs_PartsView.h"
 
-#include "ui/main/RectConvert.h"
-
 namespace kesto {
 
-CKs_PartsView::CKs_PartsView(CKestoApp& app, QWidget* parent) : QWidget(parent), app_(app) {
+CKs_PartsView::CKs_PartsView(CKestoApp& app, const MessageTable& messages, const FontTable& fonts,
+                             QWidget* parent)
+    : ImagePanel(fonts, parent), app_(app), panel_(app, messages) {
     setObjectName("CKs_PartsView");
 }
 
-void CKs_PartsView::Place() {
-    setGeometry(ToQRect(app_.ViewRect));
+void CKs_PartsView::PlacePanel() {
+    app_.ViewRect = PlaceAt(app_.ViewPlacement);
+    Repaint();
 }
 
-void CKs_PartsView::ShowPart(double sizeX, double sizeY) {
-    sizeX_ = sizeX;
-    sizeY_ = sizeY;
-    update();
+void CKs_PartsView::ShowSize(double w, double l) {
+    sizeX_ = w;
+    sizeY_ = l;
+    Paint([this, w, l](Canvas& canvas) { panel_.ShowSize(canvas, w, l); });
+}
+
+void CKs_PartsView::Repaint() {
+    Paint([this](Canvas& canvas) { panel_.Repaint(canvas); });
 }
 
 }  // namespace kesto

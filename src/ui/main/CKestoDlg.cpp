@@ -23,9 +23,10 @@ CKestoDlg::CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* paren
     setWindowIcon(KestoIcon());
     setWindowFlags(windowFlags() | Qt::WindowMinMaxButtonsHint);
     BuildControls();
-    drawArea_ = new CKs_DrawArea(app_, this);
-    partsInfo_ = new CKs_PartsInfo(app_, this);
-    partsView_ = new CKs_PartsView(app_, this);
+    const MessageTable& messages = session_.Svc().Messages;
+    drawArea_ = new CKs_DrawArea(app_, messages, fonts_, this);
+    partsInfo_ = new CKs_PartsInfo(app_, messages, fonts_, drawArea_->Drawing(), this);
+    partsView_ = new CKs_PartsView(app_, messages, fonts_, this);
     ConnectCommands();
     session_.SetView(this);
 }
@@ -184,10 +185,10 @@ void CKestoDlg::ApplyLayout() {
     if (app_.LayoutState == layout::kNeverPainted)
         return;
     LayoutPass();
-    if (app_.LayoutState == layout::kLaidOut)
-        drawArea_->Refresh();
-    partsInfo_->update();
-    partsView_->update();
+    // The images were made anew at the panels' new sizes: everything is drawn again.
+    drawArea_->Refresh();
+    RepaintPanels();
+    DrawHitDisplay();
     if (app_.LayoutState == layout::kDue)
         app_.LayoutState = layout::kLaidOut;
     update();

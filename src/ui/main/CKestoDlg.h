@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "render/FontTable.h"
 #include "session/JobSession.h"
 #include "ui/main/Controls.h"
-#include "ui/main/FontTable.h"
 
 class QComboBox;
 class QListWidget;
@@ -75,6 +75,7 @@ class CKestoDlg : public QDialog, private SessionView {
     void ShowAbout();
 
     QWidget* Control(ControlId id) const;
+    CKestoApp& App() { return app_; }
     CKs_DrawArea* DrawArea() const { return drawArea_; }
     CKs_PartsInfo* PartsInfoPanel() const { return partsInfo_; }
     CKs_PartsView* PartsViewPanel() const { return partsView_; }
@@ -101,6 +102,12 @@ class CKestoDlg : public QDialog, private SessionView {
     // The Seq of the list's selected line, none when no line is selected.
     std::optional<int32_t> SelectedSeq(const QListWidget* list) const;
     void CommonRefresh();
+    // Both part panels drawn again.
+    void RepaintPanels();
+    // The picked stack's highlight over the drawing, when there is one.
+    void DrawHitDisplay();
+    // Message 15 when a rubber-band selection is in force; true then.
+    bool RefusedForBand();
     // After Retry or Auto: the picks of the old job are gone, the drawing shows the new one.
     void ShowReloadedJob();
     // Closes the dialog once the session has ended the job.

@@ -4,11 +4,12 @@
 #include <QPushButton>
 
 #include "app/Codes.h"
+#include "render/TextCodec.h"
 #include "session/ListLines.h"
+#include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
 #include "ui/main/CKestoDlg.h"
-#include "ui/main/TextCodec.h"
 
 namespace kesto {
 
@@ -25,6 +26,23 @@ void CKestoDlg::CommonRefresh() {
     FillAllParts(app_.CurrentKoutei);
 }
 
+void CKestoDlg::RepaintPanels() {
+    partsInfo_->Refresh();
+    partsView_->Repaint();
+}
+
+void CKestoDlg::DrawHitDisplay() {
+    if (drawArea_->Drawing().Picked != nullptr)
+        drawArea_->DrawParts(drawmode::kHighlight);
+}
+
+bool CKestoDlg::RefusedForBand() {
+    if (drawArea_->Drawing().BandActive == 0)
+        return false;
+    app_.ShowKaku(session_.Svc().Op, kaku::kBandSelectionActive, kaku::kNone);
+    return true;
+}
+
 void CKestoDlg::OnSelectKoutei() {
     const int row = schedule_->currentRow();
     if (row < 0)
@@ -33,7 +51,7 @@ void CKestoDlg::OnSelectKoutei() {
     FillAllParts(app_.CurrentKoutei);
     FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
     FillTorioki(app_.CurrentKoutei);
-    partsView_->ShowPart(kNoPartSize, kNoPartSize);
+    partsView_->ShowSize(kNoPartSize, kNoPartSize);
     drawArea_->Refresh();
 }
 
@@ -58,7 +76,7 @@ void CKestoDlg::OnUp() {
     if (!session_.Up(SelectedSeq(torioki_)))
         return;
     CommonRefresh();
-    partsView_->ShowPart(kNoPartSize, kNoPartSize);
+    partsView_->ShowSize(kNoPartSize, kNoPartSize);
 }
 
 void CKestoDlg::OnSelectTorioki() {
@@ -66,7 +84,7 @@ void CKestoDlg::OnSelectTorioki() {
     if (!seq)
         return;
     if (const PartsInfo* part = session_.FindPart(*seq, true))
-        partsView_->ShowPart(part->SizeX, part->SizeY);
+        partsView_->ShowSize(part->SizeX, part->SizeY);
 }
 
 void CKestoDlg::OnPalletSelect() {
@@ -90,21 +108,22 @@ void CKestoDlg::OnHit(int byBlock) {
     SetChecked(kHitSingle, byBlock == 0);
 }
 
+// FLAT hides the all-parts dialog; the other views keep it as it is (the dialog itself only
+// keeps its state here).
 void CKestoDlg::OnView(int mode) {
-    if (drawArea_->BandActive != 0) {
-        app_.ShowKaku(session_.Svc().Op, kaku::kBandSelectionActive, kaku::kNone);
+    if (RefusedForBand())
         return;
-    }
     if (mode == 0)
         app_.PartsAllState = 1;
     app_.PalletMode = mode;
     drawArea_->Refresh();
+    DrawHitDisplay();
 }
 
 void CKestoDlg::OnDirect() {
     if (app_.IsDirect != 0) {
         app_.IsDirect = 0;
-        if (drawArea_->BandActive >= 1) {
+        if (drawArea_->Drawing().BandActive >= 1) {
             drawArea_->ResetSelection();
             allParts_->clearSelection();
             OnHit(0);
@@ -120,14 +139,19 @@ void CKestoDlg::OnDirect() {
 void CKestoDlg::OnBlockDraw() {
     app_.IsBlockDraw = app_.IsBlockDraw == 0 ? 1 : 0;
     drawArea_->Refresh();
+    // With outlines shown the highlight is drawn even without a pick.
+    if (drawArea_->Drawing().Picked != nullptr || app_.IsDirect == 1)
+        drawArea_->DrawParts(drawmode::kHighlight);
 }
 
 void CKestoDlg::OnInfo() {
-    if (drawArea_->BandActive != 0) {
-        app_.ShowKaku(session_.Svc().Op, kaku::kBandSelectionActive, kaku::kNone);
+    if (RefusedForBand())
         return;
-    }
     app_.PartsAllState = app_.PartsAllState == 1 ? 2 : 1;
+    if (app_.PartsAllState == 1) {
+        RepaintPanels();
+        DrawHitDisplay();
+    }
 }
 
 void CKestoDlg::ForgetJob() {
@@ -136,9 +160,9 @@ void CKestoDlg::ForgetJob() {
 }
 
 void CKestoDlg::ShowReloadedJob() {
-    drawArea_->Picked = nullptr;
+    drawArea_->Drawing().Picked = nullptr;
     drawArea_->Refresh();
-    drawArea_->LastPicked = nullptr;
+    drawArea_->Drawing().LastPicked = nullptr;
     EndIfJobEnded();
 }
 

@@ -3,13 +3,13 @@
 #include <QComboBox>
 #include <QLabel>
 
+#include "render/TextCodec.h"
 #include "support/MessageFile.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
 #include "ui/main/CKestoDlg.h"
 #include "ui/main/MainLayout.h"
-#include "ui/main/TextCodec.h"
 
 namespace kesto {
 
@@ -73,12 +73,12 @@ void CKestoDlg::LayoutPass() {
     }
     const size_t slot = app_.IsDirect != 0 ? 1 : 0;
     SetCaption(Control(kNestToggle), app_.NestCaptionFonts[slot], app_.NestCaptionTexts[slot]);
-    app_.AreaRect = layout.AreaRect;
-    app_.InfoRect = layout.InfoRect;
-    app_.ViewRect = layout.ViewRect;
-    drawArea_->Place();
-    partsInfo_->Place();
-    partsView_->Place();
+    app_.AreaPlacement = layout.AreaPlacement;
+    app_.InfoPlacement = layout.InfoPlacement;
+    app_.ViewPlacement = layout.ViewPlacement;
+    drawArea_->PlaceArea();
+    partsInfo_->PlacePanel();
+    partsView_->PlacePanel();
 }
 
 }  // namespace kesto

@@ -5,9 +5,9 @@
 #include <QSignalBlocker>
 
 #include "app/Codes.h"
+#include "render/TextCodec.h"
 #include "session/ListLines.h"
 #include "ui/main/CKestoDlg.h"
-#include "ui/main/TextCodec.h"
 
 namespace kesto {
 

@@ -39,7 +39,7 @@ void PlaceLeftColumn(const Measures& m, int H, MainLayout& out) {
     c[kRightButton] = {2 + m.lw, toriokiTop + m.th / 2, m.cw - m.lw, m.th / 2};
     const ControlRect view{2, m.sbh + 2 * m.lh + m.th + 6 + m.bh, m.cw, m.ph};
     c[kPartViewPlace] = view;
-    out.ViewRect = {view.X, view.Y, view.X + view.Width, view.Y + view.Height};
+    out.ViewPlacement = {view.X, view.Y, view.X + view.Width, view.Y + view.Height};
     const int allLabelTop = m.sbh + 2 * m.lh + m.th + 8 + m.ph + m.bh;
     c[kAllPartsLabel] = {2, allLabelTop, m.cw, m.lh};
     const int allTop = allLabelTop + m.lh;
@@ -52,7 +52,7 @@ void PlaceSecondColumn(const Measures& m, int W, int H, int comboHeight, MainLay
     c[kScheduleList] = {m.cw + 4, m.lh + 2, m.sw, m.sbh + m.bh};
     const int comboTop = m.lh + 2 + m.sbh + m.bh + 4;
     c[kPalletCombo] = {m.cw + 4, comboTop, m.sw, comboHeight};
-    out.AreaRect = {m.cw + 4, comboTop + comboHeight + 2, W - 2, H - 2};
+    out.AreaPlacement = {m.cw + 4, comboTop + comboHeight + 2, W - 2, H - 2};
 }
 
 void PlaceButtonStrip(const Measures& m, int W, MainLayout& out) {
@@ -81,7 +81,7 @@ void PlaceButtonStrip(const Measures& m, int W, MainLayout& out) {
     c[kCancel] = {X + 8 * bw, Ym, half, 2 * u};
     c[kOk] = {X + 8 * bw + half, Ym, half, 2 * u};
     c[kInfoPlace] = {X + bw + 2, 2, W - 2 - (X + bw + 2), Ym - 6};
-    out.InfoRect = {X + bw + 2, 2, W - 2, Ym - 4};
+    out.InfoPlacement = {X + bw + 2, 2, W - 2, Ym - 4};
 }
 
 }  // namespace

@@ -18,9 +18,9 @@ struct ControlRect {
 
 struct MainLayout {
     std::map<ControlId, ControlRect> Controls;
-    IntRect AreaRect;  // drawing area
-    IntRect InfoRect;  // part-information panel
-    IntRect ViewRect;  // part-view panel
+    IntRect AreaPlacement;  // drawing area
+    IntRect InfoPlacement;  // part-information panel
+    IntRect ViewPlacement;  // part-view panel
 };
 
 // Client width and height and the present height of the pallet combo box. Products are

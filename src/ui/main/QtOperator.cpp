@@ -2,8 +2,8 @@
 
 #include <QMessageBox>
 
+#include "render/TextCodec.h"
 #include "ui/dialogs/CKs_KakuDlg.h"
-#include "ui/main/TextCodec.h"
 
 namespace kesto {
 

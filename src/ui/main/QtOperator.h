@@ -3,9 +3,9 @@
 
 #include <string>
 
+#include "render/FontTable.h"
 #include "support/MessageFile.h"
 #include "support/Platform.h"
-#include "ui/main/FontTable.h"
 
 class QWidget;
 

@@ -1,16 +1,16 @@
-#include "ui/main/FontTable.h"
+#include "render/FontTable.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 
-#include "common/WindowJob.h"
+#include "common/GuiApplication.h"
 
 namespace kesto {
 namespace {
 
 CKestoApp AppWithFonts() {
-    test::EnsureQApplication();
+    test::EnsureGuiApplication();
     CKestoApp app;
     app.FontHeight = {0, 16, -20, 12, 0};
     app.FontCharSet = {0, 0, 128, 0, 0};

@@ -1,11 +1,11 @@
-#include "ui/main/FontTable.h"
+#include "render/FontTable.h"
 
 #include <QStringList>
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 
-#include "ui/main/TextCodec.h"
+#include "render/TextCodec.h"
 
 namespace kesto {
 

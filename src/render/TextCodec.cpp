@@ -1,4 +1,4 @@
-#include "ui/main/TextCodec.h"
+#include "render/TextCodec.h"
 
 #include <QByteArray>
 #include <QStringDecoder>

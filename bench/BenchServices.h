@@ -1,0 +1,27 @@
+// The services of a benchmark: an operator that answers every question with OK and says
+// nothing, and a host whose system folder the benchmark sets and that keeps no user values.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "support/Platform.h"
+
+namespace kesto {
+
+class QuietOperator : public Operator {
+  public:
+    void ShowMessageBox(const std::string&) override {}
+    int AskKaku(int, int) override { return 1; }
+    bool AskOffsetWarning(const std::string&) override { return true; }
+};
+
+class BenchHost : public HostStore {
+  public:
+    SystemFolderResult SystemFolder() override { return {SystemFolderStatus::Ok, Folder}; }
+    std::optional<std::string> ReadUserValue(const std::string&) override { return std::nullopt; }
+    bool WriteUserValue(const std::string&, const std::string&) override { return true; }
+    std::string Folder = ".";
+};
+
+}  // namespace kesto

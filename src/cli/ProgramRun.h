@@ -1,0 +1,23 @@
+// Starts another program and waits for it, without a shell: kesto-batch hands its pictures
+// to the picture program this way.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kesto {
+
+struct ProgramResult {
+    int ExitCode = -1;  // the program's exit status; -1 when it did not run to its end
+    std::string Error;  // why it did not start or end, empty otherwise
+};
+
+// Runs program (a path, or a name looked up in PATH) with args; its standard error goes to
+// errorFile when one is given.
+ProgramResult RunProgram(const std::string& program, const std::vector<std::string>& args,
+                         const std::string& errorFile);
+
+// The picture program beside the running executable (argv0 when the system cannot tell).
+std::string PictureProgramPath(const std::string& argv0);
+
+}  // namespace kesto

@@ -1,0 +1,57 @@
+// Pictures of a placed job for the shop floor: a page per process with all its pallets,
+// drawn as the window draws them, and a page listing the small boxes, the set-aside parts
+// and the parts left short. Worked out here, without Qt; the picture program paints them.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/CKestoApp.h"
+#include "support/MessageFile.h"
+#include "view/DisplayList.h"
+
+namespace kesto {
+
+struct PictureFont {
+    int32_t Height = 0;  // as in the settings: a font with height 0 is not defined
+    int32_t CharSet = 0;
+    std::string Name;
+};
+
+struct PicturePage {
+    std::string Title;
+    int32_t Width = 0;  // page size in pixels
+    int32_t Height = 0;
+    DisplayList Drawing;
+};
+
+struct PictureDocument {
+    std::array<PictureFont, 5> Fonts;
+    std::vector<PicturePage> Pages;
+};
+
+// The pages of a placed job at width x height pixels: per process, its pallets four at a
+// time (the 4PALLET view, FLAT when the job has one pallet), every stack with its label, the
+// captions of the message file and a title with the process and the job file's name; then,
+// when withListing, the listing page(s). The display state of app is left as it was.
+PictureDocument BuildPlacementPictures(CKestoApp& app, const MessageTable& messages,
+                                       const std::string& jobName, int32_t width, int32_t height,
+                                       bool withListing);
+
+enum class PictureFormat { Pdf, Png };
+
+// By the file's extension (.pdf or .png, any case); nullopt for anything else.
+std::optional<PictureFormat> PictureFormatOf(const std::string& path);
+
+// The files a picture of `pages` pages is written to: the PDF itself, or one PNG image per
+// page ("out.png" gives "out-01.png", "out-02.png", ...).
+std::vector<std::string> PictureFiles(const std::string& output, size_t pages);
+
+void WritePictureDocument(const PictureDocument& document, std::ostream& out);
+std::optional<PictureDocument> ReadPictureDocument(std::istream& in);
+
+}  // namespace kesto

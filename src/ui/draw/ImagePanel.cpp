@@ -1,0 +1,51 @@
+#include "ui/draw/ImagePanel.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <algorithm>
+
+#include "render/QtCanvas.h"
+#include "ui/main/RectConvert.h"
+
+namespace kesto {
+
+ImagePanel::ImagePanel(const FontTable& fonts, QWidget* parent) : QWidget(parent), fonts_(fonts) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    // Commands may draw before the first layout gives the panel its size.
+    image_ = QImage(1, 1, QImage::Format_RGB32);
+    ClearImage();
+}
+
+IntRect ImagePanel::PlaceAt(const IntRect& placement) {
+    setGeometry(ToQRect(placement));
+    show();
+    const int w = std::max(width(), 0);
+    const int h = std::max(height(), 0);
+    // Until the panel draws, it shows the window's background, as an empty child window does.
+    image_ = QImage(std::max(w, 1), std::max(h, 1), QImage::Format_RGB32);
+    ClearImage();
+    update();
+    return {0, 0, w, h};
+}
+
+void ImagePanel::ClearImage() {
+    image_.fill(palette().color(QPalette::Window));
+}
+
+void ImagePanel::Paint(const std::function<void(Canvas&)>& draw) {
+    {
+        QPainter painter(&image_);
+        QtCanvas canvas(painter, fonts_);
+        draw(canvas);
+    }
+    update();
+}
+
+void ImagePanel::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    if (image_.size() != size())
+        painter.fillRect(event->rect(), palette().color(QPalette::Window));
+    painter.drawImage(0, 0, image_);
+}
+
+}  // namespace kesto

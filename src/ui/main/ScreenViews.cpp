@@ -1,0 +1,131 @@
+#include "ui/main/ScreenViews.h"
+
+#include <QAbstractButton>
+#include <QListWidget>
+#include <algorithm>
+
+#include "ui/dialogs/CKs_PartsInfo.h"
+#include "ui/dialogs/CKs_PartsView.h"
+#include "ui/draw/CKs_DrawArea.h"
+#include "ui/main/CKestoDlg.h"
+#include "view/Colours.h"
+
+namespace kesto {
+
+namespace {
+
+struct NamedView {
+    ScreenView View;
+    const char* Name;
+};
+
+constexpr NamedView kNames[] = {
+    {ScreenView::Flat, "flat"},          {ScreenView::Danmen, "danmen"},
+    {ScreenView::FourPallet, "4pallet"}, {ScreenView::TwoPallet, "2pallet"},
+    {ScreenView::ThreeD, "3d"},          {ScreenView::Info, "info"},
+};
+
+void Click(CKestoDlg& dialog, ControlId id) {
+    if (auto* button = qobject_cast<QAbstractButton*>(dialog.Control(id)))
+        button->click();
+}
+
+// The process whose stacks stand on all four pallets of the sample, with the tallest stacks.
+constexpr int kFullestProcessRow = 2;
+
+void SelectProcess(CKestoDlg& dialog, int row) {
+    auto* schedule = qobject_cast<QListWidget*>(dialog.Control(kScheduleList));
+    if (schedule != nullptr && row < schedule->count())
+        schedule->setCurrentRow(row);
+}
+
+// The arrangement toggle until the stacks show their parts' outlines.
+void ShowOutlines(CKestoDlg& dialog) {
+    for (int i = 0; i < 2 && dialog.App().IsDirect != 1; ++i)
+        Click(dialog, kNestToggle);
+}
+
+// A stack worth picking: its part has more than one stack on view, so the other pieces light
+// up too, and no marked sides, so the pick shows in the pick colour.
+HaichiInfo* StackToPick(CKestoDlg& dialog) {
+    PalletDrawing& drawing = dialog.DrawArea()->Drawing();
+    HaichiInfo* first = nullptr;
+    for (HaichiInfo& record : dialog.App().HaichiList) {
+        if (!drawing.ScreenRect(record))
+            continue;
+        if (first == nullptr)
+            first = &record;
+        const PartsInfo& part = *record.Part;
+        const auto stacks = std::count_if(
+            dialog.App().HaichiList.begin(), dialog.App().HaichiList.end(),
+            [&](const HaichiInfo& h) { return h.Part == &part && drawing.ScreenRect(h); });
+        if (stacks > 1 && MarkColour(part, colour::kPicked) == colour::kPicked)
+            return &record;
+    }
+    return first;
+}
+
+// What a click on the stack would do: it becomes the pick, highlighted, and its part is
+// described in the information panel; the part view shows its size.
+void PickStack(CKestoDlg& dialog) {
+    CKs_DrawArea& area = *dialog.DrawArea();
+    PalletDrawing& drawing = area.Drawing();
+    HaichiInfo* record = StackToPick(dialog);
+    if (record == nullptr)
+        return;
+    drawing.Picked = record;
+    drawing.LastPicked = record;
+    drawing.PickHistory = {record};
+    area.DrawParts(drawmode::kHighlight);
+    dialog.PartsInfoPanel()->Refresh();
+    dialog.PartsViewPanel()->ShowSize(record->Part->SizeX, record->Part->SizeY);
+}
+
+}  // namespace
+
+const char* ScreenViewName(ScreenView view) {
+    for (const NamedView& named : kNames) {
+        if (named.View == view)
+            return named.Name;
+    }
+    return "";
+}
+
+std::optional<ScreenView> ScreenViewByName(std::string_view name) {
+    for (const NamedView& named : kNames) {
+        if (name == named.Name)
+            return named.View;
+    }
+    return std::nullopt;
+}
+
+void ShowScreenView(CKestoDlg& dialog, ScreenView view) {
+    switch (view) {
+        case ScreenView::Flat:
+            ShowOutlines(dialog);
+            Click(dialog, kFlatButton);
+            break;
+        case ScreenView::Danmen:
+            SelectProcess(dialog, kFullestProcessRow);
+            Click(dialog, kDanmenButton);
+            break;
+        case ScreenView::FourPallet:
+            SelectProcess(dialog, kFullestProcessRow);
+            Click(dialog, kFourPalletButton);
+            break;
+        case ScreenView::TwoPallet:
+            SelectProcess(dialog, kFullestProcessRow);
+            Click(dialog, kTwoPalletButton);
+            break;
+        case ScreenView::ThreeD:
+            Click(dialog, kFourPalletButton);
+            Click(dialog, k3DToggle);
+            break;
+        case ScreenView::Info:
+            Click(dialog, kFlatButton);
+            PickStack(dialog);
+            break;
+    }
+}
+
+}  // namespace kesto

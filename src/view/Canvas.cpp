@@ -1,0 +1,34 @@
+#include "view/Canvas.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace kesto {
+
+namespace {
+constexpr int32_t kMaxFontPixels = 32767;
+constexpr double kPixelLimit = 268435456.0;  // 2^28
+}  // namespace
+
+int32_t FontPixelHeight(const CKestoApp& app, int32_t slot) {
+    if (!FontDefined(app, slot))
+        return 0;
+    // A negative height asks for the character height; either way it is |h| pixels.
+    const int64_t height = std::llabs(static_cast<int64_t>(app.FontHeight[slot]));
+    return static_cast<int32_t>(std::min<int64_t>(height, kMaxFontPixels));
+}
+
+bool FontDefined(const CKestoApp& app, int32_t slot) {
+    return slot >= 0 && slot < static_cast<int32_t>(app.FontHeight.size()) &&
+           app.FontHeight[slot] != 0;
+}
+
+int32_t TruncToPixel(double value) {
+    if (std::isnan(value))
+        return 0;
+    const double cut = std::clamp(std::trunc(value), -kPixelLimit, kPixelLimit);
+    return static_cast<int32_t>(cut);
+}
+
+}  // namespace kesto

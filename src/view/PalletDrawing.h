@@ -1,0 +1,142 @@
+// The drawing area's picture, worked out without a window: the projection from pallet
+// millimetres to pixels, the four layouts with their frames, captions, separators and
+// cross-section bands, the block cells, grid marks and rack lines, the stacks in every
+// drawing mode, and the hit tests. CKs_DrawArea paints it on its off-screen image, the
+// picture program on a page; tests read it back from a recording canvas.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/CKestoApp.h"
+#include "support/MessageFile.h"
+#include "view/Canvas.h"
+
+namespace kesto {
+
+// The modes of DrawParts.
+namespace drawmode {
+inline constexpr int kAll = 0;          // everything, normal colours
+inline constexpr int kHitTest = 1;      // the point, or the rubber band when one is active
+inline constexpr int kHighlight = 2;    // the selection and the other pieces of its parts
+inline constexpr int kUnhighlight = 3;  // LastPicked's part back in normal colours
+inline constexpr int kAllNormal = 30;   // every record back in normal colours
+inline constexpr int kPartPieces = 4;   // every piece of Picked's part
+}  // namespace drawmode
+
+// Rectangles of a slot that is not shown.
+inline constexpr int32_t kNoSlot = -1000;
+// Band entries and pick history kept at most.
+inline constexpr size_t kBandListCapacity = 999;
+inline constexpr size_t kPickHistoryCapacity = 1000;
+// Records ordered for the cross-section at most.
+inline constexpr size_t kSectionRecordCap = 5000;
+
+// One caption control of the drawing area (1045, 1048, 1046, 1047 for slots 1 to 4).
+struct PalletCaption {
+    IntRect Rect{};         // in the area's client pixels
+    bool Visible = false;   // hidden at the start of every Refresh, shown by the layout
+    int32_t FontSlot = -1;  // -1 until a defined font was set
+    std::string Text;       // "%s-%.2d" of the prefix and the slot's pallet number
+};
+
+struct BandEntry {
+    HaichiInfo* Record = nullptr;
+    IntRect Rect{};
+};
+
+class PalletDrawing {
+  public:
+    PalletDrawing(CKestoApp& app, const MessageTable& messages);
+
+    // --- view state (recomputed by every Refresh) -------------------------------------
+    PalletInfo ViewPallet;  // the current process's pallet, its No -1 when none matched
+    std::array<IntRect, 4> PalletRect{};            // each slot's frame; all -1000 when not shown
+    double Scale = 0;                               // millimetres per pixel
+    double XMin = 0, XMax = 0, YMin = 0, YMax = 0;  // world window in millimetres
+    int32_t OriginDX = 0, OriginDY = 0;             // pixel offset added to transformed points
+    int32_t HalfW = 0, HalfH = 0;                   // quadrant offsets; 0 in FLAT and DANMEN
+    int32_t CaptionHeight = 0;
+    int32_t SectionBase = 0;  // y of the frame's bottom edge; 0 without a section
+    int32_t SectionTop = 0;   // y of the top of the cross-section band; 0 without a section
+    double SectionScale = 0;  // millimetres per pixel on the section's vertical axis
+    std::array<PalletCaption, 4> Captions;  // slots 1..4 (controls 1045, 1048, 1046, 1047)
+
+    // --- selection state (changed by the hit test, read and reset by the commands) ------
+    HaichiInfo* Picked = nullptr;
+    HaichiInfo* LastPicked = nullptr;
+    std::vector<HaichiInfo*> PickHistory;  // at most 1000
+    int32_t BandActive = 0;
+    std::vector<BandEntry> BandList;  // at most 999
+    IntRect BandRect{};
+    IntRect PickRect{};
+
+    // --- operations ---------------------------------------------------------------------
+    // Clears and draws the whole area: background, SetUpView, DrawParts(0). The captions
+    // are hidden first and placed again by the set-up.
+    void Refresh(Canvas& canvas);
+    // The layout of the current process's pallets in the current view, drawn on canvas.
+    void SetUpView(Canvas& canvas);
+    void ComputeScale();
+    // World millimetres to pixels, before the origin and slot offsets are added.
+    IntPoint WorldToScreen(double x, double y) const;
+    // Draws the block cells of every shown slot (when IsBlockDraw), stores each block's
+    // Pix* rectangle, then the grid marks and rack lines.
+    void DrawBlocks(Canvas& canvas);
+    // The screen rectangle of block index as the last set-up laid it out; all -1 when no
+    // cell of a shown slot belongs to it.
+    IntRect LocateBlock(int32_t index) const;
+    // The pallet numbers of slots 1..4, -1 for an empty slot.
+    std::array<int32_t, 4> PalletsInView() const;
+
+    // Draws (or, in mode 1, hit-tests) every placement record on the view.
+    void DrawParts(Canvas& canvas, int mode, int32_t x = 0, int32_t y = 0);
+    // DrawParts mode 1 without drawing anything: the point (x, y), or the records inside
+    // BandRect when BandActive is 1.
+    void HitTest(int32_t x, int32_t y);
+    // The part's outline elements fitted to rect; no colour means each element's own.
+    void DrawOutline(Canvas& canvas, const IntRect& rect, const HaichiInfo& record,
+                     std::optional<Rgb> colour) const;
+    void DrawPartLabel(Canvas& canvas, const IntRect& rect, const HaichiInfo& record,
+                       int32_t fontSlot) const;
+    void DrawOffsetLines(Canvas& canvas);
+
+    // The screen rectangle of a record when it is on the view (its block is of the current
+    // process and on one of the slots' pallets), with the slot's offsets added.
+    std::optional<IntRect> ScreenRect(const HaichiInfo& record) const;
+    // Forgets the rubber band and the picks.
+    void ResetSelection();
+
+  private:
+    // One shown slot: its index 0..3, its pallet number and its quadrant offset.
+    struct Slot {
+        int32_t Index = 0;
+        int32_t PalletNo = 0;
+        IntPoint Offset{};
+    };
+    // Slots 1, 2 or 4 by mode, at most PalletCount, numbered from CurrentPallet with wrap.
+    std::vector<Slot> ShownSlots() const;
+    // The first pallet named by the current process's Name2; null when there is none.
+    const PalletInfo* FindViewPallet();
+    // The stack label font: the first field of "DRAW-STRING".
+    int32_t LabelFontSlot() const;
+    // False until a set-up found a pallet and a usable scale.
+    bool ViewReady() const;
+    // The parts of DrawBlocks after the cells (grid marks only with GridFlag).
+    void DrawGridMarks(Canvas& canvas) const;
+    void DrawRackLines(Canvas& canvas) const;
+    // The side view of the stacks in the cross-section band (DrawParts mode 0).
+    void DrawSection(Canvas& canvas) const;
+
+    CKestoApp& app_;
+    const MessageTable& messages_;
+};
+
+// The fill of a part's rectangle: a part with a '1' among the first four characters of its
+// sensitive sides is drawn in the marked colours.
+Rgb MarkColour(const PartsInfo& part, Rgb colour);
+
+}  // namespace kesto

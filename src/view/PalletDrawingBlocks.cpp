@@ -1,0 +1,208 @@
+#include <algorithm>
+#include <cstdint>
+
+#include "view/Colours.h"
+#include "view/PalletDrawing.h"
+
+namespace kesto {
+
+namespace {
+
+constexpr double kEpsilon = 0.0001;
+
+// The block grid of a pallet as the set-up lays it out.
+struct Grid {
+    double W = 0, L = 0;    // pallet width (x) and length (y)
+    double M0 = 0, M1 = 0;  // margins
+    double Bw = 0, Bl = 0;  // cell width and length
+    double Gx = 0, Gy = 0;  // gaps
+    int32_t Columns = 0, Rows = 0;
+};
+
+Grid GridOf(const PalletInfo& p) {
+    return Grid{p.LengthX,   p.LengthY,  p.MarginX,  p.MarginY, p.CellWidth,
+                p.CellDepth, p.CellGapX, p.CellGapY, p.CellsX,  p.CellsY};
+}
+
+// The right edge of the first column. Counted from the left (corners 0 and 1) the grid still
+// keeps its right margin, so the first column is the leftmost one that fits.
+double ColumnOrigin(const Grid& g, int32_t corner) {
+    double ox = g.M0;
+    if (corner != 0 && corner != 1)
+        return ox;
+    double previous = 0;
+    for (int32_t k = 0; k < g.Columns; ++k) {
+        const double v = g.W - ox - k * g.Bw - k * g.Gx;
+        if (g.Bw + kEpsilon >= v)
+            return previous > 0 ? previous : ox;
+        previous = v;
+    }
+    return g.Columns > 0 ? previous : ox;
+}
+
+// The front edge of the first row. Counted from the back (corners 1 and 2) the grid still
+// starts at the front margin, so the first row is the backmost one that fits.
+double RowOrigin(const Grid& g, int32_t corner) {
+    double oy = g.M1;
+    if (corner != 1 && corner != 2)
+        return oy;
+    double previous = 0;
+    for (int32_t k = 0; k < g.Rows; ++k) {
+        const double v = k * g.Bl + oy + k * g.Gy;
+        if (v > g.L - g.Bl - kEpsilon)
+            return previous > 0 ? g.L - previous : oy;
+        previous = v;
+    }
+    return g.Rows > 0 ? g.L - previous : oy;
+}
+
+// Calls cell(x, y) for every existing cell (right edge x, front edge y), columns outer.
+template <class F>
+void ForEachCell(const Grid& g, int32_t corner, F&& cell) {
+    const double ox = ColumnOrigin(g, corner);
+    const double oy = RowOrigin(g, corner);
+    const bool fromLeft = corner == 0 || corner == 1;
+    const bool fromFront = corner == 0 || corner == 3;
+    for (int32_t i = 0; i < g.Columns; ++i) {
+        const double x = fromLeft ? i * g.Bw + ox + i * g.Gx : g.W - ox - i * g.Bw - i * g.Gx;
+        if (fromLeft ? !(x <= g.W - g.M0 + kEpsilon) : !(x > g.Bw))
+            continue;
+        for (int32_t j = 0; j < g.Rows; ++j) {
+            const double y = fromFront ? j * g.Bl + oy + j * g.Gy : g.L - oy - j * g.Bl - j * g.Gy;
+            if (fromFront ? !(y <= g.L - g.Bl) : !(y > g.M1 - kEpsilon))
+                continue;
+            cell(x, y);
+        }
+    }
+}
+
+bool Contains(const BlockInfo& b, double left, double front, double right, double back) {
+    return b.MinX - kEpsilon < left && b.MinY - kEpsilon < front && b.MaxX + kEpsilon >= right &&
+           b.MaxY + kEpsilon >= back;
+}
+
+int32_t ValidBlocks(const CKestoApp& app) {
+    return std::clamp<int32_t>(app.BlocksCount, 0, static_cast<int32_t>(app.Blocks.size()));
+}
+
+}  // namespace
+
+void PalletDrawing::DrawBlocks(Canvas& canvas) {
+    const Grid g = GridOf(ViewPallet);
+    const int32_t count = ValidBlocks(app_);
+    for (const Slot& slot : ShownSlots()) {
+        ForEachCell(g, app_.StartCorner, [&](double x, double y) {
+            const IntPoint a = WorldToScreen(x - g.Bw, y);
+            const IntPoint b = WorldToScreen(x, y + g.Bl);
+            const int32_t dx = OriginDX + slot.Offset.X;
+            const int32_t dy = OriginDY + slot.Offset.Y;
+            const IntRect r{a.X + dx, b.Y + dy, b.X + dx, a.Y + dy};
+            for (int32_t e = 0; e < count; ++e) {
+                BlockInfo& block = app_.Blocks[static_cast<size_t>(e)];
+                if (block.KouteiNo != app_.CurrentKoutei || block.PalletNo != slot.PalletNo ||
+                    !Contains(block, x - g.Bw, y, x, y + g.Bl))
+                    continue;
+                if (app_.IsBlockDraw != 0) {
+                    const bool marked = (block.CornerMask & 0x0F) != 0;
+                    canvas.FillRectangle(r, marked ? colour::kBlockMarked : colour::kBlockPlain,
+                                         colour::kBlockPlain);
+                }
+                // Stored whether drawn or not: the hit tests need the cells either way.
+                block.PixLeft = r.Left, block.PixTop = r.Top;
+                block.PixRight = r.Right, block.PixBottom = r.Bottom;
+                break;
+            }
+        });
+    }
+    if (static_cast<int64_t>(g.Columns) * g.Rows < 100)
+        DrawGridMarks(canvas);
+    DrawRackLines(canvas);
+}
+
+IntRect PalletDrawing::LocateBlock(int32_t index) const {
+    IntRect found{-1, -1, -1, -1};
+    const int32_t count = ValidBlocks(app_);
+    if (!ViewReady() || index < 0 || index >= count)
+        return found;
+    const Grid g = GridOf(ViewPallet);
+    bool done = false;
+    for (const Slot& slot : ShownSlots()) {
+        ForEachCell(g, app_.StartCorner, [&](double x, double y) {
+            if (done)
+                return;
+            const BlockInfo& block = app_.Blocks[static_cast<size_t>(index)];
+            if (block.KouteiNo != app_.CurrentKoutei || block.PalletNo != slot.PalletNo ||
+                !Contains(block, x - g.Bw, y, x, y + g.Bl))
+                return;
+            const IntPoint a = WorldToScreen(x - g.Bw, y);
+            const IntPoint b = WorldToScreen(x, y + g.Bl);
+            const int32_t dx = OriginDX + slot.Offset.X;
+            const int32_t dy = OriginDY + slot.Offset.Y;
+            found = IntRect{a.X + dx, b.Y + dy, b.X + dx, a.Y + dy};
+            done = true;
+        });
+        if (done)
+            break;
+    }
+    return found;
+}
+
+}  // namespace kesto
+
+namespace kesto {
+
+void PalletDrawing::DrawGridMarks(Canvas& canvas) const {
+    if (app_.GridFlag == 0)
+        return;
+    const Grid g = GridOf(ViewPallet);
+    const Rgb black = colour::kGridMark;
+    for (const Slot& slot : ShownSlots()) {
+        const int32_t dx = OriginDX + slot.Offset.X;
+        const int32_t dy = OriginDY + slot.Offset.Y;
+        // Always laid out from the right and the front, whatever the start corner.
+        for (int32_t i = 0; i < g.Columns; ++i) {
+            const double x = g.W - g.M0 - i * g.Bw - i * g.Gx;
+            if (!(g.Bw < x))
+                continue;
+            for (int32_t j = 0; j < g.Rows; ++j) {
+                const double y = j * g.Bl + g.M1 + j * g.Gy;
+                if (!(g.L - g.Bl >= y))
+                    continue;
+                const IntPoint a = WorldToScreen(x - g.Bw, y);
+                const IntPoint b = WorldToScreen(x, y + g.Bl);
+                const int32_t left = a.X + dx, top = b.Y + dy, right = b.X + dx, bottom = a.Y + dy;
+                canvas.FillRectangle({left, bottom - 3, left + 3, bottom}, black, black);
+                canvas.FillRectangle({left, top, left + 3, top + 3}, black, black);
+                canvas.FillRectangle({right - 3, bottom - 3, right, bottom}, black, black);
+                canvas.FillRectangle({right - 3, top, right, top + 3}, black, black);
+            }
+        }
+    }
+}
+
+void PalletDrawing::DrawRackLines(Canvas& canvas) const {
+    const PalletInfo& p = ViewPallet;
+    if (p.No == -1 || (p.RackXCount == 0 && p.RackYCount == 0))
+        return;
+    const int32_t xCount = std::clamp<int32_t>(p.RackXCount, 0, 5);
+    const int32_t yCount = std::clamp<int32_t>(p.RackYCount, 0, 5);
+    for (const Slot& slot : ShownSlots()) {
+        const IntPoint shift{OriginDX + slot.Offset.X, OriginDY + slot.Offset.Y};
+        auto line = [&](double x1, double y1, double x2, double y2) {
+            const IntPoint a = WorldToScreen(x1, y1);
+            const IntPoint b = WorldToScreen(x2, y2);
+            canvas.DrawLinePrim({a.X + shift.X, a.Y + shift.Y}, {b.X + shift.X, b.Y + shift.Y},
+                                colour::kRackLine, PenStyle::Dotted, 1);
+        };
+        for (int32_t k = 0; k < xCount; ++k) {
+            const double x = p.RackX[static_cast<size_t>(k)];
+            line(x, -p.RackPitch, x, p.LengthY + p.RackPitch);
+        }
+        for (int32_t k = 0; k < yCount; ++k) {
+            const double y = p.RackY[static_cast<size_t>(k)];
+            line(-p.RackPitch, y, p.LengthX + p.RackPitch, y);
+        }
+    }
+}
+
+}  // namespace kesto

@@ -1,0 +1,380 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+
+#include "support/TextFormat.h"
+#include "view/Colours.h"
+#include "view/PalletDrawing.h"
+
+namespace kesto {
+
+namespace {
+
+constexpr Rgb kBlackPen{0, 0, 0};
+// Back edges at or below this are never ordered into the cross-section.
+constexpr double kNoBackEdge = -9999.999;
+
+bool OutlineMode(const CKestoApp& app, const PartsInfo& part) {
+    return part.HasOutline == 1 && app.IsDirect == 1;
+}
+
+IntRect Shifted(const IntRect& r, int32_t d) {
+    return IntRect{r.Left + d, r.Top + d, r.Right + d, r.Bottom + d};
+}
+
+bool Inside(const IntRect& r, int32_t x, int32_t y) {
+    return r.Left <= x && x <= r.Right && r.Top <= y && y <= r.Bottom;
+}
+
+bool WithinBand(const IntRect& r, const IntRect& band) {
+    return r.Left >= band.Left && r.Right <= band.Right && r.Top >= band.Top &&
+           r.Bottom <= band.Bottom;
+}
+
+// Distance from the point to the corner of r nearest to it (right and bottom win ties).
+double CornerDistance(const IntRect& r, int32_t x, int32_t y) {
+    const int64_t px = x, py = y;
+    const int64_t cx = std::llabs(r.Right - px) <= std::llabs(px - r.Left) ? r.Right : r.Left;
+    const int64_t cy = std::llabs(r.Bottom - py) <= std::llabs(py - r.Top) ? r.Bottom : r.Top;
+    const double dx = static_cast<double>(cx - px);
+    const double dy = static_cast<double>(cy - py);
+    return std::sqrt(dx * dx + dy * dy);
+}
+
+// The best hit so far of one hit test.
+struct Candidate {
+    HaichiInfo* Record = nullptr;
+    IntRect Rect{};
+    double Best = 0;
+};
+
+// A rectangle under the point becomes the pick; with nearestWins an earlier candidate whose
+// corner is at least as near keeps it, so the earlier record wins ties.
+void PointHit(HaichiInfo* record, const IntRect& r, int32_t x, int32_t y, bool nearestWins,
+              Candidate& previous, HaichiInfo*& picked, IntRect& pickRect) {
+    picked = record;
+    pickRect = r;
+    const double d = CornerDistance(r, x, y);
+    if (!nearestWins)
+        return;
+    if (previous.Record != nullptr && previous.Best <= d) {
+        picked = previous.Record;
+        pickRect = previous.Rect;
+    } else {
+        previous.Best = d;
+    }
+    previous.Record = picked;
+    previous.Rect = pickRect;
+}
+
+IntRect Union(const IntRect& a, const IntRect& b) {
+    return IntRect{std::min(a.Left, b.Left), std::min(a.Top, b.Top), std::max(a.Right, b.Right),
+                   std::max(a.Bottom, b.Bottom)};
+}
+
+Rgb LayerColour(int32_t k) {
+    if (k < 10)
+        return colour::kPartNormal;
+    return k < 20 ? colour::kLayer10 : colour::kLayer20;
+}
+
+bool BandHas(const std::vector<BandEntry>& band, const HaichiInfo* record) {
+    return std::any_of(band.begin(), band.end(),
+                       [&](const BandEntry& e) { return e.Record == record; });
+}
+
+bool BandHasPart(const std::vector<BandEntry>& band, const PartsInfo* part) {
+    return std::any_of(band.begin(), band.end(), [&](const BandEntry& e) {
+        return e.Record != nullptr && e.Record->Part == part;
+    });
+}
+
+bool SamePart(const HaichiInfo* a, const HaichiInfo& b) {
+    return a != nullptr && a->Part == b.Part;
+}
+
+bool KnownDrawMode(int mode) {
+    return mode == drawmode::kAll || mode == drawmode::kHighlight ||
+           mode == drawmode::kUnhighlight || mode == drawmode::kAllNormal ||
+           mode == drawmode::kPartPieces;
+}
+
+}  // namespace
+
+Rgb MarkColour(const PartsInfo& part, Rgb colour) {
+    const char* sides = part.SensitiveSides.c_str();
+    const size_t n = std::min<size_t>(std::strlen(sides), 4);
+    if (std::find(sides, sides + n, '1') == sides + n)
+        return colour;
+    if (colour == colour::kPartNormal || colour == colour::kLayer20 || colour == colour::kLayer10)
+        return colour::kMarkedNormal;
+    if (colour == colour::kSamePart || colour == colour::kPicked)
+        return colour::kMarkedPicked;
+    return colour;
+}
+
+void PalletDrawing::HitTest(int32_t x, int32_t y) {
+    if (app_.HaichiList.Empty())
+        return;
+    Candidate previous;
+    for (HaichiInfo& h : app_.HaichiList) {
+        const std::optional<IntRect> r = ScreenRect(h);
+        if (!r)
+            continue;
+        if (BandActive == 1) {
+            if (WithinBand(*r, BandRect) && BandList.size() < kBandListCapacity)
+                BandList.push_back(BandEntry{&h, *r});
+            continue;
+        }
+        if (!Inside(*r, x, y))
+            continue;
+        PointHit(&h, *r, x, y, app_.Is3D == 0, previous, Picked, PickRect);
+        if (app_.Is3D != 1)
+            continue;
+        IntRect layer = *r;
+        for (int32_t k = 2; k <= h.Value; ++k) {
+            layer = Shifted(layer, -2);
+            if (Inside(layer, x, y))
+                PointHit(&h, layer, x, y, true, previous, Picked, PickRect);
+        }
+    }
+    if (Picked == nullptr)
+        return;
+    if (PickHistory.empty() || PickHistory.back() != Picked) {
+        if (PickHistory.size() < kPickHistoryCapacity)
+            PickHistory.push_back(Picked);
+    }
+    if (app_.HitByBlock != 1 || app_.IsDirect != 0)
+        return;
+    // Picking by block takes the block's other stacks along.
+    for (HaichiInfo& h : app_.HaichiList) {
+        if (&h == Picked || h.BlockIndex != Picked->BlockIndex)
+            continue;
+        if (PickHistory.size() < kPickHistoryCapacity)
+            PickHistory.push_back(&h);
+        if (const std::optional<IntRect> r = ScreenRect(h))
+            PickRect = Union(PickRect, *r);
+    }
+}
+
+namespace {
+
+void FillPart(Canvas& canvas, const IntRect& r, const PartsInfo& part, Rgb fill,
+              Rgb pen = colour::kPartPen) {
+    canvas.FillRectangle(r, MarkColour(part, fill), pen);
+}
+
+void DrawNormal(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, const HaichiInfo& h,
+                const IntRect& r) {
+    if (OutlineMode(app, *h.Part))
+        d.DrawOutline(canvas, r, h, std::nullopt);
+    else
+        FillPart(canvas, r, *h.Part, colour::kPartNormal);
+}
+
+bool DrawHighlighted(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app,
+                     const HaichiInfo& h, const IntRect& r) {
+    const bool band = d.BandActive != 0;
+    if ((band && BandHas(d.BandList, &h)) || d.Picked == &h) {
+        if (OutlineMode(app, *h.Part))
+            d.DrawOutline(canvas, r, h, colour::kPicked);
+        else
+            FillPart(canvas, r, *h.Part, colour::kPicked);
+        return true;
+    }
+    if ((band && BandHasPart(d.BandList, h.Part)) || SamePart(d.Picked, h)) {
+        if (OutlineMode(app, *h.Part))
+            d.DrawOutline(canvas, r, h, colour::kSamePartLine);
+        else
+            FillPart(canvas, r, *h.Part, colour::kSamePart);
+        return true;
+    }
+    return false;
+}
+
+// The base rectangle of one record in the mode's colours; true when the mode drew it.
+bool DrawBase(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int mode,
+              const HaichiInfo& h, const IntRect& r) {
+    switch (mode) {
+        case drawmode::kAll:
+        case drawmode::kAllNormal:
+            DrawNormal(d, canvas, app, h, r);
+            return true;
+        case drawmode::kHighlight:
+            return DrawHighlighted(d, canvas, app, h, r);
+        case drawmode::kUnhighlight: {
+            // A band selection replaces the single pick while it is in force.
+            const bool back = d.BandActive != 0 ? BandHasPart(d.BandList, h.Part)
+                                                : (&h == d.LastPicked || SamePart(d.LastPicked, h));
+            if (back)
+                DrawNormal(d, canvas, app, h, r);
+            return back;
+        }
+        case drawmode::kPartPieces:
+            if (!SamePart(d.Picked, h))
+                return false;
+            if (OutlineMode(app, *h.Part))
+                d.DrawOutline(canvas, r, h, colour::kPicked);
+            else
+                FillPart(canvas, r, *h.Part, colour::kSamePart);
+            return true;
+        default:
+            return false;
+    }
+}
+
+// The stacked pieces of a 3D stack, two pixels up and left per piece; returns the top layer.
+IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, int mode, const HaichiInfo& h,
+                   const IntRect& r) {
+    const bool fills =
+        mode == drawmode::kAll || mode == drawmode::kHighlight || mode == drawmode::kUnhighlight;
+    const PartsInfo& part = *h.Part;
+    IntRect layer = r;
+    for (int32_t k = 2; k <= h.Value; ++k) {
+        layer = Shifted(layer, -2);
+        if (fills)
+            FillPart(canvas, layer, part, LayerColour(k));
+        if (k != h.Value)
+            continue;
+        if (mode == drawmode::kHighlight) {
+            if (d.Picked == &h)
+                FillPart(canvas, layer, part, colour::kPicked);
+            else if (SamePart(d.Picked, h))
+                FillPart(canvas, layer, part, colour::kSamePart);
+        } else if (mode == drawmode::kPartPieces) {
+            FillPart(canvas, layer, part, colour::kSamePart, kBlackPen);
+        }
+    }
+    return layer;
+}
+
+}  // namespace
+
+void PalletDrawing::DrawParts(Canvas& canvas, int mode, int32_t x, int32_t y) {
+    if (mode == drawmode::kHitTest) {
+        HitTest(x, y);
+        DrawOffsetLines(canvas);
+        return;
+    }
+    if (app_.HaichiList.Empty() || !KnownDrawMode(mode)) {
+        DrawOffsetLines(canvas);
+        return;
+    }
+    const int32_t font = LabelFontSlot();
+    for (const HaichiInfo& h : app_.HaichiList) {
+        const std::optional<IntRect> r = ScreenRect(h);
+        if (!r)
+            continue;
+        // A stack the mode does not recolour stays on the picture as it is: its layers and
+        // label are not painted again, which keeps a highlight change cheap on a full table.
+        if (!DrawBase(*this, canvas, app_, mode, h, *r))
+            continue;
+        const IntRect top = app_.Is3D == 1 ? DrawLayers(*this, canvas, mode, h, *r) : *r;
+        DrawPartLabel(canvas, top, h, font);
+    }
+    const bool section = app_.PalletMode == view::kDanmen || app_.PalletMode == view::kTwoPallet;
+    if (mode == drawmode::kAll && section)
+        DrawSection(canvas);
+    DrawOffsetLines(canvas);
+}
+
+void PalletDrawing::DrawSection(Canvas& canvas) const {
+    // Without a height scale there is no side view to draw into.
+    if (SectionScale == 0 || !std::isfinite(SectionScale))
+        return;
+    const std::array<int32_t, 4> p = PalletsInView();
+    const int32_t valid =
+        std::clamp<int32_t>(app_.BlocksCount, 0, static_cast<int32_t>(app_.Blocks.size()));
+    struct Bar {
+        const HaichiInfo* Record;
+        double Back;
+    };
+    std::vector<Bar> bars;
+    for (const HaichiInfo& h : app_.HaichiList) {
+        if (h.Part == nullptr || h.BlockIndex < 0 || h.BlockIndex >= valid)
+            continue;
+        const BlockInfo& block = app_.Blocks[static_cast<size_t>(h.BlockIndex)];
+        const bool slotPallet =
+            block.PalletNo != -1 && (block.PalletNo == p[0] || block.PalletNo == p[1]);
+        const double back = h.Y + h.Part->SizeY;
+        if (block.KouteiNo == app_.CurrentKoutei && slotPallet && back > kNoBackEdge)
+            bars.push_back(Bar{&h, back});
+    }
+    // Farthest back first, ties in list order, so that nearer stacks cover those behind.
+    std::stable_sort(bars.begin(), bars.end(),
+                     [](const Bar& a, const Bar& b) { return a.Back > b.Back; });
+    if (bars.size() > kSectionRecordCap)
+        bars.resize(kSectionRecordCap);
+    for (const Bar& bar : bars) {
+        const std::optional<IntRect> r = ScreenRect(*bar.Record);
+        if (!r)
+            continue;
+        const PartsInfo& part = *bar.Record->Part;
+        const int32_t height = TruncToPixel(part.PieceHeight * bar.Record->Value / SectionScale);
+        FillPart(canvas, IntRect{r->Left, SectionTop - height, r->Right, SectionTop}, part,
+                 colour::kLayer10);
+    }
+}
+
+void PalletDrawing::DrawPartLabel(Canvas& canvas, const IntRect& rect, const HaichiInfo& record,
+                                  int32_t fontSlot) const {
+    if (!FontDefined(app_, fontSlot) || record.Part == nullptr)
+        return;
+    const int32_t fh = FontPixelHeight(app_, fontSlot);
+    const int32_t w = rect.Right - rect.Left;
+    const int32_t ht = rect.Bottom - rect.Top;
+    const int32_t mid = (rect.Bottom + rect.Top) / 2;
+    const char* name = record.Part->DisplayName.c_str();
+    // A rough width of the name: half the font height per byte.
+    const int64_t nameWidth = static_cast<int64_t>(std::strlen(name)) * fh / 2;
+    const std::string count = FormatText("%d", record.Value);
+    const Rgb text = colour::kLabelText;
+    if (ht > TruncToPixel(fh * 2.5) && w > nameWidth) {
+        canvas.DrawLabel(LabelMode::Centred, FormatText("%s", name), fontSlot, IntPoint{},
+                         IntRect{rect.Left, mid - fh - fh / 4, rect.Right, rect.Bottom}, text);
+        canvas.DrawLabel(LabelMode::Centred, count, fontSlot, IntPoint{},
+                         IntRect{rect.Left, mid + fh / 4, rect.Right, rect.Bottom}, text);
+        return;
+    }
+    int32_t yt = (rect.Top + fh / 4 + rect.Bottom) / 2 - fh / 2;
+    if (yt + fh > rect.Bottom) {
+        const int32_t e = (rect.Bottom - rect.Top - fh) / 2;
+        yt = e < 0 ? rect.Top : rect.Top - e;
+    }
+    canvas.DrawLabel(LabelMode::Centred, count, fontSlot, IntPoint{},
+                     IntRect{rect.Left, yt, rect.Right, rect.Bottom}, text);
+}
+
+void PalletDrawing::DrawOffsetLines(Canvas& canvas) {
+    const PalletInfo* pallet = FindViewPallet();
+    if (pallet == nullptr)
+        return;
+    ViewPallet = *pallet;
+    if (!ViewReady())
+        return;
+    const PalletInfo& p = ViewPallet;
+    const double w = p.LengthX;
+    const double l = p.LengthY;
+    constexpr double kLeast = 0.01;
+    for (const Slot& slot : ShownSlots()) {
+        auto line = [&](double x1, double y1, double x2, double y2) {
+            const IntPoint a = WorldToScreen(x1, y1);
+            const IntPoint b = WorldToScreen(x2, y2);
+            const int32_t dx = OriginDX + slot.Offset.X;
+            const int32_t dy = OriginDY + slot.Offset.Y;
+            canvas.DrawLinePrim({a.X + dx, a.Y + dy}, {b.X + dx, b.Y + dy}, colour::kOffsetLine,
+                                PenStyle::Solid, colour::kOffsetLineWidth);
+        };
+        if (p.OffsetB > kLeast)
+            line(0, p.OffsetB, w, p.OffsetB);
+        if (p.OffsetA > kLeast)
+            line(0, l - p.OffsetA, w, l - p.OffsetA);
+        if (p.LimitRight > kLeast)
+            line(w - p.LimitRight, 0, w - p.LimitRight, l);
+        if (p.LimitLeft > kLeast)
+            line(p.LimitLeft, 0, p.LimitLeft, l);
+    }
+}
+
+}  // namespace kesto

@@ -1,0 +1,55 @@
+// The two part panels of the main window: three lines about the picked stack's part, and the
+// size of a part as a proportional rectangle with its dimensions above it.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "app/CKestoApp.h"
+#include "support/MessageFile.h"
+#include "view/Canvas.h"
+
+namespace kesto {
+
+// The part-information panel: background, then the picked stack's part in three lines.
+class PartsInfoPanel {
+  public:
+    PartsInfoPanel(const CKestoApp& app, const MessageTable& messages);
+    // Draws the panel of client rectangle InfoRect for the picked record (null: background
+    // only).
+    void Refresh(Canvas& canvas, const HaichiInfo* picked) const;
+    // The three lines of a part in process CurrentKoutei (found by number).
+    std::array<std::string, 3> Lines(const PartsInfo& part) const;
+
+  private:
+    const CKestoApp& app_;
+    const MessageTable& messages_;
+};
+
+// The part-view panel: a part's footprint scaled into the panel below a 20-pixel caption.
+class PartsViewPanel {
+  public:
+    PartsViewPanel(const CKestoApp& app, const MessageTable& messages);
+    // Shows a part of width w and length l (millimetres) in client rectangle ViewRect;
+    // a negative w or l only clears the panel.
+    void ShowSize(Canvas& canvas, double w, double l);
+    // Shows the last size again once one was shown; else only clears.
+    void Repaint(Canvas& canvas);
+
+    int32_t Shown = 0;
+    double ShownW = 0;
+    double ShownL = 0;
+    double XMin = 0, XMax = 0, YMin = 0, YMax = 0;
+    double Scale = 0;
+    int32_t ClientWidth = 0;
+
+  private:
+    const CKestoApp& app_;
+    const MessageTable& messages_;
+};
+
+// The caption strip at the top of the part view, in pixels.
+inline constexpr int32_t kViewCaptionHeight = 20;
+
+}  // namespace kesto

@@ -1,0 +1,415 @@
+// The pictures of a placed job: pages per process and four pallets at a time, titles,
+// captions, stacks, the listing page, and the document file that carries them to the
+// picture program. The job is a real one, read and placed by a job session.
+#include "session/PlacementPicture.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <sstream>
+
+#include "common/MiniInstallation.h"
+#include "common/TestServices.h"
+#include "session/JobSession.h"
+#include "session/ListLines.h"
+#include "view/Colours.h"
+
+namespace kesto {
+namespace {
+
+using test::MiniInstallation;
+using test::TempFolder;
+
+constexpr int32_t kWidth = 1684;
+constexpr int32_t kHeight = 1190;
+
+// Two processes on one pallet type, a choice of pallets, a small-box part and a part far too
+// many to place (a piece height of 100 allows five per stack; the plate's group comes first).
+MiniInstallation PictureInstallation(int pallets) {
+    MiniInstallation inst;
+    inst.Settings =
+        "[FontDefine]\n"
+        "FontSet1=-12,0,0,0,Sans\n"
+        "FontSet2=13,0,0,0,Mono\n"
+        "FontSet4=18,0,0,0,Sans\n"
+        "[MainDlg]\n"
+        "TitleName=4,\"Kesto\"\n"
+        "L-PALLET-CAP=4,\"Pallet\"\n"
+        "DRAW-STRING=1,\"Labels\"\n"
+        "L-SMALLBOX=1,\"Small boxes\"\n"
+        "L-TORIOKI=1,\"Set aside\"\n"
+        "B-SBOX1=3,\"Box\"\n"
+        "LIST-SBOX=2,\"Small box\"\n"
+        "[KakuDlg]\n"
+        "Msg008=1,\"Parts left short\"\n"
+        "Msg208=1,\"Delete the old result file?\"\n"
+        "[PalletSelect]\n"
+        "PalletInfo=" +
+        std::to_string(pallets) + ",P\n";
+    inst.Pallets =
+        "P1,PAL-A,0,0,1000,800,500,10,10,300,200,10,10,3,3,5,5,Pallet A\n"
+        "B1\nB2\n";
+    inst.Job =
+        "#BoxInfo\n"
+        "PAL,0,1,0,2000,0,2000\n"
+        "SB1,100,2,0,500,0,500\n"
+        "SB2,101,2,0,500,0,500\n"
+        "#End\n"
+        "#KouteiInfo\n"
+        "1,CUT,PAL-A\n"
+        "2,BEND,PAL-A\n"
+        "#End\n"
+        "#PartsInfo\n"
+        "A001,1,Bracket,BRK-1,250,150,1,8,0,0,4,,,2,G01,0000,,0,,K001,10\n"
+        "A002,2,Plate,PLT-2,280,180,10,3,0,0,0,,,2,G00,0000,,0,,K002,5\n"
+        "A003,1,Clip,CLP-3,40,30,11,20,100,0,0,,,1,G02,0000,,0,,K003,1\n"
+        "A004,2,Block,BLK-4,290,190,1,500,0,0,0,,,2,G01,0000,,0,,K004,100\n"
+        "#End\n";
+    return inst;
+}
+
+// A job read and placed as the window places it at start.
+class PlacedJob {
+  public:
+    explicit PlacedJob(const MiniInstallation& inst) {
+        inst.Write(folder);
+        session = std::make_unique<JobSession>(
+            services.Get(), "kesto " + (folder / "pallet/pallets.txt") + " 0 0 0 0 1");
+        EXPECT_TRUE(session->StartUp());
+        EXPECT_TRUE(session->Init());
+    }
+    CKestoApp& App() { return session->App(); }
+    PictureDocument Build(bool withListing = true, int32_t width = kWidth,
+                          int32_t height = kHeight) {
+        return BuildPlacementPictures(App(), services.Messages, "job.txt", width, height,
+                                      withListing);
+    }
+    const PartsInfo& Part(const std::string& code) {
+        for (const PartsInfo& p : App().PartsList) {
+            if (p.Code == code)
+                return p;
+        }
+        ADD_FAILURE() << "no part " << code;
+        return App().PartsList.Items.front();
+    }
+
+    TempFolder folder;
+    test::TestServices services{folder.Path().string()};
+    std::unique_ptr<JobSession> session;
+};
+
+std::vector<std::string> Labels(const PicturePage& page) {
+    std::vector<std::string> texts;
+    for (const Primitive& p : page.Drawing.Items()) {
+        if (p.Kind == PrimitiveKind::Label)
+            texts.push_back(p.Text);
+    }
+    return texts;
+}
+
+bool HasLabel(const PicturePage& page, const std::string& text) {
+    const std::vector<std::string> texts = Labels(page);
+    return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
+std::vector<IntRect> Frames(const PicturePage& page) {
+    std::vector<IntRect> frames;
+    for (const Primitive& p : page.Drawing.Items()) {
+        if (p.Kind == PrimitiveKind::Rectangle && p.Fill == colour::kPalletFrame)
+            frames.push_back(p.Rect);
+    }
+    return frames;
+}
+
+TEST(PlacementPicture, SixPalletsGiveTwoPagesPerProcessAndAListingPage) {
+    PlacedJob job(PictureInstallation(6));
+    const PictureDocument doc = job.Build();
+    ASSERT_EQ(doc.Pages.size(), 5u);
+    for (const PicturePage& page : doc.Pages) {
+        EXPECT_EQ(page.Width, kWidth);
+        EXPECT_EQ(page.Height, kHeight);
+    }
+    EXPECT_EQ(doc.Pages[0].Title, "01 CUT Pallet A - job.txt (P-01 .. P-04)");
+    EXPECT_EQ(doc.Pages[1].Title, "01 CUT Pallet A - job.txt (P-05 .. P-06)");
+    EXPECT_EQ(doc.Pages[2].Title, "02 BEND Pallet A - job.txt (P-01 .. P-04)");
+    EXPECT_EQ(doc.Pages[3].Title, "02 BEND Pallet A - job.txt (P-05 .. P-06)");
+    EXPECT_EQ(doc.Pages[4].Title, "job.txt");
+    for (const PicturePage& page : doc.Pages)
+        EXPECT_TRUE(HasLabel(page, page.Title)) << page.Title;
+}
+
+TEST(PlacementPicture, EachProcessPageShowsFourPalletsWithTheirCaptions) {
+    PlacedJob job(PictureInstallation(6));
+    const PictureDocument doc = job.Build();
+    ASSERT_GE(doc.Pages.size(), 2u);
+    EXPECT_EQ(Frames(doc.Pages[0]).size(), 4u);
+    for (const char* caption : {"P-01", "P-02", "P-03", "P-04"})
+        EXPECT_TRUE(HasLabel(doc.Pages[0], caption)) << caption;
+    // The second page starts at pallet 5; its last two slots wrap round as the window's do.
+    EXPECT_EQ(Frames(doc.Pages[1]).size(), 4u);
+    EXPECT_TRUE(HasLabel(doc.Pages[1], "P-05"));
+    EXPECT_TRUE(HasLabel(doc.Pages[1], "P-06"));
+}
+
+TEST(PlacementPicture, DrawingLiesBelowTheTitleStrip) {
+    PlacedJob job(PictureInstallation(4));
+    const PictureDocument doc = job.Build(false);
+    ASSERT_EQ(doc.Pages.size(), 2u);
+    const std::vector<Primitive>& items = doc.Pages[0].Drawing.Items();
+    const auto background = std::find_if(items.begin(), items.end(), [](const Primitive& p) {
+        return p.Kind == PrimitiveKind::Rectangle && p.Fill == colour::kAreaBackground;
+    });
+    ASSERT_NE(background, items.end());
+    // The strip is 1/25 of the page (more than twice the 18-pixel title font): 47 pixels,
+    // then the area's own caption strip of 4 % of the rest (45 pixels).
+    EXPECT_EQ(background->Rect.Top, 47 + 45);
+    EXPECT_EQ(background->Rect.Left, 0);
+    EXPECT_EQ(background->Rect.Right, kWidth);
+    for (const IntRect& frame : Frames(doc.Pages[0])) {
+        EXPECT_GT(frame.Top, 47);
+        EXPECT_LE(frame.Bottom, kHeight);
+    }
+}
+
+TEST(PlacementPicture, StacksAreDrawnWithTheirLabelsOnTheirProcessPage) {
+    PlacedJob job(PictureInstallation(4));
+    const PictureDocument doc = job.Build(false);
+    ASSERT_EQ(doc.Pages.size(), 2u);
+    EXPECT_TRUE(HasLabel(doc.Pages[0], "BRK-1"));
+    EXPECT_FALSE(HasLabel(doc.Pages[0], "PLT-2"));
+    EXPECT_TRUE(HasLabel(doc.Pages[1], "PLT-2"));
+    EXPECT_TRUE(HasLabel(doc.Pages[1], "BLK-4"));
+    const auto parts =
+        std::count_if(doc.Pages[0].Drawing.Items().begin(), doc.Pages[0].Drawing.Items().end(),
+                      [](const Primitive& p) { return p.Fill == colour::kPartNormal; });
+    EXPECT_EQ(parts, 2);  // eight brackets, four to a stack
+}
+
+TEST(PlacementPicture, OnePalletIsDrawnFlatOnOnePagePerProcess) {
+    PlacedJob job(PictureInstallation(1));
+    const PictureDocument doc = job.Build(false);
+    ASSERT_EQ(doc.Pages.size(), 2u);
+    EXPECT_EQ(Frames(doc.Pages[0]).size(), 1u);
+    EXPECT_EQ(doc.Pages[0].Title, "01 CUT Pallet A - job.txt");
+    EXPECT_TRUE(HasLabel(doc.Pages[0], "P-01"));
+}
+
+TEST(PlacementPicture, ListingPageHoldsSmallBoxesSetAsideAndShortParts) {
+    PlacedJob job(PictureInstallation(4));
+    const PartsInfo& clip = job.Part("A003");
+    const PartsInfo& block = job.Part("A004");
+    ASSERT_TRUE(LeftShort(block));
+    ASSERT_LT(block.PiecesPlaced, 500);
+    const PictureDocument doc = job.Build();
+    ASSERT_EQ(doc.Pages.size(), 3u);
+    const std::vector<std::string> expected{
+        "job.txt",
+        "Small boxes",
+        "Box1",
+        "01  " + SmallBoxLine(clip),
+        "Set aside",
+        "02  " + ToriokiLine(block),
+        "Parts left short",
+        "02  " + ShortLine(block),
+    };
+    EXPECT_EQ(Labels(doc.Pages[2]), expected);
+    EXPECT_EQ(SmallBoxLine(clip), "003   20 CLP-3");
+    EXPECT_EQ(ShortLine(block).substr(0, 12), "004 A004    ");
+}
+
+TEST(PlacementPicture, ListingWithNothingToListShowsADashPerSection) {
+    MiniInstallation inst = PictureInstallation(4);
+    inst.Job =
+        "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n"
+        "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
+        "#PartsInfo\nA001,1,Bracket,BRK-1,250,150,1,8,0,0,4,,,2,G01,0000,,0,,K001,10\n#End\n";
+    PlacedJob job(inst);
+    const PictureDocument doc = job.Build();
+    ASSERT_EQ(doc.Pages.size(), 2u);
+    EXPECT_EQ(Labels(doc.Pages[1]),
+              (std::vector<std::string>{"job.txt", "Small boxes", "-", "Set aside", "-",
+                                        "Parts left short", "-"}));
+}
+
+TEST(PlacementPicture, LongListingContinuesOnFurtherPages) {
+    MiniInstallation inst = PictureInstallation(4);
+    std::string parts;
+    for (int i = 1; i <= 120; ++i) {
+        parts += "C" + std::to_string(100 + i) + ",1,Clip,CLIP-" + std::to_string(i) +
+                 ",40,30,11,2,100,0,0,,,1,G02,0000,,0,,K" + std::to_string(100 + i) + ",1\n";
+    }
+    inst.Job =
+        "#BoxInfo\nPAL,0,1,0,2000,0,2000\nSB1,100,2,0,500,0,500\n#End\n"
+        "#KouteiInfo\n1,CUT,PAL-A\n#End\n#PartsInfo\n" +
+        parts + "#End\n";
+    PlacedJob job(inst);
+    const PictureDocument doc = job.Build();
+    ASSERT_GE(doc.Pages.size(), 3u);
+    EXPECT_EQ(doc.Pages[1].Title, "job.txt");
+    EXPECT_EQ(doc.Pages[2].Title, "job.txt (2)");
+    size_t lines = 0;
+    for (size_t i = 1; i < doc.Pages.size(); ++i) {
+        for (const Primitive& p : doc.Pages[i].Drawing.Items()) {
+            EXPECT_LE(p.Rect.Top, kHeight);
+            if (p.Text.rfind("01  ", 0) == 0)
+                ++lines;
+        }
+    }
+    EXPECT_EQ(lines, 120u);
+}
+
+TEST(PlacementPicture, DisplayStateIsLeftAsItWas) {
+    PlacedJob job(PictureInstallation(6));
+    CKestoApp& app = job.App();
+    app.PalletMode = 1;
+    app.CurrentKoutei = 2;
+    app.CurrentPallet = 3;
+    app.Is3D = 1;
+    app.AreaRect = IntRect{0, 0, 640, 480};
+    ASSERT_FALSE(app.Blocks.empty());
+    app.Blocks[0].PixLeft = 11;
+    app.Blocks[0].PixTop = 12;
+    app.Blocks[0].PixRight = 13;
+    app.Blocks[0].PixBottom = 14;
+    job.Build();
+    EXPECT_EQ(app.PalletMode, 1);
+    EXPECT_EQ(app.CurrentKoutei, 2);
+    EXPECT_EQ(app.CurrentPallet, 3);
+    EXPECT_EQ(app.Is3D, 1);
+    EXPECT_EQ(app.AreaRect, (IntRect{0, 0, 640, 480}));
+    EXPECT_EQ(app.Blocks[0].PixLeft, 11);
+    EXPECT_EQ(app.Blocks[0].PixTop, 12);
+    EXPECT_EQ(app.Blocks[0].PixRight, 13);
+    EXPECT_EQ(app.Blocks[0].PixBottom, 14);
+}
+
+TEST(PlacementPicture, FontsAreTheSettingsFonts) {
+    PlacedJob job(PictureInstallation(4));
+    const PictureDocument doc = job.Build();
+    EXPECT_EQ(doc.Fonts[0].Height, 0);
+    EXPECT_EQ(doc.Fonts[1].Height, -12);
+    EXPECT_EQ(doc.Fonts[1].Name, "Sans");
+    EXPECT_EQ(doc.Fonts[2].Height, 13);
+    EXPECT_EQ(doc.Fonts[2].Name, "Mono");
+    EXPECT_EQ(doc.Fonts[4].Height, 18);
+}
+
+// --- the document file ------------------------------------------------------------------
+
+std::string Written(const PictureDocument& doc) {
+    std::ostringstream out;
+    WritePictureDocument(doc, out);
+    return out.str();
+}
+
+std::optional<PictureDocument> ReadBack(const std::string& text) {
+    std::istringstream in(text);
+    return ReadPictureDocument(in);
+}
+
+void ExpectSameDocument(const PictureDocument& a, const PictureDocument& b) {
+    for (size_t i = 0; i < a.Fonts.size(); ++i) {
+        EXPECT_EQ(a.Fonts[i].Height, b.Fonts[i].Height);
+        EXPECT_EQ(a.Fonts[i].CharSet, b.Fonts[i].CharSet);
+        EXPECT_EQ(a.Fonts[i].Name, b.Fonts[i].Name);
+    }
+    ASSERT_EQ(a.Pages.size(), b.Pages.size());
+    for (size_t i = 0; i < a.Pages.size(); ++i) {
+        EXPECT_EQ(a.Pages[i].Title, b.Pages[i].Title);
+        EXPECT_EQ(a.Pages[i].Width, b.Pages[i].Width);
+        EXPECT_EQ(a.Pages[i].Height, b.Pages[i].Height);
+        EXPECT_EQ(a.Pages[i].Drawing.Items(), b.Pages[i].Drawing.Items());
+    }
+}
+
+TEST(PictureDocumentFile, PlacedJobReadsBackAsWritten) {
+    PlacedJob job(PictureInstallation(6));
+    const PictureDocument doc = job.Build();
+    const std::optional<PictureDocument> back = ReadBack(Written(doc));
+    ASSERT_TRUE(back.has_value());
+    ExpectSameDocument(doc, *back);
+}
+
+PictureDocument SmallDocument() {
+    PictureDocument doc;
+    doc.Fonts[1] = PictureFont{-12, 128, "Noto Sans CJK JP"};
+    doc.Fonts[3] = PictureFont{14, 0, ""};
+    PicturePage& page = doc.Pages.emplace_back();
+    page.Title = "01 CUT line\nbreak";
+    page.Width = 300;
+    page.Height = 200;
+    page.Drawing.FillRectangle({1, 2, 30, 40}, colour::kAreaBackground, colour::kPalletFrame);
+    page.Drawing.DrawLabel(LabelMode::AtPoint, "text with blanks", 1, {5, 6}, {5, 6, 300, 30},
+                           Rgb{0, 0, 0});
+    doc.Pages.push_back(page);
+    doc.Pages.back().Title = "";
+    return doc;
+}
+
+TEST(PictureDocumentFile, TitlesAndFontNamesKeepTheirBlanksAndLoseLineBreaks) {
+    const PictureDocument doc = SmallDocument();
+    const std::optional<PictureDocument> back = ReadBack(Written(doc));
+    ASSERT_TRUE(back.has_value());
+    EXPECT_EQ(back->Pages[0].Title, "01 CUT line break");
+    EXPECT_EQ(back->Pages[1].Title, "");
+    EXPECT_EQ(back->Fonts[1].Name, "Noto Sans CJK JP");
+    EXPECT_EQ(back->Fonts[1].CharSet, 128);
+    EXPECT_EQ(back->Fonts[3].Name, "");
+    EXPECT_EQ(back->Pages[0].Drawing.Items(), doc.Pages[0].Drawing.Items());
+}
+
+TEST(PictureDocumentFile, EmptyDocumentReadsBack) {
+    const std::optional<PictureDocument> back = ReadBack(Written(PictureDocument{}));
+    ASSERT_TRUE(back.has_value());
+    EXPECT_TRUE(back->Pages.empty());
+}
+
+TEST(PictureDocumentFile, DamagedDocumentsAreRejected) {
+    const std::string good = Written(SmallDocument());
+    ASSERT_TRUE(ReadBack(good).has_value());
+    EXPECT_FALSE(ReadBack("").has_value());
+    EXPECT_FALSE(ReadBack("something else\n").has_value());
+    // Cut short anywhere: before the fonts, in the pages, before the last page's end.
+    EXPECT_FALSE(ReadBack(good.substr(0, good.find("font 2"))).has_value());
+    EXPECT_FALSE(ReadBack(good.substr(0, good.find("page 300"))).has_value());
+    EXPECT_FALSE(ReadBack(good.substr(0, good.rfind("end"))).has_value());
+    // More pages announced than follow, something after the last page.
+    std::string more = good;
+    more.replace(more.find("pages 2"), 7, "pages 3");
+    EXPECT_FALSE(ReadBack(more).has_value());
+    EXPECT_FALSE(ReadBack(good + "page 1 1 x\n").has_value());
+    // A font out of order, a page without size, a size beyond any page.
+    std::string font = good;
+    font.replace(font.find("font 1"), 6, "font 2");
+    EXPECT_FALSE(ReadBack(font).has_value());
+    std::string size = good;
+    size.replace(size.find("page 300 200"), 12, "page 0 200");
+    EXPECT_FALSE(ReadBack(size).has_value());
+    size = good;
+    size.replace(size.find("page 300 200"), 12, "page 300 99999");
+    EXPECT_FALSE(ReadBack(size).has_value());
+    size = good;
+    size.replace(size.find("page 300 200"), 12, "page 300x200");
+    EXPECT_FALSE(ReadBack(size).has_value());
+}
+
+TEST(PictureFormat, IsTakenFromTheExtensionInAnyCase) {
+    EXPECT_EQ(PictureFormatOf("a/b.pdf"), PictureFormat::Pdf);
+    EXPECT_EQ(PictureFormatOf("b.PDF"), PictureFormat::Pdf);
+    EXPECT_EQ(PictureFormatOf("dir.x/b.Png"), PictureFormat::Png);
+    EXPECT_FALSE(PictureFormatOf("b.jpg").has_value());
+    EXPECT_FALSE(PictureFormatOf("pdf").has_value());
+    EXPECT_FALSE(PictureFormatOf("dir.png/").has_value());
+}
+
+TEST(PictureFiles, PdfIsOneFilePngOneImagePerPageNumberedFromOne) {
+    EXPECT_EQ(PictureFiles("out/plan.pdf", 4), (std::vector<std::string>{"out/plan.pdf"}));
+    EXPECT_EQ(PictureFiles("out/plan.png", 3),
+              (std::vector<std::string>{"out/plan-01.png", "out/plan-02.png", "out/plan-03.png"}));
+    EXPECT_EQ(PictureFiles("x.y/plan.PNG", 100).back(), "x.y/plan-100.PNG");
+    EXPECT_TRUE(PictureFiles("plan.png", 0).empty());
+}
+
+}  // namespace
+}  // namespace kesto

@@ -1,0 +1,636 @@
+// The stacks on the pallets: fills in every drawing mode, marked parts, 3D layers, labels,
+// the hit test and the rubber band, the cross-section bars and the offset lines. Expected
+// pixels are worked out by hand from the projection and the drawing rules.
+#include <gtest/gtest.h>
+
+#include "common/RecordingCanvasQueries.h"
+#include "view/Colours.h"
+#include "view/DisplayList.h"
+#include "view/PalletDrawing.h"
+#include "view/ViewJob.h"
+
+namespace kesto {
+namespace {
+
+using test::ViewJob;
+
+void ExpectFill(const Primitive& p, const IntRect& r, Rgb fill, Rgb pen = colour::kPartPen) {
+    EXPECT_EQ(PrimitiveKind::Rectangle, p.Kind);
+    EXPECT_EQ(r, p.Rect) << "{" << p.Rect.Left << "," << p.Rect.Top << "," << p.Rect.Right << ","
+                         << p.Rect.Bottom << "}";
+    EXPECT_EQ(fill, p.Fill) << int(p.Fill.R) << "," << int(p.Fill.G) << "," << int(p.Fill.B);
+    EXPECT_EQ(pen, p.Pen);
+}
+
+void ExpectLabel(const Primitive& p, const std::string& text, const IntRect& r,
+                 int32_t font = test::kLabelFont) {
+    EXPECT_EQ(PrimitiveKind::Label, p.Kind);
+    EXPECT_EQ(LabelMode::Centred, p.Mode);
+    EXPECT_EQ(text, p.Text);
+    EXPECT_EQ(r, p.Rect) << "{" << p.Rect.Left << "," << p.Rect.Top << "," << p.Rect.Right << ","
+                         << p.Rect.Bottom << "}";
+    EXPECT_EQ(colour::kLabelText, p.Pen);
+    EXPECT_EQ(font, p.FontSlot);
+}
+
+// --- MarkColour ---------------------------------------------------------------------------
+
+TEST(MarkColour, ReplacesFillsOfPartsWithAMarkedSide) {
+    PartsInfo plain;
+    plain.SensitiveSides = "0000";
+    PartsInfo marked;
+    marked.SensitiveSides = "0010";
+    EXPECT_EQ(colour::kPartNormal, MarkColour(plain, colour::kPartNormal));
+    EXPECT_EQ(colour::kSamePart, MarkColour(plain, colour::kSamePart));
+    EXPECT_EQ(colour::kMarkedNormal, MarkColour(marked, colour::kPartNormal));
+    EXPECT_EQ(colour::kMarkedPicked, MarkColour(marked, colour::kSamePart));
+    EXPECT_EQ(colour::kMarkedPicked, MarkColour(marked, colour::kPicked));
+    EXPECT_EQ(colour::kMarkedNormal, MarkColour(marked, colour::kLayer20));
+    EXPECT_EQ(colour::kMarkedNormal, MarkColour(marked, colour::kLayer10));
+    EXPECT_EQ((Rgb{1, 2, 3}), MarkColour(marked, Rgb{1, 2, 3}));
+    EXPECT_EQ((Rgb{224, 48, 186}), MarkColour(marked, Rgb{96, 141, 191}));
+}
+
+TEST(MarkColour, OnlyTheFirstFourCharactersCount) {
+    PartsInfo part;
+    for (const char* sides : {"1000", "0100", "0001", "1", "01"}) {
+        part.SensitiveSides = sides;
+        EXPECT_EQ(colour::kMarkedNormal, MarkColour(part, colour::kPartNormal)) << sides;
+    }
+    for (const char* sides : {"", "0000", "00001", "2222"}) {
+        part.SensitiveSides = sides;
+        EXPECT_EQ(colour::kPartNormal, MarkColour(part, colour::kPartNormal)) << sides;
+    }
+}
+
+// --- FLAT job on pallet "BLK" ---------------------------------------------------------------
+//
+// Pallet W 1003.7, L 840 in FLAT at 1000 x 700: Scale 1.35, XMin -40.148, YMax 873.6,
+// OriginDX 99, OriginDY 28 (px = trunc((x + 40.148)/1.35) + 99, py = trunc((873.6 - y)/1.35)
+// + 28).
+//
+// BRACKET 240.3 x 150.7 at X 350.2, Y 30.5: x 109.9 -> trunc(111.15) = 111, 350.2 ->
+// trunc(289.15) = 289; y 30.5 -> trunc(624.52) = 624, 181.2 -> trunc(512.89) = 512:
+// {210, 540, 388, 652}.
+constexpr IntRect kBracket{210, 540, 388, 652};
+// RAIL 200 x 150 at X 420.1, Y 90.3: x 220.1 -> trunc(192.78) = 192, 420.1 -> trunc(340.92)
+// = 340; y 90.3 -> trunc(580.22) = 580, 240.3 -> trunc(469.11) = 469: {291, 497, 439, 608}.
+constexpr IntRect kRail{291, 497, 439, 608};
+// BRACKET at X 900.6, Y 600.4: x 660.3 -> trunc(518.85) = 518, 900.6 -> trunc(696.85) = 696;
+// y 600.4 -> trunc(202.37) = 202, 751.1 -> trunc(90.74) = 90: {617, 118, 795, 230}.
+constexpr IntRect kBracketFar{617, 118, 795, 230};
+// SMALLPART 120.6 x 30.3 at X 700.4, Y 300.8: x 579.8 -> trunc(459.22) = 459, 700.4 ->
+// trunc(548.55) = 548; y 300.8 -> trunc(424.30) = 424, 331.1 -> trunc(401.85) = 401:
+// {558, 429, 647, 452}.
+constexpr IntRect kSmall{558, 429, 647, 452};
+
+class FlatParts : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        pallet = &job.AddPallet("BLK", 1003.7, 840, 900);
+        job.AddKoutei(1, "CUT", "BLK");
+        job.app.PalletCount = 2;
+        block = job.AddBlock(1, 1, 0, 0, 1003.7, 840);
+        otherPallet = job.AddBlock(1, 2, 0, 0, 1003.7, 840);
+        bracket = &job.AddPart("BRACKET", 240.3, 150.7);
+        rail = &job.AddPart("RAIL", 200, 150, "0010");
+        small = &job.AddPart("SMALLPART", 120.6, 30.3);
+    }
+    void LayOut() {
+        DisplayList setUp;
+        drawing.Refresh(setUp);
+    }
+    HaichiInfo& Bracket(int32_t pieces = 7) {
+        return job.AddStack(*bracket, pieces, block, 350.2, 30.5);
+    }
+    HaichiInfo& Rail(int32_t pieces = 4) { return job.AddStack(*rail, pieces, block, 420.1, 90.3); }
+    HaichiInfo& BracketFar() { return job.AddStack(*bracket, 2, block, 900.6, 600.4); }
+    HaichiInfo& Small() { return job.AddStack(*small, 12, block, 700.4, 300.8); }
+
+    ViewJob job;
+    PalletDrawing drawing{job.app, job.messages};
+    DisplayList canvas;
+    PalletInfo* pallet = nullptr;
+    int32_t block = 0;
+    int32_t otherPallet = 0;
+    PartsInfo* bracket = nullptr;
+    PartsInfo* rail = nullptr;
+    PartsInfo* small = nullptr;
+};
+
+TEST_F(FlatParts, ScreenRectsOfTheStacks) {
+    HaichiInfo& a = Bracket();
+    HaichiInfo& b = Rail();
+    HaichiInfo& c = BracketFar();
+    HaichiInfo& d = Small();
+    LayOut();
+    EXPECT_EQ(kBracket, drawing.ScreenRect(a));
+    EXPECT_EQ(kRail, drawing.ScreenRect(b));
+    EXPECT_EQ(kBracketFar, drawing.ScreenRect(c));
+    EXPECT_EQ(kSmall, drawing.ScreenRect(d));
+}
+
+TEST_F(FlatParts, ModeZeroFillsEveryStackAndLabelsIt) {
+    Bracket();
+    Rail();
+    job.AddStack(*bracket, 5, otherPallet, 350.2, 30.5);  // pallet 2: not on the view
+    Small();
+    LayOut();
+    drawing.DrawParts(canvas, drawmode::kAll);
+    const auto& items = canvas.Items();
+    ASSERT_EQ(8u, items.size());
+    // BRACKET: fh 14, w 178 > 7 * 14 / 2 = 49, ht 112 > trunc(35) = 35: two lines;
+    // mid = (652 + 540)/2 = 596; name at 596 - 14 - 3 = 579, count at 596 + 3 = 599.
+    ExpectFill(items[0], kBracket, colour::kPartNormal);
+    ExpectLabel(items[1], "BRACKET", {210, 579, 388, 652});
+    ExpectLabel(items[2], "7", {210, 599, 388, 652});
+    // RAIL's sides "0010": drawn in 224, 48, 186. w 148 > 28, ht 111: two lines;
+    // mid = 1105/2 = 552: 535 and 555.
+    ExpectFill(items[3], kRail, colour::kMarkedNormal);
+    ExpectLabel(items[4], "RAIL", {291, 535, 439, 608});
+    ExpectLabel(items[5], "4", {291, 555, 439, 608});
+    // SMALLPART: ht 23 is too low for two lines: count only at
+    // yt = (429 + 3 + 452)/2 - 7 = 435 (435 + 14 <= 452).
+    ExpectFill(items[6], kSmall, colour::kPartNormal);
+    ExpectLabel(items[7], "12", {558, 435, 647, 452});
+}
+
+TEST_F(FlatParts, AMarkedPartIsDrawnInTheMarkedColour) {
+    Rail();
+    LayOut();
+    drawing.DrawParts(canvas, drawmode::kAll);
+    const std::vector<Primitive> rects = test::Rectangles(canvas);
+    ASSERT_EQ(1u, rects.size());
+    ExpectFill(rects[0], kRail, Rgb{224, 48, 186});
+}
+
+TEST_F(FlatParts, ThreeDStackOfTwentyFivePiecesHasTwentyFourLayers) {
+    Bracket(25);
+    job.app.Is3D = 1;
+    LayOut();
+    drawing.DrawParts(canvas, drawmode::kAll);
+    const auto& items = canvas.Items();
+    ASSERT_EQ(27u, items.size());
+    ExpectFill(items[0], kBracket, colour::kPartNormal);
+    // Layer k sits 2(k - 1) pixels up and left of the base.
+    for (int32_t k = 2; k <= 25; ++k) {
+        const int32_t d = 2 * (k - 1);
+        const Rgb fill = k < 10   ? colour::kPartNormal
+                         : k < 20 ? colour::kLayer10
+                                  : colour::kLayer20;
+        SCOPED_TRACE(k);
+        ExpectFill(items[static_cast<size_t>(k - 1)],
+                   {kBracket.Left - d, kBracket.Top - d, kBracket.Right - d, kBracket.Bottom - d},
+                   fill);
+    }
+    // Spot checks: layer 9 {194, 524, 372, 636}, layer 10 {192, 522, 370, 634},
+    // layer 20 {172, 502, 350, 614}, layer 25 {162, 492, 340, 604}.
+    ExpectFill(items[8], {194, 524, 372, 636}, colour::kPartNormal);
+    ExpectFill(items[9], {192, 522, 370, 634}, colour::kLayer10);
+    ExpectFill(items[19], {172, 502, 350, 614}, colour::kLayer20);
+    ExpectFill(items[24], {162, 492, 340, 604}, colour::kLayer20);
+    // The label on layer 25: mid = (604 + 492)/2 = 548: 531 and 551.
+    ExpectLabel(items[25], "BRACKET", {162, 531, 340, 604});
+    ExpectLabel(items[26], "25", {162, 551, 340, 604});
+}
+
+TEST_F(FlatParts, ThreeDLayersOfAMarkedPartAreMarked) {
+    Rail(12);
+    job.app.Is3D = 1;
+    LayOut();
+    drawing.DrawParts(canvas, drawmode::kAll);
+    const std::vector<Primitive> rects = test::Rectangles(canvas);
+    ASSERT_EQ(12u, rects.size());
+    for (const Primitive& p : rects)
+        EXPECT_EQ(colour::kMarkedNormal, p.Fill);
+    EXPECT_EQ((IntRect{269, 475, 417, 586}), rects[11].Rect);  // 22 pixels up and left
+}
+
+TEST_F(FlatParts, WithoutThreeDOnlyTheBaseIsDrawn) {
+    Bracket(25);
+    LayOut();
+    drawing.DrawParts(canvas, drawmode::kAll);
+    ASSERT_EQ(1u, test::Rectangles(canvas).size());
+    ExpectLabel(test::Labels(canvas)[1], "25", {210, 599, 388, 652});
+}
+
+// --- labels ---------------------------------------------------------------------------------
+
+class PartLabels : public FlatParts {
+  protected:
+    void SetUp() override {
+        FlatParts::SetUp();
+        PartsInfo& ab = job.AddPart("AB", 10, 10);
+        record = &job.AddStack(ab, 5, block, 100, 100);
+    }
+    std::vector<Primitive> Label(const IntRect& r, int32_t font) {
+        DisplayList list;
+        drawing.DrawPartLabel(list, r, *record, font);
+        return list.Items();
+    }
+    HaichiInfo* record = nullptr;
+};
+
+TEST_F(PartLabels, TwoLinesNeedMoreThanTwoAndAHalfFontHeightsAndRoomForTheName) {
+    // fh 20: two lines when ht > 50 and w > 2 * 20 / 2 = 20. mid = 451/2 = 225:
+    // name at 225 - 20 - 5 = 200, count at 225 + 5 = 230.
+    auto items = Label({100, 200, 121, 251}, 3);
+    ASSERT_EQ(2u, items.size());
+    ExpectLabel(items[0], "AB", {100, 200, 121, 251}, 3);
+    ExpectLabel(items[1], "5", {100, 230, 121, 251}, 3);
+    // w = 20 is not wider than the name: count only at (200 + 5 + 251)/2 - 10 = 218.
+    items = Label({100, 200, 120, 251}, 3);
+    ASSERT_EQ(1u, items.size());
+    ExpectLabel(items[0], "5", {100, 218, 120, 251}, 3);
+    // ht = 50 is not more than 50: count only at (200 + 5 + 250)/2 - 10 = 217.
+    items = Label({100, 200, 121, 250}, 3);
+    ASSERT_EQ(1u, items.size());
+    ExpectLabel(items[0], "5", {100, 217, 121, 250}, 3);
+}
+
+TEST_F(PartLabels, TheTwoAndAHalfHeightLimitIsTruncated) {
+    // fh 15: trunc(37.5) = 37. ht 38: two lines, mid 19, name at 19 - 15 - 3 = 1, count at 22.
+    auto items = Label({0, 0, 100, 38}, 4);
+    ASSERT_EQ(2u, items.size());
+    ExpectLabel(items[0], "AB", {0, 1, 100, 38}, 4);
+    ExpectLabel(items[1], "5", {0, 22, 100, 38}, 4);
+    // ht 37: count only at (0 + 3 + 37)/2 - 7 = 13.
+    items = Label({0, 0, 100, 37}, 4);
+    ASSERT_EQ(1u, items.size());
+    ExpectLabel(items[0], "5", {0, 13, 100, 37}, 4);
+}
+
+TEST_F(PartLabels, ACountThatWouldOverflowTheRectangleMovesUp) {
+    // fh 20, ht 22: yt = (200 + 5 + 222)/2 - 10 = 203; 223 > 222, e = (22 - 20)/2 = 1:
+    // yt = 200 - 1 = 199.
+    auto items = Label({100, 200, 160, 222}, 3);
+    ASSERT_EQ(1u, items.size());
+    ExpectLabel(items[0], "5", {100, 199, 160, 222}, 3);
+    // ht 10: yt = 207 - 10 = 197; 217 > 210, e = (10 - 20)/2 = -5 < 0: yt = top = 200.
+    items = Label({100, 200, 160, 210}, 3);
+    ASSERT_EQ(1u, items.size());
+    ExpectLabel(items[0], "5", {100, 200, 160, 210}, 3);
+}
+
+TEST_F(PartLabels, AnUndefinedFontSkipsTheLabel) {
+    EXPECT_TRUE(Label({100, 200, 160, 300}, 0).empty());
+}
+
+// --- hit test and rubber band ---------------------------------------------------------------
+
+TEST_F(FlatParts, TheStackWithTheNearerCornerIsPicked) {
+    HaichiInfo& a = Bracket();
+    HaichiInfo& b = Rail();
+    LayOut();
+    // (300, 550): BRACKET's nearest corner (388, 540): d = sqrt(88^2 + 10^2) = 88.6;
+    // RAIL's (291, 497): d = sqrt(9^2 + 53^2) = 53.8. RAIL wins.
+    drawing.HitTest(300, 550);
+    EXPECT_EQ(&b, drawing.Picked);
+    EXPECT_EQ(kRail, drawing.PickRect);
+    // (380, 600): BRACKET (388, 652): sqrt(8^2 + 52^2) = 52.6; RAIL (439, 608):
+    // sqrt(59^2 + 8^2) = 59.5. BRACKET, the earlier one, stays.
+    drawing.HitTest(380, 600);
+    EXPECT_EQ(&a, drawing.Picked);
+    EXPECT_EQ(kBracket, drawing.PickRect);
+    ASSERT_EQ(2u, drawing.PickHistory.size());
+    EXPECT_EQ(&b, drawing.PickHistory[0]);
+    EXPECT_EQ(&a, drawing.PickHistory[1]);
+}
+
+TEST_F(FlatParts, AtEqualDistanceTheEarlierStackStaysPicked) {
+    HaichiInfo& first = Bracket();
+    Bracket(3);  // the same place, later in the list
+    LayOut();
+    drawing.HitTest(300, 560);
+    EXPECT_EQ(&first, drawing.Picked);
+    EXPECT_EQ(kBracket, drawing.PickRect);
+}
+
+TEST_F(FlatParts, PickingTheSameStackAgainDoesNotGrowTheHistory) {
+    Bracket();
+    HaichiInfo& b = Rail();
+    LayOut();
+    drawing.HitTest(300, 550);
+    drawing.HitTest(300, 551);
+    ASSERT_EQ(1u, drawing.PickHistory.size());
+    EXPECT_EQ(&b, drawing.PickHistory[0]);
+}
+
+TEST_F(FlatParts, AMissLeavesThePickAlone) {
+    Bracket();
+    LayOut();
+    drawing.HitTest(50, 50);
+    EXPECT_EQ(nullptr, drawing.Picked);
+    EXPECT_TRUE(drawing.PickHistory.empty());
+    // The edges belong to the rectangle.
+    drawing.HitTest(388, 652);
+    EXPECT_NE(nullptr, drawing.Picked);
+}
+
+TEST_F(FlatParts, HitTestModeDrawsNothing) {
+    Bracket();
+    Rail();
+    LayOut();
+    drawing.DrawParts(canvas, drawmode::kHitTest, 300, 550);
+    EXPECT_TRUE(canvas.Items().empty());
+    EXPECT_EQ(kRail, drawing.PickRect);
+}
+
+TEST_F(FlatParts, PickingByBlockAddsTheOtherStacksOfTheBlock) {
+    HaichiInfo& a = Bracket();
+    HaichiInfo& b = Rail();
+    job.app.HitByBlock = 1;
+    LayOut();
+    drawing.HitTest(300, 550);
+    EXPECT_EQ(&b, drawing.Picked);
+    ASSERT_EQ(2u, drawing.PickHistory.size());
+    EXPECT_EQ(&b, drawing.PickHistory[0]);
+    EXPECT_EQ(&a, drawing.PickHistory[1]);
+    // Union of {291, 497, 439, 608} and {210, 540, 388, 652}.
+    EXPECT_EQ((IntRect{210, 497, 439, 652}), drawing.PickRect);
+}
+
+TEST_F(FlatParts, TheRubberBandCollectsTheStacksInsideIt) {
+    HaichiInfo& a = Bracket();
+    Rail();
+    LayOut();
+    drawing.BandActive = 1;
+    drawing.BandRect = IntRect{200, 530, 400, 660};
+    drawing.HitTest(0, 0);
+    // BRACKET {210, 540, 388, 652} lies inside; RAIL's top 497 is above the band.
+    ASSERT_EQ(1u, drawing.BandList.size());
+    EXPECT_EQ(&a, drawing.BandList[0].Record);
+    EXPECT_EQ(kBracket, drawing.BandList[0].Rect);
+    EXPECT_EQ(nullptr, drawing.Picked);
+}
+
+TEST_F(FlatParts, ARectangleOnTheBandsEdgesIsInside) {
+    Bracket();
+    LayOut();
+    drawing.BandActive = 1;
+    drawing.BandRect = kBracket;
+    drawing.HitTest(0, 0);
+    EXPECT_EQ(1u, drawing.BandList.size());
+}
+
+// --- highlight modes --------------------------------------------------------------------------
+
+class Highlights : public FlatParts {
+  protected:
+    void SetUp() override {
+        FlatParts::SetUp();
+        a = &Bracket();
+        b = &Rail();
+        c = &BracketFar();
+        LayOut();
+    }
+    std::vector<Primitive> Draw(int mode) {
+        canvas.Clear();
+        drawing.DrawParts(canvas, mode);
+        return test::Rectangles(canvas);
+    }
+    HaichiInfo* a = nullptr;  // BRACKET
+    HaichiInfo* b = nullptr;  // RAIL, marked
+    HaichiInfo* c = nullptr;  // BRACKET, far
+};
+
+TEST_F(Highlights, HighlightDrawsThePickedStackAndTheOtherPiecesOfItsPart) {
+    drawing.Picked = a;
+    auto rects = Draw(drawmode::kHighlight);
+    ASSERT_EQ(2u, rects.size());
+    ExpectFill(rects[0], kBracket, colour::kPicked);
+    ExpectFill(rects[1], kBracketFar, colour::kSamePart);
+    drawing.Picked = b;
+    rects = Draw(drawmode::kHighlight);
+    ASSERT_EQ(1u, rects.size());
+    ExpectFill(rects[0], kRail, colour::kMarkedPicked);
+}
+
+TEST_F(Highlights, InThreeDOnlyTheRecolouredStacksGetTheirLayersAndLabelsAgain) {
+    job.app.Is3D = 1;
+    drawing.Picked = a;
+    canvas.Clear();
+    drawing.DrawParts(canvas, drawmode::kHighlight);
+    // BRACKET (7 pieces): base, layers 2..7 and the top highlight; BRACKET far (2 pieces):
+    // base, layer 2 and its top highlight: 1 + 6 + 1 + 1 + 1 + 1 = 11. RAIL keeps what the
+    // full drawing left on the picture.
+    const auto rects = test::Rectangles(canvas);
+    ASSERT_EQ(11u, rects.size());
+    for (const Primitive& r : rects)
+        EXPECT_FALSE(r.Rect == kRail);
+    // The top layer of BRACKET sits 2 x 6 pixels up and left of its base.
+    EXPECT_EQ((IntRect{198, 528, 376, 640}), rects[7].Rect);
+    EXPECT_EQ(colour::kPicked, rects[7].Fill);
+    // Labels only on the two top layers: BRACKET's from x 198, BRACKET far's from 617 - 2.
+    const auto labels = test::Labels(canvas);
+    ASSERT_FALSE(labels.empty());
+    for (const Primitive& label : labels)
+        EXPECT_TRUE(label.Rect.Left == 198 || label.Rect.Left == 615) << label.Rect.Left;
+}
+
+TEST_F(Highlights, HighlightWithTheRubberBand) {
+    drawing.BandActive = 1;
+    drawing.BandList.push_back(BandEntry{a, kBracket});
+    const auto rects = Draw(drawmode::kHighlight);
+    ASSERT_EQ(2u, rects.size());
+    ExpectFill(rects[0], kBracket, colour::kPicked);
+    ExpectFill(rects[1], kBracketFar, colour::kSamePart);
+}
+
+TEST_F(Highlights, UnhighlightDrawsTheLastPickedPartInNormalColours) {
+    drawing.LastPicked = b;
+    auto rects = Draw(drawmode::kUnhighlight);
+    ASSERT_EQ(1u, rects.size());
+    ExpectFill(rects[0], kRail, colour::kMarkedNormal);
+    drawing.LastPicked = a;
+    rects = Draw(drawmode::kUnhighlight);
+    ASSERT_EQ(2u, rects.size());
+    ExpectFill(rects[0], kBracket, colour::kPartNormal);
+    ExpectFill(rects[1], kBracketFar, colour::kPartNormal);
+}
+
+TEST_F(Highlights, UnhighlightWithTheRubberBandRedrawsTheBandsParts) {
+    drawing.BandActive = 1;
+    drawing.BandList.push_back(BandEntry{b, kRail});
+    const auto rects = Draw(drawmode::kUnhighlight);
+    ASSERT_EQ(1u, rects.size());
+    ExpectFill(rects[0], kRail, colour::kMarkedNormal);
+}
+
+TEST_F(Highlights, AllNormalRedrawsEveryStack) {
+    drawing.Picked = a;
+    const auto rects = Draw(drawmode::kAllNormal);
+    ASSERT_EQ(3u, rects.size());
+    ExpectFill(rects[0], kBracket, colour::kPartNormal);
+    ExpectFill(rects[1], kRail, colour::kMarkedNormal);
+    ExpectFill(rects[2], kBracketFar, colour::kPartNormal);
+}
+
+TEST_F(Highlights, PartPiecesDrawsEveryPieceOfThePickedPart) {
+    drawing.Picked = a;
+    auto rects = Draw(drawmode::kPartPieces);
+    ASSERT_EQ(2u, rects.size());
+    ExpectFill(rects[0], kBracket, colour::kSamePart);
+    ExpectFill(rects[1], kBracketFar, colour::kSamePart);
+    drawing.Picked = b;
+    rects = Draw(drawmode::kPartPieces);
+    ASSERT_EQ(1u, rects.size());
+    ExpectFill(rects[0], kRail, colour::kMarkedPicked);
+}
+
+// --- offset lines ---------------------------------------------------------------------------
+
+TEST_F(FlatParts, OffsetLinesAreDrawnInRedInTheirOrder) {
+    pallet->OffsetA = 60.3;
+    pallet->OffsetB = 45.7;
+    pallet->LimitLeft = 80.9;
+    pallet->LimitRight = 95.2;
+    LayOut();
+    drawing.DrawParts(canvas, drawmode::kAll);
+    const auto& items = canvas.Items();
+    ASSERT_EQ(4u, items.size());
+    auto expectLine = [](const Primitive& p, IntPoint from, IntPoint to) {
+        EXPECT_EQ(PrimitiveKind::Line, p.Kind);
+        EXPECT_EQ(from, p.A) << p.A.X << "," << p.A.Y;
+        EXPECT_EQ(to, p.B) << p.B.X << "," << p.B.Y;
+        EXPECT_EQ(colour::kOffsetLine, p.Pen);
+        EXPECT_EQ(PenStyle::Solid, p.Style);
+        EXPECT_EQ(2, p.Width);
+    };
+    // x 0 -> 128, 1003.7 -> 872; y 0 -> 675, 840 -> 52.
+    // OffsetB: y 45.7 -> trunc(613.26) + 28 = 641.
+    expectLine(items[0], {128, 641}, {872, 641});
+    // OffsetA: y 840 - 60.3 = 779.7 -> trunc(69.56) + 28 = 97.
+    expectLine(items[1], {128, 97}, {872, 97});
+    // Work2: x 1003.7 - 95.2 = 908.5 -> trunc(702.70) + 99 = 801.
+    expectLine(items[2], {801, 675}, {801, 52});
+    // Work1: x 80.9 -> trunc(89.67) + 99 = 188.
+    expectLine(items[3], {188, 675}, {188, 52});
+}
+
+TEST_F(FlatParts, OffsetsOfAHundredthOfAMillimetreOrLessAreNotDrawn) {
+    pallet->OffsetA = 0.01;
+    pallet->OffsetB = 45.7;
+    LayOut();
+    Bracket();
+    drawing.DrawParts(canvas, drawmode::kAll);
+    const std::vector<Primitive> lines = test::Lines(canvas);
+    ASSERT_EQ(1u, lines.size());
+    EXPECT_EQ((IntPoint{128, 641}), lines[0].A);
+    // The offset lines come after the stacks.
+    EXPECT_EQ(PrimitiveKind::Line, canvas.Items().back().Kind);
+}
+
+// --- cross-section --------------------------------------------------------------------------
+
+TEST(CrossSection, BarsAreDrawnFromTheBackToTheFront) {
+    ViewJob job;
+    job.AddPallet("P1250", 1250, 815, 1234.5);
+    job.AddKoutei(1, "CUT", "P1250");
+    job.app.AreaRect = IntRect{0, 0, 1000, 701};
+    job.app.PalletMode = 1;
+    const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
+    PartsInfo& front = job.AddPart("FRONT", 300.1, 100.4);
+    front.PieceHeight = 12.7;
+    PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
+    back.PieceHeight = 3.2;
+    PartsInfo& mid = job.AddPart("MID", 150.6, 120.5, "1000");
+    mid.PieceHeight = 5.5;
+    job.AddStack(front, 9, block, 400.3, 50.2);   // back edge 150.6
+    job.AddStack(back, 40, block, 900.7, 500.9);  // back edge 701.2
+    job.AddStack(mid, 31, block, 1100.1, 300.4);  // back edge 420.9
+    PalletDrawing drawing(job.app, job.messages);
+    DisplayList canvas;
+    drawing.Refresh(canvas);
+    // DANMEN at 1000 x 701: Scale 1760.4/673, XMin -50, OriginDX 242; SectionTop 665,
+    // SectionScale 1234.5/251.
+    EXPECT_EQ(665, drawing.SectionTop);
+    EXPECT_DOUBLE_EQ(1234.5 / 251, drawing.SectionScale);
+    const std::vector<Primitive> rects = test::Rectangles(canvas);
+    // Background, frame, band, three plan fills, three bars.
+    ASSERT_EQ(9u, rects.size());
+    // BACK: x 650.5 -> trunc(267.80) = 267, 900.7 -> trunc(363.45) = 363, + 242;
+    // height trunc(3.2 * 40 / (1234.5/251)) = trunc(26.03) = 26.
+    ExpectFill(rects[6], {509, 639, 605, 665}, colour::kLayer10);
+    // MID (marked): x 949.5 -> trunc(382.11) = 382, 1100.1 -> trunc(439.68) = 439;
+    // height trunc(5.5 * 31 * 251 / 1234.5) = trunc(34.67) = 34.
+    ExpectFill(rects[7], {624, 631, 681, 665}, colour::kMarkedNormal);
+    // FRONT: x 100.2 -> trunc(57.42) = 57, 400.3 -> trunc(172.15) = 172;
+    // height trunc(12.7 * 9 * 251 / 1234.5) = trunc(23.24) = 23.
+    ExpectFill(rects[8], {299, 642, 414, 665}, colour::kLayer10);
+}
+
+TEST(CrossSection, OnlyModeZeroDrawsTheBars) {
+    ViewJob job;
+    job.AddPallet("P1250", 1250, 815, 1234.5);
+    job.AddKoutei(1, "CUT", "P1250");
+    job.app.AreaRect = IntRect{0, 0, 1000, 701};
+    job.app.PalletMode = 1;
+    const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
+    PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
+    back.PieceHeight = 3.2;
+    job.AddStack(back, 40, block, 900.7, 500.9);
+    PalletDrawing drawing(job.app, job.messages);
+    DisplayList setUp;
+    drawing.Refresh(setUp);
+    DisplayList canvas;
+    drawing.DrawParts(canvas, drawmode::kAllNormal);
+    const std::vector<Primitive> rects = test::Rectangles(canvas);
+    ASSERT_EQ(1u, rects.size());
+    EXPECT_EQ(colour::kPartNormal, rects[0].Fill);
+}
+
+TEST(CrossSection, TwoPalletBarsOfTheSecondSlotAreShiftedAndTiesKeepListOrder) {
+    ViewJob job;
+    job.AddPallet("P1250", 1250, 815, 1234.5);
+    job.AddKoutei(1, "CUT", "P1250");
+    job.app.AreaRect = IntRect{0, 0, 1001, 701};
+    job.app.PalletMode = 3;
+    job.app.PalletCount = 2;
+    PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
+    back.PieceHeight = 3.2;
+    job.AddStack(back, 40, job.AddBlock(1, 2, 0, 0, 1250, 815), 900.9, 500.9);
+    job.AddStack(back, 40, job.AddBlock(1, 1, 0, 0, 1250, 815), 900.9, 500.9);
+    PalletDrawing drawing(job.app, job.messages);
+    DisplayList canvas;
+    drawing.Refresh(canvas);
+    // 2PALLET at 1001 x 701: Scale 2700/1001, XMin -100, OriginDX -19, HalfW 500,
+    // SectionTop 665, SectionScale 1234.5/260.
+    // x 650.7 -> trunc(750.7 * 1001/2700) = trunc(278.31) = 278, 900.9 -> trunc(371.07) = 371;
+    // height trunc(3.2 * 40 * 260/1234.5) = trunc(26.96) = 26.
+    const std::vector<Primitive> rects = test::Rectangles(canvas);
+    ASSERT_GE(rects.size(), 2u);
+    // Equal back edges: the earlier record (on pallet 2) first, then pallet 1.
+    ExpectFill(rects[rects.size() - 2], {759, 639, 852, 665}, colour::kLayer10);
+    ExpectFill(rects[rects.size() - 1], {259, 639, 352, 665}, colour::kLayer10);
+}
+
+// --- 4PALLET --------------------------------------------------------------------------------
+
+TEST(FourPalletParts, ThePalletOfASlotNumberBeyondTheCountIsNotDrawn) {
+    ViewJob job;
+    job.AddPallet("P1250", 1250, 815, 1000);
+    job.AddKoutei(1, "CUT", "P1250");
+    job.app.AreaRect = IntRect{0, 0, 1000, 701};
+    job.app.PalletMode = 2;
+    job.app.PalletCount = 4;
+    job.app.CurrentPallet = 2;
+    PartsInfo& shelf = job.AddPart("SHELF", 287.4, 158.6);
+    for (int32_t p = 1; p <= 4; ++p)
+        job.AddStack(shelf, 3, job.AddBlock(1, p, 0, 0, 1250, 815), 612.5, 203.3);
+    PalletDrawing drawing(job.app, job.messages);
+    DisplayList setUp;
+    drawing.Refresh(setUp);
+    DisplayList canvas;
+    drawing.DrawParts(canvas, drawmode::kAll);
+    // Slots show 2, 3, 4 and "5": pallet 1 is nowhere. Rectangles as in the 4PALLET layout:
+    // slot 1 {140, 205, 246, 263}, slot 2 + HalfW, slot 3 + HalfH.
+    const std::vector<Primitive> rects = test::Rectangles(canvas);
+    ASSERT_EQ(3u, rects.size());
+    ExpectFill(rects[0], {140, 205, 246, 263}, colour::kPartNormal);
+    ExpectFill(rects[1], {640, 205, 746, 263}, colour::kPartNormal);
+    ExpectFill(rects[2], {140, 555, 246, 613}, colour::kPartNormal);
+}
+
+}  // namespace
+}  // namespace kesto

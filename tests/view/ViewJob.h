@@ -1,0 +1,119 @@
+// A job built in code for the drawing tests: a message file with the drawing's font keys,
+// fonts of known pixel heights, and helpers that append pallets, processes, parts, blocks and
+// stacks to the application's lists.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "app/CKestoApp.h"
+#include "common/TestFiles.h"
+#include "common/TestServices.h"
+#include "support/MessageFile.h"
+
+namespace kesto::test {
+
+// Font slots of the message file below and their pixel heights.
+inline constexpr int32_t kViewFont = 1;     // VIEW-STRING, 12 pixels
+inline constexpr int32_t kLabelFont = 2;    // DRAW-STRING, 14 pixels
+inline constexpr int32_t kInfoFont = 3;     // INFO-STRING, 20 pixels
+inline constexpr int32_t kCaptionFont = 4;  // L-PALLET-CAP, 15 pixels
+
+inline const char* const kViewMessages =
+    "[MainDlg]\n"
+    "L-PALLET-CAP=4,\"Pallet\"\n"
+    "DRAW-STRING=2,\"x\"\n"
+    "INFO-STRING=3,\"\"\n"
+    "INFO1-STRING=3,pcs\n"
+    "INFO2-STRING=3,\"Per stack\"\n"
+    "VIEW-STRING=1,\"\"\n";
+
+class ViewJob {
+  public:
+    explicit ViewJob(const std::string& messageText = kViewMessages) {
+        const std::string path = folder / "Kesto.ini";
+        WriteFile(path, messageText);
+        EXPECT_EQ(0, messages.Load(path, op));
+        app.FontHeight = {0, 12, 14, 20, 15};
+        app.AreaRect = IntRect{0, 0, 1000, 700};
+        app.PalletCount = 1;
+        app.CurrentPallet = 1;
+        app.CurrentKoutei = 1;
+        app.PalletPrefix = "PL";
+        app.IsDirect = 0;
+        app.IsBlockDraw = 0;
+        app.HitByBlock = 0;
+    }
+    ViewJob(const ViewJob&) = delete;
+    ViewJob& operator=(const ViewJob&) = delete;
+
+    PalletInfo& AddPallet(const std::string& name, double lengthX, double lengthY,
+                          double maxHeight) {
+        PalletInfo& p = app.PalletList.Append();
+        app.PalletList.Count++;
+        p.No = 7;
+        p.Name = name;
+        p.LengthX = lengthX;
+        p.LengthY = lengthY;
+        p.MaxStackHeight = maxHeight;
+        return p;
+    }
+
+    KouteiInfo& AddKoutei(int32_t no, const std::string& name1, const std::string& palletName) {
+        KouteiInfo& k = app.KouteiList.Append();
+        app.KouteiList.Count++;
+        k.No = no;
+        k.Name1 = name1;
+        k.Name2 = palletName;
+        return k;
+    }
+
+    PartsInfo& AddPart(const std::string& displayName, double sizeX, double sizeY,
+                       const std::string& sensitiveSides = "0000") {
+        PartsInfo& part = app.PartsList.Append();
+        app.PartsList.Count++;
+        part.Seq = app.PartsList.Count;
+        part.KouteiNo = 1;
+        part.DisplayName = displayName;
+        part.SizeX = sizeX;
+        part.SizeY = sizeY;
+        part.SensitiveSides = sensitiveSides;
+        return part;
+    }
+
+    // Appends a block entry and returns its index.
+    int32_t AddBlock(int32_t kouteiNo, int32_t palletNo, double minX, double minY, double maxX,
+                     double maxY, uint8_t cornerMask = 0) {
+        BlockInfo b;
+        b.KouteiNo = kouteiNo;
+        b.PalletNo = palletNo;
+        b.MinX = minX;
+        b.MinY = minY;
+        b.MaxX = maxX;
+        b.MaxY = maxY;
+        b.CornerMask = cornerMask;
+        app.Blocks.push_back(b);
+        app.BlocksCount = static_cast<int32_t>(app.Blocks.size());
+        app.BlocksCapacity = app.BlocksCount;
+        return app.BlocksCount - 1;
+    }
+
+    HaichiInfo& AddStack(PartsInfo& part, int32_t pieces, int32_t blockIndex, double x, double y) {
+        HaichiInfo& h = app.HaichiList.Append();
+        app.HaichiList.Count++;
+        h.Part = &part;
+        h.Value = pieces;
+        h.BlockIndex = blockIndex;
+        h.X = x;
+        h.Y = y;
+        return h;
+    }
+
+    TempFolder folder;
+    RecordingOperator op;
+    MessageTable messages;
+    CKestoApp app;
+};
+
+}  // namespace kesto::test
