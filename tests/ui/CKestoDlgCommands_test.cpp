@@ -529,6 +529,20 @@ TEST(CKestoDlgCommands, ProcessSelectionClearsThePartViewAndDrawsThatProcess) {
     EXPECT_FALSE(first.has_value());
 }
 
+TEST(CKestoDlgCommands, ProcessSelectionRepaintsTheInformationPanelForThatProcess) {
+    ShownJob s;
+    ASSERT_TRUE(s.shown);
+    s.Drawing().Picked = &s.FirstStack();
+    s.D().PartsInfoPanel()->Refresh();
+    const QImage before = s.D().PartsInfoPanel()->Image().copy();
+    EXPECT_GT(s.Count(before, colour::kPanelText), 30);
+    // Line 1 names the process in view: "Cut" becomes "Bend".
+    List(s.D(), "LIST-SCH")->setCurrentRow(1);
+    const QImage& after = s.D().PartsInfoPanel()->Image();
+    EXPECT_GT(s.Count(after, colour::kPanelText), 30);
+    EXPECT_NE(after, before);
+}
+
 TEST(CKestoDlgCommands, SetAsideSelectionDrawsThePartInThePartView) {
     ShownJob s;
     ASSERT_TRUE(s.shown);

@@ -53,6 +53,8 @@ void CKestoDlg::OnSelectKoutei() {
     FillTorioki(app_.CurrentKoutei);
     partsView_->ShowSize(kNoPartSize, kNoPartSize);
     drawArea_->Refresh();
+    // The information panel names the process in view, as every repaint of the window shows.
+    partsInfo_->Refresh();
 }
 
 void CKestoDlg::OnSelectSmallBox(int k) {
