@@ -20,6 +20,7 @@
 #include "placement/CKs_Haichi.h"
 #include "render/FontTable.h"
 #include "render/QtCanvas.h"
+#include "session/DrawingEdit.h"
 #include "session/JobCheck.h"
 #include "view/DisplayList.h"
 #include "view/PalletDrawing.h"
@@ -168,6 +169,138 @@ void BM_HighlightChange(benchmark::State& state) {
     state.counters["stacks_on_view"] = static_cast<double>(shown.size());
 }
 
+// The window around the drawing for the editing benchmarks: the drag image is kept as the
+// widget keeps it; Refresh repaints the whole picture when the benchmark asks for it.
+class BenchAreaView : public DrawAreaView {
+  public:
+    BenchAreaView(PalletDrawing& drawing, QImage& picture, const FontTable& fonts, bool repaint)
+        : drawing_(drawing), picture_(picture), fonts_(fonts), repaint_(repaint) {}
+    void Refresh() override {
+        if (!repaint_)
+            return;
+        QPainter painter(&picture_);
+        QtCanvas canvas(painter, fonts_);
+        drawing_.Refresh(canvas);
+    }
+    void ShowDragImage(const std::vector<IntRect>& rects) override { Image = rects; }
+    void HideDragImage() override { Image.clear(); }
+    void SyncPartList(const std::vector<int32_t>&) override {}
+    void SelectPartsAllLine(int32_t) override {}
+    void RefreshInfoPanel() override {}
+
+    std::vector<IntRect> Image;
+
+  private:
+    PalletDrawing& drawing_;
+    QImage& picture_;
+    const FontTable& fonts_;
+    bool repaint_;
+};
+
+// The stacks on view, the largest first: something to grab.
+std::vector<HaichiInfo*> ShownStacks(PalletDrawing& drawing) {
+    std::vector<HaichiInfo*> shown;
+    for (HaichiInfo& h : Job().App.HaichiList)
+        if (drawing.ScreenRect(h))
+            shown.push_back(&h);
+    return shown;
+}
+
+IntPoint Middle(const IntRect& r) {
+    return {(r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2};
+}
+
+// One frame of a drag: a move event through the editing to the drag image's rectangles, and
+// the widget's repaint of the picture with the image over it.
+void BM_DragFrame(benchmark::State& state) {
+    PlacedJob& job = Job();
+    job.App.PalletMode = view::kFlat;
+    job.App.AreaRect = {0, 0, kWidth, kHeight};
+    // Flat stacks: the grab point hits the stack it is the middle of.
+    job.App.Is3D = 0;
+    QImage picture(kWidth, kHeight, QImage::Format_RGB32);
+    QImage screen(kWidth, kHeight, QImage::Format_RGB32);
+    PalletDrawing drawing(job.App, job.Messages);
+    BenchAreaView view(drawing, picture, job.Fonts, true);
+    view.Refresh();
+    const std::vector<HaichiInfo*> shown = ShownStacks(drawing);
+    if (shown.empty()) {
+        state.SkipWithError("no stack on view");
+        return;
+    }
+    DrawingEdit edit(job.App, Services{job.Quiet, job.Host, job.Messages}, drawing, view);
+    DisplayList canvas;
+    const IntPoint grab = Middle(*drawing.ScreenRect(*shown.front()));
+    edit.Press(canvas, grab.X, grab.Y, false);
+    edit.Move(canvas, grab.X + 1, grab.Y, true);
+    int32_t step = 0;
+    for (auto _ : state) {
+        step = (step + 7) % 200;
+        edit.Move(canvas, kWidth / 4 + step, kHeight / 2 + step / 2, true);
+        QPainter painter(&screen);
+        painter.drawImage(0, 0, picture);
+        painter.setPen(QPen(QColor(255, 0, 0), 0));
+        for (const IntRect& r : view.Image) {
+            painter.drawLine(r.Left, r.Top, r.Right, r.Top);
+            painter.drawLine(r.Right, r.Top, r.Right, r.Bottom);
+            painter.drawLine(r.Right, r.Bottom, r.Left, r.Bottom);
+            painter.drawLine(r.Left, r.Bottom, r.Left, r.Top);
+        }
+    }
+    state.counters["image_rects"] = static_cast<double>(view.Image.size());
+    edit.Release(canvas, 0, 0);
+    drawing.ResetSelection();
+    job.App.Is3D = 1;
+}
+
+// A band of stacks dropped 12 pixels on and back: the probe pass, the moving pass and the
+// corner rebuild (argument 0), and with the window's full repaint and highlight (argument 1).
+void BM_Drop(benchmark::State& state) {
+    PlacedJob& job = Job();
+    job.App.PalletMode = view::kFlat;
+    job.App.AreaRect = {0, 0, kWidth, kHeight};
+    job.App.IsDirect = 1;
+    job.App.Is3D = 0;
+    QImage picture(kWidth, kHeight, QImage::Format_RGB32);
+    PalletDrawing drawing(job.App, job.Messages);
+    BenchAreaView view(drawing, picture, job.Fonts, state.range(0) == 1);
+    {
+        QPainter painter(&picture);
+        QtCanvas canvas(painter, job.Fonts);
+        drawing.Refresh(canvas);
+    }
+    std::vector<HaichiInfo*> shown = ShownStacks(drawing);
+    if (shown.size() > 12)
+        shown.resize(12);
+    if (shown.empty()) {
+        state.SkipWithError("no stack on view");
+        return;
+    }
+    drawing.BandActive = 1;
+    for (HaichiInfo* h : shown)
+        drawing.BandList.push_back(BandEntry{h, *drawing.ScreenRect(*h)});
+    DrawingEdit edit(job.App, Services{job.Quiet, job.Host, job.Messages}, drawing, view);
+    DisplayList canvas;
+    int32_t dx = 12;
+    for (auto _ : state) {
+        const IntPoint grab = Middle(drawing.BandList.front().Rect);
+        canvas.Clear();
+        edit.Press(canvas, grab.X, grab.Y, false);
+        edit.Move(canvas, grab.X + 1, grab.Y, true);
+        edit.Move(canvas, grab.X + dx, grab.Y, true);
+        edit.Release(canvas, grab.X + dx, grab.Y);
+        if (drawing.BandActive != 1) {
+            state.SkipWithError("the band was lost");
+            break;
+        }
+        dx = -dx;
+    }
+    state.counters["band_stacks"] = static_cast<double>(drawing.BandList.size());
+    drawing.ResetSelection();
+    job.App.IsDirect = 0;
+    job.App.Is3D = 1;
+}
+
 // Views: FLAT, DANMEN, 4PALLET, 2PALLET; second argument: outlines (IsDirect).
 BENCHMARK(BM_Refresh)
     ->ArgsProduct({{view::kFlat, view::kDanmen, view::kFourPallet, view::kTwoPallet}, {0}})
@@ -181,6 +314,8 @@ BENCHMARK(BM_HighlightChange)
     ->Arg(view::kFlat)
     ->Arg(view::kFourPallet)
     ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_DragFrame)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Drop)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace kesto

@@ -21,6 +21,15 @@ struct IntRect {
     int32_t Bottom = 0;
 };
 
+// A control's place in a window: its top-left corner and size, in pixels.
+struct ControlRect {
+    int32_t X = 0;
+    int32_t Y = 0;
+    int32_t Width = 0;
+    int32_t Height = 0;
+    bool operator==(const ControlRect&) const = default;
+};
+
 class CKestoApp {
   public:
     CKestoApp() = default;  // defaults only; nothing is read

@@ -130,6 +130,12 @@ struct PartsInfo {
     double PieceHeight = 0;  // column 21, Value1: height one piece adds to a stack
 };
 
+// A part fits a box when both its sizes lie within the box's ranges, bounds included.
+inline bool PartFitsBox(const PartsInfo& part, const BoxInfo& box) {
+    return box.Size[0] <= part.SizeX && part.SizeX <= box.Size[1] && box.Size[2] <= part.SizeY &&
+           part.SizeY <= box.Size[3];
+}
+
 struct HaichiInfo {
     PartsInfo* Part = nullptr;
     int32_t Value = 0;

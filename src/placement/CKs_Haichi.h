@@ -97,6 +97,10 @@ class CKs_Haichi {
     // Candidate pallets c1..c4 (-1 none) for the current pallet, count and view mode.
     std::array<int, 4> CandidatePallets() const;
 
+    // The Occupant of the blocks a group move marked: the group's temporary part is gone, and
+    // this marker matches no part of any job.
+    static PartsInfo* MovedGroupMarker();
+
     // The bounding rectangle of the blocks of the process placed or stacked last.
     LengthRect Bounds() const { return {BoundMinX, BoundMinY, BoundMaxX, BoundMaxY}; }
     // The process the last operation worked on (null when it had none).

@@ -33,6 +33,12 @@ int CornerDistance(const BlockInfo& b, int corner, int left, int top, int right,
 
 }  // namespace
 
+PartsInfo* CKs_Haichi::MovedGroupMarker() {
+    // Never written and never in PartsList; only its address is used.
+    static PartsInfo marker;
+    return &marker;
+}
+
 int CKs_Haichi::DropTarget(int left, int top, int right, int bottom) const {
     const std::array<int, 4> candidates = CandidatePallets();
     for (size_t s = 0; s < Slots.size(); ++s) {
@@ -192,10 +198,11 @@ int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& st
             result = 1;
         }
     }
-    // Blocks marked for the group are served by the moved stacks once the group is gone.
+    // The group part dies with this call; the blocks it marked keep a marker that no part
+    // matches, so they stay unusable until the next corner rebuild.
     for (BlockInfo& b : app_.Blocks) {
-        if (b.Occupant == &groupPart && !group.empty())
-            b.Occupant = group.front()->Part;
+        if (b.Occupant == &groupPart)
+            b.Occupant = MovedGroupMarker();
     }
     CurPart = nullptr;
     return result;

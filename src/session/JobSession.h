@@ -13,6 +13,23 @@
 
 namespace kesto {
 
+class Canvas;
+class PalletDrawing;
+
+// What a set-aside command (left, right) did: Changed when the lists, the part view and the
+// drawing are to be shown again; ToriokiEmpty whether the set-aside list of the process in
+// view has no line now (OK and the Close item follow it).
+// Where the picked stack stood when MaiChg began.
+struct SheetCountStart {
+    double X = 0;
+    double Y = 0;
+};
+
+struct ToriokiChange {
+    bool Changed = false;
+    bool ToriokiEmpty = false;
+};
+
 // How the operator ends the job; the values are the dialog results.
 enum class JobEnd { Ok = 1, Cancel = 2 };
 
@@ -66,6 +83,24 @@ class JobSession {
     bool Retry();
     // Asks 204/205; on OK reads the job again and places it keeping each part's placed count.
     bool Auto();
+    // left: the stacks picked in the drawing from the pallets to the set-aside area (message
+    // 15 while a rubber band is in force). The pick is drawn back on canvas before its stacks
+    // go; the process's corners are rebuilt from the stacks that remain.
+    ToriokiChange Left(PalletDrawing& drawing, Canvas& canvas);
+    // right: the selected set-aside part back onto the pallets in view (messages 7, 13/14, and
+    // 9 or 10 when it does not fit wholly).
+    ToriokiChange Right(std::optional<int32_t> selectedSeq);
+    // The set-aside list of the process in view has no line.
+    bool ToriokiListEmpty() const;
+    // MaiChg before its dialog: the picked stack's position, remembered for the pick after
+    // the change; none without a pick, or after message 15 while a rubber band is in force.
+    std::optional<SheetCountStart> BeginSheetCount(const PalletDrawing& drawing);
+    // MaiChg after its dialog gave newCount: the picked part re-stacked with newCount pieces
+    // per stack, its stacks picked again (LastPicked the one nearest the remembered place).
+    // true when the part is now short (message 10 is then ReportPartlyPlaced's).
+    bool ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& start, int32_t newCount);
+    // Message 10: only some of the part's pieces could be placed.
+    void ReportPartlyPlaced();
     // Each part's placed count by Seq (1000 entries), as Auto carries it over.
     std::vector<int> KeepTable() const;
     // The small box shown after a reset: box 1, 2 or 3, whichever is defined first.

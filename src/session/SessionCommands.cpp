@@ -9,11 +9,6 @@ namespace {
 // Auto's table of placed counts is indexed by Seq, so it keeps parts numbered below this.
 constexpr size_t kKeepTableSize = 1000;
 
-bool FitsBox(const PartsInfo& part, const BoxInfo& box) {
-    return box.Size[0] <= part.SizeX && part.SizeX <= box.Size[1] && box.Size[2] <= part.SizeY &&
-           part.SizeY <= box.Size[3];
-}
-
 }  // namespace
 
 PartsInfo* JobSession::FindPart(int32_t seq, bool anyKoutei) {
@@ -51,7 +46,7 @@ bool JobSession::Up(std::optional<int32_t> selectedSeq) {
     for (const BoxInfo& box : app_.BoxList) {
         if (box.No != app_.CurrentBox)
             continue;
-        if (!FitsBox(*part, box)) {
+        if (!PartFitsBox(*part, box)) {
             app_.ShowKaku(services_.Op, kaku::kOutsideSmallBoxSize, kaku::kOutsideSmallBoxSize2);
             return false;
         }

@@ -39,4 +39,12 @@ inline constexpr Rgb kPanelText{255, 255, 255};
 inline constexpr Rgb kPanelPart{96, 141, 191};
 inline constexpr Rgb kPanelPartPen{0, 0, 0};
 
+// The sheet-count dialog's picture of the stack height.
+inline constexpr Rgb kMaiBackground{136, 146, 172};
+inline constexpr Rgb kMaiDark{0, 0, 0};         // top and left frame edges
+inline constexpr Rgb kMaiLight{255, 255, 255};  // other edges, floor, new stack, labels
+inline constexpr Rgb kMaiLimit{255, 0, 0};      // the height limit and its value
+inline constexpr Rgb kMaiCurrentStack{150, 180, 207};
+inline constexpr Rgb kMaiValue{72, 255, 255};  // the current stack's tick and texts, values
+
 }  // namespace kesto::colour

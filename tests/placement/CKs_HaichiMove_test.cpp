@@ -45,7 +45,7 @@ TEST_F(MoveTest, SnapsToTheNearestFreeCorner) {
     EXPECT_DOUBLE_EQ(s.Y, 370);
     EXPECT_EQ(s.BlockIndex, 4);
     EXPECT_EQ(app->Blocks[4].CornerMask, 8);
-    EXPECT_EQ(app->Blocks[4].Occupant, part);
+    EXPECT_EQ(app->Blocks[4].Occupant, CKs_Haichi::MovedGroupMarker());
 }
 
 TEST_F(MoveTest, CornerTakenByAnotherStackIsNotChosen) {
@@ -109,7 +109,7 @@ TEST_F(MoveTest, FreeMoveScalesPixelsByTheFirstAndLastBlock) {
     EXPECT_DOUBLE_EQ(s.Y, 200);
     EXPECT_EQ(s.BlockIndex, 8);
     EXPECT_EQ(app->Blocks[3].CornerMask, 2);
-    EXPECT_EQ(app->Blocks[3].Occupant, part);
+    EXPECT_EQ(app->Blocks[3].Occupant, CKs_Haichi::MovedGroupMarker());
 }
 
 TEST_F(MoveTest, FreeMoveWithoutPixelDistanceDoesNotStretch) {
@@ -130,6 +130,54 @@ TEST_F(MoveTest, FreeMoveCoveringABlockTakesIt) {
     EXPECT_DOUBLE_EQ(s.X, 680);
     EXPECT_DOUBLE_EQ(s.Y, 10);
     EXPECT_EQ(s.BlockIndex, 3);
+}
+
+// Two stacks of different parts moved together: the blocks the group marked are not given to
+// the first stack's part, whose other pieces could otherwise be stacked there. The free move
+// scales by 620 / 310 = 2 and shifts both by (200 - 345) x 2 + 690 - 990 = -590 in x and
+// 10 - (300 - 395) x 2 - 10 = +190 in y: s1 covers (300, 200)-(400, 250) and marks corner 2 of
+// block 3 at (380, 210), as the lone move does.
+TEST_F(MoveTest, BlocksMarkedByAGroupGetTheMarkerNotTheFirstStacksPart) {
+    HaichiInfo& s1 = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s2 = AddStack(*second, 0, 790, 10, 1, 1);
+    EXPECT_EQ(Drop({&s1, &s2}, 150, 275, 200, 300, 1), 1);
+    EXPECT_DOUBLE_EQ(s1.X, 400);
+    EXPECT_DOUBLE_EQ(s1.Y, 200);
+    EXPECT_DOUBLE_EQ(s2.X, 200);
+    EXPECT_EQ(app->Blocks[3].CornerMask, 2);
+    EXPECT_EQ(app->Blocks[3].Occupant, CKs_Haichi::MovedGroupMarker());
+    for (const BlockInfo& b : app->Blocks) {
+        EXPECT_NE(b.Occupant, part);
+        EXPECT_NE(b.Occupant, second);
+    }
+}
+
+TEST_F(MoveTest, MarkerIsNoPartOfTheJob) {
+    const PartsInfo* marker = CKs_Haichi::MovedGroupMarker();
+    ASSERT_NE(marker, nullptr);
+    EXPECT_EQ(marker, CKs_Haichi::MovedGroupMarker());
+    for (const PartsInfo& p : app->PartsList)
+        EXPECT_NE(&p, marker);
+}
+
+// The marked block (block 4, x 380..680, y 220..420) refuses a part until the corners are
+// rebuilt from the stacks; then it serves the moved stack's own part again.
+TEST_F(MoveTest, MarkedBlockRefusesOtherPartsUntilTheCornersAreRebuilt) {
+    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    ASSERT_EQ(Drop({&s}, 288, 192, 338, 217), 1);
+    ASSERT_EQ(s.BlockIndex, 4);
+    EXPECT_EQ(h.TestCorner(&koutei, second, 0, 4, 4), 0);
+    h.RebuildCorners(&koutei, {});
+    EXPECT_EQ(app->Blocks[4].Occupant, part);
+    EXPECT_EQ(h.TestCorner(&koutei, part, 0, 4, 4), 1);
+}
+
+TEST_F(MoveTest, ProbeMarksNothing) {
+    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    drop.Probe = true;
+    EXPECT_EQ(Drop({&s}, 288, 192, 338, 217), 0);
+    for (const BlockInfo& b : app->Blocks)
+        EXPECT_NE(b.Occupant, CKs_Haichi::MovedGroupMarker());
 }
 
 }  // namespace

@@ -1,8 +1,11 @@
 #include "ui/draw/CKs_DrawArea.h"
 
 #include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
 
 #include "render/TextCodec.h"
+#include "session/DrawingEdit.h"
 #include "ui/main/RectConvert.h"
 
 namespace kesto {
@@ -23,6 +26,8 @@ CKs_DrawArea::CKs_DrawArea(CKestoApp& app, const MessageTable& messages, const F
         captions_[i]->setAlignment(Qt::AlignLeft | Qt::AlignTop);
         captions_[i]->hide();
     }
+    // Every move counts, with or without a button held.
+    setMouseTracking(true);
 }
 
 void CKs_DrawArea::PlaceArea() {
@@ -35,6 +40,9 @@ void CKs_DrawArea::PlaceArea() {
 }
 
 void CKs_DrawArea::Refresh() {
+    // What a mouse step drew before is painted over by the new picture.
+    if (inStep_)
+        stepDrawing_.Clear();
     // The caption strips show the window's own background.
     ClearImage();
     Paint([this](Canvas& canvas) { drawing_.Refresh(canvas); });
@@ -54,6 +62,76 @@ void CKs_DrawArea::ShowCaptions() {
             label->setFont(fonts_.Font(caption.FontSlot));
         label->setText(DecodeText(caption.Text));
         label->setVisible(caption.Visible);
+    }
+}
+
+void CKs_DrawArea::ShowDragImage(const std::vector<IntRect>& rects) {
+    dragImage_ = rects;
+    update();
+}
+
+void CKs_DrawArea::HideDragImage() {
+    if (dragImage_.empty())
+        return;
+    dragImage_.clear();
+    update();
+}
+
+void CKs_DrawArea::EditStep(const std::function<void(DrawingEdit&, Canvas&)>& step) {
+    inStep_ = true;
+    stepDrawing_.Clear();
+    step(*editing_, stepDrawing_);
+    inStep_ = false;
+    if (!stepDrawing_.Items().empty())
+        Paint([this](Canvas& canvas) { stepDrawing_.Replay(canvas); });
+    stepDrawing_.Clear();
+}
+
+void CKs_DrawArea::mousePressEvent(QMouseEvent* event) {
+    if (editing_ == nullptr || event->button() != Qt::LeftButton) {
+        ImagePanel::mousePressEvent(event);
+        return;
+    }
+    const QPoint at = event->position().toPoint();
+    const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
+    EditStep([&](DrawingEdit& edit, Canvas& canvas) { edit.Press(canvas, at.x(), at.y(), shift); });
+}
+
+void CKs_DrawArea::mouseMoveEvent(QMouseEvent* event) {
+    if (editing_ == nullptr) {
+        ImagePanel::mouseMoveEvent(event);
+        return;
+    }
+    const QPoint at = event->position().toPoint();
+    // The left button alone, with neither Shift nor Control held.
+    const bool leftOnly = event->buttons() == Qt::LeftButton &&
+                          (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) == 0;
+    EditStep(
+        [&](DrawingEdit& edit, Canvas& canvas) { edit.Move(canvas, at.x(), at.y(), leftOnly); });
+}
+
+void CKs_DrawArea::mouseReleaseEvent(QMouseEvent* event) {
+    if (editing_ == nullptr || event->button() != Qt::LeftButton) {
+        ImagePanel::mouseReleaseEvent(event);
+        return;
+    }
+    const QPoint at = event->position().toPoint();
+    EditStep([&](DrawingEdit& edit, Canvas& canvas) { edit.Release(canvas, at.x(), at.y()); });
+}
+
+void CKs_DrawArea::paintEvent(QPaintEvent* event) {
+    ImagePanel::paintEvent(event);
+    if (dragImage_.empty())
+        return;
+    QPainter painter(this);
+    painter.setPen(QPen(QColor(kDragImageColour.R, kDragImageColour.G, kDragImageColour.B), 0));
+    for (const IntRect& r : dragImage_) {
+        const QPoint topLeft(r.Left, r.Top), topRight(r.Right, r.Top);
+        const QPoint bottomLeft(r.Left, r.Bottom), bottomRight(r.Right, r.Bottom);
+        painter.drawLine(topLeft, topRight);
+        painter.drawLine(topRight, bottomRight);
+        painter.drawLine(bottomRight, bottomLeft);
+        painter.drawLine(bottomLeft, topLeft);
     }
 }
 

@@ -4,16 +4,24 @@
 #pragma once
 
 #include <array>
+#include <functional>
+#include <vector>
 
 #include "app/CKestoApp.h"
 #include "render/FontTable.h"
 #include "support/MessageFile.h"
 #include "ui/draw/ImagePanel.h"
+#include "view/DisplayList.h"
 #include "view/PalletDrawing.h"
 
 class QLabel;
 
 namespace kesto {
+
+class DrawingEdit;
+
+// The drag image's and the rubber band's one-pixel rectangles.
+inline constexpr Rgb kDragImageColour{255, 0, 0};
 
 class CKs_DrawArea : public ImagePanel {
     Q_OBJECT
@@ -30,18 +38,41 @@ class CKs_DrawArea : public ImagePanel {
     void DrawParts(int mode, int32_t x = 0, int32_t y = 0);
     // Forgets the rubber-band selection and the picks.
     void ResetSelection() { drawing_.ResetSelection(); }
+    // Runs draw on a canvas over the picture (a command's own drawing modes).
+    void Draw(const std::function<void(Canvas&)>& draw) { Paint(draw); }
 
     PalletDrawing& Drawing() { return drawing_; }
     const PalletDrawing& Drawing() const { return drawing_; }
 
+    // The editing that the left mouse button drives; none until the main window connects it.
+    void SetEditing(DrawingEdit* editing) { editing_ = editing; }
+    // The drag image (or the rubber band): drawn over the picture, never into it, so taking it
+    // away leaves the picture as it was.
+    void ShowDragImage(const std::vector<IntRect>& rects);
+    void HideDragImage();
+    const std::vector<IntRect>& DragImage() const { return dragImage_; }
+
+  protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
   private:
     void ShowCaptions();
+    // One mouse step of the editing. What it draws is kept and painted on the picture after
+    // it, so that a Refresh in the middle of the step starts a fresh picture.
+    void EditStep(const std::function<void(DrawingEdit&, Canvas&)>& step);
 
     CKestoApp& app_;
     const FontTable& fonts_;
     PalletDrawing drawing_;
     // Slots 1..4: controls 1045, 1048, 1046, 1047.
     std::array<QLabel*, 4> captions_{};
+    DrawingEdit* editing_ = nullptr;
+    std::vector<IntRect> dragImage_;
+    DisplayList stepDrawing_;
+    bool inStep_ = false;
 };
 
 }  // namespace kesto

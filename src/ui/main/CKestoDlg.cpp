@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include "ui/dialogs/CAboutDlg.h"
+#include "ui/dialogs/CKs_PartsAllDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
@@ -27,7 +28,11 @@ CKestoDlg::CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* paren
     drawArea_ = new CKs_DrawArea(app_, messages, fonts_, this);
     partsInfo_ = new CKs_PartsInfo(app_, messages, fonts_, drawArea_->Drawing(), this);
     partsView_ = new CKs_PartsView(app_, messages, fonts_, this);
+    partsAll_ = new CKs_PartsAllDlg(app_, messages, fonts_, *drawArea_, this);
+    partsAll_->SetSortKey(sortkey::kSeqUp);
     ConnectCommands();
+    ConnectPartsAll();
+    ConnectEditing();
     session_.SetView(this);
 }
 

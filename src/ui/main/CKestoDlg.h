@@ -4,12 +4,14 @@
 
 #include <QDialog>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "app/CKestoApp.h"
 #include "render/FontTable.h"
+#include "session/DrawingEdit.h"
 #include "session/JobSession.h"
 #include "ui/main/Controls.h"
 
@@ -21,8 +23,9 @@ namespace kesto {
 class CKs_DrawArea;
 class CKs_PartsInfo;
 class CKs_PartsView;
+class CKs_PartsAllDlg;
 
-class CKestoDlg : public QDialog, private SessionView {
+class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     Q_OBJECT
   public:
     CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* parent = nullptr);
@@ -73,12 +76,22 @@ class CKestoDlg : public QDialog, private SessionView {
     void OnCancel();
     void OnClose();
     void ShowAbout();
+    // left and right: stacks from the pallets to the set-aside area and back; OK and the
+    // close box follow the set-aside list.
+    void OnLeft();
+    void OnRight();
+    void OnMaiChg();
+    // The main window's all-parts list: picks the caret line's part in the drawing.
+    void OnAllPartsSelect();
+    // Fills the all-parts dialog for CurrentKoutei.
+    void RefreshPartsAll();
 
     QWidget* Control(ControlId id) const;
     CKestoApp& App() { return app_; }
     CKs_DrawArea* DrawArea() const { return drawArea_; }
     CKs_PartsInfo* PartsInfoPanel() const { return partsInfo_; }
     CKs_PartsView* PartsViewPanel() const { return partsView_; }
+    CKs_PartsAllDlg* PartsAllDialog() const { return partsAll_; }
 
     void reject() override;
 
@@ -91,6 +104,12 @@ class CKestoDlg : public QDialog, private SessionView {
   private:
     void BuildControls();
     void ConnectCommands();
+    // The drawing area's mouse editing and the left and right buttons.
+    void ConnectEditing();
+    void SetOkEnabled(bool enabled);
+    // Refuses the close box while OK is disabled.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void ConnectPartsAll();
     // Makes the control of one entry of kControls.
     void MakeControl(const ControlEntry& entry);
     void ApplyLayout();
@@ -119,6 +138,14 @@ class CKestoDlg : public QDialog, private SessionView {
     void ShowResetJob() override;
     void ShowPlacedJob() override;
 
+    // DrawAreaView.
+    void Refresh() override;
+    void ShowDragImage(const std::vector<IntRect>& rects) override;
+    void HideDragImage() override;
+    void SyncPartList(const std::vector<int32_t>& seqs) override;
+    void SelectPartsAllLine(int32_t seq) override;
+    void RefreshInfoPanel() override;
+
     JobSession& session_;
     CKestoApp& app_;
     const FontTable& fonts_;
@@ -131,6 +158,7 @@ class CKestoDlg : public QDialog, private SessionView {
     CKs_DrawArea* drawArea_ = nullptr;
     CKs_PartsInfo* partsInfo_ = nullptr;
     CKs_PartsView* partsView_ = nullptr;
+    CKs_PartsAllDlg* partsAll_ = nullptr;
     int boxPage_ = 1;
     int boxPageCount_ = 1;
     int boxCaptionFont_ = 1;
@@ -138,6 +166,7 @@ class CKestoDlg : public QDialog, private SessionView {
     bool layoutQueued_ = false;
     bool ended_ = false;
     int endCode_ = 0;
+    std::unique_ptr<DrawingEdit> editing_;
 };
 
 }  // namespace kesto

@@ -2,10 +2,13 @@
 #include <QComboBox>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSignalBlocker>
 
 #include "app/Codes.h"
 #include "render/TextCodec.h"
 #include "session/ListLines.h"
+#include "session/PartsAllList.h"
+#include "ui/dialogs/CKs_PartsAllDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
@@ -53,6 +56,7 @@ void CKestoDlg::OnSelectKoutei() {
     FillTorioki(app_.CurrentKoutei);
     partsView_->ShowSize(kNoPartSize, kNoPartSize);
     drawArea_->Refresh();
+    RefreshPartsAll();
     // The information panel names the process in view, as every repaint of the window shows.
     partsInfo_->Refresh();
 }
@@ -70,8 +74,10 @@ void CKestoDlg::OnBoxPage(int direction) {
 }
 
 void CKestoDlg::OnDown() {
-    if (session_.Down(SelectedSeq(smallBox_)))
-        CommonRefresh();
+    if (!session_.Down(SelectedSeq(smallBox_)))
+        return;
+    CommonRefresh();
+    RefreshPartsAll();
 }
 
 void CKestoDlg::OnUp() {
@@ -79,6 +85,7 @@ void CKestoDlg::OnUp() {
         return;
     CommonRefresh();
     partsView_->ShowSize(kNoPartSize, kNoPartSize);
+    RefreshPartsAll();
 }
 
 void CKestoDlg::OnSelectTorioki() {
@@ -92,6 +99,7 @@ void CKestoDlg::OnSelectTorioki() {
 void CKestoDlg::OnPalletSelect() {
     app_.CurrentPallet = palletSelect_->currentIndex() + 1;
     drawArea_->Refresh();
+    RefreshPartsAll();
 }
 
 void CKestoDlg::OnGrid() {
@@ -110,16 +118,23 @@ void CKestoDlg::OnHit(int byBlock) {
     SetChecked(kHitSingle, byBlock == 0);
 }
 
-// FLAT hides the all-parts dialog; the other views keep it as it is (the dialog itself only
-// keeps its state here).
+// FLAT hides the all-parts dialog; the other views hide it while the drawing changes and show
+// it again over the new view.
 void CKestoDlg::OnView(int mode) {
     if (RefusedForBand())
         return;
-    if (mode == 0)
-        app_.PartsAllState = 1;
+    if (mode == view::kFlat) {
+        partsAll_->Place(partsall::kHidden);
+        app_.PartsAllState = partsall::kHidden;
+    } else if (app_.PartsAllState == partsall::kShown) {
+        partsAll_->Place(partsall::kHidden);
+    }
     app_.PalletMode = mode;
     drawArea_->Refresh();
     DrawHitDisplay();
+    if (mode != view::kFlat && app_.PartsAllState == partsall::kShown)
+        partsAll_->Place(partsall::kShown);
+    RefreshPartsAll();
 }
 
 void CKestoDlg::OnDirect() {
@@ -127,6 +142,7 @@ void CKestoDlg::OnDirect() {
         app_.IsDirect = 0;
         if (drawArea_->Drawing().BandActive >= 1) {
             drawArea_->ResetSelection();
+            const QSignalBlocker block(allParts_);
             allParts_->clearSelection();
             OnHit(0);
         }
@@ -149,8 +165,11 @@ void CKestoDlg::OnBlockDraw() {
 void CKestoDlg::OnInfo() {
     if (RefusedForBand())
         return;
-    app_.PartsAllState = app_.PartsAllState == 1 ? 2 : 1;
-    if (app_.PartsAllState == 1) {
+    const int32_t state =
+        app_.PartsAllState == partsall::kHidden ? partsall::kShown : partsall::kHidden;
+    partsAll_->Place(state);
+    app_.PartsAllState = state;
+    if (app_.PartsAllState == partsall::kHidden) {
         RepaintPanels();
         DrawHitDisplay();
     }
@@ -158,6 +177,7 @@ void CKestoDlg::OnInfo() {
 
 void CKestoDlg::ForgetJob() {
     drawArea_->ResetSelection();
+    const QSignalBlocker block(allParts_);
     allParts_->clearSelection();
 }
 
@@ -169,8 +189,10 @@ void CKestoDlg::ShowReloadedJob() {
 }
 
 void CKestoDlg::OnRetry() {
-    if (session_.Retry())
-        ShowReloadedJob();
+    if (!session_.Retry())
+        return;
+    ShowReloadedJob();
+    RefreshPartsAll();
 }
 
 void CKestoDlg::OnAuto() {

@@ -4,7 +4,9 @@
 #include <QLabel>
 
 #include "render/TextCodec.h"
+#include "session/PartsAllList.h"
 #include "support/MessageFile.h"
+#include "ui/dialogs/CKs_PartsAllDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
@@ -79,6 +81,8 @@ void CKestoDlg::LayoutPass() {
     drawArea_->PlaceArea();
     partsInfo_->PlacePanel();
     partsView_->PlacePanel();
+    if (app_.PartsAllState != partsall::kHidden)
+        partsAll_->Place(app_.PartsAllState);
 }
 
 }  // namespace kesto

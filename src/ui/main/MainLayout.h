@@ -8,14 +8,6 @@
 
 namespace kesto {
 
-struct ControlRect {
-    int X = 0;
-    int Y = 0;
-    int Width = 0;
-    int Height = 0;
-    bool operator==(const ControlRect&) const = default;
-};
-
 struct MainLayout {
     std::map<ControlId, ControlRect> Controls;
     IntRect AreaPlacement;  // drawing area

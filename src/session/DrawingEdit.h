@@ -1,0 +1,106 @@
+// The editing rules of the drawing area: what a press, a move and a release of the left mouse
+// button do to the picks, the rubber band and the placement. The window only translates its
+// mouse events into these calls; what is drawn goes through the canvas the caller passes, and
+// what the window must do besides goes through DrawAreaView.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "app/CKestoApp.h"
+#include "support/Services.h"
+#include "view/Canvas.h"
+#include "view/PalletDrawing.h"
+
+namespace kesto {
+
+class CKs_Haichi;
+
+// What the editing asks of the window around the drawing area.
+class DrawAreaView {
+  public:
+    virtual ~DrawAreaView() = default;
+    // Draws the whole area again (background, pallets, stacks); the drag image stays.
+    virtual void Refresh() = 0;
+    // Shows the drag image (or the rubber band) as these rectangles over the picture, in place
+    // of the one shown before; it never becomes part of the picture.
+    virtual void ShowDragImage(const std::vector<IntRect>& rects) = 0;
+    virtual void HideDragImage() = 0;
+    // Selects exactly the lines of the main part list whose number is one of seqs.
+    virtual void SyncPartList(const std::vector<int32_t>& seqs) = 0;
+    // Selects the part's line in the all-parts dialog.
+    virtual void SelectPartsAllLine(int32_t seq) = 0;
+    // Describes the picked stack in the part information panel again.
+    virtual void RefreshInfoPanel() = 0;
+};
+
+// MoveCount restarts at 1 after this many moves.
+inline constexpr int32_t kMoveCountWrap = 30000;
+// LastMouse when no drag image was drawn.
+inline constexpr IntPoint kNoMouse{-1000, -1000};
+
+class DrawingEdit {
+  public:
+    DrawingEdit(CKestoApp& app, const Services& services, PalletDrawing& drawing,
+                DrawAreaView& view);
+
+    // Left button down at (x, y) of the area's client pixels.
+    void Press(Canvas& canvas, int32_t x, int32_t y, bool shift);
+    // Mouse move; leftButtonOnly: the left button is the only button or key held.
+    void Move(Canvas& canvas, int32_t x, int32_t y, bool leftButtonOnly);
+    // Left button up.
+    void Release(Canvas& canvas, int32_t x, int32_t y);
+    // The Direct command switched IsDirect: the last pick and the pick history are forgotten.
+    void DirectSwitched();
+
+    // --- mouse state --------------------------------------------------------------------
+    IntPoint LastMouse = kNoMouse;  // where the drag image was last drawn
+    int32_t MoveCount = 0;          // -1 at a press, +1 per move; a drop needs 1 or more
+    IntPoint DragOffset{};          // PickRect's top-left corner from the cursor at the press
+    const HaichiInfo* DragAnchor = nullptr;  // the band record grabbed; only compared with null
+    std::vector<IntPoint> BandOffsets;       // each BandList entry's corner from the cursor
+    bool Tracking() const { return tracking_; }
+    // The rubber band being tracked, as the cursor has drawn it so far (not normalised).
+    IntRect TrackedBand() const {
+        return IntRect{trackFrom_.X, trackFrom_.Y, trackTo_.X, trackTo_.Y};
+    }
+
+    // Does the rectangle lie within one pallet slot of the current view?
+    bool WithinOneSlot(const IntRect& band) const;
+
+  private:
+    // Press steps: a single pick becoming a band, Shift and plain presses in a band, a pick.
+    bool StartBandFromPick(Canvas& canvas, int32_t x, int32_t y);
+    void ShiftInBand(Canvas& canvas, int32_t x, int32_t y);
+    bool GrabBand(Canvas& canvas, int32_t x, int32_t y);
+    void SinglePick(Canvas& canvas, int32_t x, int32_t y);
+    void PartHit(Canvas& canvas, int32_t x, int32_t y);
+    // The rubber band let go at the release.
+    void FinishBand(Canvas& canvas);
+    // Release steps.
+    bool DropDue() const;
+    void Drop(Canvas& canvas, int32_t x, int32_t y);
+    void DropBand(CKs_Haichi& engine, KouteiInfo* koutei, int32_t dx, int32_t dy);
+
+    // A point hit test with a band kept: BandActive 2 around it. Picked is cleared first, so
+    // the result tells whether anything was hit.
+    HaichiInfo* PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t y);
+    // The drag image at the cursor: PickRect, or every band entry at its offset.
+    std::vector<IntRect> DragImageAt(int32_t x, int32_t y) const;
+    bool BandDragInForce() const;
+    void Sync();
+    // The pallet of a record's block, -1 when it has none.
+    int32_t PalletOf(const HaichiInfo& record) const;
+    bool InDrawingZone(int32_t x, int32_t y) const;
+
+    CKestoApp& app_;
+    Services services_;
+    PalletDrawing& d_;
+    DrawAreaView& view_;
+    bool tracking_ = false;
+    IntPoint trackFrom_{};
+    IntPoint trackTo_{};
+    IntPoint pressAt_{};  // the cursor at the press that grabbed a band
+};
+
+}  // namespace kesto

@@ -1,0 +1,102 @@
+// The commands between the pallets and the set-aside area: left and right.
+#include <unordered_set>
+
+#include "app/Codes.h"
+#include "placement/CKs_Haichi.h"
+#include "session/JobSession.h"
+#include "session/ListLines.h"
+#include "view/PalletDrawing.h"
+
+namespace kesto {
+
+namespace {
+
+// Every pallet box (numbered below 100) must hold the part's size, bounds included.
+bool FitsEveryPalletBox(const CKestoApp& app, const PartsInfo& part) {
+    for (const BoxInfo& box : app.BoxList) {
+        if (box.No >= destination::kFirstSmallBox)
+            continue;
+        if (!PartFitsBox(part, box))
+            return false;
+    }
+    return true;
+}
+
+// The picked stacks that still exist, each once: a stack picked twice (by its block and by
+// itself) is set aside once, and nothing already removed is touched.
+std::vector<HaichiInfo*> LiveOnce(CKestoApp& app, const std::vector<HaichiInfo*>& picked) {
+    std::unordered_set<const HaichiInfo*> live;
+    for (const HaichiInfo& h : app.HaichiList)
+        live.insert(&h);
+    std::vector<HaichiInfo*> out;
+    for (HaichiInfo* h : picked) {
+        if (h != nullptr && h->Part != nullptr && live.erase(h) == 1)
+            out.push_back(h);
+    }
+    return out;
+}
+
+}  // namespace
+
+bool JobSession::ToriokiListEmpty() const {
+    for (const PartsInfo& part : app_.PartsList) {
+        if (part.KouteiNo == app_.CurrentKoutei && InTorioki(part))
+            return false;
+    }
+    return true;
+}
+
+ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
+    if (drawing.BandActive != 0) {
+        app_.ShowKaku(services_.Op, kaku::kBandSelectionActive, kaku::kNone);
+        return {};
+    }
+    if (drawing.Picked == nullptr || app_.KouteiList.Empty())
+        return {};
+    const std::vector<HaichiInfo*> stacks = LiveOnce(app_, drawing.PickHistory);
+    for (HaichiInfo* h : stacks) {
+        h->Part->PiecesSetAside = AddClamped(h->Part->PiecesSetAside, h->Value);
+        h->Part->PiecesPlaced = AddClamped(h->Part->PiecesPlaced, -int64_t{h->Value});
+    }
+    drawing.DrawParts(canvas, drawmode::kUnhighlight);
+    for (HaichiInfo* h : stacks)
+        app_.RemoveHaichiInfo(h);
+    drawing.Picked = nullptr;
+    drawing.LastPicked = nullptr;
+    drawing.PickHistory.clear();
+    // The freed corners serve again: the process's marks are rebuilt from the stacks left.
+    CKs_Haichi(app_, services_).RebuildCorners(app_.KouteiAt(app_.CurrentKoutei), {});
+    return {true, ToriokiListEmpty()};
+}
+
+ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq) {
+    if (app_.PartsList.Empty())
+        return {};
+    if (!selectedSeq) {
+        app_.ShowKaku(services_.Op, kaku::kNoLineSelected, kaku::kNone);
+        return {};
+    }
+    PartsInfo* part = FindPart(*selectedSeq, false);
+    if (part == nullptr)
+        return {};
+    if (!FitsEveryPalletBox(app_, *part)) {
+        app_.ShowKaku(services_.Op, kaku::kOutsidePalletBoxSize, kaku::kOutsidePalletBoxSize2);
+        return {};
+    }
+    part->Destination = 0;
+    const int32_t placedBefore = part->PiecesPlaced;
+    part->PiecesSetAside = 0;
+    // The pieces placed now join the part's stacks as they are, without sharing out.
+    app_.SkipShareOut = 1;
+    CKs_Haichi(app_, services_)
+        .PlaceOnePart(part, app_.KouteiAt(app_.CurrentKoutei), stacking::kPalletsInView);
+    app_.SkipShareOut = 0;
+    if (part->PiecesPlaced != part->Quantity) {
+        const int32_t message =
+            part->PiecesPlaced == placedBefore ? kaku::kNothingPlacedBack : kaku::kPartlyPlaced;
+        app_.ShowKaku(services_.Op, message, kaku::kNone);
+    }
+    return {true, ToriokiListEmpty()};
+}
+
+}  // namespace kesto

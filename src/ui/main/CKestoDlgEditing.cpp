@@ -1,0 +1,138 @@
+// The drawing area's mouse editing as the main window sees it, and the left and right buttons.
+#include <QEvent>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <algorithm>
+
+#include "render/TextCodec.h"
+#include "session/ListLines.h"
+#include "ui/dialogs/CKs_MaiDlg.h"
+#include "ui/dialogs/CKs_PartsAllDlg.h"
+#include "ui/dialogs/CKs_PartsInfo.h"
+#include "ui/dialogs/CKs_PartsView.h"
+#include "ui/draw/CKs_DrawArea.h"
+#include "ui/main/CKestoDlg.h"
+
+namespace kesto {
+
+namespace {
+
+// The number of a list line: its first three characters.
+constexpr int kSeqDigits = 3;
+
+}  // namespace
+
+void CKestoDlg::ConnectEditing() {
+    DrawAreaView& view = *this;
+    editing_ = std::make_unique<DrawingEdit>(app_, session_.Svc(), drawArea_->Drawing(), view);
+    drawArea_->SetEditing(editing_.get());
+    connect(static_cast<QPushButton*>(Control(kLeftButton)), &QPushButton::clicked, this,
+            [this] { OnLeft(); });
+    connect(static_cast<QPushButton*>(Control(kRightButton)), &QPushButton::clicked, this,
+            [this] { OnRight(); });
+    connect(static_cast<QPushButton*>(Control(kMaiChgButton)), &QPushButton::clicked, this,
+            [this] { OnMaiChg(); });
+    // After the Direct command itself: switching IsDirect forgets the last pick and history.
+    connect(static_cast<QPushButton*>(Control(kNestToggle)), &QPushButton::clicked, this,
+            [this] { editing_->DirectSwitched(); });
+    installEventFilter(this);
+}
+
+void CKestoDlg::OnLeft() {
+    ToriokiChange change;
+    drawArea_->Draw([&](Canvas& canvas) { change = session_.Left(drawArea_->Drawing(), canvas); });
+    if (!change.Changed)
+        return;
+    CommonRefresh();
+    partsView_->ShowSize(kNoPartSize, kNoPartSize);
+    drawArea_->Refresh();
+    RefreshPartsAll();
+    // The job cannot be ended while parts are set aside.
+    if (!change.ToriokiEmpty)
+        SetOkEnabled(false);
+}
+
+void CKestoDlg::OnRight() {
+    const ToriokiChange change = session_.Right(SelectedSeq(torioki_));
+    if (!change.Changed)
+        return;
+    CommonRefresh();
+    partsView_->ShowSize(kNoPartSize, kNoPartSize);
+    drawArea_->Refresh();
+    RefreshPartsAll();
+    if (change.ToriokiEmpty)
+        SetOkEnabled(true);
+}
+
+void CKestoDlg::OnMaiChg() {
+    PalletDrawing& drawing = drawArea_->Drawing();
+    const std::optional<SheetCountStart> start = session_.BeginSheetCount(drawing);
+    if (!start)
+        return;
+    int count = -1;
+    {
+        CKs_MaiDlg dialog(app_, session_.Svc().Messages, fonts_, session_.Svc().Op, *drawing.Picked,
+                          drawing.ViewPallet.MaxStackHeight, this);
+        count = dialog.Run();
+    }
+    RepaintPanels();
+    DrawHitDisplay();
+    if (count == -1)
+        return;
+    const bool partShort = session_.ApplySheetCount(drawing, *start, count);
+    CommonRefresh();
+    drawArea_->Refresh();
+    RefreshPartsAll();
+    drawArea_->DrawParts(drawmode::kHighlight);
+    if (partShort)
+        session_.ReportPartlyPlaced();
+}
+
+void CKestoDlg::SetOkEnabled(bool enabled) {
+    Control(kOk)->setEnabled(enabled);
+}
+
+bool CKestoDlg::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == this && event->type() == QEvent::Close && !Control(kOk)->isEnabled()) {
+        event->ignore();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+// --- what the editing asks of the window ---------------------------------------------------
+
+void CKestoDlg::Refresh() {
+    drawArea_->Refresh();
+}
+
+void CKestoDlg::ShowDragImage(const std::vector<IntRect>& rects) {
+    drawArea_->ShowDragImage(rects);
+}
+
+void CKestoDlg::HideDragImage() {
+    drawArea_->HideDragImage();
+}
+
+void CKestoDlg::SyncPartList(const std::vector<int32_t>& seqs) {
+    // Selecting from here is not the operator's choice of a line: no list command runs.
+    const QSignalBlocker block(allParts_);
+    allParts_->clearSelection();
+    for (int row = 0; row < allParts_->count(); ++row) {
+        QListWidgetItem* item = allParts_->item(row);
+        const int32_t seq = SeqOfLine(EncodeText(item->text().left(kSeqDigits)));
+        if (std::find(seqs.begin(), seqs.end(), seq) != seqs.end())
+            item->setSelected(true);
+    }
+}
+
+void CKestoDlg::SelectPartsAllLine(int32_t seq) {
+    partsAll_->SelectLineOfSeq(seq);
+}
+
+void CKestoDlg::RefreshInfoPanel() {
+    partsInfo_->Refresh();
+}
+
+}  // namespace kesto

@@ -1,0 +1,131 @@
+// The drawing area's editing on a job filled in code: the session's grid pallet "PAL" (cells of
+// 300 x 200; StartCorner 3 numbers the columns from the right and the rows from the bottom:
+// blocks 0, 1, 2 span x 690..990, blocks 3, 4, 5 x 380..680, blocks 6, 7, 8 x 70..370; rows
+// y 10..210, 220..420, 430..630), two pallets, drawn in FLAT into a 1080 x 900 area.
+//
+// Worked out by hand: the caption strip is trunc(0.04 x 900) = 36; the world window is
+// x -40..1040, y -32..832, so the scale is max(1080 / 1080, 864 / 864) = 1; the 1000 x 800
+// frame is centred at (40, 68)-(1040, 868). A point (x, y) in millimetres is at pixel
+// (x + 40, 868 - y).
+#pragma once
+
+#include <vector>
+
+#include "common/SessionFixture.h"
+#include "placement/CKs_Block.h"
+#include "session/DrawingEdit.h"
+#include "view/DisplayList.h"
+#include "view/PalletDrawing.h"
+
+namespace kesto::test {
+
+// The window around the drawing area, recorded: Refresh draws the picture into Picture.
+class RecordingDrawAreaView : public DrawAreaView {
+  public:
+    explicit RecordingDrawAreaView(PalletDrawing& drawing) : drawing_(drawing) {}
+
+    void Refresh() override {
+        ++Refreshes;
+        Picture.Clear();
+        drawing_.Refresh(Picture);
+    }
+    void ShowDragImage(const std::vector<IntRect>& rects) override {
+        Image = rects;
+        ++ImageShows;
+    }
+    void HideDragImage() override { Image.clear(); }
+    void SyncPartList(const std::vector<int32_t>& seqs) override {
+        Synced = seqs;
+        ++Syncs;
+    }
+    void SelectPartsAllLine(int32_t seq) override { AllPartsLine = seq; }
+    void RefreshInfoPanel() override { ++InfoRefreshes; }
+
+    DisplayList Picture;
+    std::vector<IntRect> Image;
+    std::vector<int32_t> Synced;
+    int32_t AllPartsLine = 0;
+    int Refreshes = 0;
+    int ImageShows = 0;
+    int Syncs = 0;
+    int InfoRefreshes = 0;
+
+  private:
+    PalletDrawing& drawing_;
+};
+
+class EditTest : public SessionTest {
+  protected:
+    EditTest() {
+        app.PalletCount = 2;
+        app.CurrentPallet = 1;
+        app.StartCorner = 3;
+        app.IsDirect = 0;
+        app.HitByBlock = 0;
+        app.AreaRect = {0, 0, 1080, 900};
+        EXPECT_EQ(CKs_Block(app, session.Svc()).SetUp(), 1);
+    }
+
+    // A part of process 1 of sx x sy and its quantity.
+    PartsInfo& Part(double sx, double sy, int32_t num1) {
+        PartsInfo& p = job.AddPart(1, sx, sy, num1);
+        p.Destination = 0;
+        return p;
+    }
+    // A stack counted into its part's placed pieces.
+    HaichiInfo& Stack(PartsInfo& p, int block, double x, double y, int32_t value,
+                      uint8_t flag = kCornerMaxMin) {
+        p.PiecesPlaced += value;
+        return job.AddStack(p, block, x, y, value, flag);
+    }
+    // The corner marks as the stacks make them, and the picture as the window shows it.
+    void Show() {
+        CKs_Haichi(app, session.Svc()).RebuildCorners(app.KouteiAt(1), {});
+        view.Refresh();
+    }
+    void Click(int32_t x, int32_t y, bool shift = false) {
+        edit.Press(canvas, x, y, shift);
+        edit.Release(canvas, x, y);
+    }
+    // Press, the arming move one pixel on, the move to (x1, y1) and the release there.
+    void Drag(int32_t x0, int32_t y0, int32_t x1, int32_t y1) {
+        edit.Press(canvas, x0, y0, false);
+        edit.Move(canvas, x0 + 1, y0, true);
+        edit.Move(canvas, x1, y1, true);
+        edit.Release(canvas, x1, y1);
+    }
+    bool PickedIn(const DisplayList& list, const IntRect& r, Rgb fill) const {
+        for (const Primitive& p : list.Items()) {
+            if (p.Kind == PrimitiveKind::Rectangle && p.Rect == r && p.Fill == fill)
+                return true;
+        }
+        return false;
+    }
+
+    PalletDrawing drawing{app, testServices.Messages};
+    RecordingDrawAreaView view{drawing};
+    DrawingEdit edit{app, session.Svc(), drawing, view};
+    DisplayList canvas;
+};
+
+// Two parts on pallet 1 of the shown job: A in two stacks of 3 (blocks 0 and 6), B in one
+// stack of 2 (block 3).
+class TwoPartsTest : public EditTest {
+  protected:
+    TwoPartsTest()
+        : partA(Part(100, 50, 6)),
+          partB(Part(100, 50, 2)),
+          a(Stack(partA, 0, 990, 10, 3)),
+          b(Stack(partB, 3, 680, 10, 2)),
+          a2(Stack(partA, 6, 370, 10, 3)) {
+        Show();
+    }
+
+    PartsInfo& partA;
+    PartsInfo& partB;
+    HaichiInfo& a;
+    HaichiInfo& b;
+    HaichiInfo& a2;
+};
+
+}  // namespace kesto::test

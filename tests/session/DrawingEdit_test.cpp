@@ -1,0 +1,466 @@
+// The press, move and release rules of the drawing area, on the grid job of EditFixture.h.
+//
+// Stacks of 100 x 50 used below, with their pixels (x + 40, 868 - y):
+//   a  part A in block 0 corner 4, X 990, Y 10: (930, 808)-(1030, 858), centre (980, 833)
+//   b  part B in block 3 corner 4, X 680, Y 10: (620, 808)-(720, 858), centre (670, 833)
+//   a2 part A in block 6 corner 4, X 370, Y 10: (310, 808)-(410, 858), centre (360, 833)
+#include "session/DrawingEdit.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+
+#include "common/EditFixture.h"
+#include "view/Colours.h"
+
+namespace kesto::test {
+namespace {
+
+constexpr IntRect kRectA{930, 808, 1030, 858};
+constexpr IntRect kRectB{620, 808, 720, 858};
+
+using DrawingEditTest = TwoPartsTest;
+
+// --- picking --------------------------------------------------------------------------------
+
+TEST_F(DrawingEditTest, ClickPicksTheStackAndShowsItEverywhere) {
+    edit.Press(canvas, 980, 833, false);
+    EXPECT_EQ(drawing.Picked, &a);
+    EXPECT_EQ(drawing.LastPicked, &a);
+    EXPECT_EQ(drawing.PickHistory, std::vector<HaichiInfo*>({&a}));
+    EXPECT_EQ(edit.LastMouse, (IntPoint{980, 833}));
+    // PickRect (930, 808) less the cursor.
+    EXPECT_EQ(edit.DragOffset, (IntPoint{-50, -25}));
+    EXPECT_EQ(edit.MoveCount, -1);
+    EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq}));
+    EXPECT_EQ(view.AllPartsLine, partA.Seq);
+    EXPECT_EQ(view.InfoRefreshes, 1);
+    EXPECT_EQ(view.Image, std::vector<IntRect>({kRectA}));
+    // The highlight: the pick in the pick colour, the part's other stack in the part colour.
+    EXPECT_TRUE(PickedIn(canvas, kRectA, colour::kPicked));
+    EXPECT_TRUE(PickedIn(canvas, IntRect{310, 808, 410, 858}, colour::kSamePart));
+    EXPECT_FALSE(PickedIn(canvas, kRectB, colour::kSamePart));
+}
+
+TEST_F(DrawingEditTest, PressAndReleaseWithoutMovingIsAPickOnly) {
+    Click(980, 833);
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_EQ(view.Refreshes, 1);  // the fixture's own
+    EXPECT_EQ(drawing.Picked, &a);
+    EXPECT_TRUE(view.Image.empty());
+    EXPECT_EQ(edit.LastMouse, kNoMouse);
+}
+
+TEST_F(DrawingEditTest, OneMoveOnlyArmsTheDragAndDropsNothing) {
+    edit.Press(canvas, 980, 833, false);
+    edit.Move(canvas, 700, 500, true);
+    EXPECT_EQ(edit.MoveCount, 0);
+    // The image still stands where the press drew it.
+    EXPECT_EQ(view.Image, std::vector<IntRect>({kRectA}));
+    edit.Release(canvas, 700, 500);
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_EQ(view.Refreshes, 1);
+}
+
+TEST_F(DrawingEditTest, ImageFollowsTheCursorFromTheSecondMoveOn) {
+    edit.Press(canvas, 980, 833, false);
+    edit.Move(canvas, 981, 833, true);
+    edit.Move(canvas, 900, 700, true);
+    // (900, 700) plus the offset (-50, -25), 100 x 50.
+    EXPECT_EQ(view.Image, std::vector<IntRect>({{850, 675, 950, 725}}));
+    EXPECT_EQ(edit.LastMouse, (IntPoint{900, 700}));
+    // -1 at the press, then one per move.
+    EXPECT_EQ(edit.MoveCount, 1);
+}
+
+TEST_F(DrawingEditTest, MovesWithAnotherButtonDoNotDrag) {
+    edit.Press(canvas, 980, 833, false);
+    edit.Move(canvas, 981, 833, false);
+    edit.Move(canvas, 900, 700, false);
+    EXPECT_EQ(view.Image, std::vector<IntRect>({kRectA}));
+    EXPECT_EQ(edit.MoveCount, 1);
+}
+
+TEST_F(DrawingEditTest, ClickOnNothingClearsThePickButKeepsTheLastOne) {
+    Click(980, 833);
+    Click(500, 300);
+    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(drawing.LastPicked, &a);
+    EXPECT_TRUE(drawing.PickHistory.empty());
+    EXPECT_FALSE(edit.Tracking());
+}
+
+TEST_F(DrawingEditTest, PickingAnotherStackDrawsTheOldPickBack) {
+    Click(980, 833);
+    canvas.Clear();
+    edit.Press(canvas, 670, 833, false);
+    EXPECT_TRUE(PickedIn(canvas, kRectA, colour::kPartNormal));
+    EXPECT_TRUE(PickedIn(canvas, kRectB, colour::kPicked));
+    EXPECT_EQ(drawing.LastPicked, &b);
+}
+
+TEST_F(DrawingEditTest, PickByBlockTakesTheBlocksOtherStacksAlong) {
+    app.HitByBlock = 1;
+    // A second stack in block 0, corner 8: X 990, Y 160: (930, 658)-(1030, 708).
+    HaichiInfo& mate = Stack(partB, 0, 990, 160, 1, kCornerMaxMax);
+    Show();
+    edit.Press(canvas, 980, 833, false);
+    EXPECT_EQ(drawing.PickHistory, std::vector<HaichiInfo*>({&a, &mate}));
+    EXPECT_EQ(drawing.PickRect, (IntRect{930, 658, 1030, 858}));
+    EXPECT_EQ(view.Image, std::vector<IntRect>({{930, 658, 1030, 858}}));
+}
+
+// --- dropping a single pick ---------------------------------------------------------------------
+
+// Released at (830, 833): the drop rectangle is (780, 808)-(880, 858). Block 0's pixels are
+// (730, 658)-(1030, 858); its corners in the order 4, 8, 1, 2 lie 150, 212, 50 and 158 pixels
+// from the rectangle's matching corners, and no other block comes nearer than 50: corner 1,
+// X = 690 + 100, Y = 10.
+TEST_F(DrawingEditTest, DragSnapsTheStackToTheNearestFreeCorner) {
+    Drag(980, 833, 830, 833);
+    EXPECT_DOUBLE_EQ(a.X, 790);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_EQ(a.BlockIndex, 0);
+    EXPECT_EQ(view.Refreshes, 2);
+    EXPECT_EQ(edit.MoveCount, -1);
+    EXPECT_TRUE(view.Image.empty());
+    // Highlighted at its new place, (730, 808)-(830, 858), and hit again at the release.
+    EXPECT_TRUE(PickedIn(canvas, IntRect{730, 808, 830, 858}, colour::kPicked));
+    EXPECT_EQ(drawing.Picked, &a);
+    EXPECT_EQ(drawing.PickHistory, std::vector<HaichiInfo*>({&a}));
+}
+
+// Free move (IsDirect 1): blocks 0 and 8 give the scale |690 - 70| / |730 - 110| = 1 both ways;
+// X += (880 - 730) + 690 - 990 = -150, Y += 10 - (858 - 858) - 10 = 0. No block is covered, so
+// the stack takes the pallet's last block, 8.
+TEST_F(DrawingEditTest, DirectDragMovesTheStackWhereItIsDropped) {
+    app.IsDirect = 1;
+    Drag(980, 833, 830, 833);
+    EXPECT_DOUBLE_EQ(a.X, 840);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_EQ(a.BlockIndex, 8);
+}
+
+// Released at (52, 40), still in the zone: the rectangle (2, 15)-(102, 65) has no corner in the
+// frame (40, 68)-(1040, 868), so no pallet takes it.
+TEST_F(DrawingEditTest, DropOutsideThePalletMovesNothing) {
+    Drag(980, 833, 52, 40);
+    EXPECT_EQ(view.Refreshes, 2);
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+}
+
+TEST_F(DrawingEditTest, DraggingAboveTheCaptionStripAbandons) {
+    edit.Press(canvas, 980, 833, false);
+    edit.Move(canvas, 981, 833, true);
+    edit.Move(canvas, 900, 36, true);
+    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_TRUE(view.Image.empty());
+    edit.Release(canvas, 900, 36);
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_EQ(view.Refreshes, 1);
+}
+
+TEST_F(DrawingEditTest, DraggingToTheAreaEdgeAbandons) {
+    // The zone ends at x 1078 (area right 1080 - 1), at y 898 and before x 2.
+    for (IntPoint edge : {IntPoint{1079, 500}, IntPoint{1, 500}, IntPoint{500, 899}}) {
+        Click(980, 833);
+        edit.Press(canvas, 980, 833, false);
+        edit.Move(canvas, 981, 833, true);
+        edit.Move(canvas, edge.X, edge.Y, true);
+        EXPECT_EQ(drawing.Picked, nullptr) << edge.X << "," << edge.Y;
+        edit.Release(canvas, edge.X, edge.Y);
+        EXPECT_DOUBLE_EQ(a.X, 990);
+    }
+    edit.Press(canvas, 980, 833, false);
+    edit.Move(canvas, 981, 833, true);
+    edit.Move(canvas, 1078, 500, true);
+    EXPECT_EQ(drawing.Picked, &a);
+}
+
+TEST_F(DrawingEditTest, MoveCountRestartsAtOneAfter30000) {
+    edit.MoveCount = 29999;
+    edit.Move(canvas, 10, 10, false);
+    EXPECT_EQ(edit.MoveCount, 30000);
+    edit.Move(canvas, 10, 10, false);
+    EXPECT_EQ(edit.MoveCount, 1);
+}
+
+// --- rubber band ------------------------------------------------------------------------------
+
+class BandTest : public DrawingEditTest {
+  protected:
+    BandTest() { app.IsDirect = 1; }
+    void Band(int32_t x0, int32_t y0, int32_t x1, int32_t y1) {
+        edit.Press(canvas, x0, y0, false);
+        edit.Move(canvas, x1, y1, true);
+        edit.Release(canvas, x1, y1);
+    }
+};
+
+TEST_F(BandTest, BandCollectsTheStacksInsideIt) {
+    edit.Press(canvas, 1035, 790, false);
+    EXPECT_TRUE(edit.Tracking());
+    edit.Move(canvas, 600, 860, true);
+    // The band follows the cursor, normalised.
+    EXPECT_EQ(view.Image, std::vector<IntRect>({{600, 790, 1035, 860}}));
+    edit.Release(canvas, 600, 860);
+    EXPECT_FALSE(edit.Tracking());
+    EXPECT_TRUE(view.Image.empty());
+    EXPECT_EQ(drawing.BandActive, 1);
+    EXPECT_EQ(drawing.BandRect, (IntRect{600, 790, 1035, 860}));
+    ASSERT_EQ(drawing.BandList.size(), 2u);
+    EXPECT_EQ(drawing.BandList[0].Record, &a);
+    EXPECT_EQ(drawing.BandList[0].Rect, kRectA);
+    EXPECT_EQ(drawing.BandList[1].Record, &b);
+    EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq, partB.Seq}));
+    EXPECT_TRUE(PickedIn(canvas, kRectA, colour::kPicked));
+    EXPECT_TRUE(PickedIn(canvas, kRectB, colour::kPicked));
+}
+
+TEST_F(BandTest, BandOfTwoPixelsSelectsNothing) {
+    Band(500, 500, 502, 502);
+    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_TRUE(drawing.BandList.empty());
+    Band(600, 790, 602, 860);
+    EXPECT_EQ(drawing.BandActive, 0);
+}
+
+TEST_F(BandTest, BandIntoTheCaptionStripSelectsNothing) {
+    Band(600, 30, 1035, 860);
+    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_TRUE(drawing.BandList.empty());
+}
+
+TEST_F(BandTest, BandAroundNothingLeavesNoBand) {
+    Band(100, 100, 300, 300);
+    EXPECT_EQ(drawing.BandActive, 0);
+}
+
+TEST_F(BandTest, WithoutDirectNoBandIsTracked) {
+    app.IsDirect = 0;
+    edit.Press(canvas, 1035, 790, false);
+    EXPECT_FALSE(edit.Tracking());
+    edit.Move(canvas, 600, 860, true);
+    edit.Release(canvas, 600, 860);
+    EXPECT_EQ(drawing.BandActive, 0);
+}
+
+// 4PALLET quadrants: halves of 540; rows from 36 and from 450 + 36 = 486, each
+// (900 - 72) / 2 = 414 high. DANMEN keeps the upper (900 - 36) / 2 = 432 pixels off the bottom.
+TEST_F(BandTest, BandMustLieWithinOnePalletSlot) {
+    app.PalletMode = view::kFourPallet;
+    view.Refresh();
+    EXPECT_TRUE(edit.WithinOneSlot({10, 40, 500, 440}));
+    EXPECT_TRUE(edit.WithinOneSlot({540, 36, 1080, 450}));
+    EXPECT_TRUE(edit.WithinOneSlot({600, 500, 700, 900}));
+    EXPECT_FALSE(edit.WithinOneSlot({500, 40, 600, 100}));
+    EXPECT_FALSE(edit.WithinOneSlot({10, 440, 100, 500}));
+    EXPECT_FALSE(edit.WithinOneSlot({10, 450, 100, 480}));
+    app.PalletMode = view::kDanmen;
+    view.Refresh();
+    EXPECT_TRUE(edit.WithinOneSlot({10, 36, 1080, 468}));
+    EXPECT_FALSE(edit.WithinOneSlot({10, 36, 1080, 469}));
+    app.PalletMode = view::kFlat;
+    view.Refresh();
+    EXPECT_TRUE(edit.WithinOneSlot({0, 36, 1080, 900}));
+    EXPECT_FALSE(edit.WithinOneSlot({0, 35, 1080, 900}));
+    EXPECT_FALSE(edit.WithinOneSlot({0, 36, 1081, 900}));
+}
+
+TEST_F(BandTest, BandAcrossTwoSlotsSelectsNothing) {
+    app.PalletMode = view::kFourPallet;
+    view.Refresh();
+    Band(100, 100, 700, 300);
+    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_TRUE(drawing.BandList.empty());
+}
+
+TEST_F(BandTest, NoPalletInViewAcceptsNoBand) {
+    pallet->Name = "NONE";
+    view.Refresh();
+    EXPECT_FALSE(edit.WithinOneSlot({10, 40, 500, 440}));
+}
+
+TEST_F(BandTest, ShiftClickAddsAndRemovesStacksOfTheSamePallet) {
+    Band(1035, 790, 900, 860);
+    ASSERT_EQ(drawing.BandList.size(), 1u);
+    Click(670, 833, true);
+    ASSERT_EQ(drawing.BandList.size(), 2u);
+    EXPECT_EQ(drawing.BandList[1].Record, &b);
+    EXPECT_EQ(drawing.BandList[1].Rect, kRectB);
+    EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq, partB.Seq}));
+    EXPECT_TRUE(drawing.PickHistory.empty());
+    Click(670, 833, true);
+    ASSERT_EQ(drawing.BandList.size(), 1u);
+    EXPECT_EQ(drawing.BandList[0].Record, &a);
+    EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq}));
+    EXPECT_EQ(drawing.BandActive, 1);
+}
+
+TEST_F(BandTest, RemovingTheLastStackWithShiftEndsTheBand) {
+    Band(1035, 790, 900, 860);
+    drawing.LastPicked = &a;
+    Click(980, 833, true);
+    EXPECT_TRUE(drawing.BandList.empty());
+    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_EQ(drawing.LastPicked, nullptr);
+    EXPECT_EQ(drawing.Picked, nullptr);
+}
+
+TEST_F(BandTest, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
+    app.PalletMode = view::kFourPallet;
+    // Part B's stack on pallet 2 (block 12 = x 380..680, y 10..210 of the second pallet).
+    HaichiInfo& other = Stack(partB, 12, 680, 10, 1);
+    Show();
+    const IntRect r = *drawing.ScreenRect(a);
+    const IntRect far = *drawing.ScreenRect(other);
+    Band(r.Left - 2, r.Top - 2, r.Right + 2, r.Bottom + 2);
+    ASSERT_EQ(drawing.BandList.size(), 1u);
+    Click((far.Left + far.Right) / 2, (far.Top + far.Bottom) / 2, true);
+    ASSERT_EQ(drawing.BandList.size(), 1u);
+    EXPECT_EQ(drawing.BandList[0].Record, &a);
+    EXPECT_EQ(drawing.BandActive, 1);
+}
+
+TEST_F(BandTest, ShiftClickOnASecondStackTurnsTheSinglePickIntoABand) {
+    Click(980, 833);
+    ASSERT_EQ(drawing.LastPicked, &a);
+    Click(670, 833, true);
+    EXPECT_EQ(drawing.BandActive, 1);
+    ASSERT_EQ(drawing.BandList.size(), 2u);
+    EXPECT_EQ(drawing.BandList[0].Record, &a);
+    EXPECT_EQ(drawing.BandList[0].Rect, kRectA);
+    EXPECT_EQ(drawing.BandList[1].Record, &b);
+}
+
+TEST_F(BandTest, ShiftClickOnNothingAfterASinglePickIsAPlainClick) {
+    Click(980, 833);
+    edit.Press(canvas, 500, 300, true);
+    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_TRUE(edit.Tracking());
+    edit.Release(canvas, 500, 300);
+    EXPECT_EQ(drawing.BandActive, 0);
+}
+
+TEST_F(BandTest, PlainClickOutsideTheBandDropsItAndPicks) {
+    Band(1035, 790, 900, 860);
+    Click(670, 833);
+    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_TRUE(drawing.BandList.empty());
+    EXPECT_EQ(drawing.Picked, &b);
+}
+
+// The band dragged 100 pixels up: with the scale 1 every stack goes 100 mm back.
+TEST_F(BandTest, BandDragMovesEveryStackByTheSameAmount) {
+    Band(1035, 790, 600, 860);
+    edit.Press(canvas, 670, 833, false);
+    EXPECT_EQ(edit.DragAnchor, &b);
+    EXPECT_EQ(edit.BandOffsets, std::vector<IntPoint>({{260, -25}, {-50, -25}}));
+    EXPECT_EQ(view.Image, std::vector<IntRect>({kRectA, kRectB}));
+    edit.Move(canvas, 671, 833, true);
+    edit.Move(canvas, 670, 733, true);
+    EXPECT_EQ(view.Image, std::vector<IntRect>({{930, 708, 1030, 758}, {620, 708, 720, 758}}));
+    edit.Release(canvas, 670, 733);
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_DOUBLE_EQ(a.Y, 110);
+    EXPECT_DOUBLE_EQ(b.X, 680);
+    EXPECT_DOUBLE_EQ(b.Y, 110);
+    EXPECT_EQ(drawing.BandList[0].Rect, (IntRect{930, 708, 1030, 758}));
+    EXPECT_EQ(drawing.BandActive, 1);
+    EXPECT_EQ(view.Refreshes, 2);
+}
+
+// 62 pixels down: a at (930, 870)-(1030, 920) and b at (620, 870)-(720, 920) lie below the
+// frame's bottom 868, so the probe finds no pallet and nothing moves.
+TEST_F(BandTest, BandDragOffThePalletMovesNothing) {
+    Band(1035, 790, 600, 860);
+    edit.Press(canvas, 670, 833, false);
+    edit.Move(canvas, 671, 833, true);
+    edit.Move(canvas, 670, 895, true);
+    edit.Release(canvas, 670, 895);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_DOUBLE_EQ(b.Y, 10);
+    EXPECT_EQ(view.Refreshes, 2);
+}
+
+// In 4PALLET with two pallets, a band of all three stacks dragged so far right that a reaches
+// the second pallet's slot while a2 stays on the first: the targets differ, nothing moves.
+TEST_F(BandTest, BandDragLandingOnTwoPalletsMovesNothing) {
+    app.PalletMode = view::kFourPallet;
+    view.Refresh();
+    const IntRect ra = *drawing.ScreenRect(a);
+    const IntRect ra2 = *drawing.ScreenRect(a2);
+    const IntRect second = drawing.PalletRect[1];
+    ASSERT_NE(second.Left, kNoSlot);
+    Band(ra2.Left - 2, ra.Top - 2, ra.Right + 2, ra.Bottom + 2);
+    ASSERT_EQ(drawing.BandList.size(), 3u);
+    const int32_t dx = second.Left - ra.Left + 1;
+    ASSERT_LT(ra2.Right + dx, drawing.PalletRect[0].Right);
+    const IntPoint grab{(ra.Left + ra.Right) / 2, (ra.Top + ra.Bottom) / 2};
+    edit.Press(canvas, grab.X, grab.Y, false);
+    edit.Move(canvas, grab.X + 1, grab.Y, true);
+    edit.Move(canvas, grab.X + dx, grab.Y, true);
+    edit.Release(canvas, grab.X + dx, grab.Y);
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_DOUBLE_EQ(a2.X, 370);
+    EXPECT_DOUBLE_EQ(b.X, 680);
+}
+
+TEST_F(BandTest, AbandonedBandDragEndsTheBandAtTheRelease) {
+    Band(1035, 790, 600, 860);
+    edit.Press(canvas, 670, 833, false);
+    edit.Move(canvas, 671, 833, true);
+    edit.Move(canvas, 670, 20, true);
+    EXPECT_TRUE(drawing.BandList.empty());
+    EXPECT_EQ(drawing.BandActive, 1);
+    edit.Move(canvas, 670, 25, true);
+    EXPECT_EQ(drawing.BandActive, 2);
+    EXPECT_EQ(drawing.LastPicked, nullptr);
+    EXPECT_TRUE(view.Synced.empty());
+    edit.Release(canvas, 670, 25);
+    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_DOUBLE_EQ(b.Y, 10);
+}
+
+TEST_F(BandTest, DirectSwitchForgetsTheLastPickAndTheHistory) {
+    Click(980, 833);
+    edit.DirectSwitched();
+    EXPECT_EQ(drawing.LastPicked, nullptr);
+    EXPECT_TRUE(drawing.PickHistory.empty());
+    EXPECT_EQ(drawing.Picked, &a);
+}
+
+// --- bad input ----------------------------------------------------------------------------------
+
+TEST_F(DrawingEditTest, CursorFarOutsideTheAreaChangesNothing) {
+    for (int32_t v : {INT32_MIN, -100000, 100000, INT32_MAX}) {
+        Click(v, v);
+        Drag(980, 833, v, 833);
+        edit.Press(canvas, v, v, true);
+        edit.Move(canvas, INT32_MAX, INT32_MIN, true);
+        edit.Release(canvas, INT32_MIN, INT32_MAX);
+    }
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_DOUBLE_EQ(b.X, 680);
+}
+
+TEST_F(DrawingEditTest, EditingAnEmptyJobDoesNothing) {
+    app.HaichiList.Clear();
+    app.KouteiList.Clear();
+    view.Refresh();
+    Click(980, 833);
+    Drag(980, 833, 500, 500);
+    app.IsDirect = 1;
+    Drag(100, 100, 400, 400);
+    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(drawing.BandActive, 0);
+}
+
+}  // namespace
+}  // namespace kesto::test

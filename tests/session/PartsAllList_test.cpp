@@ -1,0 +1,523 @@
+// The all-parts dialog without a window: sort buttons and keys, the selection sort and its
+// ties, the line text, the marks of parts in view, where the dialog lies, its controls, and
+// the pick of a line's part in the drawing.
+#include "session/PartsAllList.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "view/Colours.h"
+#include "view/DisplayList.h"
+#include "view/ViewJob.h"
+
+namespace kesto {
+namespace {
+
+// --- sort buttons ---------------------------------------------------------------------------
+
+TEST(NextSortKey, SizeButtonCyclesFourKeysFromSeqOrder) {
+    int32_t key = sortkey::kSeqUp;
+    std::vector<int32_t> keys;
+    for (int press = 0; press < 5; ++press) {
+        key = NextSortKey(SortButton::Size, key);
+        keys.push_back(key);
+    }
+    EXPECT_EQ(keys, (std::vector<int32_t>{30, 31, 32, 33, 30}));
+}
+
+TEST(NextSortKey, SizeButtonStartsAt30FromAnyOtherKey) {
+    for (int32_t key : {0, 11, 20, 29, 34, 41, 51, -5})
+        EXPECT_EQ(NextSortKey(SortButton::Size, key), 30) << key;
+}
+
+TEST(NextSortKey, TwoKeyButtonsSetTheirFirstKeyThenToggle) {
+    const std::pair<SortButton, std::pair<int32_t, int32_t>> buttons[] = {
+        {SortButton::Seq, {10, 11}},
+        {SortButton::Material, {21, 20}},
+        {SortButton::Quantity, {40, 41}},
+        {SortButton::Name, {51, 50}},
+    };
+    for (const auto& [button, keys] : buttons) {
+        const auto [first, second] = keys;
+        EXPECT_EQ(NextSortKey(button, 32), first) << first;
+        EXPECT_EQ(NextSortKey(button, first), second) << first;
+        EXPECT_EQ(NextSortKey(button, second), first) << first;
+    }
+    // Seq's first key is the start key, so its first press already sorts down.
+    EXPECT_EQ(NextSortKey(SortButton::Seq, 10), 11);
+}
+
+// --- selection sort -------------------------------------------------------------------------
+
+struct Parts {
+    PartsInfo& Add(const std::string& name, double sx = 0, double sy = 0, int32_t quantity = 0,
+                   const std::string& material = "") {
+        PartsInfo& part = app.PartsList.Append();
+        part.Seq = ++app.PartsList.Count;
+        part.KouteiNo = 1;
+        part.DisplayName = name;
+        part.MaterialName = material;
+        part.SizeX = sx;
+        part.SizeY = sy;
+        part.Quantity = quantity;
+        return part;
+    }
+    std::vector<int32_t> SortedSeqs(int32_t key) const {
+        std::vector<const PartsInfo*> parts;
+        for (const PartsInfo& part : app.PartsList)
+            parts.push_back(&part);
+        SortPartsAll(parts, key);
+        std::vector<int32_t> seqs;
+        for (const PartsInfo* part : parts)
+            seqs.push_back(part->Seq);
+        return seqs;
+    }
+    CKestoApp app;
+};
+
+TEST(SortPartsAll, EqualNamesTakeTheOrderTheSwapsLeave) {
+    Parts p;
+    p.Add("B");
+    p.Add("B");
+    p.Add("A");
+    // Key 51 (Text1 up): position 0 takes "A" (Seq 3) and Seq 1 goes to its place: 3, 2, 1.
+    // Position 1: Seq 1's "B" is not strictly smaller than Seq 2's, so Seq 2 stays before it.
+    EXPECT_EQ(p.SortedSeqs(sortkey::kNameUp), (std::vector<int32_t>{3, 2, 1}));
+    // Key 50 (Text1 down): neither "B" beats the other, and "A" never does: 1, 2, 3.
+    EXPECT_EQ(p.SortedSeqs(sortkey::kNameDown), (std::vector<int32_t>{1, 2, 3}));
+}
+
+TEST(SortPartsAll, TextColumnsCompareBytes) {
+    Parts p;
+    p.Add("", 0, 0, 0, "b");
+    p.Add("", 0, 0, 0, "B");
+    p.Add("", 0, 0, 0, "a");
+    // Bytes: 'B' 66 < 'a' 97 < 'b' 98. Key 21 sorts Text3 up, key 20 down.
+    EXPECT_EQ(p.SortedSeqs(sortkey::kMaterialUp), (std::vector<int32_t>{2, 3, 1}));
+    EXPECT_EQ(p.SortedSeqs(sortkey::kMaterialDown), (std::vector<int32_t>{1, 3, 2}));
+}
+
+TEST(SortPartsAll, NumberColumnsUpAndDown) {
+    Parts p;
+    p.Add("", 300, 10, 5);
+    p.Add("", 100, 30, 9);
+    p.Add("", 200, 20, 1);
+    EXPECT_EQ(p.SortedSeqs(sortkey::kSeqDown), (std::vector<int32_t>{3, 2, 1}));
+    EXPECT_EQ(p.SortedSeqs(sortkey::kSeqUp), (std::vector<int32_t>{1, 2, 3}));
+    EXPECT_EQ(p.SortedSeqs(sortkey::kSizeXUp), (std::vector<int32_t>{2, 3, 1}));
+    EXPECT_EQ(p.SortedSeqs(sortkey::kSizeXDown), (std::vector<int32_t>{1, 3, 2}));
+    EXPECT_EQ(p.SortedSeqs(sortkey::kSizeYUp), (std::vector<int32_t>{1, 3, 2}));
+    EXPECT_EQ(p.SortedSeqs(sortkey::kSizeYDown), (std::vector<int32_t>{2, 3, 1}));
+    EXPECT_EQ(p.SortedSeqs(sortkey::kQuantityUp), (std::vector<int32_t>{3, 1, 2}));
+    EXPECT_EQ(p.SortedSeqs(sortkey::kQuantityDown), (std::vector<int32_t>{2, 1, 3}));
+}
+
+TEST(SortPartsAll, UnknownKeyKeepsTheListOrder) {
+    Parts p;
+    p.Add("C");
+    p.Add("A");
+    EXPECT_EQ(p.SortedSeqs(0), (std::vector<int32_t>{1, 2}));
+    EXPECT_EQ(p.SortedSeqs(34), (std::vector<int32_t>{1, 2}));
+}
+
+// --- line text ------------------------------------------------------------------------------
+
+PartsInfo LinePart(int32_t destination, int32_t placed, int32_t quantity) {
+    PartsInfo part;
+    part.Seq = 7;
+    part.Destination = destination;
+    part.PiecesPlaced = placed;
+    part.Quantity = quantity;
+    return part;
+}
+
+TEST(LocationText, SmallBoxFourShowsBX4) {
+    EXPECT_EQ(LocationText(LinePart(103, 0, 3)), "BX4");  // 103 - 99
+    EXPECT_EQ(LocationText(LinePart(100, 0, 3)), "BX1");
+    EXPECT_EQ(LocationText(LinePart(99999, 0, 3)), "BX99900");  // any code from 100 on
+}
+
+TEST(LocationText, PalletPartWithTwoOfThreePlacedShowsPLMinus) {
+    EXPECT_EQ(LocationText(LinePart(1, 2, 3)), "PL-");
+    EXPECT_EQ(LocationText(LinePart(1, 3, 3)), "PL ");
+    EXPECT_EQ(LocationText(LinePart(99, 3, 3)), "PL ");
+}
+
+TEST(LocationText, SetAsidePartShowsPLLikeAPalletPart) {
+    EXPECT_EQ(LocationText(LinePart(1000, 0, 3)), "PL-");
+    EXPECT_EQ(LocationText(LinePart(1000, 0, 0)), "PL ");
+}
+
+TEST(DirectionText, TwoCharactersFromTheDirectionCode) {
+    const std::pair<int32_t, const char*> cases[] = {{1, "U "}, {10, "D "}, {11, "UD"},
+                                                     {0, "  "}, {2, "  "},  {-1, "  "}};
+    for (const auto& [code, text] : cases) {
+        PartsInfo part;
+        part.DirCode = code;
+        EXPECT_EQ(DirectionText(part), text) << code;
+    }
+}
+
+TEST(SheetCountText, NoLimitShowsThreeDashes) {
+    PartsInfo part;
+    EXPECT_EQ(SheetCountText(part), "---");
+    part.PerStackLimit = 4;
+    EXPECT_EQ(SheetCountText(part), "  4");
+    part.PerStackLimit = 1234;
+    EXPECT_EQ(SheetCountText(part), "1234");
+}
+
+TEST(PartsAllLine, EveryColumnOfAMarkedPalletPart) {
+    PartsInfo part = LinePart(1, 2, 3);
+    part.MaterialName = "SPCC";
+    part.Thickness = 1.6;
+    part.DirCode = 11;
+    part.PerStackLimit = 4;
+    part.SizeX = 200;
+    part.SizeY = 150.5;
+    part.DisplayName = "Bracket";
+    EXPECT_EQ(PartsAllLine(part, true),
+              "007"                                  // %.3d
+              " * PL-"                               // mark, location
+              " SPCC            "                    // %-16s
+              "  1.600"                              // %6.3lf
+              " UD"                                  // direction
+              "   4"                                 // sheet count %3d
+              "    2/3   "                           // %4d/%-4d
+              "  200.0000 x  150.5000"               // %9.4lf x %9.4lf
+              " Bracket                         ");  // %-32.32s: 7 + 25 blanks
+}
+
+TEST(PartsAllLine, SmallBoxPartWithoutLimitAndLongTexts) {
+    PartsInfo part = LinePart(103, 0, 10);
+    part.Seq = 12;
+    part.MaterialName = "ABCDEFGHIJKLMNOPQRS";  // 19 characters: %-16s does not cut
+    part.Thickness = 12.5;
+    part.SizeX = 1234.5;
+    part.SizeY = 0.25;
+    part.DisplayName = std::string(40, 'x');  // cut to 32
+    EXPECT_EQ(PartsAllLine(part, false),
+              "012   BX4 ABCDEFGHIJKLMNOPQRS 12.500    ---    0/10  "
+              " 1234.5000 x    0.2500 " +
+                  std::string(32, 'x'));
+}
+
+// --- the lines of a process -----------------------------------------------------------------
+
+struct MarkedJob {
+    MarkedJob() {
+        for (int32_t no : {1, 2}) {
+            KouteiInfo& k = app.KouteiList.Append();
+            k.No = no;
+            ++app.KouteiList.Count;
+        }
+        AddBlock(1, 1);  // 0
+        AddBlock(1, 2);  // 1
+        AddBlock(1, 3);  // 2
+        AddBlock(2, 1);  // 3
+    }
+    void AddBlock(int32_t koutei, int32_t pallet) {
+        BlockInfo b;
+        b.KouteiNo = koutei;
+        b.PalletNo = pallet;
+        app.Blocks.push_back(b);
+        app.BlocksCount = static_cast<int32_t>(app.Blocks.size());
+    }
+    PartsInfo& AddPart(int32_t koutei, const std::string& name) {
+        PartsInfo& part = app.PartsList.Append();
+        part.Seq = ++app.PartsList.Count;
+        part.KouteiNo = koutei;
+        part.DisplayName = name;
+        return part;
+    }
+    void AddStack(PartsInfo& part, int32_t block) {
+        HaichiInfo& h = app.HaichiList.Append();
+        h.Part = &part;
+        h.BlockIndex = block;
+    }
+    // The mark column of each line (the character after "NNN ").
+    std::string Marks(int32_t koutei, int32_t key, std::array<int32_t, 4> inView) const {
+        std::string marks;
+        const auto lines = PartsAllLines(app, koutei, key, inView);
+        for (const std::string& line : lines.value_or(std::vector<std::string>{}))
+            marks += line.substr(0, 3) + line[4];
+        return marks;
+    }
+    CKestoApp app;
+};
+
+TEST(PartsAllLines, NoSuchProcessLeavesTheListAlone) {
+    MarkedJob job;
+    EXPECT_FALSE(PartsAllLines(job.app, 3, sortkey::kSeqUp, {1, 2, -1, -1}).has_value());
+}
+
+TEST(PartsAllLines, NoPartsGiveAnEmptyList) {
+    MarkedJob job;
+    const auto lines = PartsAllLines(job.app, 1, sortkey::kSeqUp, {1, 2, -1, -1});
+    ASSERT_TRUE(lines.has_value());
+    EXPECT_TRUE(lines->empty());
+}
+
+TEST(PartsAllLines, MarksPartsOnTheFirstTwoPalletsOfTheCurrentProcess) {
+    MarkedJob job;
+    PartsInfo& onOne = job.AddPart(1, "A");
+    PartsInfo& onThree = job.AddPart(1, "B");
+    PartsInfo& onTwo = job.AddPart(1, "C");
+    PartsInfo& badBlock = job.AddPart(1, "D");
+    job.AddPart(2, "E");
+    job.AddStack(onOne, 0);
+    job.AddStack(onThree, 2);  // pallet 3: the third slot does not count
+    job.AddStack(onTwo, 1);
+    job.AddStack(onTwo, 1);     // marked once
+    job.AddStack(badBlock, 3);  // process 2's block
+    job.AddStack(badBlock, 99);
+    job.AddStack(badBlock, -1);
+    job.app.HaichiList.Append().BlockIndex = 0;  // a stack without a part is passed over
+    EXPECT_EQ(job.Marks(1, sortkey::kSeqUp, {1, 2, 3, 4}), "001*002 003*004 ");
+    EXPECT_EQ(job.Marks(1, sortkey::kSeqDown, {2, -1, -1, -1}), "004 003*002 001 ");
+}
+
+TEST(PartsAllLines, MarksFollowTheCurrentProcessNotTheListedOne) {
+    MarkedJob job;
+    PartsInfo& second = job.AddPart(2, "E");
+    job.AddStack(second, 3);  // process 2, pallet 1
+    EXPECT_EQ(job.Marks(2, sortkey::kSeqUp, {1, -1, -1, -1}), "001 ");
+    job.app.CurrentKoutei = 2;
+    EXPECT_EQ(job.Marks(2, sortkey::kSeqUp, {1, -1, -1, -1}), "001*");
+}
+
+TEST(PartsAllLines, SortedByTheKey) {
+    MarkedJob job;
+    job.AddPart(1, "B");
+    job.AddPart(1, "C");
+    job.AddPart(1, "A");
+    EXPECT_EQ(job.Marks(1, sortkey::kNameUp, {1, 2, -1, -1}), "003 001 002 ");
+    EXPECT_EQ(job.Marks(1, sortkey::kNameDown, {1, 2, -1, -1}), "002 001 003 ");
+}
+
+// --- place and controls ---------------------------------------------------------------------
+
+struct PlacedArea {
+    PlacedArea() { app.AreaWindowRect = {100, 200, 1100, 901}; }
+    CKestoApp app;
+};
+
+// AreaWindowRect {100, 200, 1100, 901}: H = 701, x = 102, width = 1000 - 5 = 995; the lower
+// half starts at 200 + 701 / 2 = 550 and is 350 - 2 = 348 high.
+TEST(PlacePartsAll, HiddenOverTheLowerHalf) {
+    PlacedArea a;
+    const auto place = PlacePartsAll(a.app, 1);
+    ASSERT_TRUE(place.has_value());
+    EXPECT_EQ(place->Rect, (ControlRect{102, 550, 995, 348}));
+    EXPECT_FALSE(place->Shown);
+}
+
+TEST(PlacePartsAll, ShownOverTheLowerHalfOutsideFlat) {
+    PlacedArea a;
+    for (int32_t mode : {1, 2, 3}) {
+        a.app.PalletMode = mode;
+        const auto place = PlacePartsAll(a.app, 2);
+        ASSERT_TRUE(place.has_value());
+        EXPECT_EQ(place->Rect, (ControlRect{102, 550, 995, 348})) << mode;
+        EXPECT_TRUE(place->Shown);
+    }
+}
+
+TEST(PlacePartsAll, ShownOverTheWholeAreaInFlat) {
+    PlacedArea a;
+    a.app.PalletMode = 0;
+    const auto place = PlacePartsAll(a.app, 2);
+    ASSERT_TRUE(place.has_value());
+    EXPECT_EQ(place->Rect, (ControlRect{102, 200, 995, 701}));
+    EXPECT_TRUE(place->Shown);
+}
+
+TEST(PlacePartsAll, OtherStatesPlaceNothing) {
+    PlacedArea a;
+    EXPECT_FALSE(PlacePartsAll(a.app, 0).has_value());
+    EXPECT_FALSE(PlacePartsAll(a.app, 3).has_value());
+}
+
+TEST(LayOutPartsAll, ButtonsTwiceTheFontHighAndTheListBelow) {
+    // W 800, Hc 400, font 16: bh 32, bw (800 - 10) / 5 = 158; list at 32 + 10, 400 - 32 - 15.
+    const PartsAllControls c = LayOutPartsAll(800, 400, 16);
+    const int32_t xs[] = {5, 163, 321, 479, 637};
+    for (size_t i = 0; i < 5; ++i)
+        EXPECT_EQ(c.Buttons[i], (ControlRect{xs[i], 5, 158, 32})) << i;
+    EXPECT_EQ(c.List, (ControlRect{5, 42, 790, 353}));
+}
+
+TEST(LayOutPartsAll, WithoutAFontButtonsTakeATenthOfTheHeight) {
+    // bh = 400 / 10 = 40; list at 50, 400 - 40 - 15 = 345 high.
+    const PartsAllControls c = LayOutPartsAll(800, 400, 0);
+    EXPECT_EQ(c.Buttons[0], (ControlRect{5, 5, 158, 40}));
+    EXPECT_EQ(c.List, (ControlRect{5, 50, 790, 345}));
+}
+
+TEST(LayOutPartsAll, TinyAreaGivesNegativeSizesUnclamped) {
+    // W 4, Hc 3: bh 0, bw (4 - 10) / 5 = -1; list 4 - 10 = -6 wide, 3 - 0 - 15 = -12 high.
+    const PartsAllControls c = LayOutPartsAll(4, 3, 0);
+    EXPECT_EQ(c.Buttons[4], (ControlRect{1, 5, -1, 0}));
+    EXPECT_EQ(c.List, (ControlRect{5, 10, -6, -12}));
+}
+
+// --- lines and picks ------------------------------------------------------------------------
+
+TEST(SeqOfPartsAllLine, OnlyTheFirstThreeCharactersCount) {
+    EXPECT_EQ(SeqOfPartsAllLine("007 * PL-"), 7);
+    EXPECT_EQ(SeqOfPartsAllLine("1000 * PL-"), 100);
+    EXPECT_EQ(SeqOfPartsAllLine("12"), 12);
+    EXPECT_EQ(SeqOfPartsAllLine(""), 0);
+    EXPECT_EQ(SeqOfPartsAllLine("abc"), 0);
+}
+
+TEST(LineOfPicked, FirstLineWithThePickedPartsSeq) {
+    PartsInfo part;
+    part.Seq = 1;
+    HaichiInfo picked;
+    picked.Part = &part;
+    const std::vector<std::string> lines = {"003   PL ", "001   PL ", "001 * PL "};
+    EXPECT_EQ(LineOfPicked(lines, &picked), std::optional<size_t>(1));
+    part.Seq = 5;
+    EXPECT_FALSE(LineOfPicked(lines, &picked).has_value());
+    EXPECT_FALSE(LineOfPicked(lines, nullptr).has_value());
+    picked.Part = nullptr;
+    EXPECT_FALSE(LineOfPicked(lines, &picked).has_value());
+}
+
+TEST(LineOfSeq, FirstLineWhoseThreeDigitsMatch) {
+    const std::vector<std::string> lines = {"1000  PL ", "010 * PL ", "100   BX1", "100 * PL "};
+    EXPECT_EQ(LineOfSeq(lines, 100), std::optional<size_t>(0));  // "1000" reads as 100
+    EXPECT_EQ(LineOfSeq(lines, 10), std::optional<size_t>(1));
+    EXPECT_FALSE(LineOfSeq(lines, 1000).has_value());
+    EXPECT_FALSE(LineOfSeq({}, 1).has_value());
+}
+
+// What a pick drew: each mode with the drawing's Picked and LastPicked at that moment.
+struct Drawn {
+    int Mode;
+    const HaichiInfo* Picked;
+    const HaichiInfo* LastPicked;
+    bool operator==(const Drawn&) const = default;
+};
+
+class Picks : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        job.AddPallet("BLK", 1003.7, 840, 900);
+        job.AddKoutei(1, "CUT", "BLK");
+        job.AddKoutei(2, "BEND", "BLK");
+        const int32_t block = job.AddBlock(1, 1, 0, 0, 1003.7, 840);
+        bracket = &job.AddPart("BRACKET", 240.3, 150.7);
+        rail = &job.AddPart("RAIL", 200, 150, "0010");
+        railStack = &job.AddStack(*rail, 4, block, 420.1, 90.3);
+        first = &job.AddStack(*bracket, 7, block, 350.2, 30.5);
+        far = &job.AddStack(*bracket, 2, block, 900.6, 600.4);
+    }
+    DrawPartsFn Recorder() {
+        return [this](int mode) { drawn.push_back({mode, drawing.Picked, drawing.LastPicked}); };
+    }
+
+    test::ViewJob job;
+    PalletDrawing drawing{job.app, job.messages};
+    std::vector<Drawn> drawn;
+    PartsInfo* bracket = nullptr;
+    PartsInfo* rail = nullptr;
+    HaichiInfo* railStack = nullptr;
+    HaichiInfo* first = nullptr;
+    HaichiInfo* far = nullptr;
+};
+
+TEST_F(Picks, RemovesTheOldHighlightThenShowsThePartsFirstStack) {
+    drawing.LastPicked = railStack;
+    drawing.Picked = railStack;
+    EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 1, Recorder()));
+    const std::vector<Drawn> expected = {{drawmode::kUnhighlight, railStack, railStack},
+                                         {drawmode::kPartPieces, first, railStack}};
+    EXPECT_EQ(drawn, expected);
+    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(drawing.LastPicked, first);
+}
+
+TEST_F(Picks, WithoutLastPickedNothingIsDrawnBack) {
+    EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 2, Recorder()));
+    EXPECT_EQ(drawn, (std::vector<Drawn>{{drawmode::kPartPieces, railStack, nullptr}}));
+    EXPECT_EQ(drawing.LastPicked, railStack);
+}
+
+TEST_F(Picks, UnknownSeqOnlyDrawsBackAndKeepsLastPicked) {
+    drawing.LastPicked = railStack;
+    EXPECT_FALSE(PickFirstStackOfSeq(job.app, drawing, 1000, Recorder()));
+    EXPECT_EQ(drawn, (std::vector<Drawn>{{drawmode::kUnhighlight, nullptr, railStack}}));
+    EXPECT_EQ(drawing.LastPicked, railStack);
+    EXPECT_EQ(drawing.Picked, nullptr);
+}
+
+TEST_F(Picks, FirstPartOfThatSeqWithAStackInAnyProcess) {
+    PartsInfo& unplaced = job.AddPart("UNPLACED", 10, 10);
+    unplaced.Seq = 9;
+    PartsInfo& other = job.AddPart("OTHER", 10, 10);
+    other.Seq = 9;
+    other.KouteiNo = 2;
+    HaichiInfo& stack = job.AddStack(other, 1, 0, 100, 100);
+    EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 9, Recorder()));
+    EXPECT_EQ(drawing.LastPicked, &stack);
+}
+
+// The pallet of the drawing tests (tests/view): Scale 1.35, px = trunc((x + 40.148) / 1.35) +
+// 99, py = trunc((873.6 - y) / 1.35) + 28. BRACKET at X 350.2, Y 30.5: {210, 540, 388, 652};
+// at X 900.6, Y 600.4: {617, 118, 795, 230}; RAIL at X 420.1, Y 90.3: {291, 497, 439, 608}.
+TEST_F(Picks, OnACanvasTheOldPartGoesBackAndEveryPieceOfTheNewOneLightsUp) {
+    job.app.PalletCount = 2;
+    DisplayList setUp;
+    drawing.Refresh(setUp);
+    drawing.LastPicked = railStack;
+    DisplayList canvas;
+    EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, canvas, 1));
+    std::vector<std::pair<IntRect, Rgb>> fills;
+    for (const Primitive& p : canvas.Items()) {
+        if (p.Kind == PrimitiveKind::Rectangle)
+            fills.emplace_back(p.Rect, p.Fill);
+    }
+    const std::vector<std::pair<IntRect, Rgb>> expected = {
+        {IntRect{291, 497, 439, 608}, colour::kMarkedNormal},  // RAIL back, its side marked
+        {IntRect{210, 540, 388, 652}, colour::kSamePart},
+        {IntRect{617, 118, 795, 230}, colour::kSamePart}};
+    EXPECT_EQ(fills, expected);
+}
+
+TEST_F(Picks, MainListClickDuringABandSelectionIsRefused) {
+    drawing.BandActive = 1;
+    drawing.LastPicked = railStack;
+    EXPECT_FALSE(PickFromAllPartsList(job.app, drawing, 1, Recorder()));
+    EXPECT_TRUE(drawn.empty());
+    EXPECT_EQ(drawing.LastPicked, railStack);
+}
+
+TEST_F(Picks, MainListClickPicksTheCaretLinesPart) {
+    drawing.BandActive = 2;  // a band kept after a drag is not a selection in force
+    EXPECT_TRUE(PickFromAllPartsList(job.app, drawing, 1, Recorder()));
+    EXPECT_EQ(drawn, (std::vector<Drawn>{{drawmode::kPartPieces, first, nullptr}}));
+    EXPECT_EQ(drawing.LastPicked, first);
+}
+
+TEST(OtherSelectedRows, EverySelectedRowButTheCaret) {
+    EXPECT_EQ(OtherSelectedRows({0, 3, 5}, 3), (std::vector<int>{0, 5}));
+    EXPECT_EQ(OtherSelectedRows({3}, 3), std::vector<int>{});
+    EXPECT_EQ(OtherSelectedRows({}, 0), std::vector<int>{});
+}
+
+TEST(OtherSelectedRows, LooksAtTheFirstThousandSelectedRowsOnly) {
+    std::vector<int> selected(1200);
+    for (int i = 0; i < 1200; ++i)
+        selected[static_cast<size_t>(i)] = i;
+    const std::vector<int> others = OtherSelectedRows(selected, 0);
+    ASSERT_EQ(others.size(), 999u);  // rows 1..999
+    EXPECT_EQ(others.back(), 999);
+}
+
+}  // namespace
+}  // namespace kesto

@@ -1,0 +1,88 @@
+// MaiChg as the session carries it out: the picked part stacked again with a new count.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "common/EditFixture.h"
+#include "session/JobSession.h"
+
+namespace kesto::test {
+namespace {
+
+class SheetCountTest : public TwoPartsTest {
+  protected:
+    std::vector<HaichiInfo*> StacksOf(const PartsInfo& part) {
+        std::vector<HaichiInfo*> found;
+        for (HaichiInfo& h : app.HaichiList) {
+            if (h.Part == &part)
+                found.push_back(&h);
+        }
+        return found;
+    }
+};
+
+TEST_F(SheetCountTest, NothingBeginsWithoutAPick) {
+    EXPECT_FALSE(session.BeginSheetCount(drawing).has_value());
+    EXPECT_TRUE(testServices.Op.KakuNumbers.empty());
+}
+
+TEST_F(SheetCountTest, ARubberBandInForceRefusesWithMessage15) {
+    Click(980, 833);  // a: pixels (930, 808)-(1030, 858)
+    ASSERT_EQ(drawing.Picked, &a);
+    drawing.BandActive = 1;
+    EXPECT_FALSE(session.BeginSheetCount(drawing).has_value());
+    EXPECT_EQ(testServices.Op.KakuNumbers, Kaku({{15, 0}}));
+}
+
+TEST_F(SheetCountTest, BeginRemembersWhereThePickedStackStands) {
+    Click(980, 833);
+    const std::optional<SheetCountStart> start = session.BeginSheetCount(drawing);
+    ASSERT_TRUE(start.has_value());
+    EXPECT_DOUBLE_EQ(start->X, 990);
+    EXPECT_DOUBLE_EQ(start->Y, 10);
+}
+
+TEST_F(SheetCountTest, ThePartIsStackedAgainWithTheNewCountAndPickedAgain) {
+    Click(980, 833);
+    const SheetCountStart start = *session.BeginSheetCount(drawing);
+    // Six pieces at two per stack: three stacks of two; the part's own limit comes back.
+    EXPECT_FALSE(session.ApplySheetCount(drawing, start, 2));
+    const std::vector<HaichiInfo*> stacks = StacksOf(partA);
+    ASSERT_EQ(stacks.size(), 3u);
+    for (const HaichiInfo* h : stacks)
+        EXPECT_EQ(h->Value, 2);
+    EXPECT_EQ(partA.PiecesPlaced, 6);
+    EXPECT_EQ(partA.PerStackLimit, 0);
+    // Every stack of the part is picked, the first in the list as Picked.
+    EXPECT_EQ(drawing.PickHistory, stacks);
+    EXPECT_EQ(drawing.Picked, stacks.front());
+    // LastPicked is the stack standing where the picked one stood, within 1 mm.
+    ASSERT_NE(drawing.LastPicked, nullptr);
+    EXPECT_LE(std::fabs(drawing.LastPicked->X - 990), 1.0);
+    EXPECT_LE(std::fabs(drawing.LastPicked->Y - 10), 1.0);
+    // The other part is not touched.
+    EXPECT_EQ(StacksOf(partB), std::vector<HaichiInfo*>({&b}));
+    EXPECT_EQ(partB.PiecesPlaced, 2);
+}
+
+TEST_F(SheetCountTest, WithoutAStackAtTheOldPlaceTheFirstStackIsLastPicked) {
+    Click(980, 833);
+    SheetCountStart elsewhere = *session.BeginSheetCount(drawing);
+    elsewhere.X = 5000;  // no stack can stand there
+    session.ApplySheetCount(drawing, elsewhere, 3);
+    ASSERT_NE(drawing.Picked, nullptr);
+    EXPECT_EQ(drawing.LastPicked, drawing.Picked);
+}
+
+TEST_F(SheetCountTest, ApplyWithoutAPickChangesNothing) {
+    EXPECT_FALSE(session.ApplySheetCount(drawing, SheetCountStart{990, 10}, 2));
+    EXPECT_EQ(StacksOf(partA), std::vector<HaichiInfo*>({&a, &a2}));
+}
+
+TEST_F(SheetCountTest, APartLeftShortIsReportedWithMessage10) {
+    session.ReportPartlyPlaced();
+    EXPECT_EQ(testServices.Op.KakuNumbers, Kaku({{10, 0}}));
+}
+
+}  // namespace
+}  // namespace kesto::test

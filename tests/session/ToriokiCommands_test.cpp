@@ -1,0 +1,229 @@
+// left and right: stacks from the pallets to the set-aside area and back, on the grid job of
+// EditFixture.h (one 300 x 200 stack fills a cell; the pallet box is box 0).
+#include <gtest/gtest.h>
+
+#include "common/EditFixture.h"
+#include "view/Colours.h"
+
+namespace kesto::test {
+namespace {
+
+// --- left -------------------------------------------------------------------------------------
+
+class LeftTest : public TwoPartsTest {
+  protected:
+    ToriokiChange Left() { return session.Left(drawing, canvas); }
+};
+
+TEST_F(LeftTest, PickedStackGoesToTheSetAsideArea) {
+    ASSERT_TRUE(session.ToriokiListEmpty());
+    Click(980, 833);  // a, (930, 808)-(1030, 858)
+    const ToriokiChange change = Left();
+    EXPECT_TRUE(change.Changed);
+    EXPECT_FALSE(change.ToriokiEmpty);
+    EXPECT_EQ(partA.PiecesPlaced, 3);
+    EXPECT_EQ(partA.PiecesSetAside, 3);
+    EXPECT_EQ(job.StacksOf(partA), std::vector<HaichiInfo*>({&a2}));
+    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(drawing.LastPicked, nullptr);
+    EXPECT_TRUE(drawing.PickHistory.empty());
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(LeftTest, PickIsDrawnBackBeforeItsStacksGo) {
+    Click(980, 833);
+    canvas.Clear();
+    Left();
+    // The pick and the part's other stack, (310, 808)-(410, 858), in the normal colour.
+    EXPECT_TRUE(PickedIn(canvas, IntRect{930, 808, 1030, 858}, colour::kPartNormal));
+    EXPECT_TRUE(PickedIn(canvas, IntRect{310, 808, 410, 858}, colour::kPartNormal));
+}
+
+TEST_F(LeftTest, CornersOfTheProcessAreRebuiltFromTheStacksThatRemain) {
+    Click(980, 833);
+    app.Blocks[0].Occupant = &partA;
+    app.Blocks[0].CornerMask = kCornerMaxMin;
+    Left();
+    EXPECT_EQ(app.Blocks[0].Occupant, nullptr);
+    EXPECT_EQ(app.Blocks[0].CornerMask, 0);
+}
+
+TEST_F(LeftTest, RubberBandInForceShowsMessage15AndChangesNothing) {
+    Click(980, 833);
+    drawing.BandActive = 1;
+    const ToriokiChange change = Left();
+    EXPECT_FALSE(change.Changed);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{15, 0}}));
+    EXPECT_EQ(partA.PiecesPlaced, 6);
+    EXPECT_EQ(job.StacksOf(partA).size(), 2u);
+}
+
+TEST_F(LeftTest, WithoutAPickNothingHappens) {
+    Click(500, 300);
+    const ToriokiChange change = Left();
+    EXPECT_FALSE(change.Changed);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+    EXPECT_EQ(app.HaichiList.Items.size(), 3u);
+}
+
+// Three stacks in block 0, picked by block: all three go, and the set-aside list that was empty
+// now has lines, so OK is to be disabled.
+TEST_F(LeftTest, ThreePickedStacksAllGoAndTheListIsNoLongerEmpty) {
+    app.HitByBlock = 1;
+    PartsInfo& c = Part(100, 50, 1);
+    PartsInfo& d = Part(100, 50, 4);
+    HaichiInfo& sc = Stack(c, 0, 990, 160, 1, kCornerMaxMax);
+    HaichiInfo& sd = Stack(d, 0, 790, 10, 4, kCornerMinMin);
+    Show();
+    ASSERT_TRUE(session.ToriokiListEmpty());
+    Click(980, 833);
+    ASSERT_EQ(drawing.PickHistory, std::vector<HaichiInfo*>({&a, &sc, &sd}));
+    const ToriokiChange change = Left();
+    EXPECT_TRUE(change.Changed);
+    EXPECT_FALSE(change.ToriokiEmpty);
+    EXPECT_EQ(c.PiecesSetAside, 1);
+    EXPECT_EQ(d.PiecesSetAside, 4);
+    EXPECT_EQ(d.PiecesPlaced, 0);
+    EXPECT_EQ(app.HaichiList.Items.size(), 2u);
+}
+
+TEST_F(LeftTest, StackPickedTwiceIsSetAsideOnce) {
+    drawing.Picked = &a;
+    drawing.PickHistory = {&a, &b, &a};
+    Left();
+    EXPECT_EQ(partA.PiecesSetAside, 3);
+    EXPECT_EQ(partA.PiecesPlaced, 3);
+    EXPECT_EQ(partB.PiecesSetAside, 2);
+    EXPECT_EQ(app.HaichiList.Items.size(), 1u);
+}
+
+TEST_F(LeftTest, RecordThatIsNoLongerAStackIsLeftAlone) {
+    HaichiInfo stray;
+    stray.Part = &partB;
+    stray.Value = 2;
+    drawing.Picked = &a;
+    drawing.PickHistory = {&stray, &a};
+    Left();
+    EXPECT_EQ(partB.PiecesSetAside, 0);
+    EXPECT_EQ(partA.PiecesSetAside, 3);
+}
+
+TEST_F(LeftTest, SetAsideListCountsOnlyTheProcessInView) {
+    partA.KouteiNo = 2;
+    partA.PiecesPlaced = 1;
+    EXPECT_TRUE(session.ToriokiListEmpty());
+    partB.PiecesPlaced = 1;
+    EXPECT_FALSE(session.ToriokiListEmpty());
+}
+
+// --- right ------------------------------------------------------------------------------------
+
+class RightTest : public EditTest {
+  protected:
+    RightTest() { app.BoxList.begin()->Size = {0, 2000, 0, 2000}; }
+    // A 300 x 200 part set aside whole, as Down leaves it.
+    PartsInfo& SetAside(int32_t num1, int32_t num4 = 0) {
+        PartsInfo& p = AddPart(num1, destination::kTorioki);
+        p.PerStackLimit = num4;
+        p.PiecesSetAside = num1;
+        return p;
+    }
+    // Every cell of pallet 1 but the first `free` serves another part.
+    void FillPalletOne(int free) {
+        PartsInfo& other = Part(10, 10, 1);
+        for (int i = free; i < 9; ++i)
+            app.Blocks[static_cast<size_t>(i)].Occupant = &other;
+    }
+};
+
+TEST_F(RightTest, PartGoesBackOntoThePalletsAndTheListEmpties) {
+    PartsInfo& p = SetAside(2);
+    const ToriokiChange change = session.Right(p.Seq);
+    EXPECT_TRUE(change.Changed);
+    EXPECT_TRUE(change.ToriokiEmpty);
+    EXPECT_EQ(p.Destination, 0);
+    EXPECT_EQ(p.PiecesSetAside, 0);
+    EXPECT_EQ(p.PiecesPlaced, 2);
+    EXPECT_EQ(job.ValuesOf(p), std::vector<int32_t>({2}));
+    EXPECT_TRUE(op.KakuNumbers.empty());
+    EXPECT_EQ(app.SkipShareOut, 0);
+}
+
+// Five pieces, four a stack: 4 and then 1, left as placed (sharing out would give 3 and 2).
+TEST_F(RightTest, PiecesPlacedBackAreNotSharedOut) {
+    PartsInfo& p = SetAside(5, 4);
+    session.Right(p.Seq);
+    EXPECT_EQ(job.ValuesOf(p), std::vector<int32_t>({4, 1}));
+    EXPECT_EQ(p.PiecesPlaced, 5);
+    EXPECT_EQ(app.SkipShareOut, 0);
+}
+
+TEST_F(RightTest, NoSelectedLineShowsMessage7) {
+    PartsInfo& p = SetAside(2);
+    EXPECT_FALSE(session.Right(std::nullopt).Changed);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{7, 0}}));
+    EXPECT_EQ(p.Destination, destination::kTorioki);
+}
+
+TEST_F(RightTest, EmptyPartListDoesNothing) {
+    EXPECT_FALSE(session.Right(std::nullopt).Changed);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(RightTest, PartOfAnotherProcessIsNotFound) {
+    PartsInfo& p = SetAside(2);
+    p.KouteiNo = 2;
+    EXPECT_FALSE(session.Right(p.Seq).Changed);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+    EXPECT_EQ(p.PiecesSetAside, 2);
+}
+
+TEST_F(RightTest, PartFittingNoPalletBoxShowsMessage13And14AndStaysSetAside) {
+    PartsInfo& p = SetAside(2);
+    job.AddBox(1).Size = {0, 299, 0, 2000};
+    EXPECT_FALSE(session.Right(p.Seq).Changed);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{13, 14}}));
+    EXPECT_EQ(p.Destination, destination::kTorioki);
+    EXPECT_EQ(p.PiecesSetAside, 2);
+    EXPECT_TRUE(job.StacksOf(p).empty());
+}
+
+TEST_F(RightTest, PalletBoxBoundsAreInclusiveAndSmallBoxesAreNotChecked) {
+    PartsInfo& p = SetAside(1);
+    app.BoxList.begin()->Size = {300, 300, 200, 200};
+    job.AddBox(100).Size = {0, 1, 0, 1};
+    EXPECT_TRUE(session.Right(p.Seq).Changed);
+    EXPECT_TRUE(op.KakuNumbers.empty());
+    EXPECT_EQ(p.PiecesPlaced, 1);
+}
+
+TEST_F(RightTest, NothingPlacedShowsMessage9) {
+    PartsInfo& p = SetAside(2);
+    FillPalletOne(0);
+    const ToriokiChange change = session.Right(p.Seq);
+    EXPECT_TRUE(change.Changed);
+    EXPECT_FALSE(change.ToriokiEmpty);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{9, 0}}));
+    EXPECT_EQ(p.Destination, 0);
+    EXPECT_EQ(p.PiecesSetAside, 0);
+}
+
+// Two pieces, one a stack, and one free cell: the second stack finds no corner left in it.
+TEST_F(RightTest, SomePiecesPlacedShowsMessage10) {
+    PartsInfo& p = SetAside(2, 1);
+    FillPalletOne(1);
+    session.Right(p.Seq);
+    EXPECT_EQ(op.KakuNumbers, (Kaku{{10, 0}}));
+    EXPECT_EQ(p.PiecesPlaced, 1);
+}
+
+TEST_F(RightTest, OtherPartsStillSetAsideKeepTheListFull) {
+    PartsInfo& p = SetAside(1);
+    SetAside(1);
+    const ToriokiChange change = session.Right(p.Seq);
+    EXPECT_TRUE(change.Changed);
+    EXPECT_FALSE(change.ToriokiEmpty);
+}
+
+}  // namespace
+}  // namespace kesto::test

@@ -1,0 +1,361 @@
+// The drawing area's mouse editing in the window, and the left and right buttons.
+//
+// The job: one pallet type of 1000 x 800 with a single cell of 900 x 700 (margins 50), two
+// pallets. Part A1 (320 x 200, ten pieces, five a stack) comes first: its two stacks take the
+// cell of pallet 1 in corners 4 and 8, at X 950 and Y 50 and 550. Part A2 (300 x 200, the same
+// counts) finds that cell served and takes pallet 2's cell alike.
+//
+// The area is placed at 1080 x 900: caption strip 36, scale 1, a point (x, y) in millimetres at
+// pixel (x + 40, 868 - y) in FLAT. A1's stacks: (670, 618)-(990, 818) and (670, 118)-(990, 318);
+// the cell: (90, 118)-(990, 818).
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest/QTest>
+
+#include "common/WindowJob.h"
+#include "ui/dialogs/CKs_MaiDlg.h"
+#include "ui/dialogs/CKs_PartsInfo.h"
+#include "ui/draw/CKs_DrawArea.h"
+#include "view/Colours.h"
+
+namespace kesto {
+namespace {
+
+using test::PixelAt;
+
+constexpr const char* kPallets = "P1,PALW,0,0,1000,800,500,50,50,900,700,0,0,1,1,0,0,Wide\n";
+constexpr const char* kJob =
+    "#BoxInfo\n"
+    "PAL,1,0,0,2000,0,2000\n"
+    "#End\n"
+    "#KouteiInfo\n"
+    "1,Cut,PALW\n"
+    "#End\n"
+    "#PartsInfo\n"
+    "A1,1,PartA,TextA,320,200,1,10,1,0,5,,,1.0,G1,0000,,0,,X1,10\n"
+    "A2,1,PartB,TextB,300,200,1,10,1,0,5,,,1.0,G1,0000,,0,,X2,10\n"
+    "#End\n";
+
+struct EditingWindow {
+    EditingWindow() {
+        job.Install.Write("pallet.txt", kPallets);
+        job.Install.Write("job/job.txt", kJob);
+        job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
+        opened = job.Open() && test::ShowLaidOut(job.App(), *job.Dialog, 1600, 1000);
+        job.App().AreaPlacement = {0, 0, 1080, 900};
+        Area().PlaceArea();
+        Area().Refresh();
+    }
+    CKs_DrawArea& Area() { return *job.Dialog->DrawArea(); }
+    PalletDrawing& Drawing() { return Area().Drawing(); }
+    CKestoApp& App() { return job.App(); }
+    // The stacks in list order: A1's two, then A2's two.
+    HaichiInfo& StackNo(int n) {
+        auto it = App().HaichiList.begin();
+        std::advance(it, n);
+        return *it;
+    }
+    // What the operator sees: the picture with the drag image over it.
+    Rgb Seen(int x, int y) {
+        return PixelAt(Area().grab().toImage().convertToFormat(QImage::Format_RGB32), x, y);
+    }
+    Rgb Picture(int x, int y) { return PixelAt(Area().Image(), x, y); }
+
+    void Click(QPoint at, Qt::KeyboardModifiers keys = {}) {
+        QTest::mouseClick(&Area(), Qt::LeftButton, keys, at);
+    }
+    // Press, one arming move a pixel on, the move to `to` and the release there.
+    void Drag(QPoint from, QPoint to) {
+        QTest::mousePress(&Area(), Qt::LeftButton, {}, from);
+        QTest::mouseMove(&Area(), from + QPoint(1, 0));
+        QTest::mouseMove(&Area(), to);
+        QTest::mouseRelease(&Area(), Qt::LeftButton, {}, to);
+    }
+    QPushButton* Button(const char* name) { return job.Dialog->findChild<QPushButton*>(name); }
+    QListWidget* List(const char* name) { return job.Dialog->findChild<QListWidget*>(name); }
+    QStringList Selected(const char* name) {
+        QStringList lines;
+        for (const QListWidgetItem* item : List(name)->selectedItems())
+            lines << item->text();
+        return lines;
+    }
+
+    test::WindowJob job;
+    bool opened = false;
+};
+
+int PanelTextPixels(const QImage& image) {
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            n += PixelAt(image, x, y) == colour::kPanelText ? 1 : 0;
+    }
+    return n;
+}
+
+TEST(CKestoDlgEditing, TheJobStandsAsWorkedOut) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    ASSERT_EQ(w.App().HaichiList.Items.size(), 4u);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
+    EXPECT_DOUBLE_EQ(w.StackNo(1).Y, 550);
+    EXPECT_EQ(w.StackNo(0).Part->Code, "A1");
+    EXPECT_EQ(w.StackNo(2).Part->Code, "A2");
+    EXPECT_EQ(w.StackNo(2).BlockIndex, 1);
+    EXPECT_EQ(w.Picture(680, 628), colour::kPartNormal);
+    EXPECT_EQ(w.Picture(100, 628), colour::kPalletFrame);
+}
+
+TEST(CKestoDlgEditing, ClickPicksTheStackAndShowsItInTheListAndThePanel) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    EXPECT_EQ(PanelTextPixels(w.job.Dialog->PartsInfoPanel()->Image()), 0);
+    w.Click({830, 718});
+    EXPECT_EQ(w.Drawing().Picked, &w.StackNo(0));
+    EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
+    EXPECT_EQ(w.Picture(680, 128), colour::kSamePart);
+    EXPECT_EQ(w.Selected("LIST-PTALL").size(), 1);
+    EXPECT_TRUE(w.Selected("LIST-PTALL").value(0).startsWith("001"));
+    EXPECT_GT(PanelTextPixels(w.job.Dialog->PartsInfoPanel()->Image()), 30);
+    // Released: no drag image is left over the picture.
+    EXPECT_TRUE(w.Area().DragImage().empty());
+    EXPECT_EQ(w.Seen(670, 700), colour::kPartPen);
+}
+
+TEST(CKestoDlgEditing, PressShowsTheDragImageOverThePictureOnly) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::mousePress(&w.Area(), Qt::LeftButton, {}, QPoint(830, 718));
+    ASSERT_EQ(w.Area().DragImage().size(), 1u);
+    // The left edge of the stack's rectangle, column 670, is red on screen, white in the image.
+    EXPECT_EQ(w.Seen(670, 700), kDragImageColour);
+    EXPECT_EQ(w.Picture(670, 700), colour::kPartPen);
+    QTest::mouseRelease(&w.Area(), Qt::LeftButton, {}, QPoint(830, 718));
+    EXPECT_EQ(w.Seen(670, 700), colour::kPartPen);
+}
+
+TEST(CKestoDlgEditing, ClickOrOneMoveIsAPickOnly) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    w.Click({830, 718});
+    QTest::mousePress(&w.Area(), Qt::LeftButton, {}, QPoint(830, 718));
+    QTest::mouseMove(&w.Area(), QPoint(300, 700));
+    QTest::mouseRelease(&w.Area(), Qt::LeftButton, {}, QPoint(300, 700));
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
+    EXPECT_EQ(w.Drawing().Picked, &w.StackNo(0));
+}
+
+// Pressed at (830, 718), the rectangle's corner is 160 left and 100 up; released at (260, 718)
+// the drop rectangle is (100, 618)-(420, 818), 10 pixels from the cell's corner 1 at (90, 818):
+// X = 50 + 320, Y = 50, pixels (90, 618)-(410, 818).
+TEST(CKestoDlgEditing, DragMovesTheStackToAnotherCornerOfThePallet) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    w.Drag({830, 718}, {260, 718});
+    HaichiInfo& moved = w.StackNo(0);
+    EXPECT_DOUBLE_EQ(moved.X, 370);
+    EXPECT_DOUBLE_EQ(moved.Y, 50);
+    EXPECT_EQ(moved.BlockIndex, 0);
+    EXPECT_EQ(w.Picture(100, 628), colour::kPicked);
+    EXPECT_EQ(w.Picture(90, 700), colour::kPartPen);
+    EXPECT_EQ(w.Picture(980, 700), colour::kPalletFrame);
+    EXPECT_TRUE(w.Area().DragImage().empty());
+}
+
+TEST(CKestoDlgEditing, DragInFourPalletViewMovesTheStackToTheSecondPallet) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    w.App().PalletMode = view::kFourPallet;
+    w.Area().Refresh();
+    const IntRect r = *w.Drawing().ScreenRect(w.StackNo(0));
+    const BlockInfo& target = w.App().Blocks[1];
+    ASSERT_EQ(target.PalletNo, 2);
+    // Grabbed at its middle; released so that its rectangle's lower left corner meets the
+    // second pallet's cell corner 1 exactly.
+    const QPoint grab((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2);
+    const QPoint drop(target.PixLeft + grab.x() - r.Left,
+                      target.PixBottom - (r.Bottom - r.Top) + grab.y() - r.Top);
+    w.Drag(grab, drop);
+    HaichiInfo& moved = w.StackNo(0);
+    EXPECT_DOUBLE_EQ(moved.X, 370);
+    EXPECT_DOUBLE_EQ(moved.Y, 50);
+    EXPECT_EQ(moved.BlockIndex, 1);
+    const IntRect now = *w.Drawing().ScreenRect(moved);
+    EXPECT_GT(now.Left, w.Drawing().PalletRect[1].Left - 1);
+    EXPECT_EQ(w.Picture(now.Left + 3, now.Top + 3), colour::kPicked);
+    EXPECT_EQ(w.Picture(r.Left + 3, r.Bottom - 3), colour::kPalletFrame);
+}
+
+TEST(CKestoDlgEditing, DraggingAboveTheCaptionStripAbandons) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    w.Drag({830, 718}, {830, 30});
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
+    EXPECT_EQ(w.Drawing().Picked, nullptr);
+    EXPECT_TRUE(w.Area().DragImage().empty());
+}
+
+// --- rubber band (Direct on) -------------------------------------------------------------------
+
+struct BandWindow : EditingWindow {
+    BandWindow() {
+        App().IsDirect = 1;
+        Area().Refresh();
+    }
+    void Band(QPoint from, QPoint to) {
+        QTest::mousePress(&Area(), Qt::LeftButton, {}, from);
+        QTest::mouseMove(&Area(), to);
+        QTest::mouseRelease(&Area(), Qt::LeftButton, {}, to);
+    }
+};
+
+TEST(CKestoDlgEditing, BandSelectsTheStacksInsideIt) {
+    BandWindow w;
+    ASSERT_TRUE(w.opened);
+    w.Band({660, 100}, {1000, 830});
+    EXPECT_EQ(w.Drawing().BandActive, 1);
+    EXPECT_EQ(w.Drawing().BandList.size(), 2u);
+    EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
+    EXPECT_EQ(w.Picture(680, 128), colour::kPicked);
+    EXPECT_EQ(w.Selected("LIST-PTALL").size(), 1);
+}
+
+TEST(CKestoDlgEditing, TinyBandOrOneAcrossSlotsSelectsNothing) {
+    BandWindow w;
+    ASSERT_TRUE(w.opened);
+    w.Band({660, 100}, {662, 102});
+    EXPECT_EQ(w.Drawing().BandActive, 0);
+    w.App().PalletMode = view::kFourPallet;
+    w.Area().Refresh();
+    // From the first slot's quadrant into the second's (halves of 540).
+    w.Band({60, 60}, {700, 400});
+    EXPECT_EQ(w.Drawing().BandActive, 0);
+    EXPECT_TRUE(w.Drawing().BandList.empty());
+}
+
+TEST(CKestoDlgEditing, RemovingTheLastBandStackWithShiftEndsTheBand) {
+    BandWindow w;
+    ASSERT_TRUE(w.opened);
+    w.Band({660, 600}, {1000, 830});
+    ASSERT_EQ(w.Drawing().BandList.size(), 1u);
+    w.Click({830, 718}, Qt::ShiftModifier);
+    EXPECT_EQ(w.Drawing().BandActive, 0);
+    EXPECT_TRUE(w.Drawing().BandList.empty());
+    EXPECT_EQ(w.Picture(680, 628), colour::kPartNormal);
+    EXPECT_TRUE(w.Selected("LIST-PTALL").isEmpty());
+}
+
+TEST(CKestoDlgEditing, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
+    BandWindow w;
+    ASSERT_TRUE(w.opened);
+    w.App().PalletMode = view::kFourPallet;
+    w.Area().Refresh();
+    const IntRect a = *w.Drawing().ScreenRect(w.StackNo(0));
+    const IntRect other = *w.Drawing().ScreenRect(w.StackNo(2));
+    w.Band({a.Left - 3, a.Top - 3}, {a.Right + 3, a.Bottom + 3});
+    ASSERT_EQ(w.Drawing().BandList.size(), 1u);
+    w.Click({(other.Left + other.Right) / 2, (other.Top + other.Bottom) / 2}, Qt::ShiftModifier);
+    ASSERT_EQ(w.Drawing().BandList.size(), 1u);
+    EXPECT_EQ(w.Drawing().BandList[0].Record, &w.StackNo(0));
+    EXPECT_EQ(w.Picture(other.Left + 3, other.Top + 3), colour::kPartNormal);
+    EXPECT_EQ(w.Picture(a.Left + 3, a.Top + 3), colour::kPicked);
+}
+
+// --- left and right ------------------------------------------------------------------------------
+
+TEST(CKestoDlgEditing, LeftDisablesOkAndRightEnablesItAgain) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QPushButton* ok = w.Button("B-OK");
+    ASSERT_TRUE(ok->isEnabled());
+    // Picked alone, not with the other stack of its cell.
+    QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
+    w.Click({830, 718});
+    QTest::mouseClick(w.Button("B-PTOT"), Qt::LeftButton);
+    EXPECT_FALSE(ok->isEnabled());
+    EXPECT_EQ(w.App().HaichiList.Items.size(), 3u);
+    ASSERT_EQ(w.List("LIST-TORIOKI")->count(), 1);
+    EXPECT_TRUE(w.List("LIST-TORIOKI")->item(0)->text().startsWith("001    5/10"));
+    EXPECT_EQ(w.Picture(680, 628), colour::kPalletFrame);
+    // The close box is refused while OK is disabled.
+    EXPECT_FALSE(w.job.Dialog->close());
+    EXPECT_FALSE(w.job.Session->Ended());
+    w.List("LIST-TORIOKI")->setCurrentRow(0);
+    QTest::mouseClick(w.Button("B-TTOP"), Qt::LeftButton);
+    EXPECT_TRUE(ok->isEnabled());
+    EXPECT_EQ(w.List("LIST-TORIOKI")->count(), 0);
+    EXPECT_EQ(w.StackNo(0).Part->PiecesPlaced, 10);
+    EXPECT_EQ(w.Picture(680, 628), colour::kPartNormal);
+    EXPECT_TRUE(w.job.Svc.Op.KakuNumbers.empty());
+}
+
+TEST(CKestoDlgEditing, LeftWithABandInForceShowsMessage15) {
+    BandWindow w;
+    ASSERT_TRUE(w.opened);
+    w.Band({660, 100}, {1000, 830});
+    QTest::mouseClick(w.Button("B-PTOT"), Qt::LeftButton);
+    EXPECT_EQ(w.job.Svc.Op.KakuNumbers, (std::vector<std::pair<int, int>>{{15, 0}}));
+    EXPECT_TRUE(w.Button("B-OK")->isEnabled());
+    EXPECT_EQ(w.App().HaichiList.Items.size(), 4u);
+}
+
+// Answers the sheet-count dialog once it runs: the count typed, then OK.
+void AnswerSheetCount(CKestoDlg& dialog, const QString& count) {
+    QTimer::singleShot(0, &dialog, [&dialog, count] {
+        auto* mai = dialog.findChild<CKs_MaiDlg*>();
+        ASSERT_NE(mai, nullptr);
+        auto* edit = mai->findChild<QLineEdit*>("MaiSet");
+        edit->selectAll();
+        QTest::keyClicks(edit, count);
+        QTest::mouseClick(mai->findChild<QPushButton*>("ButtonOk"), Qt::LeftButton);
+    });
+}
+
+TEST(CKestoDlgEditing, MaiChgWithoutAPickDoesNothing) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::mouseClick(w.Button("B-MAICHG"), Qt::LeftButton);
+    EXPECT_EQ(w.job.Dialog->findChild<CKs_MaiDlg*>(), nullptr);
+    EXPECT_EQ(w.App().HaichiList.Items.size(), 4u);
+}
+
+TEST(CKestoDlgEditing, MaiChgStacksThePickedPartAgainWithTheNewCount) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
+    w.Click({830, 718});  // A1's stack at X 950, Y 550
+    ASSERT_EQ(w.Drawing().Picked, &w.StackNo(0));
+    // Ten pieces of 10 high under the limit of 500: ten fit, so the dialog gives 10 and asks
+    // 206/207 because that differs from the five it opened with.
+    AnswerSheetCount(*w.job.Dialog, "10");
+    QTest::mouseClick(w.Button("B-MAICHG"), Qt::LeftButton);
+    EXPECT_EQ(w.job.Svc.Op.KakuNumbers, (std::vector<std::pair<int, int>>{{206, 207}}));
+    // A1 now stands in one stack of ten, in the first corner the cell offers (X 950, Y 50);
+    // its own limit of five is back.
+    std::vector<const HaichiInfo*> a1;
+    for (const HaichiInfo& h : w.App().HaichiList) {
+        if (h.Part->Code == "A1")
+            a1.push_back(&h);
+    }
+    ASSERT_EQ(a1.size(), 1u);
+    EXPECT_EQ(a1[0]->Value, 10);
+    EXPECT_DOUBLE_EQ(a1[0]->X, 950);
+    EXPECT_DOUBLE_EQ(a1[0]->Y, 50);
+    EXPECT_EQ(a1[0]->Part->PiecesPlaced, 10);
+    EXPECT_EQ(a1[0]->Part->PerStackLimit, 5);
+    EXPECT_EQ(w.Drawing().Picked, a1[0]);
+    EXPECT_EQ(w.Drawing().LastPicked, a1[0]);
+    // The new stack is lit as the pick at (670, 618)-(990, 818); its old place above is free.
+    EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
+    EXPECT_EQ(w.Picture(680, 128), colour::kPalletFrame);
+}
+
+}  // namespace
+}  // namespace kesto

@@ -1,0 +1,94 @@
+// The main window's own all-parts list: a click picks the line's part in the drawing and
+// leaves one line selected; during a rubber-band selection the click is undone.
+#include <gtest/gtest.h>
+
+#include <QListWidget>
+#include <QPushButton>
+#include <QtTest/QTest>
+
+#include "common/WindowJob.h"
+#include "ui/draw/CKs_DrawArea.h"
+#include "view/Colours.h"
+
+namespace kesto {
+namespace {
+
+// The test job at 1600 x 900; the list "LIST-PTALL" shows Seq 1 (on pallet 1) and Seq 2 (in
+// small box 1) of process 1.
+struct MainListJob {
+    MainListJob() {
+        job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
+        shown = job.Open() && test::ShowLaidOut(job.App(), *job.Dialog, 1600, 900);
+    }
+    QListWidget& List() { return *job.Dialog->findChild<QListWidget*>("LIST-PTALL"); }
+    PalletDrawing& Drawing() { return job.Dialog->DrawArea()->Drawing(); }
+    void ClickLine(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::mouseClick(List().viewport(), Qt::LeftButton, modifiers,
+                          List().visualItemRect(List().item(row)).center());
+    }
+    std::vector<int> SelectedRows() {
+        std::vector<int> rows;
+        for (int i = 0; i < List().count(); ++i) {
+            if (List().item(i)->isSelected())
+                rows.push_back(i);
+        }
+        return rows;
+    }
+    HaichiInfo& FirstStack() { return *job.App().HaichiList.begin(); }
+    Rgb PixelOf(const HaichiInfo& stack) {
+        const IntRect r = *Drawing().ScreenRect(stack);
+        return test::PixelAt(job.Dialog->DrawArea()->Image(), (r.Left + r.Right) / 2,
+                             (r.Top + r.Bottom) / 2);
+    }
+
+    test::WindowJob job;
+    bool shown = false;
+};
+
+TEST(CKestoDlgPartsAll, ClickHighlightsThePartAndKeepsItsFirstStack) {
+    MainListJob s;
+    ASSERT_TRUE(s.shown);
+    HaichiInfo& stack = s.FirstStack();
+    ASSERT_EQ(stack.Part->Seq, 1);
+    EXPECT_EQ(s.PixelOf(stack), colour::kPartNormal);
+    s.ClickLine(0);
+    EXPECT_EQ(s.SelectedRows(), std::vector<int>{0});
+    EXPECT_EQ(s.Drawing().LastPicked, &stack);
+    EXPECT_EQ(s.Drawing().Picked, nullptr);
+    EXPECT_EQ(s.PixelOf(stack), colour::kSamePart);  // 252, 255, 108
+}
+
+TEST(CKestoDlgPartsAll, AddedLineLeavesOnlyTheCaretLineSelected) {
+    MainListJob s;
+    ASSERT_TRUE(s.shown);
+    s.ClickLine(0);
+    s.ClickLine(1, Qt::ControlModifier);
+    EXPECT_EQ(s.SelectedRows(), std::vector<int>{1});
+    // Seq 2 has no stack: Seq 1's highlight went, its stack stays LastPicked.
+    EXPECT_EQ(s.PixelOf(s.FirstStack()), colour::kPartNormal);
+    EXPECT_EQ(s.Drawing().LastPicked, &s.FirstStack());
+}
+
+TEST(CKestoDlgPartsAll, ClickDuringABandSelectionIsUndone) {
+    MainListJob s;
+    ASSERT_TRUE(s.shown);
+    s.Drawing().BandActive = 1;
+    s.ClickLine(0);
+    EXPECT_TRUE(s.SelectedRows().empty());
+    EXPECT_EQ(s.Drawing().LastPicked, nullptr);
+    EXPECT_EQ(s.PixelOf(s.FirstStack()), colour::kPartNormal);
+}
+
+TEST(CKestoDlgPartsAll, DroppingTheBandWithDirectPicksNothing) {
+    MainListJob s;
+    ASSERT_TRUE(s.shown);
+    s.ClickLine(0);
+    s.job.App().IsDirect = 1;
+    s.Drawing().BandActive = 1;
+    QTest::mouseClick(s.job.Dialog->findChild<QPushButton*>("B-NEST-A"), Qt::LeftButton);
+    EXPECT_TRUE(s.SelectedRows().empty());
+    EXPECT_EQ(s.Drawing().LastPicked, nullptr);
+}
+
+}  // namespace
+}  // namespace kesto
