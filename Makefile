@@ -31,7 +31,7 @@ test-asan: deps
 	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DKESTO_SANITIZE=ON
 	cmake --build $(ASAN_BUILD) -j $(JOBS)
 	cd $(ASAN_BUILD) && QT_QPA_PLATFORM=offscreen LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
-	  ctest --output-on-failure -j $(JOBS)
+	  KESTO_MONKEY_STEPS=10000 ctest --output-on-failure -j $(JOBS)
 
 demo: build
 	@sh examples/demo.sh $(BUILD)

@@ -16,14 +16,7 @@
 namespace kesto::test {
 
 inline std::filesystem::path E2eRoot() {
-    const char* source = std::getenv("KESTO_SOURCE_DIR");
-    return std::filesystem::path(source != nullptr ? source : KESTO_SOURCE_DIR_DEFAULT) / "tests" /
-           "e2e";
-}
-
-inline std::filesystem::path BinaryDir() {
-    const char* bin = std::getenv("KESTO_BINARY_DIR");
-    return std::filesystem::path(bin != nullptr ? bin : KESTO_BINARY_DIR_DEFAULT);
+    return SourceDir() / "tests" / "e2e";
 }
 
 // The names of the case folders, sorted.

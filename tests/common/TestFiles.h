@@ -13,6 +13,18 @@
 
 namespace kesto::test {
 
+// The source and build folders of the project: the environment's KESTO_SOURCE_DIR and
+// KESTO_BINARY_DIR when set, else those the tests were built in.
+inline std::filesystem::path SourceDir() {
+    const char* source = std::getenv("KESTO_SOURCE_DIR");
+    return std::filesystem::path(source != nullptr ? source : KESTO_SOURCE_DIR_DEFAULT);
+}
+
+inline std::filesystem::path BinaryDir() {
+    const char* binary = std::getenv("KESTO_BINARY_DIR");
+    return std::filesystem::path(binary != nullptr ? binary : KESTO_BINARY_DIR_DEFAULT);
+}
+
 // A fresh folder named after the running test, removed at the end.
 class TempFolder {
   public:

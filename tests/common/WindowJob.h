@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QtTest/QTest>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -91,5 +92,14 @@ struct WindowJob {
     FontTable Fonts;
     std::unique_ptr<CKestoDlg> Dialog;
 };
+
+// The sample installation of examples/ copied into the job's folder and opened as
+// examples/demo_setup.sh starts it: offsets A 1400 and B 10, start corner 1.
+inline bool OpenSampleJob(WindowJob& job) {
+    std::filesystem::copy(SourceDir() / "examples" / "install", job.Install.Root(),
+                          std::filesystem::copy_options::recursive |
+                              std::filesystem::copy_options::overwrite_existing);
+    return job.Open("kesto " + job.Install.Path("pallet/pallets.txt").string() + " 0 0 1400 10 1");
+}
 
 }  // namespace kesto::test

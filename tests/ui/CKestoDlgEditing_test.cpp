@@ -16,6 +16,7 @@
 #include <QTimer>
 #include <QtTest/QTest>
 
+#include "common/E2eCases.h"
 #include "common/WindowJob.h"
 #include "ui/dialogs/CKs_MaiDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
@@ -166,6 +167,28 @@ TEST(CKestoDlgEditing, DragMovesTheStackToAnotherCornerOfThePallet) {
     EXPECT_EQ(w.Picture(90, 700), colour::kPartPen);
     EXPECT_EQ(w.Picture(980, 700), colour::kPalletFrame);
     EXPECT_TRUE(w.Area().DragImage().empty());
+}
+
+// The window's OK writes what the model holds: the moved stack's save line, which kesto-batch
+// then restores to the same place and writes back unchanged.
+TEST(CKestoDlgEditing, AMovedStackIsWhatOkWritesAndTheBatchToolRestores) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    w.Drag({830, 718}, {260, 718});
+    ASSERT_DOUBLE_EQ(w.StackNo(0).X, 370);
+    QTest::mouseClick(w.Button("B-OK"), Qt::LeftButton);
+    ASSERT_TRUE(w.job.Session->Ended());
+    const std::string saved = w.job.Install.Read("out/haichi.csv");
+    // The save line gives the stack's left and lower edges: X - SizeX = 370 - 320 = 50, Y 550
+    // became 50 (the pallet's save offsets are 0).
+    EXPECT_NE(saved.find("A1,1,PartA,1,5,   50.0000,   50.0000,"), std::string::npos) << saved;
+    EXPECT_EQ(saved.find("A1,1,PartA,1,5,  630.0000,  550.0000,"), std::string::npos) << saved;
+    const auto log = w.job.Install.Path("batch.log");
+    EXPECT_EQ(test::RunBatchProcess(w.job.Install.Root(), "ok",
+                                    w.job.Install.Path("pallet.txt").string() + " 0 0 0 0 1", log),
+              0)
+        << test::ReadFile(log);
+    EXPECT_EQ(w.job.Install.Read("out/haichi.csv"), saved);
 }
 
 TEST(CKestoDlgEditing, DragInFourPalletViewMovesTheStackToTheSecondPallet) {

@@ -26,16 +26,6 @@ constexpr int kHeight = 900;
 constexpr int kChannelTolerance = 48;
 constexpr double kDifferentShare = 0.005;
 
-fs::path SourceDir() {
-    const char* source = std::getenv("KESTO_SOURCE_DIR");
-    return fs::path(source != nullptr ? source : KESTO_SOURCE_DIR_DEFAULT);
-}
-
-fs::path BinaryDir() {
-    const char* binary = std::getenv("KESTO_BINARY_DIR");
-    return fs::path(binary != nullptr ? binary : KESTO_BINARY_DIR_DEFAULT);
-}
-
 bool Updating() {
     const char* update = std::getenv("KESTO_UPDATE_GOLDEN");
     return update != nullptr && std::string(update) == "1";
@@ -44,12 +34,7 @@ bool Updating() {
 // The window over the sample installation, shown, laid out and switched to view.
 QImage RenderSampleJob(ScreenView view) {
     test::WindowJob job;
-    fs::copy(SourceDir() / "examples" / "install", job.Install.Root(),
-             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
-    // As examples/demo_setup.sh starts it: offsets A 1400 and B 10, start corner 1.
-    const std::string commandLine =
-        "kesto " + job.Install.Path("pallet/pallets.txt").string() + " 0 0 1400 10 1";
-    if (!job.Open(commandLine) || !test::ShowLaidOut(job.App(), *job.Dialog, kWidth, kHeight))
+    if (!test::OpenSampleJob(job) || !test::ShowLaidOut(job.App(), *job.Dialog, kWidth, kHeight))
         return {};
     ShowScreenView(*job.Dialog, view);
     QApplication::processEvents();
@@ -75,7 +60,7 @@ void ExpectMatchesGolden(ScreenView view) {
     const std::string name = std::string("main-") + ScreenViewName(view) + ".png";
     const QImage actual = RenderSampleJob(view);
     ASSERT_EQ(actual.size(), QSize(kWidth, kHeight)) << "the window was not laid out";
-    const fs::path golden = SourceDir() / "tests" / "ui" / "golden" / name;
+    const fs::path golden = test::SourceDir() / "tests" / "ui" / "golden" / name;
     if (Updating()) {
         fs::create_directories(golden.parent_path());
         ASSERT_TRUE(actual.save(QString::fromStdString(golden.string()), "PNG")) << golden;
@@ -89,7 +74,7 @@ void ExpectMatchesGolden(ScreenView view) {
         expected.size() == actual.size() ? DifferentPixels(expected, actual) : kWidth * kHeight;
     if (different <= allowed)
         return;
-    const fs::path out = BinaryDir() / "ui-actual" / name;
+    const fs::path out = test::BinaryDir() / "ui-actual" / name;
     fs::create_directories(out.parent_path());
     actual.save(QString::fromStdString(out.string()), "PNG");
     ADD_FAILURE() << name << ": " << different << " pixels differ (at most " << allowed
