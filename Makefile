@@ -5,9 +5,13 @@ JOBS       ?= 2
 # CI sets KESTO_WERROR=ON: warnings fail the build there.
 KESTO_WERROR ?= OFF
 PACKAGES   := cmake g++ make libgtest-dev libgmock-dev libbenchmark-dev \
-              qt6-base-dev qt6-qpa-plugins libgl1-mesa-dev fonts-dejavu-core fonts-noto-cjk
+              qt6-base-dev qt6-qpa-plugins libgl1-mesa-dev fonts-dejavu-core fonts-noto-cjk \
+              clang libclang-rt-14-dev
+# make fuzz: the libFuzzer harnesses of fuzz/, built with clang; each runs FUZZ_SECONDS.
+FUZZ_BUILD   ?= build-fuzz
+FUZZ_SECONDS ?= 60
 
-.PHONY: deps build test test-asan demo bench screenshot format clean
+.PHONY: deps build test test-asan fuzz demo bench screenshot format clean
 
 deps:
 	@missing=""; for p in $(PACKAGES); do \
@@ -32,6 +36,12 @@ test-asan: deps
 	cmake --build $(ASAN_BUILD) -j $(JOBS)
 	cd $(ASAN_BUILD) && QT_QPA_PLATFORM=offscreen LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
 	  KESTO_MONKEY_STEPS=10000 ctest --output-on-failure -j $(JOBS)
+
+fuzz: deps
+	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DKESTO_FUZZ=ON -DKESTO_WITH_UI=OFF -DKESTO_WITH_BENCH=OFF
+	cmake --build $(FUZZ_BUILD) --target kesto-fuzzers -j $(JOBS)
+	sh fuzz/run.sh $(FUZZ_BUILD) $(FUZZ_SECONDS) $(FUZZ_RUNS)
 
 demo: build
 	@sh examples/demo.sh $(BUILD)

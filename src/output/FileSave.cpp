@@ -1,4 +1,5 @@
 #include "output/CKs_FileSave.h"
+#include "support/AtomicFile.h"
 #include "support/SetupList.h"
 
 namespace kesto {
@@ -6,14 +7,28 @@ namespace kesto {
 namespace {
 constexpr int kResultFileKind = 96;
 constexpr int kSaveFileKind = 97;
+
+// A run killed while writing leaves its temporaries beside the targets, and nothing else
+// would ever remove them from a data folder that a host program scans.
+void RemoveTemporariesOfTargets(const std::string& result, const std::string& save) {
+    if (!result.empty()) {
+        AtomicFile::RemoveStaleTemporaries(result + "_tmp");
+        AtomicFile::RemoveStaleTemporaries(result);
+    }
+    if (!save.empty())
+        AtomicFile::RemoveStaleTemporaries(save);
+}
 }  // namespace
 
 int CKs_FileSave::SaveAll() {
+    const std::string result = GetDataFilePath(services_, DataFile::Result);
+    const std::string save = GetDataFilePath(services_, DataFile::PlacementSave);
+    RemoveTemporariesOfTargets(result, save);
     if (app_.PartsList.Empty())
         return 1;
-    if (WriteResultFile(GetDataFilePath(services_, DataFile::Result)) != 1)
+    if (WriteResultFile(result) != 1)
         return 0;
-    return WritePlacementFile(GetDataFilePath(services_, DataFile::PlacementSave));
+    return WritePlacementFile(save);
 }
 
 }  // namespace kesto

@@ -1,6 +1,8 @@
 #include "support/AtomicFile.h"
 
+#include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <vector>
 
 #ifdef _WIN32
@@ -10,9 +12,92 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <csignal>
 #endif
 
 namespace kesto {
+
+namespace {
+
+const std::string kTempMarker = ".kesto-";
+#ifdef _WIN32
+const std::string kTempTail = "tmp";
+#else
+const std::string kTempTail = "XXXXXX";  // mkstemp's template: six letters or digits
+#endif
+
+#if defined(__GLIBC__)
+// Test-only hook for the kill tests: with KESTO_TEST_STOP_AFTER_WRITES=N in the environment the
+// temporaries are written unbuffered through a counting stream, and the process kills itself
+// (SIGKILL) at the N-th write step: a temporary created, a write reaching it, a temporary
+// complete before its rename, a rename done. Unset or not above 0, nothing differs.
+long StopAfterWrites() {
+    static const long limit = [] {
+        const char* value = std::getenv("KESTO_TEST_STOP_AFTER_WRITES");
+        return value != nullptr ? std::atol(value) : 0L;
+    }();
+    return limit;
+}
+
+void CountWriteStep() {
+    static long steps = 0;
+    if (StopAfterWrites() > 0 && ++steps >= StopAfterWrites())
+        ::raise(SIGKILL);
+}
+
+ssize_t CountingWrite(void* cookie, const char* data, size_t size) {
+    CountWriteStep();
+    const int fd = static_cast<int>(reinterpret_cast<intptr_t>(cookie));
+    size_t done = 0;
+    while (done < size) {
+        const ssize_t n = ::write(fd, data + done, size - done);
+        if (n <= 0)
+            return 0;  // a cookie stream reports failure as 0
+        done += static_cast<size_t>(n);
+    }
+    return static_cast<ssize_t>(done);
+}
+
+int CountingClose(void* cookie) {
+    return ::close(static_cast<int>(reinterpret_cast<intptr_t>(cookie)));
+}
+
+std::FILE* OpenCountingStream(int fd) {
+    const cookie_io_functions_t io{nullptr, CountingWrite, nullptr, CountingClose};
+    std::FILE* file = ::fopencookie(reinterpret_cast<void*>(static_cast<intptr_t>(fd)), "w", io);
+    if (file != nullptr)
+        std::setvbuf(file, nullptr, _IONBF, 0);
+    return file;
+}
+#else
+long StopAfterWrites() {
+    return 0;
+}
+void CountWriteStep() {}
+std::FILE* OpenCountingStream(int) {
+    return nullptr;
+}
+#endif
+
+bool IsTempTail(const std::string& tail) {
+#ifdef _WIN32
+    return tail == kTempTail;
+#else
+    if (tail.size() != kTempTail.size())
+        return false;
+    // ASCII only, whatever the locale: mkstemp draws from A-Z, a-z and 0-9.
+    for (const char c : tail) {
+        const bool letterOrDigit =
+            (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+        if (!letterOrDigit)
+            return false;
+    }
+    return true;
+#endif
+}
+
+}  // namespace
 
 AtomicFile::AtomicFile(std::string target) : target_(std::move(target)) {}
 
@@ -23,11 +108,11 @@ AtomicFile::~AtomicFile() {
 bool AtomicFile::Open() {
     Discard();
 #ifdef _WIN32
-    temp_ = target_ + ".kesto-tmp";
+    temp_ = target_ + kTempMarker + kTempTail;
     file_ = std::fopen(temp_.c_str(), "w");
 #else
     std::vector<char> name(target_.begin(), target_.end());
-    const std::string suffix = ".kesto-XXXXXX";
+    const std::string suffix = kTempMarker + kTempTail;
     name.insert(name.end(), suffix.begin(), suffix.end());
     name.push_back('\0');
     const int fd = ::mkstemp(name.data());
@@ -38,10 +123,8 @@ bool AtomicFile::Open() {
     // mkstemp creates 0600; the result files are read by other programs of the machine.
     ::fchmod(fd, 0644);
     temp_ = name.data();
-    file_ = ::fdopen(fd, "w");
-    if (file_ == nullptr) {
+    if (!OpenStream(fd))
         ::close(fd);
-    }
 #endif
     if (file_ == nullptr) {
         if (!temp_.empty())
@@ -49,7 +132,14 @@ bool AtomicFile::Open() {
         temp_.clear();
         return false;
     }
+    CountWriteStep();
     return true;
+}
+
+bool AtomicFile::OpenStream(int fd) {
+    file_ = StopAfterWrites() > 0 ? OpenCountingStream(fd) : ::fdopen(fd, "w");
+    fd_ = file_ != nullptr ? fd : -1;
+    return file_ != nullptr;
 }
 
 bool AtomicFile::Commit() {
@@ -57,10 +147,13 @@ bool AtomicFile::Commit() {
         return false;
     bool ok = std::fflush(file_) == 0 && !std::ferror(file_);
 #ifndef _WIN32
-    ok = ok && ::fsync(::fileno(file_)) == 0;
+    ok = ok && ::fsync(fd_) == 0;
 #endif
     ok = (std::fclose(file_) == 0) && ok;
     file_ = nullptr;
+    fd_ = -1;
+    if (ok)
+        CountWriteStep();
 #ifdef _WIN32
     ok = ok && MoveFileExA(temp_.c_str(), target_.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
 #else
@@ -68,6 +161,8 @@ bool AtomicFile::Commit() {
 #endif
     if (!ok) {
         std::remove(temp_.c_str());
+    } else {
+        CountWriteStep();
     }
     temp_.clear();
     return ok;
@@ -77,11 +172,40 @@ void AtomicFile::Discard() {
     if (file_ != nullptr) {
         std::fclose(file_);
         file_ = nullptr;
+        fd_ = -1;
     }
     if (!temp_.empty()) {
         std::remove(temp_.c_str());
         temp_.clear();
     }
+}
+
+bool AtomicFile::IsTemporaryName(const std::string& targetName, const std::string& name) {
+    const std::string prefix = targetName + kTempMarker;
+    return !targetName.empty() && name.size() > prefix.size() &&
+           name.compare(0, prefix.size(), prefix) == 0 && IsTempTail(name.substr(prefix.size()));
+}
+
+int AtomicFile::RemoveStaleTemporaries(const std::string& target) {
+    namespace fs = std::filesystem;
+    const fs::path path(target);
+    const std::string targetName = path.filename().string();
+    if (targetName.empty())
+        return 0;
+    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+    std::vector<fs::path> stale;
+    std::error_code ec;
+    for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+        // A symbolic link or a folder is never one of ours, whatever its name.
+        std::error_code typeError;
+        if (IsTemporaryName(targetName, it->path().filename().string()) &&
+            it->symlink_status(typeError).type() == fs::file_type::regular)
+            stale.push_back(it->path());
+    }
+    int removed = 0;
+    for (const fs::path& file : stale)
+        removed += fs::remove(file, ec) ? 1 : 0;
+    return removed;
 }
 
 }  // namespace kesto

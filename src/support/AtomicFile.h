@@ -25,10 +25,22 @@ class AtomicFile {
     const std::string& Target() const { return target_; }
     const std::string& TempPath() const { return temp_; }
 
+    // True when name is exactly what Open names a temporary of a target called targetName:
+    // "<targetName>.kesto-" and mkstemp's six letters or digits ("<targetName>.kesto-tmp" on
+    // Windows).
+    static bool IsTemporaryName(const std::string& targetName, const std::string& name);
+    // Removes the temporaries of target that a writer stopped midway (killed, power cut) left
+    // in the target's folder: only regular files named as IsTemporaryName says. Returns how
+    // many were removed.
+    static int RemoveStaleTemporaries(const std::string& target);
+
   private:
+    bool OpenStream(int fd);
+
     std::string target_;
     std::string temp_;
     std::FILE* file_ = nullptr;
+    int fd_ = -1;
 };
 
 }  // namespace kesto

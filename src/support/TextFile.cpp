@@ -1,6 +1,8 @@
 #include "support/TextFile.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
@@ -101,6 +103,27 @@ class FieldSplitter {
     int quotes_ = 0;
 };
 
+#ifndef _WIN32
+// Only a regular file is read: a FIFO would block the open until some writer came, and a
+// folder or a device is no text file. Such a path counts as a file that cannot be opened.
+std::FILE* OpenRegularFileForReading(const std::string& path) {
+    const int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return nullptr;
+    struct stat status {};
+    const bool regular = ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
+    const int flags = ::fcntl(fd, F_GETFL);
+    if (!regular || flags < 0 || ::fcntl(fd, F_SETFL, flags & ~O_NONBLOCK) != 0) {
+        ::close(fd);
+        return nullptr;
+    }
+    std::FILE* file = ::fdopen(fd, "r");
+    if (file == nullptr)
+        ::close(fd);
+    return file;
+}
+#endif
+
 }  // namespace
 
 const std::string& FieldList::operator[](int i) const {
@@ -141,6 +164,10 @@ int OpenFile(const std::string& path, const char* mode, TextFile& out) {
 #ifndef _WIN32
     // 't' is a Windows runtime flag; the text rules are applied by ReadLine.
     cmode.erase(std::remove(cmode.begin(), cmode.end(), 't'), cmode.end());
+    if (cmode == "r") {
+        out.Reset(OpenRegularFileForReading(path));
+        return out ? 1 : 0;
+    }
 #endif
     out.Reset(std::fopen(path.c_str(), cmode.c_str()));
     return out ? 1 : 0;

@@ -94,12 +94,18 @@ struct WindowJob {
 };
 
 // The sample installation of examples/ copied into the job's folder and opened as
-// examples/demo_setup.sh starts it: offsets A 1400 and B 10, start corner 1.
+// examples/demo_setup.sh starts it: from the system folder (the job names its outline files
+// relative to it), offsets A 1400 and B 10, start corner 1.
 inline bool OpenSampleJob(WindowJob& job) {
     std::filesystem::copy(SourceDir() / "examples" / "install", job.Install.Root(),
                           std::filesystem::copy_options::recursive |
                               std::filesystem::copy_options::overwrite_existing);
-    return job.Open("kesto " + job.Install.Path("pallet/pallets.txt").string() + " 0 0 1400 10 1");
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(job.Install.Root());
+    const bool opened =
+        job.Open("kesto " + job.Install.Path("pallet/pallets.txt").string() + " 0 0 1400 10 1");
+    std::filesystem::current_path(before);
+    return opened;
 }
 
 }  // namespace kesto::test

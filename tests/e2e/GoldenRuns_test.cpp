@@ -3,7 +3,14 @@
 //   case.txt        "args:" the six tokens, "answer:" ok|cancel, "exit:" the process exit status,
 //                   "runs:" how many times the job runs in a row (a later run restores the save
 //                   file of the one before), "output:" a text the run must print (either stream),
-//                   "remove:" a file of install/ to delete before the run
+//                   "remove:" a file of install/ to delete before the run; bad-input cases add
+//                   (each may be given more than once where it names a path):
+//                   "generate:" garbage PATH LINES SEED [PREFIX] | long-line PATH BYTES [lf],
+//                   appended to install/PATH at test time so that big inputs are not committed;
+//                   "fifo:" / "folder:" PATH replaced by a FIFO / a folder; "file-size-limit:"
+//                   bytes a written file may reach (RLIMIT_FSIZE, SIGXFSZ ignored, as a full disk);
+//                   "time-limit:" seconds the run must end within (it is killed at twice that);
+//                   "output:" may be given more than once
 //   install/        the system folder as the job finds it
 //   expected/       files that must exist afterwards, relative to the system folder, byte for
 //                   byte; "NAME.absent" means NAME must not exist
@@ -12,9 +19,18 @@
 // of out/ is copied, and a file that was not written gets (or keeps) its ".absent" marker.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <map>
+#include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -25,10 +41,107 @@ namespace {
 
 namespace fs = std::filesystem;
 
-int RunBatch(const fs::path& install, const std::map<std::string, std::string>& c,
-             const fs::path& log) {
+using CaseValues = std::map<std::string, std::string>;
+
+// Every value of a key that may be given more than once, in file order.
+std::vector<std::string> AllValues(const fs::path& caseFile, const std::string& key) {
+    std::vector<std::string> values;
+    for (const std::string& line : test::ReadLines(caseFile.string())) {
+        if (line.rfind(key + ":", 0) != 0)
+            continue;
+        std::string value = line.substr(key.size() + 1);
+        value.erase(0, value.find_first_not_of(' '));
+        values.push_back(value);
+    }
+    return values;
+}
+
+std::vector<std::string> Words(const std::string& text) {
+    std::istringstream in(text);
+    std::vector<std::string> words;
+    for (std::string w; in >> w;)
+        words.push_back(w);
+    return words;
+}
+
+void Append(const fs::path& file, const std::string& bytes) {
+    std::ofstream out(file, std::ios::binary | std::ios::app);
+    out << bytes;
+}
+
+// LINES lines of seeded random bytes (no line feed inside), each after PREFIX when given.
+std::string GarbageLines(int lines, unsigned seed, const std::string& prefix) {
+    std::mt19937 random(seed);
+    std::string bytes;
+    for (int i = 0; i < lines; ++i) {
+        bytes += prefix;
+        const unsigned length = random() % 300;
+        for (unsigned k = 0; k < length; ++k) {
+            const char c = static_cast<char>(random() & 0xFF);
+            bytes += c == '\n' ? ' ' : c;
+        }
+        bytes += '\n';
+    }
+    return bytes;
+}
+
+void Generate(const fs::path& install, const std::string& spec) {
+    const std::vector<std::string> w = Words(spec);
+    ASSERT_GE(w.size(), 3u) << spec;
+    const fs::path file = install / w[1];
+    if (w[0] == "garbage") {
+        ASSERT_GE(w.size(), 4u) << spec;
+        Append(file, GarbageLines(std::stoi(w[2]), static_cast<unsigned>(std::stoul(w[3])),
+                                  w.size() > 4 ? w[4] : ""));
+    } else if (w[0] == "long-line") {
+        const bool lineFeed = w.size() > 3 && w[3] == "lf";
+        Append(file, std::string(std::stoul(w[2]), 'x') + (lineFeed ? "\n" : ""));
+    } else {
+        FAIL() << "unknown generator " << spec;
+    }
+}
+
+void Prepare(const fs::path& install, const CaseValues& c, const fs::path& caseFile) {
+    if (c.count("remove"))
+        fs::remove(install / c.at("remove"));
+    for (const std::string& spec : AllValues(caseFile, "generate"))
+        Generate(install, spec);
+    for (const std::string& path : AllValues(caseFile, "fifo")) {
+        fs::remove(install / path);
+        ASSERT_EQ(::mkfifo((install / path).c_str(), 0600), 0) << path;
+    }
+    for (const std::string& path : AllValues(caseFile, "folder")) {
+        fs::remove(install / path);
+        fs::create_directories(install / path);
+    }
+}
+
+// The run as a host would start it, bounded in time and, when asked, in file size.
+int RunBatch(const fs::path& install, const CaseValues& c, const fs::path& log) {
     const std::string answer = c.count("answer") ? c.at("answer") : "ok";
-    return test::RunBatchProcess(install, answer, c.at("args"), log);
+    std::string args = c.at("args");
+    std::string wrapper;
+    if (c.count("time-limit"))
+        wrapper += "timeout -s KILL " + std::to_string(2 * std::stoi(c.at("time-limit"))) + " ";
+    if (c.count("file-size-limit"))
+        wrapper += "prlimit --fsize=" + c.at("file-size-limit") + " ";
+    if (wrapper.empty())
+        return test::RunBatchProcess(install, answer, args, log);
+    // Ignored signals stay ignored across exec: a write beyond the limit fails as on a full
+    // disk instead of killing the process. The output goes through a pipe, which the limit
+    // does not cut, and the status through a file.
+    const fs::path statusFile = log.string() + ".status";
+    const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+    const std::string command =
+        "(cd '" + install.string() + "' && ORVOSystemRoot='" + install.string() +
+        "' XDG_CONFIG_HOME='" + (install.parent_path() / "config").string() + "' " + wrapper + "'" +
+        (test::BinaryDir() / "kesto-batch").string() + "' --answer " + answer + " " + args +
+        " 2>&1; echo $? >'" + statusFile.string() + "') | cat >>'" + log.string() + "'";
+    const int status = std::system(command.c_str());
+    std::signal(SIGXFSZ, previous);
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+        return -1;
+    return std::stoi(test::ReadFile(statusFile.string()));
 }
 
 // The expected files as the run left them: out/ copied, missing files marked ".absent".
@@ -99,17 +212,22 @@ TEST_P(GoldenRun, WritesTheExpectedFiles) {
     const fs::path install = temp.Path() / "install";
     fs::copy(caseDir / "install", install, fs::copy_options::recursive);
     fs::create_directories(install / "out");
-    if (c.count("remove"))
-        fs::remove(install / c.at("remove"));
+    ASSERT_NO_FATAL_FAILURE(Prepare(install, c, caseDir / "case.txt"));
     const fs::path log = temp.Path() / "log.txt";
     const int runs = c.count("runs") ? std::stoi(c.at("runs")) : 1;
     int status = -1;
+    const auto start = std::chrono::steady_clock::now();
     for (int i = 0; i < runs; ++i)
         status = RunBatch(install, c, log);
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    if (c.count("time-limit")) {
+        EXPECT_LT(took.count(), std::stod(c.at("time-limit")));
+    }
     const int expectedStatus = c.count("exit") ? std::stoi(c.at("exit")) : 0;
     EXPECT_EQ(status, expectedStatus) << test::ReadFile(log.string());
-    if (c.count("output")) {
-        EXPECT_NE(test::ReadFile(log.string()).find(c.at("output")), std::string::npos)
+    for (const std::string& text : AllValues(caseDir / "case.txt", "output")) {
+        EXPECT_NE(test::ReadFile(log.string()).find(text), std::string::npos)
+            << text << "\n"
             << test::ReadFile(log.string());
     }
     CompareOrUpdate(GetParam(), caseDir, install);

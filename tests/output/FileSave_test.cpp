@@ -95,5 +95,48 @@ TEST_F(SaveAll, ShortPartRefusedWritesNoSaveFile) {
     EXPECT_EQ(app_->ErrorCode, 0);
 }
 
+TEST_F(SaveAll, RemovesTheStaleTemporariesOfItsThreeFilesBeforeWriting) {
+    WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
+    AddExactPart();
+    const std::vector<std::string> stale = {"res.csv.kesto-AbC123", "res.csv_tmp.kesto-000000",
+                                            "save.csv.kesto-zzzzzz"};
+    const std::vector<std::string> kept = {"res.csv.kesto-notours", "other.csv.kesto-ABC123",
+                                           "save.csv.kesto-ABC12"};
+    for (const std::string& name : stale)
+        WriteFile(Out(name), "torn");
+    for (const std::string& name : kept)
+        WriteFile(Out(name), "not ours");
+
+    EXPECT_EQ(FileSave().SaveAll(), 1);
+
+    for (const std::string& name : stale)
+        EXPECT_FALSE(fs::exists(Out(name))) << name;
+    for (const std::string& name : kept)
+        EXPECT_EQ(ReadFile(Out(name)), "not ours") << name;
+    // Three written files and the three foreign names: nothing else is left in the folder.
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir_ / "sys" / "out"), fs::directory_iterator{}),
+              6);
+}
+
+TEST_F(SaveAll, RemovesStaleTemporariesAlsoWhenTheJobHasNoParts) {
+    WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
+    WriteFile(Out("save.csv.kesto-ABC123"), "torn");
+
+    EXPECT_EQ(FileSave().SaveAll(), 1);
+
+    EXPECT_FALSE(fs::exists(Out("save.csv.kesto-ABC123")));
+    EXPECT_FALSE(fs::exists(Out("save.csv")));
+}
+
+TEST_F(SaveAll, LeavesTemporariesOfTheTargetsInOtherFoldersAlone) {
+    WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
+    AddExactPart();
+    WriteFile((dir_ / "sys" / "res.csv.kesto-ABC123").string(), "not ours");
+
+    EXPECT_EQ(FileSave().SaveAll(), 1);
+
+    EXPECT_EQ(ReadFile((dir_ / "sys" / "res.csv.kesto-ABC123").string()), "not ours");
+}
+
 }  // namespace
 }  // namespace kesto::test

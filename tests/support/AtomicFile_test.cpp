@@ -5,6 +5,9 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
+#include <string>
+#include <vector>
 
 #include "common/TestFiles.h"
 
@@ -85,6 +88,85 @@ TEST(AtomicFile, OpenFailsInAMissingFolder) {
     EXPECT_FALSE(out.Open());
     EXPECT_EQ(out.get(), nullptr);
     EXPECT_FALSE(out.Commit());
+}
+
+TEST(AtomicFile, TemporaryNameIsTheTargetNameMarkerAndSixLettersOrDigits) {
+    EXPECT_TRUE(AtomicFile::IsTemporaryName("result.csv", "result.csv.kesto-a1B2c3"));
+    EXPECT_TRUE(AtomicFile::IsTemporaryName("result.csv", "result.csv.kesto-ZZZZZZ"));
+    EXPECT_TRUE(AtomicFile::IsTemporaryName("result.csv_tmp", "result.csv_tmp.kesto-000000"));
+}
+
+TEST(AtomicFile, NamesThatOnlyLookLikeATemporaryAreNotOurs) {
+    // "notours" has seven characters; mkstemp always fills exactly six.
+    EXPECT_FALSE(AtomicFile::IsTemporaryName("result.csv", "result.csv.kesto-notours"));
+    EXPECT_FALSE(AtomicFile::IsTemporaryName("result.csv", "result.csv.kesto-ABC12"));
+    EXPECT_FALSE(AtomicFile::IsTemporaryName("result.csv", "result.csv.kesto-ABC_12"));
+    EXPECT_FALSE(AtomicFile::IsTemporaryName("result.csv",
+                                             "result.csv.kesto-AB\xc3\xa9"
+                                             "CD"));
+    EXPECT_FALSE(AtomicFile::IsTemporaryName("result.csv", "result.csv.kesto-"));
+    EXPECT_FALSE(AtomicFile::IsTemporaryName("result.csv", "result.csv.KESTO-ABC123"));
+    EXPECT_FALSE(AtomicFile::IsTemporaryName("result.csv", "other.csv.kesto-ABC123"));
+    EXPECT_FALSE(AtomicFile::IsTemporaryName("result.csv", "xresult.csv.kesto-ABC123"));
+    // The side file's temporaries belong to the side file, not to the result file.
+    EXPECT_FALSE(AtomicFile::IsTemporaryName("result.csv", "result.csv_tmp.kesto-ABC123"));
+    EXPECT_FALSE(AtomicFile::IsTemporaryName("result.csv", "result.csv"));
+    EXPECT_FALSE(AtomicFile::IsTemporaryName("", ".kesto-ABC123"));
+}
+
+TEST(AtomicFile, TheTemporaryOpenCreatesHasTheTemporaryName) {
+    TempFolder folder;
+    AtomicFile out(folder / "r.csv");
+    ASSERT_TRUE(out.Open());
+    const std::string name = std::filesystem::path(out.TempPath()).filename().string();
+    EXPECT_TRUE(AtomicFile::IsTemporaryName("r.csv", name)) << name;
+}
+
+TEST(AtomicFile, RemovesOnlyTheStaleTemporariesOfItsTarget) {
+    TempFolder folder;
+    WriteFile(folder / "r.csv", kOld);
+    for (const char* name : {"r.csv.kesto-ABC123", "r.csv.kesto-x9Y8z7"})
+        WriteFile(folder / name, "torn");
+    const std::vector<std::string> kept = {"r.csv.kesto-notours", "other.csv.kesto-ABC123",
+                                           "r.csv_tmp.kesto-ABC123", "sub/r.csv.kesto-ABC123"};
+    for (const std::string& name : kept)
+        WriteFile(folder / name, "not ours");
+    std::filesystem::create_directory(folder / "r.csv.kesto-DIR123");
+    std::filesystem::create_symlink(folder / "r.csv", folder / "r.csv.kesto-LNK123");
+
+    EXPECT_EQ(AtomicFile::RemoveStaleTemporaries(folder / "r.csv"), 2);
+
+    EXPECT_FALSE(std::filesystem::exists(folder / "r.csv.kesto-ABC123"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "r.csv.kesto-x9Y8z7"));
+    for (const std::string& name : kept)
+        EXPECT_EQ(ReadFile(folder / name), "not ours") << name;
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "r.csv.kesto-DIR123"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "r.csv.kesto-LNK123"));
+    EXPECT_EQ(ReadFile(folder / "r.csv"), kOld);
+}
+
+TEST(AtomicFile, RemovingTemporariesOfAMissingFolderOrNoNameDoesNothing) {
+    TempFolder folder;
+    WriteFile(folder / ".kesto-ABC123", "x");
+    EXPECT_EQ(AtomicFile::RemoveStaleTemporaries(folder / "no/such/r.csv"), 0);
+    EXPECT_EQ(AtomicFile::RemoveStaleTemporaries(""), 0);
+    EXPECT_EQ(AtomicFile::RemoveStaleTemporaries(folder.Path().string() + "/"), 0);
+    EXPECT_TRUE(std::filesystem::exists(folder / ".kesto-ABC123"));
+}
+
+TEST(AtomicFile, AStaleTemporaryDoesNotDisturbTheNextWrite) {
+    TempFolder folder;
+    WriteFile(folder / "r.csv", kOld);
+    WriteFile(folder / "r.csv.kesto-ABC123", "torn half li");
+    AtomicFile::RemoveStaleTemporaries(folder / "r.csv");
+    AtomicFile out(folder / "r.csv");
+    ASSERT_TRUE(out.Open());
+    std::fputs("new\n", out.get());
+    EXPECT_TRUE(out.Commit());
+    EXPECT_EQ(ReadFile(folder / "r.csv"), "new\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()),
+                            std::filesystem::directory_iterator{}),
+              1);
 }
 
 }  // namespace

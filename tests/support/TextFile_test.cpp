@@ -1,5 +1,7 @@
 #include "support/TextFile.h"
 
+#include <sys/stat.h>
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -306,6 +308,37 @@ TEST(OpenFile, MissingFileGivesZeroAndNoHandle) {
     TextFile file;
     EXPECT_EQ(OpenFile(folder / "missing.txt", "rt", file), 0);
     EXPECT_FALSE(file);
+}
+
+TEST(OpenFile, FolderCannotBeOpenedForReading) {
+    TempFolder folder;
+    TextFile file;
+    EXPECT_EQ(OpenFile(folder.Path().string(), "rt", file), 0);
+    EXPECT_FALSE(file);
+}
+
+TEST(OpenFile, FifoIsRefusedWithoutWaitingForAWriter) {
+    // A plain open would block here until some process opened the FIFO for writing.
+    TempFolder folder;
+    const std::string fifo = folder / "pipe.txt";
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    TextFile file;
+    EXPECT_EQ(OpenFile(fifo, "rt", file), 0);
+    EXPECT_FALSE(file);
+    EXPECT_EQ(FileExists(fifo), 1);
+}
+
+TEST(OpenFile, RegularFileIsReadFromItsStart) {
+    TempFolder folder;
+    WriteFile(folder / "f.txt", "ab\ncd\n");
+    TextFile file;
+    ASSERT_EQ(OpenFile(folder / "f.txt", "rt", file), 1);
+    std::string line;
+    EXPECT_EQ(ReadLine(line, file.get()), 2);
+    EXPECT_EQ(line, "ab");
+    EXPECT_EQ(ReadLine(line, file.get()), 2);
+    EXPECT_EQ(line, "cd");
+    EXPECT_EQ(ReadLine(line, file.get()), -1);
 }
 
 TEST(TextFile, MoveHandsTheFileOver) {
