@@ -85,27 +85,27 @@ std::string GarbageLines(int lines, unsigned seed, const std::string& prefix) {
     return bytes;
 }
 
-void Generate(const fs::path& install, const std::string& spec) {
-    const std::vector<std::string> w = Words(spec);
-    ASSERT_GE(w.size(), 3u) << spec;
+void Generate(const fs::path& install, const std::string& generator) {
+    const std::vector<std::string> w = Words(generator);
+    ASSERT_GE(w.size(), 3u) << generator;
     const fs::path file = install / w[1];
     if (w[0] == "garbage") {
-        ASSERT_GE(w.size(), 4u) << spec;
+        ASSERT_GE(w.size(), 4u) << generator;
         Append(file, GarbageLines(std::stoi(w[2]), static_cast<unsigned>(std::stoul(w[3])),
                                   w.size() > 4 ? w[4] : ""));
     } else if (w[0] == "long-line") {
         const bool lineFeed = w.size() > 3 && w[3] == "lf";
         Append(file, std::string(std::stoul(w[2]), 'x') + (lineFeed ? "\n" : ""));
     } else {
-        FAIL() << "unknown generator " << spec;
+        FAIL() << "unknown generator " << generator;
     }
 }
 
 void Prepare(const fs::path& install, const CaseValues& c, const fs::path& caseFile) {
     if (c.count("remove"))
         fs::remove(install / c.at("remove"));
-    for (const std::string& spec : AllValues(caseFile, "generate"))
-        Generate(install, spec);
+    for (const std::string& generator : AllValues(caseFile, "generate"))
+        Generate(install, generator);
     for (const std::string& path : AllValues(caseFile, "fifo")) {
         fs::remove(install / path);
         ASSERT_EQ(::mkfifo((install / path).c_str(), 0600), 0) << path;
