@@ -115,7 +115,8 @@ std::string OutlineText(const PartsInfo& p) {
                   std::min(p.SizeX, p.SizeY) / 4);
 }
 
-std::string JobFileText(const GeneratedJob& job, const std::filesystem::path& outlines) {
+std::string JobFileText(const GeneratedJob& job, const std::filesystem::path& outlines,
+                        bool outlineFiles) {
     std::string text = "#BoxInfo\n";
     for (const BoxInfo& b : job.Boxes) {
         text += Format("%s,%d,%d,%.4f,%.4f,%.4f,%.4f\n", b.Name.c_str(), b.No, b.Kind, b.Size[0],
@@ -127,7 +128,7 @@ std::string JobFileText(const GeneratedJob& job, const std::filesystem::path& ou
     }
     text += "#End\n#PartsInfo\n";
     for (const PartsInfo& p : job.Parts) {
-        text += PartLine(p, (outlines / (p.Code + ".txt")).string());
+        text += PartLine(p, outlineFiles ? (outlines / (p.Code + ".txt")).string() : "");
     }
     return text + "#End\n";
 }
@@ -163,7 +164,7 @@ GeneratedJob GenerateJob(const JobShape& shape) {
     for (int n = 0; n < job.SmallBoxes; ++n) {
         job.Boxes.push_back({Format("BOX%d", n + 1), 100 + n, 10, {300, 200, 100, 0}});
     }
-    const int parts = std::clamp(shape.Parts, 0, 999);
+    const int parts = std::max(shape.Parts, 0);
     for (int i = 0; i < parts; ++i)
         job.Parts.push_back(MakePart(i, shape, rng));
     return job;
@@ -235,9 +236,9 @@ Installation WriteInstallation(const std::string& root, const GeneratedJob& plai
     const std::filesystem::path pallet = base / "pallet" / "pallet.txt";
     WriteText(pallet, PalletFileText(job));
     const std::filesystem::path outlines = base / "job" / "outline";
-    WriteText(base / "job" / "job.txt", JobFileText(job, outlines));
-    for (const PartsInfo& p : job.Parts)
-        WriteText(outlines / (p.Code + ".txt"), OutlineText(p));
+    WriteText(base / "job" / "job.txt", JobFileText(job, outlines, options.OutlineFiles));
+    for (size_t i = 0; options.OutlineFiles && i < job.Parts.size(); ++i)
+        WriteText(outlines / (job.Parts[i].Code + ".txt"), OutlineText(job.Parts[i]));
     std::filesystem::create_directories(base / "out");
     return {base.string(), pallet.string(), CommandLine(pallet.string(), options)};
 }

@@ -14,7 +14,7 @@ namespace kesto {
 struct JobShape {
     uint32_t Seed = 1;
     int Processes = 3;
-    int Parts = 40;  // at most 999, the largest job the lists allow
+    int Parts = 40;  // the lists take at most 999; more are written to test the cut
     int Pallets = 4;
     int CellsX = 6;
     int CellsY = 4;
@@ -58,6 +58,7 @@ struct InstallOptions {
     bool UnknownDestination = false;  // the last part names a box that does not exist
     bool UndefinedSmallBox = false;   // the last part goes to a small box of no "B" line
     bool SensitiveSides = false;      // every other part asks for the offset check ("1111")
+    bool OutlineFiles = true;         // one outline file per part, named in its line
 };
 
 // Writes bin/Ks_Setup.ini, msg/Kesto.ini, pallet/pallet.txt, job/job.txt and one outline

@@ -1,16 +1,23 @@
 // Benchmarks on seeded generated jobs: reading an installation, building the block table,
 // and placing jobs from a few parts to the largest the formats allow.
 #include <benchmark/benchmark.h>
+#include <spawn.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <cstdio>
 #include <filesystem>
+#include <list>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "BenchServices.h"
 #include "JobGenerator.h"
 #include "app/CKestoApp.h"
+#include "app/InputReaders.h"
 #include "placement/CKs_Block.h"
 #include "placement/CKs_Haichi.h"
 #include "session/JobCheck.h"
@@ -126,6 +133,140 @@ void BM_ReadInputLargest(benchmark::State& state) {
     }
 }
 
+void BM_SortPartsLargest(benchmark::State& state) {
+    BenchRun run;
+    CKestoApp app;
+    FillApp(app, GenerateJob(LargestJobShape()));
+    const std::list<PartsInfo> unsorted = app.PartsList.Items;
+    for (auto _ : state) {
+        state.PauseTiming();
+        app.PartsList.Items = unsorted;
+        state.ResumeTiming();
+        SortParts(app, run.Quiet);
+    }
+    state.counters["parts"] = static_cast<double>(unsorted.size());
+}
+
+// The hardest case for the sort: every part in one process and one group.
+void BM_SortPartsOneGroup(benchmark::State& state) {
+    BenchRun run;
+    JobShape shape = LargestJobShape();
+    shape.Processes = 1;
+    CKestoApp app;
+    FillApp(app, GenerateJob(shape));
+    const std::list<PartsInfo> unsorted = app.PartsList.Items;
+    for (auto _ : state) {
+        state.PauseTiming();
+        app.PartsList.Items = unsorted;
+        state.ResumeTiming();
+        SortParts(app, run.Quiet);
+    }
+    state.counters["parts"] = static_cast<double>(unsorted.size());
+}
+
+// One run of a program as a host starts it: its wall time and peak memory.
+struct ProcessRun {
+    double Seconds = 0;
+    long PeakKb = 0;
+    int Status = -1;
+};
+
+std::string BesideThisProgram(const std::string& name) {
+    return (std::filesystem::read_symlink("/proc/self/exe").parent_path() / name).string();
+}
+
+// Runs args in folder through kesto-run-peak, which reports the run's own figures.
+ProcessRun RunProcess(const std::vector<std::string>& args, const std::string& folder) {
+    const std::string launcher = BesideThisProgram("kesto-run-peak");
+    std::vector<char*> argv{const_cast<char*>(launcher.c_str()), const_cast<char*>(folder.c_str())};
+    for (const std::string& a : args)
+        argv.push_back(const_cast<char*>(a.c_str()));
+    argv.push_back(nullptr);
+    const std::string root = "ORVOSystemRoot=" + folder;
+    const std::string config = "XDG_CONFIG_HOME=" + folder + "/config";
+    char* envp[] = {const_cast<char*>(root.c_str()), const_cast<char*>(config.c_str()), nullptr};
+    int out[2];
+    ProcessRun run;
+    if (::pipe(out) != 0)
+        return run;
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, out[1], 1);
+    posix_spawn_file_actions_addclose(&actions, out[0]);
+    pid_t pid = 0;
+    const bool started = posix_spawn(&pid, argv[0], &actions, nullptr, argv.data(), envp) == 0;
+    posix_spawn_file_actions_destroy(&actions);
+    ::close(out[1]);
+    char text[128] = {};
+    size_t used = 0;
+    for (ssize_t n;
+         used + 1 < sizeof text && (n = ::read(out[0], text + used, sizeof text - 1 - used)) > 0;)
+        used += static_cast<size_t>(n);
+    ::close(out[0]);
+    int status = 0;
+    if (started && ::waitpid(pid, &status, 0) == pid &&
+        std::sscanf(text, "%lf %ld %d", &run.Seconds, &run.PeakKb, &run.Status) != 3)
+        run.Status = -1;
+    return run;
+}
+
+// The whole kesto-batch run on the largest installation, side by side with the floor: a
+// process (cat) that only reads the same input files. restore: the save file of the run
+// before is there and read back (the floor reads it too).
+void BatchRunBench(benchmark::State& state, bool restore) {
+    BenchRun run;
+    const auto root = run.Folder / "largest";
+    const Installation inst = WriteInstallation(root.string(), GenerateJob(LargestJobShape()));
+    std::vector<std::string> batch{BesideThisProgram("kesto-batch"), "--answer", "ok"};
+    for (std::string rest = inst.CommandLine.substr(inst.CommandLine.find(' ') + 1);
+         !rest.empty();) {
+        const size_t blank = rest.find(' ');
+        batch.push_back(rest.substr(0, blank));
+        rest = blank == std::string::npos ? "" : rest.substr(blank + 1);
+    }
+    std::vector<std::string> floor{"/bin/cat"};
+    for (const char* file :
+         {"bin/Ks_Setup.ini", "msg/Kesto.ini", "pallet/pallet.txt", "job/job.txt"})
+        floor.push_back((root / file).string());
+    for (const auto& entry : std::filesystem::directory_iterator(root / "job" / "outline"))
+        floor.push_back(entry.path().string());
+    const auto save = root / "out" / "save.txt";
+    if (restore) {
+        RunProcess(batch, inst.Root);
+        floor.push_back(save.string());
+    }
+    double batchSum = 0, floorSum = 0;
+    long batchPeak = 0, floorPeak = 0;
+    for (auto _ : state) {
+        if (!restore)
+            std::filesystem::remove(save);
+        const ProcessRun f = RunProcess(floor, inst.Root);
+        const ProcessRun b = RunProcess(batch, inst.Root);
+        if (b.Status != 0 || f.Status != 0) {
+            state.SkipWithError("kesto-batch or cat failed on the largest installation");
+            return;
+        }
+        state.SetIterationTime(b.Seconds);
+        batchSum += b.Seconds;
+        floorSum += f.Seconds;
+        batchPeak = std::max(batchPeak, b.PeakKb);
+        floorPeak = std::max(floorPeak, f.PeakKb);
+    }
+    const double n = static_cast<double>(state.iterations());
+    state.counters["batch_ms"] = 1000 * batchSum / n;
+    state.counters["floor_ms"] = 1000 * floorSum / n;
+    state.counters["ratio"] = floorSum > 0 ? batchSum / floorSum : 0;
+    state.counters["batch_peak_kb"] = static_cast<double>(batchPeak);
+    state.counters["floor_peak_kb"] = static_cast<double>(floorPeak);
+}
+
+void BM_BatchRunLargest(benchmark::State& s) {
+    BatchRunBench(s, false);
+}
+void BM_BatchRestoreLargest(benchmark::State& s) {
+    BatchRunBench(s, true);
+}
+
 BENCHMARK(BM_PlaceAllSmall)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_PlaceAllSampleLike)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_PlaceAllSample)->Unit(benchmark::kMicrosecond);
@@ -133,6 +274,10 @@ BENCHMARK(BM_PlaceAllMedium)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PlaceAllLargest)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BlockTableLargest)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ReadInputLargest)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SortPartsLargest)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_SortPartsOneGroup)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_BatchRunLargest)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BatchRestoreLargest)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace kesto

@@ -6,7 +6,8 @@
 //                   "remove:" a file of install/ to delete before the run; bad-input cases add
 //                   (each may be given more than once where it names a path):
 //                   "generate:" garbage PATH LINES SEED [PREFIX] | long-line PATH BYTES [lf],
-//                   appended to install/PATH at test time so that big inputs are not committed;
+//                   appended to install/PATH at test time so that big inputs are not committed,
+//                   or job SIZE SEED, a whole generated installation of SIZE parts;
 //                   "fifo:" / "folder:" PATH replaced by a FIFO / a folder; "file-size-limit:"
 //                   bytes a written file may reach (RLIMIT_FSIZE, SIGXFSZ ignored, as a full disk);
 //                   "time-limit:" seconds the run must end within (it is killed at twice that);
@@ -93,6 +94,12 @@ void Generate(const fs::path& install, const std::string& generator) {
         ASSERT_GE(w.size(), 4u) << generator;
         Append(file, GarbageLines(std::stoi(w[2]), static_cast<unsigned>(std::stoul(w[3])),
                                   w.size() > 4 ? w[4] : ""));
+    } else if (w[0] == "job") {
+        // A whole generated installation without outline files, as kesto-make-job writes it.
+        const std::string command = "'" + (test::BinaryDir() / "kesto-make-job").string() + "' " +
+                                    w[1] + " " + w[2] + " '" + install.string() +
+                                    "' --no-outlines >/dev/null";
+        ASSERT_EQ(std::system(command.c_str()), 0) << command;
     } else if (w[0] == "long-line") {
         const bool lineFeed = w.size() > 3 && w[3] == "lf";
         Append(file, std::string(std::stoul(w[2]), 'x') + (lineFeed ? "\n" : ""));

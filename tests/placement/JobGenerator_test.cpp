@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <set>
 #include <sstream>
 
@@ -39,10 +41,29 @@ TEST(JobGenerator, LargestJobHas999PartsOverTwelveProcesses) {
     EXPECT_EQ(job.Parts.back().SaveKey, 999);
 }
 
-TEST(JobGenerator, PartCountIsCutAt999) {
+// Jobs beyond what the lists take are generated whole: the readers' cut is what they test.
+TEST(JobGenerator, PartCountBeyond999IsGeneratedWhole) {
     JobShape shape = LargestJobShape();
     shape.Parts = 5000;
-    EXPECT_EQ(GenerateJob(shape).Parts.size(), 999u);
+    const GeneratedJob job = GenerateJob(shape);
+    ASSERT_EQ(job.Parts.size(), 5000u);
+    EXPECT_EQ(job.Parts.back().Code, "A5000");
+    EXPECT_EQ(job.Parts.back().KouteiNo, 12);
+}
+
+TEST(JobGenerator, InstallationWithoutOutlinesNamesNoOutlineFile) {
+    JobShape shape = SmallJobShape();
+    const auto root = std::filesystem::temp_directory_path() / "kesto-jobgen-no-outlines";
+    std::filesystem::remove_all(root);
+    InstallOptions options;
+    options.OutlineFiles = false;
+    WriteInstallation(root.string(), GenerateJob(shape), options);
+    EXPECT_FALSE(std::filesystem::exists(root / "job" / "outline"));
+    std::ifstream job(root / "job" / "job.txt");
+    const std::string text((std::istreambuf_iterator<char>(job)), {});
+    EXPECT_EQ(text.find("outline"), std::string::npos);
+    EXPECT_NE(text.find("A001,1,PART001"), std::string::npos);
+    std::filesystem::remove_all(root);
 }
 
 TEST(JobGenerator, SampleLikeJobHasThreeProcessesFortyPartsFourPallets) {
