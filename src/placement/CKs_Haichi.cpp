@@ -2,6 +2,7 @@
 // that every step shares (bounds, the block table, sharing a quantity out).
 #include "placement/CKs_Haichi.h"
 #include "app/Codes.h"
+#include "placement/PlacementIndex.h"
 
 #include <algorithm>
 #include <cmath>
@@ -45,6 +46,14 @@ void ShareOut(const std::vector<HaichiInfo*>& stacks, int32_t num1) {
     }
 }
 
+CKs_Haichi::CKs_Haichi(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
+
+CKs_Haichi::~CKs_Haichi() = default;
+
+PlacementIndex* CKs_Haichi::Index() const {
+    return index_ != nullptr && index_->Usable() ? index_.get() : nullptr;
+}
+
 int CKs_Haichi::BlockLimit() const {
     return std::clamp<int>(app_.BlocksCount, 0, static_cast<int>(app_.Blocks.size()));
 }
@@ -60,6 +69,15 @@ void CKs_Haichi::ComputeBounds(const KouteiInfo* koutei) {
     BoundMaxX = BoundMaxY = -9999.999;
     if (koutei == nullptr)
         return;
+    if (index_ != nullptr) {
+        if (const PlacementIndex::Process* p = index_->Find(koutei->No)) {
+            BoundMinX = p->Bounds.X0;
+            BoundMaxX = p->Bounds.X1;
+            BoundMinY = p->Bounds.Y0;
+            BoundMaxY = p->Bounds.Y1;
+        }
+        return;
+    }
     const int n = BlockLimit();
     for (int i = 0; i < n; ++i) {
         const BlockInfo& b = app_.Blocks[i];
@@ -78,6 +96,12 @@ bool CKs_Haichi::CoversArea(double sx, double sy) const {
 }
 
 std::vector<HaichiInfo*> CKs_Haichi::StacksOf(const PartsInfo* part, size_t limit) {
+    if (const PlacementIndex* index = Index()) {
+        const std::vector<HaichiInfo*>* all = index->StacksOf(part);
+        if (all == nullptr)
+            return {};
+        return {all->begin(), all->begin() + static_cast<ptrdiff_t>(std::min(limit, all->size()))};
+    }
     std::vector<HaichiInfo*> stacks;
     for (HaichiInfo& h : app_.HaichiList) {
         if (h.Part != part)
@@ -100,6 +124,7 @@ KouteiInfo* CKs_Haichi::KouteiByNo(int32_t no) {
 int CKs_Haichi::PlaceAll(int partial, int restore) {
     if (app_.KouteiList.Empty())
         return 1;
+    IndexScope scope(*this);
     for (KouteiInfo& k : app_.KouteiList) {
         CurKoutei = &k;
         ComputeBounds(CurKoutei);

@@ -5,12 +5,13 @@
 #include <array>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "app/CKestoApp.h"
 
 namespace kesto {
+
+class PlacementIndex;
 
 // Screen rectangle of one of the four pallet slots of the drawing area.
 using SlotRect = IntRect;
@@ -71,8 +72,8 @@ struct DropResult {
 // last call); the drop data it holds only for the length of the call.
 class CKs_Haichi {
   public:
-    CKs_Haichi(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
-    virtual ~CKs_Haichi() = default;
+    CKs_Haichi(CKestoApp& app, const Services& services);
+    virtual ~CKs_Haichi();
 
     int PlaceAll(int partial, int restore);
     int StackPart(KouteiInfo* koutei, PartsInfo* part, int mode);
@@ -145,17 +146,18 @@ class CKs_Haichi {
     int StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*>& made, int& pieces);
     bool IsCandidate(int pallet, const std::array<int, 4>& candidates) const;
 
-    // While StackPart runs: CurKoutei's stacks and blocks by pallet. The corner tests scan
-    // these instead of the whole lists; their yes/no answers do not depend on the order.
-    struct PalletIndex {
-        std::unordered_map<int, std::vector<const HaichiInfo*>> Stacks;
-        std::unordered_map<int, std::vector<int>> Blocks;
-    };
-    std::unique_ptr<PalletIndex> BuildIndex();
-    void IndexStack(const HaichiInfo* h, int pallet);
-    // Calls visit with each block of CurKoutei on pallet until it returns true.
+    // The bulk operations (PlaceAll, RestorePlacement, StackPart) keep an index while they
+    // run; without one (or when memory for it runs out) every lookup scans the lists, with
+    // the same answers.
+    class IndexScope;
+    // The index when one is up and usable, else null.
+    PlacementIndex* Index() const;
+    // Files a stack just made in the index, if there is one.
+    void IndexStack(HaichiInfo* h);
+    // Calls visit with each block of CurKoutei on pallet until it returns true; with an index
+    // only those near the rectangle (the others' corners lie outside it), some twice.
     template <class Visit>
-    void ForPalletBlocks(int pallet, Visit&& visit);
+    void ForPalletBlocks(int pallet, const LengthRect& near, Visit&& visit);
     // A stack that TestCorner weighs against a footprint on the tested block's pallet.
     bool Obstructs(const HaichiInfo& h, const BlockInfo& tested, int dragging,
                    const LengthRect& foot) const;
@@ -181,7 +183,7 @@ class CKs_Haichi {
 
     CKestoApp& app_;
     Services services_;
-    std::unique_ptr<PalletIndex> index_;
+    std::unique_ptr<PlacementIndex> index_;
 };
 
 }  // namespace kesto

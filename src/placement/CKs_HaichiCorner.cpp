@@ -1,9 +1,11 @@
 // The corner tests: may a stack stand in a block corner, which block corners does a
 // rectangle cover, and the corner marks rebuilt from the stacks.
 #include <algorithm>
+#include <cmath>
 #include <new>
 
 #include "placement/CKs_Haichi.h"
+#include "placement/PlacementIndex.h"
 
 namespace kesto {
 
@@ -91,12 +93,28 @@ int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {
     const PalletInfo& pal = *CurKoutei->Mark;
     if (f.X0 < 0 || f.Y0 < pal.MarginY || f.Y1 > pal.LengthY || f.X1 > pal.LengthX)
         return 0;
-    if (index_ != nullptr) {
-        const auto it = index_->Stacks.find(b->PalletNo);
-        if (it == index_->Stacks.end())
+    if (const PlacementIndex* index = Index()) {
+        const PlacementIndex::Process* p = index->Find(CurKoutei->No);
+        if (p == nullptr)
             return 1;
-        return std::none_of(it->second.begin(), it->second.end(),
-                            [&](const HaichiInfo* h) { return Obstructs(*h, *b, dragging, f); });
+        const auto it = p->PalletStacks.find(b->PalletNo);
+        if (it == p->PalletStacks.end())
+            return 1;
+        // A stack that collides meets the footprint widened by the gaps and the tolerance.
+        const double wx = std::abs(pal.StackGapX) + 2 * kLengthTolerance;
+        const double wy = std::abs(pal.StackGapY) + 2 * kLengthTolerance;
+        const bool known = std::isfinite(f.X0) && std::isfinite(f.X1) && std::isfinite(f.Y0) &&
+                           std::isfinite(f.Y1);
+        const LengthRect near =
+            known ? LengthRect{std::min(f.X0, f.X1) - wx, std::min(f.Y0, f.Y1) - wy,
+                               std::max(f.X0, f.X1) + wx, std::max(f.Y0, f.Y1) + wy}
+                  : LengthRect{NAN, NAN, NAN, NAN};
+        bool obstructed = false;
+        it->second.ForNear(near, [&](const HaichiInfo* h) {
+            obstructed = Obstructs(*h, *b, dragging, f);
+            return obstructed;
+        });
+        return obstructed ? 0 : 1;
     }
     return std::none_of(app_.HaichiList.begin(), app_.HaichiList.end(),
                         [&](const HaichiInfo& h) { return Obstructs(h, *b, dragging, f); });
@@ -114,46 +132,21 @@ bool CKs_Haichi::Obstructs(const HaichiInfo& h, const BlockInfo& tested, int dra
     return Collides(h, foot, CurKoutei->Mark->StackGapX, CurKoutei->Mark->StackGapY);
 }
 
-std::unique_ptr<CKs_Haichi::PalletIndex> CKs_Haichi::BuildIndex() {
-    // Without memory for the index the tests scan the whole lists, with the same answers.
-    try {
-        auto index = std::make_unique<PalletIndex>();
-        const int n = BlockLimit();
-        for (int i = 0; i < n; ++i) {
-            if (app_.Blocks[i].KouteiNo == CurKoutei->No)
-                index->Blocks[app_.Blocks[i].PalletNo].push_back(i);
-        }
-        for (const HaichiInfo& h : app_.HaichiList) {
-            const BlockInfo* hb = BlockAt(h.BlockIndex);
-            if (hb != nullptr && hb->KouteiNo == CurKoutei->No)
-                index->Stacks[hb->PalletNo].push_back(&h);
-        }
-        return index;
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-
-void CKs_Haichi::IndexStack(const HaichiInfo* h, int pallet) {
-    if (index_ == nullptr)
-        return;
-    try {
-        index_->Stacks[pallet].push_back(h);
-    } catch (const std::bad_alloc&) {
-        index_.reset();
-    }
+void CKs_Haichi::IndexStack(HaichiInfo* h) {
+    if (index_ != nullptr)
+        index_->Add(h);
 }
 
 template <class Visit>
-void CKs_Haichi::ForPalletBlocks(int pallet, Visit&& visit) {
+void CKs_Haichi::ForPalletBlocks(int pallet, const LengthRect& near, Visit&& visit) {
     if (index_ != nullptr) {
-        const auto it = index_->Blocks.find(pallet);
-        if (it == index_->Blocks.end())
+        const PlacementIndex::Process* p = index_->Find(CurKoutei->No);
+        if (p == nullptr)
             return;
-        for (int i : it->second) {
-            if (visit(app_.Blocks[i]))
-                return;
-        }
+        const auto it = p->PalletBlocks.find(pallet);
+        if (it == p->PalletBlocks.end())
+            return;
+        it->second.ForNear(near, [&](int i) { return visit(app_.Blocks[i]); });
         return;
     }
     const int n = BlockLimit();
@@ -175,7 +168,7 @@ int CKs_Haichi::TestRect(double x0, double y0, double x1, double y1, int pallet,
     if (CurKoutei == nullptr)
         return 1;
     bool blocked = false;
-    ForPalletBlocks(pallet, [&](BlockInfo& b) {
+    ForPalletBlocks(pallet, {x0, y0, x1, y1}, [&](BlockInfo& b) {
         if (b.Occupant == nullptr || b.Occupant == part)
             return false;
         for (const BlockCorner& c : CornersOf(b)) {
@@ -197,7 +190,7 @@ void CKs_Haichi::MarkCorners(double x0, double y0, double x1, double y1, int pal
                              PartsInfo* part) {
     if (CurKoutei == nullptr)
         return;
-    ForPalletBlocks(pallet, [&](BlockInfo& b) {
+    ForPalletBlocks(pallet, {x0, y0, x1, y1}, [&](BlockInfo& b) {
         for (const BlockCorner& c : CornersOf(b)) {
             if (!CornerIn(c.X, c.Y, x0, y0, x1, y1))
                 continue;

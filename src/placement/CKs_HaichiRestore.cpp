@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <set>
 
 #include "app/Codes.h"
 #include "placement/CKs_Haichi.h"
+#include "placement/PlacementIndex.h"
 #include "support/TextFile.h"
 
 namespace kesto {
@@ -38,6 +40,15 @@ void ScanRestoreBlocks(const std::vector<BlockInfo>& blocks, int count, int32_t 
 }  // namespace
 
 int CKs_Haichi::FindRestoreBlock(const LengthRect& r, int storedPallet, int corner) const {
+    const bool cornerKnown = corner == kCornerMinMin || corner == kCornerMinMax ||
+                             corner == kCornerMaxMin || corner == kCornerMaxMax;
+    const double px = (corner == kCornerMinMin || corner == kCornerMinMax) ? r.X0 : r.X1;
+    const double py = (corner == kCornerMinMin || corner == kCornerMaxMin) ? r.Y0 : r.Y1;
+    if (PlacementIndex* index = Index()) {
+        if (const std::optional<int> found =
+                index->FindRestoreBlock(CurKoutei->No, storedPallet, r, cornerKnown, px, py))
+            return *found;
+    }
     const auto& blocks = app_.Blocks;
     const int n = BlockLimit();
     int found = -1;
@@ -47,11 +58,8 @@ int CKs_Haichi::FindRestoreBlock(const LengthRect& r, int storedPallet, int corn
             found = i;
         return false;
     });
-    if (found >= 0 || (corner != kCornerMinMin && corner != kCornerMinMax &&
-                       corner != kCornerMaxMin && corner != kCornerMaxMax))
+    if (found >= 0 || !cornerKnown)
         return found;
-    const double px = (corner == kCornerMinMin || corner == kCornerMinMax) ? r.X0 : r.X1;
-    const double py = (corner == kCornerMinMin || corner == kCornerMaxMin) ? r.Y0 : r.Y1;
     ScanRestoreBlocks(blocks, n, CurKoutei->No, storedPallet, [&](int i) {
         const BlockInfo& b = blocks[i];
         if (b.MinX <= px && px <= b.MaxX && b.MinY <= py && py <= b.MaxY)
@@ -66,9 +74,15 @@ int CKs_Haichi::RestoreLine(const std::string& line) {
     FieldList f;
     SplitLine(line, f);
     const int32_t key = AtoL(f[0].empty() ? f[0] : f[0].substr(1));
-    auto part = std::find_if(app_.PartsList.begin(), app_.PartsList.end(),
-                             [key](const PartsInfo& p) { return p.SaveKey == key; });
-    if (part == app_.PartsList.end() || !IsPalletCode(part->Destination))
+    PartsInfo* part = nullptr;
+    if (const PlacementIndex* index = Index()) {
+        part = index->PartBySaveKey(key);
+    } else {
+        const auto it = std::find_if(app_.PartsList.begin(), app_.PartsList.end(),
+                                     [key](const PartsInfo& p) { return p.SaveKey == key; });
+        part = it != app_.PartsList.end() ? &*it : nullptr;
+    }
+    if (part == nullptr || !IsPalletCode(part->Destination))
         return 1;
     KouteiInfo* koutei = KouteiByNo(part->KouteiNo);
     if (koutei == nullptr)
@@ -97,11 +111,12 @@ int CKs_Haichi::RestoreLine(const std::string& line) {
     BlockInfo& b = app_.Blocks[found >= 0 ? found : stored];
     h->BlockIndex = found >= 0 ? found : stored;
     h->Level = AtoL(f[13]);
-    h->Part = &*part;
+    h->Part = part;
     h->Value = count;
-    b.Occupant = &*part;
+    IndexStack(h);
+    b.Occupant = part;
     part->PiecesPlaced = AddClamped(part->PiecesPlaced, count);
-    MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, &*part);
+    MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, part);
     return 1;
 }
 
@@ -113,6 +128,7 @@ int CKs_Haichi::RestorePlacement(const std::string& path) {
     TextFile file;
     if (OpenFile(path, "rt", file) == 0)
         return 0;
+    IndexScope scope(*this);
     std::string line;
     while (ReadLine(line, file.get()) >= 0) {
         if (RestoreLine(line) == 0)

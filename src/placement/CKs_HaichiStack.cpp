@@ -4,6 +4,7 @@
 
 #include "app/Codes.h"
 #include "placement/CKs_Haichi.h"
+#include "placement/PlacementIndex.h"
 
 namespace kesto {
 
@@ -114,7 +115,7 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
         b.Occupant = CurPart;
         CurPart->PiecesPlaced = AddClamped(CurPart->PiecesPlaced, pieces);
         MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart);
-        IndexStack(h, b.PalletNo);
+        IndexStack(h);
         if (mode != stacking::kAllPallets && made.size() < kRememberLimit)
             made.push_back(h);
     }
@@ -136,9 +137,11 @@ int CKs_Haichi::StackPart(int mode) {
     if (mode == stacking::kPalletsInView)
         candidates = CandidatePallets();
     std::vector<HaichiInfo*> made;
-    index_ = BuildIndex();
-    const int result = StackOverBlocks(mode, candidates, made);
-    index_.reset();
+    int result = 1;
+    {
+        IndexScope scope(*this);
+        result = StackOverBlocks(mode, candidates, made);
+    }
     if (result == 0)
         return 0;
     if (mode != stacking::kAllPallets && !made.empty() && app_.SkipShareOut == 0)
@@ -149,23 +152,36 @@ int CKs_Haichi::StackPart(int mode) {
 // StackPart's block loop: 0 when a stack cannot be allocated, else 1.
 int CKs_Haichi::StackOverBlocks(int mode, const std::array<int, 4>& candidates,
                                 std::vector<HaichiInfo*>& made) {
-    const int n = BlockLimit();
-    for (int i = 0; i < n; ++i) {
+    int result = 1;
+    // One block of the process; true ends the loop.
+    auto stackInto = [&](int i) {
         const BlockInfo& b = app_.Blocks[i];
-        if (b.KouteiNo != CurKoutei->No)
-            continue;
         if (b.Occupant != nullptr && b.Occupant != CurPart)
-            continue;
+            return false;
         if (mode == stacking::kPalletsInView && !IsCandidate(b.PalletNo, candidates))
-            continue;
+            return false;
         int pieces = 0;
         const int step = StackIntoBlock(i, mode, made, pieces);
         if (step < 0)
-            return 0;
-        if (step == 0 || pieces < 1)
+            result = 0;
+        return step <= 0 || pieces < 1;
+    };
+    // The index's block lists stay valid while stacks are added, even if it stops being usable.
+    if (index_ != nullptr) {
+        if (const PlacementIndex::Process* p = index_->Find(CurKoutei->No)) {
+            for (int i : p->Blocks) {
+                if (stackInto(i))
+                    break;
+            }
+        }
+        return result;
+    }
+    const int n = BlockLimit();
+    for (int i = 0; i < n; ++i) {
+        if (app_.Blocks[i].KouteiNo == CurKoutei->No && stackInto(i))
             break;
     }
-    return 1;
+    return result;
 }
 
 }  // namespace kesto

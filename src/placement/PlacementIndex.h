@@ -1,0 +1,184 @@
+// Lookups that the engine keeps while one of its bulk operations runs, so that placing or
+// restoring a stack costs what its own process and pallet hold rather than the whole job.
+// During such an operation the blocks never move and stacks are only appended to the list,
+// so the index follows every change through Add alone.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "placement/CKs_Haichi.h"
+
+namespace kesto {
+
+// Rectangles filed under the cells of a uniform grid: a rectangle under every cell its closed
+// extent touches (coordinates beyond the grid count in its edge cells), one that is not
+// finite or not in order under no cell but visited by every query.
+template <class Id>
+class RectGrid {
+  public:
+    RectGrid() = default;
+    // A grid over bounds of cells of about cellW x cellH, at most maxCells of them.
+    RectGrid(const LengthRect& bounds, double cellW, double cellH, size_t maxCells) {
+        if (!Fileable(bounds))
+            return;
+        columns_ = CellsAlong(bounds.X1 - bounds.X0, cellW);
+        rows_ = CellsAlong(bounds.Y1 - bounds.Y0, cellH);
+        while (static_cast<size_t>(columns_) * rows_ > std::max<size_t>(maxCells, 1)) {
+            columns_ = (columns_ + 1) / 2;
+            rows_ = (rows_ + 1) / 2;
+        }
+        originX_ = bounds.X0;
+        originY_ = bounds.Y0;
+        cellW_ = bounds.X1 > bounds.X0 ? (bounds.X1 - bounds.X0) / columns_ : 1;
+        cellH_ = bounds.Y1 > bounds.Y0 ? (bounds.Y1 - bounds.Y0) / rows_ : 1;
+    }
+
+    // Throws std::bad_alloc.
+    void Add(Id id, const LengthRect& r) {
+        if (!Fileable(r)) {
+            unfiled_.push_back(id);
+            return;
+        }
+        if (cells_.empty())
+            cells_.resize(static_cast<size_t>(columns_) * rows_);
+        for (int y = Row(r.Y0, 0); y <= Row(r.Y1, 0); ++y) {
+            for (int x = Column(r.X0, 0); x <= Column(r.X1, 0); ++x)
+                cells_[static_cast<size_t>(y) * columns_ + x].push_back(id);
+        }
+    }
+
+    // Calls visit(id) for every rectangle that meets the closed rectangle q, and for some that
+    // do not, some more than once; visit returns true to stop.
+    template <class Visit>
+    void ForNear(const LengthRect& q, Visit&& visit) const {
+        for (const Id& id : unfiled_) {
+            if (visit(id))
+                return;
+        }
+        if (cells_.empty())
+            return;
+        // A corner that is not a number gives the whole extent on its axis.
+        const int x0 = Column(q.X0, 0), x1 = Column(q.X1, columns_ - 1);
+        const int y0 = Row(q.Y0, 0), y1 = Row(q.Y1, rows_ - 1);
+        for (int y = y0; y <= y1; ++y) {
+            for (int x = x0; x <= x1; ++x) {
+                for (const Id& id : cells_[static_cast<size_t>(y) * columns_ + x]) {
+                    if (visit(id))
+                        return;
+                }
+            }
+        }
+    }
+
+  private:
+    static bool Fileable(const LengthRect& r) {
+        return std::isfinite(r.X0) && std::isfinite(r.X1) && std::isfinite(r.Y0) &&
+               std::isfinite(r.Y1) && r.X0 <= r.X1 && r.Y0 <= r.Y1;
+    }
+    static int CellsAlong(double extent, double cell) {
+        if (!(cell > 0) || !std::isfinite(extent / cell))
+            return 1;
+        return static_cast<int>(std::clamp(extent / cell, 1.0, 256.0));
+    }
+    // The cell of v on an axis, cut to the grid; a NaN gives unknown.
+    static int CellOn(double v, double origin, double size, int n, int unknown) {
+        if (std::isnan(v))
+            return unknown;
+        const double t = (v - origin) / size;
+        if (!(t > 0))
+            return 0;
+        return t >= n - 1 ? n - 1 : static_cast<int>(t);
+    }
+    int Column(double x, int unknown) const {
+        return CellOn(x, originX_, cellW_, columns_, unknown);
+    }
+    int Row(double y, int unknown) const { return CellOn(y, originY_, cellH_, rows_, unknown); }
+
+    double originX_ = 0, originY_ = 0, cellW_ = 1, cellH_ = 1;
+    int columns_ = 1, rows_ = 1;
+    std::vector<std::vector<Id>> cells_;  // made by the first Add
+    std::vector<Id> unfiled_;
+};
+
+class PlacementIndex {
+  public:
+    // The blocks of one process, and its blocks and stacks by pallet: blocks under their
+    // rectangles, stacks under their footprints without the gaps.
+    struct Process {
+        std::vector<int> Blocks;  // in table order
+        std::unordered_map<int, RectGrid<int>> PalletBlocks;
+        std::unordered_map<int, RectGrid<const HaichiInfo*>> PalletStacks;
+        LengthRect Bounds{9999.999, 9999.999, -9999.999, -9999.999};
+        // Empty grids over the process's blocks, copied for each pallet.
+        RectGrid<int> BlockGrid;
+        RectGrid<const HaichiInfo*> StackGrid;
+    };
+
+    // Indexes the first blockLimit blocks and every stack. Throws std::bad_alloc.
+    PlacementIndex(CKestoApp& app, int blockLimit);
+
+    // The process's entry, or null when it has no block.
+    const Process* Find(int32_t kouteiNo) const;
+    // The part's stacks in list order, or null when it has none.
+    const std::vector<HaichiInfo*>* StacksOf(const PartsInfo* part) const;
+    // The first part of the list with this save key, or null.
+    PartsInfo* PartBySaveKey(int32_t key) const;
+    // Files a stack just appended to the list. Without memory for it the index stops being
+    // usable (its block lists stay valid until it is destroyed).
+    void Add(HaichiInfo* h);
+    bool Usable() const { return usable_; }
+
+    // The restore's block search over the table: the last block inside r, else the first
+    // block holding the corner point (px, py) (when hasPoint), among the blocks that the
+    // restore's scan for this process and stored pallet reaches. -1 when none; nothing when
+    // memory for the search ran out.
+    std::optional<int> FindRestoreBlock(int32_t kouteiNo, int storedPallet, const LengthRect& r,
+                                        bool hasPoint, double px, double py);
+
+  private:
+    // The end of the restore's scan: the first block of the process on another pallet after
+    // its blocks on the stored pallet, or the end of the table.
+    int RestoreScanEnd(int32_t kouteiNo, int storedPallet);
+
+    CKestoApp& app_;
+    int blockLimit_;
+    bool usable_ = true;
+    std::unordered_map<int32_t, Process> processes_;
+    std::unordered_map<const PartsInfo*, std::vector<HaichiInfo*>> partStacks_;
+    std::unordered_map<int32_t, PartsInfo*> bySaveKey_;
+    std::unique_ptr<RectGrid<int>> grid_;  // every block; built by the first restore search
+    std::unordered_map<int64_t, int> scanEnds_;
+};
+
+// Builds the engine's index for the length of an operation, unless one is up already.
+class CKs_Haichi::IndexScope {
+  public:
+    explicit IndexScope(CKs_Haichi& engine) : engine_(engine), owner_(engine.index_ == nullptr) {
+        if (!owner_)
+            return;
+        try {
+            engine.index_ = std::make_unique<PlacementIndex>(engine.app_, engine.BlockLimit());
+        } catch (const std::bad_alloc&) {
+            engine.index_.reset();
+        }
+    }
+    ~IndexScope() {
+        if (owner_)
+            engine_.index_.reset();
+    }
+    IndexScope(const IndexScope&) = delete;
+    IndexScope& operator=(const IndexScope&) = delete;
+
+  private:
+    CKs_Haichi& engine_;
+    bool owner_;
+};
+
+}  // namespace kesto
