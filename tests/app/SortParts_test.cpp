@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -114,6 +116,68 @@ TEST_F(SortPartsTest, DuplicateProcessNumberSortsOnce) {
     AddPart("b", 1, "G", 20, 1);
     SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"b", "a"}));
+}
+
+// The sort as the rule states it, one choice at a time over the whole list: among the
+// unsorted parts of the process, a walk in list order from the first one that stays in its
+// group and steps to every part that outranks the one in hand; the part it ends on moves in
+// front of the first unsorted part of the list.
+void SortByTheRule(CKestoApp& app) {
+    auto& parts = app.PartsList.Items;
+    auto outranks = [](const PartsInfo& p, const PartsInfo& ref) {
+        return p.SizeX > ref.SizeX ||
+               (ref.SizeX >= p.SizeX && ref.SizeX - p.SizeX < 0.0001 && p.SizeY > ref.SizeY);
+    };
+    for (const KouteiInfo& koutei : app.KouteiList) {
+        for (;;) {
+            auto best = parts.end();
+            for (auto it = parts.begin(); it != parts.end(); ++it) {
+                if (it->KouteiNo != koutei.No || it->SortDone != 0)
+                    continue;
+                if (best == parts.end() || (it->GroupKey == best->GroupKey && outranks(*it, *best)))
+                    best = it;
+            }
+            if (best == parts.end())
+                break;
+            auto first = std::find_if(parts.begin(), parts.end(),
+                                      [](const PartsInfo& p) { return p.SortDone == 0; });
+            parts.splice(first, parts, best);
+            best->SortDone = 1;
+        }
+    }
+}
+
+// Random jobs with interleaved groups, widths within the tolerance of each other, exact ties,
+// parts sorted beforehand, repeated and missing processes.
+TEST(SortPartsOrder, SameOrderAsTheRuleOnRandomJobs) {
+    std::mt19937 random(11);
+    for (int job = 0; job < 300; ++job) {
+        CKestoApp app;
+        const int kouteis = 1 + static_cast<int>(random() % 5);
+        for (int k = 0; k < kouteis; ++k)
+            app.KouteiList.Append().No = 1 + static_cast<int32_t>(random() % 6);
+        const int count = static_cast<int>(random() % 80);
+        for (int i = 0; i < count; ++i) {
+            PartsInfo& p = app.PartsList.Append();
+            p.Code = std::to_string(i);
+            p.KouteiNo = 1 + static_cast<int32_t>(random() % 7);
+            p.GroupKey = std::string(1, static_cast<char>('A' + random() % 3));
+            // Widths on a grid finer than the tolerance, so that near-ties are common.
+            p.SizeX = 10 + static_cast<double>(random() % 8) * 0.00004;
+            p.SizeY = static_cast<double>(random() % 4);
+            p.SortDone = random() % 10 == 0 ? 1 : 0;
+        }
+        CKestoApp expected = app;
+        SortByTheRule(expected);
+        test::Installation installation;
+        SortParts(app, installation.Operator);
+        std::vector<std::string> got, want;
+        for (const PartsInfo& p : app.PartsList)
+            got.push_back(p.Code + (p.SortDone ? "*" : ""));
+        for (const PartsInfo& p : expected.PartsList)
+            want.push_back(p.Code + (p.SortDone ? "*" : ""));
+        ASSERT_EQ(got, want) << "job " << job;
+    }
 }
 
 }  // namespace
