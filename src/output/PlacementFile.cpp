@@ -71,21 +71,29 @@ int32_t StackBoxKind(const CKestoApp& app, const PalletCounts& counts, const Blo
 std::string StackLine(const CKestoApp& app, const PalletCounts& counts, const SaveOffsets& off,
                       const PartsInfo& part, const PlacedStack& s) {
     const HaichiInfo& h = *s.Stack;
-    return FormatText(
-        "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d",
-        part.Code.c_str(), part.KouteiNo, part.Name.c_str(), s.Block->PalletNo, h.Value,
-        h.X - part.SizeX - off.X, h.Y + off.Y, StackBoxKind(app, counts, *s.Block),
-        part.DisplayName.c_str(), part.SizeX, part.SizeY, part.PieceHeight, part.SaveNumber,
-        h.Level, part.Code.c_str(), static_cast<long>(h.BlockIndex), static_cast<int>(h.Flag));
+    // "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d"
+    TextBuilder line;
+    line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Char(',');
+    line.Int(s.Block->PalletNo).Char(',').Int(h.Value).Char(',');
+    line.Fixed(h.X - part.SizeX - off.X, 10, 4).Char(',').Fixed(h.Y + off.Y, 10, 4).Char(',');
+    line.Int(StackBoxKind(app, counts, *s.Block)).Char(',').Str(part.DisplayName).Char(',');
+    line.Fixed(part.SizeX, 10, 4).Char(',').Fixed(part.SizeY, 10, 4).Char(',');
+    line.Fixed(part.PieceHeight, 10, 4).Char(',').Int(part.SaveNumber).Char(',');
+    line.Int(h.Level).Char(',').Str(part.Code).Char(',').Int(h.BlockIndex).Char(',').Int(h.Flag);
+    return line.Take();
 }
 
 std::string UnplacedLine(const CKestoApp& app, const PartsInfo& part) {
     const bool direct = IsDirectCode(part.Destination) && app.DirectFlag == 1;
     const int32_t kind = direct ? part.Destination : BoxKind(app, part.Destination);
-    return FormatText("%s,%d,%s,0,%d,0.0000,0.0000,%d,%s,%10.4lf,%10.4lf,%10.4lf,0,-1,%s,-1,-1",
-                      part.Code.c_str(), part.KouteiNo, part.Name.c_str(), part.Quantity, kind,
-                      part.DisplayName.c_str(), part.SizeX, part.SizeY, part.PieceHeight,
-                      part.Code.c_str());
+    // "%s,%d,%s,0,%d,0.0000,0.0000,%d,%s,%10.4lf,%10.4lf,%10.4lf,0,-1,%s,-1,-1"
+    TextBuilder line;
+    line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Char(',');
+    line.Str("0,").Int(part.Quantity).Str(",0.0000,0.0000,").Int(kind).Char(',');
+    line.Str(part.DisplayName).Char(',').Fixed(part.SizeX, 10, 4).Char(',');
+    line.Fixed(part.SizeY, 10, 4).Char(',').Fixed(part.PieceHeight, 10, 4).Str(",0,-1,");
+    line.Str(part.Code).Str(",-1,-1");
+    return line.Take();
 }
 
 // What every line of one file needs, and the kind of line written last: buffered writes may

@@ -19,19 +19,20 @@ bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* fi
     int64_t sum = 0;
     if (IsPalletCode(part.Destination)) {
         for (const PlacedStack& s : stacks.Of(&part)) {
-            const std::string line =
-                FormatText("%s,%d,%s,%d,%d", part.Code.c_str(), part.KouteiNo, part.Name.c_str(),
-                           s.Block->PalletNo, s.Stack->Value);
-            if (WriteLine(line, file) != 1)
+            TextBuilder line;  // "%s,%d,%s,%d,%d"
+            line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Char(',');
+            line.Int(s.Block->PalletNo).Char(',').Int(s.Stack->Value);
+            if (WriteLine(line.Text(), file) != 1)
                 return false;
             sum += s.Stack->Value;
         }
     }
     if (sum != 0)
         return true;
-    const std::string line =
-        FormatText("%4.4d,%d,%s,0,%d", part.No, part.KouteiNo, part.Name.c_str(), part.Quantity);
-    return WriteLine(line, file) == 1;
+    TextBuilder line;  // "%4.4d,%d,%s,0,%d"
+    line.Int(part.No, 4, 4).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name);
+    line.Str(",0,").Int(part.Quantity);
+    return WriteLine(line.Text(), file) == 1;
 }
 
 // Fails with 9021 when the file cannot be created, 9022 when a line or the file is not written.

@@ -170,22 +170,26 @@ bool GroupWriter::Flush(std::vector<BufferedLine>& lines) {
 }
 
 std::string GroupWriter::Label(const PartsInfo& part) const {
-    return FormatText("PLT%3.3d-%s", g_, part.GroupKey.c_str());
+    TextBuilder label;  // "PLT%3.3d-%s"
+    label.Str("PLT").Int(g_, 3, 3).Char('-').Str(part.GroupKey);
+    return label.Take();
 }
 
 BufferedLine GroupWriter::PlacedLine(const PartsInfo& part, int64_t a, int64_t b,
                                      int64_t pieces) const {
     const long groupCode = static_cast<long>(a * 1000 + b);
-    return {SortKey(part.GroupKey),
-            FormatText("%s,%d,%s,%ld,%d,%s,%d,%s", part.Code.c_str(), part.KouteiNo,
-                       part.Name.c_str(), groupCode, static_cast<int>(pieces), Label(part).c_str(),
-                       g_, part.Code.c_str())};
+    TextBuilder line;  // "%s,%d,%s,%ld,%d,%s,%d,%s"
+    line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Char(',');
+    line.Int(groupCode).Char(',').Int(static_cast<int>(pieces)).Char(',').Str(Label(part));
+    line.Char(',').Int(g_).Char(',').Str(part.Code);
+    return {SortKey(part.GroupKey), line.Take()};
 }
 
 BufferedLine GroupWriter::UnplacedLine(const PartsInfo& part) const {
-    return {SortKey(part.GroupKey), FormatText("%s,%d,%s,0,%d,%s,%d,%s", part.Code.c_str(),
-                                               part.KouteiNo, part.Name.c_str(), part.Quantity,
-                                               Label(part).c_str(), g_, part.Code.c_str())};
+    TextBuilder line;  // "%s,%d,%s,0,%d,%s,%d,%s"
+    line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Str(",0,");
+    line.Int(part.Quantity).Char(',').Str(Label(part)).Char(',').Int(g_).Char(',').Str(part.Code);
+    return {SortKey(part.GroupKey), line.Take()};
 }
 
 // The parts with a direct code go into the first pair of their process in which a part with

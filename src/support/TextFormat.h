@@ -1,6 +1,8 @@
-// printf-style formatting of a line of text into a string of any length.
+// printf-style formatting of a line of text into a string of any length, and a builder that
+// gives the same bytes for the few conversions the output files use without parsing a format.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace kesto {
@@ -10,5 +12,33 @@ __attribute__((format(printf, 1, 2)))
 #endif
 std::string
 FormatText(const char* format, ...);
+
+// Appends to one string what printf's conversions give:
+//   Str(s)                    "%s" (a C string: up to the first NUL byte)
+//   Str(s, width, prec, left) "%W.Ps" / "%-W.Ps" (prec < 0: none)
+//   Int(v, width, digits, left) "%W.Dd" / "%-W.Dd"
+//   Fixed(v, width, prec)     "%W.Plf", through std::to_chars: both round the exact binary
+//                             value to the nearest, ties to even
+class TextBuilder {
+  public:
+    TextBuilder& Char(char c) {
+        text_ += c;
+        return *this;
+    }
+    TextBuilder& Str(const std::string& s);
+    TextBuilder& Str(const std::string& s, int width, int precision, bool left);
+    TextBuilder& Int(int64_t v, int width = 0, int digits = 1, bool left = false);
+    TextBuilder& Fixed(double v, int width, int precision);
+
+    const std::string& Text() const { return text_; }
+    std::string Take() { return std::move(text_); }
+    void Clear() { text_.clear(); }
+
+  private:
+    // Appends [begin, end) padded with blanks to width, on the left unless left is set.
+    void Padded(const char* begin, const char* end, int width, bool left);
+
+    std::string text_;
+};
 
 }  // namespace kesto

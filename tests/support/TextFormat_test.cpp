@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <random>
 #include <string>
 
 namespace kesto {
@@ -18,6 +22,69 @@ TEST(FormatText, TextLongerThanAnyLineIsKeptWhole) {
 
 TEST(FormatText, EmptyResultIsEmpty) {
     EXPECT_EQ(FormatText("%s", ""), "");
+}
+
+TEST(TextBuilder, IntegersAsPrintfGivesThem) {
+    std::mt19937_64 random(5);
+    const int64_t edges[] = {0,    1,         -1,        7,         -42,      999,
+                             1000, INT32_MAX, INT32_MIN, INT64_MAX, INT64_MIN};
+    for (int n = 0; n < 20000; ++n) {
+        const int64_t v =
+            n < 11 * 12 ? edges[n % 11] : static_cast<int64_t>(random()) >> (random() % 64);
+        const int width = static_cast<int>(random() % 14);
+        const int digits = static_cast<int>(random() % 8);
+        const bool left = random() % 2;
+        TextBuilder b;
+        b.Int(v, width, digits, left);
+        EXPECT_EQ(b.Text(), FormatText(left ? "%-*.*lld" : "%*.*lld", width, digits,
+                                       static_cast<long long>(v)))
+            << v << " width " << width << " digits " << digits;
+    }
+}
+
+TEST(TextBuilder, FixedNumbersAsPrintfGivesThem) {
+    std::mt19937_64 random(9);
+    const double edges[] = {0.0,        -0.0,     0.5,      1.5,      2.5,      0.00005,
+                            0.00015,    -0.00005, 12.34565, 1e308,    -1e308,   5e-324,
+                            9999.99995, NAN,      -NAN,     INFINITY, -INFINITY};
+    for (int n = 0; n < 50000; ++n) {
+        double v;
+        if (n < 17 * 6) {
+            v = edges[n % 17];
+        } else if (n % 3 == 0) {
+            // Values on a grid of halves of the last printed digit: the rounding ties.
+            v = static_cast<double>(static_cast<int64_t>(random() % 2000000) - 1000000) / 20000;
+        } else {
+            uint64_t bits = random();
+            std::memcpy(&v, &bits, sizeof v);
+            if (n % 3 == 1)
+                v = std::ldexp(static_cast<double>(random() % 100000000),
+                               -static_cast<int>(random() % 40));
+        }
+        const int width = static_cast<int>(random() % 14);
+        const int precision = static_cast<int>(random() % 7);
+        TextBuilder b;
+        b.Fixed(v, width, precision);
+        EXPECT_EQ(b.Text(), FormatText("%*.*lf", width, precision, v))
+            << v << " width " << width << " precision " << precision;
+    }
+}
+
+TEST(TextBuilder, StringsAsPrintfGivesThem) {
+    const std::string withNul("ab\0cd", 5);
+    TextBuilder b;
+    b.Str(withNul).Char('|').Str("part", 7, -1, false).Char('|').Str("part", 7, -1, true);
+    b.Char('|').Str("abcdefgh", 6, 3, true).Char('|').Str(withNul, 4, 32, false);
+    EXPECT_EQ(b.Text(), FormatText("%s|%7s|%-7s|%-6.3s|%4.32s", withNul.c_str(), "part", "part",
+                                   "abcdefgh", withNul.c_str()));
+}
+
+TEST(TextBuilder, TakeHandsOverTheTextAndLeavesItEmpty) {
+    TextBuilder b;
+    b.Str("A").Char(',').Int(5, 4, 4).Char(',').Fixed(2.5, 10, 4);
+    EXPECT_EQ(b.Take(), "A,0005,    2.5000");
+    b.Clear();
+    EXPECT_EQ(b.Text(), "");
 }
 
 }  // namespace
