@@ -40,8 +40,9 @@ TEST(RectGrid, VisitsEveryRectangleThatMeetsTheQuery) {
         const LengthRect q{x, y, x + size(random), y + size(random)};
         const std::set<int> seen = Near(grid, q);
         for (int i = 0; i < static_cast<int>(rects.size()); ++i) {
-            if (Meets(rects[i], q))
+            if (Meets(rects[i], q)) {
                 EXPECT_TRUE(seen.count(i)) << "rectangle " << i << " query " << k;
+            }
         }
     }
 }
