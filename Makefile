@@ -11,7 +11,15 @@ PACKAGES   := cmake g++ make libgtest-dev libgmock-dev libbenchmark-dev \
 FUZZ_BUILD   ?= build-fuzz
 FUZZ_SECONDS ?= 60
 
-.PHONY: deps build test test-asan fuzz demo bench screenshot format clean
+# make test-windows: the core, kesto-batch and their tests cross-built with MinGW-w64 into
+# WINDOWS_BUILD and run under Wine, in a Wine prefix of the build folder's own.
+WINDOWS_BUILD    ?= build-windows
+# The Linux kesto-batch that the Windows files are compared with is built too (Qt-free).
+WINDOWS_PACKAGES := cmake g++ make googletest g++-mingw-w64-x86-64-posix wine64 wine
+WINDOWS_ENV       = WINEPREFIX=$(CURDIR)/$(WINDOWS_BUILD)/wineprefix WINEDEBUG=-all \
+                    WINEDLLOVERRIDES="mscoree,mshtml=" DISPLAY=
+
+.PHONY: deps build test test-asan fuzz demo bench screenshot format clean deps-windows test-windows demo-ja screenshot-ja
 
 deps:
 	@missing=""; for p in $(PACKAGES); do \
@@ -21,6 +29,15 @@ deps:
 	  echo "deps: installing$$missing"; \
 	  apt-get update -qq && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq $$missing; \
 	else echo "deps: missing$$missing; run: sudo apt-get install -y$$missing"; exit 1; fi
+
+deps-windows:
+	@missing=""; for p in $(WINDOWS_PACKAGES); do \
+	  dpkg -s $$p >/dev/null 2>&1 || missing="$$missing $$p"; done; \
+	if [ -z "$$missing" ]; then echo "deps-windows: all packages present"; \
+	elif [ "$$(id -u)" = 0 ]; then \
+	  echo "deps-windows: installing$$missing"; \
+	  apt-get update -qq && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq $$missing; \
+	else echo "deps-windows: missing$$missing; run: sudo apt-get install -y$$missing"; exit 1; fi
 
 $(BUILD)/CMakeCache.txt:
 	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKESTO_WERROR=$(KESTO_WERROR)
@@ -37,6 +54,22 @@ test-asan: deps
 	cd $(ASAN_BUILD) && QT_QPA_PLATFORM=offscreen LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
 	  KESTO_MONKEY_STEPS=10000 ctest --output-on-failure -j $(JOBS)
 
+test-windows: deps-windows
+	cmake -S . -B $(WINDOWS_BUILD)/linux -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DKESTO_GTEST_SOURCE_DIR=/usr/src/googletest -DKESTO_WITH_UI=OFF -DKESTO_WITH_BENCH=OFF \
+	  -DKESTO_WERROR=$(KESTO_WERROR) >/dev/null
+	cmake --build $(WINDOWS_BUILD)/linux --target kesto-batch -j $(JOBS)
+	cmake -S . -B $(WINDOWS_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake \
+	  -DKESTO_GTEST_SOURCE_DIR=/usr/src/googletest -DKESTO_WITH_UI=OFF -DKESTO_WITH_BENCH=OFF \
+	  -DKESTO_LINUX_BATCH=$(CURDIR)/$(WINDOWS_BUILD)/linux/kesto-batch -DKESTO_WERROR=$(KESTO_WERROR)
+	cmake --build $(WINDOWS_BUILD) -j $(JOBS)
+	@test -f $(WINDOWS_BUILD)/wineprefix/system.reg || \
+	  { echo "test-windows: making the Wine prefix"; $(WINDOWS_ENV) wineboot -i >/dev/null 2>&1; \
+	    $(WINDOWS_ENV) wineserver -w; }
+	cd $(WINDOWS_BUILD) && $(WINDOWS_ENV) ctest --output-on-failure -j $(JOBS)
+	$(WINDOWS_ENV) wineserver -k || true
+
 fuzz: deps
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
 	  -DKESTO_FUZZ=ON -DKESTO_WITH_UI=OFF -DKESTO_WITH_BENCH=OFF
@@ -46,6 +79,10 @@ fuzz: deps
 demo: build
 	@sh examples/demo.sh $(BUILD)
 
+# The Japanese sample: examples/ja (Shift_JIS settings and job) over the English sample.
+demo-ja: build
+	@sh examples/demo.sh $(BUILD) ja
+
 bench: build
 	$(BUILD)/kesto-bench
 	QT_QPA_PLATFORM=offscreen $(BUILD)/kesto-draw-bench
@@ -53,6 +90,9 @@ bench: build
 screenshot: build
 	@mkdir -p $(BUILD)/screenshots
 	sh examples/screenshot.sh $(BUILD)
+
+screenshot-ja: build
+	sh examples/screenshot.sh $(BUILD) ja
 
 format:
 	find src tests bench \( -name '*.cpp' -o -name '*.h' \) -print | xargs clang-format -i

@@ -1,6 +1,7 @@
 #!/bin/sh
 # Runs the sample job with kesto-batch and then, when a display is there, in the window.
-# Usage: sh examples/demo.sh [build folder]   (default: build)
+# Usage: sh examples/demo.sh [build folder] [language]   (default: build, the English sample;
+#        language ja: the Japanese sample of examples/ja)
 
 . "$(dirname -- "$0")/demo_setup.sh"
 demo_setup "$@"
@@ -24,11 +25,21 @@ echo "== kesto-batch $PICTURE_ARGS $KESTO_ARGS"
 code=$?
 echo "== exit code: $code"
 
+# The files keep the job's bytes; Shift_JIS ones are shown converted for the terminal.
+show_head() {
+    if iconv -f UTF-8 -t UTF-8 "$1" >/dev/null 2>&1; then
+        head -n 5 "$1"
+    else
+        echo "   (Shift_JIS, shown as UTF-8)"
+        head -n 5 "$1" | iconv -f CP932 -t UTF-8
+    fi
+}
+
 echo "== files written"
 for file in out/kesto_result.csv out/kesto_result.csv_tmp out/kesto_haichi.csv; do
     if [ -f "$file" ]; then
         echo "-- $file ($(wc -l < "$file") lines)"
-        head -n 5 "$file"
+        show_head "$file"
     else
         echo "-- $file: not written"
     fi

@@ -2,7 +2,8 @@
 # Opens the sample job in the window without a display and saves a picture of each view:
 # main-flat.png, main-danmen.png, main-4pallet.png, main-2pallet.png, main-3d.png and
 # main-info.png (a stack picked), plus main.png (the window as it opens, FLAT).
-# Usage: sh examples/screenshot.sh [build folder]   (default: build)
+# Usage: sh examples/screenshot.sh [build folder] [language]   (default: build, the English
+#        sample, pictures in <build>/screenshots; language ja: examples/ja, in <build>/screenshots-ja)
 
 . "$(dirname -- "$0")/demo_setup.sh"
 demo_setup "$@"
@@ -12,12 +13,13 @@ if [ ! -x "$BUILD/kesto" ]; then
     exit 1
 fi
 
-mkdir -p "$BUILD/screenshots"
+SHOTS=$BUILD/screenshots$SAMPLE_SUFFIX
+mkdir -p "$SHOTS"
 limit=
 command -v timeout >/dev/null 2>&1 && limit="timeout 120"
 failed=0
 for view in flat danmen 4pallet 2pallet 3d info; do
-    shot=$BUILD/screenshots/main-$view.png
+    shot=$SHOTS/main-$view.png
     rm -f "$shot"
     # shellcheck disable=SC2086 # the arguments are blank-separated tokens on purpose
     QT_QPA_PLATFORM=offscreen KESTO_SCREENSHOT=$shot KESTO_SCREENSHOT_VIEW=$view \
@@ -31,5 +33,5 @@ for view in flat danmen 4pallet 2pallet 3d info; do
     fi
 done
 [ "$failed" = 0 ] || exit 1
-cp "$BUILD/screenshots/main-flat.png" "$BUILD/screenshots/main.png"
-echo "screenshot: $BUILD/screenshots/main.png (the window as it opens)"
+cp "$SHOTS/main-flat.png" "$SHOTS/main.png"
+echo "screenshot: $SHOTS/main.png (the window as it opens)"

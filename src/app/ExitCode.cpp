@@ -27,7 +27,9 @@ int ProcessExitCode(int code) {
 }
 
 std::string ExitCodeNotice(int code) {
-    return code == kExitOk ? std::string() : "kesto: exit code " + std::to_string(code);
+    if (!kExitNoticePrinted || code == kExitOk)
+        return std::string();
+    return "kesto: exit code " + std::to_string(code);
 }
 
 int FinishProcess(int code, std::ostream& err) {

@@ -10,11 +10,19 @@ inline constexpr int kExitOk = 0;
 inline constexpr int kExitNotOk = 100;
 inline constexpr int kExitOffsetAbort = 999;
 
+// Only the low 8 bits of a code reach a POSIX host, so there the full code is also printed;
+// Windows returns it whole.
+#ifdef _WIN32
+inline constexpr bool kExitNoticePrinted = false;
+#else
+inline constexpr bool kExitNoticePrinted = true;
+#endif
+
 // 13 (the Enter key) becomes 0; 0 without OK becomes 100.
 int SettleExitCode(int param, int dialogOk);
 // What a POSIX host sees: the low 8 bits (the full code on Windows).
 int ProcessExitCode(int code);
-// "kesto: exit code NNNN" for a code other than 0, else "".
+// "kesto: exit code NNNN" for a code other than 0 where kExitNoticePrinted, else "".
 std::string ExitCodeNotice(int code);
 // What a program returns from main for a settled code, after printing its notice on err.
 int FinishProcess(int code, std::ostream& err);

@@ -3,17 +3,18 @@
 
 #include <ostream>
 
+#include "cli/TerminalText.h"
 #include "support/TextFormat.h"
 
 namespace kesto {
 
 void BatchOperator::ShowMessageBox(const std::string& text) {
-    err_ << "kesto: " << text << std::endl;
+    err_ << "kesto: " << TerminalText(text) << std::endl;
 }
 
 void BatchOperator::PrintKakuMessage(int no) {
     err_ << "kesto: message " << FormatText("%.3d", no) << ": "
-         << messages_.GetFontText("KakuDlg", KakuKey(no)).Text << std::endl;
+         << TerminalText(messages_.GetFontText("KakuDlg", KakuKey(no)).Text) << std::endl;
 }
 
 int BatchOperator::AskKaku(int no1, int no2) {
@@ -27,7 +28,7 @@ int BatchOperator::AskKaku(int no1, int no2) {
 }
 
 bool BatchOperator::AskOffsetWarning(const std::string& text) {
-    err_ << "kesto: " << text << std::endl;
+    err_ << "kesto: " << TerminalText(text) << std::endl;
     return answer_ == 1;
 }
 

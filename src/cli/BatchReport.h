@@ -1,4 +1,4 @@
-// Readable summaries of a job for the batch tool.
+// Readable summaries of a job for the batch tool; texts of the job reach the terminal as UTF-8.
 #pragma once
 
 #include <iosfwd>

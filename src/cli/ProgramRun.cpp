@@ -5,9 +5,7 @@
 #include <filesystem>
 
 #ifdef _WIN32
-#include <process.h>
-
-#include <cstdint>
+#include <windows.h>
 #else
 #include <fcntl.h>
 #include <spawn.h>
@@ -25,6 +23,7 @@ constexpr const char* kPictureProgram = "kesto-picture.exe";
 constexpr const char* kPictureProgram = "kesto-picture";
 #endif
 
+#ifndef _WIN32
 std::vector<char*> ArgumentVector(const std::string& program, std::vector<std::string>& args) {
     std::vector<char*> argv;
     argv.push_back(const_cast<char*>(program.c_str()));
@@ -33,22 +32,81 @@ std::vector<char*> ArgumentVector(const std::string& program, std::vector<std::s
     argv.push_back(nullptr);
     return argv;
 }
+#endif
 
 }  // namespace
 
 #ifdef _WIN32
 
-// The error file is not used here: the program's messages go to this console.
+// One argument as the C runtime of the started program splits its command line again: quoted
+// when it is empty or holds a blank, a tab or a quote; backslashes doubled before a quote.
+std::string QuotedArgument(const std::string& arg) {
+    if (!arg.empty() && arg.find_first_of(" \t\"") == std::string::npos)
+        return arg;
+    std::string quoted = "\"";
+    size_t backslashes = 0;
+    for (const char c : arg) {
+        if (c == '\\') {
+            ++backslashes;
+            continue;
+        }
+        quoted.append(c == '"' ? 2 * backslashes + 1 : backslashes, '\\');
+        backslashes = 0;
+        quoted += c;
+    }
+    quoted.append(2 * backslashes, '\\');
+    return quoted + "\"";
+}
+
+namespace {
+
+// The error file as an inheritable handle for the started program; invalid when not asked.
+HANDLE OpenErrorFile(const std::string& errorFile) {
+    if (errorFile.empty())
+        return INVALID_HANDLE_VALUE;
+    SECURITY_ATTRIBUTES inherit{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    return CreateFileA(errorFile.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+}  // namespace
+
 ProgramResult RunProgram(const std::string& program, const std::vector<std::string>& args,
-                         const std::string&) {
-    std::vector<std::string> copy = args;
-    const std::vector<char*> argv = ArgumentVector(program, copy);
+                         const std::string& errorFile) {
+    // The started program splits its command line again: every argument is quoted for that.
+    std::string line = QuotedArgument(program);
+    for (const std::string& a : args)
+        line += " " + QuotedArgument(a);
+    std::vector<char> commandLine(line.begin(), line.end());
+    commandLine.push_back('\0');
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    const HANDLE errors = OpenErrorFile(errorFile);
+    if (errors != INVALID_HANDLE_VALUE) {
+        startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
+        startup.hStdOutput = GetStdHandle(STD_OUTPUT_HANDLE);
+        startup.hStdError = errors;
+    }
+    PROCESS_INFORMATION process{};
+    const BOOL started = CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0,
+                                        nullptr, nullptr, &startup, &process);
+    const DWORD startError = GetLastError();
+    if (errors != INVALID_HANDLE_VALUE)
+        CloseHandle(errors);
     ProgramResult result;
-    const intptr_t status = _spawnvp(_P_WAIT, program.c_str(), argv.data());
-    if (status == -1)
-        result.Error = "cannot start " + program + ": " + std::strerror(errno);
+    if (!started) {
+        result.Error = "cannot start " + program + ": system error " + std::to_string(startError);
+        return result;
+    }
+    WaitForSingleObject(process.hProcess, INFINITE);
+    DWORD code = 0;
+    if (GetExitCodeProcess(process.hProcess, &code))
+        result.ExitCode = static_cast<int>(code);
     else
-        result.ExitCode = static_cast<int>(status);
+        result.Error = "lost " + program;
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
     return result;
 }
 
@@ -91,7 +149,12 @@ ProgramResult RunProgram(const std::string& program, const std::vector<std::stri
 
 std::string PictureProgramPath(const std::string& argv0) {
     std::error_code ec;
-#ifndef _WIN32
+#ifdef _WIN32
+    char self[MAX_PATH + 1] = {};
+    const DWORD length = GetModuleFileNameA(nullptr, self, MAX_PATH);
+    if (length > 0 && length < MAX_PATH)
+        return (std::filesystem::path(self).parent_path() / kPictureProgram).string();
+#else
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", ec);
     if (!ec && !self.empty())
         return (self.parent_path() / kPictureProgram).string();

@@ -17,6 +17,11 @@ struct ProgramResult {
 ProgramResult RunProgram(const std::string& program, const std::vector<std::string>& args,
                          const std::string& errorFile);
 
+#ifdef _WIN32
+// arg quoted for a Windows command line, so that the started program gets it back whole.
+std::string QuotedArgument(const std::string& arg);
+#endif
+
 // The picture program beside the running executable (argv0 when the system cannot tell).
 std::string PictureProgramPath(const std::string& argv0);
 

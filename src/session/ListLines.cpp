@@ -3,6 +3,7 @@
 
 #include <cstdio>
 
+#include "support/TextColumns.h"
 #include "support/TextFile.h"
 #include "support/TextFormat.h"
 
@@ -20,18 +21,19 @@ std::string StateMark(const PartsInfo& part) {
 }
 
 std::string AllPartsLine(const PartsInfo& part) {
-    return FormatText("%.3d %4d/%-4d %s %-2s %-32.32s %9.4lf x %9.4lf", part.Seq, part.PiecesPlaced,
+    return FormatText("%.3d %4d/%-4d %s %-2s %s %9.4lf x %9.4lf", part.Seq, part.PiecesPlaced,
                       part.Quantity, StateMark(part).c_str(), part.DirText.c_str(),
-                      part.DisplayName.c_str(), part.SizeX, part.SizeY);
+                      FitColumn(part.DisplayName, kListNameColumn).c_str(), part.SizeX, part.SizeY);
 }
 
 std::string SmallBoxLine(const PartsInfo& part) {
-    return FormatText("%.3d %4d %-.32s", part.Seq, part.Quantity, part.DisplayName.c_str());
+    return FormatText("%.3d %4d %s", part.Seq, part.Quantity,
+                      CutToBytes(part.DisplayName, kListNameColumn).c_str());
 }
 
 std::string ToriokiLine(const PartsInfo& part) {
-    return FormatText("%.3d %4d/%-4d %-.32s", part.Seq, part.Quantity - part.PiecesPlaced,
-                      part.Quantity, part.DisplayName.c_str());
+    return FormatText("%.3d %4d/%-4d %s", part.Seq, part.Quantity - part.PiecesPlaced,
+                      part.Quantity, CutToBytes(part.DisplayName, kListNameColumn).c_str());
 }
 
 std::string ScheduleLine(const CKestoApp& app, const KouteiInfo& koutei) {

@@ -2,11 +2,15 @@
 // carry no item data: handlers read the leading number back with SeqOfLine.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "app/CKestoApp.h"
 
 namespace kesto {
+
+// Bytes of a part's name in the list lines; a character that does not fit whole is left out.
+inline constexpr size_t kListNameColumn = 32;
 
 // "P " / "P-" / "  ": P for parts bound for the pallets or set aside, '-' while pieces are missing.
 std::string StateMark(const PartsInfo& part);

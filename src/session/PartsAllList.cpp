@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "app/Codes.h"
+#include "session/ListLines.h"
+#include "support/TextColumns.h"
 #include "support/TextFile.h"
 #include "support/TextFormat.h"
 
@@ -153,11 +155,11 @@ std::string SheetCountText(const PartsInfo& part) {
 }
 
 std::string PartsAllLine(const PartsInfo& part, bool inView) {
-    return FormatText("%.3d %s %s %-16s %6.3lf %s %s %4d/%-4d %9.4lf x %9.4lf %-32.32s", part.Seq,
+    return FormatText("%.3d %s %s %-16s %6.3lf %s %s %4d/%-4d %9.4lf x %9.4lf %s", part.Seq,
                       inView ? "*" : " ", LocationText(part).c_str(), part.MaterialName.c_str(),
                       part.Thickness, DirectionText(part).c_str(), SheetCountText(part).c_str(),
                       part.PiecesPlaced, part.Quantity, part.SizeX, part.SizeY,
-                      part.DisplayName.c_str());
+                      FitColumn(part.DisplayName, kListNameColumn).c_str());
 }
 
 std::optional<std::vector<std::string>> PartsAllLines(const CKestoApp& app, int32_t koutei,

@@ -6,8 +6,14 @@
 #include <vector>
 
 #ifdef _WIN32
+#include <fcntl.h>
 #include <io.h>
+#include <share.h>
+#include <sys/stat.h>
 #include <windows.h>
+
+#include <cerrno>
+#include <random>
 #else
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -21,11 +27,7 @@ namespace kesto {
 namespace {
 
 const std::string kTempMarker = ".kesto-";
-#ifdef _WIN32
-const std::string kTempTail = "tmp";
-#else
 const std::string kTempTail = "XXXXXX";  // mkstemp's template: six letters or digits
-#endif
 
 #if defined(__GLIBC__)
 // Test-only hook for the kill tests: with KESTO_TEST_STOP_AFTER_WRITES=N in the environment the
@@ -81,9 +83,6 @@ std::FILE* OpenCountingStream(int) {
 #endif
 
 bool IsTempTail(const std::string& tail) {
-#ifdef _WIN32
-    return tail == kTempTail;
-#else
     if (tail.size() != kTempTail.size())
         return false;
     // ASCII only, whatever the locale: mkstemp draws from A-Z, a-z and 0-9.
@@ -94,8 +93,33 @@ bool IsTempTail(const std::string& tail) {
             return false;
     }
     return true;
-#endif
 }
+
+#ifdef _WIN32
+// mkstemp as Windows lacks it: a new file of six random letters or digits after prefix,
+// opened in text mode (lines end in CR LF), never one that already exists. -1 on failure.
+int CreateTemporary(const std::string& prefix, std::string& name) {
+    static constexpr char kLetters[] =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+    std::random_device seed;
+    std::mt19937 random(seed());
+    std::uniform_int_distribution<size_t> pick(0, sizeof kLetters - 2);
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        name = prefix;
+        for (size_t i = 0; i < kTempTail.size(); ++i)
+            name += kLetters[pick(random)];
+        int fd = -1;
+        const errno_t rc = ::_sopen_s(&fd, name.c_str(), _O_CREAT | _O_EXCL | _O_WRONLY | _O_TEXT,
+                                      _SH_DENYWR, _S_IREAD | _S_IWRITE);
+        if (rc == 0)
+            return fd;
+        if (rc != EEXIST)
+            break;
+    }
+    name.clear();
+    return -1;
+}
+#endif
 
 }  // namespace
 
@@ -108,8 +132,11 @@ AtomicFile::~AtomicFile() {
 bool AtomicFile::Open() {
     Discard();
 #ifdef _WIN32
-    temp_ = target_ + kTempMarker + kTempTail;
-    file_ = std::fopen(temp_.c_str(), "w");
+    const int fd = CreateTemporary(target_ + kTempMarker, temp_);
+    if (fd < 0)
+        return false;
+    if (!OpenStream(fd))
+        ::_close(fd);
 #else
     std::vector<char> name(target_.begin(), target_.end());
     const std::string suffix = kTempMarker + kTempTail;
@@ -137,7 +164,11 @@ bool AtomicFile::Open() {
 }
 
 bool AtomicFile::OpenStream(int fd) {
+#ifdef _WIN32
+    file_ = StopAfterWrites() > 0 ? OpenCountingStream(fd) : ::_fdopen(fd, "wt");
+#else
     file_ = StopAfterWrites() > 0 ? OpenCountingStream(fd) : ::fdopen(fd, "w");
+#endif
     fd_ = file_ != nullptr ? fd : -1;
     return file_ != nullptr;
 }
@@ -146,7 +177,9 @@ bool AtomicFile::Commit() {
     if (file_ == nullptr)
         return false;
     bool ok = std::fflush(file_) == 0 && !std::ferror(file_);
-#ifndef _WIN32
+#ifdef _WIN32
+    ok = ok && ::_commit(fd_) == 0;
+#else
     ok = ok && ::fsync(fd_) == 0;
 #endif
     ok = (std::fclose(file_) == 0) && ok;
@@ -155,7 +188,9 @@ bool AtomicFile::Commit() {
     if (ok)
         CountWriteStep();
 #ifdef _WIN32
-    ok = ok && MoveFileExA(temp_.c_str(), target_.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+    // Refused (the old file kept) while another program holds the target without sharing it.
+    ok = ok && MoveFileExA(temp_.c_str(), target_.c_str(),
+                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 #else
     ok = ok && std::rename(temp_.c_str(), target_.c_str()) == 0;
 #endif

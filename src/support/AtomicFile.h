@@ -26,8 +26,7 @@ class AtomicFile {
     const std::string& TempPath() const { return temp_; }
 
     // True when name is exactly what Open names a temporary of a target called targetName:
-    // "<targetName>.kesto-" and mkstemp's six letters or digits ("<targetName>.kesto-tmp" on
-    // Windows).
+    // "<targetName>.kesto-" and mkstemp's six letters or digits.
     static bool IsTemporaryName(const std::string& targetName, const std::string& name);
     // Removes the temporaries of target that a writer stopped midway (killed, power cut) left
     // in the target's folder: only regular files named as IsTemporaryName says. Returns how

@@ -25,32 +25,47 @@ constexpr size_t kSystemFolderMax = 255;
 
 namespace {
 
+constexpr const char* kMachineKey = "SOFTWARE\\ORVONetwork\\Common\\SystemInformation";
+constexpr const char* kUserKey = "Software\\ORVONetwork\\Vardo\\Kesto";
+
+// Opens path for reading: in this program's own view of the registry, else in the 32-bit view,
+// where a 32-bit installer of the host programs leaves the machine-wide values.
+bool OpenForReading(HKEY root, const char* path, HKEY* key) {
+    return RegOpenKeyExA(root, path, 0, KEY_READ, key) == ERROR_SUCCESS ||
+           RegOpenKeyExA(root, path, 0, KEY_READ | KEY_WOW64_32KEY, key) == ERROR_SUCCESS;
+}
+
+// A string value of an open key, whatever its length; nullopt when it is missing or no string.
+std::optional<std::string> QueryString(HKEY key, const char* name) {
+    DWORD type = 0;
+    DWORD size = 0;
+    if (RegQueryValueExA(key, name, nullptr, &type, nullptr, &size) != ERROR_SUCCESS ||
+        type != REG_SZ)
+        return std::nullopt;
+    // Room for a terminator that a value stored without one does not bring.
+    std::vector<char> value(size + 1, '\0');
+    if (RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(value.data()), &size) !=
+        ERROR_SUCCESS)
+        return std::nullopt;
+    return std::string(value.data());
+}
+
 std::optional<std::string> ReadRegistryString(HKEY root, const char* path, const char* name,
                                               bool* keyOpened) {
     HKEY key;
-    *keyOpened = RegOpenKeyExA(root, path, 0, KEY_READ, &key) == ERROR_SUCCESS;
+    *keyOpened = OpenForReading(root, path, &key);
     if (!*keyOpened)
         return std::nullopt;
-    char value[256] = {};
-    DWORD size = sizeof value - 1;
-    DWORD type = 0;
-    const LONG rc =
-        RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(value), &size);
+    auto value = QueryString(key, name);
     RegCloseKey(key);
-    if (rc != ERROR_SUCCESS || type != REG_SZ)
-        return std::nullopt;
-    return std::string(value);
+    return value;
 }
-
-constexpr const char* kUserKey = "Software\\ORVONetwork\\Vardo\\Kesto";
 
 }  // namespace
 
 SystemFolderResult DefaultHostStore::SystemFolder() {
     bool opened = false;
-    auto value =
-        ReadRegistryString(HKEY_LOCAL_MACHINE, "SOFTWARE\\ORVONetwork\\Common\\SystemInformation",
-                           "ORVOSystemRoot", &opened);
+    auto value = ReadRegistryString(HKEY_LOCAL_MACHINE, kMachineKey, "ORVOSystemRoot", &opened);
     if (!opened)
         return {SystemFolderStatus::NoKey, {}};
     if (!value)
@@ -65,22 +80,23 @@ std::optional<std::string> DefaultHostStore::ReadUserValue(const std::string& na
 
 bool DefaultHostStore::WriteUserValue(const std::string& name, const std::string& text) {
     HKEY key;
-    if (RegCreateKeyExA(HKEY_CURRENT_USER, kUserKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key,
+    if (RegCreateKeyExA(HKEY_CURRENT_USER, kUserKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key,
                         nullptr) != ERROR_SUCCESS)
         return false;
+    // Stored without its terminating zero, as the other programs of the machine store theirs.
     const LONG rc =
         RegSetValueExA(key, name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
-                       static_cast<DWORD>(text.size() + 1));
+                       static_cast<DWORD>(text.size()));
     RegCloseKey(key);
     return rc == ERROR_SUCCESS;
 }
 
 std::string DefaultHostStore::UserValuesPath() {
-    return kUserKey;
+    return std::string("HKEY_CURRENT_USER\\") + kUserKey;
 }
 
 std::string DefaultHostStore::MachineIniPath() {
-    return "SOFTWARE\\ORVONetwork\\Common\\SystemInformation";
+    return std::string("HKEY_LOCAL_MACHINE\\") + kMachineKey;
 }
 
 #else

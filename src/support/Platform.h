@@ -49,6 +49,7 @@ class DefaultHostStore : public HostStore {
     SystemFolderResult SystemFolder() override;
     std::optional<std::string> ReadUserValue(const std::string& name) override;
     bool WriteUserValue(const std::string& name, const std::string& text) override;
+    // Where the values live: a file here, the registry key's full name on Windows.
     static std::string UserValuesPath();
     static std::string MachineIniPath();  // /etc/ORVONetwork/SystemInformation.ini
 

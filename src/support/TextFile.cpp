@@ -2,7 +2,9 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#ifndef _WIN32
 #include <unistd.h>
+#endif
 
 #include <algorithm>
 #include <cctype>
@@ -19,13 +21,6 @@ constexpr char kBlank = ' ';
 constexpr char kTab = '\t';
 constexpr char kQuote = '"';
 constexpr char kComma = ',';
-
-// Windows text mode already turns CR LF into LF; elsewhere the reader does it.
-#ifdef _WIN32
-constexpr bool kDropCarriageReturnBeforeLineFeed = false;
-#else
-constexpr bool kDropCarriageReturnBeforeLineFeed = true;
-#endif
 
 // The text as the fixed buffers see it: up to its first zero byte, at most max bytes.
 std::string CText(const std::string& text, size_t max) {
@@ -161,13 +156,19 @@ void TextFile::Reset(std::FILE* f) {
 
 int OpenFile(const std::string& path, const char* mode, TextFile& out) {
     std::string cmode = mode != nullptr ? mode : "r";
-#ifndef _WIN32
-    // 't' is a Windows runtime flag; the text rules are applied by ReadLine.
-    cmode.erase(std::remove(cmode.begin(), cmode.end(), 't'), cmode.end());
-    if (cmode == "r") {
+    // The text rules of reading are ReadLine's on every platform: Windows' text mode would
+    // also end the file at a Ctrl-Z byte, so files are read as they stand.
+    if (cmode == "r" || cmode == "rt") {
+#ifdef _WIN32
+        out.Reset(std::fopen(path.c_str(), "rb"));
+#else
         out.Reset(OpenRegularFileForReading(path));
+#endif
         return out ? 1 : 0;
     }
+#ifndef _WIN32
+    // 't' is a Windows runtime flag: lines written end in "\n" here, "\r\n" there.
+    cmode.erase(std::remove(cmode.begin(), cmode.end(), 't'), cmode.end());
 #endif
     out.Reset(std::fopen(path.c_str(), cmode.c_str()));
     return out ? 1 : 0;
@@ -185,7 +186,7 @@ int ReadLine(std::string& line, std::FILE* file) {
             break;
         line.push_back(static_cast<char>(c));
     }
-    if (kDropCarriageReturnBeforeLineFeed && !line.empty() && line.back() == '\r') {
+    if (!line.empty() && line.back() == '\r') {
         line.pop_back();
     }
     return static_cast<int>(line.size());
@@ -274,7 +275,9 @@ int32_t AtoL(const std::string& text) {
 }
 
 double AtoF(const std::string& text) {
-    return std::atof(text.c_str());
+    // atof itself, but through strtod: Windows' own atof reads no "nan" and no "inf", where
+    // MinGW's strtod reads them as the C99 library does.
+    return std::strtod(text.c_str(), nullptr);
 }
 
 std::string CutField(const std::string& text, size_t width) {

@@ -37,11 +37,22 @@ TEST(ProcessExitCode, PosixKeepsTheLowEightBitsAndTheCodesStayDistinct) {
     EXPECT_EQ(ProcessExitCode(9101), 141);
     EXPECT_EQ(ProcessExitCode(9102), 142);
 }
-#endif
 
 TEST(ExitCodeNotice, NamesTheFullCode) {
     EXPECT_EQ(ExitCodeNotice(9020), "kesto: exit code 9020");
 }
+#else
+TEST(ProcessExitCode, WindowsReturnsTheFullCode) {
+    EXPECT_EQ(ProcessExitCode(999), 999);
+    EXPECT_EQ(ProcessExitCode(9020), 9020);
+    EXPECT_EQ(ProcessExitCode(9102), 9102);
+}
+
+TEST(ExitCodeNotice, NoneOnWindowsWhereTheCodeArrivesWhole) {
+    EXPECT_EQ(ExitCodeNotice(9020), "");
+    EXPECT_EQ(ExitCodeNotice(100), "");
+}
+#endif
 
 TEST(ExitCodeNotice, NothingForZero) {
     EXPECT_EQ(ExitCodeNotice(0), "");

@@ -57,5 +57,20 @@ TEST_F(BatchOperatorTest, OffsetWarningIsPrintedAndAnsweredAsConfigured) {
     EXPECT_EQ(err.str(), "kesto: Offset over\nkesto: Offset over\n");
 }
 
+TEST(BatchOperator, ShiftJisMessagesReachTheTerminalAsUtf8) {
+    test::TempFolder folder;
+    // Msg209 "続けますか？" and a caption in Shift_JIS, as the machine's tools save them.
+    test::WriteFile(folder / "Kesto.ini",
+                    "[KakuDlg]\nMsg209=1,\"\x91\xB1\x82\xAF\x82\xDC\x82\xB7\x82\xA9\x81\x48\"\n");
+    test::RecordingOperator loading;
+    MessageTable messages;
+    ASSERT_EQ(messages.Load(folder / "Kesto.ini", loading), 0);
+    std::ostringstream err;
+    BatchOperator op(messages, err, 1);
+    op.AskKaku(209, 0);
+    op.AskOffsetWarning("\x83\x70\x83\x8C\x83\x62\x83\x67");
+    EXPECT_EQ(err.str(), "kesto: message 209: 続けますか？\nkesto: パレット\n");
+}
+
 }  // namespace
 }  // namespace kesto

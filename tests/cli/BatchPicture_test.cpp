@@ -3,6 +3,9 @@
 #include "cli/BatchPicture.h"
 
 #include <gtest/gtest.h>
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 #include <filesystem>
 #include <string>
@@ -71,6 +74,42 @@ TEST(PictureOptions, UsageNamesThePictureOptions) {
     EXPECT_NE(BatchUsage().find("--picture-size"), std::string::npos);
 }
 
+#ifdef _WIN32
+TEST(PictureProgram, LivesBesideTheRunningProgram) {
+    char self[MAX_PATH + 1] = {};
+    ASSERT_GT(GetModuleFileNameA(nullptr, self, MAX_PATH), 0u);
+    EXPECT_EQ(PictureProgramPath("whatever\\kesto-batch.exe"),
+              (std::filesystem::path(self).parent_path() / "kesto-picture.exe").string());
+}
+
+TEST(RunProgram, GivesTheFullExitCode) {
+    const ProgramResult zero = RunProgram("cmd", {"/c", "exit", "0"}, "");
+    EXPECT_EQ(zero.ExitCode, 0) << zero.Error;
+    const ProgramResult five = RunProgram("cmd", {"/c", "exit", "5"}, "");
+    EXPECT_EQ(five.ExitCode, 5) << five.Error;
+    const ProgramResult full = RunProgram("cmd", {"/c", "exit", "9020"}, "");
+    EXPECT_EQ(full.ExitCode, 9020) << full.Error;
+}
+
+TEST(RunProgram, ArgumentsWithBlanksArriveWholeAndMessagesGoToTheErrorFile) {
+    TempFolder folder;
+    const std::string errors = folder / "err.txt";
+    const ProgramResult run =
+        RunProgram(test::BatchProgram().string(), {"--answer", "o k \"q\" \\"}, errors);
+    EXPECT_EQ(run.ExitCode, 2);
+    EXPECT_EQ(run.Error, "");
+    EXPECT_NE(test::ReadFile(errors).find("not 'o k \"q\" \\'"), std::string::npos)
+        << test::ReadFile(errors);
+}
+
+TEST(QuotedArgument, QuotesOnlyWhatTheRuntimeWouldSplit) {
+    EXPECT_EQ(QuotedArgument("plain"), "plain");
+    EXPECT_EQ(QuotedArgument(""), "\"\"");
+    EXPECT_EQ(QuotedArgument("C:\\Program Files\\x"), "\"C:\\Program Files\\x\"");
+    EXPECT_EQ(QuotedArgument("a \"b\""), "\"a \\\"b\\\"\"");
+    EXPECT_EQ(QuotedArgument("dir with blank\\"), "\"dir with blank\\\\\"");
+}
+#else
 TEST(PictureProgram, LivesBesideTheRunningProgram) {
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe");
     EXPECT_EQ(PictureProgramPath("whatever/kesto-batch"),
@@ -88,6 +127,8 @@ TEST(RunProgram, GivesTheExitStatusAndTheMessages) {
     EXPECT_EQ(run.ExitCode, 0);
 }
 
+#endif
+
 TEST(RunProgram, AMissingProgramIsAnErrorNotACode) {
     TempFolder folder;
     const ProgramResult run = RunProgram(folder / "no-such-program", {}, "");
@@ -95,6 +136,7 @@ TEST(RunProgram, AMissingProgramIsAnErrorNotACode) {
     EXPECT_NE(run.Error.find("cannot start"), std::string::npos) << run.Error;
 }
 
+#ifndef _WIN32
 // What the loader maps for a kesto-batch run, as it reports it.
 std::string LoaderReport(const TempFolder& folder, const std::string& options) {
     const std::string command =
@@ -115,6 +157,8 @@ TEST(BatchWithoutPicture, LoadsNoQtLibrary) {
     EXPECT_EQ(report.find("libQt"), std::string::npos) << report;
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
 }
+
+#endif
 
 }  // namespace
 }  // namespace kesto

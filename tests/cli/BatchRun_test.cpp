@@ -1,11 +1,15 @@
 #include "cli/BatchRun.h"
 
 #include <gtest/gtest.h>
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 #include <sstream>
 
 #include "common/MiniInstallation.h"
 #include "common/TestServices.h"
+#include "support/Paths.h"
 
 namespace kesto {
 namespace {
@@ -80,7 +84,9 @@ TEST(RunBatch, CompleteJobWritesResultSideAndSaveFiles) {
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv_tmp"));
     EXPECT_TRUE(std::filesystem::exists(folder / "out/haichi.csv"));
     EXPECT_NE(report.find("Parts short: none"), std::string::npos) << report;
-    EXPECT_NE(report.find("result file " + (folder / "out/result.csv")), std::string::npos);
+    EXPECT_NE(report.find("result file " + NormalizeSeparators(folder / "out/result.csv")),
+              std::string::npos)
+        << report;
 }
 
 TEST(RunBatch, CancelAnswerEndsACompleteJobWith100AfterWritingTheFiles) {
@@ -129,6 +135,29 @@ TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
     EXPECT_EQ(RunJob(folder, Tokens(folder), 2), 100);
     EXPECT_FALSE(std::filesystem::exists(folder / "out/result.csv"));
 }
+
+#ifdef _WIN32
+TEST(RunBatch, ResultFileHeldOpenByAnotherProgramEndsWith100And9022KeepingTheOldFile) {
+    TempFolder folder;
+    MiniInstallation().Write(folder);
+    test::WriteFile(folder / "out/result.csv", "old result\n");
+    // Another program shows the file and shares neither writing nor deleting.
+    const HANDLE other =
+        CreateFileA((folder / "out/result.csv").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(other, INVALID_HANDLE_VALUE);
+    std::string report;
+    const int code = RunJob(folder, Tokens(folder), 1, &report);
+    CloseHandle(other);
+    EXPECT_EQ(code, 100) << report;
+    EXPECT_NE(report.find("The result files were not written (error code 9022)"), std::string::npos)
+        << report;
+    EXPECT_EQ(test::ReadFile(folder / "out/result.csv"), "old result\n");
+    for (const auto& entry : std::filesystem::directory_iterator(folder / "out"))
+        EXPECT_EQ(entry.path().filename().string().find(".kesto-"), std::string::npos)
+            << entry.path();
+}
+#endif
 
 }  // namespace
 }  // namespace kesto

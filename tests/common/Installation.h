@@ -5,11 +5,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -19,20 +15,6 @@
 #include "support/Services.h"
 
 namespace kesto::test {
-
-// Leaves a socket at path: it exists for the file system, but no one can open it as a file,
-// not even the super-user.
-inline void MakeUnopenable(const std::string& path) {
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    ASSERT_LT(path.size(), sizeof address.sun_path) << path;
-    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    ASSERT_GE(fd, 0);
-    ASSERT_EQ(::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof address), 0) << path;
-    ::close(fd);
-}
 
 class Installation {
   public:

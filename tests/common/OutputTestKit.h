@@ -4,8 +4,10 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#ifndef _WIN32
 #include <signal.h>
 #include <sys/resource.h>
+#endif
 
 #include <filesystem>
 #include <memory>
@@ -20,6 +22,15 @@ namespace kesto::test {
 
 namespace fs = std::filesystem;
 
+#ifdef _WIN32
+// Windows has no per-process file size limit: the tests that need one are skipped there.
+#define KESTO_NEEDS_FILE_SIZE_LIMIT() GTEST_SKIP() << "no file size limit on Windows"
+class FileSizeLimit {
+  public:
+    explicit FileSizeLimit(long) {}
+};
+#else
+#define KESTO_NEEDS_FILE_SIZE_LIMIT() static_cast<void>(0)
 // Files written beyond `bytes` fail with EFBIG for the life of the object (as a full disk
 // would), so a write failure can be provoked also when the tests run as root.
 class FileSizeLimit {
@@ -42,6 +53,7 @@ class FileSizeLimit {
     rlimit saved_{};
     void (*oldHandler_)(int) = nullptr;
 };
+#endif
 
 // A test with its own folder, system folder "<folder>/sys", a recording operator and a job.
 class OutputTest : public ::testing::Test {

@@ -2,8 +2,6 @@
 // the previous state at the end of the scope.
 #pragma once
 
-#include <unistd.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
@@ -17,23 +15,26 @@ class ScopedEnv {
     ScopedEnv(std::string name, const char* value) : name_(std::move(name)) {
         if (const char* old = std::getenv(name_.c_str()))
             old_ = old;
+        Set(value);
+    }
+    ~ScopedEnv() { Set(old_ ? old_->c_str() : nullptr); }
+    ScopedEnv(const ScopedEnv&) = delete;
+    ScopedEnv& operator=(const ScopedEnv&) = delete;
+
+  private:
+    void Set(const char* value) const {
+#ifdef _WIN32
+        // The C runtime of Windows removes a variable set to the empty text.
+        ::_putenv_s(name_.c_str(), value != nullptr ? value : "");
+#else
         if (value != nullptr) {
             ::setenv(name_.c_str(), value, 1);
         } else {
             ::unsetenv(name_.c_str());
         }
+#endif
     }
-    ~ScopedEnv() {
-        if (old_) {
-            ::setenv(name_.c_str(), old_->c_str(), 1);
-        } else {
-            ::unsetenv(name_.c_str());
-        }
-    }
-    ScopedEnv(const ScopedEnv&) = delete;
-    ScopedEnv& operator=(const ScopedEnv&) = delete;
 
-  private:
     std::string name_;
     std::optional<std::string> old_;
 };

@@ -95,11 +95,16 @@ struct WindowJob {
 
 // The sample installation of examples/ copied into the job's folder and opened as
 // examples/demo_setup.sh starts it: from the system folder (the job names its outline files
-// relative to it), offsets A 1400 and B 10, start corner 1.
-inline bool OpenSampleJob(WindowJob& job) {
-    std::filesystem::copy(SourceDir() / "examples" / "install", job.Install.Root(),
-                          std::filesystem::copy_options::recursive |
-                              std::filesystem::copy_options::overwrite_existing);
+// relative to it), offsets A 1400 and B 10, start corner 1. With a language ("ja"), the files
+// of examples/<language>/install are laid over it, as the demo does.
+inline bool OpenSampleJob(WindowJob& job, const std::string& language = "") {
+    const auto options = std::filesystem::copy_options::recursive |
+                         std::filesystem::copy_options::overwrite_existing;
+    std::filesystem::copy(SourceDir() / "examples" / "install", job.Install.Root(), options);
+    if (!language.empty()) {
+        std::filesystem::copy(SourceDir() / "examples" / language / "install", job.Install.Root(),
+                              options);
+    }
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(job.Install.Root());
     const bool opened =

@@ -1,8 +1,3 @@
-#include <sys/socket.h>
-#include <sys/un.h>
-
-#include <cstring>
-
 #include "common/OutputTestKit.h"
 #include "output/CKs_FileSave.h"
 #include "support/MessageFile.h"
@@ -164,21 +159,15 @@ TEST_F(OffsetCheck, MissingSettingsFileShowsAnEmptyWarning) {
 }
 
 TEST_F(OffsetCheck, SettingsFileThatCannotBeReadIsAnInitialError) {
-    // A socket exists but cannot be opened as a file.
+    // It exists but cannot be opened as a file.
     fs::remove(dir_ / "sys" / "Kesto.ini");
     const std::string path = (dir_ / "sys" / "Kesto.ini").string();
-    const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    ASSERT_LT(path.size(), sizeof(address.sun_path));
-    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    ASSERT_EQ(::bind(fd, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+    ASSERT_NO_FATAL_FAILURE(test::MakeUnopenable(path));
 
     EXPECT_EQ(FileSave().GetKakuText("Msg209"), "");
 
     ASSERT_FALSE(operator_.Messages.empty());
     EXPECT_EQ(operator_.Messages.back(), "Initial File Initial Error");
-    ::close(fd);
 }
 
 }  // namespace

@@ -185,6 +185,7 @@ TEST_F(PlacementFile, EmptyPathOrMissingFolderSets9023) {
 }
 
 TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
+    KESTO_NEEDS_FILE_SIZE_LIMIT();
     AddThreeBoxes();
     PartsInfo& a = AddPart("A", 1, 1);
     const int32_t block = AddBlock(1, 1);
@@ -202,6 +203,7 @@ TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
 }
 
 TEST_F(PlacementFile, FailedUnplacedLineSets9025AndKeepsTheOldFile) {
+    KESTO_NEEDS_FILE_SIZE_LIMIT();
     AddThreeBoxes();
     for (int i = 0; i < 100; ++i)
         AddPart("U" + std::to_string(i), 1, 1);

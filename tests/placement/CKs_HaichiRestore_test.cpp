@@ -1,7 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <fstream>
@@ -11,6 +8,7 @@
 #include <vector>
 
 #include "common/PlacementFixture.h"
+#include "common/TestFiles.h"
 
 namespace kesto::test {
 namespace {
@@ -132,14 +130,8 @@ TEST_F(RestoreTest, FileThatCannotBeOpenedFailsTheRestore) {
     GridJob();
     KeyedPart(1, 50, 50, 6);
     const auto path = Folder("sock") / "s";
-    const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    ASSERT_GE(fd, 0);
-    sockaddr_un addr{};
-    addr.sun_family = AF_UNIX;
-    std::snprintf(addr.sun_path, sizeof addr.sun_path, "%s", path.c_str());
-    ASSERT_EQ(::bind(fd, reinterpret_cast<sockaddr*>(&addr), sizeof addr), 0);
+    ASSERT_NO_FATAL_FAILURE(test::MakeUnopenable(path.string()));
     EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement(path.string()), 0);
-    ::close(fd);
 }
 
 TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {

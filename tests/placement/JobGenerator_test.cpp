@@ -63,6 +63,7 @@ TEST(JobGenerator, InstallationWithoutOutlinesNamesNoOutlineFile) {
     const std::string text((std::istreambuf_iterator<char>(job)), {});
     EXPECT_EQ(text.find("outline"), std::string::npos);
     EXPECT_NE(text.find("A001,1,PART001"), std::string::npos);
+    job.close();  // Windows removes no file that is still open
     std::filesystem::remove_all(root);
 }
 

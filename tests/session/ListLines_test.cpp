@@ -44,6 +44,38 @@ TEST(AllPartsLine, LongTextIsCutTo32Characters) {
     EXPECT_EQ(line.find(std::string(33, 'x')), std::string::npos);
 }
 
+// "A" and sixteen katakana in Shift_JIS: 33 bytes, the 32-byte cut falls inside the last one.
+std::string ShiftJisNameOf33Bytes() {
+    std::string name = "A";
+    for (int i = 0; i < 16; ++i)
+        name += "\x83\x65";
+    return name;
+}
+
+TEST(AllPartsLine, ShiftJisNameKeepsTheColumnWidthWithoutHalfACharacter) {
+    PartsInfo part = Part(1, 1, 1, 1);
+    part.DisplayName = ShiftJisNameOf33Bytes();
+    const std::string line = AllPartsLine(part);
+    EXPECT_EQ(line,
+              AllPartsLine(Part(1, 1, 1, 1)).replace(20, 32, part.DisplayName.substr(0, 31) + " "));
+}
+
+TEST(AllPartsLine, Utf8NameIsCutBetweenCharacters) {
+    PartsInfo part = Part(1, 1, 1, 1);
+    part.DisplayName.clear();
+    for (int i = 0; i < 11; ++i)
+        part.DisplayName += "\xE3\x83\x86";  // 33 bytes: the cut keeps ten characters
+    const std::string line = AllPartsLine(part);
+    EXPECT_EQ(line.substr(20, 32), part.DisplayName.substr(0, 30) + "  ");
+}
+
+TEST(SmallBoxLine, ShiftJisNameIsCutBeforeTheCharacterThatDoesNotFit) {
+    PartsInfo part = Part(12, 3, 0, 100);
+    part.DisplayName = ShiftJisNameOf33Bytes();
+    EXPECT_EQ(SmallBoxLine(part), "012    3 " + part.DisplayName.substr(0, 31));
+    EXPECT_EQ(ToriokiLine(part), "012    3/3    " + part.DisplayName.substr(0, 31));
+}
+
 TEST(SmallBoxLine, SeqCountAndText) {
     EXPECT_EQ(SmallBoxLine(Part(12, 3, 0, 100)), "012    3 Bracket");
 }

@@ -1,7 +1,11 @@
 #include "support/AtomicFile.h"
 
 #include <gtest/gtest.h>
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <unistd.h>
+#endif
 
 #include <cstdio>
 #include <filesystem>
@@ -28,7 +32,7 @@ TEST(AtomicFile, CommitReplacesTheTarget) {
     std::fputs("new\n", out.get());
     const std::string temp = out.TempPath();
     EXPECT_TRUE(out.Commit());
-    EXPECT_EQ(ReadFile(folder / "r.csv"), "new\n");
+    EXPECT_EQ(ReadFile(folder / "r.csv"), test::TextModeBytes("new\n"));
     EXPECT_FALSE(std::filesystem::exists(temp));
 }
 
@@ -132,7 +136,9 @@ TEST(AtomicFile, RemovesOnlyTheStaleTemporariesOfItsTarget) {
     for (const std::string& name : kept)
         WriteFile(folder / name, "not ours");
     std::filesystem::create_directory(folder / "r.csv.kesto-DIR123");
+#ifndef _WIN32
     std::filesystem::create_symlink(folder / "r.csv", folder / "r.csv.kesto-LNK123");
+#endif
 
     EXPECT_EQ(AtomicFile::RemoveStaleTemporaries(folder / "r.csv"), 2);
 
@@ -141,7 +147,9 @@ TEST(AtomicFile, RemovesOnlyTheStaleTemporariesOfItsTarget) {
     for (const std::string& name : kept)
         EXPECT_EQ(ReadFile(folder / name), "not ours") << name;
     EXPECT_TRUE(std::filesystem::is_directory(folder / "r.csv.kesto-DIR123"));
+#ifndef _WIN32
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "r.csv.kesto-LNK123"));
+#endif
     EXPECT_EQ(ReadFile(folder / "r.csv"), kOld);
 }
 
@@ -163,11 +171,82 @@ TEST(AtomicFile, AStaleTemporaryDoesNotDisturbTheNextWrite) {
     ASSERT_TRUE(out.Open());
     std::fputs("new\n", out.get());
     EXPECT_TRUE(out.Commit());
-    EXPECT_EQ(ReadFile(folder / "r.csv"), "new\n");
+    EXPECT_EQ(ReadFile(folder / "r.csv"), test::TextModeBytes("new\n"));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()),
                             std::filesystem::directory_iterator{}),
               1);
 }
+
+#ifdef _WIN32
+// The target opened by another program that shares neither writing nor deleting, as an
+// editor or a spreadsheet holds a file it shows.
+class HeldOpen {
+  public:
+    explicit HeldOpen(const std::string& path)
+        : handle_(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL, nullptr)) {}
+    ~HeldOpen() { Close(); }
+    HeldOpen(const HeldOpen&) = delete;
+    HeldOpen& operator=(const HeldOpen&) = delete;
+    bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+    void Close() {
+        if (IsOpen())
+            CloseHandle(handle_);
+        handle_ = INVALID_HANDLE_VALUE;
+    }
+
+  private:
+    HANDLE handle_;
+};
+
+TEST(AtomicFile, LinesEndInCarriageReturnLineFeedOnWindows) {
+    TempFolder folder;
+    AtomicFile out(folder / "r.csv");
+    ASSERT_TRUE(out.Open());
+    std::fputs("a,1\nb,2\n", out.get());
+    EXPECT_TRUE(out.Commit());
+    EXPECT_EQ(ReadFile(folder / "r.csv"), "a,1\r\nb,2\r\n");
+}
+
+TEST(AtomicFile, TemporaryIsNamedAsTheStaleOnesAreRecognised) {
+    TempFolder folder;
+    AtomicFile out(folder / "r.csv");
+    ASSERT_TRUE(out.Open());
+    const std::string name = std::filesystem::path(out.TempPath()).filename().string();
+    EXPECT_TRUE(AtomicFile::IsTemporaryName("r.csv", name)) << name;
+}
+
+TEST(AtomicFile, TargetHeldOpenWithoutSharingKeepsItsBytesAndTheCommitFails) {
+    TempFolder folder;
+    WriteFile(folder / "r.csv", kOld);
+    HeldOpen other(folder / "r.csv");
+    ASSERT_TRUE(other.IsOpen());
+    AtomicFile out(folder / "r.csv");
+    ASSERT_TRUE(out.Open());
+    std::fputs("new\n", out.get());
+    const std::string temp = out.TempPath();
+    EXPECT_FALSE(out.Commit());
+    EXPECT_FALSE(std::filesystem::exists(temp));
+    other.Close();
+    EXPECT_EQ(ReadFile(folder / "r.csv"), kOld);
+}
+
+TEST(AtomicFile, TargetReleasedByTheOtherProgramIsReplacedOnTheNextCommit) {
+    TempFolder folder;
+    WriteFile(folder / "r.csv", kOld);
+    {
+        HeldOpen other(folder / "r.csv");
+        AtomicFile out(folder / "r.csv");
+        ASSERT_TRUE(out.Open());
+        EXPECT_FALSE(out.Commit());
+    }
+    AtomicFile again(folder / "r.csv");
+    ASSERT_TRUE(again.Open());
+    std::fputs("new\n", again.get());
+    EXPECT_TRUE(again.Commit());
+    EXPECT_EQ(ReadFile(folder / "r.csv"), "new\r\n");
+}
+#endif
 
 }  // namespace
 }  // namespace kesto

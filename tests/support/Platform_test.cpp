@@ -6,6 +6,7 @@
 
 #include "common/ScopedEnv.h"
 #include "common/TestFiles.h"
+#include "common/WindowsRegistry.h"
 
 namespace kesto {
 namespace {
@@ -14,6 +15,8 @@ using test::ReadFile;
 using test::ScopedEnv;
 using test::TempFolder;
 using test::WriteFile;
+
+#ifndef _WIN32
 
 TEST(DefaultHostStore, EnvironmentGivesTheSystemFolder) {
     ScopedEnv root("ORVOSystemRoot", "/opt/orvo");
@@ -94,6 +97,96 @@ TEST(DefaultHostStore, WritingFailsWhenTheFolderCannotBeMade) {
     EXPECT_FALSE(DefaultHostStore().WriteUserValue("IsDirect", "1"));
     EXPECT_EQ(ReadFile(folder / "file"), "x");
 }
+
+#else
+
+using test::DeleteKey;
+using test::kMachineKeyName;
+using test::kUserKeyName;
+using test::SetStringValue;
+
+// The machine as a fresh one: no system folder key in either view of the registry.
+void ForgetMachineKey() {
+    DeleteKey(kMachineKeyName);
+    DeleteKey(kMachineKeyName, "/reg:32");
+}
+
+TEST(DefaultHostStore, RegistryValueGivesTheSystemFolder) {
+    ForgetMachineKey();
+    SetStringValue(kMachineKeyName, "ORVOSystemRoot", "D:\\ORVO\\System");
+    const SystemFolderResult result = DefaultHostStore().SystemFolder();
+    EXPECT_EQ(result.Status, SystemFolderStatus::Ok);
+    EXPECT_EQ(result.Folder, "D:\\ORVO\\System");
+}
+
+TEST(DefaultHostStore, MissingMachineKeyIsAMissingKey) {
+    ForgetMachineKey();
+    const SystemFolderResult result = DefaultHostStore().SystemFolder();
+    EXPECT_EQ(result.Status, SystemFolderStatus::NoKey);
+    EXPECT_EQ(result.Folder, "");
+}
+
+TEST(DefaultHostStore, MachineKeyWithoutTheValueIsAMissingValue) {
+    ForgetMachineKey();
+    SetStringValue(kMachineKeyName, "Other", "1");
+    const SystemFolderResult result = DefaultHostStore().SystemFolder();
+    EXPECT_EQ(result.Status, SystemFolderStatus::NoValue);
+    EXPECT_EQ(result.Folder, "");
+}
+
+TEST(DefaultHostStore, SystemFolderIsCutAt255Characters) {
+    ForgetMachineKey();
+    const std::string longFolder = "C:\\" + std::string(300, 'f');
+    SetStringValue(kMachineKeyName, "ORVOSystemRoot", longFolder);
+    EXPECT_EQ(DefaultHostStore().SystemFolder().Folder, longFolder.substr(0, 255));
+}
+
+TEST(DefaultHostStore, ThirtyTwoBitViewServesWhenTheNativeViewHasNoKey) {
+    ForgetMachineKey();
+    SetStringValue(kMachineKeyName, "ORVOSystemRoot", "E:\\Orvo32", "/reg:32");
+    const SystemFolderResult result = DefaultHostStore().SystemFolder();
+    EXPECT_EQ(result.Status, SystemFolderStatus::Ok);
+    EXPECT_EQ(result.Folder, "E:\\Orvo32");
+    ForgetMachineKey();
+}
+
+TEST(DefaultHostStore, KeyNamesAreThoseOfTheRegistry) {
+    EXPECT_EQ(DefaultHostStore::MachineIniPath(),
+              "HKEY_LOCAL_MACHINE\\SOFTWARE\\ORVONetwork\\Common\\SystemInformation");
+    EXPECT_EQ(DefaultHostStore::UserValuesPath(),
+              "HKEY_CURRENT_USER\\Software\\ORVONetwork\\Vardo\\Kesto");
+}
+
+TEST(DefaultHostStore, WrittenUserValuesAreReadBackAndKeepEachOther) {
+    DeleteKey(kUserKeyName);
+    DefaultHostStore store;
+    EXPECT_EQ(store.ReadUserValue("IsDirect"), std::nullopt);
+    EXPECT_TRUE(store.WriteUserValue("IsDirect", "1"));
+    EXPECT_TRUE(store.WriteUserValue("IsBlockDraw", "0"));
+    EXPECT_TRUE(store.WriteUserValue("IsDirect", "0"));
+    EXPECT_EQ(store.ReadUserValue("IsDirect"), "0");
+    EXPECT_EQ(store.ReadUserValue("IsBlockDraw"), "0");
+    EXPECT_EQ(store.ReadUserValue("Other"), std::nullopt);
+}
+
+TEST(DefaultHostStore, UserValuesAreDecimalStringsOfTheProgramsKey) {
+    DeleteKey(kUserKeyName);
+    EXPECT_TRUE(DefaultHostStore().WriteUserValue("IsBlockDraw", "12"));
+    TempFolder folder;
+    const std::string shown = test::QueryValue(kUserKeyName, "IsBlockDraw", folder / "q.txt");
+    EXPECT_NE(shown.find("IsBlockDraw"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("REG_SZ"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("12"), std::string::npos) << shown;
+}
+
+TEST(DefaultHostStore, UserValueSetByAnotherProgramIsRead) {
+    DeleteKey(kUserKeyName);
+    SetStringValue(kUserKeyName, "IsDirect", "1");
+    EXPECT_EQ(DefaultHostStore().ReadUserValue("IsDirect"), "1");
+    EXPECT_EQ(DefaultHostStore().ReadUserValue("IsBlockDraw"), std::nullopt);
+}
+
+#endif
 
 }  // namespace
 }  // namespace kesto

@@ -7,6 +7,7 @@
 #include "common/ScopedEnv.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
+#include "support/Paths.h"
 #include "support/Platform.h"
 #include "support/Services.h"
 
@@ -38,8 +39,8 @@ class SetupListTest : public testing::Test {
 
 TEST_F(SetupListTest, EntryBetweenFileAndEndGivesItsValue) {
     WriteList("IEJ : before/file.txt\n#File\nIEJ : job/job.txt\nIEK : out/r.csv\n#End\n");
-    EXPECT_EQ(Value("IEJ"), "job/job.txt");
-    EXPECT_EQ(Value("IEK"), "out/r.csv");
+    EXPECT_EQ(Value("IEJ"), NormalizeSeparators("job/job.txt"));
+    EXPECT_EQ(Value("IEK"), NormalizeSeparators("out/r.csv"));
     EXPECT_TRUE(recorder.Messages.empty());
 }
 
@@ -91,8 +92,10 @@ TEST_F(SetupListTest, LinesAreCutAt127Characters) {
 }
 
 TEST_F(SetupListTest, ValuesGetThePlatformSeparator) {
-    WriteList("#File\nIEJ : job\\sub\\job.txt\n#End\n");
-    EXPECT_EQ(Value("IEJ"), "job/sub/job.txt");
+    WriteList("#File\nIEJ : job\\sub\\job.txt\nIEK : out/r.csv\n#End\n");
+    EXPECT_EQ(Value("IEJ"),
+              std::string("job") + kPathSeparator + "sub" + kPathSeparator + "job.txt");
+    EXPECT_EQ(Value("IEK"), std::string("out") + kPathSeparator + "r.csv");
 }
 
 TEST_F(SetupListTest, CarriageReturnLineFeedListReadsTheSame) {
@@ -106,7 +109,8 @@ TEST_F(SetupListTest, MissingListFallsBackToTheCurrentFolder) {
     ScopedWorkingFolder cwd(work.Path());
     EXPECT_EQ(SetupListPath(services), "Ks_Setup.ini");
     EXPECT_EQ(Value("IEJ"), "here.txt");
-    const std::string missing = " File Not Found : " + System() + "/bin/Ks_Setup.ini";
+    const std::string missing =
+        " File Not Found : " + JoinPath(System(), NormalizeSeparators("bin/Ks_Setup.ini"));
     ASSERT_EQ(recorder.Messages.size(), 2u);
     EXPECT_EQ(recorder.Messages[0], missing.substr(0, 127));
 }
@@ -124,7 +128,7 @@ TEST_F(SetupListTest, SetupFolderJoinsSystemFolderAndValue) {
     WriteList("#File\nMSG : msg/\n#End\n");
     std::string out = "stale";
     EXPECT_EQ(GetSetupFolder(services, "MSG", out), 1);
-    EXPECT_EQ(out, System() + "/msg/");
+    EXPECT_EQ(out, NormalizeSeparators(System() + "/msg/"));
     EXPECT_EQ(GetSetupFolder(services, "NONE", out), 0);
     EXPECT_EQ(out, "");
 }
@@ -132,17 +136,17 @@ TEST_F(SetupListTest, SetupFolderJoinsSystemFolderAndValue) {
 TEST_F(SetupListTest, SystemFolderEndingInASeparatorGetsNoSecondOne) {
     WriteList("#File\nIEJ : job/job.txt\nMSG : ./\n#End\n");
     testServices.Host.Folder.Folder = System() + "/";
-    EXPECT_EQ(GetDataFilePath(services, 94), System() + "/job/job.txt");
+    EXPECT_EQ(GetDataFilePath(services, 94), NormalizeSeparators(System() + "/job/job.txt"));
     std::string out;
     EXPECT_EQ(GetSetupFolder(services, "MSG", out), 1);
-    EXPECT_EQ(out, System() + "/./");
+    EXPECT_EQ(out, NormalizeSeparators(System() + "/./"));
 }
 
 TEST_F(SetupListTest, DataFileKindsOfThisProgram) {
     WriteList("#File\nIEJ : job/j.txt\nIEK : out/r.csv\nIEL : out/h.csv\n#End\n");
-    EXPECT_EQ(GetDataFilePath(services, 94), System() + "/job/j.txt");
-    EXPECT_EQ(GetDataFilePath(services, 96), System() + "/out/r.csv");
-    EXPECT_EQ(GetDataFilePath(services, 97), System() + "/out/h.csv");
+    EXPECT_EQ(GetDataFilePath(services, 94), NormalizeSeparators(System() + "/job/j.txt"));
+    EXPECT_EQ(GetDataFilePath(services, 96), NormalizeSeparators(System() + "/out/r.csv"));
+    EXPECT_EQ(GetDataFilePath(services, 97), NormalizeSeparators(System() + "/out/h.csv"));
 }
 
 TEST_F(SetupListTest, DataFileKindsAddTheirParts) {
@@ -150,19 +154,19 @@ TEST_F(SetupListTest, DataFileKindsAddTheirParts) {
         "#File\nOTF : otf/\nTUR : tur/t\nIEA : iea/a\nINF : inf/i\nIE0 : ie0/e\nIE1 : ie1/e\n"
         "TMP : tmp/\n#End\n");
     const std::string s = System();
-    EXPECT_EQ(GetDataFilePath(services, 1, "7"), s + "/otf/mac_para.7");
-    EXPECT_EQ(GetDataFilePath(services, 4, "1", "2"), s + "/tur/t1");
-    EXPECT_EQ(GetDataFilePath(services, 4), s + "/tur/t");
-    EXPECT_EQ(GetDataFilePath(services, 8, "1", "2"), s + "/iea/a1.2");
+    EXPECT_EQ(GetDataFilePath(services, 1, "7"), NormalizeSeparators(s + "/otf/mac_para.7"));
+    EXPECT_EQ(GetDataFilePath(services, 4, "1", "2"), NormalizeSeparators(s + "/tur/t1"));
+    EXPECT_EQ(GetDataFilePath(services, 4), NormalizeSeparators(s + "/tur/t"));
+    EXPECT_EQ(GetDataFilePath(services, 8, "1", "2"), NormalizeSeparators(s + "/iea/a1.2"));
     EXPECT_EQ(GetDataFilePath(services, 8, "1"), "");
-    EXPECT_EQ(GetDataFilePath(services, 52, "1", "2"), s + "/inf/i1.2");
-    EXPECT_EQ(GetDataFilePath(services, 52, "1"), s + "/inf/i1");
-    EXPECT_EQ(GetDataFilePath(services, 50, "1", "2"), s + "/inf/i");
-    EXPECT_EQ(GetDataFilePath(services, 80, "a", "b"), s + "/ie0/eab");
-    EXPECT_EQ(GetDataFilePath(services, 81, "a", "b"), s + "/ie1/e");
-    EXPECT_EQ(GetDataFilePath(services, 98, "a", "b"), s + "/otf/ab");
-    EXPECT_EQ(GetDataFilePath(services, 99, nullptr, "b"), s + "/tmp/b");
-    EXPECT_EQ(GetDataFilePath(services, 999), s + "/otf/debug.dat");
+    EXPECT_EQ(GetDataFilePath(services, 52, "1", "2"), NormalizeSeparators(s + "/inf/i1.2"));
+    EXPECT_EQ(GetDataFilePath(services, 52, "1"), NormalizeSeparators(s + "/inf/i1"));
+    EXPECT_EQ(GetDataFilePath(services, 50, "1", "2"), NormalizeSeparators(s + "/inf/i"));
+    EXPECT_EQ(GetDataFilePath(services, 80, "a", "b"), NormalizeSeparators(s + "/ie0/eab"));
+    EXPECT_EQ(GetDataFilePath(services, 81, "a", "b"), NormalizeSeparators(s + "/ie1/e"));
+    EXPECT_EQ(GetDataFilePath(services, 98, "a", "b"), NormalizeSeparators(s + "/otf/ab"));
+    EXPECT_EQ(GetDataFilePath(services, 99, nullptr, "b"), NormalizeSeparators(s + "/tmp/b"));
+    EXPECT_EQ(GetDataFilePath(services, 999), NormalizeSeparators(s + "/otf/debug.dat"));
 }
 
 TEST_F(SetupListTest, UnknownKindOrMissingKeyGivesAnEmptyPath) {

@@ -281,7 +281,7 @@ TEST(WriteLine, WritesTheTextAndALineFeed) {
         EXPECT_EQ(WriteLine("a,b", file.get()), 1);
         EXPECT_EQ(WriteLine("", file.get()), 1);
     }
-    EXPECT_EQ(test::ReadFile(folder / "out.txt"), "a,b\n\n");
+    EXPECT_EQ(test::ReadFile(folder / "out.txt"), test::TextModeBytes("a,b\n\n"));
 }
 
 TEST(WriteLine, CutsTheTextAt1023Bytes) {
@@ -291,8 +291,37 @@ TEST(WriteLine, CutsTheTextAt1023Bytes) {
         ASSERT_EQ(OpenFile(folder / "out.txt", "w", file), 1);
         EXPECT_EQ(WriteLine(std::string(2000, 'z'), file.get()), 1);
     }
-    EXPECT_EQ(test::ReadFile(folder / "out.txt"), std::string(1023, 'z') + "\n");
+    EXPECT_EQ(test::ReadFile(folder / "out.txt"),
+              test::TextModeBytes(std::string(1023, 'z') + "\n"));
 }
+
+#ifdef _WIN32
+TEST(WriteLine, LinesEndInCarriageReturnLineFeedOnWindows) {
+    TempFolder folder;
+    {
+        TextFile file;
+        ASSERT_EQ(OpenFile(folder / "out.txt", "wt", file), 1);
+        EXPECT_EQ(WriteLine("x", file.get()), 1);
+    }
+    EXPECT_EQ(test::ReadFile(folder / "out.txt"), "x\r\n");
+}
+
+TEST(ReadLine, CtrlZIsAByteOfTheLineNotTheEndOfTheFile) {
+    TempFolder folder;
+    WriteFile(folder / "f.txt",
+              "a\x1a"
+              "b\r\nc\n");
+    TextFile file;
+    ASSERT_EQ(OpenFile(folder / "f.txt", "rt", file), 1);
+    std::string line;
+    EXPECT_EQ(ReadLine(line, file.get()), 3);
+    EXPECT_EQ(line,
+              "a\x1a"
+              "b");
+    EXPECT_EQ(ReadLine(line, file.get()), 1);
+    EXPECT_EQ(line, "c");
+}
+#endif
 
 TEST(WriteLine, FailsOnAFileNotOpenForWriting) {
     TempFolder folder;
@@ -317,6 +346,7 @@ TEST(OpenFile, FolderCannotBeOpenedForReading) {
     EXPECT_FALSE(file);
 }
 
+#ifndef _WIN32
 TEST(OpenFile, FifoIsRefusedWithoutWaitingForAWriter) {
     // A plain open would block here until some process opened the FIFO for writing.
     TempFolder folder;
@@ -327,6 +357,7 @@ TEST(OpenFile, FifoIsRefusedWithoutWaitingForAWriter) {
     EXPECT_FALSE(file);
     EXPECT_EQ(FileExists(fifo), 1);
 }
+#endif
 
 TEST(OpenFile, RegularFileIsReadFromItsStart) {
     TempFolder folder;

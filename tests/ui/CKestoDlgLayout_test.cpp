@@ -1,15 +1,20 @@
 // The main window's captions, fonts and placement.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <QComboBox>
+#include <QFontMetrics>
 #include <QLabel>
 #include <QListWidget>
+#include <QPainter>
 #include <QPushButton>
 
 #include "common/WindowJob.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
+#include "ui/main/Controls.h"
 #include "ui/main/ExtentList.h"
 #include "ui/main/MainLayout.h"
 
@@ -206,6 +211,74 @@ TEST(CKestoDlgLayout, VeryNarrowWindowKeepsTheNegativeRectangles) {
     job.Dialog->resize(40, 10);
     job.Dialog->LayoutPass();
     EXPECT_EQ(job.App().InfoPlacement.Bottom, -2);
+}
+
+// A text painted alone in a font, black on white.
+QImage Painted(const QString& text, const QFont& font) {
+    QImage image(400, 60, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    painter.drawText(image.rect(), Qt::AlignLeft | Qt::AlignVCenter, text);
+    return image;
+}
+
+int DarkPixels(const QImage& image) {
+    int dark = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            dark += qGray(image.pixel(x, y)) < 128 ? 1 : 0;
+    }
+    return dark;
+}
+
+// Every character of a caption has a glyph in the control's font (or its fallback), drawn as
+// ink that is neither the font's box for a missing glyph nor a question mark.
+void ExpectGlyphs(const QString& caption, const QFont& font, const char* key) {
+    const QFontMetrics metrics(font);
+    // U+0378 is unassigned: no font has it, so it shows the missing-glyph box.
+    const QImage box = Painted(QString(QChar(0x0378)), font);
+    const QImage question = Painted("?", font);
+    for (const char32_t c : caption.toUcs4()) {
+        if (c < 0x80)
+            continue;
+        const QString one = QString::fromUcs4(&c, 1);
+        EXPECT_TRUE(metrics.inFontUcs4(c)) << key << " U+" << std::hex << static_cast<int>(c);
+        const QImage glyph = Painted(one, font);
+        EXPECT_GT(DarkPixels(glyph), 0) << key;
+        EXPECT_NE(glyph, box) << key << " U+" << std::hex << static_cast<int>(c);
+        EXPECT_NE(glyph, question) << key << " U+" << std::hex << static_cast<int>(c);
+    }
+}
+
+TEST(CKestoDlgLayout, JapaneseSampleDrawsItsCaptionsWithGlyphs) {
+    test::WindowJob job;
+    ASSERT_TRUE(test::OpenSampleJob(job, "ja"));
+    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, 1600, 900));
+    CKestoDlg& d = *job.Dialog;
+    EXPECT_EQ(Text(d, "L-TORIOKI"), QString::fromUtf8("取置"));
+    EXPECT_EQ(Text(d, "B-CAN"), QString::fromUtf8("取消"));
+    EXPECT_EQ(Text(d, "B-SBOX1"), QString::fromUtf8("箱1"));
+    EXPECT_EQ(d.windowTitle(), QString::fromUtf8("Kesto - 2号ライン 部品積付け"));
+    const QImage window = d.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    int japanese = 0;
+    for (size_t i = 0; i < kLabelledControls; ++i) {
+        const char* key = kControls[i].Key;
+        QWidget* control = d.Control(kControls[i].Id);
+        ASSERT_NE(control, nullptr) << key;
+        const QString caption = Text(d, control->objectName().toUtf8().constData());
+        if (std::all_of(caption.begin(), caption.end(), [](QChar c) { return c.unicode() < 0x80; }))
+            continue;
+        ++japanese;
+        ExpectGlyphs(caption, control->font(), key);
+        // The whole caption fits its control: no character is clipped away.
+        EXPECT_LE(QFontMetrics(control->font()).horizontalAdvance(caption), control->width())
+            << key;
+        // The control's place in the window carries the caption's ink.
+        EXPECT_GT(DarkPixels(window.copy(control->geometry())), 10) << key;
+    }
+    EXPECT_GE(japanese, 25);
 }
 
 }  // namespace

@@ -1,0 +1,151 @@
+// kesto-batch.exe on a Windows host: the system folder from the machine's registry, the per-user
+// values in the user's registry key, as the host's installer and the operator's earlier runs
+// leave them (set and read with reg.exe).
+#include <gtest/gtest.h>
+
+#ifdef _WIN32
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+
+#include "common/E2eCases.h"
+#include "common/TestFiles.h"
+#include "common/WindowsRegistry.h"
+
+namespace kesto {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The fresh_run installation in a folder of the test's own, started from that folder.
+class WindowsHost : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        fs::copy(test::E2eRoot() / "fresh_run" / "install", install_, fs::copy_options::recursive);
+        fs::create_directories(install_ / "out");
+        test::DeleteKey(test::kMachineKeyName);
+        test::DeleteKey(test::kMachineKeyName, "/reg:32");
+        test::DeleteKey(test::kUserKeyName);
+    }
+    void TearDown() override { test::DeleteKey(test::kMachineKeyName); }
+
+    // Runs without touching the registry; the full exit code.
+    int Run(const std::string& args) {
+        return test::RunCommand("cd /d \"" + install_.string() + "\" && \"" +
+                                test::BatchProgram().string() + "\" --answer ok " + args + " >\"" +
+                                Log() + "\" 2>&1");
+    }
+    std::string Log() const { return (temp_.Path() / "log.txt").string(); }
+
+    test::TempFolder temp_;
+    fs::path install_ = temp_.Path() / "install";
+};
+
+TEST_F(WindowsHost, MissingMachineKeyShowsTheOpenErrorAndEndsWithoutSettings) {
+    EXPECT_EQ(Run("pallet\\pallets.txt 0 0 0 0 1"), 9001);
+    EXPECT_NE(test::ReadFile(Log()).find("OrvoFolderGet RegOpen Error"), std::string::npos)
+        << test::ReadFile(Log());
+}
+
+TEST_F(WindowsHost, MachineKeyWithoutTheValueShowsTheValueError) {
+    test::SetStringValue(test::kMachineKeyName, "Other", "1");
+    EXPECT_EQ(Run("pallet\\pallets.txt 0 0 0 0 1"), 9001);
+    EXPECT_NE(test::ReadFile(Log()).find("OrvoFolderGet Address Value Get Error"),
+              std::string::npos)
+        << test::ReadFile(Log());
+}
+
+TEST_F(WindowsHost, RegistryValueWithADriveLetterAndBackslashesIsTheSystemFolder) {
+    test::SetStringValue(test::kMachineKeyName, "ORVOSystemRoot", install_.string() + "\\");
+    EXPECT_EQ(Run("pallet\\pallets.txt 0 0 0 0 1"), 0) << test::ReadFile(Log());
+    EXPECT_TRUE(fs::exists(install_ / "out" / "result.csv"));
+}
+
+TEST_F(WindowsHost, PerUserValuesAreWrittenToTheUsersKeyAtExit) {
+    test::SetStringValue(test::kMachineKeyName, "ORVOSystemRoot", install_.string());
+    ASSERT_EQ(Run("pallet/pallets.txt 0 0 0 0 1"), 0) << test::ReadFile(Log());
+    const std::string direct =
+        test::QueryValue(test::kUserKeyName, "IsDirect", (temp_.Path() / "q1.txt").string());
+    EXPECT_NE(direct.find("REG_SZ"), std::string::npos) << direct;
+    const std::string blockDraw =
+        test::QueryValue(test::kUserKeyName, "IsBlockDraw", (temp_.Path() / "q2.txt").string());
+    EXPECT_NE(blockDraw.find("REG_SZ"), std::string::npos) << blockDraw;
+}
+
+TEST_F(WindowsHost, PerUserValuesOfAnEarlierRunAreKept) {
+    test::SetStringValue(test::kMachineKeyName, "ORVOSystemRoot", install_.string());
+    test::SetStringValue(test::kUserKeyName, "IsBlockDraw", "1");
+    test::SetStringValue(test::kUserKeyName, "IsDirect", "1");
+    ASSERT_EQ(Run("pallet/pallets.txt 0 0 0 0 1"), 0) << test::ReadFile(Log());
+    const std::string shown =
+        test::QueryValue(test::kUserKeyName, "IsBlockDraw", (temp_.Path() / "q.txt").string());
+    EXPECT_NE(shown.find("REG_SZ    1"), std::string::npos) << shown;
+    const std::string direct =
+        test::QueryValue(test::kUserKeyName, "IsDirect", (temp_.Path() / "q3.txt").string());
+    EXPECT_NE(direct.find("REG_SZ    1"), std::string::npos) << direct;
+}
+
+TEST_F(WindowsHost, StartUpFailureReturnsTheWholeCodeWithoutANotice) {
+    test::SetStringValue(test::kMachineKeyName, "ORVOSystemRoot", install_.string());
+    EXPECT_EQ(Run("pallet\\none.txt 0 0 0 0 1"), 9020);
+    EXPECT_EQ(test::ReadFile(Log()).find("kesto: exit code"), std::string::npos)
+        << test::ReadFile(Log());
+}
+
+// The lines of the run's summary that count each part's outline elements.
+std::string OutlineCounts(const std::string& log) {
+    std::string counts;
+    size_t at = 0;
+    while ((at = log.find(" outline elements", at)) != std::string::npos) {
+        const size_t start = log.rfind('\n', at);
+        counts += log.substr(start == std::string::npos ? 0 : start + 1, at - start) + "\n";
+        at += 1;
+    }
+    return counts;
+}
+
+TEST(WindowsOutlines, AbsolutePathsWithADriveLetterAndBackslashesAreRead) {
+    test::TempFolder temp;
+    const fs::path install = temp.Path() / "install";
+    fs::copy(test::SourceDir() / "examples" / "install", install, fs::copy_options::recursive);
+    test::SetStringValue(test::kMachineKeyName, "ORVOSystemRoot", install.string());
+    const std::string job = (install / "job" / "kesto_job.txt").string();
+    const std::string original = test::ReadFile(job);
+    auto run = [&](const std::string& log) {
+        fs::remove_all(install / "out");
+        fs::create_directories(install / "out");
+        test::RunCommand("cd /d \"" + install.string() + "\" && \"" +
+                         test::BatchProgram().string() +
+                         "\" --answer ok pallet\\pallets.txt 0 0 0 0 1 >\"" + log + "\" 2>&1");
+        return OutlineCounts(test::ReadFile(log));
+    };
+    const std::string relative = run((temp.Path() / "relative.txt").string());
+    std::string rewritten;
+    const std::string folder = (install / "outline").string() + "\\";
+    for (size_t at = 0, next; at < original.size(); at = next) {
+        next = original.find("outline/", at);
+        if (next == std::string::npos) {
+            rewritten += original.substr(at);
+            break;
+        }
+        rewritten += original.substr(at, next - at) + folder;
+        next += std::string("outline/").size();
+    }
+    ASSERT_NE(rewritten, original);
+    test::WriteFile(job, rewritten);
+    const std::string absolute = run((temp.Path() / "absolute.txt").string());
+    // The sample's parts have outlines: some count is above 0.
+    size_t zeros = 0;
+    for (size_t at = 0; (at = relative.find(", 0 \n", at)) != std::string::npos; ++at)
+        ++zeros;
+    const auto lines = static_cast<size_t>(std::count(relative.begin(), relative.end(), '\n'));
+    EXPECT_LT(zeros, lines) << relative;
+    EXPECT_EQ(absolute, relative);
+    test::DeleteKey(test::kMachineKeyName);
+}
+
+}  // namespace
+}  // namespace kesto
+
+#endif
