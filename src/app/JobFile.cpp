@@ -106,8 +106,8 @@ bool AddPart(CKestoApp& app, const FieldList& f) {
     return true;
 }
 
-bool AddRecord(CKestoApp& app, Section section, const std::string& line) {
-    FieldList fields;
+// fields: the split's work space, kept over the lines of the file.
+bool AddRecord(CKestoApp& app, Section section, const std::string& line, FieldList& fields) {
     SplitLine(line, fields);
     switch (section) {
         case Section::Box:
@@ -138,13 +138,14 @@ Section SectionOf(const std::string& line) {
 int ReadJobLines(CKestoApp& app, std::FILE* file) {
     Section section = Section::None;
     std::string line;
+    FieldList fields;
     while (ReadLine(line, file) != -1) {
         TrimLine(line, 3);
         if (section == Section::None) {
             section = SectionOf(line);
         } else if (line == "#End") {
             section = Section::None;
-        } else if (!AddRecord(app, section, line)) {
+        } else if (!AddRecord(app, section, line, fields)) {
             return 0;
         }
     }

@@ -36,10 +36,10 @@ uint32_t ColorOf(const FieldList& f) {
     return low(kColorColumn) | low(kColorColumn + 1) << 8 | low(kColorColumn + 2) << 16;
 }
 
-// A line naming no known kind leaves its element all zero.
-void FillElement(ShapeElement& element, const std::string& line) {
-    FieldList fields;
-    SplitWords(line, fields);
+// A line naming no known kind leaves its element all zero. fields: the split's work space.
+void FillElement(ShapeElement& element, const std::string& line, FieldList& fields) {
+    // The trimming split does the splitting: the words only need to become a line of fields.
+    WordsToLine(line, fields);
     SplitFieldsTrim(fields);
     for (const Keyword& keyword : kKeywords) {
         if (fields[0].find(keyword.Text) == std::string::npos)
@@ -52,24 +52,19 @@ void FillElement(ShapeElement& element, const std::string& line) {
     }
 }
 
-// Lines that ReadLine delivers, comment lines included.
-size_t CountLines(std::FILE* file) {
-    size_t count = 0;
+// One element per line that ReadLine delivers, comment lines included: those lines only
+// count, and their elements stay all zero at the end of the list.
+void ReadElements(PartsInfo& part, std::FILE* file) {
+    size_t lines = 0;
     std::string line;
-    while (ReadLine(line, file) != -1)
-        ++count;
-    return count;
-}
-
-void FillElements(PartsInfo& part, std::FILE* file) {
-    size_t next = 0;
-    std::string line;
-    // The file may have grown since it was counted: further lines are ignored.
-    while (next < part.Shapes.size() && ReadLine(line, file) != -1) {
+    FieldList fields;
+    while (ReadLine(line, file) != -1) {
+        ++lines;
         if (!line.empty() && line[0] == '$')
             continue;
-        FillElement(part.Shapes[next++], line);
+        FillElement(part.Shapes.emplace_back(), line, fields);
     }
+    part.Shapes.resize(lines);
 }
 
 }  // namespace
@@ -84,19 +79,13 @@ int ReadOutline(CKestoApp& app, PartsInfo& part) {
         app.ErrorCode = error::kOutlineUnreadable;
         return 0;
     }
-    const size_t count = CountLines(file.get());
-    file.Close();
     try {
-        part.Shapes.assign(count, ShapeElement{});
+        ReadElements(part, file.get());
     } catch (const std::bad_alloc&) {
+        part.Shapes.clear();
         return 0;
     }
-    part.ShapeCount = static_cast<int32_t>(count);
-    if (OpenFile(part.OutlinePath, "rt", file) == 0) {
-        app.ErrorCode = error::kOutlineUnreadable;
-        return 0;
-    }
-    FillElements(part, file.get());
+    part.ShapeCount = static_cast<int32_t>(part.Shapes.size());
     return 1;
 }
 

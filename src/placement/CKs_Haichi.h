@@ -12,6 +12,7 @@
 namespace kesto {
 
 class PlacementIndex;
+struct FieldList;
 
 // Screen rectangle of one of the four pallet slots of the drawing area.
 using SlotRect = IntRect;
@@ -167,7 +168,8 @@ class CKs_Haichi {
     bool InSelection(const HaichiInfo* stack) const;
 
     // RestorePlacement's steps.
-    int RestoreLine(const std::string& line);
+    // fields: the split's work space, kept over the lines of one file.
+    int RestoreLine(const std::string& line, FieldList& fields);
     int FindRestoreBlock(const LengthRect& r, int storedPallet, int corner) const;
     // TrimExcess's removal of emptied stacks, with one corner rebuild per touched process.
     void RemoveEmptyStacks();

@@ -70,8 +70,7 @@ int CKs_Haichi::FindRestoreBlock(const LengthRect& r, int storedPallet, int corn
 }
 
 // One save-file line: 1 when restored or ignored, 0 when the restore fails.
-int CKs_Haichi::RestoreLine(const std::string& line) {
-    FieldList f;
+int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
     SplitLine(line, f);
     const int32_t key = AtoL(f[0].empty() ? f[0] : f[0].substr(1));
     PartsInfo* part = nullptr;
@@ -130,8 +129,9 @@ int CKs_Haichi::RestorePlacement(const std::string& path) {
         return 0;
     IndexScope scope(*this);
     std::string line;
+    FieldList fields;
     while (ReadLine(line, file.get()) >= 0) {
-        if (RestoreLine(line) == 0)
+        if (RestoreLine(line, fields) == 0)
             return 0;
     }
     return 1;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cstdlib>
 #include <limits>
 
@@ -22,79 +23,103 @@ constexpr char kTab = '\t';
 constexpr char kQuote = '"';
 constexpr char kComma = ',';
 
-// The text as the fixed buffers see it: up to its first zero byte, at most max bytes.
+// The length of text as the fixed buffers see it: up to its first zero byte, at most max bytes.
+size_t CTextLength(const std::string& text, size_t max) {
+    return std::min(text.find('\0'), max);
+}
+
 std::string CText(const std::string& text, size_t max) {
-    return text.substr(0, std::min(text.find('\0'), max));
+    return text.substr(0, CTextLength(text, max));
+}
+
+// One byte of a stream read by one reader at a time: no lock taken per byte where the
+// C library offers that.
+int NextByte(std::FILE* file) {
+#ifdef _WIN32
+    return std::fgetc(file);
+#else
+    return getc_unlocked(file);
+#endif
 }
 
 bool IsTwoByteLead(unsigned char byte) {
     return byte >= 0x80 && byte <= 0x9C;
 }
 
-// One pass over list.Line; the field buffer holds at most kFieldSize - 1 bytes and further
-// bytes are dropped, fields after the 128th are ignored.
+// One pass over list.Line; a field holds at most kFieldSize - 1 bytes and further bytes are
+// dropped, fields after the 128th are ignored. Bytes go straight into their field.
 class FieldSplitter {
   public:
     explicit FieldSplitter(FieldList& list) : list_(list) {
         list_.Count = 0;
-        list_.Fields.fill(std::string());
+        // Cleared, not replaced: a list split line after line keeps its fields' storage.
+        for (std::string& field : list_.Fields)
+            field.clear();
         list_.QuoteMarks.fill(false);
         limit_ = std::min(list_.Line.size(), static_cast<size_t>(kLineSize - 1));
     }
 
     void Run() {
+        const char* line = list_.Line.data();
+        std::string* field = Target();
         size_t i = 0;
         for (;;) {
-            const char c = ByteAt(i);
+            const char c = i < limit_ ? line[i] : '\0';
             if (IsTwoByteLead(static_cast<unsigned char>(c))) {
-                Append(c);
+                Append(*field, c);
                 // A lead byte at the very end has no second byte to take.
                 if (i + 1 < limit_)
-                    Append(list_.Line[i + 1]);
+                    Append(*field, line[i + 1]);
                 i += 2;
                 continue;
             }
             const bool endOfLine = c == '\0' || c == '\n' || c == '\r';
             if (endOfLine || (c == kComma && quotes_ != 1)) {
-                StoreField();
+                StoreField(*field);
                 if (endOfLine)
                     return;
-                buffer_.clear();
+                field = Target();
             } else if (c == kQuote) {
-                CountQuote();
+                CountQuote(field->size());
             } else {
-                Append(c);
+                Append(*field, c);
             }
             ++i;
         }
     }
 
   private:
-    char ByteAt(size_t i) const { return i < limit_ ? list_.Line[i] : '\0'; }
-
-    void Append(char c) {
-        if (buffer_.size() < static_cast<size_t>(kFieldSize - 1))
-            buffer_.push_back(c);
+    // The field the next bytes go to; past the last one, a scratch field that is thrown away.
+    std::string* Target() {
+        return list_.Count < kFieldCount ? &list_.Fields[list_.Count] : &overflow_;
     }
 
-    void CountQuote() {
+    static void Append(std::string& field, char c) {
+        if (field.size() < static_cast<size_t>(kFieldSize - 1))
+            field.push_back(c);
+    }
+
+    void CountQuote(size_t position) {
         if (++quotes_ == 2) {
             quotes_ = 0;
         } else {
-            list_.QuoteMarks[buffer_.size()] = true;
+            list_.QuoteMarks[position] = true;
         }
     }
 
-    void StoreField() {
-        if (list_.Count >= kFieldCount)
+    // A field ends at its first zero byte, as the fixed buffers read it.
+    void StoreField(std::string& field) {
+        if (list_.Count >= kFieldCount) {
+            overflow_.clear();
             return;
-        list_.Fields[list_.Count] = CText(buffer_, kFieldSize - 1);
+        }
+        field.resize(CTextLength(field, field.size()));
         ++list_.Count;
     }
 
     FieldList& list_;
     size_t limit_ = 0;
-    std::string buffer_;
+    std::string overflow_;
     int quotes_ = 0;
 };
 
@@ -102,13 +127,12 @@ class FieldSplitter {
 // Only a regular file is read: a FIFO would block the open until some writer came, and a
 // folder or a device is no text file. Such a path counts as a file that cannot be opened.
 std::FILE* OpenRegularFileForReading(const std::string& path) {
+    // O_NONBLOCK only keeps the open of a FIFO from waiting; a regular file reads as ever with it.
     const int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0)
         return nullptr;
     struct stat status {};
-    const bool regular = ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
-    const int flags = ::fcntl(fd, F_GETFL);
-    if (!regular || flags < 0 || ::fcntl(fd, F_SETFL, flags & ~O_NONBLOCK) != 0) {
+    if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode)) {
         ::close(fd);
         return nullptr;
     }
@@ -179,7 +203,7 @@ int ReadLine(std::string& line, std::FILE* file) {
     if (file == nullptr)
         return -1;
     for (;;) {
-        const int c = std::fgetc(file);
+        const int c = NextByte(file);
         if (c == EOF)
             return -1;
         if (c == '\n')
@@ -223,7 +247,7 @@ void SplitFieldsTrim(FieldList& list) {
     }
 }
 
-void SplitWords(const std::string& source, FieldList& list) {
+void WordsToLine(const std::string& source, FieldList& list) {
     std::string work = CText(source, kLineSize - 1);
     int words = (!work.empty() && work[0] != kBlank) ? 1 : 0;
     for (size_t i = 0; i < work.size(); ++i) {
@@ -236,12 +260,16 @@ void SplitWords(const std::string& source, FieldList& list) {
             ++i;
     }
     list.Line = work;
+}
+
+void SplitWords(const std::string& source, FieldList& list) {
+    WordsToLine(source, list);
     SplitFields(list);
 }
 
 void SplitLine(const std::string& line, FieldList& list) {
+    // The split depends on the line alone: one split before the trimming one gives the same.
     list.Line = line;
-    SplitFields(list);
     SplitFieldsTrim(list);
 }
 
@@ -275,6 +303,21 @@ int32_t AtoL(const std::string& text) {
 }
 
 double AtoF(const std::string& text) {
+    // A plain decimal number is read by from_chars, which rounds as strtod does (both give
+    // the nearest double); anything else (hex, inf, nan, out of range) goes to strtod.
+    const char* p = text.c_str();
+    const char* end = p + text.size();
+    while (std::isspace(static_cast<unsigned char>(*p)))
+        ++p;
+    const bool negative = *p == '-';
+    if (*p == '+' || *p == '-')
+        ++p;
+    const bool decimal = std::isdigit(static_cast<unsigned char>(p[0])) ||
+                         (p[0] == '.' && std::isdigit(static_cast<unsigned char>(p[1])));
+    const bool hex = p[0] == '0' && (p[1] == 'x' || p[1] == 'X');
+    double value = 0;
+    if (decimal && !hex && std::from_chars(p, end, value).ec == std::errc())
+        return negative ? -value : value;
     // atof itself, but through strtod: Windows' own atof reads no "nan" and no "inf", where
     // MinGW's strtod reads them as the C99 library does.
     return std::strtod(text.c_str(), nullptr);

@@ -4,11 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
+#include "support/TextFormat.h"
 
 namespace kesto {
 namespace {
@@ -438,6 +443,60 @@ TEST(AtoF, ReadsLikeAtof) {
     EXPECT_DOUBLE_EQ(AtoF(" 3.5mm"), 3.5);
     EXPECT_DOUBLE_EQ(AtoF("-1e2"), -100.0);
     EXPECT_DOUBLE_EQ(AtoF("x"), 0.0);
+}
+
+TEST(AtoF, ReadsEveryNumberAsStrtodDoes) {
+    std::vector<std::string> texts = {"",
+                                      " ",
+                                      "+",
+                                      "-",
+                                      ".",
+                                      "-.",
+                                      ".5",
+                                      "-.5e1",
+                                      "+7.",
+                                      "1.e3",
+                                      "0x1p3",
+                                      "-0X10",
+                                      "00x1",
+                                      "inf",
+                                      "-nan",
+                                      "infinity",
+                                      "1e400",
+                                      "-1e400",
+                                      "1e-400",
+                                      "2.2250738585072011e-308",
+                                      "4.9e-324",
+                                      "\t\n 12",
+                                      "1,5",
+                                      "1e",
+                                      "1e+",
+                                      "-0",
+                                      "+0.0e-0",
+                                      "123456789012345678901234567890",
+                                      "0.1000000000000000055511151231257827021181583404541015625"};
+    std::mt19937_64 random(5);
+    const char alphabet[] = "0123456789.eE+- x";
+    for (int n = 0; n < 20000; ++n) {
+        std::string text;
+        const size_t length = random() % 14;
+        for (size_t i = 0; i < length; ++i)
+            text += alphabet[random() % (sizeof alphabet - 1)];
+        texts.push_back(text);
+        texts.push_back(FormatText(
+            "%.*g", static_cast<int>(random() % 20),
+            std::ldexp(static_cast<double>(random()), -static_cast<int>(random() % 200))));
+    }
+    for (const std::string& text : texts) {
+        const double expected = std::strtod(text.c_str(), nullptr);
+        const double read = AtoF(text);
+        if (std::isnan(expected)) {
+            EXPECT_TRUE(std::isnan(read)) << text;
+            continue;
+        }
+        EXPECT_EQ(std::memcmp(&read, &expected, sizeof read), 0)
+            << "'" << text << "': " << read << " instead of " << expected;
+    }
 }
 
 TEST(CutField, KeepsWidthMinusOneBytes) {
