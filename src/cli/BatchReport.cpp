@@ -1,9 +1,13 @@
 #include "cli/BatchReport.h"
-#include "app/Codes.h"
 
+#include <algorithm>
+#include <map>
 #include <ostream>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "app/Codes.h"
 #include "cli/TerminalText.h"
 #include "session/ListLines.h"
 #include "support/TextFormat.h"
@@ -11,6 +15,28 @@
 namespace kesto {
 
 namespace {
+
+// The report is built into one text and written at once; a line holding job texts reaches the
+// terminal through TerminalText, the rest is ASCII.
+class ReportText {
+  public:
+    // The line being built.
+    TextBuilder& Line() { return line_; }
+    // Ends the line being built: a line feed, the job's texts converted for the terminal.
+    void EndLine() {
+        line_.Char('\n');
+        text_ += TerminalText(line_.Text());
+        line_.Clear();
+    }
+    void Append(const std::string& ascii) { text_ += ascii; }
+    void WriteTo(std::ostream& out) const {
+        out.write(text_.data(), static_cast<std::streamsize>(text_.size()));
+    }
+
+  private:
+    TextBuilder line_;
+    std::string text_;
+};
 
 int ElementCount(const PartsInfo& part) {
     int n = 0;
@@ -21,44 +47,54 @@ int ElementCount(const PartsInfo& part) {
     return n;
 }
 
-void ReportPallets(const CKestoApp& app, std::ostream& out) {
-    out << "Pallets: " << app.PalletList.Count << "\n";
+void ReportPallets(const CKestoApp& app, ReportText& out) {
+    out.Append("Pallets: " + std::to_string(app.PalletList.Count) + "\n");
     for (const PalletInfo& p : app.PalletList) {
-        out << TerminalText(
-            FormatText("  P%d %-12s %9.4f x %9.4f, height %9.4f, cells %d x %d, racks X %d Y %d\n",
-                       p.No, p.Name.c_str(), p.LengthX, p.LengthY, p.MaxStackHeight, p.CellsX,
-                       p.CellsY, p.RackXCount, p.RackYCount));
+        // "  P%d %-12s %9.4f x %9.4f, height %9.4f, cells %d x %d, racks X %d Y %d"
+        out.Line().Str("  P").Int(p.No).Char(' ').Str(p.Name, 12, -1, true).Char(' ');
+        out.Line().Fixed(p.LengthX, 9, 4).Str(" x ").Fixed(p.LengthY, 9, 4).Str(", height ");
+        out.Line().Fixed(p.MaxStackHeight, 9, 4).Str(", cells ").Int(p.CellsX).Str(" x ");
+        out.Line().Int(p.CellsY).Str(", racks X ").Int(p.RackXCount).Str(" Y ").Int(p.RackYCount);
+        out.EndLine();
     }
-    out << "Small boxes defined:";
+    std::string boxes = "Small boxes defined:";
     for (int n = 1; n <= 99; ++n) {
         if (app.BoxFlags[n])
-            out << " B" << n;
+            boxes += " B" + std::to_string(n);
     }
-    out << "\n";
+    out.Append(boxes + "\n");
 }
 
-void ReportBoxesAndProcesses(const CKestoApp& app, std::ostream& out) {
-    out << "Boxes: " << app.BoxList.Items.size() << " (" << app.BoxList.Count << " counted)\n";
+void ReportBoxesAndProcesses(const CKestoApp& app, ReportText& out) {
+    out.Append("Boxes: " + std::to_string(app.BoxList.Items.size()) + " (" +
+               std::to_string(app.BoxList.Count) + " counted)\n");
     for (const BoxInfo& b : app.BoxList) {
-        out << TerminalText(FormatText("  %3d %-12s kind %d, x %.1f..%.1f, y %.1f..%.1f\n", b.No,
-                                       b.Name.c_str(), b.Kind, b.Size[0], b.Size[1], b.Size[2],
-                                       b.Size[3]));
+        // "  %3d %-12s kind %d, x %.1f..%.1f, y %.1f..%.1f"
+        out.Line().Str("  ").Int(b.No, 3).Char(' ').Str(b.Name, 12, -1, true).Str(" kind ");
+        out.Line().Int(b.Kind).Str(", x ").Fixed(b.Size[0], 0, 1).Str("..").Fixed(b.Size[1], 0, 1);
+        out.Line().Str(", y ").Fixed(b.Size[2], 0, 1).Str("..").Fixed(b.Size[3], 0, 1);
+        out.EndLine();
     }
-    out << "Processes: " << app.KouteiList.Count << "\n";
+    out.Append("Processes: " + std::to_string(app.KouteiList.Count) + "\n");
     for (const KouteiInfo& k : app.KouteiList) {
-        out << TerminalText(
-            FormatText("  %.2d %s on %s\n", k.No, k.Name1.c_str(), k.Name2.c_str()));
+        // "  %.2d %s on %s"
+        out.Line().Str("  ").Int(k.No, 0, 2).Char(' ').Str(k.Name1).Str(" on ").Str(k.Name2);
+        out.EndLine();
     }
 }
 
-void ReportParts(const CKestoApp& app, std::ostream& out) {
-    out << "Parts: " << app.PartsList.Count << " (in placement order)\n";
+void ReportParts(const CKestoApp& app, ReportText& out) {
+    out.Append("Parts: " + std::to_string(app.PartsList.Count) + " (in placement order)\n");
     for (const PartsInfo& p : app.PartsList) {
-        out << TerminalText(FormatText(
-            "  %.3d %-7s process %d group %-4s %9.4f x %9.4f qty %3d dest %5d sheets %2d, "
-            "%d outline elements\n",
-            p.Seq, p.Code.c_str(), p.KouteiNo, p.GroupKey.c_str(), p.SizeX, p.SizeY, p.Quantity,
-            p.Destination, p.PerStackLimit, ElementCount(p)));
+        // "  %.3d %-7s process %d group %-4s %9.4f x %9.4f qty %3d dest %5d sheets %2d,
+        //  %d outline elements"
+        TextBuilder& line = out.Line();
+        line.Str("  ").Int(p.Seq, 0, 3).Char(' ').Str(p.Code, 7, -1, true).Str(" process ");
+        line.Int(p.KouteiNo).Str(" group ").Str(p.GroupKey, 4, -1, true).Char(' ');
+        line.Fixed(p.SizeX, 9, 4).Str(" x ").Fixed(p.SizeY, 9, 4).Str(" qty ").Int(p.Quantity, 3);
+        line.Str(" dest ").Int(p.Destination, 5).Str(" sheets ").Int(p.PerStackLimit, 2);
+        line.Str(", ").Int(ElementCount(p)).Str(" outline elements");
+        out.EndLine();
     }
 }
 
@@ -68,63 +104,76 @@ const BlockInfo* BlockOf(const CKestoApp& app, const HaichiInfo& h) {
     return &app.Blocks[static_cast<size_t>(h.BlockIndex)];
 }
 
-int HighestPallet(const CKestoApp& app) {
-    int highest = app.PalletCount;
+// The stacks of each process and pallet, in the order of the placement list.
+using StacksByPlace = std::map<std::pair<int32_t, int32_t>, std::vector<const HaichiInfo*>>;
+
+StacksByPlace StacksOnPallets(const CKestoApp& app) {
+    StacksByPlace stacks;
     for (const HaichiInfo& h : app.HaichiList) {
-        if (const BlockInfo* b = BlockOf(app, h); b != nullptr && b->PalletNo > highest) {
-            highest = b->PalletNo;
-        }
+        if (const BlockInfo* b = BlockOf(app, h); b != nullptr)
+            stacks[{b->KouteiNo, b->PalletNo}].push_back(&h);
     }
+    return stacks;
+}
+
+int HighestPallet(const CKestoApp& app, const StacksByPlace& stacks) {
+    int highest = app.PalletCount;
+    for (const auto& [place, list] : stacks)
+        highest = std::max(highest, place.second);
     return highest;
 }
 
-void ReportStack(const HaichiInfo& h, std::ostream& out) {
+void ReportStack(const HaichiInfo& h, ReportText& out) {
     const PartsInfo& part = *h.Part;
-    out << TerminalText(FormatText(
-        "      %-7s %4d pcs  corner %d  x %9.4f..%9.4f  y %9.4f..%9.4f\n", part.Code.c_str(),
-        h.Value, h.Flag, h.X - part.SizeX, h.X, h.Y, h.Y + part.SizeY));
+    // "      %-7s %4d pcs  corner %d  x %9.4f..%9.4f  y %9.4f..%9.4f"
+    TextBuilder& line = out.Line();
+    line.Str("      ").Str(part.Code, 7, -1, true).Char(' ').Int(h.Value, 4).Str(" pcs  corner ");
+    line.Int(h.Flag).Str("  x ").Fixed(h.X - part.SizeX, 9, 4).Str("..").Fixed(h.X, 9, 4);
+    line.Str("  y ").Fixed(h.Y, 9, 4).Str("..").Fixed(h.Y + part.SizeY, 9, 4);
+    out.EndLine();
 }
 
-void ReportProcessStacks(const CKestoApp& app, const KouteiInfo& k, int highest,
-                         std::ostream& out) {
-    out << TerminalText(
-        FormatText("  Process %.2d %s on %s\n", k.No, k.Name1.c_str(), k.Name2.c_str()));
-    for (int pallet = 1; pallet <= highest; ++pallet) {
-        int stacks = 0;
-        for (const HaichiInfo& h : app.HaichiList) {
-            const BlockInfo* b = BlockOf(app, h);
-            if (b == nullptr || b->KouteiNo != k.No || b->PalletNo != pallet)
-                continue;
-            if (stacks++ == 0)
-                out << "    Pallet " << pallet << "\n";
-            ReportStack(h, out);
-        }
+void ReportProcessStacks(const KouteiInfo& k, const StacksByPlace& stacks, int highest,
+                         ReportText& out) {
+    out.Line().Str("  Process ").Int(k.No, 0, 2).Char(' ').Str(k.Name1).Str(" on ").Str(k.Name2);
+    out.EndLine();
+    for (auto it = stacks.lower_bound({k.No, 1});
+         it != stacks.end() && it->first.first == k.No && it->first.second <= highest; ++it) {
+        out.Append("    Pallet " + std::to_string(it->first.second) + "\n");
+        for (const HaichiInfo* h : it->second)
+            ReportStack(*h, out);
     }
 }
 
 }  // namespace
 
 void ReportInput(const CKestoApp& app, std::ostream& out) {
-    ReportPallets(app, out);
-    ReportBoxesAndProcesses(app, out);
-    ReportParts(app, out);
+    ReportText text;
+    ReportPallets(app, text);
+    ReportBoxesAndProcesses(app, text);
+    ReportParts(app, text);
+    text.WriteTo(out);
 }
 
 void ReportPlacement(const CKestoApp& app, std::ostream& out) {
-    out << "Placement:\n";
-    const int highest = HighestPallet(app);
+    ReportText text;
+    text.Append("Placement:\n");
+    const StacksByPlace stacks = StacksOnPallets(app);
+    const int highest = HighestPallet(app, stacks);
     for (const KouteiInfo& k : app.KouteiList)
-        ReportProcessStacks(app, k, highest, out);
+        ReportProcessStacks(k, stacks, highest, text);
     int shortParts = 0;
     for (const PartsInfo& p : app.PartsList) {
         if (!LeftShort(p))
             continue;
         if (shortParts++ == 0)
-            out << "Parts short:\n";
-        out << "  " << TerminalText(ShortLine(p)) << "\n";
+            text.Append("Parts short:\n");
+        text.Line().Str("  ").Str(ShortLine(p));
+        text.EndLine();
     }
     if (shortParts == 0)
-        out << "Parts short: none\n";
+        text.Append("Parts short: none\n");
+    text.WriteTo(out);
 }
 
 }  // namespace kesto

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstddef>
+#include <cmath>
 #include <cstdarg>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <vector>
@@ -26,6 +28,66 @@ std::string FormatText(const char* format, ...) {
     va_end(args);
     return text;
 }
+
+namespace {
+
+constexpr int kExactPrecisionMax = 9;
+constexpr uint64_t kPowersOfTen[kExactPrecisionMax + 1] = {
+    1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
+
+// "%.Nf" of a finite v below 2^53 in magnitude, N up to 9, without the general algorithm:
+// |v| is m / 2^shift exactly, so |v| * 10^N = m * 10^N / 2^shift, and the bits shifted out
+// round it to the nearest, ties to even, as printf rounds the exact value. nullptr when v is
+// outside that range (the caller takes the general way).
+char* FixedExact(char* out, double v, int precision) {
+#if defined(__SIZEOF_INT128__)
+    if (precision < 0 || precision > kExactPrecisionMax || !std::isfinite(v))
+        return nullptr;
+    // v = mantissa * 2^-shift exactly, from the bits of the double.
+    uint64_t bits = 0;
+    std::memcpy(&bits, &v, sizeof bits);
+    const auto biased = static_cast<int>((bits >> 52) & 0x7FF);
+    uint64_t mantissa = bits & ((uint64_t{1} << 52) - 1);
+    if (biased != 0)
+        mantissa |= uint64_t{1} << 52;
+    const int shift = 1075 - std::max(biased, 1);
+    if (shift < 0)
+        return nullptr;
+    __extension__ typedef unsigned __int128 Wide;  // a GCC and Clang type, hence the guard
+    const Wide scaled = static_cast<Wide>(mantissa) * kPowersOfTen[precision];
+    Wide rounded = 0;
+    if (shift == 0) {
+        rounded = scaled;
+    } else if (shift < 128) {
+        rounded = scaled >> shift;
+        const Wide rest = scaled - (rounded << shift);
+        const Wide half = static_cast<Wide>(1) << (shift - 1);
+        if (rest > half || (rest == half && (rounded & 1) != 0))
+            ++rounded;
+    }
+    if ((rounded >> 64) != 0)
+        return nullptr;
+    const auto digits = static_cast<uint64_t>(rounded);
+    if (std::signbit(v))
+        *out++ = '-';
+    out = std::to_chars(out, out + 24, digits / kPowersOfTen[precision]).ptr;
+    if (precision > 0) {
+        *out++ = '.';
+        uint64_t decimals = digits % kPowersOfTen[precision];
+        for (int i = precision - 1; i >= 0; --i, decimals /= 10)
+            out[i] = static_cast<char>('0' + decimals % 10);
+        out += precision;
+    }
+    return out;
+#else
+    (void)out;
+    (void)v;
+    (void)precision;
+    return nullptr;
+#endif
+}
+
+}  // namespace
 
 void TextBuilder::Padded(const char* begin, const char* end, int width, bool left) {
     const size_t length = static_cast<size_t>(end - begin);
@@ -77,6 +139,10 @@ TextBuilder& TextBuilder::Int(int64_t v, int width, int digits, bool left) {
 TextBuilder& TextBuilder::Fixed(double v, int width, int precision) {
     // The longest fixed text of a double: 309 digits, a sign, a point and the decimals.
     char buffer[384];
+    if (const char* exact = FixedExact(buffer, v, precision)) {
+        Padded(buffer, exact, width, false);
+        return *this;
+    }
     const auto [end, ec] =
         std::to_chars(buffer, buffer + sizeof buffer, v, std::chars_format::fixed, precision);
     if (ec != std::errc()) {

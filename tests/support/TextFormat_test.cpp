@@ -8,6 +8,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace kesto {
 namespace {
@@ -73,6 +74,38 @@ TEST(TextBuilder, FixedNumbersAsPrintfGivesThem) {
         b.Fixed(v, width, precision);
         EXPECT_EQ(b.Text(), FormatText("%*.*lf", width, precision, v))
             << v << " width " << width << " precision " << precision;
+    }
+}
+
+TEST(TextBuilder, FixedNumbersAtTheEdgesOfTheShortWayAsPrintfGivesThem) {
+    // Around 2^53 (the largest magnitude with a fractional bit), with up to nine decimals,
+    // the smallest normal and subnormal values, and exact ties of every precision.
+    std::vector<double> values = {std::ldexp(1.0, 53),
+                                  std::nextafter(std::ldexp(1.0, 53), 0.0),
+                                  std::ldexp(1.0, 53) + 2,
+                                  -std::ldexp(1.0, 52) - 0.5,
+                                  std::numeric_limits<double>::min(),
+                                  std::numeric_limits<double>::denorm_min(),
+                                  0.125,
+                                  0.375,
+                                  -0.0625,
+                                  1.0 / 1024,
+                                  4503599627370495.5,
+                                  1e-5,
+                                  -4.99999e-5};
+    std::mt19937_64 random(21);
+    for (int n = 0; n < 20000; ++n) {
+        const int exponent = static_cast<int>(random() % 80) - 40;
+        values.push_back(std::ldexp(static_cast<double>(random() % (uint64_t{1} << 53)), exponent) *
+                         (n % 2 == 0 ? 1 : -1));
+    }
+    for (const double v : values) {
+        for (int precision = 0; precision <= 10; ++precision) {
+            TextBuilder b;
+            b.Fixed(v, 0, precision);
+            EXPECT_EQ(b.Text(), FormatText("%.*f", precision, v))
+                << v << " precision " << precision;
+        }
     }
 }
 
