@@ -167,17 +167,26 @@ std::optional<std::string> DefaultHostStore::ReadUserValue(const std::string& na
 bool DefaultHostStore::WriteUserValue(const std::string& name, const std::string& text) {
     const std::string path = UserValuesPath();
     std::vector<std::string> lines = ReadLines(path).value_or(std::vector<std::string>{});
+    const std::string wanted = name + "=" + text;
     bool replaced = false;
+    bool changed = false;
     for (auto& line : lines) {
         const auto equals = line.find('=');
         if (!replaced && equals != std::string::npos &&
             TrimBlanks(line.substr(0, equals)) == name) {
-            line = name + "=" + text;
+            changed = line != wanted;
+            line = wanted;
             replaced = true;
         }
     }
-    if (!replaced)
-        lines.push_back(name + "=" + text);
+    if (!replaced) {
+        lines.push_back(wanted);
+        changed = true;
+    }
+    // A value the file already holds as it would be written is not written again: a run that
+    // changes nothing leaves the file, and the disk, alone.
+    if (!changed)
+        return true;
     std::error_code ec;
     std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ec);
     AtomicFile out(path);

@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
+#include <filesystem>
 #include <string>
 
 #include "common/ScopedEnv.h"
@@ -88,6 +93,31 @@ TEST(DefaultHostStore, WrittenUserValuesAreReadBackAndKeepEachOther) {
     EXPECT_EQ(store.ReadUserValue("Other"), std::nullopt);
     EXPECT_EQ(ReadFile(folder / "config/ORVONetwork/Vardo/Kesto.ini"),
               "IsDirect=0\nIsBlockDraw=0\n");
+}
+
+// The file's identity: a rewrite replaces it with a new file.
+ino_t FileIdentity(const std::filesystem::path& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
+}
+
+TEST(DefaultHostStore, ValueTheFileAlreadyHoldsIsNotWrittenAgain) {
+    TempFolder folder;
+    ScopedEnv xdg("XDG_CONFIG_HOME", (folder / "config").c_str());
+    const auto path = folder / "config/ORVONetwork/Vardo/Kesto.ini";
+    DefaultHostStore store;
+    ASSERT_TRUE(store.WriteUserValue("IsDirect", "1"));
+    ASSERT_TRUE(store.WriteUserValue("IsBlockDraw", "0"));
+    const ino_t written = FileIdentity(path);
+    ASSERT_NE(written, 0u);
+    EXPECT_TRUE(store.WriteUserValue("IsDirect", "1"));
+    EXPECT_TRUE(store.WriteUserValue("IsBlockDraw", "0"));
+    EXPECT_EQ(FileIdentity(path), written);
+    EXPECT_EQ(ReadFile(path), "IsDirect=1\nIsBlockDraw=0\n");
+    // The same value spelled otherwise is written as the program writes it.
+    WriteFile(path, "IsDirect = 1\nIsBlockDraw=0\n");
+    EXPECT_TRUE(store.WriteUserValue("IsDirect", "1"));
+    EXPECT_EQ(ReadFile(path), "IsDirect=1\nIsBlockDraw=0\n");
 }
 
 TEST(DefaultHostStore, WritingFailsWhenTheFolderCannotBeMade) {
