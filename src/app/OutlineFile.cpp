@@ -54,11 +54,12 @@ void FillElement(ShapeElement& element, const std::string& line, FieldList& fiel
 
 // One element per line that ReadLine delivers, comment lines included: those lines only
 // count, and their elements stay all zero at the end of the list.
-void ReadElements(PartsInfo& part, std::FILE* file) {
+void ReadElements(PartsInfo& part, const std::string& bytes) {
     size_t lines = 0;
+    size_t at = 0;
     std::string line;
     FieldList fields;
-    while (ReadLine(line, file) != -1) {
+    while (NextLine(bytes, at, line) != -1) {
         ++lines;
         if (!line.empty() && line[0] == '$')
             continue;
@@ -72,15 +73,18 @@ void ReadElements(PartsInfo& part, std::FILE* file) {
 int ReadOutline(CKestoApp& app, PartsInfo& part) {
     part.ShapeCount = 0;
     part.Shapes.clear();
-    if (part.OutlinePath.empty() || FileExists(part.OutlinePath) == 0)
-        return 0;
-    TextFile file;
-    if (OpenFile(part.OutlinePath, "rt", file) == 0) {
-        app.ErrorCode = error::kOutlineUnreadable;
-        return 0;
-    }
+    std::string bytes;
     try {
-        ReadElements(part, file.get());
+        switch (ReadWholeFile(part.OutlinePath, bytes)) {
+            case WholeFile::Missing:
+                return 0;
+            case WholeFile::Unreadable:
+                app.ErrorCode = error::kOutlineUnreadable;
+                return 0;
+            case WholeFile::Read:
+                break;
+        }
+        ReadElements(part, bytes);
     } catch (const std::bad_alloc&) {
         part.Shapes.clear();
         return 0;

@@ -11,6 +11,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <limits>
+#include <memory>
 
 #include "support/Platform.h"
 
@@ -25,20 +26,36 @@ constexpr char kComma = ',';
 
 // The length of text as the fixed buffers see it: up to its first zero byte, at most max bytes.
 size_t CTextLength(const std::string& text, size_t max) {
-    return std::min(text.find('\0'), max);
+    return std::min({text.find('\0'), max, text.size()});
 }
 
 std::string CText(const std::string& text, size_t max) {
     return text.substr(0, CTextLength(text, max));
 }
 
-// One byte of a stream read by one reader at a time: no lock taken per byte where the
-// C library offers that.
-int NextByte(std::FILE* file) {
+// The bytes up to the next line feed into line, the line feed left out. False at the end of the
+// file, where a last line without its line feed stays in line but does not count as a line.
+bool ReadRawLine(std::string& line, std::FILE* file) {
 #ifdef _WIN32
-    return std::fgetc(file);
+    for (;;) {
+        const int c = std::fgetc(file);
+        if (c == EOF)
+            return false;
+        if (c == '\n')
+            return true;
+        line.push_back(static_cast<char>(c));
+    }
 #else
-    return getc_unlocked(file);
+    // getline finds the line feed in the stream's buffer at once; the line may hold zero bytes.
+    char* buffer = nullptr;
+    size_t capacity = 0;
+    const ssize_t length = ::getline(&buffer, &capacity, file);
+    const std::unique_ptr<char, decltype(&std::free)> owner(buffer, &std::free);
+    if (length <= 0)
+        return false;
+    const bool complete = buffer[length - 1] == '\n';
+    line.assign(buffer, static_cast<size_t>(length) - (complete ? 1 : 0));
+    return complete;
 #endif
 }
 
@@ -82,7 +99,13 @@ class FieldSplitter {
             } else if (c == kQuote) {
                 CountQuote(field->size());
             } else {
-                Append(*field, c);
+                // A run of bytes that only go into the field is appended at once.
+                size_t end = i + 1;
+                while (end < limit_ && IsPlain(line[end]))
+                    ++end;
+                AppendRun(*field, line + i, end - i);
+                i = end;
+                continue;
             }
             ++i;
         }
@@ -97,6 +120,18 @@ class FieldSplitter {
     static void Append(std::string& field, char c) {
         if (field.size() < static_cast<size_t>(kFieldSize - 1))
             field.push_back(c);
+    }
+
+    static void AppendRun(std::string& field, const char* bytes, size_t count) {
+        const size_t room = static_cast<size_t>(kFieldSize - 1) -
+                            std::min(field.size(), static_cast<size_t>(kFieldSize - 1));
+        field.append(bytes, std::min(count, room));
+    }
+
+    // A byte that neither ends the field or the line, nor counts as a quote or a lead byte.
+    bool IsPlain(char c) const {
+        return !IsTwoByteLead(static_cast<unsigned char>(c)) && c != '\0' && c != '\n' &&
+               c != '\r' && c != kQuote && (c != kComma || quotes_ == 1);
     }
 
     void CountQuote(size_t position) {
@@ -202,37 +237,93 @@ int ReadLine(std::string& line, std::FILE* file) {
     line.clear();
     if (file == nullptr)
         return -1;
-    for (;;) {
-        const int c = NextByte(file);
-        if (c == EOF)
-            return -1;
-        if (c == '\n')
-            break;
-        line.push_back(static_cast<char>(c));
-    }
+    if (!ReadRawLine(line, file))
+        return -1;
     if (!line.empty() && line.back() == '\r') {
         line.pop_back();
     }
     return static_cast<int>(line.size());
 }
 
+WholeFile ReadWholeFile(const std::string& path, std::string& bytes) {
+    bytes.clear();
+#ifdef _WIN32
+    std::FILE* file = path.empty() ? nullptr : std::fopen(path.c_str(), "rb");
+    if (file == nullptr)
+        return FileExists(path) == 1 ? WholeFile::Unreadable : WholeFile::Missing;
+    char chunk[65536];
+    for (size_t n; (n = std::fread(chunk, 1, sizeof chunk, file)) > 0;)
+        bytes.append(chunk, n);
+    std::fclose(file);
+    return WholeFile::Read;
+#else
+    // As OpenRegularFileForReading: a FIFO must not hold the open, a folder is no text file.
+    const int fd = path.empty() ? -1 : ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return FileExists(path) == 1 ? WholeFile::Unreadable : WholeFile::Missing;
+    const std::unique_ptr<const int, void (*)(const int*)> closer(
+        &fd, [](const int* f) { ::close(*f); });
+    struct stat status {};
+    if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode))
+        return WholeFile::Unreadable;
+    constexpr size_t kChunk = size_t{1} << 24;
+    const auto expected = static_cast<size_t>(std::max<off_t>(status.st_size, 0));
+    for (;;) {
+        // One byte more than is left: a short read at the expected size is the end.
+        const size_t left = expected > bytes.size() ? expected - bytes.size() : 0;
+        const size_t want = std::min(left + 1, kChunk);
+        const size_t used = bytes.size();
+        bytes.resize(used + want);
+        const ssize_t n = ::read(fd, bytes.data() + used, want);
+        bytes.resize(used + static_cast<size_t>(std::max<ssize_t>(n, 0)));
+        if (n <= 0 || (static_cast<size_t>(n) < want && bytes.size() >= expected))
+            break;
+    }
+    return WholeFile::Read;
+#endif
+}
+
+int NextLine(const std::string& bytes, size_t& at, std::string& line) {
+    line.clear();
+    if (at >= bytes.size())
+        return -1;
+    const size_t end = bytes.find('\n', at);
+    if (end == std::string::npos) {
+        line.assign(bytes, at);
+        at = bytes.size();
+        return -1;
+    }
+    line.assign(bytes, at, end - at);
+    at = end + 1;
+    if (!line.empty() && line.back() == '\r')
+        line.pop_back();
+    return static_cast<int>(line.size());
+}
+
 int WriteLine(const std::string& text, std::FILE* file) {
     if (file == nullptr)
         return 0;
-    const std::string out = CText(text, kLineSize - 1) + "\n";
-    return std::fwrite(out.data(), 1, out.size(), file) == out.size() ? 1 : 0;
+    const size_t length = CTextLength(text, kLineSize - 1);
+    const bool written = std::fwrite(text.data(), 1, length, file) == length;
+    return written && std::fputc('\n', file) != EOF ? 1 : 0;
 }
 
 void TrimLine(std::string& text, int mode) {
     std::replace(text.begin(), text.end(), kTab, kBlank);
+    size_t end = text.size();
     if (mode == 2 || mode == 3) {
-        const auto last = text.find_last_not_of(kBlank);
-        text.erase(last == std::string::npos ? 0 : last + 1);
+        while (end > 0 && text[end - 1] == kBlank)
+            --end;
     }
+    size_t begin = 0;
     if (mode == 1 || mode == 3) {
-        const auto first = text.find_first_not_of(kBlank);
-        text.erase(0, first == std::string::npos ? text.size() : first);
+        while (begin < end && text[begin] == kBlank)
+            ++begin;
     }
+    if (end < text.size())
+        text.erase(end);
+    if (begin > 0)
+        text.erase(0, begin);
 }
 
 void SplitFields(FieldList& list) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -50,6 +51,23 @@ int OpenFile(const std::string& path, const char* mode, TextFile& out);
 // directly before the line feed is dropped too (Windows text mode); any other byte is kept.
 // Returns the length, or -1 at end of file: a last line without line feed is never delivered.
 int ReadLine(std::string& line, std::FILE* file);
+
+// What became of reading a whole file.
+enum class WholeFile {
+    Read,        // the bytes are there
+    Missing,     // nothing at the path (FileExists says 0)
+    Unreadable,  // something is there, but no regular file that can be opened
+};
+
+// All bytes of a regular file in one go, the way OpenFile and ReadLine would meet them: a
+// read error ends the bytes there as it ends ReadLine's lines. Fewer system calls than a
+// stream, for the many small files of a job.
+WholeFile ReadWholeFile(const std::string& path, std::string& bytes);
+
+// The lines of bytes in memory, one per call, as ReadLine delivers them from a file: -1 at
+// the end, where a last line without its line feed is not delivered. at: where the next
+// line starts (0 for the first).
+int NextLine(const std::string& bytes, size_t& at, std::string& line);
 
 // Writes text (cut to 1023 bytes) and a line feed in one write. 1 when written, else 0.
 int WriteLine(const std::string& text, std::FILE* file);

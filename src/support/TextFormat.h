@@ -2,6 +2,7 @@
 // gives the same bytes for the few conversions the output files use without parsing a format.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -21,6 +22,9 @@ FormatText(const char* format, ...);
 //                             value to the nearest, ties to even
 class TextBuilder {
   public:
+    // Room for a line of the files at once: a line grows without moving.
+    TextBuilder() { text_.reserve(kLineRoom); }
+
     TextBuilder& Char(char c) {
         text_ += c;
         return *this;
@@ -38,6 +42,7 @@ class TextBuilder {
     // Appends [begin, end) padded with blanks to width, on the left unless left is set.
     void Padded(const char* begin, const char* end, int width, bool left);
 
+    static constexpr size_t kLineRoom = 256;
     std::string text_;
 };
 

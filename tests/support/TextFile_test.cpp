@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -149,6 +150,64 @@ TEST(SplitFields, ByteAboveTheLeadRangeIsAnOrdinaryCharacter) {
     EXPECT_EQ(list[0], "\x9d");
 }
 
+// The splitting rule byte by byte, as a fixed field buffer of 128 bytes takes it: the
+// reference that the splitter's faster walk must agree with.
+FieldList SplitByteByByte(const std::string& source) {
+    FieldList list;
+    const std::string line = source.substr(0, kLineSize - 1);
+    std::string buffer;
+    int quotes = 0;
+    auto append = [&buffer](char c) {
+        if (buffer.size() < kFieldSize - 1)
+            buffer.push_back(c);
+    };
+    auto store = [&] {
+        if (list.Count < kFieldCount)
+            list.Fields[list.Count++] = buffer.substr(0, buffer.find('\0'));
+        buffer.clear();
+    };
+    for (size_t i = 0;; ++i) {
+        const char c = i < line.size() ? line[i] : '\0';
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x80 && byte <= 0x9C) {
+            append(c);
+            if (i + 1 < line.size())
+                append(line[i + 1]);
+            ++i;
+        } else if (c == '\0' || c == '\n' || c == '\r') {
+            store();
+            return list;
+        } else if (c == ',' && quotes != 1) {
+            store();
+        } else if (c == '"') {
+            if (++quotes == 2)
+                quotes = 0;
+            else
+                list.QuoteMarks[buffer.size()] = true;
+        } else {
+            append(c);
+        }
+    }
+}
+
+TEST(SplitFields, AgreesWithTheByteByByteRuleOnRandomLines) {
+    std::mt19937_64 random(17);
+    const std::string alphabet = std::string("ab ,,\"\t\r\n\x81\x9c\x9d\xe0") + '\0';
+    FieldList reused;
+    for (int n = 0; n < 20000; ++n) {
+        std::string line;
+        const size_t length = random() % (n % 10 == 0 ? 1500 : 60);
+        for (size_t i = 0; i < length; ++i)
+            line += (random() % 4 == 0) ? alphabet[random() % alphabet.size()] : 'x';
+        const FieldList expected = SplitByteByByte(line);
+        reused.Line = line;
+        SplitFields(reused);
+        ASSERT_EQ(reused.Count, expected.Count) << n;
+        EXPECT_EQ(reused.Fields, expected.Fields) << n;
+        EXPECT_EQ(reused.QuoteMarks, expected.QuoteMarks) << n;
+    }
+}
+
 TEST(SplitWords, LeadingBlanksGiveNoEmptyFirstField) {
     FieldList list;
     SplitWords("  one two three four five", list);
@@ -278,6 +337,25 @@ TEST(TrimLine, ModesTrimTheirEnds) {
     EXPECT_EQ(text, "");
 }
 
+TEST(TrimLine, EveryModeAgreesWithTrimmingEachEndOnRandomTexts) {
+    std::mt19937_64 random(3);
+    for (int n = 0; n < 20000; ++n) {
+        std::string text;
+        for (size_t i = random() % 12; i > 0; --i)
+            text += " \tab"[random() % 4];
+        const int mode = static_cast<int>(random() % 4);
+        std::string expected = text;
+        std::replace(expected.begin(), expected.end(), '\t', ' ');
+        if (mode >= 2)
+            expected.erase(expected.find_last_not_of(' ') + 1);
+        if (mode % 2 == 1)
+            expected.erase(0, std::min(expected.find_first_not_of(' '), expected.size()));
+        std::string trimmed = text;
+        TrimLine(trimmed, mode);
+        EXPECT_EQ(trimmed, expected) << "'" << text << "' mode " << mode;
+    }
+}
+
 TEST(WriteLine, WritesTheTextAndALineFeed) {
     TempFolder folder;
     {
@@ -363,6 +441,55 @@ TEST(OpenFile, FifoIsRefusedWithoutWaitingForAWriter) {
     EXPECT_EQ(FileExists(fifo), 1);
 }
 #endif
+
+TEST(ReadWholeFile, TellsAMissingPathFromOneThatCannotBeRead) {
+    TempFolder folder;
+    std::string bytes = "old";
+    EXPECT_EQ(ReadWholeFile(folder / "none.txt", bytes), WholeFile::Missing);
+    EXPECT_EQ(bytes, "");
+    EXPECT_EQ(ReadWholeFile("", bytes), WholeFile::Missing);
+    EXPECT_EQ(ReadWholeFile(folder.Path().string(), bytes), WholeFile::Unreadable);
+#ifndef _WIN32
+    const std::string fifo = folder / "pipe.txt";
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    EXPECT_EQ(ReadWholeFile(fifo, bytes), WholeFile::Unreadable);
+#endif
+}
+
+TEST(ReadWholeFile, ReadsEveryByteOfSmallEmptyAndLargeFiles) {
+    TempFolder folder;
+    std::string bytes;
+    WriteFile(folder / "empty.txt", "");
+    EXPECT_EQ(ReadWholeFile(folder / "empty.txt", bytes), WholeFile::Read);
+    EXPECT_EQ(bytes, "");
+    const std::string odd = std::string("a\0b\r\n\x1a", 6) + "\nlast";
+    WriteFile(folder / "odd.txt", odd);
+    EXPECT_EQ(ReadWholeFile(folder / "odd.txt", bytes), WholeFile::Read);
+    EXPECT_EQ(bytes, odd);
+    std::string large(3 * 1000 * 1000, 'x');
+    for (size_t i = 0; i < large.size(); i += 97)
+        large[i] = '\n';
+    WriteFile(folder / "large.txt", large);
+    EXPECT_EQ(ReadWholeFile(folder / "large.txt", bytes), WholeFile::Read);
+    EXPECT_EQ(bytes, large);
+}
+
+TEST(NextLine, DeliversTheLinesReadLineDeliversFromTheFile) {
+    TempFolder folder;
+    const std::string text = std::string("one\r\ntwo\r\r\n\nz\0ero\n\r\nlast", 24);
+    WriteFile(folder / "lines.txt", text);
+    const std::vector<std::string> fromFile = ReadAll(folder / "lines.txt");
+    std::vector<std::string> fromMemory;
+    size_t at = 0;
+    std::string line;
+    while (NextLine(text, at, line) >= 0)
+        fromMemory.push_back(line);
+    EXPECT_EQ(fromMemory, fromFile);
+    EXPECT_EQ(fromMemory,
+              (std::vector<std::string>{"one", "two\r", "", std::string("z\0ero", 5), ""}));
+    EXPECT_EQ(line, "last");
+    EXPECT_EQ(NextLine(text, at, line), -1);
+}
 
 TEST(OpenFile, RegularFileIsReadFromItsStart) {
     TempFolder folder;
