@@ -10,32 +10,36 @@
 #include "app/Codes.h"
 #include "cli/TerminalText.h"
 #include "session/ListLines.h"
+#include "support/TextColumns.h"
 #include "support/TextFormat.h"
 
 namespace kesto {
 
 namespace {
 
-// The report is built into one text and written at once; a line holding job texts reaches the
-// terminal through TerminalText, the rest is ASCII.
+// The report is built into one text and written at once. Job texts reach the terminal through
+// TerminalText line by line; a text that is valid UTF-8 as a whole is so in every line.
 class ReportText {
   public:
     // The line being built.
-    TextBuilder& Line() { return line_; }
-    // Ends the line being built: a line feed, the job's texts converted for the terminal.
-    void EndLine() {
-        line_.Char('\n');
-        text_ += TerminalText(line_.Text());
-        line_.Clear();
-    }
-    void Append(const std::string& ascii) { text_ += ascii; }
+    TextBuilder& Line() { return text_; }
+    void EndLine() { text_.Char('\n'); }
+    void Append(const std::string& ascii) { text_.Str(ascii); }
     void WriteTo(std::ostream& out) const {
-        out.write(text_.data(), static_cast<std::streamsize>(text_.size()));
+        const std::string& text = text_.Text();
+        if (IsValidUtf8(text)) {
+            out.write(text.data(), static_cast<std::streamsize>(text.size()));
+            return;
+        }
+        for (size_t at = 0; at < text.size();) {
+            const size_t end = std::min(text.find('\n', at), text.size());
+            out << TerminalText(text.substr(at, end - at)) << '\n';
+            at = end + 1;
+        }
     }
 
   private:
-    TextBuilder line_;
-    std::string text_;
+    TextBuilder text_;
 };
 
 int ElementCount(const PartsInfo& part) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <utility>
 
 #include "common/TestFiles.h"
 
@@ -99,6 +100,43 @@ TEST_F(BatchReportTest, StackWithoutValidBlockIsLeftOutOfThePalletGroups) {
     ReportPlacement(*app_, out);
     EXPECT_EQ(out.str().find("3 pcs"), std::string::npos) << out.str();
     EXPECT_NE(out.str().find("2 pcs"), std::string::npos) << out.str();
+}
+
+TEST_F(BatchReportTest, ShiftJisNameIsConvertedOnItsLineAndUtf8LinesStayAsTheyAre) {
+    // "取置" as the machine's Windows tools write it, and a process name already in UTF-8.
+    app_->PalletList.Items.front().Name = "\x8E\xE6\x92\x75";
+    app_->KouteiList.Items.front().Name1 = "\xE5\x88\x87\xE6\x96\xAD";
+    std::ostringstream out;
+    ReportInput(*app_, out);
+    const std::string text = out.str();
+    EXPECT_NE(text.find("  P1 \xE5\x8F\x96\xE7\xBD\xAE         1000.0000 x"), std::string::npos)
+        << text;
+    EXPECT_NE(text.find("  01 \xE5\x88\x87\xE6\x96\xAD on PAL-A\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("\x8E\xE6"), std::string::npos) << text;
+}
+
+TEST_F(BatchReportTest, ProcessesInListOrderEachWithItsPalletsInAscendingOrder) {
+    KouteiInfo& first = app_->KouteiList.Items.front();
+    first.No = 2;
+    first.Name1 = "BEND";
+    KouteiInfo& second = app_->KouteiList.Append();
+    second.No = 1;
+    second.Name1 = "CUT";
+    second.Name2 = "PAL-A";
+    app_->KouteiList.Count = 2;
+    // Block 1 (pallet 2) of process 2 comes first in the placement list, then block 0.
+    app_->Blocks[0].KouteiNo = 2;
+    app_->Blocks[1].KouteiNo = 2;
+    std::swap(app_->HaichiList.Items.front(), app_->HaichiList.Items.back());
+    std::ostringstream out;
+    ReportPlacement(*app_, out);
+    EXPECT_NE(out.str().find("  Process 02 BEND on PAL-A\n    Pallet 1\n      A001       3 pcs"
+                             "  corner 4  x   50.0000.. 300.0000  y    0.0000.. 150.0000\n"
+                             "    Pallet 2\n      A001       2 pcs"),
+              std::string::npos)
+        << out.str();
+    EXPECT_NE(out.str().find("  Process 01 CUT on PAL-A\nParts short:"), std::string::npos)
+        << out.str();
 }
 
 }  // namespace
