@@ -26,7 +26,8 @@ constexpr char kComma = ',';
 
 // The length of text as the fixed buffers see it: up to its first zero byte, at most max bytes.
 size_t CTextLength(const std::string& text, size_t max) {
-    return std::min({text.find('\0'), max, text.size()});
+    const size_t zero = text.find('\0');
+    return std::min(zero == std::string::npos ? text.size() : zero, max);
 }
 
 std::string CText(const std::string& text, size_t max) {
@@ -59,9 +60,24 @@ bool ReadRawLine(std::string& line, std::FILE* file) {
 #endif
 }
 
-bool IsTwoByteLead(unsigned char byte) {
+constexpr bool IsTwoByteLead(unsigned char byte) {
     return byte >= 0x80 && byte <= 0x9C;
 }
+
+// The plain bytes of a field, outside a quote ([0]) and after an opening quote ([1]), where
+// a comma belongs to the field.
+constexpr auto kPlainBytes = [] {
+    std::array<std::array<bool, 256>, 2> plain{};
+    for (int quoted = 0; quoted < 2; ++quoted) {
+        for (int byte = 0; byte < 256; ++byte) {
+            const auto c = static_cast<char>(byte);
+            plain[quoted][byte] = !IsTwoByteLead(static_cast<unsigned char>(byte)) && c != '\0' &&
+                                  c != '\n' && c != '\r' && c != kQuote &&
+                                  (c != kComma || quoted == 1);
+        }
+    }
+    return plain;
+}();
 
 // One pass over list.Line; a field holds at most kFieldSize - 1 bytes and further bytes are
 // dropped, fields after the 128th are ignored. Bytes go straight into their field.
@@ -85,8 +101,10 @@ class FieldSplitter {
             if (IsTwoByteLead(static_cast<unsigned char>(c))) {
                 Append(*field, c);
                 // A lead byte at the very end has no second byte to take.
-                if (i + 1 < limit_)
+                if (i + 1 < limit_) {
                     Append(*field, line[i + 1]);
+                    zeroInField_ = zeroInField_ || line[i + 1] == '\0';
+                }
                 i += 2;
                 continue;
             }
@@ -130,8 +148,7 @@ class FieldSplitter {
 
     // A byte that neither ends the field or the line, nor counts as a quote or a lead byte.
     bool IsPlain(char c) const {
-        return !IsTwoByteLead(static_cast<unsigned char>(c)) && c != '\0' && c != '\n' &&
-               c != '\r' && c != kQuote && (c != kComma || quotes_ == 1);
+        return kPlainBytes[quotes_ == 1 ? 1 : 0][static_cast<unsigned char>(c)];
     }
 
     void CountQuote(size_t position) {
@@ -146,9 +163,13 @@ class FieldSplitter {
     void StoreField(std::string& field) {
         if (list_.Count >= kFieldCount) {
             overflow_.clear();
+            zeroInField_ = false;
             return;
         }
-        field.resize(CTextLength(field, field.size()));
+        // Only the byte after a lead byte can bring a zero into a field.
+        if (zeroInField_)
+            field.resize(CTextLength(field, field.size()));
+        zeroInField_ = false;
         ++list_.Count;
     }
 
@@ -156,6 +177,7 @@ class FieldSplitter {
     size_t limit_ = 0;
     std::string overflow_;
     int quotes_ = 0;
+    bool zeroInField_ = false;
 };
 
 #ifndef _WIN32
