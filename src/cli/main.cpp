@@ -3,10 +3,18 @@
 #include <string>
 #include <vector>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 #include "app/ExitCode.h"
 #include "cli/BatchRun.h"
 
 int main(int argc, char** argv) {
+#ifdef _WIN32
+    // The messages and summaries are UTF-8: a console shows them so only in code page 65001.
+    SetConsoleOutputCP(CP_UTF8);
+#endif
     std::vector<std::string> args(argv + 1, argv + argc);
     const kesto::BatchOptions options = kesto::ParseBatchOptions(args);
     if (options.Help) {

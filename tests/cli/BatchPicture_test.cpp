@@ -148,7 +148,12 @@ std::string LoaderReport(const TempFolder& folder, const std::string& options) {
     return test::ReadFile(folder / "loader.txt");
 }
 
+#endif
+
 TEST(BatchWithoutPicture, LoadsNoQtLibrary) {
+#ifdef _WIN32
+    GTEST_SKIP() << "Windows' loader does not report what it maps (no LD_DEBUG)";
+#else
     TempFolder folder;
     MiniInstallation().Write(folder);
     const std::string report = LoaderReport(folder, "--answer ok");
@@ -156,9 +161,8 @@ TEST(BatchWithoutPicture, LoadsNoQtLibrary) {
     ASSERT_NE(report.find("libc.so"), std::string::npos) << report;
     EXPECT_EQ(report.find("libQt"), std::string::npos) << report;
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
-}
-
 #endif
+}
 
 }  // namespace
 }  // namespace kesto

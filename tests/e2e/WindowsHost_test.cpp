@@ -5,9 +5,13 @@
 
 #ifdef _WIN32
 
+#include <windows.h>
+
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <string>
+#include <vector>
 
 #include "common/E2eCases.h"
 #include "common/TestFiles.h"
@@ -91,6 +95,105 @@ TEST_F(WindowsHost, StartUpFailureReturnsTheWholeCodeWithoutANotice) {
     EXPECT_EQ(Run("pallet\\none.txt 0 0 0 0 1"), 9020);
     EXPECT_EQ(test::ReadFile(Log()).find("kesto: exit code"), std::string::npos)
         << test::ReadFile(Log());
+}
+
+// A file opened by another program with share mode 0, as a spreadsheet holds the file it
+// shows: no one else may read, write, rename or delete it until it is closed.
+class HeldWithoutSharing {
+  public:
+    explicit HeldWithoutSharing(const fs::path& path)
+        : handle_(CreateFileA(path.string().c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
+    ~HeldWithoutSharing() { Close(); }
+    HeldWithoutSharing(const HeldWithoutSharing&) = delete;
+    HeldWithoutSharing& operator=(const HeldWithoutSharing&) = delete;
+    bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+    void Close() {
+        if (IsOpen())
+            CloseHandle(handle_);
+        handle_ = INVALID_HANDLE_VALUE;
+    }
+
+  private:
+    HANDLE handle_;
+};
+
+// The files of out/ whose names mark them as a writer's temporaries.
+std::vector<std::string> Temporaries(const fs::path& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        const std::string name = entry.path().filename().string();
+        if (name.find(".kesto-") != std::string::npos)
+            names.push_back(name);
+    }
+    return names;
+}
+
+// A previous run's files, then old bytes (a Ctrl-Z and bytes above 127 among them) in the
+// file that another program will hold.
+class HeldOutputFile : public WindowsHost {
+  protected:
+    void SetUp() override {
+        WindowsHost::SetUp();
+        test::SetStringValue(test::kMachineKeyName, "ORVOSystemRoot", install_.string());
+        ASSERT_EQ(Run("pallet\\pallets.txt 0 0 0 0 1"), 0) << test::ReadFile(Log());
+        for (const char* name : {"result.csv", "result.csv_tmp", "haichi.csv"})
+            before_[name] = test::ReadFile(Out(name));
+    }
+    fs::path Out(const std::string& name) const { return install_ / "out" / name; }
+    const std::string& Before(const std::string& name) const { return before_.at(name); }
+
+    const std::string old_ = "old,result\r\n\x1a\x81\x40,\xff\r\n";
+    std::map<std::string, std::string> before_;
+};
+
+TEST_F(HeldOutputFile, ResultFileHeldWithoutSharingKeepsItsBytesAndLeavesTheJobOpen) {
+    test::WriteFile(Out("result.csv"), old_);
+    test::WriteFile(Out("result.csv_tmp"), old_);
+    HeldWithoutSharing other(Out("result.csv"));
+    ASSERT_TRUE(other.IsOpen()) << GetLastError();
+    EXPECT_EQ(Run("pallet\\pallets.txt 0 0 0 0 1"), 100) << test::ReadFile(Log());
+    other.Close();
+    const std::string log = test::ReadFile(Log());
+    EXPECT_NE(log.find("not written (error code 9022)"), std::string::npos) << log;
+    EXPECT_EQ(test::ReadFile(Out("result.csv")), old_);
+    // The side file comes first and is replaced; the save file comes after and is not written.
+    EXPECT_EQ(test::ReadFile(Out("result.csv_tmp")), Before("result.csv_tmp"));
+    EXPECT_EQ(test::ReadFile(Out("haichi.csv")), Before("haichi.csv"));
+    EXPECT_EQ(Temporaries(install_ / "out"), std::vector<std::string>{});
+}
+
+TEST_F(HeldOutputFile, ResultFileReleasedByTheOtherProgramIsWrittenByTheNextRun) {
+    test::WriteFile(Out("result.csv"), old_);
+    {
+        HeldWithoutSharing other(Out("result.csv"));
+        ASSERT_TRUE(other.IsOpen()) << GetLastError();
+        ASSERT_EQ(Run("pallet\\pallets.txt 0 0 0 0 1"), 100) << test::ReadFile(Log());
+    }
+    EXPECT_EQ(Run("pallet\\pallets.txt 0 0 0 0 1"), 0) << test::ReadFile(Log());
+    EXPECT_EQ(test::ReadFile(Out("result.csv")), Before("result.csv"));
+    EXPECT_EQ(Temporaries(install_ / "out"), std::vector<std::string>{});
+}
+
+TEST_F(HeldOutputFile, SaveFileHeldWithoutSharingKeepsItsBytesAndSetsTheLineCode) {
+    test::WriteFile(Out("haichi.csv"), old_);
+    test::WriteFile(Out("result.csv"), old_);
+    HeldWithoutSharing other(Out("haichi.csv"));
+    ASSERT_TRUE(other.IsOpen()) << GetLastError();
+    EXPECT_EQ(Run("pallet\\pallets.txt 0 0 0 0 1"), 100) << test::ReadFile(Log());
+    other.Close();
+    const std::string log = test::ReadFile(Log());
+    // The kind of the last line written names the failure of the closing rename: the job's last
+    // part has no placed pieces, so its line is one of a part without them.
+    EXPECT_NE(log.find("not written (error code 9025)"), std::string::npos) << log;
+    EXPECT_EQ(test::ReadFile(Out("haichi.csv")), old_);
+    // The result file comes first and is replaced (by a fresh placement: the old bytes are no
+    // save file of this job to restore).
+    const std::string result = test::ReadFile(Out("result.csv"));
+    EXPECT_NE(result, old_);
+    EXPECT_EQ(std::count(result.begin(), result.end(), '\n'),
+              std::count(Before("result.csv").begin(), Before("result.csv").end(), '\n'));
+    EXPECT_EQ(Temporaries(install_ / "out"), std::vector<std::string>{});
 }
 
 // The lines of the run's summary that count each part's outline elements.

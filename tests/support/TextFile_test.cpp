@@ -429,8 +429,10 @@ TEST(OpenFile, FolderCannotBeOpenedForReading) {
     EXPECT_FALSE(file);
 }
 
-#ifndef _WIN32
 TEST(OpenFile, FifoIsRefusedWithoutWaitingForAWriter) {
+#ifdef _WIN32
+    GTEST_SKIP() << "no FIFOs on Windows";
+#else
     // A plain open would block here until some process opened the FIFO for writing.
     TempFolder folder;
     const std::string fifo = folder / "pipe.txt";
@@ -439,8 +441,8 @@ TEST(OpenFile, FifoIsRefusedWithoutWaitingForAWriter) {
     EXPECT_EQ(OpenFile(fifo, "rt", file), 0);
     EXPECT_FALSE(file);
     EXPECT_EQ(FileExists(fifo), 1);
-}
 #endif
+}
 
 TEST(ReadWholeFile, TellsAMissingPathFromOneThatCannotBeRead) {
     TempFolder folder;
