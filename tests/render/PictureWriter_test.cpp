@@ -86,6 +86,47 @@ TEST(PictureWriter, PdfGivesOnePagePerDocumentPageEachWithDrawing) {
         EXPECT_GT(length, 50u);
 }
 
+// One page of 300 x 80 pixels with one label in a font of character set 128, as PNG.
+QImage LabelPicture(const std::string& label, const TempFolder& folder, const std::string& name) {
+    PictureDocument doc;
+    doc.Fonts[1] = PictureFont{-32, 128, "Noto Sans CJK JP"};
+    PicturePage& page = doc.Pages.emplace_back();
+    page.Width = 300;
+    page.Height = 80;
+    page.Drawing.DrawLabel(LabelMode::AtPoint, label, 1, {20, 20}, {20, 20, 280, 70}, Rgb{0, 0, 0});
+    const PictureWriteResult result = WritePictures(doc, folder / name);
+    QImage image;
+    EXPECT_EQ(result.Error, "");
+    if (result.Files.size() == 1)
+        image.load(QString::fromStdString(result.Files.front()));
+    return image.convertToFormat(QImage::Format_RGB32);
+}
+
+int InkPixels(const QImage& image) {
+    int ink = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            ink += qGray(image.pixel(x, y)) < 128 ? 1 : 0;
+    }
+    return ink;
+}
+
+TEST(PictureWriter, ShiftJisLabelIsDrawnInJapaneseGlyphs) {
+    test::EnsureGuiApplication();
+    TempFolder folder;
+    // "部品" as the machine's tools write it; the same in UTF-8; question marks; and U+0378,
+    // which no font has, so it shows the missing-glyph box.
+    const QImage shiftJis = LabelPicture("\x95\x94\x95\x69", folder, "sjis.png");
+    const QImage utf8 = LabelPicture("\xE9\x83\xA8\xE5\x93\x81", folder, "utf8.png");
+    const QImage questions = LabelPicture("??", folder, "questions.png");
+    const QImage boxes = LabelPicture("\xCD\xB8\xCD\xB8", folder, "boxes.png");
+    ASSERT_FALSE(shiftJis.isNull());
+    EXPECT_GT(InkPixels(shiftJis), 100);
+    EXPECT_EQ(shiftJis, utf8);
+    EXPECT_NE(shiftJis, questions);
+    EXPECT_NE(shiftJis, boxes);
+}
+
 TEST(PictureWriter, UnwritableFileIsAnError) {
     test::EnsureGuiApplication();
     TempFolder folder;
