@@ -21,23 +21,21 @@ WINDOWS_ENV       = WINEPREFIX=$(CURDIR)/$(WINDOWS_BUILD)/wineprefix WINEDEBUG=-
 
 .PHONY: deps build test test-asan fuzz demo bench screenshot format clean deps-windows test-windows demo-ja screenshot-ja
 
-deps:
-	@missing=""; for p in $(PACKAGES); do \
+# $(call install,STEP,PACKAGES): installs the missing Debian packages with apt-get (as root),
+# or names the command that would.
+install = @missing=""; for p in $(2); do \
 	  dpkg -s $$p >/dev/null 2>&1 || missing="$$missing $$p"; done; \
-	if [ -z "$$missing" ]; then echo "deps: all packages present"; \
+	if [ -z "$$missing" ]; then echo "$(1): all packages present"; \
 	elif [ "$$(id -u)" = 0 ]; then \
-	  echo "deps: installing$$missing"; \
+	  echo "$(1): installing$$missing"; \
 	  apt-get update -qq && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq $$missing; \
-	else echo "deps: missing$$missing; run: sudo apt-get install -y$$missing"; exit 1; fi
+	else echo "$(1): missing$$missing; run: sudo apt-get install -y$$missing"; exit 1; fi
+
+deps:
+	$(call install,deps,$(PACKAGES))
 
 deps-windows:
-	@missing=""; for p in $(WINDOWS_PACKAGES); do \
-	  dpkg -s $$p >/dev/null 2>&1 || missing="$$missing $$p"; done; \
-	if [ -z "$$missing" ]; then echo "deps-windows: all packages present"; \
-	elif [ "$$(id -u)" = 0 ]; then \
-	  echo "deps-windows: installing$$missing"; \
-	  apt-get update -qq && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq $$missing; \
-	else echo "deps-windows: missing$$missing; run: sudo apt-get install -y$$missing"; exit 1; fi
+	$(call install,deps-windows,$(WINDOWS_PACKAGES))
 
 $(BUILD)/CMakeCache.txt:
 	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKESTO_WERROR=$(KESTO_WERROR)

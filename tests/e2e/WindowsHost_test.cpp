@@ -15,6 +15,7 @@
 
 #include "common/E2eCases.h"
 #include "common/TestFiles.h"
+#include "common/WindowsFileHold.h"
 #include "common/WindowsRegistry.h"
 
 namespace kesto {
@@ -97,25 +98,11 @@ TEST_F(WindowsHost, StartUpFailureReturnsTheWholeCodeWithoutANotice) {
         << test::ReadFile(Log());
 }
 
-// A file opened by another program with share mode 0, as a spreadsheet holds the file it
-// shows: no one else may read, write, rename or delete it until it is closed.
-class HeldWithoutSharing {
-  public:
+// Held as a spreadsheet holds the file it shows, with share mode 0: no one else may read,
+// write, rename or delete it until it is closed.
+struct HeldWithoutSharing : test::HeldOpen {
     explicit HeldWithoutSharing(const fs::path& path)
-        : handle_(CreateFileA(path.string().c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
-    ~HeldWithoutSharing() { Close(); }
-    HeldWithoutSharing(const HeldWithoutSharing&) = delete;
-    HeldWithoutSharing& operator=(const HeldWithoutSharing&) = delete;
-    bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
-    void Close() {
-        if (IsOpen())
-            CloseHandle(handle_);
-        handle_ = INVALID_HANDLE_VALUE;
-    }
-
-  private:
-    HANDLE handle_;
+        : HeldOpen(path.string(), GENERIC_READ | GENERIC_WRITE, 0) {}
 };
 
 // The files of out/ whose names mark them as a writer's temporaries.

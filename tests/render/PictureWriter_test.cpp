@@ -10,6 +10,7 @@
 #include <string>
 
 #include "common/GuiApplication.h"
+#include "common/ImageInk.h"
 #include "common/TestFiles.h"
 #include "render/FontTable.h"
 #include "render/PicturePdf.h"
@@ -102,15 +103,6 @@ QImage LabelPicture(const std::string& label, const TempFolder& folder, const st
     return image.convertToFormat(QImage::Format_RGB32);
 }
 
-int InkPixels(const QImage& image) {
-    int ink = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            ink += qGray(image.pixel(x, y)) < 128 ? 1 : 0;
-    }
-    return ink;
-}
-
 TEST(PictureWriter, ShiftJisLabelIsDrawnInJapaneseGlyphs) {
     test::EnsureGuiApplication();
     TempFolder folder;
@@ -121,7 +113,7 @@ TEST(PictureWriter, ShiftJisLabelIsDrawnInJapaneseGlyphs) {
     const QImage questions = LabelPicture("??", folder, "questions.png");
     const QImage boxes = LabelPicture("\xCD\xB8\xCD\xB8", folder, "boxes.png");
     ASSERT_FALSE(shiftJis.isNull());
-    EXPECT_GT(InkPixels(shiftJis), 100);
+    EXPECT_GT(test::DarkPixels(shiftJis), 100);
     EXPECT_EQ(shiftJis, utf8);
     EXPECT_NE(shiftJis, questions);
     EXPECT_NE(shiftJis, boxes);

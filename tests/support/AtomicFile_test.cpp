@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "common/TestFiles.h"
+#include "common/WindowsFileHold.h"
 
 namespace kesto {
 namespace {
@@ -180,23 +181,9 @@ TEST(AtomicFile, AStaleTemporaryDoesNotDisturbTheNextWrite) {
 #ifdef _WIN32
 // The target opened by another program that shares neither writing nor deleting, as an
 // editor or a spreadsheet holds a file it shows.
-class HeldOpen {
-  public:
+struct HeldOpen : test::HeldOpen {
     explicit HeldOpen(const std::string& path)
-        : handle_(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                              FILE_ATTRIBUTE_NORMAL, nullptr)) {}
-    ~HeldOpen() { Close(); }
-    HeldOpen(const HeldOpen&) = delete;
-    HeldOpen& operator=(const HeldOpen&) = delete;
-    bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
-    void Close() {
-        if (IsOpen())
-            CloseHandle(handle_);
-        handle_ = INVALID_HANDLE_VALUE;
-    }
-
-  private:
-    HANDLE handle_;
+        : test::HeldOpen(path, GENERIC_READ, FILE_SHARE_READ) {}
 };
 
 TEST(AtomicFile, LinesEndInCarriageReturnLineFeedOnWindows) {

@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QPushButton>
 
+#include "common/ImageInk.h"
 #include "common/WindowJob.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
@@ -224,15 +225,6 @@ QImage Painted(const QString& text, const QFont& font) {
     return image;
 }
 
-int DarkPixels(const QImage& image) {
-    int dark = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            dark += qGray(image.pixel(x, y)) < 128 ? 1 : 0;
-    }
-    return dark;
-}
-
 // Every character of a caption has a glyph in the control's font (or its fallback), drawn as
 // ink that is neither the font's box for a missing glyph nor a question mark.
 void ExpectGlyphs(const QString& caption, const QFont& font, const char* key) {
@@ -246,7 +238,7 @@ void ExpectGlyphs(const QString& caption, const QFont& font, const char* key) {
         const QString one = QString::fromUcs4(&c, 1);
         EXPECT_TRUE(metrics.inFontUcs4(c)) << key << " U+" << std::hex << static_cast<int>(c);
         const QImage glyph = Painted(one, font);
-        EXPECT_GT(DarkPixels(glyph), 0) << key;
+        EXPECT_GT(test::DarkPixels(glyph), 0) << key;
         EXPECT_NE(glyph, box) << key << " U+" << std::hex << static_cast<int>(c);
         EXPECT_NE(glyph, question) << key << " U+" << std::hex << static_cast<int>(c);
     }
@@ -276,7 +268,7 @@ TEST(CKestoDlgLayout, JapaneseSampleDrawsItsCaptionsWithGlyphs) {
         EXPECT_LE(QFontMetrics(control->font()).horizontalAdvance(caption), control->width())
             << key;
         // The control's place in the window carries the caption's ink.
-        EXPECT_GT(DarkPixels(window.copy(control->geometry())), 10) << key;
+        EXPECT_GT(test::DarkPixels(window.copy(control->geometry())), 10) << key;
     }
     EXPECT_GE(japanese, 25);
 }
