@@ -24,6 +24,7 @@ class ReportText {
     // The line being built.
     TextBuilder& Line() { return text_; }
     void EndLine() { text_.Char('\n'); }
+    void Reserve(size_t bytes) { text_.Reserve(bytes); }
     void Append(const std::string& ascii) { text_.Str(ascii); }
     void WriteTo(std::ostream& out) const {
         const std::string& text = text_.Text();
@@ -161,6 +162,8 @@ void ReportInput(const CKestoApp& app, std::ostream& out) {
 
 void ReportPlacement(const CKestoApp& app, std::ostream& out) {
     ReportText text;
+    // About a line of 90 bytes for each stack: the text seldom has to move while it grows.
+    text.Reserve(90 * app.HaichiList.Items.size());
     text.Append("Placement:\n");
     const StacksByPlace stacks = StacksOnPallets(app);
     const int highest = HighestPallet(app, stacks);

@@ -68,11 +68,12 @@ int32_t StackBoxKind(const CKestoApp& app, const PalletCounts& counts, const Blo
     return BoxKind(app, r == 0 ? boxes - 1 : r - 1);
 }
 
-std::string StackLine(const CKestoApp& app, const PalletCounts& counts, const SaveOffsets& off,
-                      const PartsInfo& part, const PlacedStack& s) {
+// line: cleared and reused for every line of the file.
+void StackLine(const CKestoApp& app, const PalletCounts& counts, const SaveOffsets& off,
+               const PartsInfo& part, const PlacedStack& s, TextBuilder& line) {
     const HaichiInfo& h = *s.Stack;
     // "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d"
-    TextBuilder line;
+    line.Clear();
     line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Char(',');
     line.Int(s.Block->PalletNo).Char(',').Int(h.Value).Char(',');
     line.Fixed(h.X - part.SizeX - off.X, 10, 4).Char(',').Fixed(h.Y + off.Y, 10, 4).Char(',');
@@ -80,7 +81,6 @@ std::string StackLine(const CKestoApp& app, const PalletCounts& counts, const Sa
     line.Fixed(part.SizeX, 10, 4).Char(',').Fixed(part.SizeY, 10, 4).Char(',');
     line.Fixed(part.PieceHeight, 10, 4).Char(',').Int(part.SaveNumber).Char(',');
     line.Int(h.Level).Char(',').Str(part.Code).Char(',').Int(h.BlockIndex).Char(',').Int(h.Flag);
-    return line.Take();
 }
 
 std::string UnplacedLine(const CKestoApp& app, const PartsInfo& part) {
@@ -105,6 +105,7 @@ struct SaveContext {
     SaveOffsets Offsets;
     std::FILE* File;
     int LastKind = error::kSaveFileUnopened;
+    TextBuilder Line;
 };
 
 // 0 when the part's lines were written, else the code of the line that failed.
@@ -113,8 +114,8 @@ int WritePartLines(SaveContext& ctx, const PartsInfo& part) {
     if (IsPalletCode(part.Destination)) {
         for (const PlacedStack& s : ctx.Stacks.Of(&part)) {
             ctx.LastKind = error::kSaveFileStackLine;
-            const std::string line = StackLine(ctx.App, ctx.Counts, ctx.Offsets, part, s);
-            if (WriteLine(line, ctx.File) != 1)
+            StackLine(ctx.App, ctx.Counts, ctx.Offsets, part, s, ctx.Line);
+            if (WriteLine(ctx.Line.Text(), ctx.File) != 1)
                 return error::kSaveFileStackLine;
             sum += s.Stack->Value;
         }
@@ -133,7 +134,8 @@ int CKs_FileSave::WritePlacementFile(const std::string& path) {
         app_.ErrorCode = error::kSaveFileUnopened;
         return 0;
     }
-    SaveContext ctx{app_, StackIndex(app_), CountPallets(app_), FindOffsets(app_), file.get()};
+    SaveContext ctx{app_,       StackIndex(app_),         CountPallets(app_), FindOffsets(app_),
+                    file.get(), error::kSaveFileUnopened, TextBuilder()};
     for (const PartsInfo& part : app_.PartsList) {
         if (const int failed = WritePartLines(ctx, part); failed != 0) {
             app_.ErrorCode = failed;

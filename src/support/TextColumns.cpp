@@ -73,6 +73,11 @@ size_t BoundaryAtOrBelow(const std::string& text, size_t width) {
 
 bool IsValidUtf8(const std::string& text) {
     for (size_t at = 0; at < text.size();) {
+        // ASCII, most of any text here, is valid as it stands.
+        if (static_cast<unsigned char>(text[at]) < 0x80) {
+            ++at;
+            continue;
+        }
         const size_t length = Utf8SequenceLength(text, at);
         if (length == 0)
             return false;

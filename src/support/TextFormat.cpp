@@ -92,11 +92,15 @@ char* FixedExact(char* out, double v, int precision) {
 void TextBuilder::Padded(const char* begin, const char* end, int width, bool left) {
     const size_t length = static_cast<size_t>(end - begin);
     const size_t fill = width > 0 && static_cast<size_t>(width) > length ? width - length : 0;
+    // One growth of the text for the blanks and the bytes: these are short pieces, many of them.
+    const size_t at = text_.size();
+    text_.resize(at + fill + length);
+    char* out = text_.data() + at;
     if (!left)
-        text_.append(fill, ' ');
-    text_.append(begin, length);
+        out = std::fill_n(out, fill, ' ');
+    out = std::copy(begin, end, out);
     if (left)
-        text_.append(fill, ' ');
+        std::fill_n(out, fill, ' ');
 }
 
 TextBuilder& TextBuilder::Str(const std::string& s) {

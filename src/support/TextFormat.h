@@ -37,6 +37,7 @@ class TextBuilder {
     const std::string& Text() const { return text_; }
     std::string Take() { return std::move(text_); }
     void Clear() { text_.clear(); }
+    void Reserve(size_t bytes) { text_.reserve(bytes); }
 
   private:
     // Appends [begin, end) padded with blanks to width, on the left unless left is set.
