@@ -140,10 +140,13 @@ class FieldSplitter {
             field.push_back(c);
     }
 
+    // The run is appended whole and the field then cut to its room: a copy of a length the
+    // compiler cannot bound goes to the library's memcpy, which is fast on short runs, where an
+    // inlined copy of a bounded length is not.
     static void AppendRun(std::string& field, const char* bytes, size_t count) {
-        const size_t room = static_cast<size_t>(kFieldSize - 1) -
-                            std::min(field.size(), static_cast<size_t>(kFieldSize - 1));
-        field.append(bytes, std::min(count, room));
+        field.append(bytes, count);
+        if (field.size() > static_cast<size_t>(kFieldSize - 1))
+            field.resize(kFieldSize - 1);
     }
 
     // A byte that neither ends the field or the line, nor counts as a quote or a lead byte.
