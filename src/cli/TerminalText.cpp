@@ -20,10 +20,6 @@ namespace {
 constexpr const char* kReplacement = "\xEF\xBF\xBD";
 constexpr UINT kShiftJisCodePage = 932;
 
-bool IsShiftJisLead(unsigned char byte) {
-    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
-}
-
 // One character of code page 932 in UTF-8, or nothing when the bytes are none.
 std::string CharacterToUtf8(const char* bytes, int length) {
     std::array<wchar_t, 2> wide{};

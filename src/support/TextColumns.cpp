@@ -44,11 +44,6 @@ size_t Utf8SequenceLength(const std::string& text, size_t at) {
     return length;
 }
 
-// Lead bytes of the double-byte characters of Shift_JIS as Windows writes it (code page 932).
-bool IsShiftJisLead(unsigned char byte) {
-    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
-}
-
 // The greatest character boundary at or below width.
 size_t BoundaryAtOrBelow(const std::string& text, size_t width) {
     if (width >= text.size())
@@ -70,6 +65,10 @@ size_t BoundaryAtOrBelow(const std::string& text, size_t width) {
 }
 
 }  // namespace
+
+bool IsShiftJisLead(unsigned char byte) {
+    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
 
 bool IsValidUtf8(const std::string& text) {
     for (size_t at = 0; at < text.size();) {

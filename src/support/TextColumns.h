@@ -10,6 +10,9 @@ namespace kesto {
 
 bool IsValidUtf8(const std::string& text);
 
+// A lead byte of a double-byte character of Shift_JIS as Windows writes it (code page 932).
+bool IsShiftJisLead(unsigned char byte);
+
 // At most width bytes of text from its start, never ending inside a character ("%.Ns").
 std::string CutToBytes(const std::string& text, size_t width);
 

@@ -186,18 +186,26 @@ class FieldSplitter {
 #ifndef _WIN32
 // Only a regular file is read: a FIFO would block the open until some writer came, and a
 // folder or a device is no text file. Such a path counts as a file that cannot be opened.
-std::FILE* OpenRegularFileForReading(const std::string& path) {
+// The descriptor, and the file's size in size; -1 when there is none to read.
+int OpenRegularFile(const std::string& path, off_t& size) {
     // O_NONBLOCK only keeps the open of a FIFO from waiting; a regular file reads as ever with it.
     const int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0)
-        return nullptr;
+        return -1;
     struct stat status {};
     if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode)) {
         ::close(fd);
-        return nullptr;
+        return -1;
     }
-    std::FILE* file = ::fdopen(fd, "r");
-    if (file == nullptr)
+    size = status.st_size;
+    return fd;
+}
+
+std::FILE* OpenRegularFileForReading(const std::string& path) {
+    off_t size = 0;
+    const int fd = OpenRegularFile(path, size);
+    std::FILE* file = fd < 0 ? nullptr : ::fdopen(fd, "r");
+    if (file == nullptr && fd >= 0)
         ::close(fd);
     return file;
 }
@@ -273,26 +281,23 @@ int ReadLine(std::string& line, std::FILE* file) {
 WholeFile ReadWholeFile(const std::string& path, std::string& bytes) {
     bytes.clear();
 #ifdef _WIN32
-    std::FILE* file = path.empty() ? nullptr : std::fopen(path.c_str(), "rb");
-    if (file == nullptr)
+    TextFile file;
+    file.Reset(path.empty() ? nullptr : std::fopen(path.c_str(), "rb"));
+    if (!file)
         return FileExists(path) == 1 ? WholeFile::Unreadable : WholeFile::Missing;
     char chunk[65536];
-    for (size_t n; (n = std::fread(chunk, 1, sizeof chunk, file)) > 0;)
+    for (size_t n; (n = std::fread(chunk, 1, sizeof chunk, file.get())) > 0;)
         bytes.append(chunk, n);
-    std::fclose(file);
     return WholeFile::Read;
 #else
-    // As OpenRegularFileForReading: a FIFO must not hold the open, a folder is no text file.
-    const int fd = path.empty() ? -1 : ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    off_t size = 0;
+    const int fd = OpenRegularFile(path, size);
     if (fd < 0)
         return FileExists(path) == 1 ? WholeFile::Unreadable : WholeFile::Missing;
     const std::unique_ptr<const int, void (*)(const int*)> closer(
         &fd, [](const int* f) { ::close(*f); });
-    struct stat status {};
-    if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode))
-        return WholeFile::Unreadable;
     constexpr size_t kChunk = size_t{1} << 24;
-    const auto expected = static_cast<size_t>(std::max<off_t>(status.st_size, 0));
+    const auto expected = static_cast<size_t>(std::max<off_t>(size, 0));
     for (;;) {
         // One byte more than is left: a short read at the expected size is the end.
         const size_t left = expected > bytes.size() ? expected - bytes.size() : 0;
@@ -376,11 +381,6 @@ void WordsToLine(const std::string& source, FieldList& list) {
             ++i;
     }
     list.Line = work;
-}
-
-void SplitWords(const std::string& source, FieldList& list) {
-    WordsToLine(source, list);
-    SplitFields(list);
 }
 
 void SplitLine(const std::string& line, FieldList& list) {

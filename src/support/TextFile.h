@@ -79,10 +79,8 @@ void TrimLine(std::string& text, int mode);
 void SplitFields(FieldList& list);
 // As SplitFields, then trims (mode 3) every field whose quote slot mark is not set.
 void SplitFieldsTrim(FieldList& list);
-// Turns a blank-separated line into a comma-separated one in list.Line, without splitting it.
+// Turns a blank-separated line into a comma-separated one in list.Line, to be split.
 void WordsToLine(const std::string& source, FieldList& list);
-// WordsToLine, then SplitFields.
-void SplitWords(const std::string& source, FieldList& list);
 
 // Convenience: list.Line = line; SplitFieldsTrim (which splits).
 void SplitLine(const std::string& line, FieldList& list);

@@ -62,5 +62,13 @@ TEST(FitColumn, HalfOfACharacterBecomesABlankAndTheWidthStays) {
     EXPECT_EQ(FitColumn(kUtf8Tesuto, 5), kUtf8Tesuto.substr(0, 3) + "  ");
 }
 
+TEST(IsShiftJisLead, TakesTheTwoLeadRangesOfCodePage932) {
+    for (const int byte : {0x81, 0x9F, 0xE0, 0xFC})
+        EXPECT_TRUE(IsShiftJisLead(static_cast<unsigned char>(byte))) << byte;
+    // ASCII, half-width katakana (0xA1..0xDF) and the unused ends are single bytes.
+    for (const int byte : {0x41, 0x80, 0xA0, 0xA1, 0xDF, 0xFD, 0xFF})
+        EXPECT_FALSE(IsShiftJisLead(static_cast<unsigned char>(byte))) << byte;
+}
+
 }  // namespace
 }  // namespace kesto

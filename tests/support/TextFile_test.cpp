@@ -208,9 +208,9 @@ TEST(SplitFields, AgreesWithTheByteByByteRuleOnRandomLines) {
     }
 }
 
-TEST(SplitWords, LeadingBlanksGiveNoEmptyFirstField) {
+TEST(WordsToLine, LeadingBlanksGiveNoEmptyFirstField) {
     FieldList list;
-    SplitWords("  one two three four five", list);
+    WordsToLine("  one two three four five", list);
     SplitFieldsTrim(list);
     ASSERT_EQ(list.Count, 5);
     EXPECT_EQ(list[0], "one");
@@ -220,12 +220,12 @@ TEST(SplitWords, LeadingBlanksGiveNoEmptyFirstField) {
     EXPECT_EQ(list[4], "five");
 }
 
-TEST(SplitWords, OnlyTheLastBlankOfARunBecomesAComma) {
+TEST(WordsToLine, OnlyTheLastBlankOfARunBecomesAComma) {
     FieldList list;
-    SplitWords("a   b\tc", list);
+    WordsToLine("a   b\tc", list);
     EXPECT_EQ(list.Line, "a  ,b\tc");
-    ASSERT_EQ(list.Count, 2);
     SplitFieldsTrim(list);
+    ASSERT_EQ(list.Count, 2);
     EXPECT_EQ(list[0], "a");
     EXPECT_EQ(list[1], "b c");
 }
