@@ -42,6 +42,14 @@ class WindowsHost : public ::testing::Test {
                                 Log() + "\" 2>&1");
     }
     std::string Log() const { return (temp_.Path() / "log.txt").string(); }
+    // The string value name under the program's per-user key holds value, as reg.exe shows it.
+    ::testing::AssertionResult UserValueIs(const std::string& name, const std::string& value) {
+        const std::string shown =
+            test::QueryValue(test::kUserKeyName, name, (temp_.Path() / (name + ".txt")).string());
+        if (shown.find("REG_SZ    " + value) != std::string::npos)
+            return ::testing::AssertionSuccess();
+        return ::testing::AssertionFailure() << name << " is not \"" << value << "\": " << shown;
+    }
 
     test::TempFolder temp_;
     fs::path install_ = temp_.Path() / "install";
@@ -70,12 +78,8 @@ TEST_F(WindowsHost, RegistryValueWithADriveLetterAndBackslashesIsTheSystemFolder
 TEST_F(WindowsHost, PerUserValuesAreWrittenToTheUsersKeyAtExit) {
     test::SetStringValue(test::kMachineKeyName, "ORVOSystemRoot", install_.string());
     ASSERT_EQ(Run("pallet/pallets.txt 0 0 0 0 1"), 0) << test::ReadFile(Log());
-    const std::string direct =
-        test::QueryValue(test::kUserKeyName, "IsDirect", (temp_.Path() / "q1.txt").string());
-    EXPECT_NE(direct.find("REG_SZ"), std::string::npos) << direct;
-    const std::string blockDraw =
-        test::QueryValue(test::kUserKeyName, "IsBlockDraw", (temp_.Path() / "q2.txt").string());
-    EXPECT_NE(blockDraw.find("REG_SZ"), std::string::npos) << blockDraw;
+    EXPECT_TRUE(UserValueIs("IsDirect", "0"));
+    EXPECT_TRUE(UserValueIs("IsBlockDraw", "0"));
 }
 
 TEST_F(WindowsHost, PerUserValuesOfAnEarlierRunAreKept) {
@@ -83,12 +87,8 @@ TEST_F(WindowsHost, PerUserValuesOfAnEarlierRunAreKept) {
     test::SetStringValue(test::kUserKeyName, "IsBlockDraw", "1");
     test::SetStringValue(test::kUserKeyName, "IsDirect", "1");
     ASSERT_EQ(Run("pallet/pallets.txt 0 0 0 0 1"), 0) << test::ReadFile(Log());
-    const std::string shown =
-        test::QueryValue(test::kUserKeyName, "IsBlockDraw", (temp_.Path() / "q.txt").string());
-    EXPECT_NE(shown.find("REG_SZ    1"), std::string::npos) << shown;
-    const std::string direct =
-        test::QueryValue(test::kUserKeyName, "IsDirect", (temp_.Path() / "q3.txt").string());
-    EXPECT_NE(direct.find("REG_SZ    1"), std::string::npos) << direct;
+    EXPECT_TRUE(UserValueIs("IsBlockDraw", "1"));
+    EXPECT_TRUE(UserValueIs("IsDirect", "1"));
 }
 
 TEST_F(WindowsHost, StartUpFailureReturnsTheWholeCodeWithoutANotice) {
