@@ -88,7 +88,7 @@ int main(int argc, char** argv) {
     {
         kesto::CKestoDlg dialog(session, fonts);
         op.SetMainWindow(&dialog);
-        dialog.setWindowState(Qt::WindowMaximized);
+        kesto::MaximiseOnScreen(dialog);
         dialog.OnInitDialog();
         dialog.Run();
         op.SetMainWindow(nullptr);

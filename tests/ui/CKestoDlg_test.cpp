@@ -9,10 +9,12 @@
 #include <QTimer>
 #include <QtTest/QTest>
 
+#include "common/EventCounter.h"
 #include "common/WindowJob.h"
 #include "ui/dialogs/CAboutDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/draw/CKs_DrawArea.h"
+#include "ui/main/ScreenViews.h"
 #include "view/Colours.h"
 
 namespace kesto {
@@ -124,6 +126,26 @@ TEST(CKestoDlg, LayoutDrawsTheAreaAtItsNewSizeWithThePanelsAndTheHighlight) {
     EXPECT_EQ(area.width(), job.App().AreaPlacement.Right - job.App().AreaPlacement.Left);
     EXPECT_GT(CountIn(area.Image(), colour::kPicked), 100);
     EXPECT_GT(CountIn(job.Dialog->PartsInfoPanel()->Image(), colour::kPanelText), 30);
+}
+
+// A shop-floor screen of any ordinary size: the window lays itself out, draws, and then the
+// event loop has nothing more to do, in every view and with the all-parts dialog shown.
+TEST(CKestoDlg, GoesQuietAtEveryScreenSizeInEveryView) {
+    test::WindowJob job;
+    ASSERT_TRUE(test::OpenSampleJob(job));
+    const QSize sizes[] = {{1024, 768}, {1280, 1024}, {1366, 768}, {1600, 900}, {1920, 1080},
+                           {2560, 1440}};
+    for (const QSize size : sizes) {
+        ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, size.width(), size.height()));
+        EXPECT_EQ(test::EventsAtRest(), 0) << size.width() << "x" << size.height();
+        for (const ScreenView view : kScreenViews) {
+            ShowScreenView(*job.Dialog, view);
+            std::string kinds;
+            EXPECT_EQ(test::EventsAtRest(200, &kinds), 0)
+                << size.width() << "x" << size.height() << " view " << static_cast<int>(view)
+                << ": " << kinds;
+        }
+    }
 }
 
 }  // namespace

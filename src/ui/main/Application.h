@@ -13,6 +13,11 @@ namespace kesto {
 // The program path and its arguments joined by single blanks, as the command line is read.
 std::string JoinCommandLine(const QStringList& arguments);
 
+// Makes the window open maximised. It first covers the available area of its screen, which is
+// where it stays in an X session without a window manager (no one there maximises it); it
+// covers that area again whenever the screen's available area changes.
+void MaximiseOnScreen(QWidget& window);
+
 // Grabs window into a PNG file; true when written.
 bool SaveScreenshot(QWidget& window, const QString& path);
 

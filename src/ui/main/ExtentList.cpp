@@ -7,17 +7,28 @@ namespace kesto {
 
 ExtentList::ExtentList(int extent, QWidget* parent) : QListWidget(parent), extent_(extent) {
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    ChooseBarPolicy();
+}
+
+void ExtentList::ChooseBarPolicy() {
+    // The contents rectangle holds the viewport and both bars, so it does not depend on them.
+    const Qt::ScrollBarPolicy policy =
+        contentsRect().width() < extent_ ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff;
+    if (horizontalScrollBarPolicy() != policy)
+        setHorizontalScrollBarPolicy(policy);
+}
+
+void ExtentList::resizeEvent(QResizeEvent* event) {
+    ChooseBarPolicy();
+    QListWidget::resizeEvent(event);
 }
 
 void ExtentList::updateGeometries() {
-    if (settingRange_)
-        return;
-    settingRange_ = true;
     QListWidget::updateGeometries();
+    // With the bar's visibility fixed, a new range moves no bar and resizes no viewport.
     const int page = viewport()->width();
     horizontalScrollBar()->setPageStep(page);
     horizontalScrollBar()->setRange(0, std::max(0, extent_ - page));
-    settingRange_ = false;
 }
 
 }  // namespace kesto

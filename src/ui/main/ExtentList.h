@@ -14,12 +14,15 @@ class ExtentList : public QListWidget {
 
   protected:
     void updateGeometries() override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
+    // The bar is shown exactly when the list is narrower than the extent, as a platform list
+    // box with a horizontal extent does. Deciding it from the list's own width, never from
+    // the scroll range, keeps the bar from feeding back into the layout that sets the range.
+    void ChooseBarPolicy();
+
     int extent_;
-    // Placing the scroll bars resizes the viewport, which asks for the geometry again; near
-    // the width where a bar appears or goes, that would never end.
-    bool settingRange_ = false;
 };
 
 }  // namespace kesto
