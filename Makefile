@@ -6,7 +6,8 @@ JOBS       ?= 2
 KESTO_WERROR ?= OFF
 PACKAGES   := cmake g++ make libgtest-dev libgmock-dev libbenchmark-dev \
               qt6-base-dev qt6-qpa-plugins libgl1-mesa-dev fonts-dejavu-core fonts-noto-cjk \
-              clang libclang-rt-14-dev
+              clang libclang-rt-14-dev \
+              xvfb openbox libx11-dev libxtst-dev
 # make fuzz: the libFuzzer harnesses of fuzz/, built with clang; each runs FUZZ_SECONDS.
 FUZZ_BUILD   ?= build-fuzz
 FUZZ_SECONDS ?= 60

@@ -133,8 +133,8 @@ TEST(CKestoDlg, LayoutDrawsTheAreaAtItsNewSizeWithThePanelsAndTheHighlight) {
 TEST(CKestoDlg, GoesQuietAtEveryScreenSizeInEveryView) {
     test::WindowJob job;
     ASSERT_TRUE(test::OpenSampleJob(job));
-    const QSize sizes[] = {{1024, 768}, {1280, 1024}, {1366, 768}, {1600, 900}, {1920, 1080},
-                           {2560, 1440}};
+    const QSize sizes[] = {{1024, 768}, {1280, 1024}, {1366, 768},
+                           {1600, 900}, {1920, 1080}, {2560, 1440}};
     for (const QSize size : sizes) {
         ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, size.width(), size.height()));
         EXPECT_EQ(test::EventsAtRest(), 0) << size.width() << "x" << size.height();

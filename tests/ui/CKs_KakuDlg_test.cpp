@@ -82,6 +82,17 @@ TEST(CKs_KakuDlg, CancelReturnsTwoAndOkReturnsOne) {
     EXPECT_EQ(dialog.Run(), 1);
 }
 
+TEST(CKs_KakuDlg, ReturnAnswersOkAndEscapeCancel) {
+    KakuFixture f;
+    CKs_KakuDlg& dialog = f.Make(202, 203, nullptr);
+    QTimer::singleShot(0, &dialog, [&] { QTest::keyClick(&dialog, Qt::Key_Return); });
+    // A Return that answers nothing must not leave the test waiting.
+    QTimer::singleShot(2000, &dialog, [&] { dialog.done(3); });
+    EXPECT_EQ(dialog.Run(), 1);
+    QTimer::singleShot(0, &dialog, [&] { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    EXPECT_EQ(dialog.Run(), 2);
+}
+
 TEST(CKs_KakuDlg, ClosingCountsAsCancel) {
     KakuFixture f;
     CKs_KakuDlg& dialog = f.Make(7, 0, nullptr);

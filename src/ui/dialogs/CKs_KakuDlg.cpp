@@ -49,6 +49,8 @@ CKs_KakuDlg::CKs_KakuDlg(int no1, int no2, const MessageTable& messages, const F
     line2_ = MakeLine(this, "1044");
     ok_ = MakeButton(this, "ButtonOk", "OK");
     cancel_ = MakeButton(this, "ButtonCan", "Cancel");
+    // OK is the dialog's default push button: Return answers OK, Escape Cancel.
+    ok_->setDefault(true);
     connect(ok_, &QPushButton::clicked, this, [this] { done(1); });
     connect(cancel_, &QPushButton::clicked, this, [this] { done(2); });
 }
