@@ -20,7 +20,7 @@ WINDOWS_PACKAGES := cmake g++ make googletest g++-mingw-w64-x86-64-posix wine64 
 WINDOWS_ENV       = WINEPREFIX=$(CURDIR)/$(WINDOWS_BUILD)/wineprefix WINEDEBUG=-all \
                     WINEDLLOVERRIDES="mscoree,mshtml=" DISPLAY=
 
-.PHONY: deps build test test-asan fuzz demo bench screenshot format clean deps-windows test-windows demo-ja screenshot-ja
+.PHONY: deps build test test-asan soak fuzz demo bench screenshot format clean deps-windows test-windows demo-ja screenshot-ja
 
 # $(call install,STEP,PACKAGES): installs the missing Debian packages with apt-get (as root),
 # or names the command that would.
@@ -52,6 +52,12 @@ test-asan: deps
 	cmake --build $(ASAN_BUILD) -j $(JOBS)
 	cd $(ASAN_BUILD) && QT_QPA_PLATFORM=offscreen LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
 	  KESTO_MONKEY_STEPS=10000 ctest --output-on-failure -j $(JOBS)
+
+# make soak: the random operator of the window as a process on Xvfb for KESTO_SOAK_SECONDS
+# (default 600), its memory sampled every second; not part of make test, which runs 30 s.
+KESTO_SOAK_SECONDS ?= 600
+soak: build
+	cd $(BUILD) && KESTO_SOAK_SECONDS=$(KESTO_SOAK_SECONDS) ./test_process --gtest_filter='MonkeySoak.*'
 
 test-windows: deps-windows
 	cmake -S . -B $(WINDOWS_BUILD)/linux -DCMAKE_BUILD_TYPE=RelWithDebInfo \

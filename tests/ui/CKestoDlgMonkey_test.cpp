@@ -1,7 +1,8 @@
 // A random operator on the sample job's window: clicks, drags and Shift-clicks in the drawing,
 // key presses, buttons, list lines and the sheet-count dialog, from a fixed seed. After every
 // step the job keeps its invariants. KESTO_MONKEY_STEPS sets the number of steps (the normal
-// suite runs a short walk; make test-asan runs 10,000).
+// suite runs a short walk; make test-asan runs 10,000); KESTO_SOAK_SECONDS instead walks for
+// that long (the soak runs it as a process and watches its memory).
 #include <gtest/gtest.h>
 
 #include <QComboBox>
@@ -10,6 +11,8 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest/QTest>
+#include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <functional>
 #include <random>
@@ -27,11 +30,32 @@ namespace {
 
 constexpr int kDefaultSteps = 2000;
 
-int Steps() {
-    const char* steps = std::getenv("KESTO_MONKEY_STEPS");
-    const int n = steps != nullptr ? std::atoi(steps) : 0;
-    return n > 0 ? n : kDefaultSteps;
+int EnvNumber(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? std::max(0, std::atoi(value)) : 0;
 }
+
+// Whether the walk goes on after `done` steps: a number of steps, or a time.
+class Walk {
+  public:
+    Walk()
+        : steps_(EnvNumber("KESTO_MONKEY_STEPS")),
+          seconds_(EnvNumber("KESTO_SOAK_SECONDS")),
+          start_(std::chrono::steady_clock::now()) {
+        if (steps_ == 0 && seconds_ == 0)
+            steps_ = kDefaultSteps;
+    }
+    bool GoesOn(int done) const {
+        if (seconds_ > 0)
+            return std::chrono::steady_clock::now() - start_ < std::chrono::seconds(seconds_);
+        return done < steps_;
+    }
+
+  private:
+    int steps_;
+    int seconds_;
+    std::chrono::steady_clock::time_point start_;
+};
 
 // Every button of the main window but OK and Cancel, which end the job.
 const char* const kButtons[] = {
@@ -209,8 +233,8 @@ class Monkey {
 TEST(CKestoDlgMonkey, RandomOperatorKeepsTheJobWhole) {
     Monkey monkey(20261123);
     ASSERT_TRUE(monkey.Opened());
-    const int steps = Steps();
-    for (int i = 0; i < steps; ++i) {
+    const Walk walk;
+    for (int i = 0; walk.GoesOn(i); ++i) {
         monkey.Step();
         ASSERT_FALSE(monkey.D().isHidden()) << "the window closed at step " << i;
         const std::string bad = monkey.Check();
