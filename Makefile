@@ -97,6 +97,7 @@ demo-ja: build
 bench: build
 	$(BUILD)/kesto-bench
 	QT_QPA_PLATFORM=offscreen $(BUILD)/kesto-draw-bench
+	$(BUILD)/kesto-start-bench
 
 screenshot: build
 	@mkdir -p $(BUILD)/screenshots

@@ -104,7 +104,7 @@ inline constexpr int32_t kTwoPallet = 3;
 
 // The main window's layout state (CKestoApp::LayoutState).
 namespace layout {
-inline constexpr int32_t kNeverPainted = 0;
+inline constexpr int32_t kNeverShown = 0;
 inline constexpr int32_t kDue = 2;
 inline constexpr int32_t kLaidOut = 3;
 }  // namespace layout

@@ -27,19 +27,11 @@ namespace {
 constexpr int kScreenshotWidth = 1600;
 constexpr int kScreenshotHeight = 900;
 
-constexpr int kLayoutTurns = 100;
-
 // Lays the window out at a fixed size and saves it; the job ends as one left without OK.
-int TakeScreenshot(kesto::CKestoDlg& dialog, const kesto::CKestoApp& app, const QString& path,
-                   kesto::ScreenView view) {
+int TakeScreenshot(kesto::CKestoDlg& dialog, const QString& path, kesto::ScreenView view) {
     dialog.resize(kScreenshotWidth, kScreenshotHeight);
-    dialog.show();
-    // The first paint asks for the layout; a few turns of the event loop place the controls.
-    for (int i = 0; i < kLayoutTurns && app.LayoutState != kesto::layout::kLaidOut; ++i)
-        QApplication::processEvents(QEventLoop::AllEvents, 10);
-    QApplication::processEvents();
+    dialog.show();  // lays the window out
     kesto::ShowScreenView(dialog, view);
-    QApplication::processEvents();
     return kesto::SaveScreenshot(dialog, path) ? kesto::kExitNotOk : 1;
 }
 
@@ -80,8 +72,7 @@ int main(int argc, char** argv) {
         kesto::CKestoDlg dialog(session, fonts);
         op.SetMainWindow(&dialog);
         dialog.OnInitDialog();
-        const int code =
-            TakeScreenshot(dialog, session.App(), QString::fromLocal8Bit(screenshot), *view);
+        const int code = TakeScreenshot(dialog, QString::fromLocal8Bit(screenshot), *view);
         op.SetMainWindow(nullptr);
         return kesto::FinishProcess(code, std::cerr);
     }

@@ -160,19 +160,19 @@ void CKestoDlg::EndDialog(int code) {
     done(code);
 }
 
-// The first paint only shows the controls where they were made; the layout follows at once,
-// and every resize lays the window out again.
-void CKestoDlg::paintEvent(QPaintEvent* event) {
-    QDialog::paintEvent(event);
-    if (app_.LayoutState == layout::kNeverPainted) {
+// The window is laid out as it is shown, so that its first picture is already the finished
+// one, and again after every resize.
+void CKestoDlg::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (app_.LayoutState == layout::kNeverShown) {
         app_.LayoutState = layout::kDue;
-        RequestLayout();
+        ApplyLayout();
     }
 }
 
 void CKestoDlg::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
-    if (app_.LayoutState != layout::kNeverPainted) {
+    if (app_.LayoutState != layout::kNeverShown) {
         app_.LayoutState = layout::kDue;
         RequestLayout();
     }
@@ -187,7 +187,7 @@ void CKestoDlg::RequestLayout() {
 
 void CKestoDlg::ApplyLayout() {
     layoutQueued_ = false;
-    if (app_.LayoutState == layout::kNeverPainted)
+    if (app_.LayoutState == layout::kNeverShown)
         return;
     LayoutPass();
     // The images were made anew at the panels' new sizes: everything is drawn again.

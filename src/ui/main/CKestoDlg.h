@@ -96,7 +96,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void reject() override;
 
   protected:
-    void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;

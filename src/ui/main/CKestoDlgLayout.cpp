@@ -64,7 +64,7 @@ void CKestoDlg::TitlePass() {
 }
 
 void CKestoDlg::LayoutPass() {
-    if (app_.LayoutState == layout::kNeverPainted)
+    if (app_.LayoutState == layout::kNeverShown)
         return;
     LabelPass();
     UpdateBoxButtons();
