@@ -16,6 +16,7 @@
 #include <QtTest/QTest>
 #include <memory>
 
+#include "common/EventCounter.h"
 #include "common/PlacementFixture.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
@@ -124,6 +125,15 @@ TEST(CKs_MaiDlg, ControlsFollowTheLayout) {
     EXPECT_EQ(j.D().findChild<QGroupBox*>("Label1")->geometry(), QRect(430, 270, 90, 48));
     EXPECT_EQ(j.Count()->geometry(), QRect(434, 290, 82, 24));
     EXPECT_EQ(j.D().findChild<QLineEdit*>("PartsName")->geometry(), QRect(5, 5, 420, 21));
+}
+
+TEST(CKs_MaiDlg, GoesQuietOnceShownAndAfterAResize) {
+    MaiDialogJob j;
+    ASSERT_TRUE(j.Show());
+    EXPECT_EQ(test::EventsAtRest(), 0);
+    j.D().resize(800, 500);
+    EXPECT_EQ(test::EventsAtRest(), 0);
+    EXPECT_EQ(j.Button("ButtonOk")->geometry().right(), 800 - 6);
 }
 
 TEST(CKs_MaiDlg, FrameAndPictureColoursAtTheirPositions) {

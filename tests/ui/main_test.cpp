@@ -5,6 +5,7 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 
+#include "common/ImageInk.h"
 #include "common/WindowJob.h"
 #include "support/Platform.h"
 
@@ -17,7 +18,7 @@ struct Outcome {
 };
 
 Outcome RunKesto(const test::TestInstallation& install, const QStringList& arguments,
-                 const QString& screenshot = QString()) {
+                 const QString& screenshot = QString(), const QString& scaleFactor = QString()) {
     const char* binaryDir = std::getenv("KESTO_BINARY_DIR");
     QProcess process;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -26,6 +27,8 @@ Outcome RunKesto(const test::TestInstallation& install, const QStringList& argum
     env.insert("QT_QPA_PLATFORM", "offscreen");
     if (!screenshot.isEmpty())
         env.insert("KESTO_SCREENSHOT", screenshot);
+    if (!scaleFactor.isEmpty())
+        env.insert("QT_SCALE_FACTOR", scaleFactor);
     process.setProcessEnvironment(env);
     // The window program is built next to this test program.
     const QString dir = binaryDir != nullptr ? QString::fromLocal8Bit(binaryDir)
@@ -84,6 +87,47 @@ TEST(KestoProcess, ScreenshotModeWritesThePictureAndNoResult) {
     EXPECT_EQ(QImage(shot).size(), QSize(1600, 900));
     EXPECT_FALSE(install.Exists("out/result.csv"));
     EXPECT_FALSE(install.Exists("config/ORVONetwork/Vardo/Kesto.ini"));
+}
+
+// The aligned squares of ratio x ratio device pixels, inside a rectangle of window pixels, that
+// are not of one colour: a picture enlarged from window pixels has none, one painted at device
+// pixels has them wherever a text or a slanted edge passes.
+int FineSquares(const QImage& image, int ratio, const QRect& window) {
+    int fine = 0;
+    for (int y = window.top(); y <= window.bottom(); ++y) {
+        for (int x = window.left(); x <= window.right(); ++x) {
+            const QRgb first = image.pixel(x * ratio, y * ratio);
+            bool same = true;
+            for (int dy = 0; dy < ratio && same; ++dy) {
+                for (int dx = 0; dx < ratio && same; ++dx)
+                    same = image.pixel(x * ratio + dx, y * ratio + dy) == first;
+            }
+            fine += same ? 0 : 1;
+        }
+    }
+    return fine;
+}
+
+TEST(KestoProcess, HighDensityScreenGetsTheDrawingAtDevicePixels) {
+    test::TestInstallation install;
+    install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
+    test::EnsureQApplication();
+    // The drawing area of a 1600 x 900 window, below its combo box whatever the font.
+    const QRect area(330, 300, 1260, 590);
+    QImage shots[2];
+    for (const int ratio : {1, 2}) {
+        const QString shot =
+            QString::fromStdString(install.Path("shot" + std::to_string(ratio) + ".png").string());
+        const Outcome outcome =
+            RunKesto(install, JobArguments(install), shot, QString::number(ratio));
+        ASSERT_EQ(outcome.ExitCode, 100) << outcome.Stderr.toStdString();
+        shots[ratio - 1] = QImage(shot).convertToFormat(QImage::Format_RGB32);
+        EXPECT_EQ(shots[ratio - 1].size(), QSize(1600 * ratio, 900 * ratio));
+    }
+    // The stacks' labels and outlines are drawn at both ratios...
+    EXPECT_GT(test::DarkPixels(shots[0].copy(area)), 100);
+    // ...and at ratio 2 with detail finer than a window pixel, not as an enlarged picture.
+    EXPECT_GT(FineSquares(shots[1], 2, area), 200);
 }
 
 }  // namespace

@@ -155,8 +155,9 @@ void CKs_MaiDlg::resizeEvent(QResizeEvent* event) {
     ApplyLayout();
 }
 
+// Painting only paints: the controls were placed by the last resize, and placing them here
+// would ask for another paint.
 void CKs_MaiDlg::paintEvent(QPaintEvent*) {
-    ApplyLayout();
     const MaiLayout l = Layout();
     QPainter painter(this);
     QtCanvas canvas(painter, fonts_);

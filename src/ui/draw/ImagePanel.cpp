@@ -22,7 +22,12 @@ IntRect ImagePanel::PlaceAt(const IntRect& placement) {
     const int w = std::max(width(), 0);
     const int h = std::max(height(), 0);
     // Until the panel draws, it shows the window's background, as an empty child window does.
-    image_ = QImage(std::max(w, 1), std::max(h, 1), QImage::Format_RGB32);
+    // The image holds the screen's device pixels, so that lines and texts are drawn sharp on
+    // a high-density screen while the drawing keeps working in the panel's own pixels.
+    const qreal ratio = devicePixelRatioF();
+    image_ = QImage(std::max(qRound(w * ratio), 1), std::max(qRound(h * ratio), 1),
+                    QImage::Format_RGB32);
+    image_.setDevicePixelRatio(ratio);
     ClearImage();
     update();
     return {0, 0, w, h};
@@ -43,7 +48,7 @@ void ImagePanel::Paint(const std::function<void(Canvas&)>& draw) {
 
 void ImagePanel::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    if (image_.size() != size())
+    if (image_.deviceIndependentSize().toSize() != size())
         painter.fillRect(event->rect(), palette().color(QPalette::Window));
     painter.drawImage(0, 0, image_);
 }
