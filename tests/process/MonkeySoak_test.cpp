@@ -49,7 +49,11 @@ TEST(MonkeySoak, ResidentMemoryStaysFlatAfterTheWarmUp) {
     }
     const std::optional<int> code = monkey.WaitExit(120000);
     ASSERT_TRUE(code.has_value()) << "the monkey did not end";
-    EXPECT_EQ(*code, 0) << test::ReadFile(log);
+    const std::string output = test::ReadFile(log);
+    EXPECT_EQ(*code, 0) << output;
+    const size_t steps = output.find("monkey: ");
+    ASSERT_NE(steps, std::string::npos) << output;
+    std::printf("%s", output.substr(steps, output.find('\n', steps) + 1 - steps).c_str());
     ASSERT_GT(samples.size(), static_cast<size_t>(warmUp)) << test::ReadFile(log);
 
     // The curve, every tenth second, for the record.

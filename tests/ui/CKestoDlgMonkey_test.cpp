@@ -13,6 +13,7 @@
 #include <QtTest/QTest>
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <random>
@@ -234,12 +235,14 @@ TEST(CKestoDlgMonkey, RandomOperatorKeepsTheJobWhole) {
     Monkey monkey(20261123);
     ASSERT_TRUE(monkey.Opened());
     const Walk walk;
-    for (int i = 0; walk.GoesOn(i); ++i) {
+    int i = 0;
+    for (; walk.GoesOn(i); ++i) {
         monkey.Step();
         ASSERT_FALSE(monkey.D().isHidden()) << "the window closed at step " << i;
         const std::string bad = monkey.Check();
         ASSERT_TRUE(bad.empty()) << "step " << i << ": " << bad;
     }
+    std::printf("monkey: %d steps, %d drags moved a stack\n", i, monkey.Moves());
     EXPECT_GT(monkey.Moves(), 0);
     // The operator's OK still ends the job when nothing is set aside.
     auto* ok = monkey.D().findChild<QPushButton*>("B-OK");
