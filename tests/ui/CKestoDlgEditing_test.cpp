@@ -133,9 +133,14 @@ TEST(CKestoDlgEditing, PressShowsTheDragImageOverThePictureOnly) {
     ASSERT_TRUE(w.opened);
     QTest::mousePress(&w.Area(), Qt::LeftButton, {}, QPoint(830, 718));
     ASSERT_EQ(w.Area().DragImage().size(), 1u);
-    // The left edge of the stack's rectangle, column 670, is red on screen, white in the image.
+    // The left edge of the stack's rectangle, column 670, is red on screen, white in the image;
+    // the red is 2 pixels wide between white borders, so it shows on every colour below.
     EXPECT_EQ(w.Seen(670, 700), kDragImageColour);
     EXPECT_EQ(w.Picture(670, 700), colour::kPartPen);
+    EXPECT_EQ(w.Seen(669, 700), kDragImageColour);
+    const Rgb white{255, 255, 255};
+    for (const int x : {667, 668, 671, 672})
+        EXPECT_EQ(w.Seen(x, 700), white) << x;
     QTest::mouseRelease(&w.Area(), Qt::LeftButton, {}, QPoint(830, 718));
     EXPECT_EQ(w.Seen(670, 700), colour::kPartPen);
 }

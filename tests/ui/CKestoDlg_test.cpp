@@ -6,6 +6,8 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QPushButton>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QTimer>
 #include <QtTest/QTest>
 
@@ -126,6 +128,34 @@ TEST(CKestoDlg, LayoutDrawsTheAreaAtItsNewSizeWithThePanelsAndTheHighlight) {
     EXPECT_EQ(area.width(), job.App().AreaPlacement.Right - job.App().AreaPlacement.Left);
     EXPECT_GT(CountIn(area.Image(), colour::kPicked), 100);
     EXPECT_GT(CountIn(job.Dialog->PartsInfoPanel()->Image(), colour::kPanelText), 30);
+}
+
+int Distance(Rgb a, Rgb b) {
+    return std::abs(a.R - b.R) + std::abs(a.G - b.G) + std::abs(a.B - b.B);
+}
+
+// A toggle that is on stands out from one that is off, in every style the window may run with:
+// a point inside the button, clear of its caption, differs strongly.
+TEST(CKestoDlg, ToggleThatIsOnLooksPressedInEveryStyle) {
+    test::EnsureQApplication();
+    const QString before = QApplication::style()->name();
+    for (const char* style : {"Fusion", "Windows"}) {
+        QApplication::setStyle(QStyleFactory::create(style));
+        test::WindowJob job;
+        ASSERT_TRUE(job.Open());
+        ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, 1600, 900));
+        auto* threeD = job.Dialog->findChild<QPushButton*>("B-3D");
+        auto* grid = job.Dialog->findChild<QPushButton*>("B-GRID");
+        grid->setChecked(false);
+        threeD->setChecked(true);
+        auto inside = [](QPushButton* b) {
+            return test::PixelAt(b->grab().toImage(), 6, b->height() / 2);
+        };
+        EXPECT_GT(Distance(inside(threeD), inside(grid)), 150) << style;
+        threeD->setChecked(false);
+        EXPECT_LT(Distance(inside(threeD), inside(grid)), 10) << style;
+    }
+    QApplication::setStyle(QStyleFactory::create(before));
 }
 
 // A shop-floor screen of any ordinary size: the window lays itself out, draws, and then the

@@ -124,15 +124,20 @@ void CKs_DrawArea::paintEvent(QPaintEvent* event) {
     if (dragImage_.empty())
         return;
     QPainter painter(this);
-    painter.setPen(QPen(QColor(kDragImageColour.R, kDragImageColour.G, kDragImageColour.B), 0));
-    for (const IntRect& r : dragImage_) {
-        const QPoint topLeft(r.Left, r.Top), topRight(r.Right, r.Top);
-        const QPoint bottomLeft(r.Left, r.Bottom), bottomRight(r.Right, r.Bottom);
-        painter.drawLine(topLeft, topRight);
-        painter.drawLine(topRight, bottomRight);
-        painter.drawLine(bottomRight, bottomLeft);
-        painter.drawLine(bottomLeft, topLeft);
-    }
+    // A red line in a white border: it stands out on the pallet, on stacks of every colour and
+    // on the background alike.
+    DrawOutlines(painter, dragImage_, kDragImageHalo, kDragImageHaloWidth);
+    DrawOutlines(painter, dragImage_, kDragImageColour, kDragImageWidth);
+}
+
+void CKs_DrawArea::DrawOutlines(QPainter& painter, const std::vector<IntRect>& rects, Rgb colour,
+                                int width) {
+    QPen pen(QColor(colour.R, colour.G, colour.B), width);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    for (const IntRect& r : rects)
+        painter.drawRect(QRect(QPoint(r.Left, r.Top), QPoint(r.Right, r.Bottom)));
 }
 
 }  // namespace kesto

@@ -16,12 +16,18 @@
 
 class QLabel;
 
+class QPainter;
+
 namespace kesto {
 
 class DrawingEdit;
 
-// The drag image's and the rubber band's one-pixel rectangles.
+// The drag image's and the rubber band's rectangles: a red line, 2 pixels wide, in a white
+// border 2 pixels wide on either side.
 inline constexpr Rgb kDragImageColour{255, 0, 0};
+inline constexpr int kDragImageWidth = 2;
+inline constexpr Rgb kDragImageHalo{255, 255, 255};
+inline constexpr int kDragImageHaloWidth = 6;
 
 class CKs_DrawArea : public ImagePanel {
     Q_OBJECT
@@ -57,6 +63,8 @@ class CKs_DrawArea : public ImagePanel {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    static void DrawOutlines(QPainter& painter, const std::vector<IntRect>& rects, Rgb colour,
+                             int width);
 
   private:
     void ShowCaptions();

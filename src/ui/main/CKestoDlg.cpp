@@ -18,6 +18,16 @@
 
 namespace kesto {
 
+namespace {
+
+// A toggle that is on looks pressed at a glance, whatever the style: in the selection colour,
+// sunk into a dark frame. A toggle that is off keeps the style's own button.
+constexpr const char* kToggleOnLook =
+    "QPushButton:checked { background-color: palette(highlight); color: palette(highlighted-text);"
+    " border: 2px inset palette(shadow); }";
+
+}  // namespace
+
 CKestoDlg::CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* parent)
     : QDialog(parent), session_(session), app_(session.App()), fonts_(fonts) {
     setObjectName("CKestoDlg");
@@ -51,6 +61,8 @@ void CKestoDlg::MakeControl(const ControlEntry& entry) {
             auto* button = new QPushButton(QString::fromLatin1(entry.Caption), this);
             button->setCheckable(entry.Kind == ControlKind::Toggle);
             button->setAutoDefault(false);
+            if (entry.Kind == ControlKind::Toggle)
+                button->setStyleSheet(QString::fromLatin1(kToggleOnLook));
             control = button;
             break;
         }
