@@ -4,6 +4,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QStyle>
 #include <QTimer>
 #include <QtTest/QTest>
 
@@ -38,6 +39,33 @@ TEST(CKs_KakuDlg, InformationShowsOneLineAndOneWideOkButton) {
     EXPECT_EQ(Button(dialog, "ButtonOk")->text(), "Yes");
     EXPECT_EQ(Button(dialog, "ButtonOk")->geometry(), QRect(300 / 2 - 105, 200 - 35, 205, 30));
     EXPECT_EQ(dialog.windowTitle(), "Confirm");
+}
+
+// The first column of a label's picture with ink darker than middle grey; -1 when none.
+int FirstInkColumn(QLabel* label) {
+    const QImage image = label->grab().toImage();
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y) {
+            if (qGray(image.pixel(x, y)) < 128)
+                return x;
+        }
+    }
+    return -1;
+}
+
+TEST(CKs_KakuDlg, LinesKeepTheMessageBoxMarginsFromTheEdges) {
+    KakuFixture f;
+    CKs_KakuDlg& dialog = f.Make(202, 203, nullptr);
+    dialog.Prepare();
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    const int margin = dialog.style()->pixelMetric(QStyle::PM_LayoutLeftMargin);
+    ASSERT_GE(margin, 6);
+    for (const char* name : {"1043", "1044"}) {
+        auto* line = dialog.findChild<QLabel*>(name);
+        EXPECT_EQ(line->geometry().left(), 0) << name;
+        EXPECT_GE(FirstInkColumn(line), margin) << name;
+    }
 }
 
 TEST(CKs_KakuDlg, QuestionShowsTwoLinesWithOkAndCancel) {

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <algorithm>
 
 #include "render/TextCodec.h"
@@ -24,6 +25,11 @@ constexpr size_t kMaxTextLength = 1024;
 QLabel* MakeLine(QWidget* parent, const char* name) {
     auto* label = new QLabel(QString::fromLatin1(kTemplateLine), parent);
     label->setObjectName(name);
+    // The lines span the whole box; their text keeps the margins of the platform's message
+    // boxes from its edges.
+    const QStyle* style = parent->style();
+    label->setContentsMargins(style->pixelMetric(QStyle::PM_LayoutLeftMargin), 0,
+                              style->pixelMetric(QStyle::PM_LayoutRightMargin), 0);
     return label;
 }
 
