@@ -158,12 +158,23 @@ void MaiPicture::DrawCurrentStack(Canvas& canvas, const Axes& a, const MaiScene&
     const int32_t font = ReadMaiText(messages_, "PartsName", kMaiSecondField).Font;
     const int32_t f = scene.NameFontHeight;
     const std::string height = FormatText("%.3lf", t2);
+    const std::string count = FormatText("(%ld)", static_cast<long>(value));
     // Right of the text is estimated from its length in characters of the name font.
     const int32_t length = static_cast<int32_t>(std::min<size_t>(height.size(), 1024));
-    const IntPoint at{a.Xa - 19 - (length / 2) * f, top - f / 2};
+    IntPoint at{a.Xa - 19 - (length / 2) * f, top - f / 2};
+    if (textWidth_) {
+        // Where the estimate falls short of the font, the texts are moved left so that they
+        // end before the tick, and before the limit's value when they stand at its height.
+        const int32_t width = std::max(textWidth_(height, font), textWidth_(count, font));
+        at.X = std::min(at.X, a.Xa - 12 - kGap - width);
+        const int32_t limitFont = ReadMaiText(messages_, "HightST", kMaiSecondField).Font;
+        const int32_t limitTop = a.Y0 - a.Pixels(scene.HeightLimit) - f - 8;
+        const int32_t limitBottom = limitTop + FontPixelHeight(app_, limitFont);
+        if (at.Y < limitBottom && at.Y + 2 * f + 2 > limitTop)
+            at.X = std::min(at.X, a.X1 - kGap - width);
+    }
     Text(canvas, height, font, at, colour::kMaiValue);
-    Text(canvas, FormatText("(%ld)", static_cast<long>(value)), font, IntPoint{at.X, at.Y + f + 2},
-         colour::kMaiValue);
+    Text(canvas, count, font, IntPoint{at.X, at.Y + f + 2}, colour::kMaiValue);
 }
 
 void MaiPicture::DrawLabels(Canvas& canvas, const IntRect& p, const MaiScene& scene) const {

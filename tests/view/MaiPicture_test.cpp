@@ -189,6 +189,44 @@ TEST(MaiPicture, DrawsFrameLimitStacksAndLabels) {
                             LinePrim(425, 7, 425, 407, kWhite)});
 }
 
+// The texts drawn, each as the box it covers: 7 pixels a character, its font's height.
+std::vector<IntRect> TextBoxes(const DisplayList& list, const CKestoApp& app) {
+    std::vector<IntRect> boxes;
+    for (const Primitive& item : list.Items()) {
+        if (item.Kind == PrimitiveKind::Label) {
+            const int32_t width = static_cast<int32_t>(item.Text.size()) * 7;
+            const int32_t height = FontPixelHeight(app, item.FontSlot);
+            boxes.push_back(IntRect{item.A.X, item.A.Y, item.A.X + width, item.A.Y + height});
+        }
+    }
+    return boxes;
+}
+
+bool Overlap(const IntRect& a, const IntRect& b) {
+    return a.Left < b.Right && b.Left < a.Right && a.Top < b.Bottom && b.Top < a.Bottom;
+}
+
+TEST(MaiPicture, NoTwoTextsOverlapWhereverTheCurrentStackEnds) {
+    // The current stack from the floor up to the limit (600) in steps of 10: where it ends near
+    // the limit, its values move left of the limit's value (x1 = 252, here in the 20-pixel
+    // font) instead of covering it.
+    std::string messages = kMessages;
+    messages.replace(messages.find("HightST=2"), 9, "HightST=4");
+    PictureJob job(messages);
+    job.Part.PieceHeight = 10;
+    for (int32_t value = 0; value <= 60; ++value) {
+        job.Picked.Value = value;
+        const std::vector<IntRect> boxes = TextBoxes(job.Draw(), job.App);
+        for (size_t i = 0; i < boxes.size(); ++i) {
+            for (size_t j = i + 1; j < boxes.size(); ++j) {
+                const bool sameColumn = boxes[i].Left == boxes[j].Left;  // one value's lines
+                EXPECT_TRUE(sameColumn || !Overlap(boxes[i], boxes[j]))
+                    << "value " << value << ": texts " << i << " and " << j << " overlap";
+            }
+        }
+    }
+}
+
 TEST(MaiPicture, Label05IsDrawnInTheFontOfLabel04) {
     PictureJob job;
     const std::vector<Primitive> labels = test::Labels(job.Draw());
