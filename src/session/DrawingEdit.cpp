@@ -1,9 +1,11 @@
 #include "session/DrawingEdit.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "app/Codes.h"
 #include "placement/CKs_Haichi.h"
+#include "support/MessageFile.h"
 
 namespace kesto {
 
@@ -264,6 +266,20 @@ bool DrawingEdit::InDrawingZone(int32_t x, int32_t y) const {
     return !(y <= d_.CaptionHeight || y >= a.Bottom - 1 || x < 2 || x >= a.Right - 1);
 }
 
+std::string DropRefusalText(DropRefusal why, const MessageTable& messages) {
+    const char* key = "S-DROP-OFF";
+    const char* fallback = "Not moved: the stack was dropped beside the pallets.";
+    if (why == DropRefusal::NoRoom) {
+        key = "S-DROP-ROOM";
+        fallback = "Not moved: other stacks or the pallet's edge are in the way.";
+    } else if (why == DropRefusal::NotOnOnePallet) {
+        key = "S-DROP-PALLET";
+        fallback = "Not moved: the stacks would not all land on one pallet.";
+    }
+    const std::string text = messages.GetFontText("MainDlg", key).Text;
+    return text.empty() ? fallback : text;
+}
+
 // --- release --------------------------------------------------------------------------------
 
 void DrawingEdit::Release(Canvas& canvas, int32_t x, int32_t y) {
@@ -296,27 +312,54 @@ bool DrawingEdit::DropDue() const {
 }
 
 void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
+    const std::vector<IntRect> dropped = DragImageAt(x, y);
     view_.HideDragImage();
     MoveCount = -1;
+    std::optional<DropRefusal> refused;
     if (KouteiInfo* koutei = app_.KouteiAt(app_.CurrentKoutei)) {
         CKs_Haichi engine(app_, services_);
         engine.RebuildCorners(koutei, d_.PickHistory);
         if (d_.BandActive == 0) {
-            const IntRect r = DragImageAt(x, y).front();
+            const IntRect r = dropped.front();
+            const auto before = Positions(d_.PickHistory);
             const DropInput drop{d_.PalletRect, d_.PickHistory, false};
             engine.MoveGroup(koutei, d_.PickHistory, r.Left, r.Top, r.Right, r.Bottom,
                              app_.IsDirect, drop);
+            // Put back where it was picked up, nothing had to move.
+            const bool inPlace = std::abs(r.Left - d_.PickRect.Left) <= kSamePlace &&
+                                 std::abs(r.Top - d_.PickRect.Top) <= kSamePlace;
+            if (Positions(d_.PickHistory) == before && !inPlace)
+                refused = OnAPallet(r) ? DropRefusal::NoRoom : DropRefusal::OffThePallets;
         } else {
-            DropBand(engine, koutei, x - pressAt_.X, y - pressAt_.Y);
+            refused = DropBand(engine, koutei, x - pressAt_.X, y - pressAt_.Y);
         }
     }
     view_.Refresh();
     d_.DrawParts(canvas, drawmode::kHighlight);
     if (d_.BandActive == 0)
         d_.DrawParts(canvas, drawmode::kHitTest, x, y);
+    if (refused)
+        view_.ShowRefusedDrop(*refused, dropped);
 }
 
-void DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo* koutei, int32_t dx, int32_t dy) {
+std::vector<std::pair<double, double>> DrawingEdit::Positions(
+    const std::vector<HaichiInfo*>& stacks) {
+    std::vector<std::pair<double, double>> at;
+    for (const HaichiInfo* h : stacks)
+        at.emplace_back(h != nullptr ? h->X : 0, h != nullptr ? h->Y : 0);
+    return at;
+}
+
+bool DrawingEdit::OnAPallet(const IntRect& r) const {
+    const int32_t cx = r.Left + (r.Right - r.Left) / 2;
+    const int32_t cy = r.Top + (r.Bottom - r.Top) / 2;
+    return std::any_of(d_.PalletRect.begin(), d_.PalletRect.end(), [&](const IntRect& slot) {
+        return cx >= slot.Left && cx <= slot.Right && cy >= slot.Top && cy <= slot.Bottom;
+    });
+}
+
+std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo* koutei, int32_t dx,
+                                                 int32_t dy) {
     // Every entry alone must land on one and the same pallet, or nothing moves.
     std::optional<int32_t> target;
     for (const BandEntry& e : d_.BandList) {
@@ -324,16 +367,25 @@ void DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo* koutei, int32_t dx, i
         const DropInput probe{d_.PalletRect, d_.PickHistory, true};
         const DropResult res = engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right,
                                                 r.Bottom, app_.IsDirect, probe);
-        if (res.Target < 0 || (target && *target != res.Target))
-            return;
+        if (res.Target < 0)
+            return DropRefusal::OffThePallets;
+        if (target && *target != res.Target)
+            return DropRefusal::NotOnOnePallet;
         target = res.Target;
     }
+    std::vector<HaichiInfo*> records;
+    for (const BandEntry& e : d_.BandList)
+        records.push_back(e.Record);
+    const auto before = Positions(records);
     for (BandEntry& e : d_.BandList) {
         const IntRect r = Moved(e.Rect, dx, dy);
         const DropInput move{d_.PalletRect, d_.PickHistory, false};
         engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right, r.Bottom, app_.IsDirect, move);
         e.Rect = r;
     }
+    if (Positions(records) == before && (dx != 0 || dy != 0))
+        return DropRefusal::NoRoom;
+    return std::nullopt;
 }
 
 // --- shared -----------------------------------------------------------------------------------

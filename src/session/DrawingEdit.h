@@ -5,6 +5,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "app/CKestoApp.h"
@@ -17,6 +20,17 @@ namespace kesto {
 class CKs_Haichi;
 
 // What the editing asks of the window around the drawing area.
+// Why a drop moved nothing.
+enum class DropRefusal {
+    OffThePallets,   // the dropped rectangle is on no pallet in view
+    NoRoom,          // on a pallet, but other stacks or the pallet's edge are in the way
+    NotOnOnePallet,  // the stacks of a band would not all land on one pallet
+};
+
+// The status line's text of a refusal: the value of its key in section "MainDlg" ("S-DROP-OFF",
+// "S-DROP-ROOM", "S-DROP-PALLET"), or an English text when the message file has none.
+std::string DropRefusalText(DropRefusal why, const MessageTable& messages);
+
 class DrawAreaView {
   public:
     virtual ~DrawAreaView() = default;
@@ -32,10 +46,14 @@ class DrawAreaView {
     virtual void SelectPartsAllLine(int32_t seq) = 0;
     // Describes the picked stack in the part information panel again.
     virtual void RefreshInfoPanel() = 0;
+    // A drop moved nothing: says why, with the rectangles where they were dropped.
+    virtual void ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rects) = 0;
 };
 
 // MoveCount restarts at 1 after this many moves.
 inline constexpr int32_t kMoveCountWrap = 30000;
+// A drop this close to where the stack was picked up puts it back, it is not refused.
+inline constexpr int32_t kSamePlace = 2;
 // LastMouse when no drag image was drawn.
 inline constexpr IntPoint kNoMouse{-1000, -1000};
 
@@ -80,13 +98,19 @@ class DrawingEdit {
     // Release steps.
     bool DropDue() const;
     void Drop(Canvas& canvas, int32_t x, int32_t y);
-    void DropBand(CKs_Haichi& engine, KouteiInfo* koutei, int32_t dx, int32_t dy);
+    // Nothing when every entry moved, else why none did.
+    std::optional<DropRefusal> DropBand(CKs_Haichi& engine, KouteiInfo* koutei, int32_t dx,
+                                        int32_t dy);
 
     // A point hit test with a band kept: BandActive 2 around it. Picked is cleared first, so
     // the result tells whether anything was hit.
     HaichiInfo* PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t y);
     // The drag image at the cursor: PickRect, or every band entry at its offset.
     std::vector<IntRect> DragImageAt(int32_t x, int32_t y) const;
+    // Where the stacks stand, to tell a drop that moved nothing.
+    static std::vector<std::pair<double, double>> Positions(const std::vector<HaichiInfo*>& stacks);
+    // The rectangle's centre lies on a pallet in view.
+    bool OnAPallet(const IntRect& r) const;
     bool BandDragInForce() const;
     void Sync();
     // The pallet of a record's block, -1 when it has none.

@@ -40,8 +40,14 @@ class RecordingDrawAreaView : public DrawAreaView {
     }
     void SelectPartsAllLine(int32_t seq) override { AllPartsLine = seq; }
     void RefreshInfoPanel() override { ++InfoRefreshes; }
+    void ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rects) override {
+        Refusals.push_back(why);
+        RefusedAt = rects;
+    }
 
     DisplayList Picture;
+    std::vector<DropRefusal> Refusals;
+    std::vector<IntRect> RefusedAt;
     std::vector<IntRect> Image;
     std::vector<int32_t> Synced;
     int32_t AllPartsLine = 0;

@@ -130,6 +130,7 @@ TEST_F(DrawingEditTest, DragSnapsTheStackToTheNearestFreeCorner) {
     EXPECT_TRUE(PickedIn(canvas, IntRect{730, 808, 830, 858}, colour::kPicked));
     EXPECT_EQ(drawing.Picked, &a);
     EXPECT_EQ(drawing.PickHistory, std::vector<HaichiInfo*>({&a}));
+    EXPECT_TRUE(view.Refusals.empty());
 }
 
 // Free move (IsDirect 1): blocks 0 and 8 give the scale |690 - 70| / |730 - 110| = 1 both ways;
@@ -150,6 +151,27 @@ TEST_F(DrawingEditTest, DropOutsideThePalletMovesNothing) {
     EXPECT_EQ(view.Refreshes, 2);
     EXPECT_DOUBLE_EQ(a.X, 990);
     EXPECT_DOUBLE_EQ(a.Y, 10);
+    // The window is told why, with the rectangle where it was dropped.
+    EXPECT_EQ(view.Refusals, std::vector<DropRefusal>({DropRefusal::OffThePallets}));
+    EXPECT_EQ(view.RefusedAt, std::vector<IntRect>({IntRect{2, 15, 102, 65}}));
+}
+
+TEST_F(DrawingEditTest, RefusalTextsComeFromTheMessageFileOrFallBackToEnglish) {
+    EXPECT_EQ(DropRefusalText(DropRefusal::NoRoom, testServices.Messages),
+              "Not moved: other stacks or the pallet's edge are in the way.");
+    WriteFile(root / "Other.ini", "[MainDlg]\nS-DROP-OFF=1,\"Beside the pallets\"\n");
+    MessageTable messages;
+    ASSERT_EQ(messages.Load(root / "Other.ini", testServices.Op), 0);
+    EXPECT_EQ(DropRefusalText(DropRefusal::OffThePallets, messages), "Beside the pallets");
+    EXPECT_EQ(DropRefusalText(DropRefusal::NotOnOnePallet, messages),
+              "Not moved: the stacks would not all land on one pallet.");
+}
+
+// Put back where it was picked up: nothing moves, and nothing is refused either.
+TEST_F(DrawingEditTest, DropWhereTheStackWasPickedUpIsNoRefusal) {
+    Drag(980, 833, 981, 834);
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_TRUE(view.Refusals.empty());
 }
 
 TEST_F(DrawingEditTest, DraggingAboveTheCaptionStripAbandons) {
@@ -385,6 +407,8 @@ TEST_F(BandTest, BandDragOffThePalletMovesNothing) {
     EXPECT_DOUBLE_EQ(a.Y, 10);
     EXPECT_DOUBLE_EQ(b.Y, 10);
     EXPECT_EQ(view.Refreshes, 2);
+    EXPECT_EQ(view.Refusals, std::vector<DropRefusal>({DropRefusal::OffThePallets}));
+    EXPECT_EQ(view.RefusedAt.size(), 2u);
 }
 
 // In 4PALLET with two pallets, a band of all three stacks dragged so far right that a reaches
@@ -408,6 +432,7 @@ TEST_F(BandTest, BandDragLandingOnTwoPalletsMovesNothing) {
     EXPECT_DOUBLE_EQ(a.X, 990);
     EXPECT_DOUBLE_EQ(a2.X, 370);
     EXPECT_DOUBLE_EQ(b.X, 680);
+    EXPECT_EQ(view.Refusals, std::vector<DropRefusal>({DropRefusal::NotOnOnePallet}));
 }
 
 TEST_F(BandTest, AbandonedBandDragEndsTheBandAtTheRelease) {

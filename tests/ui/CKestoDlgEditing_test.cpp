@@ -10,6 +10,7 @@
 // the cell: (90, 118)-(990, 818).
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -17,6 +18,7 @@
 #include <QtTest/QTest>
 
 #include "common/E2eCases.h"
+#include "common/EventCounter.h"
 #include "common/WindowJob.h"
 #include "ui/dialogs/CKs_MaiDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
@@ -228,6 +230,24 @@ TEST(CKestoDlgEditing, DraggingAboveTheCaptionStripAbandons) {
     EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
     EXPECT_EQ(w.Drawing().Picked, nullptr);
     EXPECT_TRUE(w.Area().DragImage().empty());
+}
+
+// A refused drop's outline flashes where it was dropped and the status line says why; a
+// moment later both are gone and the window rests.
+TEST(CKestoDlgEditing, RefusedDropFlashesAndSaysWhyThenGoesQuiet) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    w.Area().ShowRefusal({IntRect{400, 300, 600, 400}}, "Not moved");
+    EXPECT_TRUE(w.Area().Flashing());
+    QLabel* status = w.Area().StatusLine();
+    EXPECT_TRUE(status->isVisible());
+    EXPECT_EQ(status->text(), "Not moved");
+    EXPECT_GE(status->geometry().top(), w.Area().height() / 2);
+    EXPECT_EQ(w.Seen(400, 350), kDragImageColour);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !w.Area().Flashing(); }, 3000));
+    EXPECT_NE(w.Seen(400, 350), kDragImageColour);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !status->isVisible(); }, 6000));
+    EXPECT_EQ(test::EventsAtRest(), 0);
 }
 
 // --- rubber band (Direct on) -------------------------------------------------------------------

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTimer>
 
 #include "render/TextCodec.h"
 #include "session/DrawingEdit.h"
@@ -13,6 +14,11 @@ namespace kesto {
 namespace {
 
 constexpr const char* kCaptionNames[] = {"1045", "1048", "1046", "1047"};
+// The refused outline shows and hides three times, then the status line stays a while.
+constexpr int kFlashMs = 120;
+constexpr int kFlashes = 6;
+constexpr int kStatusMs = 4000;
+constexpr int kStatusMargin = 4;
 
 }  // namespace
 
@@ -28,6 +34,37 @@ CKs_DrawArea::CKs_DrawArea(CKestoApp& app, const MessageTable& messages, const F
     }
     // Every move counts, with or without a button held.
     setMouseTracking(true);
+    status_ = new QLabel(this);
+    status_->setObjectName("DropStatus");
+    status_->setStyleSheet(
+        "QLabel { background: #ffff80; color: black; padding: 3px; "
+        "border: 1px solid black; }");
+    status_->hide();
+    flash_ = new QTimer(this);
+    flash_->setInterval(kFlashMs);
+    connect(flash_, &QTimer::timeout, this, [this] {
+        refusedShown_ = --flashesLeft_ > 0 && !refusedShown_;
+        if (flashesLeft_ <= 0)
+            flash_->stop();
+        update();
+    });
+    statusEnd_ = new QTimer(this);
+    statusEnd_->setSingleShot(true);
+    connect(statusEnd_, &QTimer::timeout, status_, &QWidget::hide);
+}
+
+void CKs_DrawArea::ShowRefusal(const std::vector<IntRect>& rects, const QString& why) {
+    refused_ = rects;
+    refusedShown_ = true;
+    flashesLeft_ = kFlashes;
+    flash_->start();
+    status_->setText(why);
+    status_->adjustSize();
+    status_->move(kStatusMargin, height() - status_->height() - kStatusMargin);
+    status_->raise();
+    status_->show();
+    statusEnd_->start(kStatusMs);
+    update();
 }
 
 void CKs_DrawArea::PlaceArea() {
@@ -121,13 +158,15 @@ void CKs_DrawArea::mouseReleaseEvent(QMouseEvent* event) {
 
 void CKs_DrawArea::paintEvent(QPaintEvent* event) {
     ImagePanel::paintEvent(event);
-    if (dragImage_.empty())
+    const std::vector<IntRect>& outlines =
+        dragImage_.empty() && refusedShown_ ? refused_ : dragImage_;
+    if (outlines.empty())
         return;
     QPainter painter(this);
     // A red line in a white border: it stands out on the pallet, on stacks of every colour and
     // on the background alike.
-    DrawOutlines(painter, dragImage_, kDragImageHalo, kDragImageHaloWidth);
-    DrawOutlines(painter, dragImage_, kDragImageColour, kDragImageWidth);
+    DrawOutlines(painter, outlines, kDragImageHalo, kDragImageHaloWidth);
+    DrawOutlines(painter, outlines, kDragImageColour, kDragImageWidth);
 }
 
 void CKs_DrawArea::DrawOutlines(QPainter& painter, const std::vector<IntRect>& rects, Rgb colour,

@@ -17,6 +17,7 @@
 class QLabel;
 
 class QPainter;
+class QTimer;
 
 namespace kesto {
 
@@ -57,6 +58,11 @@ class CKs_DrawArea : public ImagePanel {
     void ShowDragImage(const std::vector<IntRect>& rects);
     void HideDragImage();
     const std::vector<IntRect>& DragImage() const { return dragImage_; }
+    // A refused drop: its outline flashes where it was dropped and the status line says why,
+    // each for a moment only.
+    void ShowRefusal(const std::vector<IntRect>& rects, const QString& why);
+    QLabel* StatusLine() const { return status_; }
+    bool Flashing() const { return flashesLeft_ > 0; }
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -79,6 +85,12 @@ class CKs_DrawArea : public ImagePanel {
     std::array<QLabel*, 4> captions_{};
     DrawingEdit* editing_ = nullptr;
     std::vector<IntRect> dragImage_;
+    std::vector<IntRect> refused_;
+    bool refusedShown_ = false;
+    int flashesLeft_ = 0;
+    QTimer* flash_ = nullptr;
+    QTimer* statusEnd_ = nullptr;
+    QLabel* status_ = nullptr;
     DisplayList stepDrawing_;
     bool inStep_ = false;
 };

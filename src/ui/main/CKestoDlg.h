@@ -145,6 +145,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void SyncPartList(const std::vector<int32_t>& seqs) override;
     void SelectPartsAllLine(int32_t seq) override;
     void RefreshInfoPanel() override;
+    void ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rects) override;
 
     JobSession& session_;
     CKestoApp& app_;

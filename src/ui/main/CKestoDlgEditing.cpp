@@ -89,6 +89,10 @@ void CKestoDlg::OnMaiChg() {
         session_.ReportPartlyPlaced();
 }
 
+void CKestoDlg::ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rects) {
+    drawArea_->ShowRefusal(rects, DecodeText(DropRefusalText(why, session_.Svc().Messages)));
+}
+
 void CKestoDlg::SetOkEnabled(bool enabled) {
     Control(kOk)->setEnabled(enabled);
 }
