@@ -17,8 +17,7 @@ class Canvas;
 class PalletDrawing;
 
 // What a set-aside command (left, right) did: Changed when the lists, the part view and the
-// drawing are to be shown again; ToriokiEmpty whether the set-aside list of the process in
-// view has no line now (OK and the Close item follow it).
+// drawing are to be shown again.
 // Where the picked stack stood when MaiChg began.
 struct SheetCountStart {
     double X = 0;
@@ -27,7 +26,6 @@ struct SheetCountStart {
 
 struct ToriokiChange {
     bool Changed = false;
-    bool ToriokiEmpty = false;
 };
 
 // How the operator ends the job; the values are the dialog results.
@@ -90,8 +88,9 @@ class JobSession {
     // right: the selected set-aside part back onto the pallets in view (messages 7, 13/14, and
     // 9 or 10 when it does not fit wholly).
     ToriokiChange Right(std::optional<int32_t> selectedSeq);
-    // The set-aside list of the process in view has no line.
-    bool ToriokiListEmpty() const;
+    // Whether any part of the job has pieces set aside (by left or Down). OK and the close box
+    // are allowed exactly while none has, however the pieces came back or the job was re-read.
+    bool AnyPartSetAside() const;
     // MaiChg before its dialog: the picked stack's position, remembered for the pick after
     // the change; none without a pick, or after message 15 while a rubber band is in force.
     std::optional<SheetCountStart> BeginSheetCount(const PalletDrawing& drawing);

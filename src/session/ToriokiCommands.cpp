@@ -1,6 +1,8 @@
 // The commands between the pallets and the set-aside area: left and right.
 #include <unordered_set>
 
+#include <algorithm>
+
 #include "app/Codes.h"
 #include "placement/CKs_Haichi.h"
 #include "session/JobSession.h"
@@ -38,12 +40,9 @@ std::vector<HaichiInfo*> LiveOnce(CKestoApp& app, const std::vector<HaichiInfo*>
 
 }  // namespace
 
-bool JobSession::ToriokiListEmpty() const {
-    for (const PartsInfo& part : app_.PartsList) {
-        if (part.KouteiNo == app_.CurrentKoutei && InTorioki(part))
-            return false;
-    }
-    return true;
+bool JobSession::AnyPartSetAside() const {
+    return std::any_of(app_.PartsList.begin(), app_.PartsList.end(),
+                       [](const PartsInfo& part) { return part.PiecesSetAside > 0; });
 }
 
 ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
@@ -66,7 +65,7 @@ ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
     drawing.PickHistory.clear();
     // The freed corners serve again: the process's marks are rebuilt from the stacks left.
     CKs_Haichi(app_, services_).RebuildCorners(app_.KouteiAt(app_.CurrentKoutei), {});
-    return {true, ToriokiListEmpty()};
+    return {true};
 }
 
 ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq) {
@@ -96,7 +95,7 @@ ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq) {
             part->PiecesPlaced == placedBefore ? kaku::kNothingPlacedBack : kaku::kPartlyPlaced;
         app_.ShowKaku(services_.Op, message, kaku::kNone);
     }
-    return {true, ToriokiListEmpty()};
+    return {true};
 }
 
 }  // namespace kesto

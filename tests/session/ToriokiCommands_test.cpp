@@ -16,11 +16,11 @@ class LeftTest : public TwoPartsTest {
 };
 
 TEST_F(LeftTest, PickedStackGoesToTheSetAsideArea) {
-    ASSERT_TRUE(session.ToriokiListEmpty());
+    ASSERT_FALSE(session.AnyPartSetAside());
     Click(980, 833);  // a, (930, 808)-(1030, 858)
     const ToriokiChange change = Left();
     EXPECT_TRUE(change.Changed);
-    EXPECT_FALSE(change.ToriokiEmpty);
+    EXPECT_TRUE(session.AnyPartSetAside());
     EXPECT_EQ(partA.PiecesPlaced, 3);
     EXPECT_EQ(partA.PiecesSetAside, 3);
     EXPECT_EQ(job.StacksOf(partA), std::vector<HaichiInfo*>({&a2}));
@@ -75,12 +75,12 @@ TEST_F(LeftTest, ThreePickedStacksAllGoAndTheListIsNoLongerEmpty) {
     HaichiInfo& sc = Stack(c, 0, 990, 160, 1, kCornerMaxMax);
     HaichiInfo& sd = Stack(d, 0, 790, 10, 4, kCornerMinMin);
     Show();
-    ASSERT_TRUE(session.ToriokiListEmpty());
+    ASSERT_FALSE(session.AnyPartSetAside());
     Click(980, 833);
     ASSERT_EQ(drawing.PickHistory, std::vector<HaichiInfo*>({&a, &sc, &sd}));
     const ToriokiChange change = Left();
     EXPECT_TRUE(change.Changed);
-    EXPECT_FALSE(change.ToriokiEmpty);
+    EXPECT_TRUE(session.AnyPartSetAside());
     EXPECT_EQ(c.PiecesSetAside, 1);
     EXPECT_EQ(d.PiecesSetAside, 4);
     EXPECT_EQ(d.PiecesPlaced, 0);
@@ -108,12 +108,13 @@ TEST_F(LeftTest, RecordThatIsNoLongerAStackIsLeftAlone) {
     EXPECT_EQ(partA.PiecesSetAside, 3);
 }
 
-TEST_F(LeftTest, SetAsideListCountsOnlyTheProcessInView) {
+TEST_F(LeftTest, PartsLeftShortAreNotSetAsideButAnyProcessesSetAsidePiecesAre) {
     partA.KouteiNo = 2;
     partA.PiecesPlaced = 1;
-    EXPECT_TRUE(session.ToriokiListEmpty());
     partB.PiecesPlaced = 1;
-    EXPECT_FALSE(session.ToriokiListEmpty());
+    EXPECT_FALSE(session.AnyPartSetAside());
+    partA.PiecesSetAside = 1;
+    EXPECT_TRUE(session.AnyPartSetAside());
 }
 
 // --- right ------------------------------------------------------------------------------------
@@ -140,7 +141,7 @@ TEST_F(RightTest, PartGoesBackOntoThePalletsAndTheListEmpties) {
     PartsInfo& p = SetAside(2);
     const ToriokiChange change = session.Right(p.Seq);
     EXPECT_TRUE(change.Changed);
-    EXPECT_TRUE(change.ToriokiEmpty);
+    EXPECT_FALSE(session.AnyPartSetAside());
     EXPECT_EQ(p.Destination, 0);
     EXPECT_EQ(p.PiecesSetAside, 0);
     EXPECT_EQ(p.PiecesPlaced, 2);
@@ -202,7 +203,8 @@ TEST_F(RightTest, NothingPlacedShowsMessage9) {
     FillPalletOne(0);
     const ToriokiChange change = session.Right(p.Seq);
     EXPECT_TRUE(change.Changed);
-    EXPECT_FALSE(change.ToriokiEmpty);
+    // Its pieces are no longer set aside: left short, it does not hold OK back.
+    EXPECT_FALSE(session.AnyPartSetAside());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{9, 0}}));
     EXPECT_EQ(p.Destination, 0);
     EXPECT_EQ(p.PiecesSetAside, 0);
@@ -222,7 +224,7 @@ TEST_F(RightTest, OtherPartsStillSetAsideKeepTheListFull) {
     SetAside(1);
     const ToriokiChange change = session.Right(p.Seq);
     EXPECT_TRUE(change.Changed);
-    EXPECT_FALSE(change.ToriokiEmpty);
+    EXPECT_TRUE(session.AnyPartSetAside());
 }
 
 }  // namespace

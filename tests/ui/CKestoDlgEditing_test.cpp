@@ -332,6 +332,8 @@ TEST(CKestoDlgEditing, LeftDisablesOkAndRightEnablesItAgain) {
     ASSERT_EQ(w.List("LIST-TORIOKI")->count(), 1);
     EXPECT_TRUE(w.List("LIST-TORIOKI")->item(0)->text().startsWith("001    5/10"));
     EXPECT_EQ(w.Picture(680, 628), colour::kPalletFrame);
+    // Nothing is picked any more, and the information panel describes nothing.
+    EXPECT_EQ(PanelTextPixels(w.job.Dialog->PartsInfoPanel()->Image()), 0);
     // The close box is refused while OK is disabled.
     EXPECT_FALSE(w.job.Dialog->close());
     EXPECT_FALSE(w.job.Session->Ended());
@@ -342,6 +344,24 @@ TEST(CKestoDlgEditing, LeftDisablesOkAndRightEnablesItAgain) {
     EXPECT_EQ(w.StackNo(0).Part->PiecesPlaced, 10);
     EXPECT_EQ(w.Picture(680, 628), colour::kPartNormal);
     EXPECT_TRUE(w.job.Svc.Op.KakuNumbers.empty());
+}
+
+// Retry and Auto read the job again: nothing is set aside any more, so OK is allowed again.
+TEST(CKestoDlgEditing, LeftThenRetryOrAutoAllowsOkAgain) {
+    for (const char* reload : {"B-RETRY", "B-AUTO"}) {
+        EditingWindow w;
+        ASSERT_TRUE(w.opened);
+        QPushButton* ok = w.Button("B-OK");
+        QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
+        w.Click({830, 718});
+        QTest::mouseClick(w.Button("B-PTOT"), Qt::LeftButton);
+        ASSERT_FALSE(ok->isEnabled());
+        QTest::mouseClick(w.Button(reload), Qt::LeftButton);
+        EXPECT_TRUE(ok->isEnabled()) << reload;
+        // The close box ends the job again, as Cancel.
+        w.job.Dialog->close();
+        EXPECT_TRUE(w.job.Session->Ended()) << reload;
+    }
 }
 
 TEST(CKestoDlgEditing, LeftWithABandInForceShowsMessage15) {

@@ -106,7 +106,8 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void ConnectCommands();
     // The drawing area's mouse editing and the left and right buttons.
     void ConnectEditing();
-    void SetOkEnabled(bool enabled);
+    // OK and the close box follow whether any part is set aside.
+    void FollowSetAside();
     // Refuses the close box while OK is disabled.
     bool eventFilter(QObject* watched, QEvent* event) override;
     void ConnectPartsAll();

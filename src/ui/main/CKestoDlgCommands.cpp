@@ -78,6 +78,7 @@ void CKestoDlg::OnDown() {
         return;
     CommonRefresh();
     RefreshPartsAll();
+    FollowSetAside();
 }
 
 void CKestoDlg::OnUp() {
@@ -86,6 +87,7 @@ void CKestoDlg::OnUp() {
     CommonRefresh();
     partsView_->ShowSize(kNoPartSize, kNoPartSize);
     RefreshPartsAll();
+    FollowSetAside();
 }
 
 void CKestoDlg::OnSelectTorioki() {
@@ -185,6 +187,7 @@ void CKestoDlg::ShowReloadedJob() {
     drawArea_->Drawing().Picked = nullptr;
     drawArea_->Refresh();
     drawArea_->Drawing().LastPicked = nullptr;
+    FollowSetAside();
     EndIfJobEnded();
 }
 

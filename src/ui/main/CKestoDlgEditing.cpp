@@ -48,9 +48,9 @@ void CKestoDlg::OnLeft() {
     partsView_->ShowSize(kNoPartSize, kNoPartSize);
     drawArea_->Refresh();
     RefreshPartsAll();
-    // The job cannot be ended while parts are set aside.
-    if (!change.ToriokiEmpty)
-        SetOkEnabled(false);
+    // Nothing is picked any more: the information panel no longer describes the stacks.
+    partsInfo_->Refresh();
+    FollowSetAside();
 }
 
 void CKestoDlg::OnRight() {
@@ -61,8 +61,7 @@ void CKestoDlg::OnRight() {
     partsView_->ShowSize(kNoPartSize, kNoPartSize);
     drawArea_->Refresh();
     RefreshPartsAll();
-    if (change.ToriokiEmpty)
-        SetOkEnabled(true);
+    FollowSetAside();
 }
 
 void CKestoDlg::OnMaiChg() {
@@ -93,8 +92,9 @@ void CKestoDlg::ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rec
     drawArea_->ShowRefusal(rects, DecodeText(DropRefusalText(why, session_.Svc().Messages)));
 }
 
-void CKestoDlg::SetOkEnabled(bool enabled) {
-    Control(kOk)->setEnabled(enabled);
+void CKestoDlg::FollowSetAside() {
+    // The job cannot be ended while parts are set aside, and can again once none is.
+    Control(kOk)->setEnabled(!session_.AnyPartSetAside());
 }
 
 bool CKestoDlg::eventFilter(QObject* watched, QEvent* event) {
