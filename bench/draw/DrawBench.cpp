@@ -187,6 +187,7 @@ class BenchAreaView : public DrawAreaView {
     void SyncPartList(const std::vector<int32_t>&) override {}
     void SelectPartsAllLine(int32_t) override {}
     void RefreshInfoPanel() override {}
+    void ShowRefusedDrop(DropRefusal, const std::vector<IntRect>&) override {}
 
     std::vector<IntRect> Image;
 
