@@ -1,6 +1,8 @@
 // The readers of the pallet definition file, the job file and the part outline files.
 #pragma once
 
+#include <vector>
+
 #include <cstdio>
 
 #include "app/CKestoApp.h"
@@ -23,5 +25,8 @@ void SortParts(CKestoApp& app, Operator& op);
 // Reads part.OutlinePath into part.Shapes. 1 on success, 0 when missing or unreadable
 // (ErrorCode 9026 when the file exists but cannot be opened).
 int ReadOutline(CKestoApp& app, PartsInfo& part);
+// Reads the outlines of these parts, several at once, with the outcome ReadOutline would give
+// for each in turn; a part whose outline is not read gets HasOutline 0.
+void ReadOutlines(CKestoApp& app, const std::vector<PartsInfo*>& parts);
 
 }  // namespace kesto

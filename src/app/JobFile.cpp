@@ -1,5 +1,6 @@
 #include <new>
 #include <string>
+#include <vector>
 
 #include "app/Codes.h"
 #include "app/InputReaders.h"
@@ -93,21 +94,22 @@ void FillPart(PartsInfo& part, const FieldList& f) {
     part.PieceHeight = AtoF(f[20]);
 }
 
-bool AddPart(CKestoApp& app, const FieldList& f) {
+// outlines: the parts whose outline is read once the file is read.
+bool AddPart(CKestoApp& app, const FieldList& f, std::vector<PartsInfo*>& outlines) {
     PartsInfo* part = AppendRecord(app, app.PartsList, error::kNoMemoryForPart);
     if (part == nullptr)
         return false;
     part->Seq = app.PartsList.Count + 1;
     FillPart(*part, f);
     ++app.PartsList.Count;
-    // A part without a readable outline is drawn without one; the job goes on.
-    if (part->HasOutline == 1 && ReadOutline(app, *part) == 0)
-        part->HasOutline = 0;
+    if (part->HasOutline == 1)
+        outlines.push_back(part);
     return true;
 }
 
 // fields: the split's work space, kept over the lines of the file.
-bool AddRecord(CKestoApp& app, Section section, const std::string& line, FieldList& fields) {
+bool AddRecord(CKestoApp& app, Section section, const std::string& line, FieldList& fields,
+               std::vector<PartsInfo*>& outlines) {
     SplitLine(line, fields);
     switch (section) {
         case Section::Box:
@@ -115,7 +117,7 @@ bool AddRecord(CKestoApp& app, Section section, const std::string& line, FieldLi
         case Section::Koutei:
             return AddKoutei(app, fields);
         case Section::Parts:
-            return AddPart(app, fields);
+            return AddPart(app, fields, outlines);
         case Section::None:
             break;
     }
@@ -139,16 +141,19 @@ int ReadJobLines(CKestoApp& app, std::FILE* file) {
     Section section = Section::None;
     std::string line;
     FieldList fields;
+    std::vector<PartsInfo*> outlines;
     while (ReadLine(line, file) != -1) {
         TrimLine(line, 3);
         if (section == Section::None) {
             section = SectionOf(line);
         } else if (line == "#End") {
             section = Section::None;
-        } else if (!AddRecord(app, section, line, fields)) {
+        } else if (!AddRecord(app, section, line, fields, outlines)) {
             return 0;
         }
     }
+    // A part without a readable outline is drawn without one; the job goes on.
+    ReadOutlines(app, outlines);
     return 1;
 }
 

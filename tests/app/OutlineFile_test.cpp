@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "app/InputReaders.h"
 #include "common/AllocFailure.h"
@@ -169,6 +170,44 @@ TEST_F(OutlineFileTest, NoMemoryForTheElementsFails) {
     }
     EXPECT_EQ(result, 0);
     EXPECT_EQ(part.ShapeCount, 0);
+    EXPECT_EQ(app.ErrorCode, 0);
+}
+
+// 200 parts, enough to be read by several threads: every third outline has i + 1 lines, every
+// third is missing, every third cannot be opened. Each part ends as ReadOutline alone leaves it.
+TEST_F(OutlineFileTest, ManyOutlinesReadAtOnceEndAsReadOneByOne) {
+    std::vector<PartsInfo> parts(200);
+    std::vector<PartsInfo*> pointers;
+    for (size_t i = 0; i < parts.size(); ++i) {
+        PartsInfo& p = parts[i];
+        p.HasOutline = 1;
+        p.ShapeCount = 7;
+        const std::string name = "shape/" + std::to_string(i);
+        if (i % 3 == 0) {
+            std::string lines;
+            for (size_t n = 0; n <= i; ++n)
+                lines += "Line 0 0 0 0 1 1 1 1\n";
+            p.OutlinePath = installation.Write(name + ".txt", lines);
+        } else if (i % 3 == 1) {
+            p.OutlinePath = installation.Path(name + ".none");
+        } else {
+            p.OutlinePath = installation.Path(name + ".sock");
+            test::MakeUnopenable(p.OutlinePath);
+        }
+        pointers.push_back(&p);
+    }
+    ReadOutlines(app, pointers);
+    EXPECT_EQ(app.ErrorCode, 9026);
+    for (size_t i = 0; i < parts.size(); ++i) {
+        const int32_t lines = i % 3 == 0 ? static_cast<int32_t>(i + 1) : 0;
+        EXPECT_EQ(parts[i].HasOutline, i % 3 == 0 ? 1 : 0) << i;
+        EXPECT_EQ(parts[i].ShapeCount, lines) << i;
+        EXPECT_EQ(parts[i].Shapes.size(), static_cast<size_t>(lines)) << i;
+    }
+}
+
+TEST_F(OutlineFileTest, ReadingNoOutlinesChangesNothing) {
+    ReadOutlines(app, {});
     EXPECT_EQ(app.ErrorCode, 0);
 }
 
