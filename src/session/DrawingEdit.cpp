@@ -326,8 +326,8 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
             engine.MoveGroup(koutei, d_.PickHistory, r.Left, r.Top, r.Right, r.Bottom,
                              app_.IsDirect, drop);
             // Put back where it was picked up, nothing had to move.
-            const bool inPlace = std::abs(r.Left - d_.PickRect.Left) <= kSamePlace &&
-                                 std::abs(r.Top - d_.PickRect.Top) <= kSamePlace;
+            const bool inPlace = std::abs(r.Left - d_.PickRect.Left) <= kPutBackPixels &&
+                                 std::abs(r.Top - d_.PickRect.Top) <= kPutBackPixels;
             if (Positions(d_.PickHistory) == before && !inPlace)
                 refused = OnAPallet(r) ? DropRefusal::NoRoom : DropRefusal::OffThePallets;
         } else {

@@ -53,7 +53,7 @@ class DrawAreaView {
 // MoveCount restarts at 1 after this many moves.
 inline constexpr int32_t kMoveCountWrap = 30000;
 // A drop this close to where the stack was picked up puts it back, it is not refused.
-inline constexpr int32_t kSamePlace = 2;
+inline constexpr int32_t kPutBackPixels = 2;
 // LastMouse when no drag image was drawn.
 inline constexpr IntPoint kNoMouse{-1000, -1000};
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -87,7 +88,10 @@ class JobSession {
     ToriokiChange Left(PalletDrawing& drawing, Canvas& canvas);
     // right: the selected set-aside part back onto the pallets in view (messages 7, 13/14, and
     // 9 or 10 when it does not fit wholly).
-    ToriokiChange Right(std::optional<int32_t> selectedSeq);
+    // refreshed runs once the part is back, before message 9 or 10 reports what was not: the
+    // operator reads the message over the lists and the drawing as they now stand.
+    ToriokiChange Right(std::optional<int32_t> selectedSeq,
+                        const std::function<void()>& refreshed = {});
     // Whether any part of the job has pieces set aside (by left or Down). OK and the close box
     // are allowed exactly while none has, however the pieces came back or the job was re-read.
     bool AnyPartSetAside() const;

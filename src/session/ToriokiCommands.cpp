@@ -68,7 +68,8 @@ ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
     return {true};
 }
 
-ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq) {
+ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq,
+                                const std::function<void()>& refreshed) {
     if (app_.PartsList.Empty())
         return {};
     if (!selectedSeq) {
@@ -90,6 +91,8 @@ ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq) {
     CKs_Haichi(app_, services_)
         .PlaceOnePart(part, app_.KouteiAt(app_.CurrentKoutei), stacking::kPalletsInView);
     app_.SkipShareOut = 0;
+    if (refreshed)
+        refreshed();
     if (part->PiecesPlaced != part->Quantity) {
         const int32_t message =
             part->PiecesPlaced == placedBefore ? kaku::kNothingPlacedBack : kaku::kPartlyPlaced;

@@ -3,6 +3,7 @@
 // table. Each test makes its own, so tests run in parallel without sharing anything.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -20,6 +21,8 @@ class RecordingOperator : public Operator {
     void ShowMessageBox(const std::string& text) override { Messages.push_back(text); }
     int AskKaku(int no1, int no2) override {
         KakuNumbers.emplace_back(no1, no2);
+        if (OnAsk)
+            OnAsk(no1);
         return Answer;
     }
     bool AskOffsetWarning(const std::string& text) override {
@@ -28,6 +31,8 @@ class RecordingOperator : public Operator {
     }
 
     int Answer;  // 1 OK, 2 Cancel
+    // Runs while a numbered message is up: what the operator sees behind it.
+    std::function<void(int no1)> OnAsk;
     std::vector<std::string> Messages;
     std::vector<std::pair<int, int>> KakuNumbers;
     std::vector<std::string> Warnings;

@@ -210,6 +210,16 @@ TEST_F(RightTest, NothingPlacedShowsMessage9) {
     EXPECT_EQ(p.PiecesSetAside, 0);
 }
 
+// The window shows the lists and the drawing again before the message reports the outcome.
+TEST_F(RightTest, TheRefreshComesBeforeMessage9) {
+    PartsInfo& p = SetAside(2);
+    FillPalletOne(0);
+    std::vector<std::string> order;
+    op.OnAsk = [&](int no1) { order.push_back("message " + std::to_string(no1)); };
+    session.Right(p.Seq, [&] { order.push_back("refresh"); });
+    EXPECT_EQ(order, (std::vector<std::string>{"refresh", "message 9"}));
+}
+
 // Two pieces, one a stack, and one free cell: the second stack finds no corner left in it.
 TEST_F(RightTest, SomePiecesPlacedShowsMessage10) {
     PartsInfo& p = SetAside(2, 1);

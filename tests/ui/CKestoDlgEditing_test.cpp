@@ -21,7 +21,9 @@
 #include "common/EventCounter.h"
 #include "common/WindowJob.h"
 #include "ui/dialogs/CKs_MaiDlg.h"
+#include "ui/dialogs/CKs_PartsAllDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
+#include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
 #include "view/Colours.h"
 
@@ -346,6 +348,26 @@ TEST(CKestoDlgEditing, LeftDisablesOkAndRightEnablesItAgain) {
     EXPECT_TRUE(w.job.Svc.Op.KakuNumbers.empty());
 }
 
+// left refreshes the lists the stacks left and joined, the drawing and the panels of the pick,
+// but not the part view: the set-aside part shown there stays shown.
+TEST(CKestoDlgEditing, LeftLeavesThePartViewAsItWas) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
+    w.Click({830, 718});
+    QTest::mouseClick(w.Button("B-PTOT"), Qt::LeftButton);
+    w.List("LIST-TORIOKI")->setCurrentRow(0);
+    const QImage shown = w.job.Dialog->PartsViewPanel()->Image();
+    ASSERT_GT(PanelTextPixels(shown), 0);
+    const std::optional<IntRect> other = w.Drawing().ScreenRect(w.StackNo(0));
+    ASSERT_TRUE(other.has_value());
+    w.Click({(other->Left + other->Right) / 2, (other->Top + other->Bottom) / 2});
+    ASSERT_NE(w.Drawing().Picked, nullptr);
+    QTest::mouseClick(w.Button("B-PTOT"), Qt::LeftButton);
+    EXPECT_EQ(w.Drawing().Picked, nullptr);
+    EXPECT_EQ(w.job.Dialog->PartsViewPanel()->Image(), shown);
+}
+
 // Retry and Auto read the job again: nothing is set aside any more, so OK is allowed again.
 TEST(CKestoDlgEditing, LeftThenRetryOrAutoAllowsOkAgain) {
     for (const char* reload : {"B-RETRY", "B-AUTO"}) {
@@ -402,9 +424,15 @@ TEST(CKestoDlgEditing, MaiChgStacksThePickedPartAgainWithTheNewCount) {
     ASSERT_EQ(w.Drawing().Picked, &w.StackNo(0));
     // Ten pieces of 10 high under the limit of 500: ten fit, so the dialog gives 10 and asks
     // 206/207 because that differs from the five it opened with.
+    // A mark on the all-parts dialog's first line: MaiChg does not fill that dialog again.
+    QTest::mouseClick(w.Button("B-INFO"), Qt::LeftButton);
+    QListWidget* partsAll = w.job.Dialog->PartsAllDialog()->List();
+    ASSERT_GT(partsAll->count(), 0);
+    partsAll->item(0)->setText("mark");
     AnswerSheetCount(*w.job.Dialog, "10");
     QTest::mouseClick(w.Button("B-MAICHG"), Qt::LeftButton);
     EXPECT_EQ(w.job.Svc.Op.KakuNumbers, (std::vector<std::pair<int, int>>{{206, 207}}));
+    EXPECT_EQ(partsAll->item(0)->text(), "mark");
     // A1 now stands in one stack of ten, in the first corner the cell offers (X 950, Y 50);
     // its own limit of five is back.
     std::vector<const HaichiInfo*> a1;

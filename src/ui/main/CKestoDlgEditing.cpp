@@ -44,8 +44,9 @@ void CKestoDlg::OnLeft() {
     drawArea_->Draw([&](Canvas& canvas) { change = session_.Left(drawArea_->Drawing(), canvas); });
     if (!change.Changed)
         return;
-    CommonRefresh();
-    partsView_->ShowSize(kNoPartSize, kNoPartSize);
+    // The lists the stacks left and joined; the small boxes and the part view stay as they are.
+    FillAllParts(app_.CurrentKoutei);
+    FillTorioki(app_.CurrentKoutei);
     drawArea_->Refresh();
     RefreshPartsAll();
     // Nothing is picked any more: the information panel no longer describes the stacks.
@@ -54,14 +55,13 @@ void CKestoDlg::OnLeft() {
 }
 
 void CKestoDlg::OnRight() {
-    const ToriokiChange change = session_.Right(SelectedSeq(torioki_));
-    if (!change.Changed)
-        return;
-    CommonRefresh();
-    partsView_->ShowSize(kNoPartSize, kNoPartSize);
-    drawArea_->Refresh();
-    RefreshPartsAll();
-    FollowSetAside();
+    session_.Right(SelectedSeq(torioki_), [this] {
+        CommonRefresh();
+        partsView_->ShowSize(kNoPartSize, kNoPartSize);
+        drawArea_->Refresh();
+        RefreshPartsAll();
+        FollowSetAside();
+    });
 }
 
 void CKestoDlg::OnMaiChg() {
@@ -82,7 +82,6 @@ void CKestoDlg::OnMaiChg() {
     const bool partShort = session_.ApplySheetCount(drawing, *start, count);
     CommonRefresh();
     drawArea_->Refresh();
-    RefreshPartsAll();
     drawArea_->DrawParts(drawmode::kHighlight);
     if (partShort)
         session_.ReportPartlyPlaced();
