@@ -97,9 +97,8 @@ bool DrawingEdit::StartBandFromPick(Canvas& canvas, int32_t x, int32_t y) {
 }
 
 void DrawingEdit::ShiftInBand(Canvas& canvas, int32_t x, int32_t y) {
+    // The hit test leaves Picked on the record hit, so that MaiChg and left work on it.
     HaichiInfo* hit = PointTestKeepingBand(canvas, x, y);
-    // The band is the selection: the record just hit must not stay lit as a single pick.
-    d_.Picked = nullptr;
     if (hit != nullptr && PalletOf(*hit) == PalletOf(*d_.BandList.front().Record)) {
         const auto it = FindEntry(d_.BandList, hit);
         if (it != d_.BandList.end()) {

@@ -318,7 +318,9 @@ TEST_F(BandTest, ShiftClickAddsAndRemovesStacksOfTheSamePallet) {
     Click(670, 833, true);
     ASSERT_EQ(drawing.BandList.size(), 1u);
     EXPECT_EQ(drawing.BandList[0].Record, &a);
-    EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq}));
+    // b, just hit, stays Picked: its line is selected with the band's.
+    EXPECT_EQ(drawing.Picked, &b);
+    EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq, partB.Seq}));
     EXPECT_EQ(drawing.BandActive, 1);
 }
 
@@ -329,7 +331,8 @@ TEST_F(BandTest, RemovingTheLastStackWithShiftEndsTheBand) {
     EXPECT_TRUE(drawing.BandList.empty());
     EXPECT_EQ(drawing.BandActive, 0);
     EXPECT_EQ(drawing.LastPicked, nullptr);
-    EXPECT_EQ(drawing.Picked, nullptr);
+    // The hit test left Picked on a, so MaiChg and left still work on it.
+    EXPECT_EQ(drawing.Picked, &a);
 }
 
 TEST_F(BandTest, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {

@@ -298,8 +298,11 @@ TEST(CKestoDlgEditing, RemovingTheLastBandStackWithShiftEndsTheBand) {
     w.Click({830, 718}, Qt::ShiftModifier);
     EXPECT_EQ(w.Drawing().BandActive, 0);
     EXPECT_TRUE(w.Drawing().BandList.empty());
-    EXPECT_EQ(w.Picture(680, 628), colour::kPartNormal);
-    EXPECT_TRUE(w.Selected("LIST-PTALL").isEmpty());
+    // The stack hit stays picked, as the hit test left it: lit, its line selected, and MaiChg
+    // or left work on it.
+    EXPECT_EQ(w.Drawing().Picked, &w.StackNo(0));
+    EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
+    EXPECT_EQ(w.Selected("LIST-PTALL").size(), 1);
 }
 
 TEST(CKestoDlgEditing, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
