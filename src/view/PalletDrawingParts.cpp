@@ -204,9 +204,9 @@ bool DrawBase(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int 
         case drawmode::kHighlight:
             return DrawHighlighted(d, canvas, app, h, r);
         case drawmode::kUnhighlight: {
-            // A band selection replaces the single pick while it is in force.
-            const bool back = d.BandActive != 0 ? BandHasPart(d.BandList, h.Part)
-                                                : (&h == d.LastPicked || SamePart(d.LastPicked, h));
+            // The band's parts, and the last pick's part, whose highlight may still be shown.
+            const bool back = (d.BandActive != 0 && BandHasPart(d.BandList, h.Part)) ||
+                              &h == d.LastPicked || SamePart(d.LastPicked, h);
             if (back)
                 DrawNormal(d, canvas, app, h, r);
             return back;

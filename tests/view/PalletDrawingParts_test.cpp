@@ -457,6 +457,18 @@ TEST_F(Highlights, UnhighlightWithTheRubberBandRedrawsTheBandsParts) {
     ExpectFill(rects[0], kRail, colour::kMarkedNormal);
 }
 
+// The previous pick's part is drawn back too, so its highlight does not stay on screen.
+TEST_F(Highlights, UnhighlightWithTheRubberBandAlsoRedrawsTheLastPickedPart) {
+    drawing.BandActive = 1;
+    drawing.BandList.push_back(BandEntry{b, kRail});
+    drawing.LastPicked = a;
+    const auto rects = Draw(drawmode::kUnhighlight);
+    ASSERT_EQ(3u, rects.size());
+    ExpectFill(rects[0], kBracket, colour::kPartNormal);
+    ExpectFill(rects[1], kRail, colour::kMarkedNormal);
+    ExpectFill(rects[2], kBracketFar, colour::kPartNormal);
+}
+
 TEST_F(Highlights, AllNormalRedrawsEveryStack) {
     drawing.Picked = a;
     const auto rects = Draw(drawmode::kAllNormal);
