@@ -226,7 +226,7 @@ bool DrawBase(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int 
 
 // The stacked pieces of a 3D stack, two pixels up and left per piece; returns the top layer.
 IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, int mode, const HaichiInfo& h,
-                   const IntRect& r) {
+                   const IntRect& r, bool drawn) {
     const bool fills =
         mode == drawmode::kAll || mode == drawmode::kHighlight || mode == drawmode::kUnhighlight;
     const PartsInfo& part = *h.Part;
@@ -242,7 +242,7 @@ IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, int mode, const Haich
                 FillPart(canvas, layer, part, colour::kPicked);
             else if (SamePart(d.Picked, h))
                 FillPart(canvas, layer, part, colour::kSamePart);
-        } else if (mode == drawmode::kPartPieces) {
+        } else if (mode == drawmode::kPartPieces && drawn) {
             FillPart(canvas, layer, part, colour::kSamePart, kBlackPen);
         }
     }
@@ -266,11 +266,13 @@ void PalletDrawing::DrawParts(Canvas& canvas, int mode, int32_t x, int32_t y) {
         const std::optional<IntRect> r = ScreenRect(h);
         if (!r)
             continue;
-        // A stack the mode does not recolour stays on the picture as it is: its layers and
-        // label are not painted again, which keeps a highlight change cheap on a full table.
-        if (!DrawBase(*this, canvas, app_, mode, h, *r))
+        // Flat, a stack the mode does not recolour stays on the picture as it is, which keeps
+        // a highlight change cheap on a full table. In 3D every stack's layers and label are
+        // painted again in list order, so that the stacks keep covering each other as before.
+        const bool drawn = DrawBase(*this, canvas, app_, mode, h, *r);
+        if (!drawn && app_.Is3D != 1)
             continue;
-        const IntRect top = app_.Is3D == 1 ? DrawLayers(*this, canvas, mode, h, *r) : *r;
+        const IntRect top = app_.Is3D == 1 ? DrawLayers(*this, canvas, mode, h, *r, drawn) : *r;
         DrawPartLabel(canvas, top, h, font);
     }
     const bool section = app_.PalletMode == view::kDanmen || app_.PalletMode == view::kTwoPallet;

@@ -3,6 +3,8 @@
 // pixels are worked out by hand from the projection and the drawing rules.
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "common/RecordingCanvasQueries.h"
 #include "view/Colours.h"
 #include "view/DisplayList.h"
@@ -406,26 +408,31 @@ TEST_F(Highlights, HighlightDrawsThePickedStackAndTheOtherPiecesOfItsPart) {
     ExpectFill(rects[0], kRail, colour::kMarkedPicked);
 }
 
-TEST_F(Highlights, InThreeDOnlyTheRecolouredStacksGetTheirLayersAndLabelsAgain) {
+TEST_F(Highlights, InThreeDEveryStackGetsItsLayersAndLabelAgainInListOrder) {
     job.app.Is3D = 1;
     drawing.Picked = a;
     canvas.Clear();
     drawing.DrawParts(canvas, drawmode::kHighlight);
-    // BRACKET (7 pieces): base, layers 2..7 and the top highlight; BRACKET far (2 pieces):
-    // base, layer 2 and its top highlight: 1 + 6 + 1 + 1 + 1 + 1 = 11. RAIL keeps what the
-    // full drawing left on the picture.
+    // BRACKET (7 pieces): base, layers 2..7 and the top highlight (8); RAIL (4 pieces, not
+    // recoloured): its layers 2..4 only (3); BRACKET far (2 pieces): base, layer 2 and its top
+    // highlight (3). In list order, so that the stacks cover each other as in the full drawing.
     const auto rects = test::Rectangles(canvas);
-    ASSERT_EQ(11u, rects.size());
-    for (const Primitive& r : rects)
-        EXPECT_FALSE(r.Rect == kRail);
+    ASSERT_EQ(14u, rects.size());
     // The top layer of BRACKET sits 2 x 6 pixels up and left of its base.
     EXPECT_EQ((IntRect{198, 528, 376, 640}), rects[7].Rect);
     EXPECT_EQ(colour::kPicked, rects[7].Fill);
-    // Labels only on the two top layers: BRACKET's from x 198, BRACKET far's from 617 - 2.
-    const auto labels = test::Labels(canvas);
-    ASSERT_FALSE(labels.empty());
-    for (const Primitive& label : labels)
-        EXPECT_TRUE(label.Rect.Left == 198 || label.Rect.Left == 615) << label.Rect.Left;
+    // RAIL's first layer, 2 pixels up and left of its base, in its marked normal colour.
+    EXPECT_EQ((IntRect{289, 495, 437, 606}), rects[8].Rect);
+    EXPECT_EQ(colour::kMarkedNormal, rects[8].Fill);
+    EXPECT_EQ((IntRect{285, 491, 433, 602}), rects[10].Rect);
+    for (const Primitive& r : rects)
+        EXPECT_FALSE(r.Rect == kRail);  // its base is not drawn again
+    // A label on every top layer: BRACKET's from x 198, RAIL's from 291 - 6, BRACKET far's from
+    // 617 - 2.
+    std::set<int32_t> lefts;
+    for (const Primitive& label : test::Labels(canvas))
+        lefts.insert(label.Rect.Left);
+    EXPECT_EQ(lefts, (std::set<int32_t>{198, 285, 615}));
 }
 
 TEST_F(Highlights, HighlightWithTheRubberBand) {
