@@ -456,5 +456,18 @@ TEST(CKestoDlgEditing, MaiChgStacksThePickedPartAgainWithTheNewCount) {
     EXPECT_EQ(w.Picture(680, 128), colour::kPalletFrame);
 }
 
+// The block drawing toggle draws the cells, then the picked stack's highlight over them again.
+TEST(CKestoDlgEditing, BlockDrawingToggleRedrawsTheHitDisplay) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
+    w.Click({830, 718});
+    ASSERT_EQ(w.Picture(680, 628), colour::kPicked);
+    const int before = w.App().IsBlockDraw;
+    QTest::mouseClick(w.Button("B-BLOCKDRAW"), Qt::LeftButton);
+    EXPECT_NE(w.App().IsBlockDraw, before);
+    EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
+}
+
 }  // namespace
 }  // namespace kesto
