@@ -51,6 +51,12 @@ DrawingEdit::DrawingEdit(CKestoApp& app, const Services& services, PalletDrawing
 // --- press ----------------------------------------------------------------------------------
 
 void DrawingEdit::Press(Canvas& canvas, int32_t x, int32_t y, bool shift) {
+    const HaichiInfo* before = d_.Picked;
+    PressSteps(canvas, x, y, shift);
+    InfoFollowsPick(before);
+}
+
+void DrawingEdit::PressSteps(Canvas& canvas, int32_t x, int32_t y, bool shift) {
     x = Cut(x);
     y = Cut(y);
     DragAnchor = nullptr;
@@ -228,6 +234,12 @@ bool DrawingEdit::WithinOneSlot(const IntRect& band) const {
 // --- move -----------------------------------------------------------------------------------
 
 void DrawingEdit::Move(Canvas& canvas, int32_t x, int32_t y, bool leftButtonOnly) {
+    const HaichiInfo* before = d_.Picked;
+    MoveSteps(canvas, x, y, leftButtonOnly);
+    InfoFollowsPick(before);
+}
+
+void DrawingEdit::MoveSteps(Canvas& canvas, int32_t x, int32_t y, bool leftButtonOnly) {
     x = Cut(x);
     y = Cut(y);
     if (tracking_) {
@@ -388,6 +400,11 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
 }
 
 // --- shared -----------------------------------------------------------------------------------
+
+void DrawingEdit::InfoFollowsPick(const HaichiInfo* before) {
+    if (before != nullptr && d_.Picked == nullptr)
+        view_.RefreshInfoPanel();
+}
 
 void DrawingEdit::DirectSwitched() {
     d_.LastPicked = nullptr;

@@ -44,7 +44,7 @@ class DrawAreaView {
     virtual void SyncPartList(const std::vector<int32_t>& seqs) = 0;
     // Selects the part's line in the all-parts dialog.
     virtual void SelectPartsAllLine(int32_t seq) = 0;
-    // Describes the picked stack in the part information panel again.
+    // Describes the picked stack in the part information panel again (none: clears it).
     virtual void RefreshInfoPanel() = 0;
     // A drop moved nothing: says why, with the rectangles where they were dropped.
     virtual void ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rects) = 0;
@@ -87,6 +87,10 @@ class DrawingEdit {
     bool WithinOneSlot(const IntRect& band) const;
 
   private:
+    void PressSteps(Canvas& canvas, int32_t x, int32_t y, bool shift);
+    void MoveSteps(Canvas& canvas, int32_t x, int32_t y, bool leftButtonOnly);
+    // The information panel describes no stack once nothing is picked.
+    void InfoFollowsPick(const HaichiInfo* before);
     // Press steps: a single pick becoming a band, Shift and plain presses in a band, a pick.
     bool StartBandFromPick(Canvas& canvas, int32_t x, int32_t y);
     void ShiftInBand(Canvas& canvas, int32_t x, int32_t y);

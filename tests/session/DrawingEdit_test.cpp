@@ -92,6 +92,27 @@ TEST_F(DrawingEditTest, ClickOnNothingClearsThePickButKeepsTheLastOne) {
     EXPECT_FALSE(edit.Tracking());
 }
 
+// The information panel describes the picked stack: a press that picks nothing clears it, a
+// press that picks nothing while nothing was picked leaves it alone.
+TEST_F(DrawingEditTest, InformationPanelIsClearedOnceNothingIsPicked) {
+    Click(980, 833);
+    ASSERT_EQ(view.InfoRefreshes, 1);
+    Click(500, 300);
+    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(view.InfoRefreshes, 2);
+    Click(500, 300);
+    EXPECT_EQ(view.InfoRefreshes, 2);
+}
+
+TEST_F(DrawingEditTest, AbandonedDragClearsTheInformationPanel) {
+    edit.Press(canvas, 980, 833, false);
+    ASSERT_EQ(view.InfoRefreshes, 1);
+    edit.Move(canvas, 981, 833, true);
+    edit.Move(canvas, 980, 20, true);
+    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(view.InfoRefreshes, 2);
+}
+
 TEST_F(DrawingEditTest, PickingAnotherStackDrawsTheOldPickBack) {
     Click(980, 833);
     canvas.Clear();
@@ -333,6 +354,19 @@ TEST_F(BandTest, RemovingTheLastStackWithShiftEndsTheBand) {
     EXPECT_EQ(drawing.LastPicked, nullptr);
     // The hit test left Picked on a, so MaiChg and left still work on it.
     EXPECT_EQ(drawing.Picked, &a);
+}
+
+TEST_F(BandTest, ShiftClickInTheBandLeavesThePickOnTheStackHit) {
+    Band(1035, 790, 900, 860);
+    ASSERT_EQ(drawing.Picked, nullptr);
+    Click(670, 833, true);
+    EXPECT_EQ(drawing.Picked, &b);
+    ASSERT_EQ(drawing.BandList.size(), 2u);
+    EXPECT_EQ(drawing.BandActive, 1);
+    // A Shift-click on nothing in the band hits nothing: no pick.
+    Click(500, 300, true);
+    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(drawing.BandList.size(), 2u);
 }
 
 TEST_F(BandTest, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {

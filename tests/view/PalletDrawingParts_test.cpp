@@ -435,6 +435,45 @@ TEST_F(Highlights, InThreeDEveryStackGetsItsLayersAndLabelAgainInListOrder) {
     EXPECT_EQ(lefts, (std::set<int32_t>{198, 285, 615}));
 }
 
+TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
+    job.app.Is3D = 1;
+    drawing.LastPicked = c;
+    canvas.Clear();
+    drawing.DrawParts(canvas, drawmode::kUnhighlight);
+    // BRACKET and BRACKET far in normal colours with their layers; RAIL's layers alone:
+    // 1 + 6 + 3 + 1 + 1 = 12.
+    EXPECT_EQ(12u, test::Rectangles(canvas).size());
+    std::set<int32_t> lefts;
+    for (const Primitive& label : test::Labels(canvas))
+        lefts.insert(label.Rect.Left);
+    EXPECT_EQ((std::set<int32_t>{198, 285, 615}), lefts);
+
+    // Mode 4 fills no layers but the top one of the part's stacks (black pen); every stack is
+    // labelled.
+    drawing.Picked = a;
+    canvas.Clear();
+    drawing.DrawParts(canvas, drawmode::kPartPieces);
+    const auto rects = test::Rectangles(canvas);
+    ASSERT_EQ(4u, rects.size());
+    ExpectFill(rects[0], kBracket, colour::kSamePart);
+    ExpectFill(rects[1], IntRect{198, 528, 376, 640}, colour::kSamePart, Rgb{0, 0, 0});
+    ExpectFill(rects[2], kBracketFar, colour::kSamePart);
+    ExpectFill(rects[3], IntRect{615, 116, 793, 228}, colour::kSamePart, Rgb{0, 0, 0});
+    lefts.clear();
+    for (const Primitive& label : test::Labels(canvas))
+        lefts.insert(label.Rect.Left);
+    EXPECT_EQ((std::set<int32_t>{198, 285, 615}), lefts);
+}
+
+TEST_F(Highlights, FlatOnlyTheRecolouredStacksAreLabelledAgain) {
+    drawing.Picked = b;
+    canvas.Clear();
+    drawing.DrawParts(canvas, drawmode::kHighlight);
+    for (const Primitive& label : test::Labels(canvas))
+        EXPECT_EQ(kRail.Left, label.Rect.Left);
+    EXPECT_FALSE(test::Labels(canvas).empty());
+}
+
 TEST_F(Highlights, HighlightWithTheRubberBand) {
     drawing.BandActive = 1;
     drawing.BandList.push_back(BandEntry{a, kBracket});
