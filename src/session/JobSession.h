@@ -99,11 +99,11 @@ class JobSession {
     // the change; none without a pick, or after message 15 while a rubber band is in force.
     std::optional<SheetCountStart> BeginSheetCount(const PalletDrawing& drawing);
     // MaiChg after its dialog gave newCount: the picked part re-stacked with newCount pieces
-    // per stack, its stacks picked again (LastPicked the one nearest the remembered place).
-    // true when the part is now short (message 10 is then ReportPartlyPlaced's).
-    bool ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& start, int32_t newCount);
-    // Message 10: only some of the part's pieces could be placed.
-    void ReportPartlyPlaced();
+    // per stack and its stacks picked again; refreshed runs next, then message 10 when the part
+    // is now short (the result), and last LastPicked becomes the stack nearest the remembered
+    // place.
+    bool ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& start, int32_t newCount,
+                         const std::function<void()>& refreshed = {});
     // Each part's placed count by Seq (1000 entries), as Auto carries it over.
     std::vector<int> KeepTable() const;
     // The small box shown after a reset: box 1, 2 or 3, whichever is defined first.

@@ -26,7 +26,7 @@ std::optional<SheetCountStart> JobSession::BeginSheetCount(const PalletDrawing& 
 }
 
 bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& start,
-                                 int32_t newCount) {
+                                 int32_t newCount, const std::function<void()>& refreshed) {
     if (drawing.Picked == nullptr || drawing.Picked->Part == nullptr)
         return false;
     PartsInfo* part = drawing.Picked->Part;
@@ -62,12 +62,14 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
             std::fabs(h.Y - start.Y) <= kSamePlace)
             samePlace = &h;
     }
+    if (refreshed)
+        refreshed();
+    const bool partShort = part->PiecesPlaced != part->Quantity;
+    if (partShort)
+        app_.ShowKaku(services_.Op, kaku::kPartlyPlaced, kaku::kNone);
+    // The stack at the old place becomes the last pick only once message 10 is answered.
     drawing.LastPicked = samePlace != nullptr ? samePlace : drawing.Picked;
-    return part->PiecesPlaced != part->Quantity;
-}
-
-void JobSession::ReportPartlyPlaced() {
-    app_.ShowKaku(services_.Op, kaku::kPartlyPlaced, kaku::kNone);
+    return partShort;
 }
 
 }  // namespace kesto

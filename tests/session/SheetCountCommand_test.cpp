@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
+#include <vector>
 
 #include "common/EditFixture.h"
 #include "session/JobSession.h"
@@ -79,9 +81,47 @@ TEST_F(SheetCountTest, ApplyWithoutAPickChangesNothing) {
     EXPECT_EQ(StacksOf(partA), std::vector<HaichiInfo*>({&a, &a2}));
 }
 
-TEST_F(SheetCountTest, APartLeftShortIsReportedWithMessage10) {
-    session.ReportPartlyPlaced();
+TEST_F(SheetCountTest, APartLeftShortIsReportedWithMessage10AfterTheRefresh) {
+    Click(980, 833);
+    const SheetCountStart start = *session.BeginSheetCount(drawing);
+    // Two hundred pieces one a stack want two hundred stacks. The eighteen cells of the two
+    // pallets take four each, in corners 4, 8, 1 and 2, but for corner 4 of block 3 where B
+    // stands: 71 stacks, 71 pieces placed. The quantity is then shared out over those stacks
+    // (58 of three, 13 of two), which leaves the placed count as it was: the part is short.
+    partA.Quantity = 200;
+    std::vector<std::string> order;
+    const HaichiInfo* lastAtMessage = &a;
+    testServices.Op.OnAsk = [&](int no1) {
+        order.push_back("message " + std::to_string(no1));
+        lastAtMessage = drawing.LastPicked;
+    };
+    EXPECT_TRUE(session.ApplySheetCount(drawing, start, 1, [&] {
+        // The lists and the drawing show the new stacks before the message is read.
+        order.push_back("refresh " + std::to_string(StacksOf(partA).size()));
+    }));
+    const std::vector<HaichiInfo*> stacks = StacksOf(partA);
+    ASSERT_EQ(stacks.size(), 71u);
+    EXPECT_EQ(partA.PiecesPlaced, 71);
+    for (size_t i = 0; i < stacks.size(); ++i)
+        EXPECT_EQ(stacks[i]->Value, i < 58 ? 3 : 2) << i;
+    EXPECT_EQ(order,
+              std::vector<std::string>({"refresh " + std::to_string(stacks.size()), "message 10"}));
     EXPECT_EQ(testServices.Op.KakuNumbers, Kaku({{10, 0}}));
+    // The last pick is set only once the message is answered: the stack at the old place.
+    EXPECT_EQ(lastAtMessage, nullptr);
+    ASSERT_NE(drawing.LastPicked, nullptr);
+    EXPECT_LE(std::fabs(drawing.LastPicked->X - 990), 1.0);
+    EXPECT_LE(std::fabs(drawing.LastPicked->Y - 10), 1.0);
+}
+
+TEST_F(SheetCountTest, APartPlacedWhollyGetsNoMessage) {
+    Click(980, 833);
+    const SheetCountStart start = *session.BeginSheetCount(drawing);
+    int refreshes = 0;
+    EXPECT_FALSE(session.ApplySheetCount(drawing, start, 1, [&] { ++refreshes; }));
+    EXPECT_EQ(refreshes, 1);
+    EXPECT_EQ(partA.PiecesPlaced, 6);
+    EXPECT_TRUE(testServices.Op.KakuNumbers.empty());
 }
 
 }  // namespace

@@ -423,7 +423,7 @@ TEST(CKestoDlgEditing, MaiChgStacksThePickedPartAgainWithTheNewCount) {
     EditingWindow w;
     ASSERT_TRUE(w.opened);
     QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
-    w.Click({830, 718});  // A1's stack at X 950, Y 550
+    w.Click({830, 718});  // A1's stack at X 950, Y 50
     ASSERT_EQ(w.Drawing().Picked, &w.StackNo(0));
     // Ten pieces of 10 high under the limit of 500: ten fit, so the dialog gives 10 and asks
     // 206/207 because that differs from the five it opened with.
@@ -454,6 +454,62 @@ TEST(CKestoDlgEditing, MaiChgStacksThePickedPartAgainWithTheNewCount) {
     // The new stack is lit as the pick at (670, 618)-(990, 818); its old place above is free.
     EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
     EXPECT_EQ(w.Picture(680, 128), colour::kPalletFrame);
+}
+
+QStringList Lines(QListWidget* list) {
+    QStringList lines;
+    for (int i = 0; i < list->count(); ++i)
+        lines << list->item(i)->text();
+    return lines;
+}
+
+TEST(CKestoDlgEditing, MaiChgLeavingThePartShortShowsMessage10OverTheNewState) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
+    w.Click({830, 718});  // A1's stack at X 950, Y 50
+    ASSERT_EQ(w.Drawing().Picked, &w.StackNo(0));
+    const QStringList linesBefore = Lines(w.List("LIST-PTALL"));
+    const QImage pictureBefore = w.Area().Image();
+    // One piece a stack: A1's ten pieces want ten stacks. Pallet 2's cell is A2's, so only
+    // pallet 1's cell takes them, one in each corner (4, 8, 1, 2): four stacks, four pieces
+    // placed, message 10. The ten pieces are then shared out over the four (3, 3, 2, 2).
+    QStringList linesAtMessage;
+    QImage pictureAtMessage;
+    const HaichiInfo* lastAtMessage = &w.StackNo(0);
+    w.job.Svc.Op.OnAsk = [&](int no1) {
+        if (no1 != 10)
+            return;
+        linesAtMessage = Lines(w.List("LIST-PTALL"));
+        pictureAtMessage = w.Area().Image();
+        lastAtMessage = w.Drawing().LastPicked;
+    };
+    AnswerSheetCount(*w.job.Dialog, "1");
+    QTest::mouseClick(w.Button("B-MAICHG"), Qt::LeftButton);
+    EXPECT_EQ(w.job.Svc.Op.KakuNumbers, (std::vector<std::pair<int, int>>{{206, 207}, {10, 0}}));
+    std::vector<const HaichiInfo*> a1;
+    for (const HaichiInfo& h : w.App().HaichiList) {
+        if (h.Part->Code == "A1")
+            a1.push_back(&h);
+    }
+    ASSERT_EQ(a1.size(), 4u);
+    const double expected[4][3] = {{950, 50, 3}, {950, 550, 3}, {370, 50, 2}, {370, 550, 2}};
+    for (size_t i = 0; i < a1.size(); ++i) {
+        EXPECT_DOUBLE_EQ(a1[i]->X, expected[i][0]) << i;
+        EXPECT_DOUBLE_EQ(a1[i]->Y, expected[i][1]) << i;
+        EXPECT_EQ(a1[i]->Value, expected[i][2]) << i;
+    }
+    EXPECT_EQ(a1[0]->Part->PiecesPlaced, 4);
+    // The message came over the lists and the drawing as they stand after the change.
+    EXPECT_NE(linesAtMessage, linesBefore);
+    EXPECT_EQ(linesAtMessage, Lines(w.List("LIST-PTALL")));
+    EXPECT_NE(pictureAtMessage, pictureBefore);
+    EXPECT_EQ(pictureAtMessage, w.Area().Image());
+    // The stack at the old place (950, 50) becomes the last pick once the message is
+    // answered; it is also the first of the part's stacks, the pick.
+    EXPECT_EQ(lastAtMessage, nullptr);
+    EXPECT_EQ(w.Drawing().LastPicked, a1[0]);
+    EXPECT_EQ(w.Drawing().Picked, a1[0]);
 }
 
 // The block drawing toggle draws the cells, then the picked stack's highlight over them again.

@@ -79,12 +79,11 @@ void CKestoDlg::OnMaiChg() {
     DrawHitDisplay();
     if (count == -1)
         return;
-    const bool partShort = session_.ApplySheetCount(drawing, *start, count);
-    CommonRefresh();
-    drawArea_->Refresh();
-    drawArea_->DrawParts(drawmode::kHighlight);
-    if (partShort)
-        session_.ReportPartlyPlaced();
+    session_.ApplySheetCount(drawing, *start, count, [this] {
+        CommonRefresh();
+        drawArea_->Refresh();
+        drawArea_->DrawParts(drawmode::kHighlight);
+    });
 }
 
 void CKestoDlg::ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rects) {
