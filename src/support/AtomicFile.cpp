@@ -19,7 +19,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
+#include <cerrno>
 #endif
 
 namespace kesto {
@@ -29,56 +29,25 @@ namespace {
 const std::string kTempMarker = ".kesto-";
 const std::string kTempTail = "XXXXXX";  // mkstemp's template: six letters or digits
 
-#if defined(__GLIBC__)
-// Test-only hook for the kill tests: with KESTO_TEST_STOP_AFTER_WRITES=N in the environment the
-// temporaries are written unbuffered through a counting stream, and the process kills itself
-// (SIGKILL) at the N-th write step: a temporary created, a write reaching it, a temporary
-// complete before its rename, a rename done. Unset or not above 0, nothing differs.
-long StopAfterWrites() {
-    static const long limit = [] {
-        const char* value = std::getenv("KESTO_TEST_STOP_AFTER_WRITES");
-        return value != nullptr ? std::atol(value) : 0L;
-    }();
-    return limit;
+// Who watches the writes of this process: nobody in the programs, a test when it sets one.
+WriteWatcher* gWatcher = nullptr;
+
+void Reached(WriteStep step) {
+    if (gWatcher != nullptr)
+        gWatcher->Reached(step);
 }
 
-void CountWriteStep() {
-    static long steps = 0;
-    if (StopAfterWrites() > 0 && ++steps >= StopAfterWrites())
-        ::raise(SIGKILL);
-}
-
-ssize_t CountingWrite(void* cookie, const char* data, size_t size) {
-    CountWriteStep();
-    const int fd = static_cast<int>(reinterpret_cast<intptr_t>(cookie));
-    size_t done = 0;
-    while (done < size) {
-        const ssize_t n = ::write(fd, data + done, size - done);
-        if (n <= 0)
-            return 0;  // a cookie stream reports failure as 0
-        done += static_cast<size_t>(n);
-    }
-    return static_cast<ssize_t>(done);
-}
-
-int CountingClose(void* cookie) {
-    return ::close(static_cast<int>(reinterpret_cast<intptr_t>(cookie)));
-}
-
-std::FILE* OpenCountingStream(int fd) {
-    const cookie_io_functions_t io{nullptr, CountingWrite, nullptr, CountingClose};
-    std::FILE* file = ::fopencookie(reinterpret_cast<void*>(static_cast<intptr_t>(fd)), "w", io);
-    if (file != nullptr)
-        std::setvbuf(file, nullptr, _IONBF, 0);
-    return file;
-}
-#else
-long StopAfterWrites() {
-    return 0;
-}
-void CountWriteStep() {}
-std::FILE* OpenCountingStream(int) {
-    return nullptr;
+#ifndef _WIN32
+// The rename is an entry of the folder: without syncing the folder, a power cut after the
+// exit code can bring the old file back. File systems that cannot sync a folder say EINVAL.
+bool SyncFolderOf(const std::string& target) {
+    const std::filesystem::path folder = std::filesystem::path(target).parent_path();
+    const int fd = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY);
+    if (fd < 0)
+        return false;
+    const bool synced = ::fsync(fd) == 0 || errno == EINVAL;
+    ::close(fd);
+    return synced;
 }
 #endif
 
@@ -159,15 +128,18 @@ bool AtomicFile::Open() {
         temp_.clear();
         return false;
     }
-    CountWriteStep();
+    Reached(WriteStep::TemporaryCreated);
     return true;
 }
 
 bool AtomicFile::OpenStream(int fd) {
+    file_ = gWatcher != nullptr ? gWatcher->OpenStream(fd) : nullptr;
 #ifdef _WIN32
-    file_ = StopAfterWrites() > 0 ? OpenCountingStream(fd) : ::_fdopen(fd, "wt");
+    if (file_ == nullptr)
+        file_ = ::_fdopen(fd, "wt");
 #else
-    file_ = StopAfterWrites() > 0 ? OpenCountingStream(fd) : ::fdopen(fd, "w");
+    if (file_ == nullptr)
+        file_ = ::fdopen(fd, "w");
 #endif
     fd_ = file_ != nullptr ? fd : -1;
     return file_ != nullptr;
@@ -186,9 +158,10 @@ bool AtomicFile::Commit() {
     file_ = nullptr;
     fd_ = -1;
     if (ok)
-        CountWriteStep();
+        Reached(WriteStep::FileSynced);
 #ifdef _WIN32
     // Refused (the old file kept) while another program holds the target without sharing it.
+    // Write-through returns once the new name is on the disk too.
     ok = ok && MoveFileExA(temp_.c_str(), target_.c_str(),
                            MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
 #else
@@ -196,11 +169,17 @@ bool AtomicFile::Commit() {
 #endif
     if (!ok) {
         std::remove(temp_.c_str());
-    } else {
-        CountWriteStep();
+        temp_.clear();
+        return false;
     }
     temp_.clear();
-    return ok;
+    Reached(WriteStep::Renamed);
+#ifndef _WIN32
+    if (!SyncFolderOf(target_))
+        return false;
+    Reached(WriteStep::FolderSynced);
+#endif
+    return true;
 }
 
 void AtomicFile::Discard() {
@@ -213,6 +192,10 @@ void AtomicFile::Discard() {
         std::remove(temp_.c_str());
         temp_.clear();
     }
+}
+
+void AtomicFile::Watch(WriteWatcher* watcher) {
+    gWatcher = watcher;
 }
 
 bool AtomicFile::IsTemporaryName(const std::string& targetName, const std::string& name) {

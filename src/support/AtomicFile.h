@@ -7,6 +7,27 @@
 
 namespace kesto {
 
+// The steps of one write, in the order they happen.
+enum class WriteStep {
+    TemporaryCreated,
+    FileSynced,    // the temporary's bytes are on the disk and it is closed
+    Renamed,       // the temporary has the target's name
+    FolderSynced,  // the new name is on the disk too (POSIX; Windows renames write-through)
+};
+
+// Watches every write of the process: tests record the steps or stop the process at one. The
+// programs set none.
+class WriteWatcher {
+  public:
+    virtual ~WriteWatcher() = default;
+    // The stream the temporary is written through; null for the usual buffered one.
+    virtual std::FILE* OpenStream(int fd) {
+        (void)fd;
+        return nullptr;
+    }
+    virtual void Reached(WriteStep step) = 0;
+};
+
 class AtomicFile {
   public:
     explicit AtomicFile(std::string target);
@@ -17,7 +38,8 @@ class AtomicFile {
     // Creates the temporary file; false when the folder cannot be written.
     bool Open();
     std::FILE* get() const { return file_; }
-    // Flushes, closes and renames over the target; false (temporary removed) on any failure.
+    // Flushes, syncs, closes and renames over the target, then syncs the folder, so the new
+    // file survives a power cut once this returns. false (temporary removed) on any failure.
     bool Commit();
     // Drops the temporary file; the target stays as it was.
     void Discard();
@@ -32,6 +54,9 @@ class AtomicFile {
     // in the target's folder: only regular files named as IsTemporaryName says. Returns how
     // many were removed.
     static int RemoveStaleTemporaries(const std::string& target);
+
+    // Sets (or with null clears) the watcher of every write.
+    static void Watch(WriteWatcher* watcher);
 
   private:
     bool OpenStream(int fd);

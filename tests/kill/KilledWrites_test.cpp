@@ -27,7 +27,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The kill hook of the atomic writes: the run kills itself at the N-th write step.
+// The kill hook of the atomic writes (kesto-batch-killable): the run kills itself at the N-th
+// write step.
 const std::string kStopVariable = "KESTO_TEST_STOP_AFTER_WRITES";
 
 const std::vector<std::string> kOutputNames = {"result.txt", "result.txt_tmp", "save.txt"};
@@ -61,9 +62,11 @@ std::vector<std::string> RunEnvironment(const Installation& install, long stopAf
     return env;
 }
 
-// kesto-batch --answer ok and the installation's command line without the program name.
-std::vector<std::string> RunArguments(const Installation& install) {
-    std::vector<std::string> args = {(BinaryDir() / "kesto-batch").string(), "--answer", "ok"};
+const std::string kKillable = "kesto-batch-killable";
+
+// program --answer ok and the installation's command line without the program name.
+std::vector<std::string> RunArguments(const Installation& install, const std::string& program) {
+    std::vector<std::string> args = {(BinaryDir() / program).string(), "--answer", "ok"};
     std::istringstream tokens(install.CommandLine.substr(install.CommandLine.find(' ') + 1));
     for (std::string token; tokens >> token;)
         args.push_back(token);
@@ -79,8 +82,9 @@ std::vector<char*> PointerList(std::vector<std::string>& texts) {
 }
 
 // Runs kesto-batch on the installation as a host would, its output thrown away.
-RunEnd RunBatchProcess(const Installation& install, long stopAfter) {
-    std::vector<std::string> args = RunArguments(install);
+RunEnd RunBatchProcess(const Installation& install, long stopAfter,
+                       const std::string& program = kKillable) {
+    std::vector<std::string> args = RunArguments(install, program);
     std::vector<std::string> env = RunEnvironment(install, stopAfter);
     std::vector<char*> argv = PointerList(args);
     std::vector<char*> envp = PointerList(env);
@@ -276,6 +280,14 @@ TEST_F(KilledWrites, FirstAndChangedRunsWriteDifferentCompleteFiles) {
         ASSERT_TRUE(runs.New()[i].has_value()) << kOutputNames[i];
         EXPECT_NE(*runs.Old()[i], *runs.New()[i]) << kOutputNames[i];
     }
+}
+
+TEST_F(KilledWrites, TheInstalledProgramCarriesNoKillHook) {
+    GeneratedJob job = GenerateJob(SmallJobShape());
+    const Installation install = WriteInstallation(folder_.Path().string(), job);
+    const RunEnd run = RunBatchProcess(install, 1, "kesto-batch");
+    EXPECT_FALSE(run.Killed);
+    EXPECT_EQ(run.ExitCode, 0);
 }
 
 TEST_F(KilledWrites, ArmedHookBeyondTheLastStepWritesTheSameBytes) {

@@ -60,6 +60,45 @@ TEST(AtomicFile, FailedCommitLeavesTheOldFileByteForByte) {
     EXPECT_FALSE(std::filesystem::exists(temp));
 }
 
+// Records the steps of the writes while it lives.
+class StepRecorder : public WriteWatcher {
+  public:
+    StepRecorder() { AtomicFile::Watch(this); }
+    ~StepRecorder() override { AtomicFile::Watch(nullptr); }
+    void Reached(WriteStep step) override { Steps.push_back(step); }
+    std::vector<WriteStep> Steps;
+};
+
+TEST(AtomicFile, CommitSyncsTheFileBeforeTheRenameAndTheFolderAfterIt) {
+    TempFolder folder;
+    WriteFile(folder / "r.csv", kOld);
+    StepRecorder recorder;
+    AtomicFile out(folder / "r.csv");
+    ASSERT_TRUE(out.Open());
+    std::fputs("new\n", out.get());
+    EXPECT_TRUE(out.Commit());
+#ifdef _WIN32
+    // The rename itself writes through to the disk: there is no folder to sync.
+    const std::vector<WriteStep> expected = {WriteStep::TemporaryCreated, WriteStep::FileSynced,
+                                             WriteStep::Renamed};
+#else
+    const std::vector<WriteStep> expected = {WriteStep::TemporaryCreated, WriteStep::FileSynced,
+                                             WriteStep::Renamed, WriteStep::FolderSynced};
+#endif
+    EXPECT_EQ(recorder.Steps, expected);
+}
+
+TEST(AtomicFile, FailedCommitNeverReachesTheRename) {
+    TempFolder folder;
+    StepRecorder recorder;
+    AtomicFile out(folder / "r.csv");
+    ASSERT_TRUE(out.Open());
+    std::fputs("new\n", out.get());
+    ::close(::fileno(out.get()));
+    EXPECT_FALSE(out.Commit());
+    EXPECT_EQ(recorder.Steps, std::vector<WriteStep>{WriteStep::TemporaryCreated});
+}
+
 TEST(AtomicFile, DiscardedWriteLeavesTheOldFileByteForByte) {
     TempFolder folder;
     WriteFile(folder / "r.csv", kOld);
