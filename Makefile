@@ -7,7 +7,7 @@ KESTO_WERROR ?= OFF
 PACKAGES   := cmake g++ make libgtest-dev libgmock-dev libbenchmark-dev \
               qt6-base-dev qt6-qpa-plugins libgl1-mesa-dev fonts-dejavu-core fonts-noto-cjk \
               clang libclang-rt-14-dev \
-              xvfb openbox libx11-dev libxtst-dev
+              xvfb openbox libx11-dev libxtst-dev clang-format
 # make fuzz: the libFuzzer harnesses of fuzz/, built with clang; each runs FUZZ_SECONDS.
 FUZZ_BUILD   ?= build-fuzz
 FUZZ_SECONDS ?= 60
@@ -38,10 +38,11 @@ deps:
 deps-windows:
 	$(call install,deps-windows,$(WINDOWS_PACKAGES))
 
-$(BUILD)/CMakeCache.txt:
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKESTO_WERROR=$(KESTO_WERROR)
-
-build: deps $(BUILD)/CMakeCache.txt
+# Configured again whenever the build folder was made with another KESTO_WERROR, so that
+# warnings-as-errors holds on a build folder that already exists.
+build: deps
+	@grep -qx 'KESTO_WERROR:BOOL=$(KESTO_WERROR)' $(BUILD)/CMakeCache.txt 2>/dev/null || \
+	  cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKESTO_WERROR=$(KESTO_WERROR)
 	cmake --build $(BUILD) -j $(JOBS)
 
 test: build
@@ -107,7 +108,7 @@ screenshot-ja: build
 	sh examples/screenshot.sh $(BUILD) ja
 
 format:
-	find src tests bench \( -name '*.cpp' -o -name '*.h' \) -print | xargs clang-format -i
+	find src tests bench fuzz \( -name '*.cpp' -o -name '*.h' \) -print | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD) $(ASAN_BUILD)
+	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD) $(WINDOWS_BUILD)

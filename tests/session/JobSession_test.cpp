@@ -1,6 +1,6 @@
-// A job session from the first placement to the exit code, on a job filled in code (Parts 1.1,
-// 4.1, 4.2 and 4.3): LoadAndPlace with its check, restore and placement; OK, Cancel and Close
-// with the offset check and the files; the exit codes.
+// A job session from the first placement to the exit code, on a job filled in code: LoadAndPlace
+// with its check, restore and placement; OK, Cancel and Close with the offset check and the
+// files; the exit codes.
 #include "session/JobSession.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// The controls of the main window (Parts 4.1 and 4.3): their ids and the one table from which
-// the window is built, labelled and laid out.
+// The controls of the main window: their ids and the one table from which the window is built,
+// labelled and laid out.
 #pragma once
 
 #include <cstddef>
