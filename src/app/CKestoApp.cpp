@@ -1,6 +1,7 @@
 #include "app/CKestoApp.h"
 #include "app/Codes.h"
 
+#include <algorithm>
 #include <new>
 
 namespace kesto {
@@ -16,6 +17,18 @@ HaichiInfo* CKestoApp::AddHaichiInfo() {
         ErrorCode = error::kNoMemoryForStack;
         return nullptr;
     }
+}
+
+int32_t CKestoApp::FilledBlocks() const {
+    return std::clamp<int32_t>(BlocksCount, 0, static_cast<int32_t>(Blocks.size()));
+}
+
+BlockInfo* CKestoApp::BlockAt(int32_t index) {
+    return index >= 0 && index < FilledBlocks() ? &Blocks[static_cast<size_t>(index)] : nullptr;
+}
+
+const BlockInfo* CKestoApp::BlockAt(int32_t index) const {
+    return index >= 0 && index < FilledBlocks() ? &Blocks[static_cast<size_t>(index)] : nullptr;
 }
 
 void CKestoApp::RemoveHaichiInfo(HaichiInfo* rec) {

@@ -101,7 +101,14 @@ class CKestoApp {
     void RemoveHaichiInfo(HaichiInfo* rec);
     int HasKoutei(int32_t no) const;
     void FreeJob();
-    KouteiInfo* KouteiAt(int32_t position);             // 1-based position in KouteiList, or null
+    KouteiInfo* KouteiAt(int32_t position);  // 1-based position in KouteiList, or null
+    // The job's blocks are entries 0..FilledBlocks()-1 of Blocks (BlocksCount, within the table).
+    int32_t FilledBlocks() const;
+    // The block at index, or null outside the filled blocks. A stack whose stored index lies
+    // there stands in no block: it is not drawn, stands in no one's way and is not written.
+    BlockInfo* BlockAt(int32_t index);
+    const BlockInfo* BlockAt(int32_t index) const;
+    const BlockInfo* BlockOf(const HaichiInfo& stack) const { return BlockAt(stack.BlockIndex); }
     PalletInfo* PalletByName(const std::string& name);  // first pallet with that Name
     const PalletInfo* PalletByName(const std::string& name) const;
 

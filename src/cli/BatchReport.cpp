@@ -103,19 +103,13 @@ void ReportParts(const CKestoApp& app, ReportText& out) {
     }
 }
 
-const BlockInfo* BlockOf(const CKestoApp& app, const HaichiInfo& h) {
-    if (h.BlockIndex < 0 || h.BlockIndex >= app.BlocksCount)
-        return nullptr;
-    return &app.Blocks[static_cast<size_t>(h.BlockIndex)];
-}
-
 // The stacks of each process and pallet, in the order of the placement list.
 using StacksByPlace = std::map<std::pair<int32_t, int32_t>, std::vector<const HaichiInfo*>>;
 
 StacksByPlace StacksOnPallets(const CKestoApp& app) {
     StacksByPlace stacks;
     for (const HaichiInfo& h : app.HaichiList) {
-        if (const BlockInfo* b = BlockOf(app, h); b != nullptr)
+        if (const BlockInfo* b = app.BlockOf(h); b != nullptr)
             stacks[{b->KouteiNo, b->PalletNo}].push_back(&h);
     }
     return stacks;

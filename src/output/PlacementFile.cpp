@@ -23,7 +23,7 @@ using PalletCounts = std::array<int64_t, kProcessSlots>;
 PalletCounts CountPallets(const CKestoApp& app) {
     PalletCounts counts{};
     for (const HaichiInfo& stack : app.HaichiList) {
-        const BlockInfo* block = BlockOfStack(app, stack);
+        const BlockInfo* block = app.BlockOf(stack);
         if (block == nullptr || block->KouteiNo < 0 || block->KouteiNo >= kProcessSlots)
             continue;
         counts[block->KouteiNo] = std::max<int64_t>(counts[block->KouteiNo], block->PalletNo);

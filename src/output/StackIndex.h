@@ -8,9 +8,6 @@
 
 namespace kesto {
 
-// The block a stack stands in, or null when its BlockIndex is outside the filled table.
-const BlockInfo* BlockOfStack(const CKestoApp& app, const HaichiInfo& stack);
-
 struct PlacedStack {
     HaichiInfo* Stack = nullptr;
     const BlockInfo* Block = nullptr;

@@ -54,16 +54,6 @@ PlacementIndex* CKs_Haichi::Index() const {
     return index_ != nullptr && index_->Usable() ? index_.get() : nullptr;
 }
 
-int CKs_Haichi::BlockLimit() const {
-    return std::clamp<int>(app_.BlocksCount, 0, static_cast<int>(app_.Blocks.size()));
-}
-
-BlockInfo* CKs_Haichi::BlockAt(int index) {
-    if (index < 0 || index >= BlockLimit())
-        return nullptr;
-    return &app_.Blocks[index];
-}
-
 void CKs_Haichi::ComputeBounds(const KouteiInfo* koutei) {
     BoundMinX = BoundMinY = 9999.999;
     BoundMaxX = BoundMaxY = -9999.999;
@@ -78,7 +68,7 @@ void CKs_Haichi::ComputeBounds(const KouteiInfo* koutei) {
         }
         return;
     }
-    const int n = BlockLimit();
+    const int n = app_.FilledBlocks();
     for (int i = 0; i < n; ++i) {
         const BlockInfo& b = app_.Blocks[i];
         if (b.KouteiNo != koutei->No)
@@ -187,7 +177,7 @@ int CKs_Haichi::PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, int mode) {
     if (app_.PartsList.Empty())
         return 1;
     if (app_.HaichiList.Empty() && koutei != nullptr) {
-        const int n = BlockLimit();
+        const int n = app_.FilledBlocks();
         for (int i = 0; i < n; ++i) {
             if (app_.Blocks[i].KouteiNo == koutei->No)
                 app_.Blocks[i].CornerMask = 0;

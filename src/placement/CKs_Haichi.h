@@ -128,10 +128,6 @@ class CKs_Haichi {
     KouteiInfo* CurKoutei = nullptr;
     PartsInfo* CurPart = nullptr;
 
-    // Number of block entries that are both filled and present in the table.
-    int BlockLimit() const;
-    // The block at index, or null outside the table.
-    BlockInfo* BlockAt(int index);
     // Bounding rectangle of the blocks of koutei (or the empty bounds for null).
     void ComputeBounds(const KouteiInfo* koutei);
     // A part at least as large as the process's area in one direction fits anywhere.

@@ -76,7 +76,7 @@ int CKs_Haichi::TestCorner(KouteiInfo* koutei, PartsInfo* part, int dragging, in
 }
 
 int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {
-    const BlockInfo* b = BlockAt(blockIndex);
+    const BlockInfo* b = app_.BlockAt(blockIndex);
     if (b == nullptr || CurKoutei == nullptr || CurKoutei->Mark == nullptr || CurPart == nullptr) {
         return 0;
     }
@@ -122,9 +122,10 @@ int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {
 
 bool CKs_Haichi::Obstructs(const HaichiInfo& h, const BlockInfo& tested, int dragging,
                            const LengthRect& foot) const {
-    if (h.Part == nullptr || h.BlockIndex < 0 || h.BlockIndex >= BlockLimit())
+    const BlockInfo* stands = app_.BlockOf(h);
+    if (h.Part == nullptr || stands == nullptr)
         return false;
-    const BlockInfo& hb = app_.Blocks[h.BlockIndex];
+    const BlockInfo& hb = *stands;
     if (hb.KouteiNo != CurKoutei->No || hb.PalletNo != tested.PalletNo)
         return false;
     if (dragging == 1 && InSelection(&h))
@@ -149,7 +150,7 @@ void CKs_Haichi::ForPalletBlocks(int pallet, const LengthRect& near, Visit&& vis
         it->second.ForNear(near, [&](int i) { return visit(app_.Blocks[i]); });
         return;
     }
-    const int n = BlockLimit();
+    const int n = app_.FilledBlocks();
     for (int i = 0; i < n; ++i) {
         BlockInfo& b = app_.Blocks[i];
         if (b.KouteiNo == CurKoutei->No && b.PalletNo == pallet && visit(b))
@@ -206,7 +207,7 @@ void CKs_Haichi::RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo
     CurKoutei = koutei;
     if (koutei == nullptr)
         return;
-    const int n = BlockLimit();
+    const int n = app_.FilledBlocks();
     for (int i = 0; i < n; ++i) {
         BlockInfo& b = app_.Blocks[i];
         if (b.KouteiNo != koutei->No)
@@ -217,7 +218,7 @@ void CKs_Haichi::RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo
     const double gx = koutei->Mark != nullptr ? koutei->Mark->StackGapX : 0;
     const double gy = koutei->Mark != nullptr ? koutei->Mark->StackGapY : 0;
     for (HaichiInfo& h : app_.HaichiList) {
-        const BlockInfo* hb = BlockAt(h.BlockIndex);
+        const BlockInfo* hb = app_.BlockAt(h.BlockIndex);
         if (hb == nullptr || h.Part == nullptr || hb->KouteiNo != koutei->No)
             continue;
         if (std::find(leaveOut.begin(), leaveOut.end(), &h) != leaveOut.end())

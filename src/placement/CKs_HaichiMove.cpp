@@ -55,7 +55,7 @@ int CKs_Haichi::FreeMove(const std::vector<HaichiInfo*>& stacks, const LengthRec
                          int target, int right, int bottom) {
     int first = -1, last = -1;
     bool metTarget = false;
-    const int n = BlockLimit();
+    const int n = app_.FilledBlocks();
     for (int i = 0; i < n; ++i) {
         const BlockInfo& b = app_.Blocks[i];
         if (b.KouteiNo == CurKoutei->No && b.PalletNo != target) {
@@ -125,7 +125,7 @@ void CKs_Haichi::MoveToCorner(HaichiInfo& h, const LengthRect& group, int blockI
 void CKs_Haichi::SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRect& group,
                           int target, int left, int top, int right, int bottom) {
     int best = 9999, bestBlock = -1, bestCorner = 0;
-    const int n = BlockLimit();
+    const int n = app_.FilledBlocks();
     for (int i = 0; i < n; ++i) {
         const BlockInfo& b = app_.Blocks[i];
         if (b.KouteiNo != CurKoutei->No || b.PalletNo != target)

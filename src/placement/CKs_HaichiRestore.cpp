@@ -50,7 +50,7 @@ int CKs_Haichi::FindRestoreBlock(const LengthRect& r, int storedPallet, int corn
             return *found;
     }
     const auto& blocks = app_.Blocks;
-    const int n = BlockLimit();
+    const int n = app_.FilledBlocks();
     int found = -1;
     ScanRestoreBlocks(blocks, n, CurKoutei->No, storedPallet, [&](int i) {
         const BlockInfo& b = blocks[i];
@@ -97,7 +97,7 @@ int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
     if (stored == -1)
         return 0;
     // A block that this job's table does not hold names no pallet: the line is ignored.
-    const BlockInfo* storedBlock = BlockAt(stored);
+    const BlockInfo* storedBlock = app_.BlockAt(stored);
     if (storedBlock == nullptr)
         return 1;
     HaichiInfo* h = app_.AddHaichiInfo();

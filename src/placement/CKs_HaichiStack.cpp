@@ -176,7 +176,7 @@ int CKs_Haichi::StackOverBlocks(int mode, const std::array<int, 4>& candidates,
         }
         return result;
     }
-    const int n = BlockLimit();
+    const int n = app_.FilledBlocks();
     for (int i = 0; i < n; ++i) {
         if (app_.Blocks[i].KouteiNo == CurKoutei->No && stackInto(i))
             break;

@@ -43,10 +43,9 @@ size_t MostCells(size_t blocks) {
 
 }  // namespace
 
-PlacementIndex::PlacementIndex(CKestoApp& app, int blockLimit)
-    : app_(app), blockLimit_(blockLimit) {
+PlacementIndex::PlacementIndex(CKestoApp& app) : app_(app), blockLimit_(app.FilledBlocks()) {
     std::unordered_map<int32_t, BlockExtent> extents;
-    for (int i = 0; i < blockLimit; ++i) {
+    for (int i = 0; i < blockLimit_; ++i) {
         const BlockInfo& b = app.Blocks[i];
         Process& p = processes_[b.KouteiNo];
         p.Blocks.push_back(i);
@@ -93,9 +92,10 @@ void PlacementIndex::Add(HaichiInfo* h) {
     try {
         partStacks_[h->Part].push_back(h);
         // A stack without a part or block never stands in the way.
-        if (h->Part == nullptr || h->BlockIndex < 0 || h->BlockIndex >= blockLimit_)
+        const BlockInfo* stands = app_.BlockOf(*h);
+        if (h->Part == nullptr || stands == nullptr)
             return;
-        const BlockInfo& b = app_.Blocks[h->BlockIndex];
+        const BlockInfo& b = *stands;
         Process& p = processes_[b.KouteiNo];
         p.PalletStacks.try_emplace(b.PalletNo, p.StackGrid)
             .first->second.Add(h, {h->X - h->Part->SizeX, h->Y, h->X, h->Y + h->Part->SizeY});

@@ -121,8 +121,8 @@ class PlacementIndex {
         RectGrid<const HaichiInfo*> StackGrid;
     };
 
-    // Indexes the first blockLimit blocks and every stack. Throws std::bad_alloc.
-    PlacementIndex(CKestoApp& app, int blockLimit);
+    // Indexes the job's filled blocks and every stack. Throws std::bad_alloc.
+    explicit PlacementIndex(CKestoApp& app);
 
     // The process's entry, or null when it has no block.
     const Process* Find(int32_t kouteiNo) const;
@@ -148,7 +148,7 @@ class PlacementIndex {
     int RestoreScanEnd(int32_t kouteiNo, int storedPallet);
 
     CKestoApp& app_;
-    int blockLimit_;
+    int blockLimit_;  // the filled blocks when the index was made
     bool usable_ = true;
     std::unordered_map<int32_t, Process> processes_;
     std::unordered_map<const PartsInfo*, std::vector<HaichiInfo*>> partStacks_;
@@ -164,7 +164,7 @@ class CKs_Haichi::IndexScope {
         if (!owner_)
             return;
         try {
-            engine.index_ = std::make_unique<PlacementIndex>(engine.app_, engine.BlockLimit());
+            engine.index_ = std::make_unique<PlacementIndex>(engine.app_);
         } catch (const std::bad_alloc&) {
             engine.index_.reset();
         }

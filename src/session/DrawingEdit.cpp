@@ -444,11 +444,8 @@ void DrawingEdit::Sync() {
 }
 
 int32_t DrawingEdit::PalletOf(const HaichiInfo& record) const {
-    const int32_t valid =
-        std::min<int32_t>(app_.BlocksCount, static_cast<int32_t>(app_.Blocks.size()));
-    if (record.BlockIndex < 0 || record.BlockIndex >= valid)
-        return -1;
-    return app_.Blocks[static_cast<size_t>(record.BlockIndex)].PalletNo;
+    const BlockInfo* block = app_.BlockOf(record);
+    return block != nullptr ? block->PalletNo : -1;
 }
 
 }  // namespace kesto

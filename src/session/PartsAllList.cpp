@@ -117,10 +117,10 @@ std::vector<const PartsInfo*> PartsOnPalletsInView(const CKestoApp& app, int32_t
                                                    int32_t pallet2) {
     std::vector<const PartsInfo*> marked;
     for (const HaichiInfo& h : app.HaichiList) {
-        if (h.Part == nullptr || h.BlockIndex < 0 ||
-            static_cast<size_t>(h.BlockIndex) >= app.Blocks.size())
+        const BlockInfo* stands = app.BlockOf(h);
+        if (h.Part == nullptr || stands == nullptr)
             continue;
-        const BlockInfo& block = app.Blocks[static_cast<size_t>(h.BlockIndex)];
+        const BlockInfo& block = *stands;
         if (block.KouteiNo != app.CurrentKoutei)
             continue;
         if (block.PalletNo != pallet1 && block.PalletNo != pallet2)

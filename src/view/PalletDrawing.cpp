@@ -360,12 +360,10 @@ std::array<int32_t, 4> PalletDrawing::PalletsInView() const {
 std::optional<IntRect> PalletDrawing::ScreenRect(const HaichiInfo& record) const {
     if (!ViewReady() || record.Part == nullptr)
         return std::nullopt;
-    const int32_t index = record.BlockIndex;
-    const int32_t valid =
-        std::min<int32_t>(app_.BlocksCount, static_cast<int32_t>(app_.Blocks.size()));
-    if (index < 0 || index >= valid)
+    const BlockInfo* stands = app_.BlockOf(record);
+    if (stands == nullptr)
         return std::nullopt;
-    const BlockInfo& block = app_.Blocks[static_cast<size_t>(index)];
+    const BlockInfo& block = *stands;
     if (block.KouteiNo != app_.CurrentKoutei || block.PalletNo == -1)
         return std::nullopt;
     const std::array<int32_t, 4> p = PalletsInView();

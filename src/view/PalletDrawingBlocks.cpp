@@ -81,15 +81,11 @@ bool Contains(const BlockInfo& b, double left, double front, double right, doubl
            b.MaxY + kEpsilon >= back;
 }
 
-int32_t ValidBlocks(const CKestoApp& app) {
-    return std::clamp<int32_t>(app.BlocksCount, 0, static_cast<int32_t>(app.Blocks.size()));
-}
-
 }  // namespace
 
 void PalletDrawing::DrawBlocks(Canvas& canvas) {
     const Grid g = GridOf(ViewPallet);
-    const int32_t count = ValidBlocks(app_);
+    const int32_t count = app_.FilledBlocks();
     for (const Slot& slot : ShownSlots()) {
         ForEachCell(g, app_.StartCorner, [&](double x, double y) {
             const IntPoint a = WorldToScreen(x - g.Bw, y);
@@ -121,7 +117,7 @@ void PalletDrawing::DrawBlocks(Canvas& canvas) {
 
 IntRect PalletDrawing::LocateBlock(int32_t index) const {
     IntRect found{-1, -1, -1, -1};
-    const int32_t count = ValidBlocks(app_);
+    const int32_t count = app_.FilledBlocks();
     if (!ViewReady() || index < 0 || index >= count)
         return found;
     const Grid g = GridOf(ViewPallet);

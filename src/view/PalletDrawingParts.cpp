@@ -286,17 +286,16 @@ void PalletDrawing::DrawSection(Canvas& canvas) const {
     if (SectionScale == 0 || !std::isfinite(SectionScale))
         return;
     const std::array<int32_t, 4> p = PalletsInView();
-    const int32_t valid =
-        std::clamp<int32_t>(app_.BlocksCount, 0, static_cast<int32_t>(app_.Blocks.size()));
     struct Bar {
         const HaichiInfo* Record;
         double Back;
     };
     std::vector<Bar> bars;
     for (const HaichiInfo& h : app_.HaichiList) {
-        if (h.Part == nullptr || h.BlockIndex < 0 || h.BlockIndex >= valid)
+        const BlockInfo* stands = app_.BlockOf(h);
+        if (h.Part == nullptr || stands == nullptr)
             continue;
-        const BlockInfo& block = app_.Blocks[static_cast<size_t>(h.BlockIndex)];
+        const BlockInfo& block = *stands;
         const bool slotPallet =
             block.PalletNo != -1 && (block.PalletNo == p[0] || block.PalletNo == p[1]);
         const double back = h.Y + h.Part->SizeY;

@@ -104,6 +104,61 @@ TEST_F(CKestoAppTest, FreeJobEmptiesTheListsButKeepsTheCounts) {
     EXPECT_EQ(app.HaichiList.Count, 1);
 }
 
+// Two blocks in a table of three: process 2 on pallet 3, then process 1 on pallet 1.
+void FillTwoOfThreeBlocks(CKestoApp& app) {
+    app.Blocks.resize(3);
+    app.Blocks[0].KouteiNo = 2;
+    app.Blocks[0].PalletNo = 3;
+    app.Blocks[1].KouteiNo = 1;
+    app.Blocks[1].PalletNo = 1;
+    app.BlocksCount = 2;
+}
+
+TEST_F(CKestoAppTest, AStackStandsInTheFilledBlockItsIndexNames) {
+    FillTwoOfThreeBlocks(app);
+    HaichiInfo stack;
+    stack.BlockIndex = 0;
+    ASSERT_EQ(app.BlockOf(stack), &app.Blocks[0]);
+    stack.BlockIndex = 1;
+    ASSERT_EQ(app.BlockOf(stack), &app.Blocks[1]);
+    EXPECT_EQ(app.BlockOf(stack)->PalletNo, 1);
+    EXPECT_EQ(app.FilledBlocks(), 2);
+}
+
+TEST_F(CKestoAppTest, AStackWhoseIndexIsOutOfRangeStandsInNoBlock) {
+    struct Case {
+        const char* What;
+        int32_t Index;
+        int32_t Count;  // BlocksCount
+    };
+    const Case cases[] = {
+        {"no block yet", -1, 2},
+        {"a negative index", -7, 2},
+        {"in the table but not filled", 2, 2},
+        {"beyond the table", 3, 2},
+        {"far beyond the table", 2000000000, 2},
+        {"a count beyond the table", 3, 9},
+        {"a negative count", 0, -1},
+    };
+    for (const Case& c : cases) {
+        FillTwoOfThreeBlocks(app);
+        app.BlocksCount = c.Count;
+        HaichiInfo stack;
+        stack.BlockIndex = c.Index;
+        EXPECT_EQ(app.BlockOf(stack), nullptr) << c.What;
+        EXPECT_EQ(app.BlockAt(c.Index), nullptr) << c.What;
+    }
+}
+
+TEST_F(CKestoAppTest, FilledBlocksIsTheCountWithinTheTable) {
+    FillTwoOfThreeBlocks(app);
+    EXPECT_EQ(app.FilledBlocks(), 2);
+    app.BlocksCount = 9;
+    EXPECT_EQ(app.FilledBlocks(), 3);
+    app.BlocksCount = -4;
+    EXPECT_EQ(app.FilledBlocks(), 0);
+}
+
 TEST_F(CKestoAppTest, KouteiAtCountsFromOne) {
     app.KouteiList.Append().No = 10;
     app.KouteiList.Append().No = 20;

@@ -7,35 +7,6 @@ namespace {
 
 using StackIndexTest = OutputTest;
 
-TEST_F(StackIndexTest, BlockOfStackIsTheTableEntry) {
-    AddBlock(1, 1);
-    const int32_t second = AddBlock(2, 3);
-    HaichiInfo stack;
-    stack.BlockIndex = second;
-
-    const BlockInfo* block = BlockOfStack(*app_, stack);
-
-    ASSERT_NE(block, nullptr);
-    EXPECT_EQ(block->KouteiNo, 2);
-    EXPECT_EQ(block->PalletNo, 3);
-}
-
-TEST_F(StackIndexTest, BlockOfStackOutsideTheFilledTableIsNull) {
-    AddBlock(1, 1);
-    AddBlock(1, 2);
-    app_->BlocksCount = 1;
-    HaichiInfo stack;
-
-    stack.BlockIndex = -1;
-    EXPECT_EQ(BlockOfStack(*app_, stack), nullptr);
-    stack.BlockIndex = 1;  // allocated but not filled
-    EXPECT_EQ(BlockOfStack(*app_, stack), nullptr);
-    stack.BlockIndex = 5;
-    EXPECT_EQ(BlockOfStack(*app_, stack), nullptr);
-    app_->BlocksCount = 9;  // a count beyond the table itself
-    EXPECT_EQ(BlockOfStack(*app_, stack), nullptr);
-}
-
 TEST_F(StackIndexTest, StacksOfAPartKeepListOrderAndLeaveOutStacksWithoutBlock) {
     PartsInfo& a = AddPart("A", 1, 9);
     PartsInfo& b = AddPart("B", 1, 9);

@@ -170,7 +170,7 @@ CKestoApp AppWithBlocks() {
 
 TEST(PlacementIndex, RestoreSearchFindsWhatTheScanFinds) {
     CKestoApp app = AppWithBlocks();
-    PlacementIndex index(app, app.BlocksCount);
+    PlacementIndex index(app);
     std::mt19937 random(3);
     std::uniform_real_distribution<double> coord(-50, 900), size(0, 450);
     for (int n = 0; n < 2000; ++n) {
@@ -188,7 +188,7 @@ TEST(PlacementIndex, RestoreSearchFindsWhatTheScanFinds) {
 
 TEST(PlacementIndex, RestoreSearchPrefersTheLastBlockInsideTheRectangle) {
     CKestoApp app = AppWithBlocks();
-    PlacementIndex index(app, app.BlocksCount);
+    PlacementIndex index(app);
     // Block 0 of every process and pallet (0, 12, 24, ..., 60) lies inside. The scan of
     // process 2, pallet 1 reaches process 1's blocks and its own pallet 1, and stops at its
     // pallet 2 (36). That of process 1, pallet 2 has no later block of its own to stop it and
@@ -201,7 +201,7 @@ TEST(PlacementIndex, RestoreSearchPrefersTheLastBlockInsideTheRectangle) {
 
 TEST(PlacementIndex, RestoreSearchFallsBackToTheFirstBlockHoldingThePoint) {
     CKestoApp app = AppWithBlocks();
-    PlacementIndex index(app, app.BlocksCount);
+    PlacementIndex index(app);
     const LengthRect r{20, 20, 30, 30};  // inside block 0, holds none
     EXPECT_EQ(index.FindRestoreBlock(2, 1, r, true, 20, 20), 0);
     EXPECT_EQ(index.FindRestoreBlock(2, 1, r, false, 20, 20), -1);
@@ -211,7 +211,7 @@ TEST(PlacementIndex, RestoreSearchFallsBackToTheFirstBlockHoldingThePoint) {
 TEST(PlacementIndex, BoundsAreThoseOfTheProcessBlocks) {
     CKestoApp app = AppWithBlocks();
     app.Blocks[30].MaxX = 5000;  // process 2 only
-    PlacementIndex index(app, app.BlocksCount);
+    PlacementIndex index(app);
     const PlacementIndex::Process* p = index.Find(2);
     ASSERT_NE(p, nullptr);
     EXPECT_DOUBLE_EQ(p->Bounds.X0, 10);
@@ -234,7 +234,7 @@ TEST(PlacementIndex, StacksAreFiledByPartInListOrderAndByPallet) {
     first.BlockIndex = 13;  // process 1, pallet 2
     first.X = 210;
     first.Y = 10;
-    PlacementIndex index(app, app.BlocksCount);
+    PlacementIndex index(app);
     HaichiInfo& second = app.HaichiList.Append();
     second.Part = &part;
     second.BlockIndex = 99;  // no block: filed by part only
