@@ -119,12 +119,12 @@ std::string JobFileText(const GeneratedJob& job, const std::filesystem::path& ou
                         bool outlineFiles) {
     std::string text = "#BoxInfo\n";
     for (const BoxInfo& b : job.Boxes) {
-        text += Format("%s,%d,%d,%.4f,%.4f,%.4f,%.4f\n", b.Name.c_str(), b.No, b.Kind, b.Size[0],
-                       b.Size[1], b.Size[2], b.Size[3]);
+        text += Format("%s,%d,%d,%.4f,%.4f,%.4f,%.4f\n", b.Name.c_str(), b.No, b.Kind,
+                       b.PartSizes.MinX, b.PartSizes.MaxX, b.PartSizes.MinY, b.PartSizes.MaxY);
     }
     text += "#End\n#KouteiInfo\n";
     for (const KouteiInfo& k : job.Koutei) {
-        text += Format("%d,%s,%s\n", k.No, k.Name1.c_str(), k.Name2.c_str());
+        text += Format("%d,%s,%s\n", k.No, k.Name.c_str(), k.PalletName.c_str());
     }
     text += "#End\n#PartsInfo\n";
     for (const PartsInfo& p : job.Parts) {

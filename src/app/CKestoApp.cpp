@@ -11,7 +11,7 @@ HaichiInfo* CKestoApp::AddHaichiInfo() {
         HaichiInfo& rec = HaichiList.Append();
         ++HaichiList.Count;
         rec.BlockIndex = -1;
-        rec.Flag = 0;
+        rec.Corner = 0;
         return &rec;
     } catch (const std::bad_alloc&) {
         ErrorCode = error::kNoMemoryForStack;

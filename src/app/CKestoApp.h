@@ -44,7 +44,8 @@ class CKestoApp {
     RecordList<KouteiInfo> KouteiList;
     RecordList<PartsInfo> PartsList;
     RecordList<HaichiInfo> HaichiList;
-    int32_t DirectFlag = 0;
+    // DirectFlag: the command line allows the special destinations (kDirectA, kDirectB).
+    bool DirectCodesAllowed = false;
     // Reserved1: 1 while the right command places one part, so StackPart does not share the
     // quantity out over the stacks it made.
     int32_t SkipShareOut = 0;

@@ -68,7 +68,7 @@ namespace destination {
 inline constexpr int32_t kFirstSmallBox = 100;  // small box 1
 inline constexpr int32_t kLastSmallBox = 198;   // small box 99
 inline constexpr int32_t kTorioki = 1000;       // the set-aside area
-inline constexpr int32_t kDirectA = 99998;      // special codes, allowed only with DirectFlag
+inline constexpr int32_t kDirectA = 99998;      // special codes, allowed only by the command line
 inline constexpr int32_t kDirectB = 99999;
 }  // namespace destination
 

@@ -59,7 +59,7 @@ bool BeginsWithOne(const std::string& token) {
 void CKestoApp::ParseCommandLine() {
     const auto tokens = SplitTokens(CommandLine);
     PalletFilePath = tokens[1];
-    DirectFlag = BeginsWithOne(tokens[2]) ? 1 : 0;
+    DirectCodesAllowed = BeginsWithOne(tokens[2]);
     if (BeginsWithOne(tokens[3]))
         InchMode = 1;
     ScanDouble(tokens[4], OffsetA);

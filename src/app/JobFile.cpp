@@ -34,8 +34,7 @@ bool AddBox(CKestoApp& app, const FieldList& f) {
     box->Name = CutField(f[0], kName32);
     box->No = AtoL(f[1]);
     box->Kind = AtoL(f[2]);
-    for (size_t i = 0; i < box->Size.size(); ++i)
-        box->Size[i] = AtoF(f[static_cast<int>(i) + 3]);
+    box->PartSizes = {AtoF(f[3]), AtoF(f[4]), AtoF(f[5]), AtoF(f[6])};
     // Boxes numbered 100 or more stay in the list but are invisible to its users.
     if (box->No < kUncountedBoxNo)
         ++app.BoxList.Count;
@@ -47,9 +46,9 @@ bool AddKoutei(CKestoApp& app, const FieldList& f) {
     if (koutei == nullptr)
         return false;
     koutei->No = AtoL(f[0]);
-    koutei->Name1 = CutField(f[1], kName32);
-    koutei->Name2 = CutField(f[2], kName32);
-    koutei->Mark = nullptr;
+    koutei->Name = CutField(f[1], kName32);
+    koutei->PalletName = CutField(f[2], kName32);
+    koutei->Pallet = nullptr;
     ++app.KouteiList.Count;
     return true;
 }

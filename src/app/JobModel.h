@@ -63,20 +63,28 @@ inline void SetDims(PalletInfo& pallet, const std::array<double, 11>& values) {
         pallet.*kPalletDims[i] = values[i];
 }
 
-// One line of the #BoxInfo section: a pallet box (No below 100) or a small box.
-struct BoxInfo {
-    std::string Name;  // column 1 (32)
-    int32_t No = 0;    // column 2; 100 or more: linked but not counted
-    int32_t Kind = 0;  // column 3; written as the box kind of the save file
-    std::array<double, 4>
-        Size{};  // columns 4-7: least and greatest SizeX, least and greatest SizeY
+// The part sizes a box takes, bounds included.
+struct SizeRange {
+    double MinX = 0;
+    double MaxX = 0;
+    double MinY = 0;
+    double MaxY = 0;
 };
 
+// One line of the #BoxInfo section: a pallet box (No below 100) or a small box.
+struct BoxInfo {
+    std::string Name;     // column 1 (32)
+    int32_t No = 0;       // column 2; 100 or more: linked but not counted
+    int32_t Kind = 0;     // column 3; written as the box kind of the save file
+    SizeRange PartSizes;  // columns 4-7, Size[0..3]: least and greatest SizeX, then SizeY
+};
+
+// One line of the #KouteiInfo section: a process and the pallet type its parts go on.
 struct KouteiInfo {
-    int32_t No = 0;
-    std::string Name1;  // 32
-    std::string Name2;  // 32
-    PalletInfo* Mark = nullptr;
+    int32_t No = 0;                // column 1
+    std::string Name;              // column 2 (32), Name1: shown in the lists and panels
+    std::string PalletName;        // column 3 (32), Name2: the Name of its pallet type
+    PalletInfo* Pallet = nullptr;  // Mark: that pallet type, found before placement
 };
 
 enum ShapeKind : int32_t {
@@ -132,21 +140,23 @@ struct PartsInfo {
 
 // A part fits a box when both its sizes lie within the box's ranges, bounds included.
 inline bool PartFitsBox(const PartsInfo& part, const BoxInfo& box) {
-    return box.Size[0] <= part.SizeX && part.SizeX <= box.Size[1] && box.Size[2] <= part.SizeY &&
-           part.SizeY <= box.Size[3];
+    const SizeRange& r = box.PartSizes;
+    return r.MinX <= part.SizeX && part.SizeX <= r.MaxX && r.MinY <= part.SizeY &&
+           part.SizeY <= r.MaxY;
 }
 
+// One stack of a part's pieces in a block corner.
 struct HaichiInfo {
     PartsInfo* Part = nullptr;
-    int32_t Value = 0;
-    int32_t BlockIndex = -1;
+    int32_t Pieces = 0;       // Value: pieces in the stack
+    int32_t BlockIndex = -1;  // the block it stands in (CKestoApp::BlockOf)
     int32_t Level = 0;
-    uint8_t Flag = 0;
+    uint8_t Corner = 0;  // Flag: the block corner it stands in (kCorner...)
     double X = 0;
     double Y = 0;
 };
 
-// Corner codes of CornerMask and HaichiInfo::Flag.
+// Corner codes of CornerMask and HaichiInfo::Corner.
 inline constexpr uint8_t kCornerMinMin = 1;  // (MinX, MinY)
 inline constexpr uint8_t kCornerMinMax = 2;  // (MinX, MaxY)
 inline constexpr uint8_t kCornerMaxMin = 4;  // (MaxX, MinY)

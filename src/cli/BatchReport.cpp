@@ -76,14 +76,23 @@ void ReportBoxesAndProcesses(const CKestoApp& app, ReportText& out) {
     for (const BoxInfo& b : app.BoxList) {
         // "  %3d %-12s kind %d, x %.1f..%.1f, y %.1f..%.1f"
         out.Line().Str("  ").Int(b.No, 3).Char(' ').Str(b.Name, 12, -1, true).Str(" kind ");
-        out.Line().Int(b.Kind).Str(", x ").Fixed(b.Size[0], 0, 1).Str("..").Fixed(b.Size[1], 0, 1);
-        out.Line().Str(", y ").Fixed(b.Size[2], 0, 1).Str("..").Fixed(b.Size[3], 0, 1);
+        out.Line()
+            .Int(b.Kind)
+            .Str(", x ")
+            .Fixed(b.PartSizes.MinX, 0, 1)
+            .Str("..")
+            .Fixed(b.PartSizes.MaxX, 0, 1);
+        out.Line()
+            .Str(", y ")
+            .Fixed(b.PartSizes.MinY, 0, 1)
+            .Str("..")
+            .Fixed(b.PartSizes.MaxY, 0, 1);
         out.EndLine();
     }
     out.Append("Processes: " + std::to_string(app.KouteiList.Count) + "\n");
     for (const KouteiInfo& k : app.KouteiList) {
         // "  %.2d %s on %s"
-        out.Line().Str("  ").Int(k.No, 0, 2).Char(' ').Str(k.Name1).Str(" on ").Str(k.Name2);
+        out.Line().Str("  ").Int(k.No, 0, 2).Char(' ').Str(k.Name).Str(" on ").Str(k.PalletName);
         out.EndLine();
     }
 }
@@ -126,15 +135,21 @@ void ReportStack(const HaichiInfo& h, ReportText& out) {
     const PartsInfo& part = *h.Part;
     // "      %-7s %4d pcs  corner %d  x %9.4f..%9.4f  y %9.4f..%9.4f"
     TextBuilder& line = out.Line();
-    line.Str("      ").Str(part.Code, 7, -1, true).Char(' ').Int(h.Value, 4).Str(" pcs  corner ");
-    line.Int(h.Flag).Str("  x ").Fixed(h.X - part.SizeX, 9, 4).Str("..").Fixed(h.X, 9, 4);
+    line.Str("      ").Str(part.Code, 7, -1, true).Char(' ').Int(h.Pieces, 4).Str(" pcs  corner ");
+    line.Int(h.Corner).Str("  x ").Fixed(h.X - part.SizeX, 9, 4).Str("..").Fixed(h.X, 9, 4);
     line.Str("  y ").Fixed(h.Y, 9, 4).Str("..").Fixed(h.Y + part.SizeY, 9, 4);
     out.EndLine();
 }
 
 void ReportProcessStacks(const KouteiInfo& k, const StacksByPlace& stacks, int highest,
                          ReportText& out) {
-    out.Line().Str("  Process ").Int(k.No, 0, 2).Char(' ').Str(k.Name1).Str(" on ").Str(k.Name2);
+    out.Line()
+        .Str("  Process ")
+        .Int(k.No, 0, 2)
+        .Char(' ')
+        .Str(k.Name)
+        .Str(" on ")
+        .Str(k.PalletName);
     out.EndLine();
     for (auto it = stacks.lower_bound({k.No, 1});
          it != stacks.end() && it->first.first == k.No && it->first.second <= highest; ++it) {

@@ -55,7 +55,7 @@ int CKs_FileSave::CheckOffsets() {
     const KouteiInfo* process = app_.KouteiAt(app_.CurrentKoutei);
     if (process == nullptr)
         return 1;
-    const PalletInfo* pallet = app_.PalletByName(process->Name2);
+    const PalletInfo* pallet = app_.PalletByName(process->PalletName);
     if (pallet == nullptr || !AnyStackViolates(app_, *pallet))
         return 1;
     return services_.Op.AskOffsetWarning(GetKakuText(kaku::kOffsetWarningKey)) ? 1 : 0;

@@ -40,7 +40,7 @@ struct SaveOffsets {
 SaveOffsets FindOffsets(const CKestoApp& app) {
     for (const KouteiInfo& process : app.KouteiList) {
         for (const PalletInfo& pallet : app.PalletList) {
-            if (pallet.Name == process.Name2)
+            if (pallet.Name == process.PalletName)
                 return {pallet.SaveOffsetX, pallet.SaveOffsetY};
         }
     }
@@ -75,16 +75,16 @@ void StackLine(const CKestoApp& app, const PalletCounts& counts, const SaveOffse
     // "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d"
     line.Clear();
     line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Char(',');
-    line.Int(s.Block->PalletNo).Char(',').Int(h.Value).Char(',');
+    line.Int(s.Block->PalletNo).Char(',').Int(h.Pieces).Char(',');
     line.Fixed(h.X - part.SizeX - off.X, 10, 4).Char(',').Fixed(h.Y + off.Y, 10, 4).Char(',');
     line.Int(StackBoxKind(app, counts, *s.Block)).Char(',').Str(part.DisplayName).Char(',');
     line.Fixed(part.SizeX, 10, 4).Char(',').Fixed(part.SizeY, 10, 4).Char(',');
     line.Fixed(part.PieceHeight, 10, 4).Char(',').Int(part.SaveNumber).Char(',');
-    line.Int(h.Level).Char(',').Str(part.Code).Char(',').Int(h.BlockIndex).Char(',').Int(h.Flag);
+    line.Int(h.Level).Char(',').Str(part.Code).Char(',').Int(h.BlockIndex).Char(',').Int(h.Corner);
 }
 
 std::string UnplacedLine(const CKestoApp& app, const PartsInfo& part) {
-    const bool direct = IsDirectCode(part.Destination) && app.DirectFlag == 1;
+    const bool direct = IsDirectCode(part.Destination) && app.DirectCodesAllowed;
     const int32_t kind = direct ? part.Destination : BoxKind(app, part.Destination);
     // "%s,%d,%s,0,%d,0.0000,0.0000,%d,%s,%10.4lf,%10.4lf,%10.4lf,0,-1,%s,-1,-1"
     TextBuilder line;
@@ -117,7 +117,7 @@ int WritePartLines(SaveContext& ctx, const PartsInfo& part) {
             StackLine(ctx.App, ctx.Counts, ctx.Offsets, part, s, ctx.Line);
             if (WriteLine(ctx.Line.Text(), ctx.File) != 1)
                 return error::kSaveFileStackLine;
-            sum += s.Stack->Value;
+            sum += s.Stack->Pieces;
         }
     }
     if (sum != 0)

@@ -21,10 +21,10 @@ bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* fi
         for (const PlacedStack& s : stacks.Of(&part)) {
             TextBuilder line;  // "%s,%d,%s,%d,%d"
             line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Char(',');
-            line.Int(s.Block->PalletNo).Char(',').Int(s.Stack->Value);
+            line.Int(s.Block->PalletNo).Char(',').Int(s.Stack->Pieces);
             if (WriteLine(line.Text(), file) != 1)
                 return false;
-            sum += s.Stack->Value;
+            sum += s.Stack->Pieces;
         }
     }
     if (sum != 0)
@@ -63,7 +63,7 @@ bool IsShort(const PartsInfo& part, const StackIndex& stacks) {
         return false;
     int64_t sum = 0;
     for (const PlacedStack& s : stacks.Of(&part))
-        sum += s.Stack->Value;
+        sum += s.Stack->Pieces;
     return sum != 0 && sum != part.Quantity;
 }
 

@@ -128,7 +128,7 @@ void GroupWriter::ScanPart(PartsInfo& part, int64_t a, int64_t b,
                 elsewhere = true;
                 continue;
             }
-            pieces += s.Stack->Value;
+            pieces += s.Stack->Pieces;
             s.Stack->Level = g_;
             prevMax_ = std::max(prevMax_, s.Block->PalletNo);
         }
@@ -212,7 +212,7 @@ std::map<const PartsInfo*, int64_t> DirectPairs(CKestoApp& app, const StackIndex
 
 int WriteResultGroups(CKestoApp& app, const StackIndex& stacks, std::FILE* file) {
     std::map<const PartsInfo*, int64_t> directPairs;
-    if (app.DirectFlag == 1)
+    if (app.DirectCodesAllowed)
         directPairs = DirectPairs(app, stacks);
     GroupWriter writer(app, stacks, file, std::move(directPairs));
     return writer.Run() ? 1 : 0;

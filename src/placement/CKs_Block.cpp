@@ -51,12 +51,12 @@ double RowStart(const PalletInfo& p, int32_t startCorner) {
 int CKs_Block::SetUp() {
     int64_t capacity = 0;
     for (KouteiInfo& k : app_.KouteiList) {
-        k.Mark = app_.PalletByName(k.Name2);
-        if (k.Mark == nullptr) {
+        k.Pallet = app_.PalletByName(k.PalletName);
+        if (k.Pallet == nullptr) {
             app_.ShowKaku(services_.Op, kaku::kNoPalletForKoutei, kaku::kNone);
             return 0;
         }
-        capacity += int64_t{k.Mark->CellsX} * k.Mark->CellsY;
+        capacity += int64_t{k.Pallet->CellsX} * k.Pallet->CellsY;
     }
     capacity *= app_.PalletCount;
     // Beyond the int32 range the capacity is absurd; the builder refuses it.
@@ -81,7 +81,7 @@ int CKs_Block::Build() {
     }
     app_.BlocksCount = 0;
     for (const KouteiInfo& k : app_.KouteiList) {
-        if (k.Mark != nullptr && BuildKoutei(k, *k.Mark) == 0)
+        if (k.Pallet != nullptr && BuildKoutei(k, *k.Pallet) == 0)
             return 0;
     }
     return 1;

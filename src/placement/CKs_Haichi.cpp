@@ -42,7 +42,7 @@ void ShareOut(const std::vector<HaichiInfo*>& stacks, int32_t num1) {
     const int64_t n = static_cast<int64_t>(stacks.size());
     const int64_t total = std::max<int64_t>(num1, 1);
     for (int64_t i = 0; i < n; ++i) {
-        stacks[i]->Value = static_cast<int32_t>(total / n + (i < total % n ? 1 : 0));
+        stacks[i]->Pieces = static_cast<int32_t>(total / n + (i < total % n ? 1 : 0));
     }
 }
 

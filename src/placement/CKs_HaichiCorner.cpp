@@ -77,7 +77,8 @@ int CKs_Haichi::TestCorner(KouteiInfo* koutei, PartsInfo* part, int dragging, in
 
 int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {
     const BlockInfo* b = app_.BlockAt(blockIndex);
-    if (b == nullptr || CurKoutei == nullptr || CurKoutei->Mark == nullptr || CurPart == nullptr) {
+    if (b == nullptr || CurKoutei == nullptr || CurKoutei->Pallet == nullptr ||
+        CurPart == nullptr) {
         return 0;
     }
     if (dragging != 1 && b->Occupant != nullptr && b->Occupant != CurPart)
@@ -90,7 +91,7 @@ int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {
     const bool bottom = corner == kCornerMinMin || corner == kCornerMaxMin;  // at MinY
     const LengthRect f{low ? b->MinX : b->MaxX - sx, bottom ? b->MinY : b->MaxY - sy,
                        low ? b->MinX + sx : b->MaxX, bottom ? b->MinY + sy : b->MaxY};
-    const PalletInfo& pal = *CurKoutei->Mark;
+    const PalletInfo& pal = *CurKoutei->Pallet;
     if (f.X0 < 0 || f.Y0 < pal.MarginY || f.Y1 > pal.LengthY || f.X1 > pal.LengthX)
         return 0;
     if (const PlacementIndex* index = Index()) {
@@ -130,7 +131,7 @@ bool CKs_Haichi::Obstructs(const HaichiInfo& h, const BlockInfo& tested, int dra
         return false;
     if (dragging == 1 && InSelection(&h))
         return false;
-    return Collides(h, foot, CurKoutei->Mark->StackGapX, CurKoutei->Mark->StackGapY);
+    return Collides(h, foot, CurKoutei->Pallet->StackGapX, CurKoutei->Pallet->StackGapY);
 }
 
 void CKs_Haichi::IndexStack(HaichiInfo* h) {
@@ -215,8 +216,8 @@ void CKs_Haichi::RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo
         b.CornerMask = 0;
         b.Occupant = nullptr;
     }
-    const double gx = koutei->Mark != nullptr ? koutei->Mark->StackGapX : 0;
-    const double gy = koutei->Mark != nullptr ? koutei->Mark->StackGapY : 0;
+    const double gx = koutei->Pallet != nullptr ? koutei->Pallet->StackGapX : 0;
+    const double gy = koutei->Pallet != nullptr ? koutei->Pallet->StackGapY : 0;
     for (HaichiInfo& h : app_.HaichiList) {
         const BlockInfo* hb = app_.BlockAt(h.BlockIndex);
         if (hb == nullptr || h.Part == nullptr || hb->KouteiNo != koutei->No)
@@ -224,13 +225,13 @@ void CKs_Haichi::RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo
         if (std::find(leaveOut.begin(), leaveOut.end(), &h) != leaveOut.end())
             continue;
         LengthRect r{h.X - h.Part->SizeX, h.Y, h.X, h.Y + h.Part->SizeY};
-        if (h.Flag == kCornerMinMin || h.Flag == kCornerMaxMin)
+        if (h.Corner == kCornerMinMin || h.Corner == kCornerMaxMin)
             r.Y1 += gy;
-        if (h.Flag == kCornerMinMax || h.Flag == kCornerMaxMax)
+        if (h.Corner == kCornerMinMax || h.Corner == kCornerMaxMax)
             r.Y0 -= gy;
-        if (h.Flag == kCornerMinMin || h.Flag == kCornerMinMax)
+        if (h.Corner == kCornerMinMin || h.Corner == kCornerMinMax)
             r.X1 += gx;
-        if (h.Flag == kCornerMaxMin || h.Flag == kCornerMaxMax)
+        if (h.Corner == kCornerMaxMin || h.Corner == kCornerMaxMax)
             r.X0 -= gx;
         MarkCorners(r.X0, r.Y0, r.X1, r.Y1, hb->PalletNo, h.Part);
     }

@@ -100,7 +100,7 @@ int CKs_Haichi::FreeMove(const std::vector<HaichiInfo*>& stacks, const LengthRec
 
 void CKs_Haichi::MoveToCorner(HaichiInfo& h, const LengthRect& group, int blockIndex, int corner) {
     const BlockInfo& b = app_.Blocks[blockIndex];
-    const PalletInfo& pal = *CurKoutei->Mark;
+    const PalletInfo& pal = *CurKoutei->Pallet;
     const double sx = h.Part->SizeX, sy = h.Part->SizeY;
     const CornerPlace at = PlaceInCorner(b, corner, sx, sy, pal.StackGapX, pal.StackGapY);
     const double offX = (corner == kCornerMinMin || corner == kCornerMinMax) ? (h.X - sx) - group.X0
@@ -190,7 +190,7 @@ int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& st
     int result = 0;
     if (DropPallet == -1) {
         DropPallet = target;
-    } else if (target >= 0 && koutei != nullptr && koutei->Mark != nullptr) {
+    } else if (target >= 0 && koutei != nullptr && koutei->Pallet != nullptr) {
         if (freeMove == 1) {
             result = FreeMove(group, g, target, right, bottom);
         } else {

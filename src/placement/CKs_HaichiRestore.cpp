@@ -105,13 +105,13 @@ int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
         return 0;
     h->X = r.X1;
     h->Y = r.Y0;
-    h->Flag = corner;
+    h->Corner = corner;
     const int found = FindRestoreBlock(r, storedBlock->PalletNo, corner);
     BlockInfo& b = app_.Blocks[found >= 0 ? found : stored];
     h->BlockIndex = found >= 0 ? found : stored;
     h->Level = AtoL(f[13]);
     h->Part = part;
-    h->Value = count;
+    h->Pieces = count;
     IndexStack(h);
     b.Occupant = part;
     part->PiecesPlaced = AddClamped(part->PiecesPlaced, count);
@@ -152,10 +152,10 @@ void TrimStacks(PartsInfo& part, const std::vector<HaichiInfo*>& stacks) {
             HaichiInfo& h = **it;
             if (h.Level != level)
                 continue;
-            const int64_t take = h.Value < excess ? int64_t{h.Value} : excess;
+            const int64_t take = h.Pieces < excess ? int64_t{h.Pieces} : excess;
             excess -= take;
             part.PiecesPlaced = AddClamped(part.PiecesPlaced, -take);
-            h.Value = AddClamped(h.Value, -take);
+            h.Pieces = AddClamped(h.Pieces, -take);
         }
         if (excess == 0)
             return;
@@ -170,7 +170,7 @@ void CKs_Haichi::RemoveEmptyStacks() {
     std::vector<KouteiInfo*> touched;
     for (auto it = app_.HaichiList.begin(); it != app_.HaichiList.end();) {
         HaichiInfo* rec = &*it++;
-        if (rec->Value >= 1)
+        if (rec->Pieces >= 1)
             continue;
         KouteiInfo* koutei = rec->Part != nullptr ? KouteiByNo(rec->Part->KouteiNo) : nullptr;
         app_.RemoveHaichiInfo(rec);
@@ -205,7 +205,7 @@ void CKs_Haichi::FillPart(PartsInfo& part) {
     int64_t limit = 999;
     const KouteiInfo* koutei = KouteiByNo(part.KouteiNo);
     const double height =
-        koutei != nullptr && koutei->Mark != nullptr ? koutei->Mark->MaxStackHeight : 0;
+        koutei != nullptr && koutei->Pallet != nullptr ? koutei->Pallet->MaxStackHeight : 0;
     // A piece without height sets no cap.
     if (height > 0 && PieceHeight(part) != 0)
         limit = TruncToInt32(height / PieceHeight(part));
@@ -215,22 +215,22 @@ void CKs_Haichi::FillPart(PartsInfo& part) {
     while (shortfall > 0) {
         int64_t low = INT64_MAX, next = limit;
         for (const HaichiInfo* h : stacks) {
-            if (h->Value < limit)
-                low = std::min<int64_t>(low, h->Value);
+            if (h->Pieces < limit)
+                low = std::min<int64_t>(low, h->Pieces);
         }
         if (low == INT64_MAX)
             return;
         std::vector<HaichiInfo*> lows;
         for (HaichiInfo* h : stacks) {
-            if (h->Value == low)
+            if (h->Pieces == low)
                 lows.push_back(h);
-            if (h->Value > low && h->Value < next)
-                next = h->Value;
+            if (h->Pieces > low && h->Pieces < next)
+                next = h->Pieces;
         }
         const int64_t c = static_cast<int64_t>(lows.size());
         const int64_t add = std::min(shortfall, (next - low) * c);
         for (int64_t i = 0; i < c; ++i) {
-            lows[i]->Value = AddClamped(lows[i]->Value, add / c + (i < add % c ? 1 : 0));
+            lows[i]->Pieces = AddClamped(lows[i]->Pieces, add / c + (i < add % c ? 1 : 0));
         }
         part.PiecesPlaced = AddClamped(part.PiecesPlaced, add);
         shortfall -= add;

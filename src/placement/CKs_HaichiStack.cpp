@@ -64,8 +64,8 @@ int CKs_Haichi::PiecesFor(int32_t remaining, int mode) const {
     }
     const double v1 = CurPart->PieceHeight;
     // A piece without height sets no cap.
-    if (v1 != 0 && CurKoutei->Mark->MaxStackHeight < static_cast<double>(pieces) * v1) {
-        pieces = TruncToInt32(CurKoutei->Mark->MaxStackHeight / v1);
+    if (v1 != 0 && CurKoutei->Pallet->MaxStackHeight < static_cast<double>(pieces) * v1) {
+        pieces = TruncToInt32(CurKoutei->Pallet->MaxStackHeight / v1);
     }
     return static_cast<int>(pieces);
 }
@@ -76,7 +76,7 @@ int CKs_Haichi::PiecesFor(int32_t remaining, int mode) const {
 int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*>& made,
                                int& pieces) {
     BlockInfo& b = app_.Blocks[blockIndex];
-    const PalletInfo& pal = *CurKoutei->Mark;
+    const PalletInfo& pal = *CurKoutei->Pallet;
     const double sx = CurPart->SizeX, sy = CurPart->SizeY;
     for (int attempt = 0; attempt < 4; ++attempt) {
         const int64_t remaining =
@@ -110,8 +110,8 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
         h->Y = at.Y;
         h->BlockIndex = blockIndex;
         h->Part = CurPart;
-        h->Value = pieces;
-        h->Flag = static_cast<uint8_t>(corner);
+        h->Pieces = pieces;
+        h->Corner = static_cast<uint8_t>(corner);
         b.Occupant = CurPart;
         CurPart->PiecesPlaced = AddClamped(CurPart->PiecesPlaced, pieces);
         MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart);
@@ -131,7 +131,7 @@ int CKs_Haichi::StackPart(KouteiInfo* koutei, PartsInfo* part, int mode) {
 int CKs_Haichi::StackPart(int mode) {
     ComputeBounds(CurKoutei);
     // A process without a pallet has nowhere to stack.
-    if (CurKoutei == nullptr || CurKoutei->Mark == nullptr || CurPart == nullptr)
+    if (CurKoutei == nullptr || CurKoutei->Pallet == nullptr || CurPart == nullptr)
         return 1;
     std::array<int, 4> candidates{-1, -1, -1, -1};
     if (mode == stacking::kPalletsInView)

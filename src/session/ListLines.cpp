@@ -37,10 +37,11 @@ std::string ToriokiLine(const PartsInfo& part) {
 }
 
 std::string ScheduleLine(const CKestoApp& app, const KouteiInfo& koutei) {
-    const PalletInfo* pallet = app.PalletByName(koutei.Name2);
-    const std::string& third =
-        (pallet != nullptr && !pallet->ScheduleText.empty()) ? pallet->ScheduleText : koutei.Name2;
-    return FormatText("%.2d %s %s", koutei.No, koutei.Name1.c_str(), third.c_str());
+    const PalletInfo* pallet = app.PalletByName(koutei.PalletName);
+    const std::string& third = (pallet != nullptr && !pallet->ScheduleText.empty())
+                                   ? pallet->ScheduleText
+                                   : koutei.PalletName;
+    return FormatText("%.2d %s %s", koutei.No, koutei.Name.c_str(), third.c_str());
 }
 
 std::string PalletSelectLine(const std::string& prefix, int number) {

@@ -105,7 +105,7 @@ void MaiChoice::Press(MaiButton button) {
     if (button == MaiButton::Even) {
         // The even split that gives back exactly the stacks there are is no change.
         const EvenSplit split = SplitEvenly();
-        if (split.Stacks == StackCount() && split.Count == picked_.Value)
+        if (split.Stacks == StackCount() && split.Count == picked_.Pieces)
             compareCount_ = kNoChange;
     } else if (button != MaiButton::Max) {
         compareCount_ = startCount_;

@@ -54,8 +54,8 @@ ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
         return {};
     const std::vector<HaichiInfo*> stacks = LiveOnce(app_, drawing.PickHistory);
     for (HaichiInfo* h : stacks) {
-        h->Part->PiecesSetAside = AddClamped(h->Part->PiecesSetAside, h->Value);
-        h->Part->PiecesPlaced = AddClamped(h->Part->PiecesPlaced, -int64_t{h->Value});
+        h->Part->PiecesSetAside = AddClamped(h->Part->PiecesSetAside, h->Pieces);
+        h->Part->PiecesPlaced = AddClamped(h->Part->PiecesPlaced, -int64_t{h->Pieces});
     }
     drawing.DrawParts(canvas, drawmode::kUnhighlight);
     for (HaichiInfo* h : stacks)

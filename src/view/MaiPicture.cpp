@@ -147,7 +147,7 @@ void MaiPicture::DrawNewStack(Canvas& canvas, const Axes& a, const MaiScene& sce
 }
 
 void MaiPicture::DrawCurrentStack(Canvas& canvas, const Axes& a, const MaiScene& scene) const {
-    const int32_t value = scene.Picked != nullptr ? scene.Picked->Value : 0;
+    const int32_t value = scene.Picked != nullptr ? scene.Picked->Pieces : 0;
     const double t2 = value * PartOf(scene.Picked).PieceHeight;
     const int32_t top = a.Y0 - a.Pixels(t2);
     // An empty stack (or no room between the edges) fills nothing.

@@ -266,7 +266,7 @@ const PalletInfo* PalletDrawing::FindViewPallet() {
     const KouteiInfo* process = app_.KouteiAt(app_.CurrentKoutei);
     if (process == nullptr)
         return nullptr;
-    return app_.PalletByName(process->Name2);
+    return app_.PalletByName(process->PalletName);
 }
 
 int32_t PalletDrawing::LabelFontSlot() const {

@@ -133,7 +133,7 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
         if (app_.Is3D != 1)
             continue;
         IntRect layer = *r;
-        for (int32_t k = 2; k <= h.Value; ++k) {
+        for (int32_t k = 2; k <= h.Pieces; ++k) {
             layer = Shifted(layer, -2);
             if (Inside(layer, x, y))
                 PointHit(&h, layer, x, y, true, previous, Picked, PickRect);
@@ -231,11 +231,11 @@ IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, int mode, const Haich
         mode == drawmode::kAll || mode == drawmode::kHighlight || mode == drawmode::kUnhighlight;
     const PartsInfo& part = *h.Part;
     IntRect layer = r;
-    for (int32_t k = 2; k <= h.Value; ++k) {
+    for (int32_t k = 2; k <= h.Pieces; ++k) {
         layer = Shifted(layer, -2);
         if (fills)
             FillPart(canvas, layer, part, LayerColour(k));
-        if (k != h.Value)
+        if (k != h.Pieces)
             continue;
         if (mode == drawmode::kHighlight) {
             if (d.Picked == &h)
@@ -312,7 +312,7 @@ void PalletDrawing::DrawSection(Canvas& canvas) const {
         if (!r)
             continue;
         const PartsInfo& part = *bar.Record->Part;
-        const int32_t height = TruncToPixel(part.PieceHeight * bar.Record->Value / SectionScale);
+        const int32_t height = TruncToPixel(part.PieceHeight * bar.Record->Pieces / SectionScale);
         FillPart(canvas, IntRect{r->Left, SectionTop - height, r->Right, SectionTop}, part,
                  colour::kLayer10);
     }
@@ -329,7 +329,7 @@ void PalletDrawing::DrawPartLabel(Canvas& canvas, const IntRect& rect, const Hai
     const char* name = record.Part->DisplayName.c_str();
     // A rough width of the name: half the font height per byte.
     const int64_t nameWidth = static_cast<int64_t>(std::strlen(name)) * fh / 2;
-    const std::string count = FormatText("%d", record.Value);
+    const std::string count = FormatText("%d", record.Pieces);
     const Rgb text = colour::kLabelText;
     if (ht > TruncToPixel(fh * 2.5) && w > nameWidth) {
         canvas.DrawLabel(LabelMode::Centred, FormatText("%s", name), fontSlot, IntPoint{},

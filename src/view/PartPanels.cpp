@@ -33,7 +33,7 @@ std::array<std::string, 3> PartsInfoPanel::Lines(const PartsInfo& part) const {
     const std::string u2 = messages_.GetFontText(kSection, "INFO2-STRING").Text;
     // Found by number, not position; a part of no known process shows an empty name.
     const KouteiInfo* process = ProcessNumbered(app_, app_.CurrentKoutei);
-    const std::string processName = process != nullptr ? process->Name1 : std::string();
+    const std::string processName = process != nullptr ? process->Name : std::string();
     std::array<std::string, 3> lines;
     lines[0] = FormatText("%-20s %-2s %-32s %ld%s", processName.c_str(), part.DirText.c_str(),
                           part.DisplayName.c_str(), static_cast<long>(part.Quantity), u1.c_str());

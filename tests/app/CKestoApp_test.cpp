@@ -34,7 +34,7 @@ TEST_F(CKestoAppTest, AddHaichiInfoAppendsAFreshStack) {
     ASSERT_NE(first, nullptr);
     ASSERT_NE(second, nullptr);
     EXPECT_EQ(first->BlockIndex, -1);
-    EXPECT_EQ(first->Flag, 0);
+    EXPECT_EQ(first->Corner, 0);
     EXPECT_EQ(first->Part, nullptr);
     EXPECT_EQ(app.HaichiList.Count, 2);
     EXPECT_EQ(&app.HaichiList.Items.back(), second);

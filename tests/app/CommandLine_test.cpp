@@ -23,7 +23,7 @@ TEST_F(CommandLineTest, OnlyTheProgramPathLeavesEverythingEmpty) {
     app.OffsetA = 4;
     Parse("kesto.exe");
     EXPECT_EQ(app.PalletFilePath, "");
-    EXPECT_EQ(app.DirectFlag, 0);
+    EXPECT_FALSE(app.DirectCodesAllowed);
     EXPECT_EQ(app.InchMode, 0);
     EXPECT_DOUBLE_EQ(app.OffsetA, 4);
     EXPECT_DOUBLE_EQ(app.OffsetB, 0);
@@ -33,7 +33,7 @@ TEST_F(CommandLineTest, OnlyTheProgramPathLeavesEverythingEmpty) {
 TEST_F(CommandLineTest, AllSevenTokens) {
     Parse("kesto.exe /data/pallet.txt 1 1 12.5 -3 2");
     EXPECT_EQ(app.PalletFilePath, "/data/pallet.txt");
-    EXPECT_EQ(app.DirectFlag, 1);
+    EXPECT_TRUE(app.DirectCodesAllowed);
     EXPECT_EQ(app.InchMode, 1);
     EXPECT_DOUBLE_EQ(app.OffsetA, 12.5);
     EXPECT_DOUBLE_EQ(app.OffsetB, -3);
@@ -72,12 +72,12 @@ TEST_F(CommandLineTest, InchTokenZeroOrMissingLeavesInchMode) {
 
 TEST_F(CommandLineTest, DirectFlagOnlyForALeadingOne) {
     Parse("k p 1x");
-    EXPECT_EQ(app.DirectFlag, 1);
+    EXPECT_TRUE(app.DirectCodesAllowed);
     Parse("k p 01");
-    EXPECT_EQ(app.DirectFlag, 0);
-    app.DirectFlag = 1;
+    EXPECT_FALSE(app.DirectCodesAllowed);
+    app.DirectCodesAllowed = true;
     Parse("k p");
-    EXPECT_EQ(app.DirectFlag, 0);
+    EXPECT_FALSE(app.DirectCodesAllowed);
 }
 
 TEST_F(CommandLineTest, NonNumericOffsetsLeaveTheValues) {
@@ -91,7 +91,7 @@ TEST_F(CommandLineTest, NonNumericOffsetsLeaveTheValues) {
 TEST_F(CommandLineTest, AnyRunOfWhiteSpaceSeparates) {
     Parse("  k \t\n p.txt   1\r\n 0  5\t6 3  ");
     EXPECT_EQ(app.PalletFilePath, "p.txt");
-    EXPECT_EQ(app.DirectFlag, 1);
+    EXPECT_TRUE(app.DirectCodesAllowed);
     EXPECT_DOUBLE_EQ(app.OffsetA, 5);
     EXPECT_DOUBLE_EQ(app.OffsetB, 6);
     EXPECT_EQ(app.StartCorner, 1);
@@ -100,13 +100,13 @@ TEST_F(CommandLineTest, AnyRunOfWhiteSpaceSeparates) {
 TEST_F(CommandLineTest, QuotesAreNotHonoured) {
     Parse("k \"my pallets.txt\" 1");
     EXPECT_EQ(app.PalletFilePath, "\"my");
-    EXPECT_EQ(app.DirectFlag, 0);
+    EXPECT_FALSE(app.DirectCodesAllowed);
 }
 
 TEST_F(CommandLineTest, LongTokenIsCutAndItsRestIsNoToken) {
     Parse("k " + std::string(300, 'a') + " 1");
     EXPECT_EQ(app.PalletFilePath, std::string(255, 'a'));
-    EXPECT_EQ(app.DirectFlag, 1);
+    EXPECT_TRUE(app.DirectCodesAllowed);
 }
 
 TEST_F(CommandLineTest, TokensAfterTheSeventhAreIgnored) {
@@ -117,7 +117,7 @@ TEST_F(CommandLineTest, TokensAfterTheSeventhAreIgnored) {
 TEST_F(CommandLineTest, ZeroByteEndsTheCommandLine) {
     Parse(std::string("k p\0 1 1", 8));
     EXPECT_EQ(app.PalletFilePath, "p");
-    EXPECT_EQ(app.DirectFlag, 0);
+    EXPECT_FALSE(app.DirectCodesAllowed);
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ TEST_F(InputTest, WholeInputIsRead) {
     ASSERT_EQ(Run(pallets + " 1 0 20 0 2"), 1);
     EXPECT_EQ(app.ExitParam, 0);
     EXPECT_EQ(app.ErrorCode, 0);
-    EXPECT_EQ(app.DirectFlag, 1);
+    EXPECT_TRUE(app.DirectCodesAllowed);
     EXPECT_EQ(app.StartCorner, 2);
     EXPECT_EQ(app.PalletList.Count, 1);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 130);

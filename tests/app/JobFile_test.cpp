@@ -50,8 +50,8 @@ TEST_F(JobFileTest, BoxLineFillsItsColumns) {
     EXPECT_EQ(box.Name, "SB1");
     EXPECT_EQ(box.No, 5);
     EXPECT_EQ(box.Kind, 2);
-    EXPECT_DOUBLE_EQ(box.Size[0], 1.5);
-    EXPECT_DOUBLE_EQ(box.Size[3], 4.5);
+    EXPECT_DOUBLE_EQ(box.PartSizes.MinX, 1.5);
+    EXPECT_DOUBLE_EQ(box.PartSizes.MaxY, 4.5);
 }
 
 TEST_F(JobFileTest, BoxNumbered100IsListedButNotCounted) {
@@ -65,9 +65,9 @@ TEST_F(JobFileTest, KouteiLineFillsItsColumns) {
     ASSERT_EQ(app.KouteiList.Count, 1);
     const KouteiInfo& k = app.KouteiList.Items.front();
     EXPECT_EQ(k.No, 3);
-    EXPECT_EQ(k.Name1, "CUT");
-    EXPECT_EQ(k.Name2, "PAL-A");
-    EXPECT_EQ(k.Mark, nullptr);
+    EXPECT_EQ(k.Name, "CUT");
+    EXPECT_EQ(k.PalletName, "PAL-A");
+    EXPECT_EQ(k.Pallet, nullptr);
 }
 
 TEST_F(JobFileTest, PartsLineFillsEveryColumn) {
@@ -142,8 +142,8 @@ TEST_F(JobFileTest, TextColumnsAreCutToTheirFields) {
                    l100 + "," + l100 + ",0," + l100 + ",ABCDEFG," + l100 + "\n#End\n"),
               1);
     EXPECT_EQ(app.BoxList.Items.front().Name, std::string(31, 'L'));
-    EXPECT_EQ(app.KouteiList.Items.front().Name1, std::string(31, 'L'));
-    EXPECT_EQ(app.KouteiList.Items.front().Name2, std::string(31, 'L'));
+    EXPECT_EQ(app.KouteiList.Items.front().Name, std::string(31, 'L'));
+    EXPECT_EQ(app.KouteiList.Items.front().PalletName, std::string(31, 'L'));
     const PartsInfo& p = app.PartsList.Items.front();
     EXPECT_EQ(p.Code, "ABCDEFG");
     EXPECT_EQ(p.Name, std::string(63, 'L'));
@@ -176,7 +176,7 @@ TEST_F(JobFileTest, BlankLineInASectionIsARecordOfEmptyColumns) {
     ASSERT_EQ(Read("#KouteiInfo\n\n   \n#End\n"), 1);
     ASSERT_EQ(app.KouteiList.Count, 2);
     EXPECT_EQ(app.KouteiList.Items.front().No, 0);
-    EXPECT_EQ(app.KouteiList.Items.front().Name1, "");
+    EXPECT_EQ(app.KouteiList.Items.front().Name, "");
 }
 
 TEST_F(JobFileTest, HeaderInsideASectionIsARecordOfIt) {
@@ -202,7 +202,7 @@ TEST_F(JobFileTest, HeadersAreTrimmedAndTabsCount) {
 TEST_F(JobFileTest, CrLfFileReadsAsLf) {
     ASSERT_EQ(Read("#KouteiInfo\r\n1,A,B\r\n#End\r\n"), 1);
     ASSERT_EQ(app.KouteiList.Count, 1);
-    EXPECT_EQ(app.KouteiList.Items.front().Name2, "B");
+    EXPECT_EQ(app.KouteiList.Items.front().PalletName, "B");
 }
 
 TEST_F(JobFileTest, LastLineWithoutLineFeedIsNotRead) {
@@ -217,22 +217,22 @@ TEST_F(JobFileTest, EmptyFileGivesEmptyLists) {
 
 TEST_F(JobFileTest, QuotedCommaStaysInTheColumn) {
     ASSERT_EQ(Read("#KouteiInfo\n1,\"A,B\",C\n#End\n"), 1);
-    EXPECT_EQ(app.KouteiList.Items.front().Name1, "A,B");
-    EXPECT_EQ(app.KouteiList.Items.front().Name2, "C");
+    EXPECT_EQ(app.KouteiList.Items.front().Name, "A,B");
+    EXPECT_EQ(app.KouteiList.Items.front().PalletName, "C");
 }
 
 TEST_F(JobFileTest, BinaryBytesStayInTheColumns) {
     constexpr char kText[] = "#KouteiInfo\n1,\x8C,,\xFF\x01\n#End\n";
     ASSERT_EQ(Read(std::string(kText, sizeof kText - 1)), 1);
-    EXPECT_EQ(app.KouteiList.Items.front().Name1, "\x8C,");
-    EXPECT_EQ(app.KouteiList.Items.front().Name2, "\xFF\x01");
+    EXPECT_EQ(app.KouteiList.Items.front().Name, "\x8C,");
+    EXPECT_EQ(app.KouteiList.Items.front().PalletName, "\xFF\x01");
 }
 
 TEST_F(JobFileTest, LinesOver1024BytesAreCut) {
     ASSERT_EQ(Read("#KouteiInfo\n1,A" + std::string(1100, 'x') + ",B\n#End\n"), 1);
     const KouteiInfo& k = app.KouteiList.Items.front();
-    EXPECT_EQ(k.Name1, "A" + std::string(30, 'x'));
-    EXPECT_EQ(k.Name2, "");
+    EXPECT_EQ(k.Name, "A" + std::string(30, 'x'));
+    EXPECT_EQ(k.PalletName, "");
 }
 
 TEST_F(JobFileTest, MissingOutlineResetsHasOutline) {

@@ -26,8 +26,8 @@ class BatchReportTest : public ::testing::Test {
         app_->BoxFlags[2] = 1;
         KouteiInfo& koutei = app_->KouteiList.Append();
         koutei.No = 1;
-        koutei.Name1 = "CUT";
-        koutei.Name2 = "PAL-A";
+        koutei.Name = "CUT";
+        koutei.PalletName = "PAL-A";
         app_->KouteiList.Count = 1;
         bracket_ = &AddPart(1, "A001", 5);
         AddPart(2, "A002", 3);
@@ -56,8 +56,8 @@ class BatchReportTest : public ::testing::Test {
         HaichiInfo* h = app_->AddHaichiInfo();
         h->Part = bracket_;
         h->BlockIndex = block;
-        h->Value = pieces;
-        h->Flag = 4;
+        h->Pieces = pieces;
+        h->Corner = 4;
         h->X = x;
         h->Y = y;
         bracket_->PiecesPlaced += pieces;
@@ -105,7 +105,7 @@ TEST_F(BatchReportTest, StackWithoutValidBlockIsLeftOutOfThePalletGroups) {
 TEST_F(BatchReportTest, ShiftJisNameIsConvertedOnItsLineAndUtf8LinesStayAsTheyAre) {
     // "取置" as the machine's Windows tools write it, and a process name already in UTF-8.
     app_->PalletList.Items.front().Name = "\x8E\xE6\x92\x75";
-    app_->KouteiList.Items.front().Name1 = "\xE5\x88\x87\xE6\x96\xAD";
+    app_->KouteiList.Items.front().Name = "\xE5\x88\x87\xE6\x96\xAD";
     std::ostringstream out;
     ReportInput(*app_, out);
     const std::string text = out.str();
@@ -118,11 +118,11 @@ TEST_F(BatchReportTest, ShiftJisNameIsConvertedOnItsLineAndUtf8LinesStayAsTheyAr
 TEST_F(BatchReportTest, ProcessesInListOrderEachWithItsPalletsInAscendingOrder) {
     KouteiInfo& first = app_->KouteiList.Items.front();
     first.No = 2;
-    first.Name1 = "BEND";
+    first.Name = "BEND";
     KouteiInfo& second = app_->KouteiList.Append();
     second.No = 1;
-    second.Name1 = "CUT";
-    second.Name2 = "PAL-A";
+    second.Name = "CUT";
+    second.PalletName = "PAL-A";
     app_->KouteiList.Count = 2;
     // Block 1 (pallet 2) of process 2 comes first in the placement list, then block 0.
     app_->Blocks[0].KouteiNo = 2;

@@ -48,7 +48,7 @@ inline std::string CheckCounts(CKestoApp& app, std::set<int32_t>* sharedOut = nu
     std::map<const PartsInfo*, int64_t> sums;
     std::map<const PartsInfo*, int> stacks;
     for (const HaichiInfo& h : app.HaichiList) {
-        sums[h.Part] += h.Value;
+        sums[h.Part] += h.Pieces;
         ++stacks[h.Part];
     }
     for (const PartsInfo& p : app.PartsList) {

@@ -97,7 +97,7 @@ class OutputTest : public ::testing::Test {
         HaichiInfo& stack = *app_->AddHaichiInfo();
         stack.Part = &part;
         stack.BlockIndex = block;
-        stack.Value = value;
+        stack.Pieces = value;
         stack.X = x;
         stack.Y = y;
         part.PiecesPlaced += value;
@@ -115,8 +115,8 @@ class OutputTest : public ::testing::Test {
         KouteiInfo& process = app_->KouteiList.Append();
         ++app_->KouteiList.Count;
         process.No = no;
-        process.Name1 = "K" + std::to_string(no);
-        process.Name2 = name2;
+        process.Name = "K" + std::to_string(no);
+        process.PalletName = name2;
         return process;
     }
     PalletInfo& AddPallet(int32_t no, const std::string& name) {

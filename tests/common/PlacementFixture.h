@@ -53,8 +53,8 @@ class JobBuilder {
     KouteiInfo& AddKoutei(int32_t no, const std::string& palletName) {
         KouteiInfo& k = app_.KouteiList.Append();
         k.No = no;
-        k.Name1 = "K" + std::to_string(no);
-        k.Name2 = palletName;
+        k.Name = "K" + std::to_string(no);
+        k.PalletName = palletName;
         ++app_.KouteiList.Count;
         return k;
     }
@@ -101,8 +101,8 @@ class JobBuilder {
         h.BlockIndex = blockIndex;
         h.X = x;
         h.Y = y;
-        h.Value = value;
-        h.Flag = flag;
+        h.Pieces = value;
+        h.Corner = flag;
         return h;
     }
     std::vector<HaichiInfo*> StacksOf(const PartsInfo& part) {
@@ -116,7 +116,7 @@ class JobBuilder {
     std::vector<int32_t> ValuesOf(const PartsInfo& part) {
         std::vector<int32_t> out;
         for (const HaichiInfo* h : StacksOf(part))
-            out.push_back(h->Value);
+            out.push_back(h->Pieces);
         return out;
     }
 

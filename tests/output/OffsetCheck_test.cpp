@@ -105,7 +105,7 @@ TEST_F(OffsetCheck, PartsMarked0000OrWithoutStacksAreNotChecked) {
 
 TEST_F(OffsetCheck, ProcessWithoutAPalletOfItsNameChecksNothing) {
     AddStackAt("1111", 2000, 2000);
-    app_->KouteiList.Head()->Name2 = "OTHER";
+    app_->KouteiList.Head()->PalletName = "OTHER";
 
     EXPECT_EQ(Check(), 1);
 

@@ -50,13 +50,13 @@ TEST_F(PlacementFile, StackLinesCarryOffsetsBoxKindsAndTheStackFields) {
     a.SaveNumber = 7;
     HaichiInfo& stack = AddStack(a, AddBlock(1, 2), 4, 500.25, 40);
     stack.Level = 3;
-    stack.Flag = 4;
+    stack.Corner = 4;
     PartsInfo& b = AddSizedPart("B", 2, 50, 60, 2);
     HaichiInfo& b1 = AddStack(b, AddBlock(2, 1), 3, 80, 0);
     HaichiInfo& b2 = AddStack(b, AddBlock(2, 2), 0, 80, 0);
     b1.Level = b2.Level = 5;
-    b1.Flag = 1;
-    b2.Flag = 2;
+    b1.Corner = 1;
+    b2.Corner = 2;
 
     EXPECT_EQ(Write(), 1);
 
@@ -133,7 +133,7 @@ TEST_F(PlacementFile, DirectCodeIsItsOwnBoxKindOnlyWithDirectFlag) {
 
     ASSERT_EQ(Write(), 1);
     EXPECT_EQ(ReadLines(path_)[0].substr(0, 30), "D,1,ND,0,3,0.0000,0.0000,-1,TD");
-    app_->DirectFlag = 1;
+    app_->DirectCodesAllowed = true;
     ASSERT_EQ(Write(), 1);
     EXPECT_EQ(ReadLines(path_)[0].substr(0, 33), "D,1,ND,0,3,0.0000,0.0000,99998,TD");
     EXPECT_EQ(ReadLines(path_)[1].substr(0, 33), "E,1,NE,0,4,0.0000,0.0000,99999,TE");

@@ -138,7 +138,7 @@ TEST_F(ResultGroups, StacksOutsideTheBlockTableAreIgnored) {
 }
 
 TEST_F(ResultGroups, DirectCodePartJoinsTheGroupOfItsKeyWhenDirectFlagIsSet) {
-    app_->DirectFlag = 1;
+    app_->DirectCodesAllowed = true;
     AddStack(AddPart("A", 1, 4), AddBlock(1, 3), 4);
     AddPart("X", 1, 5, "G1", 99998);
     AddStack(AddPart("W", 1, 2, "G2"), AddBlock(1, 1), 2);

@@ -105,7 +105,7 @@ TEST_F(BlockTest, SetUpLinksEachProcessToTheFirstPalletOfItsName) {
     AddPallet(GridPallet("PAL"));
     KouteiInfo& k = AddKoutei(1, "PAL");
     ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
-    EXPECT_EQ(k.Mark, &first);
+    EXPECT_EQ(k.Pallet, &first);
 }
 
 TEST_F(BlockTest, ZeroColumnsYieldNoBlocks) {
@@ -131,7 +131,7 @@ TEST_F(BlockTest, ProcessWithoutPalletShowsMessageOneAndBuildsNothing) {
 TEST_F(BlockTest, MoreCellsThanTheCapacityShowCountOverAnd9102) {
     AddPallet(GridPallet("PAL"));
     KouteiInfo& k = AddKoutei(1, "PAL");
-    k.Mark = &*app->PalletList.begin();
+    k.Pallet = &*app->PalletList.begin();
     app->BlocksCapacity = 4;
     EXPECT_EQ(CKs_Block(*app, services).Build(), 0);
     EXPECT_EQ(app->ErrorCode, 9102);

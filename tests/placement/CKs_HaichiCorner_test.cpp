@@ -15,7 +15,7 @@ class CornerTest : public PlacementTest {
         pal.MarginY = 0;
         AddPallet(pal);
         koutei = &AddKoutei(1, "PAL");
-        koutei->Mark = &*app->PalletList.begin();
+        koutei->Pallet = &*app->PalletList.begin();
         AddBlock(1, 1, 0, 0, 100, 100);
         AddBlock(1, 1, 200, 0, 300, 100);
         AddBlock(1, 2, 0, 0, 100, 100);
@@ -180,7 +180,7 @@ TEST_F(CornerTest, RebuildCornersAddsTheGapsOnTheSidesAwayFromTheCorner) {
     app->PalletList.begin()->StackGapY = 10;
     h.RebuildCorners(koutei, {});
     EXPECT_EQ(app->Blocks[1].CornerMask, 2);
-    s.Flag = 4;
+    s.Corner = 4;
     h.RebuildCorners(koutei, {});
     EXPECT_EQ(app->Blocks[1].CornerMask, 0);
 }

@@ -19,9 +19,9 @@ std::string SaveLine(const HaichiInfo& h, int32_t pallet) {
     char buf[1024];
     std::snprintf(buf, sizeof buf,
                   "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d",
-                  p.Code.c_str(), p.KouteiNo, p.Name.c_str(), pallet, h.Value, h.X - p.SizeX, h.Y,
+                  p.Code.c_str(), p.KouteiNo, p.Name.c_str(), pallet, h.Pieces, h.X - p.SizeX, h.Y,
                   -1, p.DisplayName.c_str(), p.SizeX, p.SizeY, p.PieceHeight, p.SaveNumber, h.Level,
-                  p.Code.c_str(), static_cast<long>(h.BlockIndex), int{h.Flag});
+                  p.Code.c_str(), static_cast<long>(h.BlockIndex), int{h.Corner});
     return buf;
 }
 
@@ -58,7 +58,7 @@ using StackKey = std::tuple<int, double, double, int, int, int>;
 std::vector<StackKey> Snapshot(const CKestoApp& a) {
     std::vector<StackKey> out;
     for (const HaichiInfo& h : a.HaichiList) {
-        out.emplace_back(h.Part->Seq, h.X, h.Y, h.Value, h.BlockIndex, h.Flag);
+        out.emplace_back(h.Part->Seq, h.X, h.Y, h.Pieces, h.BlockIndex, h.Corner);
     }
     return out;
 }
@@ -141,9 +141,9 @@ TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {
     const HaichiInfo& h = *StacksOf(p).at(0);
     EXPECT_DOUBLE_EQ(h.X, 990);
     EXPECT_DOUBLE_EQ(h.Y, 160);
-    EXPECT_EQ(h.Value, 4);
+    EXPECT_EQ(h.Pieces, 4);
     EXPECT_EQ(h.Level, 3);
-    EXPECT_EQ(h.Flag, 8);
+    EXPECT_EQ(h.Corner, 8);
     EXPECT_EQ(h.BlockIndex, 0);
     EXPECT_EQ(p.PiecesPlaced, 4);
     EXPECT_EQ(app->Blocks[0].Occupant, &p);

@@ -44,7 +44,7 @@ TEST_F(StackPartTest, FirstStackStandsInCornerFourOfTheFirstBlock) {
     PartsInfo& p = AddPart(1, 100, 50, 1);
     ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
     const HaichiInfo& h = *StacksOf(p).at(0);
-    EXPECT_EQ(h.Flag, 4);
+    EXPECT_EQ(h.Corner, 4);
     EXPECT_EQ(h.BlockIndex, 0);
     EXPECT_DOUBLE_EQ(h.X, 990);
     EXPECT_DOUBLE_EQ(h.Y, 10);
@@ -58,7 +58,7 @@ TEST_F(StackPartTest, HeightLimitBelowOnePieceRecordsEmptyStacksInTheFirstBlock)
     ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
     std::vector<int> flags, blocks;
     for (const HaichiInfo* h : StacksOf(p)) {
-        flags.push_back(h->Flag);
+        flags.push_back(h->Corner);
         blocks.push_back(h->BlockIndex);
     }
     EXPECT_EQ(flags, (std::vector<int>{4, 8, 1, 2}));
@@ -105,7 +105,7 @@ TEST_F(StackPartTest, ClearanceOverAnotherPartsBlockCornerRefusesTheBlock) {
 TEST_F(StackPartTest, StackOutsideTheProcessAreaIsRefused) {
     AddPallet(GridPallet("PAL"));
     KouteiInfo& k = AddKoutei(1, "PAL");
-    k.Mark = &*app->PalletList.begin();
+    k.Pallet = &*app->PalletList.begin();
     AddBlock(1, 1, 100, 10, 400, 210);
     AddBlock(1, 1, 410, 10, 710, 210);
     PartsInfo& p = AddPart(1, 350, 100, 1);
@@ -116,7 +116,7 @@ TEST_F(StackPartTest, StackOutsideTheProcessAreaIsRefused) {
 TEST_F(StackPartTest, PartAsLargeAsTheAreaIsAcceptedWhereverItFalls) {
     AddPallet(GridPallet("PAL"));
     KouteiInfo& k = AddKoutei(1, "PAL");
-    k.Mark = &*app->PalletList.begin();
+    k.Pallet = &*app->PalletList.begin();
     AddBlock(1, 1, 100, 10, 400, 210);
     PartsInfo& p = AddPart(1, 350, 100, 1);
     ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
@@ -175,7 +175,7 @@ TEST_F(StackPartTest, ModeOneSharesTheQuantityOverThisCallsStacksOnly) {
     p.PiecesPlaced = 1;
     ASSERT_EQ(Stack(k, p, stacking::kPalletsInView), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 3, 2}));
-    EXPECT_EQ(older.Value, 1);
+    EXPECT_EQ(older.Pieces, 1);
     EXPECT_EQ(p.PiecesPlaced, 5);
 }
 

@@ -17,7 +17,7 @@ using Kaku = std::vector<std::pair<int, int>>;
 std::vector<int32_t> Values(const std::vector<HaichiInfo>& stacks) {
     std::vector<int32_t> out;
     for (const HaichiInfo& h : stacks)
-        out.push_back(h.Value);
+        out.push_back(h.Pieces);
     return out;
 }
 
@@ -25,7 +25,7 @@ std::vector<int32_t> Shared(size_t n, int32_t num1) {
     std::vector<HaichiInfo> stacks(n);
     std::vector<HaichiInfo*> ptrs;
     for (HaichiInfo& h : stacks) {
-        h.Value = 77;
+        h.Pieces = 77;
         ptrs.push_back(&h);
     }
     ShareOut(ptrs, num1);
@@ -223,7 +223,7 @@ TEST_P(GeneratedJobTest, PlacementKeepsTheInvariants) {
     for (const HaichiInfo& h : app->HaichiList) {
         ASSERT_GE(h.BlockIndex, 0);
         const BlockInfo& b = app->Blocks.at(h.BlockIndex);
-        const PalletInfo& pal = *app->KouteiAt(h.Part->KouteiNo)->Mark;
+        const PalletInfo& pal = *app->KouteiAt(h.Part->KouteiNo)->Pallet;
         EXPECT_GE(h.X - h.Part->SizeX, -kLengthTolerance);
         EXPECT_LE(h.X, pal.LengthX + kLengthTolerance);
         EXPECT_GE(h.Y, pal.MarginY - kLengthTolerance);
@@ -231,7 +231,7 @@ TEST_P(GeneratedJobTest, PlacementKeepsTheInvariants) {
         EXPECT_EQ(b.KouteiNo, h.Part->KouteiNo);
         auto [it, fresh] = server.emplace(h.BlockIndex, h.Part);
         EXPECT_EQ(it->second, h.Part) << "block " << h.BlockIndex << " serves two parts";
-        sums[h.Part] += h.Value;
+        sums[h.Part] += h.Pieces;
     }
     int placed = 0;
     for (const PartsInfo& p : app->PartsList) {

@@ -34,7 +34,7 @@ GeneratedJob WideBoxJob(const JobShape& shape) {
     GeneratedJob job = GenerateJob(shape);
     for (BoxInfo& box : job.Boxes) {
         if (box.No < 100)
-            box.Size = {0, 5000, 0, 5000};
+            box.PartSizes = {0, 5000, 0, 5000};
     }
     return job;
 }
@@ -364,7 +364,8 @@ bool SameStacks(std::vector<HaichiInfo> a, const std::vector<HaichiInfo>& b) {
         return false;
     for (const HaichiInfo& h : b) {
         const auto it = std::find_if(a.begin(), a.end(), [&h](const HaichiInfo& g) {
-            return g.Value == h.Value && std::abs(g.X - h.X) < 0.001 && std::abs(g.Y - h.Y) < 0.001;
+            return g.Pieces == h.Pieces && std::abs(g.X - h.X) < 0.001 &&
+                   std::abs(g.Y - h.Y) < 0.001;
         });
         if (it == a.end())
             return false;

@@ -26,7 +26,7 @@ TEST_F(CheckJobTest, ConsistentJobPassesAndBuildsTheBlocks) {
     EXPECT_EQ(CheckJob(*app, services), 1);
     EXPECT_EQ(app->BlocksCapacity, 50);
     EXPECT_EQ(app->BlocksCount, 18);
-    EXPECT_EQ(app->KouteiList.begin()->Mark, &*app->PalletList.begin());
+    EXPECT_EQ(app->KouteiList.begin()->Pallet, &*app->PalletList.begin());
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
@@ -53,7 +53,7 @@ TEST_F(CheckJobTest, DestinationWithoutBoxGivesMessageTwo) {
 }
 
 TEST_F(CheckJobTest, EmptyBoxListFailsEveryPartEvenSpecialCodes) {
-    app->DirectFlag = 1;
+    app->DirectCodesAllowed = true;
     AddPart(1, 10, 10, 1).Destination = 99999;
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
@@ -69,9 +69,9 @@ TEST_F(CheckJobTest, PartOfAMissingProcessGivesMessageTwo) {
 TEST_F(CheckJobTest, SpecialCodesPassOnlyWithDirectFlag) {
     AddBox(0);
     AddPart(1, 10, 10, 1).Destination = 99998;
-    app->DirectFlag = 1;
+    app->DirectCodesAllowed = true;
     EXPECT_EQ(CheckJob(*app, services), 1);
-    app->DirectFlag = 0;
+    app->DirectCodesAllowed = false;
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }

@@ -211,10 +211,10 @@ TEST_F(InitTest, FailedRestoreStopsTheInitialisationButOkWritesWhatWasRestored) 
     ASSERT_EQ(job.StacksOf(a).size(), 1u);
     const HaichiInfo& stack = *job.StacksOf(a)[0];
     EXPECT_EQ(stack.BlockIndex, 0);
-    EXPECT_EQ(stack.Value, 2);
+    EXPECT_EQ(stack.Pieces, 2);
     EXPECT_DOUBLE_EQ(stack.X, 990);
     EXPECT_DOUBLE_EQ(stack.Y, 10);
-    EXPECT_EQ(stack.Flag, 4);
+    EXPECT_EQ(stack.Corner, 4);
     EXPECT_EQ(a.PiecesPlaced, 2);
     EXPECT_TRUE(job.StacksOf(b).empty());
 

@@ -108,12 +108,12 @@ TEST(ScheduleLine, UsesThePalletsScheduleTextWhenPresent) {
     pallet.ScheduleText = "Pallet-One";
     KouteiInfo koutei;
     koutei.No = 3;
-    koutei.Name1 = "Cut";
-    koutei.Name2 = "PAL1";
+    koutei.Name = "Cut";
+    koutei.PalletName = "PAL1";
     EXPECT_EQ(ScheduleLine(app, koutei), "03 Cut Pallet-One");
     pallet.ScheduleText.clear();
     EXPECT_EQ(ScheduleLine(app, koutei), "03 Cut PAL1");
-    koutei.Name2 = "NONE";
+    koutei.PalletName = "NONE";
     EXPECT_EQ(ScheduleLine(app, koutei), "03 Cut NONE");
 }
 

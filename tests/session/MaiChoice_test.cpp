@@ -266,7 +266,7 @@ TEST(MaiChoice, ExtremeHeightsStayInRange) {
 TEST(MaiChoice, RecordWithoutPartCountsNothing) {
     CKestoApp app;
     HaichiInfo picked;
-    picked.Value = 3;
+    picked.Pieces = 3;
     MaiChoice choice(app, picked, 50);
     EXPECT_EQ(choice.Count(), 0);
     EXPECT_EQ(choice.LimitCount(4), 4);

@@ -43,7 +43,7 @@ class UpTest : public SessionTest {
   protected:
     UpTest() {
         BoxInfo& box = job.AddBox(100, 3);
-        box.Size = {100, 200, 150, 250};
+        box.PartSizes = {100, 200, 150, 250};
         app.CurrentBox = 100;
     }
     // A part set aside by Down: destination 1000, every piece set aside.

@@ -52,7 +52,7 @@ TEST_F(SheetCountTest, ThePartIsStackedAgainWithTheNewCountAndPickedAgain) {
     const std::vector<HaichiInfo*> stacks = StacksOf(partA);
     ASSERT_EQ(stacks.size(), 3u);
     for (const HaichiInfo* h : stacks)
-        EXPECT_EQ(h->Value, 2);
+        EXPECT_EQ(h->Pieces, 2);
     EXPECT_EQ(partA.PiecesPlaced, 6);
     EXPECT_EQ(partA.PerStackLimit, 0);
     // Every stack of the part is picked, the first in the list as Picked.
@@ -103,7 +103,7 @@ TEST_F(SheetCountTest, APartLeftShortIsReportedWithMessage10AfterTheRefresh) {
     ASSERT_EQ(stacks.size(), 71u);
     EXPECT_EQ(partA.PiecesPlaced, 71);
     for (size_t i = 0; i < stacks.size(); ++i)
-        EXPECT_EQ(stacks[i]->Value, i < 58 ? 3 : 2) << i;
+        EXPECT_EQ(stacks[i]->Pieces, i < 58 ? 3 : 2) << i;
     EXPECT_EQ(order,
               std::vector<std::string>({"refresh " + std::to_string(stacks.size()), "message 10"}));
     EXPECT_EQ(testServices.Op.KakuNumbers, Kaku({{10, 0}}));

@@ -100,7 +100,7 @@ TEST_F(LeftTest, StackPickedTwiceIsSetAsideOnce) {
 TEST_F(LeftTest, RecordThatIsNoLongerAStackIsLeftAlone) {
     HaichiInfo stray;
     stray.Part = &partB;
-    stray.Value = 2;
+    stray.Pieces = 2;
     drawing.Picked = &a;
     drawing.PickHistory = {&stray, &a};
     Left();
@@ -121,7 +121,7 @@ TEST_F(LeftTest, PartsLeftShortAreNotSetAsideButAnyProcessesSetAsidePiecesAre) {
 
 class RightTest : public EditTest {
   protected:
-    RightTest() { app.BoxList.begin()->Size = {0, 2000, 0, 2000}; }
+    RightTest() { app.BoxList.begin()->PartSizes = {0, 2000, 0, 2000}; }
     // A 300 x 200 part set aside whole, as Down leaves it.
     PartsInfo& SetAside(int32_t num1, int32_t num4 = 0) {
         PartsInfo& p = AddPart(num1, destination::kTorioki);
@@ -181,7 +181,7 @@ TEST_F(RightTest, PartOfAnotherProcessIsNotFound) {
 
 TEST_F(RightTest, PartFittingNoPalletBoxShowsMessage13And14AndStaysSetAside) {
     PartsInfo& p = SetAside(2);
-    job.AddBox(1).Size = {0, 299, 0, 2000};
+    job.AddBox(1).PartSizes = {0, 299, 0, 2000};
     EXPECT_FALSE(session.Right(p.Seq).Changed);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{13, 14}}));
     EXPECT_EQ(p.Destination, destination::kTorioki);
@@ -191,8 +191,8 @@ TEST_F(RightTest, PartFittingNoPalletBoxShowsMessage13And14AndStaysSetAside) {
 
 TEST_F(RightTest, PalletBoxBoundsAreInclusiveAndSmallBoxesAreNotChecked) {
     PartsInfo& p = SetAside(1);
-    app.BoxList.begin()->Size = {300, 300, 200, 200};
-    job.AddBox(100).Size = {0, 1, 0, 1};
+    app.BoxList.begin()->PartSizes = {300, 300, 200, 200};
+    job.AddBox(100).PartSizes = {0, 1, 0, 1};
     EXPECT_TRUE(session.Right(p.Seq).Changed);
     EXPECT_TRUE(op.KakuNumbers.empty());
     EXPECT_EQ(p.PiecesPlaced, 1);

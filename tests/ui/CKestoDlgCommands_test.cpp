@@ -481,7 +481,7 @@ TEST(CKestoDlgCommands, ThreeDDrawsTheLayersUpAndLeft) {
     const std::optional<IntRect> r = s.Drawing().ScreenRect(s.FirstStack());
     ASSERT_TRUE(r.has_value());
     const int mid = (r->Top + r->Bottom) / 2;
-    const int layers = s.FirstStack().Value - 1;
+    const int layers = s.FirstStack().Pieces - 1;
     EXPECT_EQ(s.At(r->Left - 2 * layers, mid), colour::kPalletFrame);
     Click(s.D(), "B-3D");
     EXPECT_EQ(s.job.App().Is3D, 1);

@@ -444,7 +444,7 @@ TEST(CKestoDlgEditing, MaiChgStacksThePickedPartAgainWithTheNewCount) {
             a1.push_back(&h);
     }
     ASSERT_EQ(a1.size(), 1u);
-    EXPECT_EQ(a1[0]->Value, 10);
+    EXPECT_EQ(a1[0]->Pieces, 10);
     EXPECT_DOUBLE_EQ(a1[0]->X, 950);
     EXPECT_DOUBLE_EQ(a1[0]->Y, 50);
     EXPECT_EQ(a1[0]->Part->PiecesPlaced, 10);
@@ -497,7 +497,7 @@ TEST(CKestoDlgEditing, MaiChgLeavingThePartShortShowsMessage10OverTheNewState) {
     for (size_t i = 0; i < a1.size(); ++i) {
         EXPECT_DOUBLE_EQ(a1[i]->X, expected[i][0]) << i;
         EXPECT_DOUBLE_EQ(a1[i]->Y, expected[i][1]) << i;
-        EXPECT_EQ(a1[i]->Value, expected[i][2]) << i;
+        EXPECT_EQ(a1[i]->Pieces, expected[i][2]) << i;
     }
     EXPECT_EQ(a1[0]->Part->PiecesPlaced, 4);
     // The message came over the lists and the drawing as they stand after the change.

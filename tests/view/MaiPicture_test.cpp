@@ -45,7 +45,7 @@ struct PictureJob {
         Part.Thickness = 1.5;
         Part.DirText = "UD";
         Picked.Part = &Part;
-        Picked.Value = 30;
+        Picked.Pieces = 30;
     }
     // Picture 420 x 400 under the limit 600 with Count 50 and CompareCount 25.
     DisplayList Draw(IntRect picture = IntRect{5, 7, 425, 407}, double limit = 600) {
@@ -215,7 +215,7 @@ TEST(MaiPicture, NoTwoTextsOverlapWhereverTheCurrentStackEnds) {
     PictureJob job(messages);
     job.Part.PieceHeight = 10;
     for (int32_t value = 0; value <= 60; ++value) {
-        job.Picked.Value = value;
+        job.Picked.Pieces = value;
         const std::vector<IntRect> boxes = TextBoxes(job.Draw(), job.App);
         for (size_t i = 0; i < boxes.size(); ++i) {
             for (size_t j = i + 1; j < boxes.size(); ++j) {
@@ -261,7 +261,7 @@ TEST(MaiPicture, UndefinedFontsDrawNoTexts) {
 
 TEST(MaiPicture, EmptyCurrentStackFillsNothing) {
     PictureJob job;
-    job.Picked.Value = 0;
+    job.Picked.Pieces = 0;
     const DisplayList list = job.Draw();
     EXPECT_TRUE(test::RectsFilled(list, kCurrent).empty());
     // Its tick lies on the floor y0 = 367.

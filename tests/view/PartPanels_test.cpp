@@ -37,7 +37,7 @@ class InfoPanel : public ::testing::Test {
         part->SheetText = "S-12";
         part->PerStackLimit = 6;
         stack.Part = part;
-        stack.Value = 3;
+        stack.Pieces = 3;
     }
 
     // "%-20s %-2s %-32s %ld%s" of LASER-1, UD, SIDE PANEL, 48 and "pcs".

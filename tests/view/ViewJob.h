@@ -64,8 +64,8 @@ class ViewJob {
         KouteiInfo& k = app.KouteiList.Append();
         app.KouteiList.Count++;
         k.No = no;
-        k.Name1 = name1;
-        k.Name2 = palletName;
+        k.Name = name1;
+        k.PalletName = palletName;
         return k;
     }
 
@@ -103,7 +103,7 @@ class ViewJob {
         HaichiInfo& h = app.HaichiList.Append();
         app.HaichiList.Count++;
         h.Part = &part;
-        h.Value = pieces;
+        h.Pieces = pieces;
         h.BlockIndex = blockIndex;
         h.X = x;
         h.Y = y;
