@@ -16,7 +16,7 @@ namespace kesto::fuzz {
 class SilentOperator : public Operator {
   public:
     void ShowMessageBox(const std::string&) override {}
-    int AskKaku(int, int) override { return 1; }
+    OkCancel AskKaku(int, int) override { return OkCancel::Ok; }
     bool AskOffsetWarning(const std::string&) override { return true; }
 };
 

@@ -146,7 +146,7 @@ int FuzzPlacementFile(FuzzSite& site, const uint8_t* data, size_t size) {
     if (!session.StartUp())
         return -1;
     session.Init();
-    session.Finish(JobEnd::Ok);
+    session.Finish(OkCancel::Ok);
     return static_cast<int>(session.App().HaichiList.Items.size());
 }
 

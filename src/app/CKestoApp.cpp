@@ -76,7 +76,7 @@ const PalletInfo* CKestoApp::PalletByName(const std::string& name) const {
     return const_cast<CKestoApp*>(this)->PalletByName(name);
 }
 
-int CKestoApp::ShowKaku(Operator& op, int32_t no1, int32_t no2) {
+OkCancel CKestoApp::ShowKaku(Operator& op, int32_t no1, int32_t no2) {
     KakuMsgNo1 = no1;
     KakuMsgNo2 = no2;
     return op.AskKaku(no1, no2);

@@ -113,8 +113,8 @@ class CKestoApp {
     PalletInfo* PalletByName(const std::string& name);  // first pallet with that Name
     const PalletInfo* PalletByName(const std::string& name) const;
 
-    // Sets KakuMsgNo1/2 and asks the operator; 1 for OK, 2 for Cancel.
-    int ShowKaku(Operator& op, int32_t no1, int32_t no2);
+    // Sets KakuMsgNo1/2 and asks the operator.
+    OkCancel ShowKaku(Operator& op, int32_t no1, int32_t no2);
 
     // --- start-up and exit (settings, command line, input) ------------------------------
     int InitSettings(const Services& services);  // 1 on success

@@ -51,17 +51,19 @@ inline constexpr int32_t kOutsidePalletBoxSize = 13;  // with its second line 14
 inline constexpr int32_t kOutsidePalletBoxSize2 = 14;
 inline constexpr int32_t kBandSelectionActive = 15;
 inline constexpr int32_t kLastInforming = 200;
+// Numbers up to kLastInforming only inform: their box has OK alone, which is the answer.
+inline constexpr bool OnlyInforms(int32_t no1) {
+    return no1 >= 1 && no1 <= kLastInforming;
+}
 inline constexpr int32_t kAskRetry = 202;  // with its second line 203
 inline constexpr int32_t kAskRetry2 = 203;
 inline constexpr int32_t kAskAuto = 204;  // with its second line 205
 inline constexpr int32_t kAskAuto2 = 205;
+inline constexpr int32_t kAskCountChange = 206;  // with its second line 207
+inline constexpr int32_t kAskCountChange2 = 207;
 inline constexpr int32_t kAskDeleteResult = 208;
 inline constexpr const char* kOffsetWarningKey = "Msg209";
 }  // namespace kaku
-
-// The answers of the confirmation dialog.
-inline constexpr int kAnswerOk = 1;
-inline constexpr int kAnswerCancel = 2;
 
 // Destination codes of a part (PartsInfo::Destination).
 namespace destination {

@@ -17,19 +17,18 @@ void BatchOperator::PrintKakuMessage(int no) {
          << TerminalText(messages_.GetFontText("KakuDlg", KakuKey(no)).Text) << std::endl;
 }
 
-int BatchOperator::AskKaku(int no1, int no2) {
+OkCancel BatchOperator::AskKaku(int no1, int no2) {
     PrintKakuMessage(no1);
     if (no2 > 0)
         PrintKakuMessage(no2);
-    // Numbers up to 200 only inform: their box has OK alone.
-    if (no1 >= 1 && no1 <= kaku::kLastInforming)
-        return 1;
+    if (kaku::OnlyInforms(no1))
+        return OkCancel::Ok;
     return answer_;
 }
 
 bool BatchOperator::AskOffsetWarning(const std::string& text) {
     err_ << "kesto: " << TerminalText(text) << std::endl;
-    return answer_ == 1;
+    return answer_ == OkCancel::Ok;
 }
 
 }  // namespace kesto

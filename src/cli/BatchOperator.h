@@ -12,11 +12,10 @@ namespace kesto {
 
 class BatchOperator : public Operator {
   public:
-    // answer: 1 OK, 2 Cancel.
-    BatchOperator(const MessageTable& messages, std::ostream& err, int answer)
+    BatchOperator(const MessageTable& messages, std::ostream& err, OkCancel answer)
         : messages_(messages), err_(err), answer_(answer) {}
     void ShowMessageBox(const std::string& text) override;
-    int AskKaku(int no1, int no2) override;
+    OkCancel AskKaku(int no1, int no2) override;
     bool AskOffsetWarning(const std::string& text) override;
 
   private:
@@ -24,7 +23,7 @@ class BatchOperator : public Operator {
 
     const MessageTable& messages_;
     std::ostream& err_;
-    int answer_;
+    OkCancel answer_;
 };
 
 }  // namespace kesto

@@ -48,9 +48,9 @@ BatchOptions ParseBatchOptions(const std::vector<std::string>& args) {
             if (!value)
                 return options;
             if (*value == "ok") {
-                options.Answer = 1;
+                options.Answer = OkCancel::Ok;
             } else if (*value == "cancel") {
-                options.Answer = 2;
+                options.Answer = OkCancel::Cancel;
             } else {
                 options.Error = "--answer takes ok or cancel, not '" + *value + "'";
                 return options;
@@ -155,7 +155,7 @@ int RunBatch(const std::string& programPath, const BatchOptions& options, std::o
     if (!session.Aborted())
         ReportPlacement(session.App(), out);
     if (!session.Ended())
-        session.Finish(options.Answer == 1 ? JobEnd::Ok : JobEnd::Cancel);
+        session.Finish(options.Answer);
     ReportEnd(session, out);
     // Drawn before Exit, which frees the job; only a job whose files were written.
     if (options.Picture && session.Ended() && !session.Aborted())

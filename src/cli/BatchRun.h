@@ -12,7 +12,7 @@
 namespace kesto {
 
 struct BatchOptions {
-    int Answer = 1;                   // how questions are answered: 1 OK, 2 Cancel
+    OkCancel Answer = OkCancel::Ok;   // how questions are answered
     std::vector<std::string> Tokens;  // the window program's command line after its own path
     bool Help = false;
     std::optional<PictureRequest> Picture;  // --picture FILE, --picture-size WxH

@@ -5,8 +5,6 @@
 namespace kesto {
 
 namespace {
-constexpr int kResultFileKind = 96;
-constexpr int kSaveFileKind = 97;
 
 // A run killed while writing leaves its temporaries beside the targets, and nothing else
 // would ever remove them from a data folder that a host program scans.

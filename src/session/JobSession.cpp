@@ -28,7 +28,7 @@ bool JobSession::StartUp() {
 
 bool JobSession::Init() {
     if (app_.KouteiList.Count < 1) {
-        Finish(JobEnd::Cancel);
+        Finish(OkCancel::Cancel);
         return false;
     }
     return LoadAndPlace(0, 1, {}) == 1;
@@ -44,7 +44,7 @@ int JobSession::LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep
         view_->ShowResetJob();
     // A job that fails its check is ended through Cancel, and the placement still runs.
     if (!CheckJob(app_, services_)) {
-        Finish(JobEnd::Cancel);
+        Finish(OkCancel::Cancel);
         if (aborted_)
             return 0;
     }
@@ -89,7 +89,7 @@ void JobSession::RereadJob() {
 }
 
 bool JobSession::Retry() {
-    if (app_.ShowKaku(services_.Op, kaku::kAskRetry, kaku::kAskRetry2) != kAnswerOk)
+    if (app_.ShowKaku(services_.Op, kaku::kAskRetry, kaku::kAskRetry2) != OkCancel::Ok)
         return false;
     if (view_ != nullptr)
         view_->ForgetJob();
@@ -99,7 +99,7 @@ bool JobSession::Retry() {
 }
 
 bool JobSession::Auto() {
-    if (app_.ShowKaku(services_.Op, kaku::kAskAuto, kaku::kAskAuto2) != kAnswerOk)
+    if (app_.ShowKaku(services_.Op, kaku::kAskAuto, kaku::kAskAuto2) != OkCancel::Ok)
         return false;
     if (view_ != nullptr)
         view_->ForgetJob();
@@ -118,7 +118,7 @@ bool JobSession::PassesExitCheck() {
     return false;
 }
 
-bool JobSession::Finish(JobEnd end) {
+bool JobSession::Finish(OkCancel end) {
     if (ended_)
         return true;
     if (!PassesExitCheck())
@@ -126,7 +126,7 @@ bool JobSession::Finish(JobEnd end) {
     if (CKs_FileSave(app_, services_).SaveAll() == 0)
         return false;
     ended_ = true;
-    if (end == JobEnd::Ok)
+    if (end == OkCancel::Ok)
         app_.DialogOk = 1;
     return true;
 }
@@ -136,7 +136,7 @@ bool JobSession::Close() {
         return true;
     if (!PassesExitCheck())
         return true;
-    return Finish(JobEnd::Cancel);
+    return Finish(OkCancel::Cancel);
 }
 
 int JobSession::Exit() {

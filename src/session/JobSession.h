@@ -30,7 +30,6 @@ struct ToriokiChange {
 };
 
 // How the operator ends the job; the values are the dialog results.
-enum class JobEnd { Ok = 1, Cancel = 2 };
 
 // What a view of the session does when the session changes the whole job under it.
 class SessionView {
@@ -113,7 +112,7 @@ class JobSession {
     // --- finishing --------------------------------------------------------------------
     // OK or Cancel: the offset check, then the result and save files. true when the job
     // ended (the dialog closes); false when it stays open.
-    bool Finish(JobEnd end);
+    bool Finish(OkCancel end);
     // The window's close box: the offset check, then Cancel.
     bool Close();
     // The job ended: by OK or Cancel, or by the operator's stop at the offset warning.

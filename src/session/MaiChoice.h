@@ -23,9 +23,6 @@ enum class MaiButton : int32_t {
 class MaiChoice {
   public:
     static constexpr int32_t kNoChange = -1;
-    // The question asked at OK when the count changed (two lines).
-    static constexpr int32_t kAskCountChange = 206;
-    static constexpr int32_t kAskCountChange2 = 207;
 
     // Opens on the picked stack with the limit heightLimit (the pallet's greatest stack
     // height): Count, StartCount and CompareCount are LimitCount of the part's PerStackLimit,

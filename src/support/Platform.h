@@ -8,14 +8,16 @@
 
 namespace kesto {
 
+// The operator's answer to a question, and the button a job is ended with.
+enum class OkCancel : int { Ok = 1, Cancel = 2 };
+
 class Operator {
   public:
     virtual ~Operator() = default;
     // A fixed English message box with an OK button.
     virtual void ShowMessageBox(const std::string& text) = 0;
-    // The confirmation dialog for message numbers no1 (and no2 when above 0):
-    // 1 for OK, 2 for Cancel.
-    virtual int AskKaku(int no1, int no2) = 0;
+    // The confirmation dialog for message numbers no1 (and no2 when above 0).
+    virtual OkCancel AskKaku(int no1, int no2) = 0;
     // The offset warning with OK and Cancel: true for OK (go on), false for Cancel.
     virtual bool AskOffsetWarning(const std::string& text) = 0;
 };

@@ -179,8 +179,8 @@ TEST_F(CKestoAppTest, PalletByNameFindsTheFirst) {
 }
 
 TEST_F(CKestoAppTest, ShowKakuAsksTheOperator) {
-    installation.Operator.Answer = 2;
-    EXPECT_EQ(app.ShowKaku(installation.Operator, 208, 9), 2);
+    installation.Operator.Answer = OkCancel::Cancel;
+    EXPECT_EQ(app.ShowKaku(installation.Operator, 208, 9), OkCancel::Cancel);
     EXPECT_EQ(app.KakuMsgNo1, 208);
     EXPECT_EQ(app.KakuMsgNo2, 9);
     ASSERT_EQ(installation.Operator.KakuNumbers.size(), 1u);

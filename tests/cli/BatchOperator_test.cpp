@@ -25,33 +25,33 @@ class BatchOperatorTest : public testing::Test {
 };
 
 TEST_F(BatchOperatorTest, MessageBoxIsPrintedWithTheProgramName) {
-    BatchOperator op(messages, err, 1);
+    BatchOperator op(messages, err, OkCancel::Ok);
     op.ShowMessageBox("File Open Error!![x]");
     EXPECT_EQ(err.str(), "kesto: File Open Error!![x]\n");
 }
 
 TEST_F(BatchOperatorTest, QuestionPrintsBothMessagesAndGivesTheAnswer) {
-    BatchOperator cancel(messages, err, 2);
-    EXPECT_EQ(cancel.AskKaku(210, 5), 2);
+    BatchOperator cancel(messages, err, OkCancel::Cancel);
+    EXPECT_EQ(cancel.AskKaku(210, 5), OkCancel::Cancel);
     EXPECT_EQ(err.str(),
               "kesto: message 210: Delete the result?\nkesto: message 005: Parts left\n");
     err.str("");
-    BatchOperator ok(messages, err, 1);
-    EXPECT_EQ(ok.AskKaku(210, 0), 1);
+    BatchOperator ok(messages, err, OkCancel::Ok);
+    EXPECT_EQ(ok.AskKaku(210, 0), OkCancel::Ok);
     EXPECT_EQ(err.str(), "kesto: message 210: Delete the result?\n");
 }
 
 TEST_F(BatchOperatorTest, InformingMessagesUpTo200AreAnsweredWithOk) {
-    BatchOperator op(messages, err, 2);
-    EXPECT_EQ(op.AskKaku(5, 0), 1);
-    EXPECT_EQ(op.AskKaku(200, 0), 1);
-    EXPECT_EQ(op.AskKaku(201, 0), 2);
+    BatchOperator op(messages, err, OkCancel::Cancel);
+    EXPECT_EQ(op.AskKaku(5, 0), OkCancel::Ok);
+    EXPECT_EQ(op.AskKaku(200, 0), OkCancel::Ok);
+    EXPECT_EQ(op.AskKaku(201, 0), OkCancel::Cancel);
     EXPECT_EQ(err.str().rfind("kesto: message 005: Parts left\nkesto: message 200: \n", 0), 0u);
 }
 
 TEST_F(BatchOperatorTest, OffsetWarningIsPrintedAndAnsweredAsConfigured) {
-    BatchOperator ok(messages, err, 1);
-    BatchOperator cancel(messages, err, 2);
+    BatchOperator ok(messages, err, OkCancel::Ok);
+    BatchOperator cancel(messages, err, OkCancel::Cancel);
     EXPECT_TRUE(ok.AskOffsetWarning("Offset over"));
     EXPECT_FALSE(cancel.AskOffsetWarning("Offset over"));
     EXPECT_EQ(err.str(), "kesto: Offset over\nkesto: Offset over\n");
@@ -66,7 +66,7 @@ TEST(BatchOperator, ShiftJisMessagesReachTheTerminalAsUtf8) {
     MessageTable messages;
     ASSERT_EQ(messages.Load(folder / "Kesto.ini", loading), 0);
     std::ostringstream err;
-    BatchOperator op(messages, err, 1);
+    BatchOperator op(messages, err, OkCancel::Ok);
     op.AskKaku(209, 0);
     op.AskOffsetWarning("\x83\x70\x83\x8C\x83\x62\x83\x67");
     EXPECT_EQ(err.str(), "kesto: message 209: 続けますか？\nkesto: パレット\n");

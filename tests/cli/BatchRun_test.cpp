@@ -22,7 +22,7 @@ std::vector<std::string> Tokens(const TempFolder& folder) {
 }
 
 // Runs the batch job on the installation in folder; report gets stdout and stderr.
-int RunJob(const TempFolder& folder, const std::vector<std::string>& tokens, int answer,
+int RunJob(const TempFolder& folder, const std::vector<std::string>& tokens, OkCancel answer,
            std::string* report = nullptr) {
     BatchOptions options;
     options.Tokens = tokens;
@@ -37,14 +37,14 @@ int RunJob(const TempFolder& folder, const std::vector<std::string>& tokens, int
 
 TEST(ParseBatchOptions, AnswerDefaultsToOkAndKeepsTheTokensInOrder) {
     const BatchOptions o = ParseBatchOptions({"p.txt", "1", "0", "2.5", "3", "2"});
-    EXPECT_EQ(o.Answer, 1);
+    EXPECT_EQ(o.Answer, OkCancel::Ok);
     EXPECT_EQ(o.Tokens, (std::vector<std::string>{"p.txt", "1", "0", "2.5", "3", "2"}));
     EXPECT_TRUE(o.Error.empty());
 }
 
 TEST(ParseBatchOptions, AnswerCancelInBothSpellings) {
-    EXPECT_EQ(ParseBatchOptions({"--answer", "cancel", "p.txt"}).Answer, 2);
-    EXPECT_EQ(ParseBatchOptions({"--answer=cancel"}).Answer, 2);
+    EXPECT_EQ(ParseBatchOptions({"--answer", "cancel", "p.txt"}).Answer, OkCancel::Cancel);
+    EXPECT_EQ(ParseBatchOptions({"--answer=cancel"}).Answer, OkCancel::Cancel);
     EXPECT_EQ(ParseBatchOptions({"--answer=cancel"}).Tokens.size(), 0u);
 }
 
@@ -58,28 +58,29 @@ TEST(RunBatch, MissingSettingsFileEndsWith9001) {
     MiniInstallation inst;
     inst.Write(folder);
     std::filesystem::remove(folder / "Kesto.ini");
-    EXPECT_EQ(RunJob(folder, Tokens(folder), 1), 9001);
+    EXPECT_EQ(RunJob(folder, Tokens(folder), OkCancel::Ok), 9001);
 }
 
 TEST(RunBatch, MissingPalletFileEndsWith9020) {
     TempFolder folder;
     MiniInstallation().Write(folder);
-    EXPECT_EQ(RunJob(folder, {folder / "pallet/none.txt", "0", "0", "0", "0", "1"}, 1), 9020);
-    EXPECT_EQ(RunJob(folder, {}, 1), 9020);
+    EXPECT_EQ(RunJob(folder, {folder / "pallet/none.txt", "0", "0", "0", "0", "1"}, OkCancel::Ok),
+              9020);
+    EXPECT_EQ(RunJob(folder, {}, OkCancel::Ok), 9020);
 }
 
 TEST(RunBatch, MissingJobFileEndsWith9010) {
     TempFolder folder;
     MiniInstallation().Write(folder);
     std::filesystem::remove(folder / "job/job.txt");
-    EXPECT_EQ(RunJob(folder, Tokens(folder), 1), 9010);
+    EXPECT_EQ(RunJob(folder, Tokens(folder), OkCancel::Ok), 9010);
 }
 
 TEST(RunBatch, CompleteJobWritesResultSideAndSaveFiles) {
     TempFolder folder;
     MiniInstallation().Write(folder);
     std::string report;
-    ASSERT_EQ(RunJob(folder, Tokens(folder), 1, &report), 0) << report;
+    ASSERT_EQ(RunJob(folder, Tokens(folder), OkCancel::Ok, &report), 0) << report;
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv_tmp"));
     EXPECT_TRUE(std::filesystem::exists(folder / "out/haichi.csv"));
@@ -93,7 +94,7 @@ TEST(RunBatch, CancelAnswerEndsACompleteJobWith100AfterWritingTheFiles) {
     TempFolder folder;
     MiniInstallation().Write(folder);
     std::string report;
-    ASSERT_EQ(RunJob(folder, Tokens(folder), 2, &report), 100) << report;
+    ASSERT_EQ(RunJob(folder, Tokens(folder), OkCancel::Cancel, &report), 100) << report;
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
     EXPECT_TRUE(std::filesystem::exists(folder / "out/haichi.csv"));
 }
@@ -109,7 +110,7 @@ TEST(RunBatch, JobCheckFailureEndsWith100AfterWritingTheUnplacedJob) {
     inst.Pallets = "P1,OTHER,0,0,1000,800,500,10,10,300,200,10,10,3,3,5,5,x\n";
     inst.Write(folder);
     std::string report;
-    EXPECT_EQ(RunJob(folder, Tokens(folder), 1, &report), 100);
+    EXPECT_EQ(RunJob(folder, Tokens(folder), OkCancel::Ok, &report), 100);
     EXPECT_NE(report.find("message 001"), std::string::npos) << report;
     EXPECT_EQ(report.find("message 008"), std::string::npos) << report;
     EXPECT_EQ(
@@ -132,7 +133,7 @@ TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
         "A001,1,Block,BLK-1,290,190,1,7,0,0,0,,,2,G01,0000,,0,,K001,100\n"
         "#End\n";
     inst.Write(folder);
-    EXPECT_EQ(RunJob(folder, Tokens(folder), 2), 100);
+    EXPECT_EQ(RunJob(folder, Tokens(folder), OkCancel::Cancel), 100);
     EXPECT_FALSE(std::filesystem::exists(folder / "out/result.csv"));
 }
 
@@ -147,7 +148,7 @@ TEST(RunBatch, ResultFileHeldOpenByAnotherProgramEndsWith100And9022KeepingTheOld
                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     ASSERT_NE(other, INVALID_HANDLE_VALUE);
     std::string report;
-    const int code = RunJob(folder, Tokens(folder), 1, &report);
+    const int code = RunJob(folder, Tokens(folder), OkCancel::Ok, &report);
     CloseHandle(other);
     EXPECT_EQ(code, 100) << report;
     EXPECT_NE(report.find("The result files were not written (error code 9022)"), std::string::npos)

@@ -16,10 +16,10 @@ namespace kesto::test {
 
 class RecordingOperator : public Operator {
   public:
-    explicit RecordingOperator(int answer = 1) : Answer(answer) {}
+    explicit RecordingOperator(OkCancel answer = OkCancel::Ok) : Answer(answer) {}
 
     void ShowMessageBox(const std::string& text) override { Messages.push_back(text); }
-    int AskKaku(int no1, int no2) override {
+    OkCancel AskKaku(int no1, int no2) override {
         KakuNumbers.emplace_back(no1, no2);
         if (OnAsk)
             OnAsk(no1);
@@ -27,10 +27,10 @@ class RecordingOperator : public Operator {
     }
     bool AskOffsetWarning(const std::string& text) override {
         Warnings.push_back(text);
-        return Answer == 1;
+        return Answer == OkCancel::Ok;
     }
 
-    int Answer;  // 1 OK, 2 Cancel
+    OkCancel Answer;
     // Runs while a numbered message is up: what the operator sees behind it.
     std::function<void(int no1)> OnAsk;
     std::vector<std::string> Messages;
@@ -65,7 +65,7 @@ class MemoryHostStore : public HostStore {
 
 // The three services together; Get() hands them to a session, an application or a worker.
 struct TestServices {
-    explicit TestServices(std::string systemFolder = "", int answer = 1)
+    explicit TestServices(std::string systemFolder = "", OkCancel answer = OkCancel::Ok)
         : Op(answer), Host(std::move(systemFolder)) {}
     TestServices(const TestServices&) = delete;
     TestServices& operator=(const TestServices&) = delete;

@@ -46,7 +46,7 @@ struct ContractCase {
 int RunWindow(const fs::path& install, const ContractCase& c) {
     test::EnsureQApplication();
     const test::ScopedWorkingFolder here(install);
-    test::TestServices services(install.string(), c.Ok ? 1 : 2);
+    test::TestServices services(install.string(), c.Ok ? OkCancel::Ok : OkCancel::Cancel);
     JobSession session(services.Get(), "kesto " + c.Args);
     if (session.StartUp()) {
         FontTable fonts;

@@ -35,7 +35,7 @@ TEST(FuzzSite, IsTheSystemFolderOfItsServicesAndGoesWithTheSite) {
         MessageTable messages;
         const Services services = site.Make(messages);
         EXPECT_EQ(services.Host.SystemFolder().Folder, folder.string());
-        EXPECT_EQ(services.Op.AskKaku(208, 0), 1);
+        EXPECT_EQ(services.Op.AskKaku(208, 0), OkCancel::Ok);
         EXPECT_TRUE(services.Op.AskOffsetWarning("far"));
         EXPECT_FALSE(services.Host.ReadUserValue("IsDirect").has_value());
         EXPECT_TRUE(std::filesystem::is_directory(folder));

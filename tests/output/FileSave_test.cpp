@@ -87,7 +87,7 @@ TEST_F(SaveAll, ShortPartAcceptedDeletesTheResultAndStillWritesTheSaveFile) {
 TEST_F(SaveAll, ShortPartRefusedWritesNoSaveFile) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
     AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 4);
-    operator_.Answer = 2;
+    operator_.Answer = OkCancel::Cancel;
 
     EXPECT_EQ(FileSave().SaveAll(), 0);
 

@@ -76,7 +76,7 @@ TEST_F(OffsetCheck, Text4Of0100IsCheckedOnlyAgainstOffsetB) {
 
 TEST_F(OffsetCheck, CancelAtTheWarningAsksToEndTheProcess) {
     AddStackAt("1111", 2000, 300);
-    operator_.Answer = 2;
+    operator_.Answer = OkCancel::Cancel;
 
     EXPECT_EQ(Check(), 0);
 

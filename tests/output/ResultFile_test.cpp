@@ -66,7 +66,7 @@ TEST_F(ResultFile, SetAsidePiecesAskMessage208AndOkDeletesTheResultFile) {
 TEST_F(ResultFile, PartlyStackedPartIsShortAndCancelKeepsTheOldResult) {
     AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 4);
     WriteFile(path_, "old result\n");
-    operator_.Answer = 2;
+    operator_.Answer = OkCancel::Cancel;
 
     EXPECT_EQ(Write(), 0);
 

@@ -419,7 +419,7 @@ RunResult RunEditing(const JobShape& shape, bool freeMoves) {
     result.Done = run.Done();
     result.SharedOutParts += static_cast<int>(sharedOut.size());
     run.PlaceEverythingBack();
-    EXPECT_TRUE(run.Session().Finish(JobEnd::Ok));
+    EXPECT_TRUE(run.Session().Finish(OkCancel::Ok));
     if (!NoneShort(run.App(), run.Job()))
         return result;
     result.Restorable = true;

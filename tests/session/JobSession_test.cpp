@@ -139,7 +139,7 @@ TEST_F(FailedCheckTest, CancelHandlingWritesTheFilesAndThePlacementStillRuns) {
     EXPECT_EQ(b.PiecesPlaced, 1);
 
     // The job has ended: OK changes nothing any more, and the exit code is that of Cancel.
-    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_TRUE(session.Finish(OkCancel::Ok));
     EXPECT_EQ(ReadLines(Out("save.csv")), saved);
     EXPECT_EQ(session.Exit(), 100);
 }
@@ -168,7 +168,7 @@ TEST_F(FailedCheckTest, OffsetStopDuringTheCancelHandlingAbortsWithoutWritingOrP
     job.AddStack(a, 0, 990, 10, 2);
     app.OffsetSet = 1;
     pallet->LimitRight = 20;
-    op.Answer = 2;
+    op.Answer = OkCancel::Cancel;
     EXPECT_FALSE(session.Init());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
     EXPECT_EQ(op.Warnings, (Lines{"Offset over"}));
@@ -218,7 +218,7 @@ TEST_F(InitTest, FailedRestoreStopsTheInitialisationButOkWritesWhatWasRestored) 
     EXPECT_EQ(a.PiecesPlaced, 2);
     EXPECT_TRUE(job.StacksOf(b).empty());
 
-    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_TRUE(session.Finish(OkCancel::Ok));
     EXPECT_TRUE(op.KakuNumbers.empty());
     EXPECT_EQ(ReadLines(Out("res.csv_tmp")), (Lines{"A1,1,N1,1,2", "0002,1,N2,0,1"}));
     EXPECT_EQ(ReadLines(Out("res.csv")),
@@ -257,7 +257,7 @@ class FinishTest : public SessionTest {
 
 TEST_F(FinishTest, OkWritesTheFilesAndExitsWithZero) {
     ASSERT_EQ(job.StacksOf(part).size(), 1u);
-    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_TRUE(session.Finish(OkCancel::Ok));
     EXPECT_TRUE(session.Ended());
     EXPECT_FALSE(session.Aborted());
     EXPECT_EQ(app.DialogOk, 1);
@@ -272,7 +272,7 @@ TEST_F(FinishTest, OkWritesTheFilesAndExitsWithZero) {
 }
 
 TEST_F(FinishTest, CancelWritesTheSameFilesAndExitsWithHundred) {
-    EXPECT_TRUE(session.Finish(JobEnd::Cancel));
+    EXPECT_TRUE(session.Finish(OkCancel::Cancel));
     EXPECT_TRUE(session.Ended());
     EXPECT_EQ(app.DialogOk, 0);
     ExpectPlacedFiles();
@@ -287,9 +287,9 @@ TEST_F(FinishTest, CloseEndsThroughCancel) {
 }
 
 TEST_F(FinishTest, EndedJobIsNotFinishedAgain) {
-    EXPECT_TRUE(session.Finish(JobEnd::Cancel));
+    EXPECT_TRUE(session.Finish(OkCancel::Cancel));
     std::filesystem::remove(Out("save.csv"));
-    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_TRUE(session.Finish(OkCancel::Ok));
     EXPECT_TRUE(session.Close());
     EXPECT_FALSE(Exists("save.csv"));
     EXPECT_EQ(session.Exit(), 100);
@@ -298,16 +298,16 @@ TEST_F(FinishTest, EndedJobIsNotFinishedAgain) {
 // Part 1 set aside after the placement is short: the result writer asks message 208.
 TEST_F(FinishTest, RefusedResultKeepsTheJobOpen) {
     ASSERT_TRUE(session.Down(part.Seq));
-    op.Answer = 2;
-    EXPECT_FALSE(session.Finish(JobEnd::Ok));
+    op.Answer = OkCancel::Cancel;
+    EXPECT_FALSE(session.Finish(OkCancel::Ok));
     EXPECT_FALSE(session.Ended());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{208, 0}}));
     EXPECT_TRUE(Exists("res.csv_tmp"));
     EXPECT_FALSE(Exists("res.csv"));
     EXPECT_FALSE(Exists("save.csv"));
 
-    op.Answer = 1;
-    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    op.Answer = OkCancel::Ok;
+    EXPECT_TRUE(session.Finish(OkCancel::Ok));
     EXPECT_TRUE(session.Ended());
     EXPECT_FALSE(Exists("res.csv"));
     EXPECT_EQ(ReadLines(Out("save.csv")),
@@ -318,7 +318,7 @@ TEST_F(FinishTest, RefusedResultKeepsTheJobOpen) {
 
 TEST_F(FinishTest, OffsetWarningAnsweredOkGoesOnWriting) {
     StackBeyondTheOffset();
-    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    EXPECT_TRUE(session.Finish(OkCancel::Ok));
     EXPECT_EQ(op.Warnings, (Lines{"Offset over"}));
     EXPECT_FALSE(session.Aborted());
     ExpectPlacedFiles();
@@ -327,8 +327,8 @@ TEST_F(FinishTest, OffsetWarningAnsweredOkGoesOnWriting) {
 
 TEST_F(FinishTest, OffsetStopAtOkEndsWith999AndWritesNothing) {
     StackBeyondTheOffset();
-    op.Answer = 2;
-    EXPECT_TRUE(session.Finish(JobEnd::Ok));
+    op.Answer = OkCancel::Cancel;
+    EXPECT_TRUE(session.Finish(OkCancel::Ok));
     EXPECT_EQ(op.Warnings, (Lines{"Offset over"}));
     EXPECT_TRUE(session.Ended());
     EXPECT_TRUE(session.Aborted());
@@ -348,7 +348,7 @@ TEST_F(FinishTest, CloseChecksTheOffsetsAndCancelChecksThemAgain) {
 
 TEST_F(FinishTest, OffsetStopAtCloseEndsWith999AndWritesNothing) {
     StackBeyondTheOffset();
-    op.Answer = 2;
+    op.Answer = OkCancel::Cancel;
     EXPECT_TRUE(session.Close());
     EXPECT_EQ(op.Warnings, (Lines{"Offset over"}));
     EXPECT_TRUE(session.Aborted());

@@ -47,7 +47,7 @@ TEST(MaiChoice, OpensWithThePerStackLimitCutToTheHeightLimit) {
 
 TEST(MaiChoice, OkAtOnceReturnsNoChangeWithoutAsking) {
     MaiJob j(20, 8, 10, 50);
-    test::RecordingOperator op(1);
+    test::RecordingOperator op(OkCancel::Ok);
     EXPECT_EQ(j.C().Confirm(op), -1);
     EXPECT_EQ(j.C().Count(), -1);
     EXPECT_EQ(j.C().EditText(), "-1");
@@ -141,7 +141,7 @@ TEST(MaiChoice, EvenButtonGivingTheSameStacksBackIsNoChange) {
     j.C().Press(MaiButton::Even);
     EXPECT_EQ(j.C().Count(), 4);
     EXPECT_EQ(j.C().CompareCount(), -1);
-    test::RecordingOperator op(1);
+    test::RecordingOperator op(OkCancel::Ok);
     EXPECT_EQ(j.C().Confirm(op), -1);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
@@ -151,7 +151,7 @@ TEST(MaiChoice, EvenButtonWithOtherStacksKeepsCompareCountAndAsks) {
     MaiJob j(12, 0, 10, 50, 2, 6);
     j.C().Press(MaiButton::Even);
     EXPECT_EQ(j.C().CompareCount(), 5);
-    test::RecordingOperator op(1);
+    test::RecordingOperator op(OkCancel::Ok);
     EXPECT_EQ(j.C().Confirm(op), 4);
     ASSERT_EQ(op.KakuNumbers.size(), 1u);
     EXPECT_EQ(op.KakuNumbers[0], (std::pair<int, int>{206, 207}));
@@ -207,7 +207,7 @@ TEST(MaiChoice, ShareButtonResetsCompareCountToTheStartCount) {
 TEST(MaiChoice, ChangedCountConfirmedWithOkIsReturned) {
     MaiJob j(20, 8, 10, 50);
     j.C().Type("3");
-    test::RecordingOperator op(1);
+    test::RecordingOperator op(OkCancel::Ok);
     EXPECT_EQ(j.C().Confirm(op), 3);
     EXPECT_EQ(j.C().EditText(), "3");
     EXPECT_EQ(op.KakuNumbers.size(), 1u);
@@ -216,7 +216,7 @@ TEST(MaiChoice, ChangedCountConfirmedWithOkIsReturned) {
 TEST(MaiChoice, CancelToTheQuestionReturnsNoChange) {
     MaiJob j(20, 8, 10, 50);
     j.C().Type("3");
-    test::RecordingOperator op(2);
+    test::RecordingOperator op(OkCancel::Cancel);
     EXPECT_EQ(j.C().Confirm(op), -1);
     EXPECT_EQ(j.C().EditText(), "-1");
     EXPECT_EQ(op.KakuNumbers, (std::vector<std::pair<int, int>>{{206, 207}}));

@@ -152,7 +152,7 @@ TEST(CKestoDlgCommands, RetryCancelledChangesNothing) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     MovePartTwoToTorioki(job);
-    job.Svc.Op.Answer = 2;
+    job.Svc.Op.Answer = OkCancel::Cancel;
     Click(*job.Dialog, "B-RETRY");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{202, 203}}));
     EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 1000);
@@ -201,7 +201,7 @@ TEST(CKestoDlgCommands, AutoCancelledChangesNothing) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     PartBySeq(job.App(), 1).PiecesPlaced = 3;
-    job.Svc.Op.Answer = 2;
+    job.Svc.Op.Answer = OkCancel::Cancel;
     Click(*job.Dialog, "B-AUTO");
     EXPECT_EQ(PartBySeq(job.App(), 1).PiecesPlaced, 3);
     EXPECT_EQ(PartBySeq(job.App(), 1).PartialQuantity, 0);
@@ -354,7 +354,7 @@ TEST(CKestoDlgCommands, OkStoppedAtTheOffsetWarningEndsWith999AndWritesNothing) 
     ASSERT_TRUE(job.Open(job.Install.CommandLine("0 799")));
     ASSERT_EQ(job.App().OffsetSet, 1);
     job.Dialog->show();
-    job.Svc.Op.Answer = 2;
+    job.Svc.Op.Answer = OkCancel::Cancel;
     Click(*job.Dialog, "B-OK");
     ExpectStoppedAtTheOffsetWarning(job);
 }
@@ -364,7 +364,7 @@ TEST(CKestoDlgCommands, CloseStoppedAtTheOffsetWarningEndsWith999AndWritesNothin
     BreakTheOffsetLimit(job);
     ASSERT_TRUE(job.Open(job.Install.CommandLine("0 799")));
     job.Dialog->show();
-    job.Svc.Op.Answer = 2;
+    job.Svc.Op.Answer = OkCancel::Cancel;
     job.Dialog->close();
     ExpectStoppedAtTheOffsetWarning(job);
 }

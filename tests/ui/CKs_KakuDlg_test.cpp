@@ -104,10 +104,10 @@ TEST(CKs_KakuDlg, CancelReturnsTwoAndOkReturnsOne) {
     CKs_KakuDlg& dialog = f.Make(202, 203, nullptr);
     QTimer::singleShot(0, &dialog,
                        [&] { QTest::mouseClick(Button(dialog, "ButtonCan"), Qt::LeftButton); });
-    EXPECT_EQ(dialog.Run(), 2);
+    EXPECT_EQ(dialog.Run(), OkCancel::Cancel);
     QTimer::singleShot(0, &dialog,
                        [&] { QTest::mouseClick(Button(dialog, "ButtonOk"), Qt::LeftButton); });
-    EXPECT_EQ(dialog.Run(), 1);
+    EXPECT_EQ(dialog.Run(), OkCancel::Ok);
 }
 
 TEST(CKs_KakuDlg, ReturnAnswersOkAndEscapeCancel) {
@@ -116,16 +116,16 @@ TEST(CKs_KakuDlg, ReturnAnswersOkAndEscapeCancel) {
     QTimer::singleShot(0, &dialog, [&] { QTest::keyClick(&dialog, Qt::Key_Return); });
     // A Return that answers nothing must not leave the test waiting.
     QTimer::singleShot(2000, &dialog, [&] { dialog.done(3); });
-    EXPECT_EQ(dialog.Run(), 1);
+    EXPECT_EQ(dialog.Run(), OkCancel::Ok);
     QTimer::singleShot(0, &dialog, [&] { QTest::keyClick(&dialog, Qt::Key_Escape); });
-    EXPECT_EQ(dialog.Run(), 2);
+    EXPECT_EQ(dialog.Run(), OkCancel::Cancel);
 }
 
 TEST(CKs_KakuDlg, ClosingCountsAsCancel) {
     KakuFixture f;
     CKs_KakuDlg& dialog = f.Make(7, 0, nullptr);
     QTimer::singleShot(0, &dialog, [&] { dialog.close(); });
-    EXPECT_EQ(dialog.Run(), 2);
+    EXPECT_EQ(dialog.Run(), OkCancel::Cancel);
 }
 
 TEST(CKs_KakuDlg, UndefinedFontKeepsTheTemplateTextAndNoTitle) {

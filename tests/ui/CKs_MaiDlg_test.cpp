@@ -53,7 +53,7 @@ constexpr const char* kMessages =
     "Label05=1,Dir\n";
 
 struct MaiDialogJob {
-    explicit MaiDialogJob(int answer = 1) : Op(answer), Job(App) {
+    explicit MaiDialogJob(OkCancel answer = OkCancel::Ok) : Op(answer), Job(App) {
         test::EnsureQApplication();
         App.FontHeight = {0, 16, 12, 0, 0};
         App.FontNames = {"", "DejaVuSans", "DejaVuSans", "", ""};
@@ -203,7 +203,7 @@ TEST(CKs_MaiDlg, OkAtOnceReturnsNoChange) {
 }
 
 TEST(CKs_MaiDlg, OkAfterAChangeAsksAndReturnsTheCount) {
-    MaiDialogJob j(1);
+    MaiDialogJob j(OkCancel::Ok);
     QTimer::singleShot(0, j.Dialog.get(), [&] {
         j.TypeCount("6");
         QTest::mouseClick(j.Button("ButtonOk"), Qt::LeftButton);
@@ -213,7 +213,7 @@ TEST(CKs_MaiDlg, OkAfterAChangeAsksAndReturnsTheCount) {
 }
 
 TEST(CKs_MaiDlg, CancelToTheQuestionReturnsNoChange) {
-    MaiDialogJob j(2);
+    MaiDialogJob j(OkCancel::Cancel);
     QTimer::singleShot(0, j.Dialog.get(), [&] {
         j.TypeCount("6");
         QTest::mouseClick(j.Button("ButtonOk"), Qt::LeftButton);

@@ -65,9 +65,9 @@ void CKs_KakuDlg::reject() {
     done(2);
 }
 
-int CKs_KakuDlg::Run() {
+OkCancel CKs_KakuDlg::Run() {
     Prepare();
-    return exec() == 1 ? 1 : 2;
+    return exec() == QDialog::Accepted ? OkCancel::Ok : OkCancel::Cancel;
 }
 
 bool CKs_KakuDlg::ApplyLine(QLabel* label, int number, std::string& shown) {
@@ -132,7 +132,7 @@ void CKs_KakuDlg::PlaceBox(int textLength) {
     line1_->setGeometry(0, 50, width, 2 * h);
     line2_->setGeometry(0, 50 + 2 * h + 10, width, 2 * h);
     const int B = height;
-    if (no1_ >= 1 && no1_ <= kaku::kLastInforming) {
+    if (kaku::OnlyInforms(no1_)) {
         ok_->setGeometry(width / 2 - 105, B - 35, 205, 30);
         cancel_->hide();
     } else {

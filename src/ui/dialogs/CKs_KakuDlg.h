@@ -23,7 +23,7 @@ class CKs_KakuDlg : public QDialog {
     // Texts, size and position; done by Run, callable alone to look at the box.
     void Prepare();
     // Runs modally: 1 for OK, 2 for Cancel or closing.
-    int Run();
+    OkCancel Run();
     int CharHeight() const { return charHeight_; }
 
     void reject() override;

@@ -204,12 +204,12 @@ void CKestoDlg::OnAuto() {
 }
 
 void CKestoDlg::OnOK() {
-    if (session_.Finish(JobEnd::Ok))
+    if (session_.Finish(OkCancel::Ok))
         EndIfJobEnded();
 }
 
 void CKestoDlg::OnCancel() {
-    if (session_.Finish(JobEnd::Cancel))
+    if (session_.Finish(OkCancel::Cancel))
         EndIfJobEnded();
 }
 

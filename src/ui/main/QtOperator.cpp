@@ -13,7 +13,7 @@ void QtOperator::ShowMessageBox(const std::string& text) {
     box.exec();
 }
 
-int QtOperator::AskKaku(int no1, int no2) {
+OkCancel QtOperator::AskKaku(int no1, int no2) {
     CKs_KakuDlg dialog(no1, no2, messages_, fonts_, mainWindow_);
     return dialog.Run();
 }

@@ -21,7 +21,7 @@ class QtOperator : public Operator {
     void SetMainWindow(QWidget* window) { mainWindow_ = window; }
 
     void ShowMessageBox(const std::string& text) override;
-    int AskKaku(int no1, int no2) override;
+    OkCancel AskKaku(int no1, int no2) override;
     bool AskOffsetWarning(const std::string& text) override;
 
   private:
