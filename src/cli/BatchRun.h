@@ -12,9 +12,10 @@
 namespace kesto {
 
 struct BatchOptions {
-    int Answer = 1;                   // how questions are answered: 1 OK, 2 Cancel
-    std::vector<std::string> Tokens;  // the window program's command line after its own path
-    bool Help = false;
+    int Answer = 1;                         // how questions are answered: 1 OK, 2 Cancel
+    std::vector<std::string> Tokens;        // the window program's command line after its own path
+    bool Help = false;                      // --help: the usage text, nothing run
+    bool Version = false;                   // --version: the version line, nothing run
     std::optional<PictureRequest> Picture;  // --picture FILE, --picture-size WxH
     std::string Error;                      // set when the options cannot be understood
 };
