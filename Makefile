@@ -7,7 +7,8 @@ KESTO_WERROR ?= OFF
 PACKAGES   := cmake g++ make libgtest-dev libgmock-dev libbenchmark-dev \
               qt6-base-dev qt6-qpa-plugins libgl1-mesa-dev fonts-dejavu-core fonts-noto-cjk \
               clang libclang-rt-14-dev \
-              xvfb openbox libx11-dev libxtst-dev
+              xvfb openbox libx11-dev libxtst-dev \
+              dpkg-dev file lintian desktop-file-utils appstream man-db groff-base
 # make fuzz: the libFuzzer harnesses of fuzz/, built with clang; each runs FUZZ_SECONDS.
 FUZZ_BUILD   ?= build-fuzz
 FUZZ_SECONDS ?= 60
@@ -20,7 +21,7 @@ WINDOWS_PACKAGES := cmake g++ make googletest g++-mingw-w64-x86-64-posix wine64 
 WINDOWS_ENV       = WINEPREFIX=$(CURDIR)/$(WINDOWS_BUILD)/wineprefix WINEDEBUG=-all \
                     WINEDLLOVERRIDES="mscoree,mshtml=" DISPLAY=
 
-.PHONY: deps build test test-asan soak fuzz demo bench screenshot format clean deps-windows test-windows demo-ja screenshot-ja
+.PHONY: deps build test test-asan soak fuzz demo bench screenshot format clean deps-windows test-windows demo-ja screenshot-ja package
 
 # $(call install,STEP,PACKAGES): installs the missing Debian packages with apt-get (as root),
 # or names the command that would.
@@ -80,6 +81,10 @@ test-windows: deps-windows
 	$(WINDOWS_ENV) wine cmd /c exit </dev/null >/dev/null 2>&1
 	cd $(WINDOWS_BUILD) && status=0; $(WINDOWS_ENV) ctest --output-on-failure -j $(JOBS) || status=$$?; \
 	  $(WINDOWS_ENV) wineserver -k || true; exit $$status
+
+# make package: the Debian package of the build, build/kesto_VERSION_ARCH.deb (CPack).
+package: build
+	cd $(BUILD) && cpack -G DEB
 
 fuzz: deps
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
