@@ -275,5 +275,33 @@ TEST_F(InstalledPackage, HoldsOnlyFilesUnderUsrAndNothingThatOutlivesRemoval) {
     EXPECT_EQ(control.Out, "control\nmd5sums\n");
 }
 
+// dpkg itself installs and removes the package in a throwaway root of its own (an empty
+// database; the libraries live on this machine, not in that root, hence --force-depends).
+TEST_F(InstalledPackage, DpkgRemovesEverythingItInstalledInAThrowawayRoot) {
+    const fs::path target = folder_.Path() / "dpkg-root";
+    const fs::path database = target / "var" / "lib" / "dpkg";
+    for (const char* folder : {"info", "updates", "triggers"})
+        fs::create_directories(database / folder);
+    test::WriteFile(database / "status", "");
+    test::WriteFile(database / "available", "");
+    const std::string dpkg = "dpkg --root=" + Quoted(target) + " --log=/dev/null --force-not-root ";
+    const Outcome install = Tool(dpkg + "--force-depends -i " + Quoted(deb_));
+    ASSERT_EQ(install.ExitCode, 0) << install.Out << install.Err;
+    EXPECT_TRUE(fs::is_regular_file(target / kBin / "kesto-batch"));
+    EXPECT_TRUE(fs::is_regular_file(target / kSample / "bin" / "Ks_Setup.ini"));
+    const Outcome remove = Tool(dpkg + "-r kesto");
+    ASSERT_EQ(remove.ExitCode, 0) << remove.Out << remove.Err;
+    // Only dpkg's own database is left in the root.
+    std::vector<std::string> left;
+    for (const auto& entry : fs::directory_iterator(target))
+        left.push_back(entry.path().filename().string());
+    EXPECT_EQ(left, std::vector<std::string>{"var"});
+    // Without configuration files, nothing of it stays known either (no "config-files" state).
+    const Outcome status = Tool("dpkg-query --admindir=" + Quoted(database) + " -W kesto");
+    EXPECT_NE(status.ExitCode, 0);
+    EXPECT_NE(status.Err.find("no packages found matching kesto"), std::string::npos)
+        << status.Out << status.Err;
+}
+
 }  // namespace
 }  // namespace kesto
