@@ -36,7 +36,7 @@ if(WIN32)
   install(FILES ${CMAKE_BINARY_DIR}/packaging/README.txt DESTINATION .)
 else()
   # The manual pages, written once in man/, and the package's changelog, their version filled
-  # in and compressed as Debian ships them (gzip -n: the same bytes on every build).
+  # in and compressed as Debian ships them (gzip -n: no name or time stamp inside).
   set(linux_dir ${PROJECT_SOURCE_DIR}/packaging/linux)
   string(TIMESTAMP KESTO_PACKAGE_DATE "%a, %d %b %Y 00:00:00 +0000" UTC)
   set(kesto_man_pages kesto-batch)
