@@ -7,7 +7,8 @@ KESTO_WERROR ?= OFF
 PACKAGES   := cmake g++ make libgtest-dev libgmock-dev libbenchmark-dev \
               qt6-base-dev qt6-qpa-plugins libgl1-mesa-dev fonts-dejavu-core fonts-noto-cjk \
               clang libclang-rt-14-dev \
-              xvfb openbox libx11-dev libxtst-dev clang-format
+              xvfb openbox libx11-dev libxtst-dev clang-format \
+              dpkg-dev file lintian desktop-file-utils appstream man-db groff-base
 # make fuzz: the libFuzzer harnesses of fuzz/, built with clang; each runs FUZZ_SECONDS.
 FUZZ_BUILD   ?= build-fuzz
 FUZZ_SECONDS ?= 60
@@ -17,10 +18,14 @@ FUZZ_SECONDS ?= 60
 WINDOWS_BUILD    ?= build-windows
 # The Linux kesto-batch that the Windows files are compared with is built too (Qt-free).
 WINDOWS_PACKAGES := cmake g++ make googletest g++-mingw-w64-x86-64-posix wine64 wine
+WINDOWS_CONFIGURE = cmake -S . -B $(WINDOWS_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+                    -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake \
+                    -DKESTO_GTEST_SOURCE_DIR=/usr/src/googletest -DKESTO_WITH_UI=OFF \
+                    -DKESTO_WITH_BENCH=OFF -DKESTO_WERROR=$(KESTO_WERROR)
 WINDOWS_ENV       = WINEPREFIX=$(CURDIR)/$(WINDOWS_BUILD)/wineprefix WINEDEBUG=-all \
                     WINEDLLOVERRIDES="mscoree,mshtml=" DISPLAY=
 
-.PHONY: deps build test test-asan soak fuzz demo bench screenshot format clean deps-windows test-windows demo-ja screenshot-ja
+.PHONY: deps build test test-asan soak fuzz demo bench screenshot format clean deps-windows test-windows demo-ja screenshot-ja package package-windows
 
 # $(call install,STEP,PACKAGES): installs the missing Debian packages with apt-get (as root),
 # or names the command that would.
@@ -65,10 +70,7 @@ test-windows: deps-windows
 	  -DKESTO_GTEST_SOURCE_DIR=/usr/src/googletest -DKESTO_WITH_UI=OFF -DKESTO_WITH_BENCH=OFF \
 	  -DKESTO_WERROR=$(KESTO_WERROR) >/dev/null
 	cmake --build $(WINDOWS_BUILD)/linux --target kesto-batch -j $(JOBS)
-	cmake -S . -B $(WINDOWS_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-	  -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake \
-	  -DKESTO_GTEST_SOURCE_DIR=/usr/src/googletest -DKESTO_WITH_UI=OFF -DKESTO_WITH_BENCH=OFF \
-	  -DKESTO_LINUX_BATCH=$(CURDIR)/$(WINDOWS_BUILD)/linux/kesto-batch -DKESTO_WERROR=$(KESTO_WERROR)
+	$(WINDOWS_CONFIGURE) -DKESTO_LINUX_BATCH=$(CURDIR)/$(WINDOWS_BUILD)/linux/kesto-batch
 	cmake --build $(WINDOWS_BUILD) -j $(JOBS)
 	@test -f $(WINDOWS_BUILD)/wineprefix/system.reg || \
 	  { echo "test-windows: making the Wine prefix"; $(WINDOWS_ENV) wineboot -i >/dev/null 2>&1; \
@@ -81,6 +83,17 @@ test-windows: deps-windows
 	$(WINDOWS_ENV) wine cmd /c exit </dev/null >/dev/null 2>&1
 	cd $(WINDOWS_BUILD) && status=0; $(WINDOWS_ENV) ctest --output-on-failure -j $(JOBS) || status=$$?; \
 	  $(WINDOWS_ENV) wineserver -k || true; exit $$status
+
+# make package: the Debian package of the build, build/kesto_VERSION_ARCH.deb (CPack).
+package: build
+	cd $(BUILD) && cpack -G DEB
+
+# make package-windows: the cross-built kesto-batch.exe with the sample installation and a
+# readme, build-windows/kesto-VERSION-windows-x86_64.zip (CPack).
+package-windows: deps-windows
+	$(WINDOWS_CONFIGURE)
+	cmake --build $(WINDOWS_BUILD) --target kesto-batch -j $(JOBS)
+	cd $(WINDOWS_BUILD) && cpack -G ZIP
 
 fuzz: deps
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo \

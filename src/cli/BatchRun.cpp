@@ -43,6 +43,8 @@ BatchOptions ParseBatchOptions(const std::vector<std::string>& args) {
         const std::string& arg = args[i];
         if (arg == "--help" || arg == "-h") {
             options.Help = true;
+        } else if (arg == "--version") {
+            options.Version = true;
         } else if (IsOption(arg, "--answer")) {
             const auto value = OptionValue(args, i, "--answer", "ok or cancel", options.Error);
             if (!value)
@@ -97,6 +99,7 @@ std::string BatchUsage() {
     return "usage: kesto-batch [--answer ok|cancel] [--picture FILE.pdf|FILE.png [--picture-size "
            "WxH]]\n"
            "                   PALLET DIRECT INCH OFFSET_A OFFSET_B CORNER\n"
+           "       kesto-batch --help | --version\n"
            "Runs a Kesto job without a window: reads the settings, the pallet file and the job,\n"
            "places every part, checks the offsets and writes the result and save files.\n"
            "Questions are answered with --answer (default ok); messages go to stderr.\n"

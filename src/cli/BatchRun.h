@@ -12,9 +12,10 @@
 namespace kesto {
 
 struct BatchOptions {
-    OkCancel Answer = OkCancel::Ok;   // how questions are answered
-    std::vector<std::string> Tokens;  // the window program's command line after its own path
-    bool Help = false;
+    OkCancel Answer = OkCancel::Ok;         // how questions are answered
+    std::vector<std::string> Tokens;        // the window program's command line after its own path
+    bool Help = false;                      // --help: the usage text, nothing run
+    bool Version = false;                   // --version: the version line, nothing run
     std::optional<PictureRequest> Picture;  // --picture FILE, --picture-size WxH
     std::string Error;                      // set when the options cannot be understood
 };

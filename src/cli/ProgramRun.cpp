@@ -147,23 +147,29 @@ ProgramResult RunProgram(const std::string& program, const std::vector<std::stri
 
 #endif
 
-std::string PictureProgramPath(const std::string& argv0) {
+std::string FindPictureProgram(const std::filesystem::path& self, const std::string& argv0) {
     std::error_code ec;
+    for (const std::filesystem::path& folder :
+         {self.parent_path(), std::filesystem::path(argv0).parent_path()}) {
+        const std::filesystem::path candidate = folder / kPictureProgram;
+        if (!folder.empty() && std::filesystem::is_regular_file(candidate, ec))
+            return candidate.string();
+    }
+    return kPictureProgram;
+}
+
+std::string PictureProgramPath(const std::string& argv0) {
+    std::filesystem::path self;
 #ifdef _WIN32
-    char self[MAX_PATH + 1] = {};
-    const DWORD length = GetModuleFileNameA(nullptr, self, MAX_PATH);
+    char module[MAX_PATH + 1] = {};
+    const DWORD length = GetModuleFileNameA(nullptr, module, MAX_PATH);
     if (length > 0 && length < MAX_PATH)
-        return (std::filesystem::path(self).parent_path() / kPictureProgram).string();
+        self = module;
 #else
-    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", ec);
-    if (!ec && !self.empty())
-        return (self.parent_path() / kPictureProgram).string();
+    std::error_code ec;
+    self = std::filesystem::read_symlink("/proc/self/exe", ec);
 #endif
-    const std::filesystem::path folder = std::filesystem::path(argv0).parent_path();
-    // Started through PATH: the picture program is looked up there too.
-    if (folder.empty())
-        return kPictureProgram;
-    return (folder / kPictureProgram).string();
+    return FindPictureProgram(self, argv0);
 }
 
 }  // namespace kesto

@@ -2,6 +2,7 @@
 // to the picture program this way.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,13 @@ ProgramResult RunProgram(const std::string& program, const std::vector<std::stri
 std::string QuotedArgument(const std::string& arg);
 #endif
 
-// The picture program beside the running executable (argv0 when the system cannot tell).
+// The picture program for a kesto-batch whose file is self (links resolved; empty when the
+// system cannot tell) started as argv0: beside self, which is where the build and every
+// installation put both programs; else beside argv0, a link to kesto-batch kept with it; else
+// the bare name, looked up in PATH.
+std::string FindPictureProgram(const std::filesystem::path& self, const std::string& argv0);
+
+// FindPictureProgram for the running executable.
 std::string PictureProgramPath(const std::string& argv0);
 
 }  // namespace kesto

@@ -9,6 +9,7 @@
 
 #include "app/ExitCode.h"
 #include "cli/BatchRun.h"
+#include "support/Version.h"
 
 int main(int argc, char** argv) {
 #ifdef _WIN32
@@ -19,6 +20,10 @@ int main(int argc, char** argv) {
     const kesto::BatchOptions options = kesto::ParseBatchOptions(args);
     if (options.Help) {
         std::cout << kesto::BatchUsage();
+        return 0;
+    }
+    if (options.Version) {
+        std::cout << kesto::VersionLine("kesto-batch") << "\n";
         return 0;
     }
     if (!options.Error.empty()) {

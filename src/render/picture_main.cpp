@@ -2,17 +2,24 @@
 // files. A program of its own, so that only runs that ask for pictures load Qt.
 #include <QGuiApplication>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <iostream>
 #include <string>
 
 #include "render/PictureWriter.h"
 #include "session/PlacementPicture.h"
+#include "support/Version.h"
 
 namespace {
 
 constexpr int kFailed = 1;
 constexpr int kUsageError = 2;
+
+constexpr const char* kUsage =
+    "usage: kesto-picture DOCUMENT OUTPUT.pdf|OUTPUT.png\n"
+    "       kesto-picture --help | --version\n"
+    "Paints a picture document written by kesto-batch --picture.\n";
 
 // Qt's own warnings (no runtime folder, a painter that did not start) say nothing the
 // program's messages do not say better; only its critical messages go through.
@@ -29,9 +36,16 @@ int Fail(const std::string& message) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+        std::cout << kUsage;
+        return EXIT_SUCCESS;
+    }
+    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+        std::cout << kesto::VersionLine("kesto-picture") << "\n";
+        return EXIT_SUCCESS;
+    }
     if (argc != 3) {
-        std::cerr << "usage: kesto-picture DOCUMENT OUTPUT.pdf|OUTPUT.png\n"
-                     "Paints a picture document written by kesto-batch --picture.\n";
+        std::cerr << kUsage;
         return kUsageError;
     }
     const std::string documentPath = argv[1];

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <clocale>
 #include <cstdlib>
+#include <cstring>
 #include <iostream>
 #include <optional>
 
@@ -16,6 +17,7 @@
 #include "render/FontTable.h"
 #include "session/JobSession.h"
 #include "support/Services.h"
+#include "support/Version.h"
 #include "ui/dialogs/CAboutDlg.h"
 #include "ui/main/Application.h"
 #include "ui/main/CKestoDlg.h"
@@ -45,6 +47,12 @@ std::optional<kesto::ScreenView> RequestedView() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Only as the whole command line: the host's first token is a pallet file's path. Answered
+    // before Qt starts, so that it needs no display.
+    if (argc == 2 && std::strcmp(argv[1], "--version") == 0) {
+        std::cout << kesto::VersionLine("kesto") << "\n";
+        return 0;
+    }
     QApplication qapp(argc, argv);
     // Qt takes the C library's locale from the environment; the job files are read with the
     // C library's number conversions and must always use the decimal point.

@@ -75,13 +75,6 @@ TEST(PictureOptions, UsageNamesThePictureOptions) {
 }
 
 #ifdef _WIN32
-TEST(PictureProgram, LivesBesideTheRunningProgram) {
-    char self[MAX_PATH + 1] = {};
-    ASSERT_GT(GetModuleFileNameA(nullptr, self, MAX_PATH), 0u);
-    EXPECT_EQ(PictureProgramPath("whatever\\kesto-batch.exe"),
-              (std::filesystem::path(self).parent_path() / "kesto-picture.exe").string());
-}
-
 TEST(RunProgram, GivesTheFullExitCode) {
     const ProgramResult zero = RunProgram("cmd", {"/c", "exit", "0"}, "");
     EXPECT_EQ(zero.ExitCode, 0) << zero.Error;
@@ -110,12 +103,6 @@ TEST(QuotedArgument, QuotesOnlyWhatTheRuntimeWouldSplit) {
     EXPECT_EQ(QuotedArgument("dir with blank\\"), "\"dir with blank\\\\\"");
 }
 #else
-TEST(PictureProgram, LivesBesideTheRunningProgram) {
-    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe");
-    EXPECT_EQ(PictureProgramPath("whatever/kesto-batch"),
-              (self.parent_path() / "kesto-picture").string());
-}
-
 TEST(RunProgram, GivesTheExitStatusAndTheMessages) {
     TempFolder folder;
     const std::string errors = folder / "err.txt";

@@ -53,6 +53,19 @@ TEST(ParseBatchOptions, UnknownAnswerAndMissingValueAreErrors) {
     EXPECT_NE(ParseBatchOptions({"--answer"}).Error, "");
 }
 
+TEST(ParseBatchOptions, HelpAndVersionAreOptionsNotTokens) {
+    const BatchOptions o = ParseBatchOptions({"--version", "p.txt"});
+    EXPECT_TRUE(o.Version);
+    EXPECT_FALSE(o.Help);
+    EXPECT_EQ(o.Tokens, std::vector<std::string>{"p.txt"});
+    EXPECT_TRUE(ParseBatchOptions({"--help"}).Help);
+    EXPECT_FALSE(ParseBatchOptions({"--help"}).Version);
+}
+
+TEST(BatchUsage, NamesHelpAndVersion) {
+    EXPECT_NE(BatchUsage().find("kesto-batch --help | --version"), std::string::npos);
+}
+
 TEST(RunBatch, MissingSettingsFileEndsWith9001) {
     TempFolder folder;
     MiniInstallation inst;

@@ -6,16 +6,19 @@
 #include <QLabel>
 
 #include "common/WindowJob.h"
+#include "support/Version.h"
 
 namespace kesto {
 namespace {
 
-TEST(CAboutDlg, ShowsTheVersionTextOfTheResources) {
+TEST(CAboutDlg, ShowsTheVersionTextOfTheResourcesWithTheProjectsVersion) {
     test::EnsureQApplication();
     CAboutDlg about(nullptr);
     auto* text = about.findChild<QLabel*>("VersionText");
     ASSERT_NE(text, nullptr);
-    EXPECT_TRUE(text->text().startsWith("Kesto Version 1.0.0"));
+    EXPECT_TRUE(text->text().startsWith(QString("Kesto Version ") + KestoVersion() + "\n"))
+        << text->text().toStdString();
+    EXPECT_TRUE(text->text().endsWith("small boxes and the set-aside area"));
     EXPECT_EQ(CAboutDlg::VersionText(), text->text());
 }
 

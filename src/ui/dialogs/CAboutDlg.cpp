@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "support/Version.h"
+
 // Resources of a static library are registered by hand, outside any namespace.
 static void InitKestoResources() {
     Q_INIT_RESOURCE(kesto);
@@ -36,7 +38,8 @@ QString CAboutDlg::VersionText() {
     QFile file(":/kesto/version.txt");
     if (!file.open(QIODevice::ReadOnly))
         return QString();
-    return QString::fromUtf8(file.readAll()).trimmed();
+    // The resource holds the text; the version in it is the project's, as --version prints it.
+    return QString::fromUtf8(file.readAll()).trimmed().arg(QString::fromLatin1(KestoVersion()));
 }
 
 CAboutDlg::CAboutDlg(QWidget* parent) : QDialog(parent) {

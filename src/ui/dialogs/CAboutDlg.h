@@ -12,7 +12,7 @@ class CAboutDlg : public QDialog {
     Q_OBJECT
   public:
     explicit CAboutDlg(QWidget* parent);
-    // The version text of the program's resources.
+    // The version text of the program's resources, with the project's version.
     static QString VersionText();
 };
 
