@@ -13,7 +13,7 @@
 #include "JobGenerator.h"
 #include "common/TestFiles.h"
 #include "common/XDisplay.h"
-#include "ui/main/MainLayout.h"
+#include "view/MainLayout.h"
 #include "view/Colours.h"
 
 namespace kesto {

@@ -15,9 +15,9 @@
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
-#include "ui/main/Controls.h"
+#include "view/Controls.h"
 #include "ui/main/ExtentList.h"
-#include "ui/main/MainLayout.h"
+#include "view/MainLayout.h"
 
 namespace kesto {
 namespace {

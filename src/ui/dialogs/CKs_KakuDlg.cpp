@@ -10,6 +10,7 @@
 
 #include "render/TextCodec.h"
 #include "support/MessageFile.h"
+#include "view/KakuLayout.h"
 
 namespace kesto {
 
@@ -17,8 +18,6 @@ namespace {
 
 constexpr const char* kSection = "KakuDlg";
 constexpr const char* kTemplateLine = "Static";
-constexpr int kMinWidth = 300;
-constexpr int kMinHeight = 200;
 // A message value holds at most 255 bytes; the cut only keeps the width arithmetic in range.
 constexpr size_t kMaxTextLength = 1024;
 
@@ -115,31 +114,25 @@ void CKs_KakuDlg::Prepare() {
 }
 
 void CKs_KakuDlg::PlaceBox(int textLength) {
-    const int h = charHeight_;
-    const int width = std::max((textLength * h) / 7 * 4, kMinWidth);
-    const int height = std::max(h * 10, kMinHeight);
     QRect owner;
     if (mainWindow_ != nullptr) {
         owner = mainWindow_->frameGeometry();
     } else if (QGuiApplication::primaryScreen() != nullptr) {
         owner = QGuiApplication::primaryScreen()->geometry();
     }
-    const int left = owner.left();
-    const int right = owner.left() + owner.width();
-    const int top = owner.top();
-    const int bottom = owner.top() + owner.height();
-    setGeometry((left + right) / 2 - width / 2, (top + bottom) / 2 - height / 2, width, height);
-    line1_->setGeometry(0, 50, width, 2 * h);
-    line2_->setGeometry(0, 50 + 2 * h + 10, width, 2 * h);
-    const int B = height;
-    if (kaku::OnlyInforms(no1_)) {
-        ok_->setGeometry(width / 2 - 105, B - 35, 205, 30);
-        cancel_->hide();
-    } else {
-        ok_->setGeometry(width / 2 - 105, B - 35, 100, 30);
-        cancel_->setGeometry(width / 2 + 5, B - 35, 100, 30);
-        cancel_->show();
-    }
+    const KakuLayout l = LayOutKakuDlg(
+        textLength, charHeight_, ControlRect{owner.x(), owner.y(), owner.width(), owner.height()},
+        kaku::OnlyInforms(no1_));
+    const auto place = [](QWidget* w, const ControlRect& r) {
+        w->setGeometry(r.X, r.Y, r.Width, r.Height);
+    };
+    place(this, l.Box);
+    place(line1_, l.Line1);
+    place(line2_, l.Line2);
+    place(ok_, l.Ok);
+    cancel_->setVisible(l.Cancel.has_value());
+    if (l.Cancel)
+        place(cancel_, *l.Cancel);
 }
 
 }  // namespace kesto

@@ -13,7 +13,8 @@
 #include "render/FontTable.h"
 #include "session/DrawingEdit.h"
 #include "session/JobSession.h"
-#include "ui/main/Controls.h"
+#include "session/SmallBoxPages.h"
+#include "view/Controls.h"
 
 class QComboBox;
 class QListWidget;
@@ -52,8 +53,8 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void CountBoxPages();
     int TurnBoxPage(int direction);
     void UpdateBoxButtons();
-    int BoxPage() const { return boxPage_; }
-    int BoxPageCount() const { return boxPageCount_; }
+    int BoxPage() const { return boxPages_.Page(); }
+    int BoxPageCount() const { return boxPages_.PageCount(); }
 
     // --- commands ---
     void OnSelectKoutei();
@@ -161,8 +162,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     CKs_PartsInfo* partsInfo_ = nullptr;
     CKs_PartsView* partsView_ = nullptr;
     CKs_PartsAllDlg* partsAll_ = nullptr;
-    int boxPage_ = 1;
-    int boxPageCount_ = 1;
+    SmallBoxPages boxPages_;
     int boxCaptionFont_ = 1;
     std::string boxCaptionPrefix_;
     bool layoutQueued_ = false;

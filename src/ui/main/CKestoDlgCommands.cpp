@@ -62,9 +62,9 @@ void CKestoDlg::OnSelectKoutei() {
 }
 
 void CKestoDlg::OnSelectSmallBox(int k) {
-    for (int i = 1; i <= 3; ++i)
+    for (int i = 1; i <= SmallBoxPages::kPerPage; ++i)
         SetChecked(kBoxButtons[i - 1], i == k);
-    app_.CurrentBox = (boxPage_ - 1) * 3 + 99 + k;
+    app_.CurrentBox = SmallBoxCode(boxPages_.BoxOnButton(k));
     FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
 }
 

@@ -11,7 +11,7 @@
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
 #include "ui/main/CKestoDlg.h"
-#include "ui/main/MainLayout.h"
+#include "view/MainLayout.h"
 
 namespace kesto {
 

@@ -78,48 +78,33 @@ void CKestoDlg::FillPalletSelect() {
 }
 
 void CKestoDlg::CountBoxPages() {
-    int highest = 0;
-    for (int n = 1; n <= 99; ++n) {
-        if (app_.BoxFlags[n] != 0)
-            highest = n;
-    }
-    boxPageCount_ = highest >= 4 ? (highest + 2) / 3 : 1;
+    boxPages_.Count(app_.BoxFlags);
 }
 
 int CKestoDlg::TurnBoxPage(int direction) {
     SetChecked(kPagePrevious, false);
     SetChecked(kPageNext, false);
-    if (direction == -1) {
-        if (boxPage_ == 1)
-            return 0;
-        if (--boxPage_ == 1)
-            Control(kPagePrevious)->setEnabled(false);
-    } else if (direction == 1) {
-        if (boxPage_ == boxPageCount_)
-            return 0;
-        if (++boxPage_ == boxPageCount_)
-            Control(kPageNext)->setEnabled(false);
-    } else if (boxPage_ == 1) {
-        Control(kPagePrevious)->setEnabled(false);
-    }
-    if (boxPage_ > 1)
-        Control(kPagePrevious)->setEnabled(true);
-    if (boxPage_ < boxPageCount_)
-        Control(kPageNext)->setEnabled(true);
+    const std::optional<PageArrows> arrows = boxPages_.Turn(direction);
+    if (!arrows)
+        return 0;
+    if (arrows->Previous)
+        Control(kPagePrevious)->setEnabled(*arrows->Previous);
+    if (arrows->Next)
+        Control(kPageNext)->setEnabled(*arrows->Next);
     return 1;
 }
 
 void CKestoDlg::UpdateBoxButtons() {
-    for (int k = 1; k <= 3; ++k) {
+    for (int k = 1; k <= SmallBoxPages::kPerPage; ++k) {
         const ControlId id = kBoxButtons[k - 1];
-        const int n = (boxPage_ - 1) * 3 + k;
+        const int n = boxPages_.BoxOnButton(k);
         SetChecked(id, false);
         if (fonts_.Defined(boxCaptionFont_))
             SetCaption(Control(id), boxCaptionFont_, boxCaptionPrefix_ + std::to_string(n));
-        Control(id)->setEnabled(n <= 99 && app_.BoxFlags[n] != 0);
+        Control(id)->setEnabled(boxPages_.Defined(app_.BoxFlags, k));
         if (k == 1) {
             SetChecked(id, true);
-            app_.CurrentBox = n + 99;
+            app_.CurrentBox = SmallBoxCode(n);
             FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
         }
     }

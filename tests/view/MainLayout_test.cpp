@@ -1,4 +1,4 @@
-#include "ui/main/MainLayout.h"
+#include "view/MainLayout.h"
 
 #include <gtest/gtest.h>
 

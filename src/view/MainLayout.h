@@ -4,7 +4,7 @@
 #include <map>
 
 #include "app/CKestoApp.h"
-#include "ui/main/Controls.h"
+#include "view/Controls.h"
 
 namespace kesto {
 
