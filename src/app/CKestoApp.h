@@ -30,6 +30,10 @@ struct ControlRect {
     bool operator==(const ControlRect&) const = default;
 };
 
+// The program's path and the tokens after it joined by single blanks: the command line as the
+// job reads it (CKestoApp::CommandLine).
+std::string JoinCommandLine(const std::vector<std::string>& words);
+
 class CKestoApp {
   public:
     CKestoApp() = default;  // defaults only; nothing is read

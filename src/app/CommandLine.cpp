@@ -7,6 +7,16 @@
 
 namespace kesto {
 
+std::string JoinCommandLine(const std::vector<std::string>& words) {
+    std::string line;
+    for (size_t i = 0; i < words.size(); ++i) {
+        if (i > 0)
+            line += ' ';
+        line += words[i];
+    }
+    return line;
+}
+
 namespace {
 
 constexpr int kTokenCount = 7;

@@ -110,16 +110,6 @@ std::string BatchUsage() {
 
 namespace {
 
-std::string JoinCommandLine(const std::string& programPath,
-                            const std::vector<std::string>& tokens) {
-    std::string line = programPath;
-    for (const std::string& t : tokens) {
-        line += ' ';
-        line += t;
-    }
-    return line;
-}
-
 // The files a job that ended through SaveAll leaves behind.
 void ReportFiles(const Services& services, std::ostream& out) {
     const std::string result = GetDataFilePath(services, DataFile::Result);
@@ -149,7 +139,9 @@ int RunBatch(const std::string& programPath, const BatchOptions& options, std::o
              std::ostream& err, HostStore& host) {
     MessageTable messages;
     BatchOperator op(messages, err, options.Answer);
-    JobSession session(Services{op, host, messages}, JoinCommandLine(programPath, options.Tokens));
+    std::vector<std::string> words{programPath};
+    words.insert(words.end(), options.Tokens.begin(), options.Tokens.end());
+    JobSession session(Services{op, host, messages}, JoinCommandLine(words));
     if (!session.StartUp())
         return session.Exit();
     ReportInput(session.App(), out);

@@ -297,12 +297,6 @@ void AddListingPages(const CKestoApp& app, const MessageTable& messages, const s
 
 // --- document file -------------------------------------------------------------------
 
-std::string OneLine(std::string text) {
-    std::replace(text.begin(), text.end(), '\n', ' ');
-    std::replace(text.begin(), text.end(), '\r', ' ');
-    return text;
-}
-
 // "word n1 n2 ... rest": count numbers after the word, then the rest of the line (may be
 // empty) after one blank.
 bool ParseLine(const std::string& line, const std::string& word, std::vector<int32_t>& numbers,
@@ -334,7 +328,7 @@ std::optional<PicturePage> ReadPage(std::istream& in) {
     std::string line;
     std::vector<int32_t> numbers;
     PicturePage page;
-    if (!std::getline(in, line) || !ParseLine(line, "page", numbers, 2, &page.Title))
+    if (!ReadPictureLine(in, line) || !ParseLine(line, "page", numbers, 2, &page.Title))
         return std::nullopt;
     page.Width = numbers[0];
     page.Height = numbers[1];
@@ -372,31 +366,33 @@ void WritePictureDocument(const PictureDocument& document, std::ostream& out) {
     out << kDocumentHeader << "\n";
     for (size_t i = 0; i < document.Fonts.size(); ++i) {
         const PictureFont& f = document.Fonts[i];
-        out << "font " << i << ' ' << f.Height << ' ' << f.CharSet << ' ' << OneLine(f.Name)
+        out << "font " << i << ' ' << f.Height << ' ' << f.CharSet << ' ' << OnePictureLine(f.Name)
             << "\n";
     }
     out << "pages " << document.Pages.size() << "\n";
     for (const PicturePage& page : document.Pages) {
-        out << "page " << page.Width << ' ' << page.Height << ' ' << OneLine(page.Title) << "\n";
+        out << "page " << page.Width << ' ' << page.Height << ' ' << OnePictureLine(page.Title)
+            << "\n";
         page.Drawing.Write(out);
     }
 }
 
 std::optional<PictureDocument> ReadPictureDocument(std::istream& in) {
     std::string line;
-    if (!std::getline(in, line) || line != kDocumentHeader)
+    if (!ReadPictureLine(in, line) || line != kDocumentHeader)
         return std::nullopt;
     PictureDocument document;
     std::vector<int32_t> numbers;
     for (size_t i = 0; i < document.Fonts.size(); ++i) {
         PictureFont& f = document.Fonts[i];
-        if (!std::getline(in, line) || !ParseLine(line, "font", numbers, 3, &f.Name) ||
+        if (!ReadPictureLine(in, line) || !ParseLine(line, "font", numbers, 3, &f.Name) ||
             numbers[0] != static_cast<int32_t>(i))
             return std::nullopt;
         f.Height = numbers[1];
         f.CharSet = numbers[2];
     }
-    if (!std::getline(in, line) || !ParseLine(line, "pages", numbers, 1, nullptr) || numbers[0] < 0)
+    if (!ReadPictureLine(in, line) || !ParseLine(line, "pages", numbers, 1, nullptr) ||
+        numbers[0] < 0)
         return std::nullopt;
     for (int32_t i = 0; i < numbers[0]; ++i) {
         std::optional<PicturePage> page = ReadPage(in);

@@ -62,8 +62,10 @@ int main(int argc, char** argv) {
     kesto::FontTable fonts;
     kesto::QtOperator op(messages, fonts);
     kesto::DefaultHostStore host;
-    kesto::JobSession session(kesto::Services{op, host, messages},
-                              kesto::JoinCommandLine(QApplication::arguments()));
+    std::vector<std::string> words;
+    for (const QString& argument : QApplication::arguments())
+        words.push_back(argument.toStdString());
+    kesto::JobSession session(kesto::Services{op, host, messages}, kesto::JoinCommandLine(words));
     if (!session.StartUp())
         return kesto::FinishProcess(session.Exit(), std::cerr);
 

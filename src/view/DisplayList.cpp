@@ -16,36 +16,6 @@ constexpr size_t kMaxPrimitives = 4'000'000;
 constexpr size_t kFieldCount = 19;
 constexpr int32_t kFontSlots = 5;
 
-std::string WrittenText(const std::string& text) {
-    std::string out = text;
-    for (char& c : out) {
-        if (c == '\n' || c == '\r')
-            c = ' ';
-    }
-    return out;
-}
-
-// One line without its line feed (and the carriage return of a CRLF file); false at the end
-// of the input or on a line too long to be ours.
-bool ReadLine(std::istream& in, std::string& line) {
-    line.clear();
-    char c = 0;
-    bool any = false;
-    while (in.get(c)) {
-        any = true;
-        if (c == '\n')
-            break;
-        if (line.size() >= kMaxLineBytes)
-            return false;
-        line.push_back(c);
-    }
-    if (!any)
-        return false;
-    if (!line.empty() && line.back() == '\r')
-        line.pop_back();
-    return true;
-}
-
 bool ValidColour(int32_t v) {
     return v >= 0 && v <= 255;
 }
@@ -115,6 +85,33 @@ std::optional<Primitive> ParsePrimitive(const std::string& line) {
 }
 
 }  // namespace
+
+std::string OnePictureLine(std::string text) {
+    for (char& c : text) {
+        if (c == '\n' || c == '\r')
+            c = ' ';
+    }
+    return text;
+}
+
+bool ReadPictureLine(std::istream& in, std::string& line) {
+    line.clear();
+    char c = 0;
+    bool any = false;
+    while (in.get(c)) {
+        any = true;
+        if (c == '\n')
+            break;
+        if (line.size() >= kMaxLineBytes)
+            return false;
+        line.push_back(c);
+    }
+    if (!any)
+        return false;
+    if (!line.empty() && line.back() == '\r')
+        line.pop_back();
+    return true;
+}
 
 void DisplayList::FillRectangle(const IntRect& rect, Rgb fill, Rgb pen) {
     Primitive p;
@@ -204,7 +201,7 @@ void DisplayList::Write(std::ostream& out) const {
         for (size_t i = 0; i < f.size(); ++i)
             out << (i > 0 ? " " : "") << f[i];
         if (p.Kind == PrimitiveKind::Label)
-            out << ' ' << WrittenText(p.Text);
+            out << ' ' << OnePictureLine(p.Text);
         out << '\n';
     }
     out << "end\n";
@@ -213,7 +210,7 @@ void DisplayList::Write(std::ostream& out) const {
 std::optional<DisplayList> DisplayList::Read(std::istream& in) {
     DisplayList list;
     std::string line;
-    while (ReadLine(in, line)) {
+    while (ReadPictureLine(in, line)) {
         if (line == "end")
             return list;
         if (list.items_.size() >= kMaxPrimitives)

@@ -30,6 +30,12 @@ struct Primitive {
     bool operator==(const Primitive&) const = default;
 };
 
+// A line of a picture file: its text with line feeds and carriage returns made blanks.
+std::string OnePictureLine(std::string text);
+// One line of a picture file without its line feed (and the carriage return of a CRLF
+// file); false at the end of the input or on a line too long to be one of ours.
+bool ReadPictureLine(std::istream& in, std::string& line);
+
 class DisplayList : public Canvas {
   public:
     void FillRectangle(const IntRect& rect, Rgb fill, Rgb pen) override;

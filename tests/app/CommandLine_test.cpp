@@ -19,6 +19,13 @@ class CommandLineTest : public ::testing::Test {
     CKestoApp app;
 };
 
+TEST(JoinCommandLine, ProgramAndArgumentsSeparatedByBlanks) {
+    EXPECT_EQ(JoinCommandLine({"/opt/kesto", "p.txt", "0", "1"}), "/opt/kesto p.txt 0 1");
+    EXPECT_EQ(JoinCommandLine({"/opt/kesto"}), "/opt/kesto");
+    EXPECT_EQ(JoinCommandLine({"", "p.txt"}), " p.txt");
+    EXPECT_EQ(JoinCommandLine({}), "");
+}
+
 TEST_F(CommandLineTest, OnlyTheProgramPathLeavesEverythingEmpty) {
     app.OffsetA = 4;
     Parse("kesto.exe");

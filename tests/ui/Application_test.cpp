@@ -21,11 +21,6 @@
 namespace kesto {
 namespace {
 
-TEST(JoinCommandLine, ProgramAndArgumentsSeparatedByBlanks) {
-    EXPECT_EQ(JoinCommandLine({"/opt/kesto", "p.txt", "0", "1"}), "/opt/kesto p.txt 0 1");
-    EXPECT_EQ(JoinCommandLine({"/opt/kesto"}), "/opt/kesto");
-}
-
 TEST(WindowStartUp, OnlyTheProgramPathEndsWith9020) {
     test::TestInstallation install;
     test::TestServices services(install.Root().string());

@@ -114,6 +114,30 @@ TEST(DisplayList, MalformedInputIsRefused) {
     EXPECT_FALSE(DisplayList::Read(half).has_value());
 }
 
+TEST(PictureFile, ALineIsReadWithoutItsLineEnd) {
+    std::istringstream in("first\r\nsecond\nlast");
+    std::string line;
+    ASSERT_TRUE(ReadPictureLine(in, line));
+    EXPECT_EQ(line, "first");
+    ASSERT_TRUE(ReadPictureLine(in, line));
+    EXPECT_EQ(line, "second");
+    ASSERT_TRUE(ReadPictureLine(in, line));
+    EXPECT_EQ(line, "last");
+    EXPECT_FALSE(ReadPictureLine(in, line));
+}
+
+TEST(PictureFile, ALineTooLongToBeOursIsRefused) {
+    std::istringstream in(std::string(65536, 'x') + "\n");
+    std::string line;
+    ASSERT_TRUE(ReadPictureLine(in, line));
+    std::istringstream longer(std::string(65537, 'x') + "\n");
+    EXPECT_FALSE(ReadPictureLine(longer, line));
+}
+
+TEST(PictureFile, LineBreaksInATextBecomeBlanks) {
+    EXPECT_EQ(OnePictureLine("a\nb\rc"), "a b c");
+}
+
 TEST(DisplayList, ReplayPaintsThePrimitivesInOrder) {
     const DisplayList list = Sample();
     DisplayList copy;

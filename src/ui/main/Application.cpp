@@ -7,10 +7,6 @@
 
 namespace kesto {
 
-std::string JoinCommandLine(const QStringList& arguments) {
-    return arguments.join(QLatin1Char(' ')).toStdString();
-}
-
 namespace {
 
 void CoverAvailableArea(QWidget& window, const QScreen& screen) {

@@ -10,9 +10,6 @@ class QString;
 
 namespace kesto {
 
-// The program path and its arguments joined by single blanks, as the command line is read.
-std::string JoinCommandLine(const QStringList& arguments);
-
 // Makes the window open maximised. It first covers the available area of its screen, which is
 // where it stays in an X session without a window manager (no one there maximises it); it
 // covers that area again whenever the screen's available area changes.
