@@ -141,8 +141,9 @@ int FuzzPlacementFile(FuzzSite& site, const uint8_t* data, size_t size) {
     site.Write("job/job.txt", kJob);
     site.Write("out/haichi.csv", data, size);
     MessageTable messages;
+    ViewState shown;
     JobSession session(site.Make(messages),
-                       "kesto " + site.Path("pallet/pallets.txt") + " 0 0 0 0 1");
+                       "kesto " + site.Path("pallet/pallets.txt") + " 0 0 0 0 1", shown);
     if (!session.StartUp())
         return -1;
     session.Init();

@@ -49,7 +49,7 @@ struct PlacedJob {
         App.PalletPrefix = "P";
         const Services services{Quiet, Host, Messages};
         CheckJob(App, services);
-        CKs_Haichi(App, services).PlaceAll(0, 0);
+        CKs_Haichi(App, services, Shown).PlaceAll(0, 0);
         for (PartsInfo& p : App.PartsList) {
             ShapeElement frame;
             frame.Kind = kShapeNoAngRect;
@@ -61,11 +61,11 @@ struct PlacedJob {
             p.ShapeCount = 2;
             p.HasOutline = 1;
         }
-        App.CurrentKoutei = BusiestProcess();
-        App.AreaRect = {0, 0, kWidth, kHeight};
-        App.Is3D = 1;
-        App.GridFlag = 1;
-        App.IsBlockDraw = 1;
+        Shown.CurrentKoutei = BusiestProcess();
+        Shown.AreaRect = {0, 0, kWidth, kHeight};
+        Shown.Is3D = 1;
+        Shown.GridFlag = 1;
+        Shown.IsBlockDraw = 1;
         App.IsDirect = 0;
         Fonts.Build(App);
     }
@@ -93,6 +93,7 @@ struct PlacedJob {
     BenchHost Host;
     MessageTable Messages;
     CKestoApp App;
+    ViewState Shown;
     FontTable Fonts;
 };
 
@@ -111,10 +112,10 @@ void CountShown(benchmark::State& state, const PalletDrawing& drawing) {
 // A full redraw: what Refresh paints into the window's image.
 void BM_Refresh(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.App.PalletMode = static_cast<int32_t>(state.range(0));
+    job.Shown.PalletMode = static_cast<int32_t>(state.range(0));
     job.App.IsDirect = static_cast<int32_t>(state.range(1));
     QImage image(kWidth, kHeight, QImage::Format_RGB32);
-    PalletDrawing drawing(job.App, job.Messages);
+    PalletDrawing drawing(job.App, job.Shown, job.Messages);
     for (auto _ : state) {
         QPainter painter(&image);
         QtCanvas canvas(painter, job.Fonts);
@@ -127,8 +128,8 @@ void BM_Refresh(benchmark::State& state) {
 // The same redraw recorded instead of painted: the share of the work that is the core's.
 void BM_RefreshRecorded(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.App.PalletMode = static_cast<int32_t>(state.range(0));
-    PalletDrawing drawing(job.App, job.Messages);
+    job.Shown.PalletMode = static_cast<int32_t>(state.range(0));
+    PalletDrawing drawing(job.App, job.Shown, job.Messages);
     DisplayList list;
     for (auto _ : state) {
         list.Clear();
@@ -140,9 +141,9 @@ void BM_RefreshRecorded(benchmark::State& state) {
 // A pick's highlight: the old part back in normal colours (mode 3), the new one lit (mode 4).
 void BM_HighlightChange(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.App.PalletMode = static_cast<int32_t>(state.range(0));
+    job.Shown.PalletMode = static_cast<int32_t>(state.range(0));
     QImage image(kWidth, kHeight, QImage::Format_RGB32);
-    PalletDrawing drawing(job.App, job.Messages);
+    PalletDrawing drawing(job.App, job.Shown, job.Messages);
     {
         QPainter painter(&image);
         QtCanvas canvas(painter, job.Fonts);
@@ -215,13 +216,13 @@ IntPoint Middle(const IntRect& r) {
 // the widget's repaint of the picture with the image over it.
 void BM_DragFrame(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.App.PalletMode = view::kFlat;
-    job.App.AreaRect = {0, 0, kWidth, kHeight};
+    job.Shown.PalletMode = view::kFlat;
+    job.Shown.AreaRect = {0, 0, kWidth, kHeight};
     // Flat stacks: the grab point hits the stack it is the middle of.
-    job.App.Is3D = 0;
+    job.Shown.Is3D = 0;
     QImage picture(kWidth, kHeight, QImage::Format_RGB32);
     QImage screen(kWidth, kHeight, QImage::Format_RGB32);
-    PalletDrawing drawing(job.App, job.Messages);
+    PalletDrawing drawing(job.App, job.Shown, job.Messages);
     BenchAreaView view(drawing, picture, job.Fonts, true);
     view.Refresh();
     const std::vector<HaichiInfo*> shown = ShownStacks(drawing);
@@ -251,19 +252,19 @@ void BM_DragFrame(benchmark::State& state) {
     state.counters["image_rects"] = static_cast<double>(view.Image.size());
     edit.Release(canvas, 0, 0);
     drawing.ResetSelection();
-    job.App.Is3D = 1;
+    job.Shown.Is3D = 1;
 }
 
 // A band of stacks dropped 12 pixels on and back: the probe pass, the moving pass and the
 // corner rebuild (argument 0), and with the window's full repaint and highlight (argument 1).
 void BM_Drop(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.App.PalletMode = view::kFlat;
-    job.App.AreaRect = {0, 0, kWidth, kHeight};
+    job.Shown.PalletMode = view::kFlat;
+    job.Shown.AreaRect = {0, 0, kWidth, kHeight};
     job.App.IsDirect = 1;
-    job.App.Is3D = 0;
+    job.Shown.Is3D = 0;
     QImage picture(kWidth, kHeight, QImage::Format_RGB32);
-    PalletDrawing drawing(job.App, job.Messages);
+    PalletDrawing drawing(job.App, job.Shown, job.Messages);
     BenchAreaView view(drawing, picture, job.Fonts, state.range(0) == 1);
     {
         QPainter painter(&picture);
@@ -299,7 +300,7 @@ void BM_Drop(benchmark::State& state) {
     state.counters["band_stacks"] = static_cast<double>(drawing.BandList.size());
     drawing.ResetSelection();
     job.App.IsDirect = 0;
-    job.App.Is3D = 1;
+    job.Shown.Is3D = 1;
 }
 
 // Views: FLAT, DANMEN, 4PALLET, 2PALLET; second argument: outlines (IsDirect).

@@ -76,10 +76,4 @@ const PalletInfo* CKestoApp::PalletByName(const std::string& name) const {
     return const_cast<CKestoApp*>(this)->PalletByName(name);
 }
 
-OkCancel CKestoApp::ShowKaku(Operator& op, int32_t no1, int32_t no2) {
-    KakuMsgNo1 = no1;
-    KakuMsgNo2 = no2;
-    return op.AskKaku(no1, no2);
-}
-
 }  // namespace kesto

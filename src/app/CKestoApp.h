@@ -1,5 +1,6 @@
-// The application object: all data of one job. The job session owns one and hands it by
-// reference to the workers and dialogs; tests make as many as they like. It holds data only:
+// The application object: all data of one job, its settings and what its command line gave.
+// The job session owns one and hands it by reference to the workers and dialogs; tests make as
+// many as they like. What the operator looks at is not here (ViewState). It holds data only:
 // what it reads or asks goes through the services it is given.
 #pragma once
 
@@ -10,25 +11,10 @@
 
 #include "app/Codes.h"
 #include "app/JobModel.h"
+#include "app/Rect.h"
 #include "support/Services.h"
 
 namespace kesto {
-
-struct IntRect {
-    int32_t Left = 0;
-    int32_t Top = 0;
-    int32_t Right = 0;
-    int32_t Bottom = 0;
-};
-
-// A control's place in a window: its top-left corner and size, in pixels.
-struct ControlRect {
-    int32_t X = 0;
-    int32_t Y = 0;
-    int32_t Width = 0;
-    int32_t Height = 0;
-    bool operator==(const ControlRect&) const = default;
-};
 
 // The program's path and the tokens after it joined by single blanks: the command line as the
 // job reads it (CKestoApp::CommandLine).
@@ -43,7 +29,6 @@ class CKestoApp {
     std::array<int32_t, 5> FontHeight{};
     std::array<int32_t, 5> FontCharSet{};
     std::array<std::string, 5> FontNames;
-    int32_t PartsAllState = 1;
     RecordList<BoxInfo> BoxList;
     RecordList<KouteiInfo> KouteiList;
     RecordList<PartsInfo> PartsList;
@@ -59,7 +44,6 @@ class CKestoApp {
     int32_t BlocksCapacity = 0;
     int32_t BlocksCount = 0;
     int32_t IsDirect = -1;
-    int32_t IsBlockDraw = 0;
     int32_t InchMode = 0;
     int32_t StartCorner = 3;
     int32_t DialogOk = 0;
@@ -67,35 +51,9 @@ class CKestoApp {
     double OffsetA = 0;
     double OffsetB = 0;
 
-    // --- display and selection state --------------------------------------------------
-    int32_t PalletMode = 0;
-    int32_t Is3D = 0;
-    int32_t GridFlag = 0;
-    int32_t HitByBlock = 1;
-    int32_t CurrentKoutei = 1;
-    int32_t CurrentBox = destination::kFirstSmallBox;
-    int32_t CurrentPallet = 1;
+    // PalletInfo "PalletSelect": how many pallets a process has and the prefix of their names.
     int32_t PalletCount = 0;
     std::string PalletPrefix;
-    int32_t LayoutState = 0;
-    int32_t KakuMsgNo1 = 0;
-    int32_t KakuMsgNo2 = 0;
-    // Where the main window wants the drawing area and the two part panels (its client
-    // pixels), set by its layout pass; each panel then moves itself there.
-    IntRect AreaPlacement;
-    IntRect InfoPlacement;
-    IntRect ViewPlacement;
-    // Each panel's own client rectangle (left and top 0), stored when it placed itself: what
-    // the drawing reads.
-    IntRect AreaRect;
-    IntRect InfoRect;
-    IntRect ViewRect;
-    // The drawing area's rectangle on the screen; the all-parts dialog is placed over it.
-    IntRect AreaWindowRect;
-    // The arrangement toggle's two captions ("B-NEST-A" for IsDirect 0, "B-NEST-D" otherwise):
-    // font numbers and texts, reset when the per-user values are first read.
-    std::array<int32_t, 2> NestCaptionFonts{1, 1};
-    std::array<std::string, 2> NestCaptionTexts;
 
     // --- process -------------------------------------------------------------------
     std::string CommandLine;  // the whole command line, the program's own path included
@@ -117,19 +75,16 @@ class CKestoApp {
     PalletInfo* PalletByName(const std::string& name);  // first pallet with that Name
     const PalletInfo* PalletByName(const std::string& name) const;
 
-    // Sets KakuMsgNo1/2 and asks the operator.
-    OkCancel ShowKaku(Operator& op, int32_t no1, int32_t no2);
-
     // --- start-up and exit (settings, command line, input) ------------------------------
     int InitSettings(const Services& services);  // 1 on success
-    // Empties the job lists and flags, reads the per-user values.
+    // Empties the job lists and flags, reads the job's per-user value ("IsDirect", once a run).
     void ReadRegistrySettings(HostStore& host);
     void WriteRegistrySettings(HostStore& host);
     void ParseCommandLine();  // from CommandLine
     // Command line, pallet file, job file; 1 on success.
     int ReadInput(const Services& services);
-    // PalletCount/PalletPrefix from "PalletSelect"/"PalletInfo", CurrentPallet 1; LoadAndPlace
-    // reads them each time the job is placed.
+    // PalletCount/PalletPrefix from "PalletSelect"/"PalletInfo"; LoadAndPlace reads them each
+    // time the job is placed.
     void ReadPalletSelect(const MessageTable& messages);
 
     // Token 2 of the command line (the pallet file's path).

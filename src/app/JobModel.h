@@ -171,10 +171,6 @@ struct BlockInfo {
     double MaxY = 0;
     uint8_t CornerMask = 0;
     PartsInfo* Occupant = nullptr;
-    int32_t PixLeft = 0;
-    int32_t PixTop = 0;
-    int32_t PixRight = 0;
-    int32_t PixBottom = 0;
 };
 
 // A list of records in append order with the system's own count, which is not always the

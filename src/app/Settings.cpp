@@ -61,7 +61,6 @@ void CKestoApp::ReadPalletSelect(const MessageTable& messages) {
     SplitFields(fields);
     PalletCount = AtoL(fields[0]);
     PalletPrefix = CutField(fields[1], kName32);
-    CurrentPallet = 1;
 }
 
 }  // namespace kesto

@@ -2,6 +2,7 @@
 
 #include "app/CKestoApp.h"
 #include "app/ScanFormat.h"
+#include "app/ViewState.h"
 
 namespace kesto {
 
@@ -32,18 +33,21 @@ void CKestoApp::ReadRegistrySettings(HostStore& host) {
     BlocksCapacity = 0;
     BlocksCount = 0;
     // The direct setting is read once a run, so a change by the operator survives Retry.
-    if (IsDirect == -1) {
+    if (IsDirect == -1)
         ReadUserInt(host, "IsDirect", IsDirect);
-        NestCaptionFonts = {1, 1};
-        NestCaptionTexts = {};
-    }
-    ReadUserInt(host, "IsBlockDraw", IsBlockDraw);
 }
 
 void CKestoApp::WriteRegistrySettings(HostStore& host) {
     // A value that cannot be written is simply not kept.
     host.WriteUserValue("IsDirect", std::to_string(IsDirect));
-    host.WriteUserValue("IsBlockDraw", std::to_string(IsBlockDraw));
+}
+
+void ReadViewSettings(HostStore& host, ViewState& shown) {
+    ReadUserInt(host, "IsBlockDraw", shown.IsBlockDraw);
+}
+
+void WriteViewSettings(HostStore& host, const ViewState& shown) {
+    host.WriteUserValue("IsBlockDraw", std::to_string(shown.IsBlockDraw));
 }
 
 }  // namespace kesto

@@ -121,7 +121,7 @@ bool WriteBatchPictures(JobSession& session, const PictureRequest& request,
     // A PDF also lists the small boxes, the set-aside parts and the parts left short; PNG
     // images are of the pallets only.
     const PictureDocument document = BuildPlacementPictures(
-        session.App(), session.Svc().Messages, JobFileName(session),
+        session.App(), session.Shown(), session.Svc().Messages, JobFileName(session),
         pdf ? kPdfPageWidth : request.Width, pdf ? kPdfPageHeight : request.Height, pdf);
     out.flush();
     const std::string error = PaintDocument(document, request.Output, pictureProgram);

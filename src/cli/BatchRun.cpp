@@ -141,7 +141,9 @@ int RunBatch(const std::string& programPath, const BatchOptions& options, std::o
     BatchOperator op(messages, err, options.Answer);
     std::vector<std::string> words{programPath};
     words.insert(words.end(), options.Tokens.begin(), options.Tokens.end());
-    JobSession session(Services{op, host, messages}, JoinCommandLine(words));
+    // What a window would show: the pictures take their toggles from it.
+    ViewState shown;
+    JobSession session(Services{op, host, messages}, JoinCommandLine(words), shown);
     if (!session.StartUp())
         return session.Exit();
     ReportInput(session.App(), out);

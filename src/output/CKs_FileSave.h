@@ -18,9 +18,10 @@ class CKs_FileSave {
     int WriteResultFile(const std::string& path);
     int WritePlacementFile(const std::string& path);
 
-    // The offset check at the end of a job: 1 to go on, 0 when the operator chose Cancel at
-    // the warning (the caller ends the process with 999 at once).
-    int CheckOffsets();
+    // The offset check at the end of a job, against the pallet of the process on view (its
+    // 1-based position): 1 to go on, 0 when the operator chose Cancel at the warning (the
+    // caller ends the process with 999 at once).
+    int CheckOffsets(int32_t processOnView);
     // Text of a key of section "KakuDlg" of Kesto.ini in the system folder ("" when missing).
     std::string GetKakuText(const std::string& key);
 

@@ -48,11 +48,11 @@ std::string TextOfFontValue(const std::string& value) {
 
 }  // namespace
 
-int CKs_FileSave::CheckOffsets() {
+int CKs_FileSave::CheckOffsets(int32_t processOnView) {
     if (app_.OffsetSet == 0)
         return 1;
-    // The current process's pallet: with none of its name there is nothing to check against.
-    const KouteiInfo* process = app_.KouteiAt(app_.CurrentKoutei);
+    // That process's pallet: with none of its name there is nothing to check against.
+    const KouteiInfo* process = app_.KouteiAt(processOnView);
     if (process == nullptr)
         return 1;
     const PalletInfo* pallet = app_.PalletByName(process->PalletName);

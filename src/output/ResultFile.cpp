@@ -102,7 +102,7 @@ int CKs_FileSave::WriteResultFile(const std::string& path) {
     if (WriteSideFile(app_, stacks, path + "_tmp") != 1)
         return 0;
     if (AnyPartShort(app_, stacks)) {
-        if (app_.ShowKaku(services_.Op, kaku::kAskDeleteResult, kaku::kNone) != OkCancel::Ok)
+        if (services_.Op.AskKaku(kaku::kAskDeleteResult, kaku::kNone) != OkCancel::Ok)
             return 0;
         // The operator accepts the shortage: no result, and no stale one either.
         std::remove(path.c_str());

@@ -53,7 +53,7 @@ int CKs_Block::SetUp() {
     for (KouteiInfo& k : app_.KouteiList) {
         k.Pallet = app_.PalletByName(k.PalletName);
         if (k.Pallet == nullptr) {
-            app_.ShowKaku(services_.Op, kaku::kNoPalletForKoutei, kaku::kNone);
+            services_.Op.AskKaku(kaku::kNoPalletForKoutei, kaku::kNone);
             return 0;
         }
         capacity += int64_t{k.Pallet->CellsX} * k.Pallet->CellsY;

@@ -46,7 +46,8 @@ void ShareOut(const std::vector<HaichiInfo*>& stacks, int32_t num1) {
     }
 }
 
-CKs_Haichi::CKs_Haichi(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
+CKs_Haichi::CKs_Haichi(CKestoApp& app, const Services& services, const ViewState& shown)
+    : app_(app), services_(services), shown_(shown) {}
 
 CKs_Haichi::~CKs_Haichi() = default;
 
@@ -128,7 +129,7 @@ int CKs_Haichi::PlaceAll(int partial, int restore) {
             return IsPalletCode(p.Destination) && p.Quantity != p.PiecesPlaced;
         });
     if (shortPart && partial == 0)
-        app_.ShowKaku(services_.Op, kaku::kPartsLeftShort, kaku::kNone);
+        services_.Op.AskKaku(kaku::kPartsLeftShort, kaku::kNone);
     return 1;
 }
 

@@ -4,10 +4,12 @@
 
 #include <array>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 
 namespace kesto {
 
@@ -52,11 +54,13 @@ int32_t AddClamped(int32_t a, int64_t b);
 // a num1 of 0 or less leaves one piece in the first stack. Fewer than two: unchanged.
 void ShareOut(const std::vector<HaichiInfo*>& stacks, int32_t num1);
 
-// What the drawing area hands over for a drop: the screen rectangles of its four pallet slots,
-// the stacks it has selected (TestCorner passes over them while dragging), and whether the
-// call only probes which pallet the drop would land on.
+// What the drawing area hands over for a drop: the screen rectangles of its four pallet slots
+// and of the blocks (by block index, as it last drew them; the snap move measures the drop
+// against their corners), the stacks it has selected (TestCorner passes over them while
+// dragging), and whether the call only probes which pallet the drop would land on.
 struct DropInput {
     std::array<SlotRect, 4> Slots{};
+    std::span<const IntRect> BlockRects;
     std::vector<HaichiInfo*> Selection;
     bool Probe = false;
 };
@@ -73,7 +77,8 @@ struct DropResult {
 // last call); the drop data it holds only for the length of the call.
 class CKs_Haichi {
   public:
-    CKs_Haichi(CKestoApp& app, const Services& services);
+    // shown: the pallets on view, which a part is stacked onto and a drop lands on.
+    CKs_Haichi(CKestoApp& app, const Services& services, const ViewState& shown);
     virtual ~CKs_Haichi();
 
     int PlaceAll(int partial, int restore);
@@ -119,9 +124,10 @@ class CKs_Haichi {
                   int right, int bottom, int freeMove);
 
     // The drop in hand, set by the public TestCorner and MoveGroup for the length of the call.
-    std::vector<HaichiInfo*> Selection;  // stacks passed over by TestCorner while dragging
-    std::array<SlotRect, 4> Slots{};     // screen rectangles of the four pallet slots
-    int32_t DropPallet = 0;              // -1 during a probe; the target pallet after it
+    std::vector<HaichiInfo*> Selection;   // stacks passed over by TestCorner while dragging
+    std::array<SlotRect, 4> Slots{};      // screen rectangles of the four pallet slots
+    std::span<const IntRect> BlockRects;  // screen rectangles of the blocks
+    int32_t DropPallet = 0;               // -1 during a probe; the target pallet after it
     void ClearDrop();
 
     double BoundMinX = 0, BoundMaxX = 0, BoundMinY = 0, BoundMaxY = 0;
@@ -178,9 +184,12 @@ class CKs_Haichi {
     void SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRect& group, int target,
                   int left, int top, int right, int bottom);
     void MoveToCorner(HaichiInfo& stack, const LengthRect& group, int blockIndex, int corner);
+    // The block's screen rectangle in the drop in hand; all 0 for a block it has none of.
+    IntRect BlockPixels(int blockIndex) const;
 
     CKestoApp& app_;
     Services services_;
+    const ViewState& shown_;
     std::unique_ptr<PlacementIndex> index_;
 };
 

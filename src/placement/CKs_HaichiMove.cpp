@@ -18,16 +18,16 @@ int PixelDistance(int x0, int y0, int x1, int y1) {
 }
 
 // The drop rectangle's corner that meets a block corner, and the block's own.
-int CornerDistance(const BlockInfo& b, int corner, int left, int top, int right, int bottom) {
+int CornerDistance(const IntRect& b, int corner, int left, int top, int right, int bottom) {
     switch (corner) {
         case kCornerMaxMin:
-            return PixelDistance(right, bottom, b.PixRight, b.PixBottom);
+            return PixelDistance(right, bottom, b.Right, b.Bottom);
         case kCornerMaxMax:
-            return PixelDistance(right, top, b.PixRight, b.PixTop);
+            return PixelDistance(right, top, b.Right, b.Top);
         case kCornerMinMin:
-            return PixelDistance(left, bottom, b.PixLeft, b.PixBottom);
+            return PixelDistance(left, bottom, b.Left, b.Bottom);
         default:
-            return PixelDistance(left, top, b.PixLeft, b.PixTop);
+            return PixelDistance(left, top, b.Left, b.Top);
     }
 }
 
@@ -73,14 +73,16 @@ int CKs_Haichi::FreeMove(const std::vector<HaichiInfo*>& stacks, const LengthRec
         return 0;
     const BlockInfo& bf = app_.Blocks[first];
     const BlockInfo& bl = app_.Blocks[last];
+    const IntRect pf = BlockPixels(first);
+    const IntRect pl = BlockPixels(last);
     // Blocks on one pixel column or row give no scale; that direction then does not stretch.
-    const int pixX = std::abs(bf.PixLeft - bl.PixLeft);
-    const int pixY = std::abs(bf.PixBottom - bl.PixBottom);
+    const int pixX = std::abs(pf.Left - pl.Left);
+    const int pixY = std::abs(pf.Bottom - pl.Bottom);
     const double sx = pixX != 0 ? std::fabs(bf.MinX - bl.MinX) / pixX : 0;
     const double sy = pixY != 0 ? std::fabs(bf.MinY - bl.MinY) / pixY : 0;
     for (HaichiInfo* h : stacks) {
-        h->X += (right - bf.PixLeft) * sx + bf.MinX - group.X1;
-        h->Y += bf.MinY - (bottom - bf.PixBottom) * sy - group.Y0;
+        h->X += (right - pf.Left) * sx + bf.MinX - group.X1;
+        h->Y += bf.MinY - (bottom - pf.Bottom) * sy - group.Y0;
         const LengthRect r{h->X - h->Part->SizeX, h->Y, h->X, h->Y + h->Part->SizeY};
         MarkCorners(r.X0, r.Y0, r.X1, r.Y1, bl.PalletNo, CurPart);
         int covered = -1, lastOfPallet = -1;
@@ -133,7 +135,7 @@ void CKs_Haichi::SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRe
         for (uint8_t c : kCornerSearchOrder) {
             if ((b.CornerMask & c) != 0 || TestCorner(1, i, c) == 0)
                 continue;
-            const int d = CornerDistance(b, c, left, top, right, bottom);
+            const int d = CornerDistance(BlockPixels(i), c, left, top, right, bottom);
             if (d < best) {
                 best = d;
                 bestBlock = i;
@@ -151,6 +153,7 @@ DropResult CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInf
                                  int left, int top, int right, int bottom, int freeMove,
                                  const DropInput& drop) {
     Slots = drop.Slots;
+    BlockRects = drop.BlockRects;
     Selection = drop.Selection;
     DropPallet = drop.Probe ? -1 : 0;
     const int result = MoveGroup(koutei, stacks, left, top, right, bottom, freeMove);
@@ -162,7 +165,14 @@ DropResult CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInf
 void CKs_Haichi::ClearDrop() {
     Selection.clear();
     Slots = {};
+    BlockRects = {};
     DropPallet = 0;
+}
+
+IntRect CKs_Haichi::BlockPixels(int blockIndex) const {
+    if (blockIndex < 0 || static_cast<size_t>(blockIndex) >= BlockRects.size())
+        return {};
+    return BlockRects[static_cast<size_t>(blockIndex)];
 }
 
 int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left,

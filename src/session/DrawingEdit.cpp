@@ -203,13 +203,13 @@ void DrawingEdit::FinishBand(Canvas& canvas) {
 }
 
 bool DrawingEdit::WithinOneSlot(const IntRect& band) const {
-    const IntRect& a = app_.AreaRect;
+    const IntRect& a = d_.Shown().AreaRect;
     if (d_.ViewPallet.No == -1 || d_.PalletRect[0].Left == kNoSlot)
         return false;
     const int32_t cap = d_.CaptionHeight;
     const int32_t cw = a.Right - a.Left;
     const int32_t ch = a.Bottom - a.Top;
-    switch (app_.PalletMode) {
+    switch (d_.Shown().PalletMode) {
         case view::kFlat:
             return Inside(band, IntRect{a.Left, a.Top + cap, a.Right, a.Bottom});
         case view::kDanmen:
@@ -273,7 +273,7 @@ void DrawingEdit::MoveSteps(Canvas& canvas, int32_t x, int32_t y, bool leftButto
 }
 
 bool DrawingEdit::InDrawingZone(int32_t x, int32_t y) const {
-    const IntRect& a = app_.AreaRect;
+    const IntRect& a = d_.Shown().AreaRect;
     return !(y <= d_.CaptionHeight || y >= a.Bottom - 1 || x < 2 || x >= a.Right - 1);
 }
 
@@ -327,13 +327,13 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
     view_.HideDragImage();
     MoveCount = -1;
     std::optional<DropRefusal> refused;
-    if (KouteiInfo* koutei = app_.KouteiAt(app_.CurrentKoutei)) {
-        CKs_Haichi engine(app_, services_);
+    if (KouteiInfo* koutei = app_.KouteiAt(d_.Shown().CurrentKoutei)) {
+        CKs_Haichi engine(app_, services_, d_.Shown());
         engine.RebuildCorners(koutei, d_.PickHistory);
         if (d_.BandActive == 0) {
             const IntRect r = dropped.front();
             const auto before = Positions(d_.PickHistory);
-            const DropInput drop{d_.PalletRect, d_.PickHistory, false};
+            const DropInput drop{d_.PalletRect, d_.BlockRects, d_.PickHistory, false};
             engine.MoveGroup(koutei, d_.PickHistory, r.Left, r.Top, r.Right, r.Bottom,
                              app_.IsDirect, drop);
             // Put back where it was picked up, nothing had to move.
@@ -375,7 +375,7 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
     std::optional<int32_t> target;
     for (const BandEntry& e : d_.BandList) {
         const IntRect r = Moved(e.Rect, dx, dy);
-        const DropInput probe{d_.PalletRect, d_.PickHistory, true};
+        const DropInput probe{d_.PalletRect, d_.BlockRects, d_.PickHistory, true};
         const DropResult res = engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right,
                                                 r.Bottom, app_.IsDirect, probe);
         if (res.Target < 0)
@@ -390,7 +390,7 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
     const auto before = Positions(records);
     for (BandEntry& e : d_.BandList) {
         const IntRect r = Moved(e.Rect, dx, dy);
-        const DropInput move{d_.PalletRect, d_.PickHistory, false};
+        const DropInput move{d_.PalletRect, d_.BlockRects, d_.PickHistory, false};
         engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right, r.Bottom, app_.IsDirect, move);
         e.Rect = r;
     }

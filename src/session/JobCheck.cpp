@@ -35,13 +35,13 @@ int CheckJob(CKestoApp& app, const Services& services) {
         return 0;
     for (const PartsInfo& p : app.PartsList) {
         if (!KnownDestination(app, p)) {
-            app.ShowKaku(services.Op, kaku::kUnknownBox, kaku::kNone);
+            services.Op.AskKaku(kaku::kUnknownBox, kaku::kNone);
             return 0;
         }
     }
     for (const PartsInfo& p : app.PartsList) {
         if (!AllowedDestination(app, p)) {
-            app.ShowKaku(services.Op, kaku::kDestinationNotAllowed, kaku::kNone);
+            services.Op.AskKaku(kaku::kDestinationNotAllowed, kaku::kNone);
             return 0;
         }
     }

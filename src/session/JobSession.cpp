@@ -11,13 +11,15 @@
 
 namespace kesto {
 
-JobSession::JobSession(const Services& services, std::string commandLine) : services_(services) {
+JobSession::JobSession(const Services& services, std::string commandLine, ViewState& view)
+    : services_(services), shown_(view) {
     app_.CommandLine = std::move(commandLine);
 }
 
 bool JobSession::StartUp() {
     // What constructing the application object did: the per-user values come first.
     app_.ReadRegistrySettings(services_.Host);
+    ReadViewSettings(services_.Host, shown_);
     app_.DialogOk = 0;
     if (!app_.InitSettings(services_)) {
         app_.ExitParam = app_.ErrorCode;
@@ -35,11 +37,12 @@ bool JobSession::Init() {
 }
 
 int JobSession::LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep) {
-    app_.HitByBlock = 1;
-    app_.GridFlag = 1;
-    app_.CurrentKoutei = 1;
+    shown_.HitByBlock = 1;
+    shown_.GridFlag = 1;
+    shown_.CurrentKoutei = 1;
     ChooseDefaultBox();
     app_.ReadPalletSelect(services_.Messages);
+    shown_.CurrentPallet = 1;
     if (view_ != nullptr)
         view_->ShowResetJob();
     // A job that fails its check is ended through Cancel, and the placement still runs.
@@ -56,7 +59,7 @@ int JobSession::LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep
 }
 
 int JobSession::PlaceJob(int mode, int fullRun, const std::vector<int>& keep) {
-    CKs_Haichi haichi(app_, services_);
+    CKs_Haichi haichi(app_, services_, shown_);
     if (mode == 1) {
         for (PartsInfo& p : app_.PartsList) {
             // A part beyond the kept table keeps its count.
@@ -81,6 +84,7 @@ int JobSession::PlaceJob(int mode, int fullRun, const std::vector<int>& keep) {
 void JobSession::RereadJob() {
     app_.FreeJob();
     app_.ReadRegistrySettings(services_.Host);
+    ReadViewSettings(services_.Host, shown_);
     // A code that a failed re-read stores belongs to the command's own message, not to the
     // one the program ends on.
     const int32_t exitParam = app_.ExitParam;
@@ -89,7 +93,7 @@ void JobSession::RereadJob() {
 }
 
 bool JobSession::Retry() {
-    if (app_.ShowKaku(services_.Op, kaku::kAskRetry, kaku::kAskRetry2) != OkCancel::Ok)
+    if (services_.Op.AskKaku(kaku::kAskRetry, kaku::kAskRetry2) != OkCancel::Ok)
         return false;
     if (view_ != nullptr)
         view_->ForgetJob();
@@ -99,7 +103,7 @@ bool JobSession::Retry() {
 }
 
 bool JobSession::Auto() {
-    if (app_.ShowKaku(services_.Op, kaku::kAskAuto, kaku::kAskAuto2) != OkCancel::Ok)
+    if (services_.Op.AskKaku(kaku::kAskAuto, kaku::kAskAuto2) != OkCancel::Ok)
         return false;
     if (view_ != nullptr)
         view_->ForgetJob();
@@ -110,7 +114,7 @@ bool JobSession::Auto() {
 }
 
 bool JobSession::PassesExitCheck() {
-    if (CKs_FileSave(app_, services_).CheckOffsets() != 0)
+    if (CKs_FileSave(app_, services_).CheckOffsets(shown_.CurrentKoutei) != 0)
         return true;
     // The operator stopped at the offset warning: the job ends at once, nothing written.
     aborted_ = true;
@@ -146,6 +150,7 @@ int JobSession::Exit() {
         exitCode_ = kExitOffsetAbort;
     } else {
         app_.WriteRegistrySettings(services_.Host);
+        WriteViewSettings(services_.Host, shown_);
         exitCode_ = SettleExitCode(app_.ExitParam, app_.DialogOk);
     }
     app_.FreeJob();

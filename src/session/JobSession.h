@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "support/Services.h"
 
 namespace kesto {
@@ -46,14 +47,18 @@ class SessionView {
 
 class JobSession {
   public:
-    // Keeps the services for the life of the session; reads nothing yet.
-    JobSession(const Services& services, std::string commandLine);
+    // Keeps the services and the view state of whoever shows the job (the window, kesto-batch)
+    // for the life of the session; reads nothing yet.
+    JobSession(const Services& services, std::string commandLine, ViewState& view);
     JobSession(const JobSession&) = delete;
     JobSession& operator=(const JobSession&) = delete;
 
     CKestoApp& App() { return app_; }
     const CKestoApp& App() const { return app_; }
     const Services& Svc() const { return services_; }
+    // What the operator looks at: the commands act on the process and pallets on view.
+    ViewState& Shown() { return shown_; }
+    const ViewState& Shown() const { return shown_; }
     void SetView(SessionView* view) { view_ = view; }
 
     // --- start-up -------------------------------------------------------------------
@@ -132,6 +137,7 @@ class JobSession {
 
     Services services_;
     CKestoApp app_;
+    ViewState& shown_;
     SessionView* view_ = nullptr;
     bool ended_ = false;
     bool aborted_ = false;

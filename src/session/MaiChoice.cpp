@@ -123,7 +123,7 @@ int32_t MaiChoice::Confirm(Operator& op) {
     int32_t result = count_;
     if (compareCount_ == kNoChange || compareCount_ == count_) {
         result = kNoChange;
-    } else if (app_.ShowKaku(op, kaku::kAskCountChange, kaku::kAskCountChange2) != OkCancel::Ok) {
+    } else if (op.AskKaku(kaku::kAskCountChange, kaku::kAskCountChange2) != OkCancel::Ok) {
         result = kNoChange;
     }
     // The result goes into the edit box, and the dialog's data exchange reads it back from

@@ -113,15 +113,15 @@ void SortPartsAll(std::vector<const PartsInfo*>& parts, int32_t key) {
     }
 }
 
-std::vector<const PartsInfo*> PartsOnPalletsInView(const CKestoApp& app, int32_t pallet1,
-                                                   int32_t pallet2) {
+std::vector<const PartsInfo*> PartsOnPalletsInView(const CKestoApp& app, int32_t koutei,
+                                                   int32_t pallet1, int32_t pallet2) {
     std::vector<const PartsInfo*> marked;
     for (const HaichiInfo& h : app.HaichiList) {
         const BlockInfo* stands = app.BlockOf(h);
         if (h.Part == nullptr || stands == nullptr)
             continue;
         const BlockInfo& block = *stands;
-        if (block.KouteiNo != app.CurrentKoutei)
+        if (block.KouteiNo != koutei)
             continue;
         if (block.PalletNo != pallet1 && block.PalletNo != pallet2)
             continue;
@@ -162,8 +162,8 @@ std::string PartsAllLine(const PartsInfo& part, bool inView) {
                       FitColumn(part.DisplayName, kListNameColumn).c_str());
 }
 
-std::optional<std::vector<std::string>> PartsAllLines(const CKestoApp& app, int32_t koutei,
-                                                      int32_t sortKey,
+std::optional<std::vector<std::string>> PartsAllLines(const CKestoApp& app, const ViewState& shown,
+                                                      int32_t koutei, int32_t sortKey,
                                                       const std::array<int32_t, 4>& inView) {
     if (!app.HasKoutei(koutei))
         return std::nullopt;
@@ -176,25 +176,26 @@ std::optional<std::vector<std::string>> PartsAllLines(const CKestoApp& app, int3
             parts.push_back(&part);
     }
     SortPartsAll(parts, sortKey);
-    const std::vector<const PartsInfo*> marked = PartsOnPalletsInView(app, inView[0], inView[1]);
+    const std::vector<const PartsInfo*> marked =
+        PartsOnPalletsInView(app, shown.CurrentKoutei, inView[0], inView[1]);
     for (const PartsInfo* part : parts) {
-        const bool shown = std::find(marked.begin(), marked.end(), part) != marked.end();
-        lines.push_back(PartsAllLine(*part, shown));
+        const bool onView = std::find(marked.begin(), marked.end(), part) != marked.end();
+        lines.push_back(PartsAllLine(*part, onView));
     }
     return lines;
 }
 
-std::optional<PartsAllPlacement> PlacePartsAll(const CKestoApp& app, int32_t state) {
+std::optional<PartsAllPlacement> PlacePartsAll(const ViewState& shown, int32_t state) {
     if (state != partsall::kHidden && state != partsall::kShown)
         return std::nullopt;
-    const IntRect& area = app.AreaWindowRect;
+    const IntRect& area = shown.AreaWindowRect;
     const int32_t height = area.Bottom - area.Top;
     const int32_t x = area.Left + 2;
     const int32_t width = area.Right - area.Left - 5;
     const ControlRect lowerHalf{x, area.Top + height / 2, width, height / 2 - 2};
     if (state == partsall::kHidden)
         return PartsAllPlacement{lowerHalf, false};
-    if (app.PalletMode == view::kFlat)
+    if (shown.PalletMode == view::kFlat)
         return PartsAllPlacement{ControlRect{x, area.Top, width, height}, true};
     return PartsAllPlacement{lowerHalf, true};
 }

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "view/Canvas.h"
 #include "view/PalletDrawing.h"
 
@@ -51,9 +52,9 @@ int32_t NextSortKey(SortButton button, int32_t key);
 // nothing.
 void SortPartsAll(std::vector<const PartsInfo*>& parts, int32_t key);
 
-// The parts that have a stack in a block of the current process on pallet1 or pallet2.
-std::vector<const PartsInfo*> PartsOnPalletsInView(const CKestoApp& app, int32_t pallet1,
-                                                   int32_t pallet2);
+// The parts that have a stack in a block of process number koutei on pallet1 or pallet2.
+std::vector<const PartsInfo*> PartsOnPalletsInView(const CKestoApp& app, int32_t koutei,
+                                                   int32_t pallet1, int32_t pallet2);
 
 // "BX<n>" for small box n (any destination from 100 on but the set-aside one), otherwise "PL "
 // or, while pieces are missing, "PL-".
@@ -65,9 +66,10 @@ std::string SheetCountText(const PartsInfo& part);
 std::string PartsAllLine(const PartsInfo& part, bool inView);
 
 // The lines of process koutei in the order of sortKey, with the parts on the first two
-// pallets in view marked. None when there is no such process (the list keeps its lines).
-std::optional<std::vector<std::string>> PartsAllLines(const CKestoApp& app, int32_t koutei,
-                                                      int32_t sortKey,
+// pallets in view marked: those of the view's CurrentKoutei, taken as a process number.
+// None when there is no such process (the list keeps its lines).
+std::optional<std::vector<std::string>> PartsAllLines(const CKestoApp& app, const ViewState& shown,
+                                                      int32_t koutei, int32_t sortKey,
                                                       const std::array<int32_t, 4>& inView);
 
 struct PartsAllPlacement {
@@ -77,7 +79,7 @@ struct PartsAllPlacement {
 
 // Where the dialog goes in state 1 (hidden over the lower half of the drawing area) or 2
 // (shown there, or over the whole area in FLAT); none for any other state.
-std::optional<PartsAllPlacement> PlacePartsAll(const CKestoApp& app, int32_t state);
+std::optional<PartsAllPlacement> PlacePartsAll(const ViewState& shown, int32_t state);
 
 struct PartsAllControls {
     std::array<ControlRect, 5> Buttons;  // in the order of SortButton

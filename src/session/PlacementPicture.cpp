@@ -26,45 +26,6 @@ constexpr const char* kSmallBoxHeading = "Small boxes";
 constexpr const char* kToriokiHeading = "Set aside";
 constexpr const char* kShortHeading = "Parts left short";
 
-// What drawing the pictures changes in the application; put back so the window's view (and
-// the block rectangles its hit tests read) stay as they were.
-class DisplayStateKeeper {
-  public:
-    explicit DisplayStateKeeper(CKestoApp& app)
-        : app_(app),
-          koutei_(app.CurrentKoutei),
-          mode_(app.PalletMode),
-          pallet_(app.CurrentPallet),
-          is3D_(app.Is3D),
-          area_(app.AreaRect) {
-        for (const BlockInfo& b : app.Blocks)
-            blockPixels_.push_back({b.PixLeft, b.PixTop, b.PixRight, b.PixBottom});
-    }
-    ~DisplayStateKeeper() {
-        app_.CurrentKoutei = koutei_;
-        app_.PalletMode = mode_;
-        app_.CurrentPallet = pallet_;
-        app_.Is3D = is3D_;
-        app_.AreaRect = area_;
-        const size_t n = std::min(blockPixels_.size(), app_.Blocks.size());
-        for (size_t i = 0; i < n; ++i) {
-            BlockInfo& b = app_.Blocks[i];
-            b.PixLeft = blockPixels_[i][0];
-            b.PixTop = blockPixels_[i][1];
-            b.PixRight = blockPixels_[i][2];
-            b.PixBottom = blockPixels_[i][3];
-        }
-    }
-    DisplayStateKeeper(const DisplayStateKeeper&) = delete;
-    DisplayStateKeeper& operator=(const DisplayStateKeeper&) = delete;
-
-  private:
-    CKestoApp& app_;
-    int32_t koutei_, mode_, pallet_, is3D_;
-    IntRect area_;
-    std::vector<std::array<int32_t, 4>> blockPixels_;
-};
-
 // Draws on another canvas moved down by dy, so the pallet drawing keeps its own coordinates
 // (starting at 0, 0) below the page's title strip.
 class ShiftedCanvas : public Canvas {
@@ -159,25 +120,27 @@ std::string ProcessTitle(const CKestoApp& app, const KouteiInfo& koutei, int32_t
 }
 
 // One page per four pallets of each process, as the window's 4PALLET view (FLAT for a job
-// with one pallet) shows them.
-void AddProcessPages(CKestoApp& app, const MessageTable& messages, const std::string& jobName,
-                     int32_t width, int32_t height, PictureDocument& document) {
+// with one pallet) shows them; the other toggles are the operator's.
+void AddProcessPages(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
+                     const std::string& jobName, int32_t width, int32_t height,
+                     PictureDocument& document) {
     const int32_t titleFont = TitleFont(app, messages);
     const int32_t strip = TitleStripHeight(app, titleFont, height);
-    app.PalletMode = app.PalletCount > 1 ? view::kFourPallet : view::kFlat;
-    app.Is3D = 0;
-    app.AreaRect = IntRect{0, 0, width, height - strip};
+    ViewState pages = shown;
+    pages.PalletMode = app.PalletCount > 1 ? view::kFourPallet : view::kFlat;
+    pages.Is3D = 0;
+    pages.AreaRect = IntRect{0, 0, width, height - strip};
     int32_t position = 0;
     for (const KouteiInfo& koutei : app.KouteiList) {
-        app.CurrentKoutei = ++position;
+        pages.CurrentKoutei = ++position;
         for (int32_t first = 1; first == 1 || first <= app.PalletCount; first += kPalletsPerPage) {
-            app.CurrentPallet = first;
+            pages.CurrentPallet = first;
             PicturePage& page = document.Pages.emplace_back();
             page.Width = width;
             page.Height = height;
             page.Title = ProcessTitle(app, koutei, first, jobName);
             DrawTitle(app, page, titleFont, strip);
-            PalletDrawing drawing(app, messages);
+            PalletDrawing drawing(app, pages, messages);
             ShiftedCanvas area(page.Drawing, strip);
             drawing.Refresh(area);
             DrawCaptions(app, drawing, area);
@@ -344,19 +307,16 @@ std::optional<PicturePage> ReadPage(std::istream& in) {
 
 }  // namespace
 
-PictureDocument BuildPlacementPictures(CKestoApp& app, const MessageTable& messages,
-                                       const std::string& jobName, int32_t width, int32_t height,
-                                       bool withListing) {
+PictureDocument BuildPlacementPictures(CKestoApp& app, const ViewState& shown,
+                                       const MessageTable& messages, const std::string& jobName,
+                                       int32_t width, int32_t height, bool withListing) {
     PictureDocument document;
     for (size_t i = 0; i < document.Fonts.size(); ++i) {
         document.Fonts[i] = PictureFont{app.FontHeight[i], app.FontCharSet[i], app.FontNames[i]};
     }
     if (width <= 0 || height <= 0)
         return document;
-    {
-        DisplayStateKeeper keep(app);
-        AddProcessPages(app, messages, jobName, width, height, document);
-    }
+    AddProcessPages(app, shown, messages, jobName, width, height, document);
     if (withListing)
         AddListingPages(app, messages, jobName, width, height, document);
     return document;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "support/MessageFile.h"
 #include "view/DisplayList.h"
 
@@ -37,10 +38,11 @@ struct PictureDocument {
 // The pages of a placed job at width x height pixels: per process, its pallets four at a
 // time (the 4PALLET view, FLAT when the job has one pallet), every stack with its label, the
 // captions of the message file and a title with the process and the job file's name; then,
-// when withListing, the listing page(s). The display state of app is left as it was.
-PictureDocument BuildPlacementPictures(CKestoApp& app, const MessageTable& messages,
-                                       const std::string& jobName, int32_t width, int32_t height,
-                                       bool withListing);
+// when withListing, the listing page(s). The pages take the operator's toggles from shown;
+// neither the job nor shown is changed.
+PictureDocument BuildPlacementPictures(CKestoApp& app, const ViewState& shown,
+                                       const MessageTable& messages, const std::string& jobName,
+                                       int32_t width, int32_t height, bool withListing);
 
 enum class PictureFormat { Pdf, Png };
 

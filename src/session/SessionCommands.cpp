@@ -13,7 +13,7 @@ constexpr size_t kKeepTableSize = 1000;
 
 PartsInfo* JobSession::FindPart(int32_t seq, bool anyKoutei) {
     for (PartsInfo& part : app_.PartsList) {
-        if (part.Seq == seq && (anyKoutei || part.KouteiNo == app_.CurrentKoutei))
+        if (part.Seq == seq && (anyKoutei || part.KouteiNo == shown_.CurrentKoutei))
             return &part;
     }
     return nullptr;
@@ -21,7 +21,7 @@ PartsInfo* JobSession::FindPart(int32_t seq, bool anyKoutei) {
 
 bool JobSession::Down(std::optional<int32_t> selectedSeq) {
     if (!selectedSeq) {
-        app_.ShowKaku(services_.Op, kaku::kNoLineSelected, kaku::kNone);
+        services_.Op.AskKaku(kaku::kNoLineSelected, kaku::kNone);
         return false;
     }
     if (PartsInfo* part = FindPart(*selectedSeq, false)) {
@@ -32,30 +32,30 @@ bool JobSession::Down(std::optional<int32_t> selectedSeq) {
 }
 
 bool JobSession::Up(std::optional<int32_t> selectedSeq) {
-    if (!IsSmallBox(app_.CurrentBox)) {
-        app_.ShowKaku(services_.Op, kaku::kNotASmallBox, kaku::kNone);
+    if (!IsSmallBox(shown_.CurrentBox)) {
+        services_.Op.AskKaku(kaku::kNotASmallBox, kaku::kNone);
         return false;
     }
     if (!selectedSeq) {
-        app_.ShowKaku(services_.Op, kaku::kNoLineSelected, kaku::kNone);
+        services_.Op.AskKaku(kaku::kNoLineSelected, kaku::kNone);
         return false;
     }
     PartsInfo* part = FindPart(*selectedSeq, false);
     if (part == nullptr)
         return true;
     for (const BoxInfo& box : app_.BoxList) {
-        if (box.No != app_.CurrentBox)
+        if (box.No != shown_.CurrentBox)
             continue;
         if (!PartFitsBox(*part, box)) {
-            app_.ShowKaku(services_.Op, kaku::kOutsideSmallBoxSize, kaku::kOutsideSmallBoxSize2);
+            services_.Op.AskKaku(kaku::kOutsideSmallBoxSize, kaku::kOutsideSmallBoxSize2);
             return false;
         }
         break;
     }
     if (part->PiecesPlaced > 0) {
-        app_.ShowKaku(services_.Op, kaku::kPiecesOnPallets, kaku::kPiecesOnPallets2);
+        services_.Op.AskKaku(kaku::kPiecesOnPallets, kaku::kPiecesOnPallets2);
     } else {
-        part->Destination = app_.CurrentBox;
+        part->Destination = shown_.CurrentBox;
         part->PiecesPlaced = 0;
         part->PiecesSetAside = 0;
     }
@@ -74,7 +74,7 @@ std::vector<int> JobSession::KeepTable() const {
 void JobSession::ChooseDefaultBox() {
     for (int32_t n = 1; n <= 3; ++n) {
         if (app_.BoxFlags[n] != 0) {
-            app_.CurrentBox = SmallBoxCode(n);
+            shown_.CurrentBox = SmallBoxCode(n);
             return;
         }
     }

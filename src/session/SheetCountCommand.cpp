@@ -19,7 +19,7 @@ std::optional<SheetCountStart> JobSession::BeginSheetCount(const PalletDrawing& 
     if (drawing.Picked == nullptr)
         return std::nullopt;
     if (drawing.BandActive != 0) {
-        app_.ShowKaku(services_.Op, kaku::kBandSelectionActive, kaku::kNone);
+        services_.Op.AskKaku(kaku::kBandSelectionActive, kaku::kNone);
         return std::nullopt;
     }
     return SheetCountStart{drawing.Picked->X, drawing.Picked->Y};
@@ -30,7 +30,7 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
     if (drawing.Picked == nullptr || drawing.Picked->Part == nullptr)
         return false;
     PartsInfo* part = drawing.Picked->Part;
-    KouteiInfo* koutei = app_.KouteiAt(app_.CurrentKoutei);
+    KouteiInfo* koutei = app_.KouteiAt(shown_.CurrentKoutei);
     // The new count stands in for the part's own only while it is stacked again.
     const int32_t ownLimit = part->PerStackLimit;
     part->PerStackLimit = newCount;
@@ -44,7 +44,7 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
         app_.RemoveHaichiInfo(h);
     drawing.Picked = nullptr;
     drawing.LastPicked = nullptr;
-    CKs_Haichi haichi(app_, services_);
+    CKs_Haichi haichi(app_, services_, shown_);
     haichi.RebuildCorners(koutei, {});
     haichi.PlaceOnePart(part, koutei, stacking::kAllPalletsCapped);
     part->PerStackLimit = ownLimit;
@@ -66,7 +66,7 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
         refreshed();
     const bool partShort = part->PiecesPlaced != part->Quantity;
     if (partShort)
-        app_.ShowKaku(services_.Op, kaku::kPartlyPlaced, kaku::kNone);
+        services_.Op.AskKaku(kaku::kPartlyPlaced, kaku::kNone);
     // The stack at the old place becomes the last pick only once message 10 is answered.
     drawing.LastPicked = samePlace != nullptr ? samePlace : drawing.Picked;
     return partShort;

@@ -47,7 +47,7 @@ bool JobSession::AnyPartSetAside() const {
 
 ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
     if (drawing.BandActive != 0) {
-        app_.ShowKaku(services_.Op, kaku::kBandSelectionActive, kaku::kNone);
+        services_.Op.AskKaku(kaku::kBandSelectionActive, kaku::kNone);
         return {};
     }
     if (drawing.Picked == nullptr || app_.KouteiList.Empty())
@@ -64,7 +64,7 @@ ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
     drawing.LastPicked = nullptr;
     drawing.PickHistory.clear();
     // The freed corners serve again: the process's marks are rebuilt from the stacks left.
-    CKs_Haichi(app_, services_).RebuildCorners(app_.KouteiAt(app_.CurrentKoutei), {});
+    CKs_Haichi(app_, services_, shown_).RebuildCorners(app_.KouteiAt(shown_.CurrentKoutei), {});
     return {true};
 }
 
@@ -73,14 +73,14 @@ ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq,
     if (app_.PartsList.Empty())
         return {};
     if (!selectedSeq) {
-        app_.ShowKaku(services_.Op, kaku::kNoLineSelected, kaku::kNone);
+        services_.Op.AskKaku(kaku::kNoLineSelected, kaku::kNone);
         return {};
     }
     PartsInfo* part = FindPart(*selectedSeq, false);
     if (part == nullptr)
         return {};
     if (!FitsEveryPalletBox(app_, *part)) {
-        app_.ShowKaku(services_.Op, kaku::kOutsidePalletBoxSize, kaku::kOutsidePalletBoxSize2);
+        services_.Op.AskKaku(kaku::kOutsidePalletBoxSize, kaku::kOutsidePalletBoxSize2);
         return {};
     }
     part->Destination = 0;
@@ -88,15 +88,15 @@ ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq,
     part->PiecesSetAside = 0;
     // The pieces placed now join the part's stacks as they are, without sharing out.
     app_.SkipShareOut = 1;
-    CKs_Haichi(app_, services_)
-        .PlaceOnePart(part, app_.KouteiAt(app_.CurrentKoutei), stacking::kPalletsInView);
+    CKs_Haichi(app_, services_, shown_)
+        .PlaceOnePart(part, app_.KouteiAt(shown_.CurrentKoutei), stacking::kPalletsInView);
     app_.SkipShareOut = 0;
     if (refreshed)
         refreshed();
     if (part->PiecesPlaced != part->Quantity) {
         const int32_t message =
             part->PiecesPlaced == placedBefore ? kaku::kNothingPlacedBack : kaku::kPartlyPlaced;
-        app_.ShowKaku(services_.Op, message, kaku::kNone);
+        services_.Op.AskKaku(message, kaku::kNone);
     }
     return {true};
 }

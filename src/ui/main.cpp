@@ -65,7 +65,9 @@ int main(int argc, char** argv) {
     std::vector<std::string> words;
     for (const QString& argument : QApplication::arguments())
         words.push_back(argument.toStdString());
-    kesto::JobSession session(kesto::Services{op, host, messages}, kesto::JoinCommandLine(words));
+    kesto::ViewState shown;  // what the window shows; the window reads and changes it
+    kesto::JobSession session(kesto::Services{op, host, messages}, kesto::JoinCommandLine(words),
+                              shown);
     if (!session.StartUp())
         return kesto::FinishProcess(session.Exit(), std::cerr);
 

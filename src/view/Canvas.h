@@ -37,10 +37,6 @@ enum class LabelMode : int32_t {
     AtPoint = 1,  // its top-left corner at the point
 };
 
-inline bool operator==(const IntRect& a, const IntRect& b) {
-    return a.Left == b.Left && a.Top == b.Top && a.Right == b.Right && a.Bottom == b.Bottom;
-}
-
 class Canvas {
   public:
     virtual ~Canvas() = default;

@@ -81,7 +81,7 @@ void SetCaptionTexts(PalletDrawing& d, const CKestoApp& app, const MessageTable&
     const int32_t font = messages.GetFontText(kSection, "L-PALLET-CAP").Font;
     if (!FontDefined(app, font))
         return;
-    int32_t pallet = app.CurrentPallet;
+    int32_t pallet = d.Shown().CurrentPallet;
     for (int32_t k = 1; k <= 4; ++k) {
         PalletCaption& caption = d.Captions[static_cast<size_t>(k - 1)];
         caption.FontSlot = font;
@@ -196,17 +196,17 @@ void HeightLimit(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int32_t
 
 }  // namespace
 
-PalletDrawing::PalletDrawing(CKestoApp& app, const MessageTable& messages)
-    : app_(app), messages_(messages) {}
+PalletDrawing::PalletDrawing(CKestoApp& app, const ViewState& shown, const MessageTable& messages)
+    : app_(app), shown_(shown), messages_(messages) {}
 
 void PalletDrawing::Refresh(Canvas& canvas) {
-    const IntRect& area = app_.AreaRect;
+    const IntRect& area = shown_.AreaRect;
     const int32_t clientHeight = area.Bottom - area.Top;
     CaptionHeight = static_cast<int32_t>(0.04 * clientHeight);
     for (PalletCaption& caption : Captions)
         caption.Visible = false;
     const Rgb back = colour::kAreaBackground;
-    if (app_.PalletMode == view::kFourPallet) {
+    if (shown_.PalletMode == view::kFourPallet) {
         const int32_t half = clientHeight / 2;
         canvas.FillRectangle({area.Left, area.Top + CaptionHeight, area.Right, half}, back, back);
         canvas.FillRectangle({area.Left, half + CaptionHeight, area.Right, area.Bottom}, back,
@@ -221,7 +221,7 @@ void PalletDrawing::Refresh(Canvas& canvas) {
 
 void PalletDrawing::SetUpView(Canvas& canvas) {
     ClearView(*this);
-    const int32_t mode = app_.PalletMode;
+    const int32_t mode = shown_.PalletMode;
     const PalletInfo* pallet = FindViewPallet();
     if (pallet == nullptr || !IsKnownMode(mode))
         return;
@@ -234,8 +234,8 @@ void PalletDrawing::SetUpView(Canvas& canvas) {
         return;
     const IntPoint a = WorldToScreen(0, 0);
     const IntPoint b = WorldToScreen(w, l);
-    const AreaSize area{app_.AreaRect.Right - app_.AreaRect.Left,
-                        app_.AreaRect.Bottom - app_.AreaRect.Top, CaptionHeight};
+    const AreaSize area{shown_.AreaRect.Right - shown_.AreaRect.Left,
+                        shown_.AreaRect.Bottom - shown_.AreaRect.Top, CaptionHeight};
     const IntRect frame = CentredFrame(*this, mode, area.Width, area.Height, b.X - a.X, a.Y - b.Y);
     SetCaptionTexts(*this, app_, messages_);
     OriginDX = frame.Left - a.X;
@@ -263,7 +263,7 @@ void PalletDrawing::SetUpView(Canvas& canvas) {
 
 const PalletInfo* PalletDrawing::FindViewPallet() {
     // A position beyond the list finds no process and so no pallet.
-    const KouteiInfo* process = app_.KouteiAt(app_.CurrentKoutei);
+    const KouteiInfo* process = app_.KouteiAt(shown_.CurrentKoutei);
     if (process == nullptr)
         return nullptr;
     return app_.PalletByName(process->PalletName);
@@ -278,10 +278,10 @@ bool PalletDrawing::ViewReady() const {
 }
 
 void PalletDrawing::ComputeScale() {
-    const IntRect& area = app_.AreaRect;
+    const IntRect& area = shown_.AreaRect;
     const int32_t width = area.Right - area.Left;
     int32_t height = area.Bottom - area.Top - CaptionHeight;
-    if (app_.PalletMode == view::kFourPallet)
+    if (shown_.PalletMode == view::kFourPallet)
         height -= CaptionHeight;
     // An area with no room left has no scale; the set-up then draws nothing past the
     // background rather than divide by zero.
@@ -300,15 +300,15 @@ IntPoint PalletDrawing::WorldToScreen(double x, double y) const {
 
 std::vector<PalletDrawing::Slot> PalletDrawing::ShownSlots() const {
     int32_t slots = 1;
-    if (app_.PalletMode == view::kFourPallet)
+    if (shown_.PalletMode == view::kFourPallet)
         slots = 4;
-    else if (app_.PalletMode == view::kTwoPallet)
+    else if (shown_.PalletMode == view::kTwoPallet)
         slots = 2;
     slots = std::min(slots, app_.PalletCount);
     const std::array<IntPoint, 4> offsets{IntPoint{0, 0}, IntPoint{HalfW, 0}, IntPoint{0, HalfH},
                                           IntPoint{HalfW, HalfH}};
     std::vector<Slot> shown;
-    int32_t pallet = app_.CurrentPallet;
+    int32_t pallet = shown_.CurrentPallet;
     for (int32_t s = 0; s < slots; ++s) {
         shown.push_back(Slot{s, pallet, offsets[static_cast<size_t>(s)]});
         pallet = NextPallet(pallet, app_.PalletCount);
@@ -319,17 +319,17 @@ std::vector<PalletDrawing::Slot> PalletDrawing::ShownSlots() const {
 std::array<int32_t, 4> PalletDrawing::PalletsInView() const {
     std::array<int32_t, 4> p{-1, -1, -1, -1};
     const int32_t count = app_.PalletCount;
-    switch (app_.PalletMode) {
+    switch (shown_.PalletMode) {
         case view::kFlat:
         case view::kDanmen:
-            p[0] = app_.CurrentPallet;
+            p[0] = shown_.CurrentPallet;
             break;
         case view::kTwoPallet:
-            p[0] = app_.CurrentPallet;
+            p[0] = shown_.CurrentPallet;
             p[1] = count < 2 ? -1 : NextPallet(p[0], count);
             break;
         case view::kFourPallet:
-            p[0] = app_.CurrentPallet;
+            p[0] = shown_.CurrentPallet;
             p[1] = p[0] + 1;
             if (count >= 4) {
                 if (p[1] > count)
@@ -364,7 +364,7 @@ std::optional<IntRect> PalletDrawing::ScreenRect(const HaichiInfo& record) const
     if (stands == nullptr)
         return std::nullopt;
     const BlockInfo& block = *stands;
-    if (block.KouteiNo != app_.CurrentKoutei || block.PalletNo == -1)
+    if (block.KouteiNo != shown_.CurrentKoutei || block.PalletNo == -1)
         return std::nullopt;
     const std::array<int32_t, 4> p = PalletsInView();
     const int32_t no = block.PalletNo;
@@ -387,6 +387,11 @@ void PalletDrawing::ResetSelection() {
     BandList.clear();
     BandRect = IntRect{};
     PickRect = IntRect{};
+}
+
+void PalletDrawing::ForgetJob() {
+    ResetSelection();
+    BlockRects.clear();
 }
 
 }  // namespace kesto

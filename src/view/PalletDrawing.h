@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "support/MessageFile.h"
 #include "view/Canvas.h"
 
@@ -50,7 +51,9 @@ struct BandEntry {
 
 class PalletDrawing {
   public:
-    PalletDrawing(CKestoApp& app, const MessageTable& messages);
+    // Draws the job as view shows it; neither is changed by drawing.
+    PalletDrawing(CKestoApp& app, const ViewState& shown, const MessageTable& messages);
+    const ViewState& Shown() const { return shown_; }
 
     // --- view state (recomputed by every Refresh) -------------------------------------
     PalletInfo ViewPallet;  // the current process's pallet, its No -1 when none matched
@@ -64,6 +67,9 @@ class PalletDrawing {
     int32_t SectionTop = 0;   // y of the top of the cross-section band; 0 without a section
     double SectionScale = 0;  // millimetres per pixel on the section's vertical axis
     std::array<PalletCaption, 4> Captions;  // slots 1..4 (controls 1045, 1048, 1046, 1047)
+    // Each block's cell on the screen by block index, as DrawBlocks last found it; a block
+    // off the view keeps the cell it had. The drops measure against them.
+    std::vector<IntRect> BlockRects;
 
     // --- selection state (changed by the hit test, read and reset by the commands) ------
     HaichiInfo* Picked = nullptr;
@@ -84,7 +90,7 @@ class PalletDrawing {
     // World millimetres to pixels, before the origin and slot offsets are added.
     IntPoint WorldToScreen(double x, double y) const;
     // Draws the block cells of every shown slot (when IsBlockDraw), stores each block's
-    // Pix* rectangle, then the grid marks and rack lines.
+    // cell in BlockRects, then the grid marks and rack lines.
     void DrawBlocks(Canvas& canvas);
     // The screen rectangle of block index as the last set-up laid it out; all -1 when no
     // cell of a shown slot belongs to it.
@@ -109,6 +115,8 @@ class PalletDrawing {
     std::optional<IntRect> ScreenRect(const HaichiInfo& record) const;
     // Forgets the rubber band and the picks.
     void ResetSelection();
+    // The job is about to be freed: forgets the picks and the block cells.
+    void ForgetJob();
 
   private:
     // One shown slot: its index 0..3, its pallet number and its quadrant offset.
@@ -132,6 +140,7 @@ class PalletDrawing {
     void DrawSection(Canvas& canvas) const;
 
     CKestoApp& app_;
+    const ViewState& shown_;
     const MessageTable& messages_;
 };
 

@@ -86,6 +86,8 @@ bool Contains(const BlockInfo& b, double left, double front, double right, doubl
 void PalletDrawing::DrawBlocks(Canvas& canvas) {
     const Grid g = GridOf(ViewPallet);
     const int32_t count = app_.FilledBlocks();
+    if (BlockRects.size() < static_cast<size_t>(count))
+        BlockRects.resize(static_cast<size_t>(count));
     for (const Slot& slot : ShownSlots()) {
         ForEachCell(g, app_.StartCorner, [&](double x, double y) {
             const IntPoint a = WorldToScreen(x - g.Bw, y);
@@ -94,18 +96,17 @@ void PalletDrawing::DrawBlocks(Canvas& canvas) {
             const int32_t dy = OriginDY + slot.Offset.Y;
             const IntRect r{a.X + dx, b.Y + dy, b.X + dx, a.Y + dy};
             for (int32_t e = 0; e < count; ++e) {
-                BlockInfo& block = app_.Blocks[static_cast<size_t>(e)];
-                if (block.KouteiNo != app_.CurrentKoutei || block.PalletNo != slot.PalletNo ||
+                const BlockInfo& block = app_.Blocks[static_cast<size_t>(e)];
+                if (block.KouteiNo != shown_.CurrentKoutei || block.PalletNo != slot.PalletNo ||
                     !Contains(block, x - g.Bw, y, x, y + g.Bl))
                     continue;
-                if (app_.IsBlockDraw != 0) {
+                if (shown_.IsBlockDraw != 0) {
                     const bool marked = (block.CornerMask & 0x0F) != 0;
                     canvas.FillRectangle(r, marked ? colour::kBlockMarked : colour::kBlockPlain,
                                          colour::kBlockPlain);
                 }
-                // Stored whether drawn or not: the hit tests need the cells either way.
-                block.PixLeft = r.Left, block.PixTop = r.Top;
-                block.PixRight = r.Right, block.PixBottom = r.Bottom;
+                // Stored whether drawn or not: the drops need the cells either way.
+                BlockRects[static_cast<size_t>(e)] = r;
                 break;
             }
         });
@@ -127,7 +128,7 @@ IntRect PalletDrawing::LocateBlock(int32_t index) const {
             if (done)
                 return;
             const BlockInfo& block = app_.Blocks[static_cast<size_t>(index)];
-            if (block.KouteiNo != app_.CurrentKoutei || block.PalletNo != slot.PalletNo ||
+            if (block.KouteiNo != shown_.CurrentKoutei || block.PalletNo != slot.PalletNo ||
                 !Contains(block, x - g.Bw, y, x, y + g.Bl))
                 return;
             const IntPoint a = WorldToScreen(x - g.Bw, y);
@@ -148,7 +149,7 @@ IntRect PalletDrawing::LocateBlock(int32_t index) const {
 namespace kesto {
 
 void PalletDrawing::DrawGridMarks(Canvas& canvas) const {
-    if (app_.GridFlag == 0)
+    if (shown_.GridFlag == 0)
         return;
     const Grid g = GridOf(ViewPallet);
     const Rgb black = colour::kGridMark;

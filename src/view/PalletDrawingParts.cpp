@@ -129,8 +129,8 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
         }
         if (!Inside(*r, x, y))
             continue;
-        PointHit(&h, *r, x, y, app_.Is3D == 0, previous, Picked, PickRect);
-        if (app_.Is3D != 1)
+        PointHit(&h, *r, x, y, shown_.Is3D == 0, previous, Picked, PickRect);
+        if (shown_.Is3D != 1)
             continue;
         IntRect layer = *r;
         for (int32_t k = 2; k <= h.Pieces; ++k) {
@@ -145,7 +145,7 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
         if (PickHistory.size() < kPickHistoryCapacity)
             PickHistory.push_back(Picked);
     }
-    if (app_.HitByBlock != 1 || app_.IsDirect != 0)
+    if (shown_.HitByBlock != 1 || app_.IsDirect != 0)
         return;
     // Picking by block takes the block's other stacks along.
     for (HaichiInfo& h : app_.HaichiList) {
@@ -270,12 +270,13 @@ void PalletDrawing::DrawParts(Canvas& canvas, int mode, int32_t x, int32_t y) {
         // a highlight change cheap on a full table. In 3D every stack's layers and label are
         // painted again in list order, so that the stacks keep covering each other as before.
         const bool drawn = DrawBase(*this, canvas, app_, mode, h, *r);
-        if (!drawn && app_.Is3D != 1)
+        if (!drawn && shown_.Is3D != 1)
             continue;
-        const IntRect top = app_.Is3D == 1 ? DrawLayers(*this, canvas, mode, h, *r, drawn) : *r;
+        const IntRect top = shown_.Is3D == 1 ? DrawLayers(*this, canvas, mode, h, *r, drawn) : *r;
         DrawPartLabel(canvas, top, h, font);
     }
-    const bool section = app_.PalletMode == view::kDanmen || app_.PalletMode == view::kTwoPallet;
+    const bool section =
+        shown_.PalletMode == view::kDanmen || shown_.PalletMode == view::kTwoPallet;
     if (mode == drawmode::kAll && section)
         DrawSection(canvas);
     DrawOffsetLines(canvas);
@@ -299,7 +300,7 @@ void PalletDrawing::DrawSection(Canvas& canvas) const {
         const bool slotPallet =
             block.PalletNo != -1 && (block.PalletNo == p[0] || block.PalletNo == p[1]);
         const double back = h.Y + h.Part->SizeY;
-        if (block.KouteiNo == app_.CurrentKoutei && slotPallet && back > kNoBackEdge)
+        if (block.KouteiNo == shown_.CurrentKoutei && slotPallet && back > kNoBackEdge)
             bars.push_back(Bar{&h, back});
     }
     // Farthest back first, ties in list order, so that nearer stacks cover those behind.

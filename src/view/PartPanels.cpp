@@ -25,14 +25,15 @@ const KouteiInfo* ProcessNumbered(const CKestoApp& app, int32_t no) {
 
 }  // namespace
 
-PartsInfoPanel::PartsInfoPanel(const CKestoApp& app, const MessageTable& messages)
-    : app_(app), messages_(messages) {}
+PartsInfoPanel::PartsInfoPanel(const CKestoApp& app, const ViewState& view,
+                               const MessageTable& messages)
+    : app_(app), shown_(view), messages_(messages) {}
 
 std::array<std::string, 3> PartsInfoPanel::Lines(const PartsInfo& part) const {
     const std::string u1 = messages_.GetFontText(kSection, "INFO1-STRING").Text;
     const std::string u2 = messages_.GetFontText(kSection, "INFO2-STRING").Text;
     // Found by number, not position; a part of no known process shows an empty name.
-    const KouteiInfo* process = ProcessNumbered(app_, app_.CurrentKoutei);
+    const KouteiInfo* process = ProcessNumbered(app_, shown_.CurrentKoutei);
     const std::string processName = process != nullptr ? process->Name : std::string();
     std::array<std::string, 3> lines;
     lines[0] = FormatText("%-20s %-2s %-32s %ld%s", processName.c_str(), part.DirText.c_str(),
@@ -47,7 +48,7 @@ std::array<std::string, 3> PartsInfoPanel::Lines(const PartsInfo& part) const {
 }
 
 void PartsInfoPanel::Refresh(Canvas& canvas, const HaichiInfo* picked) const {
-    const IntRect& r = app_.InfoRect;
+    const IntRect& r = shown_.InfoRect;
     ClearPanel(canvas, r);
     if (picked == nullptr || picked->Part == nullptr)
         return;
@@ -65,11 +66,12 @@ void PartsInfoPanel::Refresh(Canvas& canvas, const HaichiInfo* picked) const {
         canvas.DrawLabel(LabelMode::AtPoint, lines[i], font, at[i], IntRect{}, colour::kPanelText);
 }
 
-PartsViewPanel::PartsViewPanel(const CKestoApp& app, const MessageTable& messages)
-    : app_(app), messages_(messages) {}
+PartsViewPanel::PartsViewPanel(const CKestoApp& app, const ViewState& view,
+                               const MessageTable& messages)
+    : app_(app), shown_(view), messages_(messages) {}
 
 void PartsViewPanel::ShowSize(Canvas& canvas, double w, double l) {
-    const IntRect& client = app_.ViewRect;
+    const IntRect& client = shown_.ViewRect;
     const int32_t width = client.Right - client.Left;
     const int32_t height = client.Bottom - client.Top;
     ClientWidth = width;
@@ -120,7 +122,7 @@ void PartsViewPanel::Repaint(Canvas& canvas) {
     if (Shown == 1)
         ShowSize(canvas, ShownW, ShownL);
     else
-        ClearPanel(canvas, app_.ViewRect);
+        ClearPanel(canvas, shown_.ViewRect);
 }
 
 }  // namespace kesto

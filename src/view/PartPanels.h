@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "support/MessageFile.h"
 #include "view/Canvas.h"
 
@@ -15,7 +16,7 @@ namespace kesto {
 // The part-information panel: background, then the picked stack's part in three lines.
 class PartsInfoPanel {
   public:
-    PartsInfoPanel(const CKestoApp& app, const MessageTable& messages);
+    PartsInfoPanel(const CKestoApp& app, const ViewState& view, const MessageTable& messages);
     // Draws the panel of client rectangle InfoRect for the picked record (null: background
     // only).
     void Refresh(Canvas& canvas, const HaichiInfo* picked) const;
@@ -24,13 +25,14 @@ class PartsInfoPanel {
 
   private:
     const CKestoApp& app_;
+    const ViewState& shown_;
     const MessageTable& messages_;
 };
 
 // The part-view panel: a part's footprint scaled into the panel below a 20-pixel caption.
 class PartsViewPanel {
   public:
-    PartsViewPanel(const CKestoApp& app, const MessageTable& messages);
+    PartsViewPanel(const CKestoApp& app, const ViewState& view, const MessageTable& messages);
     // Shows a part of width w and length l (millimetres) in client rectangle ViewRect;
     // a negative w or l only clears the panel.
     void ShowSize(Canvas& canvas, double w, double l);
@@ -46,6 +48,7 @@ class PartsViewPanel {
 
   private:
     const CKestoApp& app_;
+    const ViewState& shown_;
     const MessageTable& messages_;
 };
 

@@ -1,4 +1,5 @@
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 
 #include <gtest/gtest.h>
 
@@ -12,14 +13,16 @@ class CKestoAppTest : public ::testing::Test {
   protected:
     test::Installation installation;
     CKestoApp app;
+    ViewState shown;
 };
 
 // What start-up does first: the per-user values of an empty host store are read as 0.
 TEST_F(CKestoAppTest, StartedEmptyWithItsDefaults) {
     app.ReadRegistrySettings(installation.Host);
+    ReadViewSettings(installation.Host, shown);
     EXPECT_EQ(app.IsDirect, 0);
-    EXPECT_EQ(app.IsBlockDraw, 0);
-    EXPECT_EQ(app.PartsAllState, 1);
+    EXPECT_EQ(shown.IsBlockDraw, 0);
+    EXPECT_EQ(shown.PartsAllState, 1);
     EXPECT_EQ(app.InchMode, 0);
     EXPECT_EQ(app.OffsetSet, 0);
     EXPECT_EQ(app.SkipShareOut, 0);
@@ -176,15 +179,6 @@ TEST_F(CKestoAppTest, PalletByNameFindsTheFirst) {
     app.PalletList.Append().Name = "B";
     EXPECT_EQ(app.PalletByName("B"), &first);
     EXPECT_EQ(app.PalletByName("C"), nullptr);
-}
-
-TEST_F(CKestoAppTest, ShowKakuAsksTheOperator) {
-    installation.Operator.Answer = OkCancel::Cancel;
-    EXPECT_EQ(app.ShowKaku(installation.Operator, 208, 9), OkCancel::Cancel);
-    EXPECT_EQ(app.KakuMsgNo1, 208);
-    EXPECT_EQ(app.KakuMsgNo2, 9);
-    ASSERT_EQ(installation.Operator.KakuNumbers.size(), 1u);
-    EXPECT_EQ(installation.Operator.KakuNumbers[0], std::make_pair(208, 9));
 }
 
 }  // namespace

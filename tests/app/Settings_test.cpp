@@ -54,12 +54,10 @@ TEST_F(SettingsTest, MessageFileIsLoaded) {
 }
 
 TEST_F(SettingsTest, PalletSelectionIsRead) {
-    app.CurrentPallet = 3;
     ASSERT_EQ(Init("[PalletSelect]\nPalletInfo=4,P\n"), 1);
     app.ReadPalletSelect(installation.Messages);
     EXPECT_EQ(app.PalletCount, 4);
     EXPECT_EQ(app.PalletPrefix, "P");
-    EXPECT_EQ(app.CurrentPallet, 1);
 }
 
 TEST_F(SettingsTest, MissingPalletSelectionGivesNoPallets) {

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "common/TestServices.h"
 #include "support/Platform.h"
 
@@ -16,24 +16,35 @@ std::string StoredValue(MemoryHostStore& host, const std::string& name) {
     return host.ReadUserValue(name).value_or("<missing>");
 }
 
+// The per-user values as a session reads and writes them: the job's and the view's.
+void ReadAll(MemoryHostStore& host, CKestoApp& app, ViewState& shown) {
+    app.ReadRegistrySettings(host);
+    ReadViewSettings(host, shown);
+}
+void WriteAll(MemoryHostStore& host, CKestoApp& app, const ViewState& shown) {
+    app.WriteRegistrySettings(host);
+    WriteViewSettings(host, shown);
+}
+
 TEST(UserSettings, ConstructionReadsNothing) {
     MemoryHostStore host;
     host.UserValues["IsDirect"] = "1";
     host.UserValues["IsBlockDraw"] = "1";
     CKestoApp app;
+    ViewState shown;
     EXPECT_EQ(app.IsDirect, -1);
-    EXPECT_EQ(app.IsBlockDraw, 0);
-    EXPECT_EQ(app.NestCaptionFonts, (std::array<int32_t, 2>{1, 1}));
+    EXPECT_EQ(shown.IsBlockDraw, 0);
 }
 
 TEST(UserSettings, FirstRunReadsZeroAndExitWritesBoth) {
     MemoryHostStore host;
     CKestoApp app;
-    app.ReadRegistrySettings(host);
+    ViewState shown;
+    ReadAll(host, app, shown);
     EXPECT_EQ(app.IsDirect, 0);
-    EXPECT_EQ(app.IsBlockDraw, 0);
+    EXPECT_EQ(shown.IsBlockDraw, 0);
     EXPECT_EQ(StoredValue(host, "IsDirect"), "<missing>");
-    app.WriteRegistrySettings(host);
+    WriteAll(host, app, shown);
     EXPECT_EQ(StoredValue(host, "IsDirect"), "0");
     EXPECT_EQ(StoredValue(host, "IsBlockDraw"), "0");
 }
@@ -43,9 +54,10 @@ TEST(UserSettings, StoredValuesAreRead) {
     host.WriteUserValue("IsDirect", "1");
     host.WriteUserValue("IsBlockDraw", "1");
     CKestoApp app;
-    app.ReadRegistrySettings(host);
+    ViewState shown;
+    ReadAll(host, app, shown);
     EXPECT_EQ(app.IsDirect, 1);
-    EXPECT_EQ(app.IsBlockDraw, 1);
+    EXPECT_EQ(shown.IsBlockDraw, 1);
 }
 
 TEST(UserSettings, RetryKeepsTheDirectSettingButRereadsBlockDraw) {
@@ -53,21 +65,23 @@ TEST(UserSettings, RetryKeepsTheDirectSettingButRereadsBlockDraw) {
     host.WriteUserValue("IsDirect", "1");
     host.WriteUserValue("IsBlockDraw", "1");
     CKestoApp app;
-    app.ReadRegistrySettings(host);
+    ViewState shown;
+    ReadAll(host, app, shown);
     app.IsDirect = 0;
-    app.IsBlockDraw = 1;
+    shown.IsBlockDraw = 1;
     host.WriteUserValue("IsBlockDraw", "0");
-    app.ReadRegistrySettings(host);
+    ReadAll(host, app, shown);
     EXPECT_EQ(app.IsDirect, 0);
-    EXPECT_EQ(app.IsBlockDraw, 0);
+    EXPECT_EQ(shown.IsBlockDraw, 0);
 }
 
 TEST(UserSettings, ValuesAreWrittenAsDecimalText) {
     MemoryHostStore host;
     CKestoApp app;
+    ViewState shown;
     app.IsDirect = 1;
-    app.IsBlockDraw = -3;
-    app.WriteRegistrySettings(host);
+    shown.IsBlockDraw = -3;
+    WriteAll(host, app, shown);
     EXPECT_EQ(StoredValue(host, "IsDirect"), "1");
     EXPECT_EQ(StoredValue(host, "IsBlockDraw"), "-3");
 }
@@ -77,9 +91,10 @@ TEST(UserSettings, TextWithoutNumberChangesNothing) {
     host.WriteUserValue("IsDirect", "abc");
     host.WriteUserValue("IsBlockDraw", "7x");
     CKestoApp app;
-    app.ReadRegistrySettings(host);
+    ViewState shown;
+    ReadAll(host, app, shown);
     EXPECT_EQ(app.IsDirect, -1);
-    EXPECT_EQ(app.IsBlockDraw, 7);
+    EXPECT_EQ(shown.IsBlockDraw, 7);
 }
 
 TEST(UserSettings, ReadingEmptiesTheJobAndItsFlags) {
@@ -107,22 +122,6 @@ TEST(UserSettings, ReadingEmptiesTheJobAndItsFlags) {
     EXPECT_TRUE(app.Blocks.empty());
     EXPECT_EQ(app.BlocksCapacity, 0);
     EXPECT_EQ(app.BlocksCount, 0);
-}
-
-TEST(UserSettings, DisplayMembersResetOnlyOnTheFirstRead) {
-    MemoryHostStore host;
-    CKestoApp app;
-    app.ReadRegistrySettings(host);
-    EXPECT_EQ(app.NestCaptionFonts, (std::array<int32_t, 2>{1, 1}));
-    app.NestCaptionFonts = {0, 0};
-    app.NestCaptionTexts = {"a", "b"};
-    app.ReadRegistrySettings(host);
-    EXPECT_EQ(app.NestCaptionFonts, (std::array<int32_t, 2>{0, 0}));
-    EXPECT_EQ(app.NestCaptionTexts[0], "a");
-    app.IsDirect = -1;
-    app.ReadRegistrySettings(host);
-    EXPECT_EQ(app.NestCaptionFonts, (std::array<int32_t, 2>{1, 1}));
-    EXPECT_EQ(app.NestCaptionTexts[0], "");
 }
 
 TEST(UserSettings, FailedWriteIsIgnored) {

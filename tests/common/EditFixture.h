@@ -64,11 +64,11 @@ class EditTest : public SessionTest {
   protected:
     EditTest() {
         app.PalletCount = 2;
-        app.CurrentPallet = 1;
+        shown.CurrentPallet = 1;
         app.StartCorner = 3;
         app.IsDirect = 0;
-        app.HitByBlock = 0;
-        app.AreaRect = {0, 0, 1080, 900};
+        shown.HitByBlock = 0;
+        shown.AreaRect = {0, 0, 1080, 900};
         EXPECT_EQ(CKs_Block(app, session.Svc()).SetUp(), 1);
     }
 
@@ -86,7 +86,7 @@ class EditTest : public SessionTest {
     }
     // The corner marks as the stacks make them, and the picture as the window shows it.
     void Show() {
-        CKs_Haichi(app, session.Svc()).RebuildCorners(app.KouteiAt(1), {});
+        CKs_Haichi(app, session.Svc(), shown).RebuildCorners(app.KouteiAt(1), {});
         view.Refresh();
     }
     void Click(int32_t x, int32_t y, bool shift = false) {
@@ -108,7 +108,7 @@ class EditTest : public SessionTest {
         return false;
     }
 
-    PalletDrawing drawing{app, testServices.Messages};
+    PalletDrawing drawing{app, shown, testServices.Messages};
     RecordingDrawAreaView view{drawing};
     DrawingEdit edit{app, session.Svc(), drawing, view};
     DisplayList canvas;

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "common/TestServices.h"
 #include "placement/CKs_Block.h"
 #include "placement/CKs_Haichi.h"
@@ -129,7 +130,6 @@ class PlacementTest : public ::testing::Test {
     PlacementTest() : app(std::make_unique<CKestoApp>()) {
         app->PalletCount = 1;
         app->StartCorner = 3;
-        app->CurrentPallet = 1;
     }
     ~PlacementTest() override {
         for (const auto& f : folders_)
@@ -180,6 +180,7 @@ class PlacementTest : public ::testing::Test {
     RecordingOperator& op = testServices.Op;
     Services services = testServices.Get();
     std::unique_ptr<CKestoApp> app;
+    ViewState shown;  // the pallets on view: the first pallet, FLAT
 };
 
 }  // namespace kesto::test

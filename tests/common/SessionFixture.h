@@ -54,7 +54,8 @@ class SessionTest : public ::testing::Test {
     TempFolder root;
     TestServices testServices{root.Path().string()};
     RecordingOperator& op = testServices.Op;
-    JobSession session{testServices.Get(), "kesto"};
+    ViewState shown;
+    JobSession session{testServices.Get(), "kesto", shown};
     CKestoApp& app = session.App();
     JobBuilder job{app};
     PalletInfo* pallet = nullptr;

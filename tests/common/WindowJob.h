@@ -11,6 +11,7 @@
 #include <string>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "common/TestInstallation.h"
 #include "common/TestServices.h"
 #include "render/FontTable.h"
@@ -33,10 +34,10 @@ inline QApplication& EnsureQApplication() {
 }
 
 // Shows the window at the given client size and waits until its layout pass ran.
-inline bool ShowLaidOut(CKestoApp& app, QWidget& window, int width, int height) {
+inline bool ShowLaidOut(const ViewState& shown, QWidget& window, int width, int height) {
     window.resize(width, height);
     window.show();
-    return QTest::qWaitFor([&] { return app.LayoutState == 3 && window.width() == width; }, 5000);
+    return QTest::qWaitFor([&] { return shown.LayoutState == 3 && window.width() == width; }, 5000);
 }
 
 // The colour of one pixel of a window's image.
@@ -69,8 +70,9 @@ struct WindowJob {
     // window is made either way.
     bool Start(const std::string& commandLine = "") {
         Dialog.reset();
+        Shown_ = ViewState{};
         Session = std::make_unique<JobSession>(
-            Svc.Get(), commandLine.empty() ? Install.CommandLine() : commandLine);
+            Svc.Get(), commandLine.empty() ? Install.CommandLine() : commandLine, Shown_);
         const bool started = Session->StartUp();
         Fonts.Build(Session->App());
         Dialog = std::make_unique<CKestoDlg>(*Session, Fonts);
@@ -85,9 +87,11 @@ struct WindowJob {
     }
 
     CKestoApp& App() { return Session->App(); }
+    ViewState& Shown() { return Session->Shown(); }
 
     TestInstallation Install;
     TestServices Svc;
+    ViewState Shown_;  // what the window shows, as main() keeps it
     std::unique_ptr<JobSession> Session;
     FontTable Fonts;
     std::unique_ptr<CKestoDlg> Dialog;

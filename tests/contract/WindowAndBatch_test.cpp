@@ -47,7 +47,8 @@ int RunWindow(const fs::path& install, const ContractCase& c) {
     test::EnsureQApplication();
     const test::ScopedWorkingFolder here(install);
     test::TestServices services(install.string(), c.Ok ? OkCancel::Ok : OkCancel::Cancel);
-    JobSession session(services.Get(), "kesto " + c.Args);
+    ViewState shown;
+    JobSession session(services.Get(), "kesto " + c.Args, shown);
     if (session.StartUp()) {
         FontTable fonts;
         fonts.Build(session.App());

@@ -12,7 +12,6 @@ class OffsetCheck : public OutputTest {
     void SetUp() override {
         OutputTest::SetUp();
         app_->OffsetSet = 1;
-        app_->CurrentKoutei = 1;
         AddKoutei(1, "PAL");
         PalletInfo& pallet = AddPallet(1, "PAL");
         pallet.LengthX = 1000;
@@ -32,7 +31,8 @@ class OffsetCheck : public OutputTest {
         part.SensitiveSides = text4;
         AddStack(part, AddBlock(1, 1), 1, x, y);
     }
-    int Check() { return FileSave().CheckOffsets(); }
+    int Check() { return FileSave().CheckOffsets(processOnView_); }
+    int32_t processOnView_ = 1;
 };
 
 TEST_F(OffsetCheck, StacksExactlyOnTheLimitsRaiseNoWarning) {
@@ -125,10 +125,10 @@ TEST_F(OffsetCheck, PalletFoundByNameAnywhereInTheList) {
 TEST_F(OffsetCheck, CurrentProcessOutsideTheListChecksNothing) {
     AddStackAt("1111", 2000, 2000);
     for (int32_t position : {0, 2, -1}) {
-        app_->CurrentKoutei = position;
+        processOnView_ = position;
         EXPECT_EQ(Check(), 1);
     }
-    app_->CurrentKoutei = 1;
+    processOnView_ = 1;
     app_->KouteiList.Clear();
     EXPECT_EQ(Check(), 1);
     AddKoutei(1, "PAL");

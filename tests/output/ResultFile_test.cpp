@@ -58,7 +58,6 @@ TEST_F(ResultFile, SetAsidePiecesAskMessage208AndOkDeletesTheResultFile) {
     EXPECT_EQ(Write(), 1);
 
     EXPECT_EQ(operator_.KakuNumbers, (std::vector<std::pair<int, int>>{{208, 0}}));
-    EXPECT_EQ(app_->KakuMsgNo1, 208);
     EXPECT_FALSE(fs::exists(path_));
     EXPECT_EQ(ReadLines(path_ + "_tmp").size(), 4u);
 }

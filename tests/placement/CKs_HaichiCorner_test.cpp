@@ -8,7 +8,7 @@ namespace {
 // One process on a 1000 x 1000 pallet without gaps; block 0 is (0,0)-(100,100).
 class CornerTest : public PlacementTest {
   protected:
-    CornerTest() : h(*app, services) {
+    CornerTest() : h(*app, services, shown) {
         PalletInfo pal = GridPallet("PAL");
         pal.LengthX = 1000;
         pal.LengthY = 1000;

@@ -8,14 +8,14 @@ namespace {
 // The grid job drawn at half scale into slot 0 (0,0)-(500,400), y growing downward.
 class MoveTest : public PlacementTest {
   protected:
-    MoveTest() : koutei(GridJob()), h(*app, services) {
-        for (BlockInfo& b : app->Blocks) {
-            b.PixLeft = static_cast<int32_t>(b.MinX / 2);
-            b.PixRight = static_cast<int32_t>(b.MaxX / 2);
-            b.PixTop = static_cast<int32_t>(400 - b.MaxY / 2);
-            b.PixBottom = static_cast<int32_t>(400 - b.MinY / 2);
+    MoveTest() : koutei(GridJob()), h(*app, services, shown) {
+        for (const BlockInfo& b : app->Blocks) {
+            blockRects.push_back(
+                {static_cast<int32_t>(b.MinX / 2), static_cast<int32_t>(400 - b.MaxY / 2),
+                 static_cast<int32_t>(b.MaxX / 2), static_cast<int32_t>(400 - b.MinY / 2)});
         }
         drop.Slots[0] = {0, 0, 500, 400};
+        drop.BlockRects = blockRects;
         part = &AddPart(1, 100, 50, 1);
         second = &AddPart(1, 100, 50, 1);
     }
@@ -32,6 +32,7 @@ class MoveTest : public PlacementTest {
 
     KouteiInfo& koutei;
     CKs_Haichi h;
+    std::vector<IntRect> blockRects;  // each block's cell as the drawing area laid it out
     DropInput drop;
     int32_t probed = 0;
     PartsInfo* part = nullptr;
@@ -113,8 +114,8 @@ TEST_F(MoveTest, FreeMoveScalesPixelsByTheFirstAndLastBlock) {
 }
 
 TEST_F(MoveTest, FreeMoveWithoutPixelDistanceDoesNotStretch) {
-    for (BlockInfo& b : app->Blocks)
-        b.PixLeft = b.PixBottom = 0;
+    for (IntRect& r : blockRects)
+        r.Left = r.Bottom = 0;
     HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
     EXPECT_EQ(Drop({&s}, 150, 275, 200, 300, 1), 1);
     EXPECT_DOUBLE_EQ(s.X, 690);

@@ -49,7 +49,7 @@ class RestoreTest : public PlacementTest {
         return p;
     }
     int Restore(const std::vector<std::string>& lines) {
-        return CKs_Haichi(*app, services).RestorePlacement(WriteSave(lines));
+        return CKs_Haichi(*app, services, shown).RestorePlacement(WriteSave(lines));
     }
 };
 
@@ -67,7 +67,7 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     GridJob();
     KeyedPart(1, 300, 200, 10, 4);
     KeyedPart(1, 50, 50, 6, 2);
-    ASSERT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 0), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(0, 0), 1);
     std::vector<std::string> lines;
     for (const HaichiInfo& h : app->HaichiList) {
         lines.push_back(SaveLine(h, app->Blocks[h.BlockIndex].PalletNo));
@@ -83,7 +83,7 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     GridJob();
     PartsInfo& a = KeyedPart(1, 300, 200, 10, 4);
     PartsInfo& b = KeyedPart(1, 50, 50, 6, 2);
-    ASSERT_EQ(CKs_Haichi(*app, services).RestorePlacement(path), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement(path), 1);
     EXPECT_EQ(Snapshot(*app), before);
     EXPECT_EQ(a.PiecesPlaced, 10);
     EXPECT_EQ(b.PiecesPlaced, 6);
@@ -118,11 +118,11 @@ TEST_F(RestoreTest, StoredBlockOutsideTheTableIgnoresTheLine) {
 }
 
 TEST_F(RestoreTest, MissingFileOrEmptyListsSucceedWithoutStacks) {
-    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement("/nonexistent/kesto/save.txt"), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement("/nonexistent/kesto/save.txt"), 1);
     GridJob();
     EXPECT_EQ(Restore({Line("A1", 940, 10, 50, 50, 6, 0, 4)}), 1);
     KeyedPart(1, 50, 50, 6);
-    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement(""), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement(""), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -131,7 +131,7 @@ TEST_F(RestoreTest, FileThatCannotBeOpenedFailsTheRestore) {
     KeyedPart(1, 50, 50, 6);
     const auto path = Folder("sock") / "s";
     ASSERT_NO_FATAL_FAILURE(test::MakeUnopenable(path.string()));
-    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement(path.string()), 0);
+    EXPECT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement(path.string()), 0);
 }
 
 TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {
@@ -208,7 +208,7 @@ TEST_F(TrimTest, ExcessComesOffTheHighestLevelLastStackFirst) {
     GridJob();
     PartsInfo& p = KeyedPart(1, 300, 200, 4);
     Stacks(p, {{3, 1}, {2, 2}, {2, 2}, {2, 1}});
-    ASSERT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
     EXPECT_EQ(p.PiecesPlaced, 4);
     ASSERT_EQ(StacksOf(p).size(), 2u);
     EXPECT_EQ(StacksOf(p)[0]->BlockIndex, 0);
@@ -221,7 +221,7 @@ TEST_F(TrimTest, StacksOfLevelZeroAreNotTrimmed) {
     GridJob();
     PartsInfo& p = KeyedPart(1, 300, 200, 2);
     Stacks(p, {{3, 0}, {3, 0}});
-    ASSERT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
     EXPECT_EQ(p.PiecesPlaced, 6);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 1}));
 }
@@ -232,20 +232,20 @@ TEST_F(TrimTest, EmptyStacksOfAnyPartAreRemoved) {
     PartsInfo& q = AddPart(1, 300, 200, 3);
     Stacks(p, {{3, 1}});
     AddStack(q, 4, 680, 220, 0);
-    ASSERT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
     EXPECT_TRUE(StacksOf(q).empty());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3}));
 }
 
 TEST_F(TrimTest, EmptyListsSucceed) {
-    EXPECT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
 }
 
 TEST_F(TrimTest, ShortageGoesToTheLowestStackBelowTheLimit) {
     GridJob();
     PartsInfo& p = KeyedPart(1, 300, 200, 10, 5);
     Stacks(p, {{1, 0}, {3, 0}});
-    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{5, 5}));
     EXPECT_EQ(p.PiecesPlaced, 10);
 }
@@ -254,7 +254,7 @@ TEST_F(TrimTest, ShortageBeyondTheLimitIsLeft) {
     GridJob();
     PartsInfo& p = KeyedPart(1, 300, 200, 10, 3);
     Stacks(p, {{1, 0}, {3, 0}});
-    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 3}));
     EXPECT_EQ(p.PiecesPlaced, 6);
 }
@@ -265,7 +265,7 @@ TEST_F(TrimTest, PalletHeightLimitsTheFill) {
     PartsInfo& p = KeyedPart(1, 300, 200, 10, 5);
     p.PieceHeight = 4;
     Stacks(p, {{1, 0}, {1, 0}});
-    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
 }
 
@@ -273,7 +273,7 @@ TEST_F(TrimTest, Num4OfZeroIsSmallerThanAnyLimitSoNothingIsFilled) {
     GridJob();
     PartsInfo& p = KeyedPart(1, 300, 200, 10, 0);
     Stacks(p, {{1, 0}});
-    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1}));
 }
 
@@ -305,14 +305,14 @@ TEST_F(TrimTest, FillMatchesOnePieceAtATime) {
             ++expected[pick];
             --shortfall;
         }
-        ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
+        ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
         EXPECT_EQ(ValuesOf(p), std::vector<int32_t>(expected.begin(), expected.end())) << trial;
         EXPECT_EQ(p.PiecesPlaced, p.Quantity - shortfall) << trial;
     }
 }
 
 TEST_F(TrimTest, FillWithEmptyListsSucceeds) {
-    EXPECT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
 }
 
 }  // namespace

@@ -11,14 +11,14 @@ namespace {
 class StackPartTest : public PlacementTest {
   protected:
     int Stack(KouteiInfo& k, PartsInfo& p, int mode) {
-        CKs_Haichi h(*app, services);
+        CKs_Haichi h(*app, services, shown);
         return h.StackPart(&k, &p, mode);
     }
     std::array<int, 4> Candidates(int mode, int count, int current) {
-        app->PalletMode = mode;
+        shown.PalletMode = mode;
         app->PalletCount = count;
-        app->CurrentPallet = current;
-        return CKs_Haichi(*app, services).CandidatePallets();
+        shown.CurrentPallet = current;
+        return CKs_Haichi(*app, services, shown).CandidatePallets();
     }
 };
 
@@ -156,8 +156,8 @@ TEST_F(StackPartTest, CandidatesOfOtherViews) {
 TEST_F(StackPartTest, FourPalletViewFromPalletTwoNeverReachesPalletOne) {
     app->PalletCount = 4;
     KouteiInfo& k = GridJob();
-    app->PalletMode = view::kFourPallet;
-    app->CurrentPallet = 2;
+    shown.PalletMode = view::kFourPallet;
+    shown.CurrentPallet = 2;
     PartsInfo& p = AddPart(1, 300, 200, 40, 1);
     ASSERT_EQ(Stack(k, p, stacking::kPalletsInView), 1);
     std::set<int> pallets;
@@ -199,7 +199,7 @@ TEST_F(StackPartTest, ModeOneCapsAtNum4AndShares) {
 TEST_F(StackPartTest, ModeTwoUsesEveryPalletAndModeOneOnlyTheCurrent) {
     app->PalletCount = 2;
     KouteiInfo& k = GridJob();
-    app->CurrentPallet = 2;
+    shown.CurrentPallet = 2;
     PartsInfo& p = AddPart(1, 300, 200, 1);
     PartsInfo& q = AddPart(1, 300, 200, 1);
     ASSERT_EQ(Stack(k, p, stacking::kAllPalletsCapped), 1);

@@ -123,7 +123,7 @@ TEST_F(DrawingEditTest, PickingAnotherStackDrawsTheOldPickBack) {
 }
 
 TEST_F(DrawingEditTest, PickByBlockTakesTheBlocksOtherStacksAlong) {
-    app.HitByBlock = 1;
+    shown.HitByBlock = 1;
     // A second stack in block 0, corner 8: X 990, Y 160: (930, 658)-(1030, 708).
     HaichiInfo& mate = Stack(partB, 0, 990, 160, 1, kCornerMaxMax);
     Show();
@@ -294,7 +294,7 @@ TEST_F(BandTest, WithoutDirectNoBandIsTracked) {
 // 4PALLET quadrants: halves of 540; rows from 36 and from 450 + 36 = 486, each
 // (900 - 72) / 2 = 414 high. DANMEN keeps the upper (900 - 36) / 2 = 432 pixels off the bottom.
 TEST_F(BandTest, BandMustLieWithinOnePalletSlot) {
-    app.PalletMode = view::kFourPallet;
+    shown.PalletMode = view::kFourPallet;
     view.Refresh();
     EXPECT_TRUE(edit.WithinOneSlot({10, 40, 500, 440}));
     EXPECT_TRUE(edit.WithinOneSlot({540, 36, 1080, 450}));
@@ -302,11 +302,11 @@ TEST_F(BandTest, BandMustLieWithinOnePalletSlot) {
     EXPECT_FALSE(edit.WithinOneSlot({500, 40, 600, 100}));
     EXPECT_FALSE(edit.WithinOneSlot({10, 440, 100, 500}));
     EXPECT_FALSE(edit.WithinOneSlot({10, 450, 100, 480}));
-    app.PalletMode = view::kDanmen;
+    shown.PalletMode = view::kDanmen;
     view.Refresh();
     EXPECT_TRUE(edit.WithinOneSlot({10, 36, 1080, 468}));
     EXPECT_FALSE(edit.WithinOneSlot({10, 36, 1080, 469}));
-    app.PalletMode = view::kFlat;
+    shown.PalletMode = view::kFlat;
     view.Refresh();
     EXPECT_TRUE(edit.WithinOneSlot({0, 36, 1080, 900}));
     EXPECT_FALSE(edit.WithinOneSlot({0, 35, 1080, 900}));
@@ -314,7 +314,7 @@ TEST_F(BandTest, BandMustLieWithinOnePalletSlot) {
 }
 
 TEST_F(BandTest, BandAcrossTwoSlotsSelectsNothing) {
-    app.PalletMode = view::kFourPallet;
+    shown.PalletMode = view::kFourPallet;
     view.Refresh();
     Band(100, 100, 700, 300);
     EXPECT_EQ(drawing.BandActive, 0);
@@ -370,7 +370,7 @@ TEST_F(BandTest, ShiftClickInTheBandLeavesThePickOnTheStackHit) {
 }
 
 TEST_F(BandTest, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
-    app.PalletMode = view::kFourPallet;
+    shown.PalletMode = view::kFourPallet;
     // Part B's stack on pallet 2 (block 12 = x 380..680, y 10..210 of the second pallet).
     HaichiInfo& other = Stack(partB, 12, 680, 10, 1);
     Show();
@@ -451,7 +451,7 @@ TEST_F(BandTest, BandDragOffThePalletMovesNothing) {
 // In 4PALLET with two pallets, a band of all three stacks dragged so far right that a reaches
 // the second pallet's slot while a2 stays on the first: the targets differ, nothing moves.
 TEST_F(BandTest, BandDragLandingOnTwoPalletsMovesNothing) {
-    app.PalletMode = view::kFourPallet;
+    shown.PalletMode = view::kFourPallet;
     view.Refresh();
     const IntRect ra = *drawing.ScreenRect(a);
     const IntRect ra2 = *drawing.ScreenRect(a2);

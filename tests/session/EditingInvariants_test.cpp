@@ -67,13 +67,13 @@ class EditRun {
         : job_(WideBoxJob(shape)),
           install_(WriteInstallation(folder_.Path().string(), job_)),
           svc_(install_.Root),
-          session_(svc_.Get(), install_.CommandLine),
+          session_(svc_.Get(), install_.CommandLine, shown_),
           forget_(drawing_),
           rng_(shape.Seed),
           freeMoves_(freeMoves) {
         session_.SetView(&forget_);
         started_ = session_.StartUp() && session_.Init();
-        app_.AreaRect = {0, 0, 1200, 800};
+        shown_.AreaRect = {0, 0, 1200, 800};
         app_.IsDirect = 0;
         view_.Refresh();
     }
@@ -116,9 +116,10 @@ class EditRun {
     GeneratedJob job_;
     Installation install_;
     TestServices svc_;
+    ViewState shown_;
     JobSession session_;
     CKestoApp& app_ = session_.App();
-    PalletDrawing drawing_{app_, svc_.Messages};
+    PalletDrawing drawing_{app_, shown_, svc_.Messages};
     RecordingDrawAreaView view_{drawing_};
     DrawingEdit edit_{app_, svc_.Get(), drawing_, view_};
     DisplayList canvas_;
@@ -152,7 +153,7 @@ IntPoint EditRun::StackPoint() {
 std::optional<int32_t> EditRun::AnySeq(const std::function<bool(const PartsInfo&)>& which) {
     std::vector<int32_t> seqs;
     for (const PartsInfo& p : app_.PartsList) {
-        if (p.KouteiNo == app_.CurrentKoutei && which(p))
+        if (p.KouteiNo == shown_.CurrentKoutei && which(p))
             seqs.push_back(p.Seq);
     }
     if (seqs.empty() || Chance(5))
@@ -204,7 +205,7 @@ void EditRun::SwitchDirect() {
         app_.IsDirect = 0;
         if (drawing_.BandActive >= 1) {
             drawing_.ResetSelection();
-            app_.HitByBlock = 0;
+            shown_.HitByBlock = 0;
         }
     } else if (freeMoves_) {
         app_.IsDirect = 1;
@@ -216,14 +217,14 @@ void EditRun::SwitchDirect() {
 void EditRun::SwitchView() {
     if (drawing_.BandActive != 0)
         return;
-    app_.PalletMode = Uniform(0, 3);
-    app_.CurrentPallet = Uniform(1, std::max(app_.PalletCount, 1));
+    shown_.PalletMode = Uniform(0, 3);
+    shown_.CurrentPallet = Uniform(1, std::max(app_.PalletCount, 1));
     if (Chance(30))
-        app_.CurrentKoutei = Uniform(1, std::max(app_.KouteiList.Count, 1));
-    app_.HitByBlock = Uniform(0, 1);
-    log_.push_back("view " + std::to_string(app_.PalletMode) + " pallet " +
-                   std::to_string(app_.CurrentPallet) + " koutei " +
-                   std::to_string(app_.CurrentKoutei));
+        shown_.CurrentKoutei = Uniform(1, std::max(app_.KouteiList.Count, 1));
+    shown_.HitByBlock = Uniform(0, 1);
+    log_.push_back("view " + std::to_string(shown_.PalletMode) + " pallet " +
+                   std::to_string(shown_.CurrentPallet) + " koutei " +
+                   std::to_string(shown_.CurrentKoutei));
     view_.Refresh();
 }
 
@@ -245,8 +246,8 @@ void EditRun::Right() {
 }
 
 void EditRun::Down() {
-    app_.CurrentBox = SmallBoxCode(Uniform(1, std::max(job_.SmallBoxes, 1)));
-    const int32_t box = app_.CurrentBox;
+    shown_.CurrentBox = SmallBoxCode(Uniform(1, std::max(job_.SmallBoxes, 1)));
+    const int32_t box = shown_.CurrentBox;
     const std::optional<int32_t> seq =
         AnySeq([box](const PartsInfo& p) { return InSmallBox(p, box); });
     log_.push_back("down " + std::to_string(seq.value_or(-1)));
@@ -254,7 +255,7 @@ void EditRun::Down() {
 }
 
 void EditRun::Up() {
-    app_.CurrentBox = SmallBoxCode(Uniform(1, std::max(job_.SmallBoxes, 1)));
+    shown_.CurrentBox = SmallBoxCode(Uniform(1, std::max(job_.SmallBoxes, 1)));
     const std::optional<int32_t> seq = AnySeq(InTorioki);
     log_.push_back("up " + std::to_string(seq.value_or(-1)));
     session_.Up(seq);
@@ -311,17 +312,17 @@ void EditRun::RandomStep() {
 
 void EditRun::PlaceEverythingBack() {
     drawing_.ResetSelection();
-    app_.PalletMode = view::kFourPallet;
+    shown_.PalletMode = view::kFourPallet;
     for (const PartsInfo& fromFile : job_.Parts) {
         if (!IsPalletCode(fromFile.Destination))
             continue;
         for (PartsInfo& p : app_.PartsList) {
             if (p.Seq != fromFile.Seq || p.PiecesPlaced == p.Quantity)
                 continue;
-            app_.CurrentKoutei = p.KouteiNo;
+            shown_.CurrentKoutei = p.KouteiNo;
             for (int32_t pallet = 1; pallet <= app_.PalletCount && p.PiecesPlaced < p.Quantity;
                  pallet += 4) {
-                app_.CurrentPallet = pallet;
+                shown_.CurrentPallet = pallet;
                 session_.Right(p.Seq);
             }
         }
@@ -424,7 +425,8 @@ RunResult RunEditing(const JobShape& shape, bool freeMoves) {
         return result;
     result.Restorable = true;
     TestServices again(run.Install().Root);
-    JobSession next(again.Get(), run.Install().CommandLine);
+    ViewState nextShown;
+    JobSession next(again.Get(), run.Install().CommandLine, nextShown);
     EXPECT_TRUE(next.StartUp());
     EXPECT_TRUE(next.Init());
     for (const PartsInfo& p : run.Job().Parts) {

@@ -19,28 +19,28 @@ using UserValues = std::map<std::string, std::string>;
 class LoadAndPlaceTest : public SessionTest {};
 
 TEST_F(LoadAndPlaceTest, ResetsTheSelectionStateAndReadsThePalletChoice) {
-    app.HitByBlock = 0;
-    app.GridFlag = 0;
-    app.CurrentKoutei = 3;
-    app.CurrentPallet = 2;
+    shown.HitByBlock = 0;
+    shown.GridFlag = 0;
+    shown.CurrentKoutei = 3;
+    shown.CurrentPallet = 2;
     app.PalletCount = 4;
     app.BoxFlags[2] = 1;
     app.BoxFlags[3] = 1;
     EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
-    EXPECT_EQ(app.HitByBlock, 1);
-    EXPECT_EQ(app.GridFlag, 1);
-    EXPECT_EQ(app.CurrentKoutei, 1);
-    EXPECT_EQ(app.CurrentBox, 101);
+    EXPECT_EQ(shown.HitByBlock, 1);
+    EXPECT_EQ(shown.GridFlag, 1);
+    EXPECT_EQ(shown.CurrentKoutei, 1);
+    EXPECT_EQ(shown.CurrentBox, 101);
     EXPECT_EQ(app.PalletCount, 1);
     EXPECT_EQ(app.PalletPrefix, "P");
-    EXPECT_EQ(app.CurrentPallet, 1);
+    EXPECT_EQ(shown.CurrentPallet, 1);
 }
 
 TEST_F(LoadAndPlaceTest, CurrentBoxStaysWhenNoneOfTheFirstThreeBoxesIsDefined) {
-    app.CurrentBox = 150;
+    shown.CurrentBox = 150;
     app.BoxFlags[4] = 1;
     EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
-    EXPECT_EQ(app.CurrentBox, 150);
+    EXPECT_EQ(shown.CurrentBox, 150);
 }
 
 TEST_F(LoadAndPlaceTest, KeptCountsBecomeThePartialQuantities) {

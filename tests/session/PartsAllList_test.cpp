@@ -241,22 +241,23 @@ struct MarkedJob {
     // The mark column of each line (the character after "NNN ").
     std::string Marks(int32_t koutei, int32_t key, std::array<int32_t, 4> inView) const {
         std::string marks;
-        const auto lines = PartsAllLines(app, koutei, key, inView);
+        const auto lines = PartsAllLines(app, shown, koutei, key, inView);
         for (const std::string& line : lines.value_or(std::vector<std::string>{}))
             marks += line.substr(0, 3) + line[4];
         return marks;
     }
     CKestoApp app;
+    ViewState shown;
 };
 
 TEST(PartsAllLines, NoSuchProcessLeavesTheListAlone) {
     MarkedJob job;
-    EXPECT_FALSE(PartsAllLines(job.app, 3, sortkey::kSeqUp, {1, 2, -1, -1}).has_value());
+    EXPECT_FALSE(PartsAllLines(job.app, job.shown, 3, sortkey::kSeqUp, {1, 2, -1, -1}).has_value());
 }
 
 TEST(PartsAllLines, NoPartsGiveAnEmptyList) {
     MarkedJob job;
-    const auto lines = PartsAllLines(job.app, 1, sortkey::kSeqUp, {1, 2, -1, -1});
+    const auto lines = PartsAllLines(job.app, job.shown, 1, sortkey::kSeqUp, {1, 2, -1, -1});
     ASSERT_TRUE(lines.has_value());
     EXPECT_TRUE(lines->empty());
 }
@@ -285,7 +286,7 @@ TEST(PartsAllLines, MarksFollowTheCurrentProcessNotTheListedOne) {
     PartsInfo& second = job.AddPart(2, "E");
     job.AddStack(second, 3);  // process 2, pallet 1
     EXPECT_EQ(job.Marks(2, sortkey::kSeqUp, {1, -1, -1, -1}), "001 ");
-    job.app.CurrentKoutei = 2;
+    job.shown.CurrentKoutei = 2;
     EXPECT_EQ(job.Marks(2, sortkey::kSeqUp, {1, -1, -1, -1}), "001*");
 }
 
@@ -301,15 +302,15 @@ TEST(PartsAllLines, SortedByTheKey) {
 // --- place and controls ---------------------------------------------------------------------
 
 struct PlacedArea {
-    PlacedArea() { app.AreaWindowRect = {100, 200, 1100, 901}; }
-    CKestoApp app;
+    PlacedArea() { shown.AreaWindowRect = {100, 200, 1100, 901}; }
+    ViewState shown;
 };
 
 // AreaWindowRect {100, 200, 1100, 901}: H = 701, x = 102, width = 1000 - 5 = 995; the lower
 // half starts at 200 + 701 / 2 = 550 and is 350 - 2 = 348 high.
 TEST(PlacePartsAll, HiddenOverTheLowerHalf) {
     PlacedArea a;
-    const auto place = PlacePartsAll(a.app, 1);
+    const auto place = PlacePartsAll(a.shown, 1);
     ASSERT_TRUE(place.has_value());
     EXPECT_EQ(place->Rect, (ControlRect{102, 550, 995, 348}));
     EXPECT_FALSE(place->Shown);
@@ -318,8 +319,8 @@ TEST(PlacePartsAll, HiddenOverTheLowerHalf) {
 TEST(PlacePartsAll, ShownOverTheLowerHalfOutsideFlat) {
     PlacedArea a;
     for (int32_t mode : {1, 2, 3}) {
-        a.app.PalletMode = mode;
-        const auto place = PlacePartsAll(a.app, 2);
+        a.shown.PalletMode = mode;
+        const auto place = PlacePartsAll(a.shown, 2);
         ASSERT_TRUE(place.has_value());
         EXPECT_EQ(place->Rect, (ControlRect{102, 550, 995, 348})) << mode;
         EXPECT_TRUE(place->Shown);
@@ -328,8 +329,8 @@ TEST(PlacePartsAll, ShownOverTheLowerHalfOutsideFlat) {
 
 TEST(PlacePartsAll, ShownOverTheWholeAreaInFlat) {
     PlacedArea a;
-    a.app.PalletMode = 0;
-    const auto place = PlacePartsAll(a.app, 2);
+    a.shown.PalletMode = 0;
+    const auto place = PlacePartsAll(a.shown, 2);
     ASSERT_TRUE(place.has_value());
     EXPECT_EQ(place->Rect, (ControlRect{102, 200, 995, 701}));
     EXPECT_TRUE(place->Shown);
@@ -337,8 +338,8 @@ TEST(PlacePartsAll, ShownOverTheWholeAreaInFlat) {
 
 TEST(PlacePartsAll, OtherStatesPlaceNothing) {
     PlacedArea a;
-    EXPECT_FALSE(PlacePartsAll(a.app, 0).has_value());
-    EXPECT_FALSE(PlacePartsAll(a.app, 3).has_value());
+    EXPECT_FALSE(PlacePartsAll(a.shown, 0).has_value());
+    EXPECT_FALSE(PlacePartsAll(a.shown, 3).has_value());
 }
 
 TEST(LayOutPartsAll, ButtonsTwiceTheFontHighAndTheListBelow) {
@@ -422,7 +423,7 @@ class Picks : public ::testing::Test {
     }
 
     test::ViewJob job;
-    PalletDrawing drawing{job.app, job.messages};
+    PalletDrawing drawing{job.app, job.shown, job.messages};
     std::vector<Drawn> drawn;
     PartsInfo* bracket = nullptr;
     PartsInfo* rail = nullptr;

@@ -14,6 +14,7 @@
 #include "session/JobSession.h"
 #include "session/ListLines.h"
 #include "view/Colours.h"
+#include "view/PalletDrawing.h"
 
 namespace kesto {
 namespace {
@@ -75,14 +76,16 @@ class PlacedJob {
     explicit PlacedJob(const MiniInstallation& inst) {
         inst.Write(folder);
         session = std::make_unique<JobSession>(
-            services.Get(), "kesto " + (folder / "pallet/pallets.txt") + " 0 0 0 0 1");
+            services.Get(), "kesto " + (folder / "pallet/pallets.txt") + " 0 0 0 0 1", shown);
         EXPECT_TRUE(session->StartUp());
         EXPECT_TRUE(session->Init());
     }
     CKestoApp& App() { return session->App(); }
+    ViewState& Shown() { return shown; }
+    const MessageTable& Messages() const { return services.Messages; }
     PictureDocument Build(bool withListing = true, int32_t width = kWidth,
                           int32_t height = kHeight) {
-        return BuildPlacementPictures(App(), services.Messages, "job.txt", width, height,
+        return BuildPlacementPictures(App(), shown, services.Messages, "job.txt", width, height,
                                       withListing);
     }
     const PartsInfo& Part(const std::string& code) {
@@ -96,6 +99,7 @@ class PlacedJob {
 
     TempFolder folder;
     test::TestServices services{folder.Path().string()};
+    ViewState shown;
     std::unique_ptr<JobSession> session;
 };
 
@@ -259,29 +263,58 @@ TEST(PlacementPicture, LongListingContinuesOnFurtherPages) {
     EXPECT_EQ(lines, 120u);
 }
 
-TEST(PlacementPicture, DisplayStateIsLeftAsItWas) {
+// Every record of the job as text: what drawing must leave as it was.
+std::string JobState(const CKestoApp& app) {
+    std::ostringstream out;
+    out << app.ErrorCode << ' ' << app.ExitParam << ' ' << app.IsDirect << ' ' << app.SkipShareOut
+        << ' ' << app.PalletCount << ' ' << app.BlocksCount << '\n';
+    for (const PartsInfo& p : app.PartsList) {
+        out << "part " << p.Seq << ' ' << p.PiecesPlaced << ' ' << p.PiecesSetAside << ' '
+            << p.PartialQuantity << ' ' << p.Destination << '\n';
+    }
+    for (const BlockInfo& b : app.Blocks) {
+        out << "block " << b.KouteiNo << ' ' << b.PalletNo << ' ' << b.MinX << ' ' << b.MinY << ' '
+            << b.MaxX << ' ' << b.MaxY << ' ' << int{b.CornerMask} << ' ' << b.Occupant << '\n';
+    }
+    for (const HaichiInfo& h : app.HaichiList) {
+        out << "stack " << h.Part << ' ' << h.Pieces << ' ' << h.BlockIndex << ' ' << h.Level << ' '
+            << int{h.Corner} << ' ' << h.X << ' ' << h.Y << '\n';
+    }
+    return out.str();
+}
+
+TEST(PlacementPicture, DrawingEveryViewAndEveryPageLeavesTheJobAndTheViewAsTheyWere) {
     PlacedJob job(PictureInstallation(6));
     CKestoApp& app = job.App();
-    app.PalletMode = 1;
-    app.CurrentKoutei = 2;
-    app.CurrentPallet = 3;
-    app.Is3D = 1;
-    app.AreaRect = IntRect{0, 0, 640, 480};
-    ASSERT_FALSE(app.Blocks.empty());
-    app.Blocks[0].PixLeft = 11;
-    app.Blocks[0].PixTop = 12;
-    app.Blocks[0].PixRight = 13;
-    app.Blocks[0].PixBottom = 14;
-    job.Build();
-    EXPECT_EQ(app.PalletMode, 1);
-    EXPECT_EQ(app.CurrentKoutei, 2);
-    EXPECT_EQ(app.CurrentPallet, 3);
-    EXPECT_EQ(app.Is3D, 1);
-    EXPECT_EQ(app.AreaRect, (IntRect{0, 0, 640, 480}));
-    EXPECT_EQ(app.Blocks[0].PixLeft, 11);
-    EXPECT_EQ(app.Blocks[0].PixTop, 12);
-    EXPECT_EQ(app.Blocks[0].PixRight, 13);
-    EXPECT_EQ(app.Blocks[0].PixBottom, 14);
+    ViewState& shown = job.Shown();
+    shown.PalletMode = view::kDanmen;
+    shown.CurrentKoutei = 2;
+    shown.CurrentPallet = 3;
+    shown.Is3D = 1;
+    shown.AreaRect = IntRect{0, 0, 640, 480};
+    const ViewState shownBefore = shown;
+    const std::string before = JobState(app);
+    ASSERT_FALSE(app.HaichiList.Empty());
+
+    EXPECT_GT(job.Build().Pages.size(), 2u);
+    ViewState every = shown;
+    for (int32_t mode : {view::kFlat, view::kDanmen, view::kFourPallet, view::kTwoPallet}) {
+        for (int32_t is3D : {0, 1}) {
+            for (int32_t koutei = 1; koutei <= app.KouteiList.Count; ++koutei) {
+                every.PalletMode = mode;
+                every.Is3D = is3D;
+                every.CurrentKoutei = koutei;
+                PalletDrawing drawing(app, every, job.Messages());
+                DisplayList picture;
+                drawing.Refresh(picture);
+                drawing.DrawParts(picture, drawmode::kPartPieces);
+                EXPECT_FALSE(picture.Items().empty());
+            }
+        }
+    }
+
+    EXPECT_EQ(JobState(app), before);
+    EXPECT_TRUE(shown == shownBefore);
 }
 
 TEST(PlacementPicture, FontsAreTheSettingsFonts) {

@@ -44,7 +44,7 @@ class UpTest : public SessionTest {
     UpTest() {
         BoxInfo& box = job.AddBox(100, 3);
         box.PartSizes = {100, 200, 150, 250};
-        app.CurrentBox = 100;
+        shown.CurrentBox = 100;
     }
     // A part set aside by Down: destination 1000, every piece set aside.
     PartsInfo& SetAside(double sx, double sy) {
@@ -60,7 +60,7 @@ TEST_F(UpTest, CurrentBoxOutsideTheSmallBoxesShowsMessageFour) {
     PartsInfo& p = SetAside(150, 200);
     for (int32_t box : {99, 199, 1000}) {
         op.KakuNumbers.clear();
-        app.CurrentBox = box;
+        shown.CurrentBox = box;
         EXPECT_FALSE(session.Up(p.Seq)) << box;
         EXPECT_EQ(op.KakuNumbers, (Kaku{{4, 0}})) << box;
     }
@@ -69,7 +69,7 @@ TEST_F(UpTest, CurrentBoxOutsideTheSmallBoxesShowsMessageFour) {
 }
 
 TEST_F(UpTest, TheBoxIsCheckedBeforeTheSelection) {
-    app.CurrentBox = 99;
+    shown.CurrentBox = 99;
     EXPECT_FALSE(session.Up(std::nullopt));
     EXPECT_EQ(op.KakuNumbers, (Kaku{{4, 0}}));
 }
@@ -113,7 +113,7 @@ TEST_F(UpTest, PartOutsideTheSizeRangeShowsMessagesFiveAndSix) {
 }
 
 TEST_F(UpTest, BoxWithoutARecordChecksNoSize) {
-    app.CurrentBox = 101;
+    shown.CurrentBox = 101;
     PartsInfo& p = SetAside(900, 900);
     EXPECT_TRUE(session.Up(p.Seq));
     EXPECT_EQ(p.Destination, 101);

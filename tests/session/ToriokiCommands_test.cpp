@@ -69,7 +69,7 @@ TEST_F(LeftTest, WithoutAPickNothingHappens) {
 // Three stacks in block 0, picked by block: all three go, and the set-aside list that was empty
 // now has lines, so OK is to be disabled.
 TEST_F(LeftTest, ThreePickedStacksAllGoAndTheListIsNoLongerEmpty) {
-    app.HitByBlock = 1;
+    shown.HitByBlock = 1;
     PartsInfo& c = Part(100, 50, 1);
     PartsInfo& d = Part(100, 50, 4);
     HaichiInfo& sc = Stack(c, 0, 990, 160, 1, kCornerMaxMax);

@@ -24,7 +24,8 @@ namespace {
 TEST(WindowStartUp, OnlyTheProgramPathEndsWith9020) {
     test::TestInstallation install;
     test::TestServices services(install.Root().string());
-    JobSession session(services, "kesto");
+    ViewState shown;
+    JobSession session(services, "kesto", shown);
     EXPECT_FALSE(session.StartUp());
     EXPECT_EQ(session.App().ExitParam, 9020);
     EXPECT_EQ(session.Exit(), 9020);
@@ -34,7 +35,8 @@ TEST(WindowStartUp, MissingSettingsFileEndsWith9001) {
     test::TestInstallation install;
     std::filesystem::remove(install.Path("msg/Kesto.ini"));
     test::TestServices services(install.Root().string());
-    JobSession session(services, install.CommandLine());
+    ViewState shown;
+    JobSession session(services, install.CommandLine(), shown);
     EXPECT_FALSE(session.StartUp());
     EXPECT_EQ(session.App().ExitParam, 9001);
     EXPECT_EQ(services.Op.Messages, std::vector<std::string>({"Initial File Not found"}));
@@ -43,7 +45,8 @@ TEST(WindowStartUp, MissingSettingsFileEndsWith9001) {
 TEST(WindowStartUp, ReadsTheJob) {
     test::TestInstallation install;
     test::TestServices services(install.Root().string());
-    JobSession session(services, install.CommandLine());
+    ViewState shown;
+    JobSession session(services, install.CommandLine(), shown);
     EXPECT_TRUE(session.StartUp());
     EXPECT_EQ(session.App().KouteiList.Items.size(), 2u);
     EXPECT_EQ(session.App().DialogOk, 0);
@@ -53,18 +56,20 @@ TEST(WindowExit, WritesThePerUserValuesAndSettlesTheCode) {
     test::TestInstallation install;
     test::TestServices services(install.Root().string());
     {
-        JobSession session(services, install.CommandLine());
+        ViewState shown;
+        JobSession session(services, install.CommandLine(), shown);
         ASSERT_TRUE(session.StartUp());
         EXPECT_EQ(session.App().IsDirect, 0);
         session.App().IsDirect = 1;
-        session.App().IsBlockDraw = 1;
+        session.Shown().IsBlockDraw = 1;
         EXPECT_EQ(session.Exit(), 100);
     }
     EXPECT_EQ(services.Host.ReadUserValue("IsDirect"), std::optional<std::string>("1"));
     EXPECT_EQ(services.Host.ReadUserValue("IsBlockDraw"), std::optional<std::string>("1"));
     // Each session settles its code once, at its end.
     const auto settled = [&](int exitParam, int dialogOk) {
-        JobSession session(services, install.CommandLine());
+        ViewState shown;
+        JobSession session(services, install.CommandLine(), shown);
         session.App().ExitParam = exitParam;
         session.App().DialogOk = dialogOk;
         return session.Exit();

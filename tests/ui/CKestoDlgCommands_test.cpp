@@ -77,7 +77,7 @@ TEST(CKestoDlgCommands, DownSetsThePartAside) {
 TEST(CKestoDlgCommands, UpOutsideASmallBoxShowsMessage4) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    job.App().CurrentBox = 99;
+    job.Shown().CurrentBox = 99;
     Click(*job.Dialog, "B-TTOS");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{4, 0}}));
 }
@@ -108,7 +108,7 @@ TEST(CKestoDlgCommands, UpRefusesAPartTooBigForTheBoxWithMessages5And6) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     MovePartTwoToTorioki(job);
-    job.App().CurrentBox = 101;  // box 2 takes 0..50 x 0..50
+    job.Shown().CurrentBox = 101;  // box 2 takes 0..50 x 0..50
     Click(*job.Dialog, "B-TTOS");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{5, 6}}));
     EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 1000);
@@ -119,7 +119,7 @@ TEST(CKestoDlgCommands, UpWithoutBoxRecordSkipsTheSizeCheck) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     MovePartTwoToTorioki(job);
-    job.App().CurrentBox = 102;
+    job.Shown().CurrentBox = 102;
     Click(*job.Dialog, "B-TTOS");
     EXPECT_TRUE(job.Svc.Op.KakuNumbers.empty());
     EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 102);
@@ -176,10 +176,10 @@ TEST(CKestoDlgCommands, RetryKeepsTheChangedDirectSettingAndRereadsBlockDrawing)
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     job.App().IsDirect = 1;
-    job.App().IsBlockDraw = 1;
+    job.Shown().IsBlockDraw = 1;
     Click(*job.Dialog, "B-RETRY");
     EXPECT_EQ(job.App().IsDirect, 1);
-    EXPECT_EQ(job.App().IsBlockDraw, 0);
+    EXPECT_EQ(job.Shown().IsBlockDraw, 0);
     EXPECT_FALSE(job.Dialog->findChild<QPushButton*>("B-BLOCKDRAW")->isChecked());
 }
 
@@ -262,18 +262,18 @@ TEST(CKestoDlgCommands, DisplayTogglesSetTheirFields) {
     ASSERT_TRUE(job.Open());
     CKestoDlg& d = *job.Dialog;
     Click(d, "B-GRID");
-    EXPECT_EQ(job.App().GridFlag, 0);
+    EXPECT_EQ(job.Shown().GridFlag, 0);
     Click(d, "B-3D");
-    EXPECT_EQ(job.App().Is3D, 1);
+    EXPECT_EQ(job.Shown().Is3D, 1);
     Click(d, "B-HITS");
-    EXPECT_EQ(job.App().HitByBlock, 0);
+    EXPECT_EQ(job.Shown().HitByBlock, 0);
     EXPECT_FALSE(d.findChild<QPushButton*>("B-HITB")->isChecked());
     Click(d, "B-HITB");
-    EXPECT_EQ(job.App().HitByBlock, 1);
+    EXPECT_EQ(job.Shown().HitByBlock, 1);
     Click(d, "B-BLOCKDRAW");
-    EXPECT_EQ(job.App().IsBlockDraw, 1);
+    EXPECT_EQ(job.Shown().IsBlockDraw, 1);
     d.findChild<QComboBox*>("LIST-PALLET-SEL")->setCurrentIndex(1);
-    EXPECT_EQ(job.App().CurrentPallet, 2);
+    EXPECT_EQ(job.Shown().CurrentPallet, 2);
 }
 
 TEST(CKestoDlgCommands, ViewButtonsSetThePalletMode) {
@@ -281,16 +281,16 @@ TEST(CKestoDlgCommands, ViewButtonsSetThePalletMode) {
     ASSERT_TRUE(job.Open());
     CKestoDlg& d = *job.Dialog;
     Click(d, "B-DANMEN");
-    EXPECT_EQ(job.App().PalletMode, 1);
+    EXPECT_EQ(job.Shown().PalletMode, 1);
     Click(d, "B-PALLET4");
-    EXPECT_EQ(job.App().PalletMode, 2);
+    EXPECT_EQ(job.Shown().PalletMode, 2);
     Click(d, "B-PALLET2");
-    EXPECT_EQ(job.App().PalletMode, 3);
+    EXPECT_EQ(job.Shown().PalletMode, 3);
     Click(d, "B-INFO");
-    EXPECT_EQ(job.App().PartsAllState, 2);
+    EXPECT_EQ(job.Shown().PartsAllState, 2);
     Click(d, "B-FLAT");
-    EXPECT_EQ(job.App().PalletMode, 0);
-    EXPECT_EQ(job.App().PartsAllState, 1);
+    EXPECT_EQ(job.Shown().PalletMode, 0);
+    EXPECT_EQ(job.Shown().PartsAllState, 1);
 }
 
 TEST(CKestoDlgCommands, ViewAndInfoRefuseDuringABandSelectionWithMessage15) {
@@ -300,15 +300,15 @@ TEST(CKestoDlgCommands, ViewAndInfoRefuseDuringABandSelectionWithMessage15) {
     Click(*job.Dialog, "B-DANMEN");
     Click(*job.Dialog, "B-INFO");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{15, 0}, {15, 0}}));
-    EXPECT_EQ(job.App().PalletMode, 0);
-    EXPECT_EQ(job.App().PartsAllState, 1);
+    EXPECT_EQ(job.Shown().PalletMode, 0);
+    EXPECT_EQ(job.Shown().PartsAllState, 1);
 }
 
 TEST(CKestoDlgCommands, DirectSwitchesItsCaptionAndDropsABandSelection) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     CKestoDlg& d = *job.Dialog;
-    job.App().LayoutState = 2;
+    job.Shown().LayoutState = 2;
     d.LayoutPass();  // stores both captions
     job.App().IsDirect = 0;
     Click(d, "B-NEST-A");
@@ -319,7 +319,7 @@ TEST(CKestoDlgCommands, DirectSwitchesItsCaptionAndDropsABandSelection) {
     EXPECT_EQ(job.App().IsDirect, 0);
     EXPECT_EQ(d.findChild<QPushButton*>("B-NEST-A")->text(), "NestA");
     EXPECT_EQ(d.DrawArea()->Drawing().BandActive, 0);
-    EXPECT_EQ(job.App().HitByBlock, 0);
+    EXPECT_EQ(job.Shown().HitByBlock, 0);
     EXPECT_TRUE(d.findChild<QPushButton*>("B-HITS")->isChecked());
 }
 
@@ -400,7 +400,7 @@ struct ShownJob {
         ini.replace(ini.find("PalletInfo=2,P"), 14,
                     "PalletInfo=" + std::to_string(palletCount) + ",P");
         job.Install.Write("msg/Kesto.ini", ini);
-        shown = job.Open() && test::ShowLaidOut(job.App(), *job.Dialog, 1600, 900);
+        shown = job.Open() && test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900);
     }
     CKestoDlg& D() { return *job.Dialog; }
     PalletDrawing& Drawing() { return D().DrawArea()->Drawing(); }
@@ -416,9 +416,11 @@ struct ShownJob {
     int CountInArea(Rgb colour) { return Count(D().DrawArea()->Image(), colour); }
     // The screen rectangle of the block cell of process 1, pallet 1 starting at (minX, minY).
     IntRect Cell(double minX, double minY) {
-        for (const BlockInfo& b : job.App().Blocks) {
+        const std::vector<BlockInfo>& blocks = job.App().Blocks;
+        for (size_t i = 0; i < blocks.size(); ++i) {
+            const BlockInfo& b = blocks[i];
             if (b.KouteiNo == 1 && b.PalletNo == 1 && b.MinX == minX && b.MinY == minY)
-                return {b.PixLeft, b.PixTop, b.PixRight, b.PixBottom};
+                return Drawing().BlockRects.at(i);
         }
         return {};
     }
@@ -433,7 +435,7 @@ TEST(CKestoDlgCommands, FourPalletShowsFourCaptionTexts) {
     ASSERT_TRUE(s.shown);
     EXPECT_FALSE(s.D().findChild<QLabel*>("1048")->isVisible());
     Click(s.D(), "B-PALLET4");
-    EXPECT_EQ(s.job.App().PalletMode, 2);
+    EXPECT_EQ(s.job.Shown().PalletMode, 2);
     const std::pair<const char*, const char*> captions[] = {
         {"1045", "P-01"}, {"1048", "P-02"}, {"1046", "P-03"}, {"1047", "P-04"}};
     for (const auto& [name, text] : captions) {
@@ -452,7 +454,7 @@ TEST(CKestoDlgCommands, GridOffRemovesTheBlackCornerMarks) {
     ASSERT_LT(cell.Left, cell.Right);
     EXPECT_EQ(s.At(cell.Left + 1, cell.Top + 1), colour::kGridMark);
     Click(s.D(), "B-GRID");
-    EXPECT_EQ(s.job.App().GridFlag, 0);
+    EXPECT_EQ(s.job.Shown().GridFlag, 0);
     EXPECT_EQ(s.At(cell.Left + 1, cell.Top + 1), colour::kPalletFrame);
     EXPECT_EQ(s.At(cell.Right - 2, cell.Top + 1), colour::kPalletFrame);
     EXPECT_EQ(s.At(cell.Left + 1, cell.Bottom - 2), colour::kPalletFrame);
@@ -464,14 +466,14 @@ TEST(CKestoDlgCommands, GridOffRemovesTheBlackCornerMarks) {
 TEST(CKestoDlgCommands, BlockDrawingFillsTheCells) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
-    s.job.App().IsBlockDraw = 0;
+    s.job.Shown().IsBlockDraw = 0;
     s.D().DrawArea()->Refresh();
     const IntRect cell = s.Cell(80, 520);
     const int midX = (cell.Left + cell.Right) / 2;
     const int midY = (cell.Top + cell.Bottom) / 2;
     EXPECT_EQ(s.At(midX, midY), colour::kPalletFrame);
     Click(s.D(), "B-BLOCKDRAW");
-    EXPECT_EQ(s.job.App().IsBlockDraw, 1);
+    EXPECT_EQ(s.job.Shown().IsBlockDraw, 1);
     EXPECT_EQ(s.At(midX, midY), colour::kBlockPlain);
 }
 
@@ -484,7 +486,7 @@ TEST(CKestoDlgCommands, ThreeDDrawsTheLayersUpAndLeft) {
     const int layers = s.FirstStack().Pieces - 1;
     EXPECT_EQ(s.At(r->Left - 2 * layers, mid), colour::kPalletFrame);
     Click(s.D(), "B-3D");
-    EXPECT_EQ(s.job.App().Is3D, 1);
+    EXPECT_EQ(s.job.Shown().Is3D, 1);
     EXPECT_EQ(s.At(r->Left - 2 * layers, mid), colour::kPartPen);
     EXPECT_EQ(s.At(r->Left - 2 * layers - 1, mid), colour::kPalletFrame);
 }
@@ -494,7 +496,7 @@ TEST(CKestoDlgCommands, DanmenShowsTheHeightLimitLine) {
     ASSERT_TRUE(s.shown);
     EXPECT_EQ(s.CountInArea(colour::kHeightLimit), 0);
     Click(s.D(), "B-DANMEN");
-    EXPECT_EQ(s.job.App().PalletMode, 1);
+    EXPECT_EQ(s.job.Shown().PalletMode, 1);
     EXPECT_GT(s.CountInArea(colour::kHeightLimit), 50);
     EXPECT_GT(s.CountInArea(colour::kLayer10), 20);  // the stack's side-view bar
 }
@@ -513,7 +515,7 @@ TEST(CKestoDlgCommands, PalletChoiceShowsThatPalletFirst) {
     ASSERT_TRUE(s.shown);
     EXPECT_GT(s.CountInArea(colour::kPartNormal), 100);
     s.D().findChild<QComboBox*>("LIST-PALLET-SEL")->setCurrentIndex(1);
-    EXPECT_EQ(s.job.App().CurrentPallet, 2);
+    EXPECT_EQ(s.job.Shown().CurrentPallet, 2);
     EXPECT_EQ(s.D().findChild<QLabel*>("1045")->text(), "P-02");
     EXPECT_EQ(s.CountInArea(colour::kPartNormal), 0);  // every stack is on pallet 1
 }
@@ -524,7 +526,7 @@ TEST(CKestoDlgCommands, ProcessSelectionClearsThePartViewAndDrawsThatProcess) {
     s.D().PartsViewPanel()->ShowSize(200, 150);
     EXPECT_GT(s.Count(s.D().PartsViewPanel()->Image(), colour::kPanelPart), 100);
     List(s.D(), "LIST-SCH")->setCurrentRow(1);
-    EXPECT_EQ(s.job.App().CurrentKoutei, 2);
+    EXPECT_EQ(s.job.Shown().CurrentKoutei, 2);
     EXPECT_EQ(s.Count(s.D().PartsViewPanel()->Image(), colour::kPanelPart), 0);
     const std::optional<IntRect> first = s.Drawing().ScreenRect(s.FirstStack());
     EXPECT_FALSE(first.has_value());
@@ -557,11 +559,11 @@ TEST(CKestoDlgCommands, InfoClosingTheListRepaintsThePanelsAndTheHighlight) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
     Click(s.D(), "B-INFO");
-    EXPECT_EQ(s.job.App().PartsAllState, 2);
+    EXPECT_EQ(s.job.Shown().PartsAllState, 2);
     s.Drawing().Picked = &s.FirstStack();
     EXPECT_EQ(s.Count(s.D().PartsInfoPanel()->Image(), colour::kPanelText), 0);
     Click(s.D(), "B-INFO");
-    EXPECT_EQ(s.job.App().PartsAllState, 1);
+    EXPECT_EQ(s.job.Shown().PartsAllState, 1);
     EXPECT_GT(s.Count(s.D().PartsInfoPanel()->Image(), colour::kPanelText), 30);
     EXPECT_GT(s.CountInArea(colour::kPicked), 100);
 }

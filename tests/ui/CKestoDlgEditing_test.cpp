@@ -50,14 +50,15 @@ struct EditingWindow {
         job.Install.Write("pallet.txt", kPallets);
         job.Install.Write("job/job.txt", kJob);
         job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
-        opened = job.Open() && test::ShowLaidOut(job.App(), *job.Dialog, 1600, 1000);
-        job.App().AreaPlacement = {0, 0, 1080, 900};
+        opened = job.Open() && test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 1000);
+        job.Shown().AreaPlacement = {0, 0, 1080, 900};
         Area().PlaceArea();
         Area().Refresh();
     }
     CKs_DrawArea& Area() { return *job.Dialog->DrawArea(); }
     PalletDrawing& Drawing() { return Area().Drawing(); }
     CKestoApp& App() { return job.App(); }
+    ViewState& Shown() { return job.Shown(); }
     // The stacks in list order: A1's two, then A2's two.
     HaichiInfo& StackNo(int n) {
         auto it = App().HaichiList.begin();
@@ -203,16 +204,17 @@ TEST(CKestoDlgEditing, AMovedStackIsWhatOkWritesAndTheBatchToolRestores) {
 TEST(CKestoDlgEditing, DragInFourPalletViewMovesTheStackToTheSecondPallet) {
     EditingWindow w;
     ASSERT_TRUE(w.opened);
-    w.App().PalletMode = view::kFourPallet;
+    w.Shown().PalletMode = view::kFourPallet;
     w.Area().Refresh();
     const IntRect r = *w.Drawing().ScreenRect(w.StackNo(0));
     const BlockInfo& target = w.App().Blocks[1];
     ASSERT_EQ(target.PalletNo, 2);
+    const IntRect cell = w.Drawing().BlockRects.at(1);
     // Grabbed at its middle; released so that its rectangle's lower left corner meets the
     // second pallet's cell corner 1 exactly.
     const QPoint grab((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2);
-    const QPoint drop(target.PixLeft + grab.x() - r.Left,
-                      target.PixBottom - (r.Bottom - r.Top) + grab.y() - r.Top);
+    const QPoint drop(cell.Left + grab.x() - r.Left,
+                      cell.Bottom - (r.Bottom - r.Top) + grab.y() - r.Top);
     w.Drag(grab, drop);
     HaichiInfo& moved = w.StackNo(0);
     EXPECT_DOUBLE_EQ(moved.X, 370);
@@ -282,7 +284,7 @@ TEST(CKestoDlgEditing, TinyBandOrOneAcrossSlotsSelectsNothing) {
     ASSERT_TRUE(w.opened);
     w.Band({660, 100}, {662, 102});
     EXPECT_EQ(w.Drawing().BandActive, 0);
-    w.App().PalletMode = view::kFourPallet;
+    w.Shown().PalletMode = view::kFourPallet;
     w.Area().Refresh();
     // From the first slot's quadrant into the second's (halves of 540).
     w.Band({60, 60}, {700, 400});
@@ -308,7 +310,7 @@ TEST(CKestoDlgEditing, RemovingTheLastBandStackWithShiftEndsTheBand) {
 TEST(CKestoDlgEditing, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
     BandWindow w;
     ASSERT_TRUE(w.opened);
-    w.App().PalletMode = view::kFourPallet;
+    w.Shown().PalletMode = view::kFourPallet;
     w.Area().Refresh();
     const IntRect a = *w.Drawing().ScreenRect(w.StackNo(0));
     const IntRect other = *w.Drawing().ScreenRect(w.StackNo(2));
@@ -519,9 +521,9 @@ TEST(CKestoDlgEditing, BlockDrawingToggleRedrawsTheHitDisplay) {
     QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
     w.Click({830, 718});
     ASSERT_EQ(w.Picture(680, 628), colour::kPicked);
-    const int before = w.App().IsBlockDraw;
+    const int before = w.Shown().IsBlockDraw;
     QTest::mouseClick(w.Button("B-BLOCKDRAW"), Qt::LeftButton);
-    EXPECT_NE(w.App().IsBlockDraw, before);
+    EXPECT_NE(w.Shown().IsBlockDraw, before);
     EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
 }
 

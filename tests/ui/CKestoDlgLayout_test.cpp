@@ -15,8 +15,8 @@
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
-#include "view/Controls.h"
 #include "ui/main/ExtentList.h"
+#include "view/Controls.h"
 #include "view/MainLayout.h"
 
 namespace kesto {
@@ -38,7 +38,7 @@ int FontHeight(CKestoDlg& d, const char* name) {
 struct LabelledJob {
     LabelledJob() {
         Job.Open();
-        Job.App().LayoutState = 2;
+        Job.Shown().LayoutState = 2;
         Job.Dialog->LayoutPass();
     }
     test::WindowJob Job;
@@ -113,13 +113,10 @@ TEST(CKestoDlgLayout, ArrangementToggleFollowsIsDirect) {
     LabelledJob l;
     CKestoDlg& d = *l.Job.Dialog;
     CKestoApp& app = l.Job.App();
-    EXPECT_EQ(app.NestCaptionTexts[0], "NestA");
-    EXPECT_EQ(app.NestCaptionTexts[1], "NestD");
-    EXPECT_EQ(app.NestCaptionFonts[0], 1);
-    EXPECT_EQ(app.NestCaptionFonts[1], 2);
     app.IsDirect = 0;
     d.LayoutPass();
     EXPECT_EQ(Text(d, "B-NEST-A"), "NestA");
+    EXPECT_EQ(FontHeight(d, "B-NEST-A"), 16);
     app.IsDirect = 1;
     d.LayoutPass();
     EXPECT_EQ(Text(d, "B-NEST-A"), "NestD");
@@ -149,16 +146,16 @@ TEST(CKestoDlgLayout, ControlsCarryTheirKeysAndNumbers) {
 void ExpectPlacedAt(int width, int height) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, width, height));
+    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, width, height));
     CKestoDlg& d = *job.Dialog;
     const MainLayout expected = ComputeMainLayout(width, height, d.Control(kPalletCombo)->height());
     for (const auto& [id, r] : expected.Controls) {
         EXPECT_EQ(d.Control(id)->geometry(), QRect(r.X, r.Y, r.Width, r.Height)) << id;
     }
     const IntRect& area = expected.AreaPlacement;
-    EXPECT_EQ(job.App().AreaPlacement.Top, area.Top);
-    EXPECT_EQ(job.App().InfoPlacement.Bottom, expected.InfoPlacement.Bottom);
-    EXPECT_EQ(job.App().ViewPlacement.Top, expected.ViewPlacement.Top);
+    EXPECT_EQ(job.Shown().AreaPlacement.Top, area.Top);
+    EXPECT_EQ(job.Shown().InfoPlacement.Bottom, expected.InfoPlacement.Bottom);
+    EXPECT_EQ(job.Shown().ViewPlacement.Top, expected.ViewPlacement.Top);
     EXPECT_EQ(d.DrawArea()->geometry(),
               QRect(area.Left, area.Top, area.Right - area.Left, area.Bottom - area.Top));
     EXPECT_EQ(d.PartsInfoPanel()->geometry().topLeft(),
@@ -177,7 +174,7 @@ TEST(CKestoDlgLayout, ShownAt1280x1024EveryControlIsWhereTheRulesPutIt) {
 TEST(CKestoDlgLayout, ConcreteRectanglesAt1600x900) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, 1600, 900));
+    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900));
     EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry(), QRect(564, 24, 115, 42));
     EXPECT_EQ(job.Dialog->Control(kToriokiList)->geometry(), QRect(2, 219, 288, 225));
     EXPECT_EQ(job.Dialog->Control(kOk)->geometry(), QRect(1541, 108, 57, 84));
@@ -186,31 +183,31 @@ TEST(CKestoDlgLayout, ConcreteRectanglesAt1600x900) {
 TEST(CKestoDlgLayout, ResizeLaysTheWindowOutAgain) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, 1600, 900));
-    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, 1280, 1024));
+    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900));
+    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1280, 1024));
     EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry(), QRect(452, 27, 92, 48));
 }
 
 TEST(CKestoDlgLayout, ShowingLaysTheWindowOutBeforeItsFirstPicture) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    EXPECT_EQ(job.App().LayoutState, 0);
+    EXPECT_EQ(job.Shown().LayoutState, 0);
     job.Dialog->LayoutPass();  // does nothing before the window is shown
     EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry().topLeft(), QPoint(0, 0));
     job.Dialog->resize(1600, 900);
     job.Dialog->show();
     // No turn of the event loop in between: the first paint finds every control in place.
-    EXPECT_EQ(job.App().LayoutState, 3);
+    EXPECT_EQ(job.Shown().LayoutState, 3);
     EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry(), QRect(564, 24, 115, 42));
 }
 
 TEST(CKestoDlgLayout, VeryNarrowWindowKeepsTheNegativeRectangles) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    job.App().LayoutState = 2;
+    job.Shown().LayoutState = 2;
     job.Dialog->resize(40, 10);
     job.Dialog->LayoutPass();
-    EXPECT_EQ(job.App().InfoPlacement.Bottom, -2);
+    EXPECT_EQ(job.Shown().InfoPlacement.Bottom, -2);
 }
 
 // A text painted alone in a font, black on white.
@@ -246,7 +243,7 @@ void ExpectGlyphs(const QString& caption, const QFont& font, const char* key) {
 TEST(CKestoDlgLayout, JapaneseSampleDrawsItsCaptionsWithGlyphs) {
     test::WindowJob job;
     ASSERT_TRUE(test::OpenSampleJob(job, "ja"));
-    ASSERT_TRUE(test::ShowLaidOut(job.App(), *job.Dialog, 1600, 900));
+    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900));
     CKestoDlg& d = *job.Dialog;
     EXPECT_EQ(Text(d, "L-TORIOKI"), QString::fromUtf8("取置"));
     EXPECT_EQ(Text(d, "B-CAN"), QString::fromUtf8("取消"));

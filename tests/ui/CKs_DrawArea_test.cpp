@@ -25,7 +25,7 @@ struct AreaJob {
         job.Install.Write("pallet.txt", pallet);
         job.Install.Write("msg/Kesto.ini", ini);
         opened = job.Open();
-        job.App().AreaPlacement = {0, 0, 1000, 500};
+        job.Shown().AreaPlacement = {0, 0, 1000, 500};
         Area().PlaceArea();
     }
     CKs_DrawArea& Area() { return *job.Dialog->DrawArea(); }
@@ -66,17 +66,18 @@ int DarkPixels(const QImage& image, int x0, int y0, int x1, int y1) {
 TEST(CKs_DrawArea, PlaceAreaTakesThePlacementAndStoresTheClientAndScreenRectangles) {
     test::EnsureQApplication();
     CKestoApp app;
+    ViewState shown;
     MessageTable messages;
     FontTable fonts;
     QWidget parent;
     parent.move(100, 50);
-    CKs_DrawArea area(app, messages, fonts, &parent);
-    app.AreaPlacement = {324, 231, 1598, 898};
+    CKs_DrawArea area(app, shown, messages, fonts, &parent);
+    shown.AreaPlacement = {324, 231, 1598, 898};
     area.PlaceArea();
     EXPECT_EQ(area.geometry(), QRect(324, 231, 1274, 667));
-    EXPECT_EQ(app.AreaRect, (IntRect{0, 0, 1274, 667}));
+    EXPECT_EQ(shown.AreaRect, (IntRect{0, 0, 1274, 667}));
     const QPoint screen = parent.mapToGlobal(QPoint(324, 231));
-    EXPECT_EQ(app.AreaWindowRect,
+    EXPECT_EQ(shown.AreaWindowRect,
               (IntRect{screen.x(), screen.y(), screen.x() + 1274, screen.y() + 667}));
     EXPECT_EQ(area.Image().size(), QSize(1274, 667));
     EXPECT_EQ(area.objectName(), "CKs_DrawArea");
@@ -160,7 +161,7 @@ TEST(CKs_DrawArea, StackIsFilledWithAWhiteOutlineAndTwoLabelLines) {
 TEST(CKs_DrawArea, BlockCellsFollowTheirCornerMaskWhenBlockDrawingIsOn) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
-    a.job.App().IsBlockDraw = 1;
+    a.job.Shown().IsBlockDraw = 1;
     // The middle cell (x 390..690, y 260..510) is at (438, 198)-(605, 337).
     for (BlockInfo& block : a.job.App().Blocks) {
         if (block.KouteiNo == 1 && block.PalletNo == 1 && block.MinX == 390 && block.MinY == 260)
@@ -180,7 +181,7 @@ TEST(CKs_DrawArea, BlockCellsFollowTheirCornerMaskWhenBlockDrawingIsOn) {
 TEST(CKs_DrawArea, NoBlockCellsWhileBlockDrawingIsOff) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
-    a.job.App().IsBlockDraw = 0;
+    a.job.Shown().IsBlockDraw = 0;
     a.Area().Refresh();
     EXPECT_EQ(a.At(520, 270), colour::kPalletFrame);
     EXPECT_EQ(a.At(350, 270), colour::kPalletFrame);
@@ -189,7 +190,7 @@ TEST(CKs_DrawArea, NoBlockCellsWhileBlockDrawingIsOff) {
 TEST(CKs_DrawArea, GridMarksAreBlackThreePixelSquaresInTheCellCorners) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
-    a.job.App().GridFlag = 1;
+    a.job.Shown().GridFlag = 1;
     a.Area().Refresh();
     // The back left cell (266, 54)-(433, 193).
     for (int y = 54; y < 57; ++y) {
@@ -201,7 +202,7 @@ TEST(CKs_DrawArea, GridMarksAreBlackThreePixelSquaresInTheCellCorners) {
     EXPECT_EQ(a.At(266, 190), colour::kGridMark);
     EXPECT_EQ(a.At(432, 55), colour::kGridMark);
     EXPECT_EQ(a.At(432, 192), colour::kGridMark);
-    a.job.App().GridFlag = 0;
+    a.job.Shown().GridFlag = 0;
     a.Area().Refresh();
     EXPECT_EQ(a.At(267, 55), colour::kPalletFrame);
 }
@@ -209,7 +210,7 @@ TEST(CKs_DrawArea, GridMarksAreBlackThreePixelSquaresInTheCellCorners) {
 TEST(CKs_DrawArea, RackLinesAreDottedWhiteAndRunPastThePalletEdge) {
     AreaJob a(std::string(test::kDefaultPallet) + "R1X,500\nR1Y,400\n");
     ASSERT_TRUE(a.opened);
-    a.job.App().GridFlag = 0;
+    a.job.Shown().GridFlag = 0;
     a.Area().Refresh();
     const QImage& image = a.Area().Image();
     // x 500 mm is column 500; y 400 mm is row 260; 30 mm past the edges: rows 21..498,
@@ -231,8 +232,8 @@ TEST(CKs_DrawArea, RackLinesAreDottedWhiteAndRunPastThePalletEdge) {
 TEST(CKs_DrawArea, DanmenShowsTheSectionBandTheHeightLimitAndTheStackBar) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
-    a.job.App().PalletMode = 1;
-    a.job.App().GridFlag = 0;
+    a.job.Shown().PalletMode = 1;
+    a.job.Shown().GridFlag = 0;
     a.Area().Refresh();
     const QImage& image = a.Area().Image();
     EXPECT_EQ(a.At(500, 29), colour::kPalletFrame);
@@ -264,8 +265,8 @@ TEST(CKs_DrawArea, DanmenShowsTheSectionBandTheHeightLimitAndTheStackBar) {
 TEST(CKs_DrawArea, ThreeDStacksEveryLayerTwoPixelsUpAndLeft) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
-    a.job.App().Is3D = 1;
-    a.job.App().GridFlag = 0;
+    a.job.Shown().Is3D = 1;
+    a.job.Shown().GridFlag = 0;
     a.Area().Refresh();
     // Five pieces: the top layer is 8 px up and left, at (314, 390)-(425, 474).
     EXPECT_EQ(a.At(314, 430), colour::kPartPen);
@@ -299,8 +300,8 @@ TEST(CKs_DrawArea, FourPalletCaptionsNameFourPalletsFromTheCurrentOne) {
     ini.replace(ini.find("PalletInfo=2,P"), 14, "PalletInfo=4,P");
     AreaJob a(test::kDefaultPallet, ini);
     ASSERT_TRUE(a.opened);
-    a.job.App().PalletMode = 2;
-    a.job.App().CurrentPallet = 2;
+    a.job.Shown().PalletMode = 2;
+    a.job.Shown().CurrentPallet = 2;
     a.Area().Refresh();
     // Captions 1045, 1048, 1046, 1047: top left, top right, bottom left, bottom right.
     const std::pair<const char*, QRect> expected[] = {{"1045", QRect(0, 0, 500, 20)},

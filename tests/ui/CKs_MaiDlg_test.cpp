@@ -64,7 +64,7 @@ struct MaiDialogJob {
         part.DisplayName = "Bracket";
         Picked = &Job.AddStack(part, -1, 0, 0, 4);
         Job.AddStack(part, -1, 200, 0, 4);
-        Dialog = std::make_unique<CKs_MaiDlg>(App, Messages, Fonts, Op, *Picked, kLimit);
+        Dialog = std::make_unique<CKs_MaiDlg>(App, Shown, Messages, Fonts, Op, *Picked, kLimit);
     }
     CKs_MaiDlg& D() { return *Dialog; }
     QLineEdit* Count() { return Dialog->findChild<QLineEdit*>("MaiSet"); }
@@ -84,6 +84,7 @@ struct MaiDialogJob {
     test::TempFolder Folder;
     test::RecordingOperator Op;
     CKestoApp App;
+    ViewState Shown;
     test::JobBuilder Job;
     MessageTable Messages;
     FontTable Fonts;
@@ -236,8 +237,8 @@ TEST(CKs_MaiDlg, CancelAndEscapeReturnNoChangeWithoutAsking) {
 
 TEST(CKs_MaiDlg, OverTheAllPartsDialogItSitsOnTheDrawingAreasUpperHalf) {
     MaiDialogJob j;
-    j.App.PartsAllState = 2;
-    j.App.AreaWindowRect = IntRect{100, 50, 900, 650};
+    j.Shown.PartsAllState = 2;
+    j.Shown.AreaWindowRect = IntRect{100, 50, 900, 650};
     j.D().Prepare();
     // Left 100 + 2; bottom at 50 + 600 / 2 = 350.
     const QRect frame = j.D().frameGeometry();

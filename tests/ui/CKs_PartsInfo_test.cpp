@@ -17,7 +17,7 @@ struct InfoJob {
     InfoJob() {
         job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
         opened = job.Open();
-        job.App().InfoPlacement = {0, 0, 600, 100};
+        job.Shown().InfoPlacement = {0, 0, 600, 100};
         Panel().PlacePanel();
     }
     CKs_PartsInfo& Panel() { return *job.Dialog->PartsInfoPanel(); }
@@ -46,10 +46,10 @@ struct InfoJob {
 TEST(CKs_PartsInfo, PlacePanelTakesThePlacementAndStoresTheClientRectangle) {
     InfoJob info;
     ASSERT_TRUE(info.opened);
-    info.job.App().InfoPlacement = {681, 2, 1598, 104};
+    info.job.Shown().InfoPlacement = {681, 2, 1598, 104};
     info.Panel().PlacePanel();
     EXPECT_EQ(info.Panel().geometry(), QRect(681, 2, 917, 102));
-    EXPECT_EQ(info.job.App().InfoRect, (IntRect{0, 0, 917, 102}));
+    EXPECT_EQ(info.job.Shown().InfoRect, (IntRect{0, 0, 917, 102}));
     EXPECT_EQ(info.Panel().Image().size(), QSize(917, 102));
     EXPECT_EQ(info.Panel().objectName(), "CKs_PartsInfo");
 }

@@ -17,7 +17,7 @@ struct ViewJob {
     ViewJob() {
         job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
         opened = job.Open();
-        job.App().ViewPlacement = {0, 0, 320, 108};
+        job.Shown().ViewPlacement = {0, 0, 320, 108};
         Panel().PlacePanel();
     }
     CKs_PartsView& Panel() { return *job.Dialog->PartsViewPanel(); }
@@ -38,10 +38,10 @@ struct ViewJob {
 TEST(CKs_PartsView, PlacePanelTakesThePlacementAndStoresTheClientRectangle) {
     ViewJob view;
     ASSERT_TRUE(view.opened);
-    view.job.App().ViewPlacement = {2, 446, 322, 554};
+    view.job.Shown().ViewPlacement = {2, 446, 322, 554};
     view.Panel().PlacePanel();
     EXPECT_EQ(view.Panel().geometry(), QRect(2, 446, 320, 108));
-    EXPECT_EQ(view.job.App().ViewRect, (IntRect{0, 0, 320, 108}));
+    EXPECT_EQ(view.job.Shown().ViewRect, (IntRect{0, 0, 320, 108}));
     EXPECT_EQ(view.Panel().objectName(), "CKs_PartsView");
 }
 

@@ -66,7 +66,7 @@ class BlockCells : public ::testing::Test {
         p.CellsY = 5;
         job.AddKoutei(1, "CUT", "BLK");
         job.app.PalletCount = 4;
-        job.app.IsBlockDraw = 1;
+        job.shown.IsBlockDraw = 1;
         // Decoys first: another process and another pallet over cell (0, 0).
         const WorldCell c00 = World(0, 0);
         job.AddBlock(2, 1, c00.MinX, c00.MinY, c00.MaxX, c00.MaxY, 0x0F);
@@ -111,7 +111,7 @@ class BlockCells : public ::testing::Test {
     }
 
     ViewJob job;
-    PalletDrawing drawing{job.app, job.messages};
+    PalletDrawing drawing{job.app, job.shown, job.messages};
     int32_t index[3][3]{};
 };
 
@@ -151,21 +151,19 @@ TEST_F(BlockCells, EachBlockStoresItsPixelRectangle) {
     DrawnCells();
     for (int c = 0; c < 3; ++c) {
         for (int r = 0; r < 3; ++r) {
-            const BlockInfo& b = job.app.Blocks[static_cast<size_t>(index[c][r])];
-            EXPECT_EQ(Cell(c, r), (IntRect{b.PixLeft, b.PixTop, b.PixRight, b.PixBottom}))
+            EXPECT_EQ(Cell(c, r), drawing.BlockRects[static_cast<size_t>(index[c][r])])
                 << c << "," << r;
         }
     }
     // The decoys of process 2 and of pallet 2 are not on the view.
-    EXPECT_EQ(0, job.app.Blocks[0].PixLeft);
-    EXPECT_EQ(0, job.app.Blocks[1].PixRight);
+    EXPECT_EQ(0, drawing.BlockRects[0].Left);
+    EXPECT_EQ(0, drawing.BlockRects[1].Right);
 }
 
 TEST_F(BlockCells, WithoutBlockDisplayNothingIsDrawnButPixelRectanglesAreStored) {
-    job.app.IsBlockDraw = 0;
+    job.shown.IsBlockDraw = 0;
     EXPECT_TRUE(DrawnCells().empty());
-    const BlockInfo& b = job.app.Blocks[static_cast<size_t>(index[2][1])];
-    EXPECT_EQ(Cell(2, 1), (IntRect{b.PixLeft, b.PixTop, b.PixRight, b.PixBottom}));
+    EXPECT_EQ(Cell(2, 1), drawing.BlockRects[static_cast<size_t>(index[2][1])]);
 }
 
 TEST_F(BlockCells, TheFirstMatchingEntryColoursTheCell) {
@@ -178,7 +176,7 @@ TEST_F(BlockCells, TheFirstMatchingEntryColoursTheCell) {
     ASSERT_EQ(9u, cells.size());
     EXPECT_EQ(Cell(0, 1), cells[1].Rect);
     EXPECT_EQ(colour::kBlockPlain, cells[1].Fill);
-    EXPECT_EQ(0, job.app.Blocks[static_cast<size_t>(late)].PixTop);
+    EXPECT_EQ(0, drawing.BlockRects[static_cast<size_t>(late)].Top);
     // Locating runs on past entries of other indexes, so the late entry is found.
     EXPECT_EQ(Cell(0, 1), drawing.LocateBlock(late));
 }
@@ -195,7 +193,7 @@ TEST_F(BlockCells, LocateBlockFindsShownBlocksOnly) {
 }
 
 TEST_F(BlockCells, TheCurrentPalletChoosesTheBlocksOfSlotOne) {
-    job.app.CurrentPallet = 2;
+    job.shown.CurrentPallet = 2;
     const std::vector<Primitive> cells = DrawnCells();
     // Only cell (0, 0) has an entry on pallet 2; its mask 0x01 marks it.
     ASSERT_EQ(1u, cells.size());
@@ -209,9 +207,9 @@ TEST_F(BlockCells, FourPalletSlotsWrapTheirPalletNumbersAndAddTheQuadrantOffsets
     const WorldCell c00 = World(0, 0);
     const int32_t onThree = job.AddBlock(1, 3, c00.MinX, c00.MinY, c00.MaxX, c00.MaxY);
     const int32_t onFour = job.AddBlock(1, 4, c00.MinX, c00.MinY, c00.MaxX, c00.MaxY);
-    job.app.PalletMode = 2;
-    job.app.CurrentPallet = 2;
-    job.app.AreaRect = IntRect{0, 0, 1000, 701};
+    job.shown.PalletMode = 2;
+    job.shown.CurrentPallet = 2;
+    job.shown.AreaRect = IntRect{0, 0, 1000, 701};
     DisplayList canvas;
     drawing.Refresh(canvas);
     // World x -80.296 .. 2087.696, y -67.2 .. 1747.2; sy = 1814.4/645 > sx = 2.167992.
@@ -238,8 +236,8 @@ std::vector<IntRect> MarksOf(const IntRect& c) {
 }
 
 TEST_F(BlockCells, GridMarksSitInsideEveryCellLaidOutFromTheRight) {
-    job.app.GridFlag = 1;
-    job.app.IsBlockDraw = 0;
+    job.shown.GridFlag = 1;
+    job.shown.IsBlockDraw = 0;
     job.app.StartCorner = 0;  // the marks ignore the start corner
     DisplayList setUp;
     drawing.Refresh(setUp);
@@ -265,14 +263,14 @@ TEST_F(BlockCells, GridMarksSitInsideEveryCellLaidOutFromTheRight) {
 }
 
 TEST_F(BlockCells, NoGridMarksWithoutTheGridFlag) {
-    job.app.GridFlag = 0;
-    job.app.IsBlockDraw = 0;
+    job.shown.GridFlag = 0;
+    job.shown.IsBlockDraw = 0;
     EXPECT_TRUE(DrawnCells().empty());
 }
 
 TEST_F(BlockCells, TenByTenCellsShowNoGridMarks) {
-    job.app.GridFlag = 1;
-    job.app.IsBlockDraw = 0;
+    job.shown.GridFlag = 1;
+    job.shown.IsBlockDraw = 0;
     job.app.PalletList.Head()->CellsX = 10;
     job.app.PalletList.Head()->CellsY = 10;
     EXPECT_TRUE(DrawnCells().empty());
@@ -291,7 +289,7 @@ TEST_F(BlockCells, RackLinesRunPastThePalletByThePitch) {
     p.RackYCount = 1;
     p.RackY[0] = 402.6;
     p.RackPitch = 30;
-    job.app.IsBlockDraw = 0;
+    job.shown.IsBlockDraw = 0;
     DisplayList setUp;
     drawing.Refresh(setUp);
     DisplayList canvas;
@@ -331,13 +329,13 @@ TEST(InchBlockCells, APalletInInchesIsLaidOutLikeAnyOther) {
     p.CellsY = 3;
     job.AddKoutei(1, "CUT", "INCH");
     job.app.InchMode = 1;
-    job.app.IsBlockDraw = 1;
+    job.shown.IsBlockDraw = 1;
     job.app.StartCorner = 0;
     // Columns: v = 39.03, 26.88, 14.73 never reach 11.71, so the origin is the last v,
     // 14.73: cells 3.02..14.73, 15.17..26.88, 27.32..39.03. Rows 0.38, 8.75, 17.12.
     const int32_t low = job.AddBlock(1, 1, 3.02, 0.38, 14.73, 8.4, 0x00);
     const int32_t high = job.AddBlock(1, 1, 27.32, 17.12, 39.03, 25.14, 0x04);
-    PalletDrawing drawing(job.app, job.messages);
+    PalletDrawing drawing(job.app, job.shown, job.messages);
     DisplayList setUp;
     drawing.Refresh(setUp);
     // World x -1.5808 .. 41.1008, y -1.344 .. 34.944; sy = 36.288/672 = 0.054 > sx.

@@ -55,7 +55,7 @@ class Outlines : public ::testing::Test {
     }
 
     ViewJob job;
-    PalletDrawing drawing{job.app, job.messages};
+    PalletDrawing drawing{job.app, job.shown, job.messages};
     int32_t block = 0;
     PartsInfo* part = nullptr;
     HaichiInfo* record = nullptr;

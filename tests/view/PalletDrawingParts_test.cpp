@@ -110,7 +110,7 @@ class FlatParts : public ::testing::Test {
     HaichiInfo& Small() { return job.AddStack(*small, 12, block, 700.4, 300.8); }
 
     ViewJob job;
-    PalletDrawing drawing{job.app, job.messages};
+    PalletDrawing drawing{job.app, job.shown, job.messages};
     DisplayList canvas;
     PalletInfo* pallet = nullptr;
     int32_t block = 0;
@@ -168,7 +168,7 @@ TEST_F(FlatParts, AMarkedPartIsDrawnInTheMarkedColour) {
 
 TEST_F(FlatParts, ThreeDStackOfTwentyFivePiecesHasTwentyFourLayers) {
     Bracket(25);
-    job.app.Is3D = 1;
+    job.shown.Is3D = 1;
     LayOut();
     drawing.DrawParts(canvas, drawmode::kAll);
     const auto& items = canvas.Items();
@@ -198,7 +198,7 @@ TEST_F(FlatParts, ThreeDStackOfTwentyFivePiecesHasTwentyFourLayers) {
 
 TEST_F(FlatParts, ThreeDLayersOfAMarkedPartAreMarked) {
     Rail(12);
-    job.app.Is3D = 1;
+    job.shown.Is3D = 1;
     LayOut();
     drawing.DrawParts(canvas, drawmode::kAll);
     const std::vector<Primitive> rects = test::Rectangles(canvas);
@@ -341,7 +341,7 @@ TEST_F(FlatParts, HitTestModeDrawsNothing) {
 TEST_F(FlatParts, PickingByBlockAddsTheOtherStacksOfTheBlock) {
     HaichiInfo& a = Bracket();
     HaichiInfo& b = Rail();
-    job.app.HitByBlock = 1;
+    job.shown.HitByBlock = 1;
     LayOut();
     drawing.HitTest(300, 550);
     EXPECT_EQ(&b, drawing.Picked);
@@ -409,7 +409,7 @@ TEST_F(Highlights, HighlightDrawsThePickedStackAndTheOtherPiecesOfItsPart) {
 }
 
 TEST_F(Highlights, InThreeDEveryStackGetsItsLayersAndLabelAgainInListOrder) {
-    job.app.Is3D = 1;
+    job.shown.Is3D = 1;
     drawing.Picked = a;
     canvas.Clear();
     drawing.DrawParts(canvas, drawmode::kHighlight);
@@ -436,7 +436,7 @@ TEST_F(Highlights, InThreeDEveryStackGetsItsLayersAndLabelAgainInListOrder) {
 }
 
 TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
-    job.app.Is3D = 1;
+    job.shown.Is3D = 1;
     drawing.LastPicked = c;
     canvas.Clear();
     drawing.DrawParts(canvas, drawmode::kUnhighlight);
@@ -585,8 +585,8 @@ TEST(CrossSection, BarsAreDrawnFromTheBackToTheFront) {
     ViewJob job;
     job.AddPallet("P1250", 1250, 815, 1234.5);
     job.AddKoutei(1, "CUT", "P1250");
-    job.app.AreaRect = IntRect{0, 0, 1000, 701};
-    job.app.PalletMode = 1;
+    job.shown.AreaRect = IntRect{0, 0, 1000, 701};
+    job.shown.PalletMode = 1;
     const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
     PartsInfo& front = job.AddPart("FRONT", 300.1, 100.4);
     front.PieceHeight = 12.7;
@@ -597,7 +597,7 @@ TEST(CrossSection, BarsAreDrawnFromTheBackToTheFront) {
     job.AddStack(front, 9, block, 400.3, 50.2);   // back edge 150.6
     job.AddStack(back, 40, block, 900.7, 500.9);  // back edge 701.2
     job.AddStack(mid, 31, block, 1100.1, 300.4);  // back edge 420.9
-    PalletDrawing drawing(job.app, job.messages);
+    PalletDrawing drawing(job.app, job.shown, job.messages);
     DisplayList canvas;
     drawing.Refresh(canvas);
     // DANMEN at 1000 x 701: Scale 1760.4/673, XMin -50, OriginDX 242; SectionTop 665,
@@ -622,13 +622,13 @@ TEST(CrossSection, OnlyModeZeroDrawsTheBars) {
     ViewJob job;
     job.AddPallet("P1250", 1250, 815, 1234.5);
     job.AddKoutei(1, "CUT", "P1250");
-    job.app.AreaRect = IntRect{0, 0, 1000, 701};
-    job.app.PalletMode = 1;
+    job.shown.AreaRect = IntRect{0, 0, 1000, 701};
+    job.shown.PalletMode = 1;
     const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
     PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
     back.PieceHeight = 3.2;
     job.AddStack(back, 40, block, 900.7, 500.9);
-    PalletDrawing drawing(job.app, job.messages);
+    PalletDrawing drawing(job.app, job.shown, job.messages);
     DisplayList setUp;
     drawing.Refresh(setUp);
     DisplayList canvas;
@@ -642,14 +642,14 @@ TEST(CrossSection, TwoPalletBarsOfTheSecondSlotAreShiftedAndTiesKeepListOrder) {
     ViewJob job;
     job.AddPallet("P1250", 1250, 815, 1234.5);
     job.AddKoutei(1, "CUT", "P1250");
-    job.app.AreaRect = IntRect{0, 0, 1001, 701};
-    job.app.PalletMode = 3;
+    job.shown.AreaRect = IntRect{0, 0, 1001, 701};
+    job.shown.PalletMode = 3;
     job.app.PalletCount = 2;
     PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
     back.PieceHeight = 3.2;
     job.AddStack(back, 40, job.AddBlock(1, 2, 0, 0, 1250, 815), 900.9, 500.9);
     job.AddStack(back, 40, job.AddBlock(1, 1, 0, 0, 1250, 815), 900.9, 500.9);
-    PalletDrawing drawing(job.app, job.messages);
+    PalletDrawing drawing(job.app, job.shown, job.messages);
     DisplayList canvas;
     drawing.Refresh(canvas);
     // 2PALLET at 1001 x 701: Scale 2700/1001, XMin -100, OriginDX -19, HalfW 500,
@@ -669,14 +669,14 @@ TEST(FourPalletParts, ThePalletOfASlotNumberBeyondTheCountIsNotDrawn) {
     ViewJob job;
     job.AddPallet("P1250", 1250, 815, 1000);
     job.AddKoutei(1, "CUT", "P1250");
-    job.app.AreaRect = IntRect{0, 0, 1000, 701};
-    job.app.PalletMode = 2;
+    job.shown.AreaRect = IntRect{0, 0, 1000, 701};
+    job.shown.PalletMode = 2;
     job.app.PalletCount = 4;
-    job.app.CurrentPallet = 2;
+    job.shown.CurrentPallet = 2;
     PartsInfo& shelf = job.AddPart("SHELF", 287.4, 158.6);
     for (int32_t p = 1; p <= 4; ++p)
         job.AddStack(shelf, 3, job.AddBlock(1, p, 0, 0, 1250, 815), 612.5, 203.3);
-    PalletDrawing drawing(job.app, job.messages);
+    PalletDrawing drawing(job.app, job.shown, job.messages);
     DisplayList setUp;
     drawing.Refresh(setUp);
     DisplayList canvas;

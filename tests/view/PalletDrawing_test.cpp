@@ -84,10 +84,10 @@ class Layout : public ::testing::Test {
         job.AddPallet("P1250", w, l, h);
         job.AddKoutei(1, "CUT", "P1250");
     }
-    void Area(int32_t cw, int32_t ch) { job.app.AreaRect = IntRect{0, 0, cw, ch}; }
+    void Area(int32_t cw, int32_t ch) { job.shown.AreaRect = IntRect{0, 0, cw, ch}; }
 
     ViewJob job;
-    PalletDrawing drawing{job.app, job.messages};
+    PalletDrawing drawing{job.app, job.shown, job.messages};
     DisplayList canvas;
 };
 
@@ -115,15 +115,15 @@ TEST_F(Layout, ComputeScaleTakesTheLargerRatioAndSubtractsTheCaptionTwiceInFourP
     drawing.YMin = -65.2;
     drawing.YMax = 1695.2;
     // FLAT: sx = 2700 / 1000 = 2.7, sy = 1760.4 / (701 - 28) = 2.6157...: sx is larger.
-    job.app.PalletMode = kFlat;
+    job.shown.PalletMode = kFlat;
     drawing.ComputeScale();
     EXPECT_DOUBLE_EQ(2.7, drawing.Scale);
     // 4PALLET: sy = 1760.4 / (701 - 28 - 28) = 2.7293... > 2.7.
-    job.app.PalletMode = kFourPallet;
+    job.shown.PalletMode = kFourPallet;
     drawing.ComputeScale();
     EXPECT_DOUBLE_EQ(1760.4 / 645, drawing.Scale);
     // 2PALLET subtracts the caption once: 2.7 again.
-    job.app.PalletMode = kTwoPallet;
+    job.shown.PalletMode = kTwoPallet;
     drawing.ComputeScale();
     EXPECT_DOUBLE_EQ(2.7, drawing.Scale);
 }
@@ -212,7 +212,7 @@ TEST_F(Layout, FlatScalesAWidePalletByItsWidthAndCentresItVertically) {
 TEST_F(Layout, DanmenPutsThePalletInTheUpperHalfAndTheBandAtTheBottom) {
     MakePallet(1250, 815);
     Area(1000, 701);
-    job.app.PalletMode = kDanmen;
+    job.shown.PalletMode = kDanmen;
     drawing.Refresh(canvas);
     // cap = trunc(28.04) = 28; world x -50 .. 1300, y -65.2 .. 1695.2.
     EXPECT_DOUBLE_EQ(-65.2, drawing.YMin);
@@ -248,7 +248,7 @@ TEST_F(Layout, DanmenPutsThePalletInTheUpperHalfAndTheBandAtTheBottom) {
 TEST_F(Layout, DanmenInATallerArea) {
     MakePallet(1250, 815);
     Area(800, 901);
-    job.app.PalletMode = kDanmen;
+    job.shown.PalletMode = kDanmen;
     drawing.Refresh(canvas);
     // cap = trunc(36.04) = 36; sx = 1350/800 = 1.6875, sy = 1760.4/865 = 2.0351: sy.
     EXPECT_EQ(36, drawing.CaptionHeight);
@@ -272,7 +272,7 @@ TEST_F(Layout, DanmenInATallerArea) {
 TEST_F(Layout, DanmenLabelGapIsAtLeastTheLabelFontHeight) {
     MakePallet(1250, 815);
     Area(1000, 701);
-    job.app.PalletMode = kDanmen;
+    job.shown.PalletMode = kDanmen;
     job.app.FontHeight[test::kLabelFont] = 70;
     drawing.Refresh(canvas);
     // g = max(62, 70) = 70: line at 352 + 70 = 422, SectionScale = H / (665 - 422),
@@ -289,7 +289,7 @@ TEST_F(Layout, DanmenLabelGapIsAtLeastTheLabelFontHeight) {
 TEST_F(Layout, FourPalletPlacesFourFramesCaptionsAndSeparators) {
     MakePallet(1250, 815);
     Area(1000, 701);
-    job.app.PalletMode = kFourPallet;
+    job.shown.PalletMode = kFourPallet;
     job.app.PalletCount = 4;
     drawing.Refresh(canvas);
     // World x -100 .. 2600, y -65.2 .. 1695.2; sx = 2.7, sy = 1760.4/645 = 2.7293: sy.
@@ -337,7 +337,7 @@ TEST_F(Layout, FourPalletPlacesFourFramesCaptionsAndSeparators) {
 TEST_F(Layout, FourPalletInAWideAreaIsScaledByWidth) {
     MakePallet(1250, 815);
     Area(1101, 851);
-    job.app.PalletMode = kFourPallet;
+    job.shown.PalletMode = kFourPallet;
     job.app.PalletCount = 4;
     drawing.Refresh(canvas);
     // cap = trunc(34.04) = 34; sx = 2700/1101 = 2.4523 > sy = 1760.4/783 = 2.2483.
@@ -368,7 +368,7 @@ TEST_F(Layout, FourPalletInAWideAreaIsScaledByWidth) {
 TEST_F(Layout, FourPalletWithOnePalletShowsOneFrameAndThreeEmptyCaptions) {
     MakePallet(1250, 815);
     Area(1000, 701);
-    job.app.PalletMode = kFourPallet;
+    job.shown.PalletMode = kFourPallet;
     job.app.PalletCount = 1;
     drawing.Refresh(canvas);
     EXPECT_EQ((IntRect{21, 39, 479, 338}), drawing.PalletRect[0]);
@@ -387,9 +387,9 @@ TEST_F(Layout, FourPalletWithOnePalletShowsOneFrameAndThreeEmptyCaptions) {
 TEST_F(Layout, FourPalletFromPalletTwoCaptionsWrapButPalletsInViewDoesNot) {
     MakePallet(1250, 815);
     Area(1000, 701);
-    job.app.PalletMode = kFourPallet;
+    job.shown.PalletMode = kFourPallet;
     job.app.PalletCount = 4;
-    job.app.CurrentPallet = 2;
+    job.shown.CurrentPallet = 2;
     drawing.Refresh(canvas);
     EXPECT_EQ("PL-02", drawing.Captions[0].Text);
     EXPECT_EQ("PL-03", drawing.Captions[1].Text);
@@ -403,7 +403,7 @@ TEST_F(Layout, FourPalletFromPalletTwoCaptionsWrapButPalletsInViewDoesNot) {
 TEST_F(Layout, TwoPalletDrawsTwoFramesTwoBandsAndTwoHeightLimits) {
     MakePallet(1250, 815);
     Area(1001, 701);
-    job.app.PalletMode = kTwoPallet;
+    job.shown.PalletMode = kTwoPallet;
     job.app.PalletCount = 2;
     drawing.Refresh(canvas);
     // sx = 2700/1001 = 2.6973 > sy = 1760.4/673 = 2.6157.
@@ -447,9 +447,9 @@ TEST_F(Layout, TwoPalletDrawsTwoFramesTwoBandsAndTwoHeightLimits) {
 TEST_F(Layout, TwoPalletInALargerArea) {
     MakePallet(1250, 815);
     Area(1201, 901);
-    job.app.PalletMode = kTwoPallet;
+    job.shown.PalletMode = kTwoPallet;
     job.app.PalletCount = 3;
-    job.app.CurrentPallet = 3;
+    job.shown.CurrentPallet = 3;
     drawing.Refresh(canvas);
     // cap 36; sx = 2700/1201 = 2.2481 > sy = 1760.4/865 = 2.0351.
     EXPECT_DOUBLE_EQ(2700.0 / 1201, drawing.Scale);
@@ -475,7 +475,7 @@ TEST_F(Layout, TwoPalletInALargerArea) {
 TEST_F(Layout, TwoPalletWithOnePalletDrawsOnlyTheFirstSlot) {
     MakePallet(1250, 815);
     Area(1001, 701);
-    job.app.PalletMode = kTwoPallet;
+    job.shown.PalletMode = kTwoPallet;
     job.app.PalletCount = 1;
     drawing.Refresh(canvas);
     EXPECT_EQ((IntRect{18, 38, 481, 340}), drawing.PalletRect[0]);
@@ -494,11 +494,11 @@ TEST_F(Layout, TwoPalletWithOnePalletDrawsOnlyTheFirstSlot) {
 TEST_F(Layout, EveryRefreshHidesTheCaptionsTheNewLayoutDoesNotShow) {
     MakePallet(1250, 815);
     Area(1000, 701);
-    job.app.PalletMode = kFourPallet;
+    job.shown.PalletMode = kFourPallet;
     job.app.PalletCount = 4;
     drawing.Refresh(canvas);
     ASSERT_TRUE(drawing.Captions[3].Visible);
-    job.app.PalletMode = kFlat;
+    job.shown.PalletMode = kFlat;
     drawing.Refresh(canvas);
     EXPECT_TRUE(drawing.Captions[0].Visible);
     EXPECT_FALSE(drawing.Captions[1].Visible);
@@ -514,7 +514,7 @@ TEST_F(Layout, CaptionsKeepNoTextWhenTheirFontIsNotDefined) {
     ViewJob other("[MainDlg]\nL-PALLET-CAP=0,\"Pallet\"\nDRAW-STRING=2,\"x\"\n");
     other.AddPallet("P1250", 1250, 830, 1000);
     other.AddKoutei(1, "CUT", "P1250");
-    PalletDrawing d(other.app, other.messages);
+    PalletDrawing d(other.app, other.shown, other.messages);
     d.Refresh(canvas);
     // Font slot 0 has height 0: no text, no font, but the caption is still placed and shown.
     ExpectCaption(d.Captions[0], {0, 0, 1000, 28}, true, "");
@@ -552,8 +552,8 @@ TEST_F(Layout, AnEmptyProcessListDrawsOnlyTheBackground) {
 TEST_F(Layout, PalletsInViewPerMode) {
     using P = std::array<int32_t, 4>;
     auto view = [&](int32_t mode, int32_t current, int32_t count) {
-        job.app.PalletMode = mode;
-        job.app.CurrentPallet = current;
+        job.shown.PalletMode = mode;
+        job.shown.CurrentPallet = current;
         job.app.PalletCount = count;
         return drawing.PalletsInView();
     };
@@ -585,7 +585,7 @@ class ScreenRects : public Layout {
     void SetUp() override {
         MakePallet(1250, 815);
         Area(1000, 701);
-        job.app.PalletMode = kFourPallet;
+        job.shown.PalletMode = kFourPallet;
         job.app.PalletCount = 4;
         part = &job.AddPart("SHELF", 287.4, 158.6);
         for (int32_t p = 1; p <= 4; ++p)
@@ -614,7 +614,7 @@ TEST_F(ScreenRects, AddTheSlotOffsetsOfThePallet) {
 
 TEST_F(ScreenRects, RecordsOfOtherProcessesOrHiddenPalletsAreNotOnTheView) {
     EXPECT_FALSE(drawing.ScreenRect(StackOn(otherProcessBlock)).has_value());
-    job.app.PalletMode = kFlat;
+    job.shown.PalletMode = kFlat;
     drawing.Refresh(canvas);
     EXPECT_TRUE(drawing.ScreenRect(StackOn(blockOf[1])).has_value());
     EXPECT_FALSE(drawing.ScreenRect(StackOn(blockOf[2])).has_value());

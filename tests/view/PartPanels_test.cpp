@@ -27,8 +27,8 @@ class InfoPanel : public ::testing::Test {
     void SetUp() override {
         job.AddKoutei(2, "SAW-2", "P");
         job.AddKoutei(1, "LASER-1", "P");
-        job.app.CurrentKoutei = 1;  // by number: the second process in the list
-        job.app.InfoRect = IntRect{0, 0, 430, 157};
+        job.shown.CurrentKoutei = 1;  // by number: the second process in the list
+        job.shown.InfoRect = IntRect{0, 0, 430, 157};
         part = &job.AddPart("SIDE PANEL", 1220.75, 607.125);
         part->DirText = "UD";
         part->Quantity = 48;
@@ -49,7 +49,7 @@ class InfoPanel : public ::testing::Test {
     static std::string Line2() { return "BIRCH PLY   18.500 S-12 - 1220.750 x 607.125 "; }
 
     ViewJob job;
-    PartsInfoPanel panel{job.app, job.messages};
+    PartsInfoPanel panel{job.app, job.shown, job.messages};
     PartsInfo* part = nullptr;
     HaichiInfo stack;
 };
@@ -100,7 +100,7 @@ TEST_F(InfoPanel, RefreshDrawsTheBackgroundAndTheLinesBelowEachOther) {
 }
 
 TEST_F(InfoPanel, LinePositionsStartAtThePanelsTopLeft) {
-    job.app.InfoRect = IntRect{5, 8, 435, 165};
+    job.shown.InfoRect = IntRect{5, 8, 435, 165};
     DisplayList canvas;
     panel.Refresh(canvas, &stack);
     const std::vector<Primitive> labels = test::Labels(canvas);
@@ -122,10 +122,10 @@ TEST_F(InfoPanel, NothingIsWrittenWhileNoPartIsPicked) {
 
 class ViewPanel : public ::testing::Test {
   protected:
-    void SetUp() override { job.app.ViewRect = IntRect{0, 0, 301, 187}; }
+    void SetUp() override { job.shown.ViewRect = IntRect{0, 0, 301, 187}; }
 
     ViewJob job;
-    PartsViewPanel panel{job.app, job.messages};
+    PartsViewPanel panel{job.app, job.shown, job.messages};
     DisplayList canvas;
 };
 
@@ -201,7 +201,7 @@ TEST_F(ViewPanel, AZeroSizeDoesNotBreakThePanel) {
 }
 
 TEST_F(ViewPanel, APanelTooLowForThePartDrawsNothingButRemembersTheSize) {
-    job.app.ViewRect = IntRect{0, 0, 301, 10};
+    job.shown.ViewRect = IntRect{0, 0, 301, 10};
     // sy = 60/(10 - 20) < 0 < sx = 120/301: Scale sx; ph = trunc(137.96) - trunc(12.54) = 125,
     // fh = 10 - 125 < 1: nothing at all is drawn.
     panel.ShowSize(canvas, 100, 50);
@@ -212,7 +212,7 @@ TEST_F(ViewPanel, APanelTooLowForThePartDrawsNothingButRemembersTheSize) {
 }
 
 TEST_F(ViewPanel, APanelWithoutWidthSurvives) {
-    job.app.ViewRect = IntRect{0, 0, 0, 187};
+    job.shown.ViewRect = IntRect{0, 0, 0, 187};
     panel.ShowSize(canvas, 100, 50);
     ASSERT_LE(canvas.Items().size(), 1u);
 }
@@ -231,8 +231,8 @@ TEST_F(ViewPanel, RepaintShowsTheLastSizeAgain) {
 
 TEST(ViewPanelFont, AMissingFontSkipsOnlyTheText) {
     ViewJob job("[MainDlg]\nVIEW-STRING=0,\"\"\n");
-    job.app.ViewRect = IntRect{0, 0, 301, 187};
-    PartsViewPanel panel(job.app, job.messages);
+    job.shown.ViewRect = IntRect{0, 0, 301, 187};
+    PartsViewPanel panel(job.app, job.shown, job.messages);
     DisplayList canvas;
     panel.ShowSize(canvas, 1220.75, 607.125);
     ASSERT_EQ(2u, canvas.Items().size());

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
 #include "support/MessageFile.h"
@@ -36,14 +37,14 @@ class ViewJob {
         WriteFile(path, messageText);
         EXPECT_EQ(0, messages.Load(path, op));
         app.FontHeight = {0, 12, 14, 20, 15};
-        app.AreaRect = IntRect{0, 0, 1000, 700};
+        shown.AreaRect = IntRect{0, 0, 1000, 700};
         app.PalletCount = 1;
-        app.CurrentPallet = 1;
-        app.CurrentKoutei = 1;
+        shown.CurrentPallet = 1;
+        shown.CurrentKoutei = 1;
         app.PalletPrefix = "PL";
         app.IsDirect = 0;
-        app.IsBlockDraw = 0;
-        app.HitByBlock = 0;
+        shown.IsBlockDraw = 0;
+        shown.HitByBlock = 0;
     }
     ViewJob(const ViewJob&) = delete;
     ViewJob& operator=(const ViewJob&) = delete;
@@ -114,6 +115,7 @@ class ViewJob {
     RecordingOperator op;
     MessageTable messages;
     CKestoApp app;
+    ViewState shown;
 };
 
 }  // namespace kesto::test

@@ -6,6 +6,7 @@
 #include <QDialog>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "render/FontTable.h"
 #include "session/MaiChoice.h"
 #include "support/MessageFile.h"
@@ -26,8 +27,9 @@ class CKs_MaiDlg : public QDialog {
 
     // picked is the drawing area's picked stack; heightLimit the greatest stack height of the
     // pallet it shows.
-    CKs_MaiDlg(CKestoApp& app, const MessageTable& messages, const FontTable& fonts, Operator& op,
-               const HaichiInfo& picked, double heightLimit, QWidget* parent = nullptr);
+    CKs_MaiDlg(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
+               const FontTable& fonts, Operator& op, const HaichiInfo& picked, double heightLimit,
+               QWidget* parent = nullptr);
 
     // Captions, size and position; done by Run, callable alone to look at the dialog.
     void Prepare();
@@ -53,6 +55,7 @@ class CKs_MaiDlg : public QDialog {
     void OnOk();
 
     CKestoApp& app_;
+    const ViewState& shown_;  // placed over the drawing area while the all-parts list is shown
     const MessageTable& messages_;
     const FontTable& fonts_;
     Operator& op_;

@@ -38,9 +38,10 @@ constexpr const char* kButtonFontKey = "BT1";
 
 }  // namespace
 
-CKs_PartsAllDlg::CKs_PartsAllDlg(CKestoApp& app, const MessageTable& messages,
-                                 const FontTable& fonts, CKs_DrawArea& area, QWidget* parent)
-    : QWidget(parent), app_(app), messages_(messages), fonts_(fonts), area_(area) {
+CKs_PartsAllDlg::CKs_PartsAllDlg(CKestoApp& app, const ViewState& shown,
+                                 const MessageTable& messages, const FontTable& fonts,
+                                 CKs_DrawArea& area, QWidget* parent)
+    : QWidget(parent), app_(app), shown_(shown), messages_(messages), fonts_(fonts), area_(area) {
     setObjectName("CKs_PartsAllDlg");
     // It covers the drawing, so it paints its whole background.
     setAutoFillBackground(true);
@@ -65,7 +66,7 @@ QListWidget* CKs_PartsAllDlg::List() const {
 }
 
 void CKs_PartsAllDlg::Place(int32_t state) {
-    const std::optional<PartsAllPlacement> place = PlacePartsAll(app_, state);
+    const std::optional<PartsAllPlacement> place = PlacePartsAll(shown_, state);
     if (!place)
         return;
     const ControlRect& r = place->Rect;
@@ -81,7 +82,7 @@ void CKs_PartsAllDlg::Place(int32_t state) {
     raise();
     update();
     LayOutControls();
-    Fill(app_.CurrentKoutei);
+    Fill(shown_.CurrentKoutei);
 }
 
 void CKs_PartsAllDlg::LayOutControls() {
@@ -110,7 +111,7 @@ void CKs_PartsAllDlg::SetCaption(QWidget* control, const char* key) {
 
 void CKs_PartsAllDlg::Fill(int32_t koutei) {
     const std::optional<std::vector<std::string>> lines =
-        PartsAllLines(app_, koutei, sortKey_, area_.Drawing().PalletsInView());
+        PartsAllLines(app_, shown_, koutei, sortKey_, area_.Drawing().PalletsInView());
     if (!lines)
         return;
     // Filling is no selection of the operator's.
@@ -146,7 +147,7 @@ void CKs_PartsAllDlg::SelectRow(std::optional<size_t> row) {
 
 void CKs_PartsAllDlg::OnSortButton(SortButton button) {
     sortKey_ = NextSortKey(button, sortKey_);
-    Fill(app_.CurrentKoutei);
+    Fill(shown_.CurrentKoutei);
 }
 
 void CKs_PartsAllDlg::OnSelectLine() {

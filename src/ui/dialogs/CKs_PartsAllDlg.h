@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "render/FontTable.h"
 #include "session/PartsAllList.h"
 #include "support/MessageFile.h"
@@ -28,8 +29,8 @@ class CKs_PartsAllDlg : public QWidget {
   public:
     // Made hidden; area is the drawing whose pallets mark the lines and whose picks a line
     // click changes.
-    CKs_PartsAllDlg(CKestoApp& app, const MessageTable& messages, const FontTable& fonts,
-                    CKs_DrawArea& area, QWidget* parent);
+    CKs_PartsAllDlg(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
+                    const FontTable& fonts, CKs_DrawArea& area, QWidget* parent);
 
     // State 1 hides the dialog over the lower half of the drawing area; state 2 shows it there
     // (over the whole area in FLAT), lays its controls out and fills it for CurrentKoutei.
@@ -56,6 +57,7 @@ class CKs_PartsAllDlg : public QWidget {
     void SetCaption(QWidget* control, const char* key);
 
     CKestoApp& app_;
+    const ViewState& shown_;
     const MessageTable& messages_;
     const FontTable& fonts_;
     CKs_DrawArea& area_;

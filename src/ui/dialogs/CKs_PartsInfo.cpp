@@ -2,14 +2,19 @@
 
 namespace kesto {
 
-CKs_PartsInfo::CKs_PartsInfo(CKestoApp& app, const MessageTable& messages, const FontTable& fonts,
-                             const PalletDrawing& selection, QWidget* parent)
-    : ImagePanel(fonts, parent), app_(app), selection_(selection), panel_(app, messages) {
+CKs_PartsInfo::CKs_PartsInfo(CKestoApp& app, ViewState& shown, const MessageTable& messages,
+                             const FontTable& fonts, const PalletDrawing& selection,
+                             QWidget* parent)
+    : ImagePanel(fonts, parent),
+      app_(app),
+      shown_(shown),
+      selection_(selection),
+      panel_(app, shown, messages) {
     setObjectName("CKs_PartsInfo");
 }
 
 void CKs_PartsInfo::PlacePanel() {
-    app_.InfoRect = PlaceAt(app_.InfoPlacement);
+    shown_.InfoRect = PlaceAt(shown_.InfoPlacement);
     Refresh();
 }
 

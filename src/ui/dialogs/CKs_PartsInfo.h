@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "render/FontTable.h"
 #include "support/MessageFile.h"
 #include "ui/draw/ImagePanel.h"
@@ -15,8 +16,8 @@ class CKs_PartsInfo : public ImagePanel {
     Q_OBJECT
   public:
     // selection is the drawing whose Picked the panel shows.
-    CKs_PartsInfo(CKestoApp& app, const MessageTable& messages, const FontTable& fonts,
-                  const PalletDrawing& selection, QWidget* parent);
+    CKs_PartsInfo(CKestoApp& app, ViewState& shown, const MessageTable& messages,
+                  const FontTable& fonts, const PalletDrawing& selection, QWidget* parent);
     // Takes InfoPlacement, stores the client rectangle in InfoRect and draws again.
     void PlacePanel();
     // Draws the panel for the drawing's present Picked (background only without one).
@@ -24,6 +25,7 @@ class CKs_PartsInfo : public ImagePanel {
 
   private:
     CKestoApp& app_;
+    ViewState& shown_;
     const PalletDrawing& selection_;
     PartsInfoPanel panel_;
 };

@@ -2,14 +2,14 @@
 
 namespace kesto {
 
-CKs_PartsView::CKs_PartsView(CKestoApp& app, const MessageTable& messages, const FontTable& fonts,
-                             QWidget* parent)
-    : ImagePanel(fonts, parent), app_(app), panel_(app, messages) {
+CKs_PartsView::CKs_PartsView(CKestoApp& app, ViewState& shown, const MessageTable& messages,
+                             const FontTable& fonts, QWidget* parent)
+    : ImagePanel(fonts, parent), app_(app), shown_(shown), panel_(app, shown, messages) {
     setObjectName("CKs_PartsView");
 }
 
 void CKs_PartsView::PlacePanel() {
-    app_.ViewRect = PlaceAt(app_.ViewPlacement);
+    shown_.ViewRect = PlaceAt(shown_.ViewPlacement);
     Repaint();
 }
 

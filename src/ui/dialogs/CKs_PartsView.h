@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "render/FontTable.h"
 #include "support/MessageFile.h"
 #include "ui/draw/ImagePanel.h"
@@ -16,8 +17,8 @@ inline constexpr double kNoPartSize = -0.1;
 class CKs_PartsView : public ImagePanel {
     Q_OBJECT
   public:
-    CKs_PartsView(CKestoApp& app, const MessageTable& messages, const FontTable& fonts,
-                  QWidget* parent);
+    CKs_PartsView(CKestoApp& app, ViewState& shown, const MessageTable& messages,
+                  const FontTable& fonts, QWidget* parent);
     // Takes ViewPlacement, stores the client rectangle in ViewRect and shows the last size
     // again.
     void PlacePanel();
@@ -33,6 +34,7 @@ class CKs_PartsView : public ImagePanel {
 
   private:
     CKestoApp& app_;
+    ViewState& shown_;
     PartsViewPanel panel_;
     double sizeX_ = kNoPartSize;
     double sizeY_ = kNoPartSize;

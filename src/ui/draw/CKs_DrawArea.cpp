@@ -22,9 +22,13 @@ constexpr int kStatusMargin = 4;
 
 }  // namespace
 
-CKs_DrawArea::CKs_DrawArea(CKestoApp& app, const MessageTable& messages, const FontTable& fonts,
-                           QWidget* parent)
-    : ImagePanel(fonts, parent), app_(app), fonts_(fonts), drawing_(app, messages) {
+CKs_DrawArea::CKs_DrawArea(CKestoApp& app, ViewState& shown, const MessageTable& messages,
+                           const FontTable& fonts, QWidget* parent)
+    : ImagePanel(fonts, parent),
+      app_(app),
+      shown_(shown),
+      fonts_(fonts),
+      drawing_(app, shown, messages) {
     setObjectName("CKs_DrawArea");
     for (size_t i = 0; i < captions_.size(); ++i) {
         captions_[i] = new QLabel(this);
@@ -68,12 +72,12 @@ void CKs_DrawArea::ShowRefusal(const std::vector<IntRect>& rects, const QString&
 }
 
 void CKs_DrawArea::PlaceArea() {
-    app_.AreaRect = PlaceAt(app_.AreaPlacement);
+    shown_.AreaRect = PlaceAt(shown_.AreaPlacement);
     const QPoint topLeft = isWindow() || parentWidget() == nullptr
                                ? geometry().topLeft()
                                : parentWidget()->mapToGlobal(geometry().topLeft());
-    app_.AreaWindowRect = {topLeft.x(), topLeft.y(), topLeft.x() + app_.AreaRect.Right,
-                           topLeft.y() + app_.AreaRect.Bottom};
+    shown_.AreaWindowRect = {topLeft.x(), topLeft.y(), topLeft.x() + shown_.AreaRect.Right,
+                             topLeft.y() + shown_.AreaRect.Bottom};
 }
 
 void CKs_DrawArea::Refresh() {

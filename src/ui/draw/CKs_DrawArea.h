@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "app/ViewState.h"
 #include "render/FontTable.h"
 #include "support/MessageFile.h"
 #include "ui/draw/ImagePanel.h"
@@ -33,8 +34,8 @@ inline constexpr int kDragImageHaloWidth = 6;
 class CKs_DrawArea : public ImagePanel {
     Q_OBJECT
   public:
-    CKs_DrawArea(CKestoApp& app, const MessageTable& messages, const FontTable& fonts,
-                 QWidget* parent);
+    CKs_DrawArea(CKestoApp& app, ViewState& shown, const MessageTable& messages,
+                 const FontTable& fonts, QWidget* parent);
 
     // Takes AreaPlacement, stores the client rectangle in AreaRect and the screen rectangle
     // in AreaWindowRect, and starts a new image of the client size.
@@ -79,6 +80,7 @@ class CKs_DrawArea : public ImagePanel {
     void EditStep(const std::function<void(DrawingEdit&, Canvas&)>& step);
 
     CKestoApp& app_;
+    ViewState& shown_;  // its rectangles are written as the area places itself
     const FontTable& fonts_;
     PalletDrawing drawing_;
     // Slots 1..4: controls 1045, 1048, 1046, 1047.

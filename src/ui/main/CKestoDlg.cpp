@@ -29,16 +29,20 @@ constexpr const char* kToggleOnLook =
 }  // namespace
 
 CKestoDlg::CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* parent)
-    : QDialog(parent), session_(session), app_(session.App()), fonts_(fonts) {
+    : QDialog(parent),
+      session_(session),
+      app_(session.App()),
+      shown_(session.Shown()),
+      fonts_(fonts) {
     setObjectName("CKestoDlg");
     setWindowIcon(KestoIcon());
     setWindowFlags(windowFlags() | Qt::WindowMinMaxButtonsHint);
     BuildControls();
     const MessageTable& messages = session_.Svc().Messages;
-    drawArea_ = new CKs_DrawArea(app_, messages, fonts_, this);
-    partsInfo_ = new CKs_PartsInfo(app_, messages, fonts_, drawArea_->Drawing(), this);
-    partsView_ = new CKs_PartsView(app_, messages, fonts_, this);
-    partsAll_ = new CKs_PartsAllDlg(app_, messages, fonts_, *drawArea_, this);
+    drawArea_ = new CKs_DrawArea(app_, shown_, messages, fonts_, this);
+    partsInfo_ = new CKs_PartsInfo(app_, shown_, messages, fonts_, drawArea_->Drawing(), this);
+    partsView_ = new CKs_PartsView(app_, shown_, messages, fonts_, this);
+    partsAll_ = new CKs_PartsAllDlg(app_, shown_, messages, fonts_, *drawArea_, this);
     partsAll_->SetSortKey(sortkey::kSeqUp);
     ConnectCommands();
     ConnectPartsAll();
@@ -176,16 +180,16 @@ void CKestoDlg::EndDialog(int code) {
 // one, and again after every resize.
 void CKestoDlg::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    if (app_.LayoutState == layout::kNeverShown) {
-        app_.LayoutState = layout::kDue;
+    if (shown_.LayoutState == layout::kNeverShown) {
+        shown_.LayoutState = layout::kDue;
         ApplyLayout();
     }
 }
 
 void CKestoDlg::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
-    if (app_.LayoutState != layout::kNeverShown) {
-        app_.LayoutState = layout::kDue;
+    if (shown_.LayoutState != layout::kNeverShown) {
+        shown_.LayoutState = layout::kDue;
         RequestLayout();
     }
 }
@@ -199,15 +203,15 @@ void CKestoDlg::RequestLayout() {
 
 void CKestoDlg::ApplyLayout() {
     layoutQueued_ = false;
-    if (app_.LayoutState == layout::kNeverShown)
+    if (shown_.LayoutState == layout::kNeverShown)
         return;
     LayoutPass();
     // The images were made anew at the panels' new sizes: everything is drawn again.
     drawArea_->Refresh();
     RepaintPanels();
     DrawHitDisplay();
-    if (app_.LayoutState == layout::kDue)
-        app_.LayoutState = layout::kLaidOut;
+    if (shown_.LayoutState == layout::kDue)
+        shown_.LayoutState = layout::kLaidOut;
     update();
 }
 

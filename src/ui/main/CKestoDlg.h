@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDialog>
+#include <array>
 #include <map>
 #include <memory>
 #include <optional>
@@ -89,6 +90,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
 
     QWidget* Control(ControlId id) const;
     CKestoApp& App() { return app_; }
+    ViewState& Shown() { return shown_; }
     CKs_DrawArea* DrawArea() const { return drawArea_; }
     CKs_PartsInfo* PartsInfoPanel() const { return partsInfo_; }
     CKs_PartsView* PartsViewPanel() const { return partsView_; }
@@ -151,6 +153,11 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
 
     JobSession& session_;
     CKestoApp& app_;
+    ViewState& shown_;  // the session's view state: what this window shows
+    // The arrangement toggle's two captions ("B-NEST-A" for IsDirect 0, "B-NEST-D" otherwise):
+    // font numbers and texts, read by the first layout.
+    std::array<int32_t, 2> nestCaptionFonts_{1, 1};
+    std::array<std::string, 2> nestCaptionTexts_;
     const FontTable& fonts_;
     std::map<ControlId, QWidget*> controls_;
     QComboBox* palletSelect_ = nullptr;

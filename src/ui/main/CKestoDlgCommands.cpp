@@ -24,9 +24,9 @@ std::optional<int32_t> CKestoDlg::SelectedSeq(const QListWidget* list) const {
 }
 
 void CKestoDlg::CommonRefresh() {
-    FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
-    FillTorioki(app_.CurrentKoutei);
-    FillAllParts(app_.CurrentKoutei);
+    FillSmallBox(shown_.CurrentKoutei, shown_.CurrentBox);
+    FillTorioki(shown_.CurrentKoutei);
+    FillAllParts(shown_.CurrentKoutei);
 }
 
 void CKestoDlg::RepaintPanels() {
@@ -42,7 +42,7 @@ void CKestoDlg::DrawHitDisplay() {
 bool CKestoDlg::RefusedForBand() {
     if (drawArea_->Drawing().BandActive == 0)
         return false;
-    app_.ShowKaku(session_.Svc().Op, kaku::kBandSelectionActive, kaku::kNone);
+    session_.Svc().Op.AskKaku(kaku::kBandSelectionActive, kaku::kNone);
     return true;
 }
 
@@ -50,10 +50,10 @@ void CKestoDlg::OnSelectKoutei() {
     const int row = schedule_->currentRow();
     if (row < 0)
         return;
-    app_.CurrentKoutei = row + 1;
-    FillAllParts(app_.CurrentKoutei);
-    FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
-    FillTorioki(app_.CurrentKoutei);
+    shown_.CurrentKoutei = row + 1;
+    FillAllParts(shown_.CurrentKoutei);
+    FillSmallBox(shown_.CurrentKoutei, shown_.CurrentBox);
+    FillTorioki(shown_.CurrentKoutei);
     partsView_->ShowSize(kNoPartSize, kNoPartSize);
     drawArea_->Refresh();
     RefreshPartsAll();
@@ -64,8 +64,8 @@ void CKestoDlg::OnSelectKoutei() {
 void CKestoDlg::OnSelectSmallBox(int k) {
     for (int i = 1; i <= SmallBoxPages::kPerPage; ++i)
         SetChecked(kBoxButtons[i - 1], i == k);
-    app_.CurrentBox = SmallBoxCode(boxPages_.BoxOnButton(k));
-    FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
+    shown_.CurrentBox = SmallBoxCode(boxPages_.BoxOnButton(k));
+    FillSmallBox(shown_.CurrentKoutei, shown_.CurrentBox);
 }
 
 void CKestoDlg::OnBoxPage(int direction) {
@@ -99,23 +99,23 @@ void CKestoDlg::OnSelectTorioki() {
 }
 
 void CKestoDlg::OnPalletSelect() {
-    app_.CurrentPallet = palletSelect_->currentIndex() + 1;
+    shown_.CurrentPallet = palletSelect_->currentIndex() + 1;
     drawArea_->Refresh();
     RefreshPartsAll();
 }
 
 void CKestoDlg::OnGrid() {
-    app_.GridFlag = static_cast<QPushButton*>(Control(kGridToggle))->isChecked() ? 1 : 0;
+    shown_.GridFlag = static_cast<QPushButton*>(Control(kGridToggle))->isChecked() ? 1 : 0;
     drawArea_->Refresh();
 }
 
 void CKestoDlg::On3D() {
-    app_.Is3D = app_.Is3D == 0 ? 1 : 0;
+    shown_.Is3D = shown_.Is3D == 0 ? 1 : 0;
     drawArea_->Refresh();
 }
 
 void CKestoDlg::OnHit(int byBlock) {
-    app_.HitByBlock = byBlock;
+    shown_.HitByBlock = byBlock;
     SetChecked(kHitByBlock, byBlock == 1);
     SetChecked(kHitSingle, byBlock == 0);
 }
@@ -127,14 +127,14 @@ void CKestoDlg::OnView(int mode) {
         return;
     if (mode == view::kFlat) {
         partsAll_->Place(partsall::kHidden);
-        app_.PartsAllState = partsall::kHidden;
-    } else if (app_.PartsAllState == partsall::kShown) {
+        shown_.PartsAllState = partsall::kHidden;
+    } else if (shown_.PartsAllState == partsall::kShown) {
         partsAll_->Place(partsall::kHidden);
     }
-    app_.PalletMode = mode;
+    shown_.PalletMode = mode;
     drawArea_->Refresh();
     DrawHitDisplay();
-    if (mode != view::kFlat && app_.PartsAllState == partsall::kShown)
+    if (mode != view::kFlat && shown_.PartsAllState == partsall::kShown)
         partsAll_->Place(partsall::kShown);
     RefreshPartsAll();
 }
@@ -152,12 +152,12 @@ void CKestoDlg::OnDirect() {
         app_.IsDirect = 1;
     }
     const size_t slot = app_.IsDirect != 0 ? 1 : 0;
-    SetCaption(Control(kNestToggle), app_.NestCaptionFonts[slot], app_.NestCaptionTexts[slot]);
-    OnView(app_.PalletMode);
+    SetCaption(Control(kNestToggle), nestCaptionFonts_[slot], nestCaptionTexts_[slot]);
+    OnView(shown_.PalletMode);
 }
 
 void CKestoDlg::OnBlockDraw() {
-    app_.IsBlockDraw = app_.IsBlockDraw == 0 ? 1 : 0;
+    shown_.IsBlockDraw = shown_.IsBlockDraw == 0 ? 1 : 0;
     drawArea_->Refresh();
     // With outlines shown the highlight is drawn even without a pick.
     if (drawArea_->Drawing().Picked != nullptr || app_.IsDirect == 1)
@@ -168,17 +168,17 @@ void CKestoDlg::OnInfo() {
     if (RefusedForBand())
         return;
     const int32_t state =
-        app_.PartsAllState == partsall::kHidden ? partsall::kShown : partsall::kHidden;
+        shown_.PartsAllState == partsall::kHidden ? partsall::kShown : partsall::kHidden;
     partsAll_->Place(state);
-    app_.PartsAllState = state;
-    if (app_.PartsAllState == partsall::kHidden) {
+    shown_.PartsAllState = state;
+    if (shown_.PartsAllState == partsall::kHidden) {
         RepaintPanels();
         DrawHitDisplay();
     }
 }
 
 void CKestoDlg::ForgetJob() {
-    drawArea_->ResetSelection();
+    drawArea_->Drawing().ForgetJob();
     const QSignalBlocker block(allParts_);
     allParts_->clearSelection();
 }

@@ -45,8 +45,8 @@ void CKestoDlg::OnLeft() {
     if (!change.Changed)
         return;
     // The lists the stacks left and joined; the small boxes and the part view stay as they are.
-    FillAllParts(app_.CurrentKoutei);
-    FillTorioki(app_.CurrentKoutei);
+    FillAllParts(shown_.CurrentKoutei);
+    FillTorioki(shown_.CurrentKoutei);
     drawArea_->Refresh();
     RefreshPartsAll();
     // Nothing is picked any more: the information panel no longer describes the stacks.
@@ -71,8 +71,8 @@ void CKestoDlg::OnMaiChg() {
         return;
     int count = -1;
     {
-        CKs_MaiDlg dialog(app_, session_.Svc().Messages, fonts_, session_.Svc().Op, *drawing.Picked,
-                          drawing.ViewPallet.MaxStackHeight, this);
+        CKs_MaiDlg dialog(app_, shown_, session_.Svc().Messages, fonts_, session_.Svc().Op,
+                          *drawing.Picked, drawing.ViewPallet.MaxStackHeight, this);
         count = dialog.Run();
     }
     RepaintPanels();

@@ -53,8 +53,8 @@ void CKestoDlg::LabelPass() {
             SetCaption(Control(entry.Id), value.Font, value.Text);
         if (i == kNestAIndex || i == kNestDIndex) {
             const size_t slot = i == kNestAIndex ? 0 : 1;
-            app_.NestCaptionFonts[slot] = value.Font;
-            app_.NestCaptionTexts[slot] = value.Text.substr(0, 31);
+            nestCaptionFonts_[slot] = value.Font;
+            nestCaptionTexts_[slot] = value.Text.substr(0, 31);
         }
     }
 }
@@ -64,7 +64,7 @@ void CKestoDlg::TitlePass() {
 }
 
 void CKestoDlg::LayoutPass() {
-    if (app_.LayoutState == layout::kNeverShown)
+    if (shown_.LayoutState == layout::kNeverShown)
         return;
     LabelPass();
     UpdateBoxButtons();
@@ -74,15 +74,15 @@ void CKestoDlg::LayoutPass() {
             control->setGeometry(r.X, r.Y, r.Width, r.Height);
     }
     const size_t slot = app_.IsDirect != 0 ? 1 : 0;
-    SetCaption(Control(kNestToggle), app_.NestCaptionFonts[slot], app_.NestCaptionTexts[slot]);
-    app_.AreaPlacement = layout.AreaPlacement;
-    app_.InfoPlacement = layout.InfoPlacement;
-    app_.ViewPlacement = layout.ViewPlacement;
+    SetCaption(Control(kNestToggle), nestCaptionFonts_[slot], nestCaptionTexts_[slot]);
+    shown_.AreaPlacement = layout.AreaPlacement;
+    shown_.InfoPlacement = layout.InfoPlacement;
+    shown_.ViewPlacement = layout.ViewPlacement;
     drawArea_->PlaceArea();
     partsInfo_->PlacePanel();
     partsView_->PlacePanel();
-    if (app_.PartsAllState != partsall::kHidden)
-        partsAll_->Place(app_.PartsAllState);
+    if (shown_.PartsAllState != partsall::kHidden)
+        partsAll_->Place(shown_.PartsAllState);
 }
 
 }  // namespace kesto

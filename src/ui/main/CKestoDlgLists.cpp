@@ -104,8 +104,8 @@ void CKestoDlg::UpdateBoxButtons() {
         Control(id)->setEnabled(boxPages_.Defined(app_.BoxFlags, k));
         if (k == 1) {
             SetChecked(id, true);
-            app_.CurrentBox = SmallBoxCode(n);
-            FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
+            shown_.CurrentBox = SmallBoxCode(n);
+            FillSmallBox(shown_.CurrentKoutei, shown_.CurrentBox);
         }
     }
 }
@@ -124,7 +124,7 @@ void CKestoDlg::ResetToggles() {
     SetChecked(kBoxButton3, false);
     SetChecked(kGridToggle, true);
     SetChecked(kNestToggle, true);
-    SetChecked(kBlockDrawToggle, app_.IsBlockDraw != 0);
+    SetChecked(kBlockDrawToggle, shown_.IsBlockDraw != 0);
     SetChecked(k3DToggle, false);
 }
 
@@ -138,14 +138,14 @@ void CKestoDlg::ShowResetJob() {
     ResetToggles();
     FillSchedule();
     SelectScheduleRow(0);
-    FillAllParts(app_.CurrentKoutei);
-    FillSmallBox(app_.CurrentKoutei, app_.CurrentBox);
+    FillAllParts(shown_.CurrentKoutei);
+    FillSmallBox(shown_.CurrentKoutei, shown_.CurrentBox);
     FillPalletSelect();
 }
 
 void CKestoDlg::ShowPlacedJob() {
-    FillAllParts(app_.CurrentKoutei);
-    FillTorioki(app_.CurrentKoutei);
+    FillAllParts(shown_.CurrentKoutei);
+    FillTorioki(shown_.CurrentKoutei);
 }
 
 }  // namespace kesto

@@ -38,7 +38,7 @@ void CKestoDlg::OnAllPartsSelect() {
 }
 
 void CKestoDlg::RefreshPartsAll() {
-    partsAll_->Fill(app_.CurrentKoutei);
+    partsAll_->Fill(shown_.CurrentKoutei);
 }
 
 }  // namespace kesto
