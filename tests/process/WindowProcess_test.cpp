@@ -13,8 +13,8 @@
 #include "JobGenerator.h"
 #include "common/TestFiles.h"
 #include "common/XDisplay.h"
-#include "view/MainLayout.h"
 #include "view/Colours.h"
+#include "view/MainLayout.h"
 
 namespace kesto {
 namespace {

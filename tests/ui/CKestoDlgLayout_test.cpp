@@ -15,8 +15,8 @@
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
-#include "view/Controls.h"
 #include "ui/main/ExtentList.h"
+#include "view/Controls.h"
 #include "view/MainLayout.h"
 
 namespace kesto {
