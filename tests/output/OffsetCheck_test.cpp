@@ -30,7 +30,8 @@ class OffsetCheck : public OutputTest {
         part.SizeX = 100;
         part.SizeY = 100;
         part.SensitiveSides = text4;
-        AddStack(part, AddBlock(1, 1), 1, x, y);
+        AddStack(*app_, part,
+                 {.Block = AddBlock(1, 1), .Pieces = 1, .X = x, .Y = y, .CountOnPart = true});
     }
     int Check() { return FileSave().CheckOffsets(); }
 };

@@ -498,8 +498,12 @@ class PinnedRuleTest : public EditTest {};
 TEST_F(PinnedRuleTest, FreeMoveMayDropAStackOntoAnother) {
     PartsInfo& pa = Part(100, 50, 1);
     PartsInfo& pb = Part(100, 50, 1);
-    HaichiInfo& a = Stack(pa, 0, 990, 10, 1);
-    Stack(pb, 3, 680, 10, 1);
+    HaichiInfo& a = AddStack(
+        app, pa,
+        {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin, .CountOnPart = true});
+    AddStack(
+        app, pb,
+        {.Block = 3, .Pieces = 1, .X = 680, .Y = 10, .Corner = kCornerMaxMin, .CountOnPart = true});
     Show();
     app.IsDirect = 1;
     // Dropped with its rectangle at (620, 808)-(720, 858): X = 990 + (720 - 730) + 690 - 990.

@@ -14,6 +14,7 @@
 namespace kesto {
 namespace {
 
+using test::AddStack;
 using test::ViewJob;
 
 void ExpectFill(const Primitive& p, const IntRect& r, Rgb fill, Rgb pen = colour::kPartPen) {
@@ -103,11 +104,18 @@ class FlatParts : public ::testing::Test {
         drawing.Refresh(setUp);
     }
     HaichiInfo& Bracket(int32_t pieces = 7) {
-        return job.AddStack(*bracket, pieces, block, 350.2, 30.5);
+        return AddStack(job.app, *bracket,
+                        {.Block = block, .Pieces = pieces, .X = 350.2, .Y = 30.5});
     }
-    HaichiInfo& Rail(int32_t pieces = 4) { return job.AddStack(*rail, pieces, block, 420.1, 90.3); }
-    HaichiInfo& BracketFar() { return job.AddStack(*bracket, 2, block, 900.6, 600.4); }
-    HaichiInfo& Small() { return job.AddStack(*small, 12, block, 700.4, 300.8); }
+    HaichiInfo& Rail(int32_t pieces = 4) {
+        return AddStack(job.app, *rail, {.Block = block, .Pieces = pieces, .X = 420.1, .Y = 90.3});
+    }
+    HaichiInfo& BracketFar() {
+        return AddStack(job.app, *bracket, {.Block = block, .Pieces = 2, .X = 900.6, .Y = 600.4});
+    }
+    HaichiInfo& Small() {
+        return AddStack(job.app, *small, {.Block = block, .Pieces = 12, .X = 700.4, .Y = 300.8});
+    }
 
     ViewJob job;
     PalletDrawing drawing{job.app, job.messages};
@@ -135,7 +143,9 @@ TEST_F(FlatParts, ScreenRectsOfTheStacks) {
 TEST_F(FlatParts, ModeZeroFillsEveryStackAndLabelsIt) {
     Bracket();
     Rail();
-    job.AddStack(*bracket, 5, otherPallet, 350.2, 30.5);  // pallet 2: not on the view
+    AddStack(
+        job.app, *bracket,
+        {.Block = otherPallet, .Pieces = 5, .X = 350.2, .Y = 30.5});  // pallet 2: not on the view
     Small();
     LayOut();
     drawing.DrawParts(canvas, drawmode::kAll);
@@ -223,7 +233,7 @@ class PartLabels : public FlatParts {
     void SetUp() override {
         FlatParts::SetUp();
         PartsInfo& ab = job.AddPart("AB", 10, 10);
-        record = &job.AddStack(ab, 5, block, 100, 100);
+        record = &AddStack(job.app, ab, {.Block = block, .Pieces = 5, .X = 100, .Y = 100});
     }
     std::vector<Primitive> Label(const IntRect& r, int32_t font) {
         DisplayList list;
@@ -594,9 +604,12 @@ TEST(CrossSection, BarsAreDrawnFromTheBackToTheFront) {
     back.PieceHeight = 3.2;
     PartsInfo& mid = job.AddPart("MID", 150.6, 120.5, "1000");
     mid.PieceHeight = 5.5;
-    job.AddStack(front, 9, block, 400.3, 50.2);   // back edge 150.6
-    job.AddStack(back, 40, block, 900.7, 500.9);  // back edge 701.2
-    job.AddStack(mid, 31, block, 1100.1, 300.4);  // back edge 420.9
+    AddStack(job.app, front,
+             {.Block = block, .Pieces = 9, .X = 400.3, .Y = 50.2});  // back edge 150.6
+    AddStack(job.app, back,
+             {.Block = block, .Pieces = 40, .X = 900.7, .Y = 500.9});  // back edge 701.2
+    AddStack(job.app, mid,
+             {.Block = block, .Pieces = 31, .X = 1100.1, .Y = 300.4});  // back edge 420.9
     PalletDrawing drawing(job.app, job.messages);
     DisplayList canvas;
     drawing.Refresh(canvas);
@@ -627,7 +640,7 @@ TEST(CrossSection, OnlyModeZeroDrawsTheBars) {
     const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
     PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
     back.PieceHeight = 3.2;
-    job.AddStack(back, 40, block, 900.7, 500.9);
+    AddStack(job.app, back, {.Block = block, .Pieces = 40, .X = 900.7, .Y = 500.9});
     PalletDrawing drawing(job.app, job.messages);
     DisplayList setUp;
     drawing.Refresh(setUp);
@@ -647,8 +660,10 @@ TEST(CrossSection, TwoPalletBarsOfTheSecondSlotAreShiftedAndTiesKeepListOrder) {
     job.app.PalletCount = 2;
     PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
     back.PieceHeight = 3.2;
-    job.AddStack(back, 40, job.AddBlock(1, 2, 0, 0, 1250, 815), 900.9, 500.9);
-    job.AddStack(back, 40, job.AddBlock(1, 1, 0, 0, 1250, 815), 900.9, 500.9);
+    AddStack(job.app, back,
+             {.Block = job.AddBlock(1, 2, 0, 0, 1250, 815), .Pieces = 40, .X = 900.9, .Y = 500.9});
+    AddStack(job.app, back,
+             {.Block = job.AddBlock(1, 1, 0, 0, 1250, 815), .Pieces = 40, .X = 900.9, .Y = 500.9});
     PalletDrawing drawing(job.app, job.messages);
     DisplayList canvas;
     drawing.Refresh(canvas);
@@ -675,7 +690,9 @@ TEST(FourPalletParts, ThePalletOfASlotNumberBeyondTheCountIsNotDrawn) {
     job.app.CurrentPallet = 2;
     PartsInfo& shelf = job.AddPart("SHELF", 287.4, 158.6);
     for (int32_t p = 1; p <= 4; ++p)
-        job.AddStack(shelf, 3, job.AddBlock(1, p, 0, 0, 1250, 815), 612.5, 203.3);
+        AddStack(
+            job.app, shelf,
+            {.Block = job.AddBlock(1, p, 0, 0, 1250, 815), .Pieces = 3, .X = 612.5, .Y = 203.3});
     PalletDrawing drawing(job.app, job.messages);
     DisplayList setUp;
     drawing.Refresh(setUp);

@@ -13,6 +13,7 @@
 namespace kesto {
 namespace {
 
+using test::AddStack;
 using test::ViewJob;
 
 constexpr int32_t kFlat = 0;
@@ -593,7 +594,9 @@ class ScreenRects : public Layout {
         otherProcessBlock = job.AddBlock(2, 1, 0, 0, 1250, 815);
         drawing.Refresh(canvas);
     }
-    HaichiInfo& StackOn(int32_t block) { return job.AddStack(*part, 3, block, 612.5, 203.3); }
+    HaichiInfo& StackOn(int32_t block) {
+        return AddStack(job.app, *part, {.Block = block, .Pieces = 3, .X = 612.5, .Y = 203.3});
+    }
 
     PartsInfo* part = nullptr;
     std::array<int32_t, 5> blockOf{};
