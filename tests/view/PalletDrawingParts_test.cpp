@@ -3,7 +3,11 @@
 // pixels are worked out by hand from the projection and the drawing rules.
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "common/RecordingCanvasQueries.h"
 #include "view/Colours.h"
@@ -243,50 +247,65 @@ class PartLabels : public FlatParts {
     HaichiInfo* record = nullptr;
 };
 
-TEST_F(PartLabels, TwoLinesNeedMoreThanTwoAndAHalfFontHeightsAndRoomForTheName) {
+// A part's label in a rectangle with a font: the lines it draws (text and rectangle), none
+// when the label is skipped.
+struct LabelCase {
+    const char* Name{};
+    IntRect Rect{};
+    int32_t Font{};
+    std::vector<std::pair<std::string, IntRect>> Lines{};
+};
+
+// Names the case in the test's name and in failures.
+void PrintTo(const LabelCase& c, std::ostream* out) {
+    *out << c.Name;
+}
+
+const LabelCase kLabelCases[] = {
+    // Two lines need more than two and a half font heights and room for the name.
     // fh 20: two lines when ht > 50 and w > 2 * 20 / 2 = 20. mid = 451/2 = 225:
     // name at 225 - 20 - 5 = 200, count at 225 + 5 = 230.
-    auto items = Label({100, 200, 121, 251}, 3);
-    ASSERT_EQ(2u, items.size());
-    ExpectLabel(items[0], "AB", {100, 200, 121, 251}, 3);
-    ExpectLabel(items[1], "5", {100, 230, 121, 251}, 3);
+    {"TwoLinesWhenTallAndWideEnough",
+     {100, 200, 121, 251},
+     3,
+     {{"AB", {100, 200, 121, 251}}, {"5", {100, 230, 121, 251}}}},
     // w = 20 is not wider than the name: count only at (200 + 5 + 251)/2 - 10 = 218.
-    items = Label({100, 200, 120, 251}, 3);
-    ASSERT_EQ(1u, items.size());
-    ExpectLabel(items[0], "5", {100, 218, 120, 251}, 3);
+    {"CountOnlyWhenNoWiderThanTheName", {100, 200, 120, 251}, 3, {{"5", {100, 218, 120, 251}}}},
     // ht = 50 is not more than 50: count only at (200 + 5 + 250)/2 - 10 = 217.
-    items = Label({100, 200, 121, 250}, 3);
-    ASSERT_EQ(1u, items.size());
-    ExpectLabel(items[0], "5", {100, 217, 121, 250}, 3);
-}
-
-TEST_F(PartLabels, TheTwoAndAHalfHeightLimitIsTruncated) {
+    {"CountOnlyWhenNotTallerThanTwoAndAHalfFontHeights",
+     {100, 200, 121, 250},
+     3,
+     {{"5", {100, 217, 121, 250}}}},
+    // The two and a half height limit is truncated.
     // fh 15: trunc(37.5) = 37. ht 38: two lines, mid 19, name at 19 - 15 - 3 = 1, count at 22.
-    auto items = Label({0, 0, 100, 38}, 4);
-    ASSERT_EQ(2u, items.size());
-    ExpectLabel(items[0], "AB", {0, 1, 100, 38}, 4);
-    ExpectLabel(items[1], "5", {0, 22, 100, 38}, 4);
+    {"TwoLinesAboveTheTruncatedLimit",
+     {0, 0, 100, 38},
+     4,
+     {{"AB", {0, 1, 100, 38}}, {"5", {0, 22, 100, 38}}}},
     // ht 37: count only at (0 + 3 + 37)/2 - 7 = 13.
-    items = Label({0, 0, 100, 37}, 4);
-    ASSERT_EQ(1u, items.size());
-    ExpectLabel(items[0], "5", {0, 13, 100, 37}, 4);
-}
-
-TEST_F(PartLabels, ACountThatWouldOverflowTheRectangleMovesUp) {
+    {"CountOnlyAtTheTruncatedLimit", {0, 0, 100, 37}, 4, {{"5", {0, 13, 100, 37}}}},
+    // A count that would overflow the rectangle moves up.
     // fh 20, ht 22: yt = (200 + 5 + 222)/2 - 10 = 203; 223 > 222, e = (22 - 20)/2 = 1:
     // yt = 200 - 1 = 199.
-    auto items = Label({100, 200, 160, 222}, 3);
-    ASSERT_EQ(1u, items.size());
-    ExpectLabel(items[0], "5", {100, 199, 160, 222}, 3);
+    {"OverflowingCountMovesUp", {100, 200, 160, 222}, 3, {{"5", {100, 199, 160, 222}}}},
     // ht 10: yt = 207 - 10 = 197; 217 > 210, e = (10 - 20)/2 = -5 < 0: yt = top = 200.
-    items = Label({100, 200, 160, 210}, 3);
-    ASSERT_EQ(1u, items.size());
-    ExpectLabel(items[0], "5", {100, 200, 160, 210}, 3);
+    {"OverflowingCountStopsAtTheTop", {100, 200, 160, 210}, 3, {{"5", {100, 200, 160, 210}}}},
+    // An undefined font skips the label.
+    {"UndefinedFontSkipsTheLabel", {100, 200, 160, 300}, 0, {}},
+};
+
+class PartLabelCases : public PartLabels, public ::testing::WithParamInterface<LabelCase> {};
+
+TEST_P(PartLabelCases, DrawsTheNameAndTheCountWhereTheyFit) {
+    const LabelCase& c = GetParam();
+    const auto items = Label(c.Rect, c.Font);
+    ASSERT_EQ(c.Lines.size(), items.size());
+    for (size_t i = 0; i < items.size(); ++i)
+        ExpectLabel(items[i], c.Lines[i].first, c.Lines[i].second, c.Font);
 }
 
-TEST_F(PartLabels, AnUndefinedFontSkipsTheLabel) {
-    EXPECT_TRUE(Label({100, 200, 160, 300}, 0).empty());
-}
+INSTANTIATE_TEST_SUITE_P(Labels, PartLabelCases, ::testing::ValuesIn(kLabelCases),
+                         [](const auto& tested) { return std::string(tested.param.Name); });
 
 // --- hit test and rubber band ---------------------------------------------------------------
 
