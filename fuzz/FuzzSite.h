@@ -42,6 +42,7 @@ class FuzzSite {
     // A folder of this process under the temporary folder, for a fuzzer's one site.
     static std::filesystem::path ProcessFolder();
 
+    const std::filesystem::path& Folder() const { return folder_; }
     std::string Path(const std::string& relative) const;
     // Writes the bytes as they stand at relative, making its folders.
     void Write(const std::string& relative, const uint8_t* data, size_t size) const;

@@ -5,6 +5,7 @@
 
 #include "app/InputReaders.h"
 #include "cli/BatchRun.h"
+#include "common/MiniInstallation.h"
 #include "session/JobSession.h"
 #include "support/SetupList.h"
 
@@ -12,41 +13,12 @@ namespace kesto::fuzz {
 
 namespace {
 
-// A small installation whose job places well: one pallet type, a box, three parts in one
-// process. The placement harness puts its input beside it as the save file.
-constexpr const char* kSetupList =
-    "#File\n"
-    "IEJ : job/job.txt\n"
-    "IEK : out/result.csv\n"
-    "IEL : out/haichi.csv\n"
-    "MSG : ./\n"
-    "#End\n";
-constexpr const char* kSettings =
-    "[FontDefine]\n"
-    "FontSet1=-12,0,0,0,Sans\n"
-    "[KakuDlg]\n"
-    "TitleName=1,Kesto\n"
-    "Msg001=1,\"No pallet for a process\"\n"
-    "Msg008=1,\"Parts left short\"\n"
-    "Msg209=1,\"A stack lies beyond the offset limit\"\n"
-    "[PalletSelect]\n"
-    "PalletInfo=2,P\n";
-constexpr const char* kPallets =
-    "P1,PAL-A,0,0,1000,800,500,10,10,300,200,10,10,3,3,5,5,Pallet A\n"
-    "B1\n";
-constexpr const char* kJob =
-    "#BoxInfo\n"
-    "PAL,0,1,0,2000,0,2000\n"
-    "SB1,100,2,0,500,0,500\n"
-    "#End\n"
-    "#KouteiInfo\n"
-    "1,CUT,PAL-A\n"
-    "#End\n"
-    "#PartsInfo\n"
-    "A001,1,Bracket,BRK-1,250,150,1,8,0,0,4,,,2,G01,0000,,0,,K001,10\n"
-    "A002,1,Plate,PLT-2,280,180,10,3,0,0,0,,,2,G01,0000,,0,,K002,5\n"
-    "A003,1,Clip,CLP-3,40,30,11,20,100,0,0,,,1,G02,0000,,0,,K003,1\n"
-    "#End\n";
+// The tests' small installation, whose job places well: one pallet type, a box, three parts in
+// one process. The placement harness puts its input beside it as the save file.
+const test::MiniInstallation& Installation() {
+    static const test::MiniInstallation files;
+    return files;
+}
 
 // The arguments of a process: the bytes split at NUL (an argument cannot hold one).
 std::vector<std::string> Arguments(const uint8_t* data, size_t size) {
@@ -75,7 +47,7 @@ int FuzzPalletFile(FuzzSite& site, const uint8_t* data, size_t size) {
 int FuzzJobFile(FuzzSite& site, const uint8_t* data, size_t size) {
     if (NamesMachineFile(data, size))
         return -1;
-    site.Write("bin/Ks_Setup.ini", kSetupList);
+    site.Write("bin/Ks_Setup.ini", Installation().SetupList);
     site.Write("job/job.txt", data, size);
     MessageTable messages;
     CKestoApp app;
@@ -96,7 +68,7 @@ int FuzzOutlineFile(FuzzSite& site, const uint8_t* data, size_t size) {
 }
 
 int FuzzMessageFile(FuzzSite& site, const uint8_t* data, size_t size) {
-    site.Write("bin/Ks_Setup.ini", kSetupList);
+    site.Write("bin/Ks_Setup.ini", Installation().SetupList);
     site.Write("Kesto.ini", data, size);
     MessageTable messages;
     const Services services = site.Make(messages);
@@ -135,15 +107,12 @@ int FuzzCommandLine(FuzzSite& /*site*/, const uint8_t* data, size_t size) {
 }
 
 int FuzzPlacementFile(FuzzSite& site, const uint8_t* data, size_t size) {
-    site.Write("bin/Ks_Setup.ini", kSetupList);
-    site.Write("Kesto.ini", kSettings);
-    site.Write("pallet/pallets.txt", kPallets);
-    site.Write("job/job.txt", kJob);
+    Installation().Write(site.Folder());
     site.Write("out/haichi.csv", data, size);
     MessageTable messages;
     ViewState shown;
     JobSession session(site.Make(messages),
-                       "kesto " + site.Path("pallet/pallets.txt") + " 0 0 0 0 1", shown);
+                       "kesto " + site.Path(Installation().PalletFile) + " 0 0 0 0 1", shown);
     if (!session.StartUp())
         return -1;
     session.Init();

@@ -15,6 +15,7 @@
 #include "cli/ProgramRun.h"
 #include "common/E2eCases.h"
 #include "common/MiniInstallation.h"
+#include "common/TestFiles.h"
 
 namespace kesto {
 namespace {
@@ -142,7 +143,7 @@ TEST(BatchWithoutPicture, LoadsNoQtLibrary) {
     GTEST_SKIP() << "Windows' loader does not report what it maps (no LD_DEBUG)";
 #else
     TempFolder folder;
-    MiniInstallation().Write(folder);
+    MiniInstallation().Write(folder.Path());
     const std::string report = LoaderReport(folder, "--answer ok");
     // The loader did report: the C library is always there.
     ASSERT_NE(report.find("libc.so"), std::string::npos) << report;

@@ -5,10 +5,13 @@
 #include <sstream>
 #include <utility>
 
+#include "common/StackFields.h"
 #include "common/TestFiles.h"
 
 namespace kesto {
 namespace {
+
+using test::AddStack;
 
 // A job with one pallet, one process and two parts, one of them placed in two stacks.
 class BatchReportTest : public ::testing::Test {
@@ -36,8 +39,20 @@ class BatchReportTest : public ::testing::Test {
         app_->BlocksCount = 2;
         app_->Blocks[0] = {1, 1, 0, 0, 300, 200};
         app_->Blocks[1] = {1, 2, 0, 0, 300, 200};
-        AddStack(0, 3, 300, 0);
-        AddStack(1, 2, 300, 50);
+        AddStack(*app_, *bracket_,
+                 {.Block = 0,
+                  .Pieces = 3,
+                  .X = 300,
+                  .Y = 0,
+                  .Corner = kCornerMaxMin,
+                  .CountOnPart = true});
+        AddStack(*app_, *bracket_,
+                 {.Block = 1,
+                  .Pieces = 2,
+                  .X = 300,
+                  .Y = 50,
+                  .Corner = kCornerMaxMin,
+                  .CountOnPart = true});
     }
 
     PartsInfo& AddPart(int seq, const char* code, int quantity) {
@@ -50,17 +65,6 @@ class BatchReportTest : public ::testing::Test {
         p.Quantity = quantity;
         app_->PartsList.Count++;
         return p;
-    }
-
-    void AddStack(int block, int pieces, double x, double y) {
-        HaichiInfo* h = app_->AddHaichiInfo();
-        h->Part = bracket_;
-        h->BlockIndex = block;
-        h->Pieces = pieces;
-        h->Corner = 4;
-        h->X = x;
-        h->Y = y;
-        bracket_->PiecesPlaced += pieces;
     }
 
     test::TempFolder folder_;

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "common/MiniInstallation.h"
+#include "common/TestFiles.h"
 #include "common/TestServices.h"
 #include "support/Paths.h"
 
@@ -69,14 +70,14 @@ TEST(BatchUsage, NamesHelpAndVersion) {
 TEST(RunBatch, MissingSettingsFileEndsWith9001) {
     TempFolder folder;
     MiniInstallation inst;
-    inst.Write(folder);
+    inst.Write(folder.Path());
     std::filesystem::remove(folder / "Kesto.ini");
     EXPECT_EQ(RunJob(folder, Tokens(folder), OkCancel::Ok), 9001);
 }
 
 TEST(RunBatch, MissingPalletFileEndsWith9020) {
     TempFolder folder;
-    MiniInstallation().Write(folder);
+    MiniInstallation().Write(folder.Path());
     EXPECT_EQ(RunJob(folder, {folder / "pallet/none.txt", "0", "0", "0", "0", "1"}, OkCancel::Ok),
               9020);
     EXPECT_EQ(RunJob(folder, {}, OkCancel::Ok), 9020);
@@ -84,14 +85,14 @@ TEST(RunBatch, MissingPalletFileEndsWith9020) {
 
 TEST(RunBatch, MissingJobFileEndsWith9010) {
     TempFolder folder;
-    MiniInstallation().Write(folder);
+    MiniInstallation().Write(folder.Path());
     std::filesystem::remove(folder / "job/job.txt");
     EXPECT_EQ(RunJob(folder, Tokens(folder), OkCancel::Ok), 9010);
 }
 
 TEST(RunBatch, CompleteJobWritesResultSideAndSaveFiles) {
     TempFolder folder;
-    MiniInstallation().Write(folder);
+    MiniInstallation().Write(folder.Path());
     std::string report;
     ASSERT_EQ(RunJob(folder, Tokens(folder), OkCancel::Ok, &report), 0) << report;
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
@@ -105,7 +106,7 @@ TEST(RunBatch, CompleteJobWritesResultSideAndSaveFiles) {
 
 TEST(RunBatch, CancelAnswerEndsACompleteJobWith100AfterWritingTheFiles) {
     TempFolder folder;
-    MiniInstallation().Write(folder);
+    MiniInstallation().Write(folder.Path());
     std::string report;
     ASSERT_EQ(RunJob(folder, Tokens(folder), OkCancel::Cancel, &report), 100) << report;
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
@@ -121,7 +122,7 @@ TEST(RunBatch, JobCheckFailureEndsWith100AfterWritingTheUnplacedJob) {
     TempFolder folder;
     MiniInstallation inst;
     inst.Pallets = "P1,OTHER,0,0,1000,800,500,10,10,300,200,10,10,3,3,5,5,x\n";
-    inst.Write(folder);
+    inst.Write(folder.Path());
     std::string report;
     EXPECT_EQ(RunJob(folder, Tokens(folder), OkCancel::Ok, &report), 100);
     EXPECT_NE(report.find("message 001"), std::string::npos) << report;
@@ -145,7 +146,7 @@ TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
         "#PartsInfo\n"
         "A001,1,Block,BLK-1,290,190,1,7,0,0,0,,,2,G01,0000,,0,,K001,100\n"
         "#End\n";
-    inst.Write(folder);
+    inst.Write(folder.Path());
     EXPECT_EQ(RunJob(folder, Tokens(folder), OkCancel::Cancel), 100);
     EXPECT_FALSE(std::filesystem::exists(folder / "out/result.csv"));
 }
@@ -153,7 +154,7 @@ TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
 #ifdef _WIN32
 TEST(RunBatch, ResultFileHeldOpenByAnotherProgramEndsWith100And9022KeepingTheOldFile) {
     TempFolder folder;
-    MiniInstallation().Write(folder);
+    MiniInstallation().Write(folder.Path());
     test::WriteFile(folder / "out/result.csv", "old result\n");
     // Another program shows the file and shares neither writing nor deleting.
     const HANDLE other =

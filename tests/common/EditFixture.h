@@ -78,12 +78,6 @@ class EditTest : public SessionTest {
         p.Destination = 0;
         return p;
     }
-    // A stack counted into its part's placed pieces.
-    HaichiInfo& Stack(PartsInfo& p, int block, double x, double y, int32_t value,
-                      uint8_t flag = kCornerMaxMin) {
-        p.PiecesPlaced += value;
-        return job.AddStack(p, block, x, y, value, flag);
-    }
     // The corner marks as the stacks make them, and the picture as the window shows it.
     void Show() {
         CKs_Haichi(app, session.Svc(), shown).RebuildCorners(app.KouteiAt(1), {});
@@ -121,9 +115,27 @@ class TwoPartsTest : public EditTest {
     TwoPartsTest()
         : partA(Part(100, 50, 6)),
           partB(Part(100, 50, 2)),
-          a(Stack(partA, 0, 990, 10, 3)),
-          b(Stack(partB, 3, 680, 10, 2)),
-          a2(Stack(partA, 6, 370, 10, 3)) {
+          a(AddStack(app, partA,
+                     {.Block = 0,
+                      .Pieces = 3,
+                      .X = 990,
+                      .Y = 10,
+                      .Corner = kCornerMaxMin,
+                      .CountOnPart = true})),
+          b(AddStack(app, partB,
+                     {.Block = 3,
+                      .Pieces = 2,
+                      .X = 680,
+                      .Y = 10,
+                      .Corner = kCornerMaxMin,
+                      .CountOnPart = true})),
+          a2(AddStack(app, partA,
+                      {.Block = 6,
+                       .Pieces = 3,
+                       .X = 370,
+                       .Y = 10,
+                       .Corner = kCornerMaxMin,
+                       .CountOnPart = true})) {
         Show();
     }
 

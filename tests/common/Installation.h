@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "common/MiniInstallation.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
 #include "support/Services.h"
@@ -28,10 +29,7 @@ class Installation {
 
     // bin/Ks_Setup.ini with the given "KEY : value" entries.
     void WriteSetupList(const std::vector<std::string>& entries) const {
-        std::string text = "#File\n";
-        for (const std::string& entry : entries)
-            text += entry + "\n";
-        WriteFile(Folder / "bin/Ks_Setup.ini", text + "#End\n");
+        WriteFile(Folder / "bin/Ks_Setup.ini", SetupListText(entries));
     }
     // The usual list: the job in job/job.txt, the settings in the system folder itself.
     void WriteDefaultSetupList() const { WriteSetupList({"IEJ : job/job.txt", "MSG : ./"}); }

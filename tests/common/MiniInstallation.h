@@ -1,12 +1,25 @@
-// A small but complete installation (setup list, settings, pallets, job) for tests that run
-// whole jobs. Each file can be replaced before Write().
+// The one writer of an installation on disk, for the tests and the fuzz harnesses alike: setup
+// list, settings, pallet file, job and any outlines below a system folder. The texts given
+// here make a small but complete job; each text and where it goes can be replaced before
+// Write(). Free of the test framework, as the fuzzers build it too.
 #pragma once
 
+#include <filesystem>
 #include <string>
+#include <utility>
+#include <vector>
 
-#include "common/TestFiles.h"
+#include "common/FileText.h"
 
 namespace kesto::test {
+
+// A setup list naming the given "KEY : value" entries.
+inline std::string SetupListText(const std::vector<std::string>& entries) {
+    std::string text = "#File\n";
+    for (const std::string& entry : entries)
+        text += entry + "\n";
+    return text + "#End\n";
+}
 
 struct MiniInstallation {
     std::string SetupList =
@@ -48,13 +61,24 @@ struct MiniInstallation {
         "A003,1,Clip,CLP-3,40,30,11,20,100,0,0,,,1,G02,0000,,0,,K003,1\n"
         "#End\n";
 
-    // Writes the installation below folder (a host store points the system folder at it).
-    void Write(const TempFolder& folder) const {
-        WriteFile(folder / "bin/Ks_Setup.ini", SetupList);
-        WriteFile(folder / "Kesto.ini", Settings);
-        WriteFile(folder / "pallet/pallets.txt", Pallets);
-        WriteFile(folder / "job/job.txt", Job);
-        std::filesystem::create_directories(folder.Path() / "out");
+    // Where the settings, the pallet file and the job go, below the system folder; the setup
+    // list is always bin/Ks_Setup.ini.
+    std::string SettingsFile = "Kesto.ini";
+    std::string PalletFile = "pallet/pallets.txt";
+    std::string JobFile = "job/job.txt";
+    // Further files (outlines, a save file): path below the system folder, text.
+    std::vector<std::pair<std::string, std::string>> Others;
+
+    // Writes the installation below root, with an empty out/ for the results (a host store
+    // points the system folder at root).
+    void Write(const std::filesystem::path& root) const {
+        WriteFile(root / "bin/Ks_Setup.ini", SetupList);
+        WriteFile(root / SettingsFile, Settings);
+        WriteFile(root / PalletFile, Pallets);
+        WriteFile(root / JobFile, Job);
+        for (const auto& [path, text] : Others)
+            WriteFile(root / path, text);
+        std::filesystem::create_directories(root / "out");
     }
 };
 

@@ -14,6 +14,7 @@
 #include <string>
 
 #include "app/CKestoApp.h"
+#include "common/StackFields.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
 #include "output/CKs_FileSave.h"
@@ -91,17 +92,6 @@ class OutputTest : public ::testing::Test {
         app_->Blocks.push_back(block);
         app_->BlocksCapacity = app_->BlocksCount = static_cast<int32_t>(app_->Blocks.size());
         return app_->BlocksCount - 1;
-    }
-    HaichiInfo& AddStack(PartsInfo& part, int32_t block, int32_t value, double x = 0,
-                         double y = 0) {
-        HaichiInfo& stack = *app_->AddHaichiInfo();
-        stack.Part = &part;
-        stack.BlockIndex = block;
-        stack.Pieces = value;
-        stack.X = x;
-        stack.Y = y;
-        part.PiecesPlaced += value;
-        return stack;
     }
     void AddBox(int32_t no, int32_t kind) {
         BoxInfo& box = app_->BoxList.Append();

@@ -13,6 +13,7 @@
 
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
+#include "common/StackFields.h"
 #include "common/TestServices.h"
 #include "placement/CKs_Block.h"
 #include "placement/CKs_Haichi.h"
@@ -95,17 +96,6 @@ class JobBuilder {
         app_.BlocksCapacity = app_.BlocksCount;
         return app_.BlocksCount - 1;
     }
-    HaichiInfo& AddStack(PartsInfo& part, int blockIndex, double x, double y, int32_t value,
-                         uint8_t flag = 4) {
-        HaichiInfo& h = *app_.AddHaichiInfo();
-        h.Part = &part;
-        h.BlockIndex = blockIndex;
-        h.X = x;
-        h.Y = y;
-        h.Pieces = value;
-        h.Corner = flag;
-        return h;
-    }
     std::vector<HaichiInfo*> StacksOf(const PartsInfo& part) {
         std::vector<HaichiInfo*> out;
         for (HaichiInfo& h : app_.HaichiList) {
@@ -163,10 +153,6 @@ class PlacementTest : public ::testing::Test {
     }
     int AddBlock(int32_t kouteiNo, int32_t pallet, double x0, double y0, double x1, double y1) {
         return Job().AddBlock(kouteiNo, pallet, x0, y0, x1, y1);
-    }
-    HaichiInfo& AddStack(PartsInfo& part, int blockIndex, double x, double y, int32_t value,
-                         uint8_t flag = 4) {
-        return Job().AddStack(part, blockIndex, x, y, value, flag);
     }
     std::vector<HaichiInfo*> StacksOf(const PartsInfo& part) { return Job().StacksOf(part); }
     std::vector<int32_t> ValuesOf(const PartsInfo& part) { return Job().ValuesOf(part); }

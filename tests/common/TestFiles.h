@@ -18,6 +18,8 @@
 #include <string>
 #include <vector>
 
+#include "common/FileText.h"
+
 namespace kesto::test {
 
 // The source and build folders of the project: the environment's KESTO_SOURCE_DIR and
@@ -67,20 +69,6 @@ class TempFolder {
   private:
     std::filesystem::path path_;
 };
-
-// Writes text as it stands (no line-end translation), creating folders.
-inline void WriteFile(const std::filesystem::path& path, const std::string& text) {
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream out(path, std::ios::binary);
-    out << text;
-}
-
-inline std::string ReadFile(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
 
 inline std::vector<std::string> ReadLines(const std::filesystem::path& path) {
     std::vector<std::string> lines;

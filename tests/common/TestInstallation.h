@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 
+#include "common/MiniInstallation.h"
 #include "common/TestFiles.h"
 
 namespace kesto::test {
@@ -94,19 +95,25 @@ inline const char* kDefaultJob =
     "A3,2,PartC,TextC,50,40,10,2,1,0,5,,,1.0,G2,0000,,0,,X0,10\n"
     "#End\n";
 
+// The window tests' installation: the settings with every text of the main window in msg/,
+// the pallet file at the top of the system folder.
+inline MiniInstallation WindowInstallation() {
+    MiniInstallation files;
+    files.SetupList = SetupListText(
+        {"IEJ : job/job.txt", "IEK : out/result.csv", "IEL : out/haichi.csv", "MSG : msg/"});
+    files.SettingsFile = "msg/Kesto.ini";
+    files.Settings = kDefaultKestoIni;
+    files.PalletFile = "pallet.txt";
+    files.Pallets = kDefaultPallet;
+    files.Job = kDefaultJob;
+    return files;
+}
+
 class TestInstallation {
   public:
     // The files of the installation in a fresh folder named after the running test. Nothing
     // points the program at it: hand Root() to a host store as the system folder.
-    TestInstallation() {
-        std::filesystem::create_directories(folder_.Path() / "out");
-        Write("bin/Ks_Setup.ini",
-              "#File\nIEJ : job/job.txt\nIEK : out/result.csv\nIEL : out/haichi.csv\n"
-              "MSG : msg/\n#End\n");
-        Write("msg/Kesto.ini", kDefaultKestoIni);
-        Write("pallet.txt", kDefaultPallet);
-        Write("job/job.txt", kDefaultJob);
-    }
+    TestInstallation() { WindowInstallation().Write(folder_.Path()); }
     TestInstallation(const TestInstallation&) = delete;
     TestInstallation& operator=(const TestInstallation&) = delete;
 

@@ -19,7 +19,10 @@ class SaveAll : public OutputTest {
         WriteFile(dir_ / "sys" / "bin" / "Ks_Setup.ini", "#File\n" + entries + "#End\n");
         fs::create_directories(dir_ / "sys" / "out");
     }
-    void AddExactPart() { AddStack(AddPart("A", 1, 4), AddBlock(1, 1), 4); }
+    void AddExactPart() {
+        AddStack(*app_, AddPart("A", 1, 4),
+                 {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
+    }
     fs::path Out(const std::string& name) const { return dir_ / "sys" / "out" / name; }
 };
 
@@ -75,7 +78,8 @@ TEST_F(SaveAll, SaveKeyMissingFailsAfterTheResultFile) {
 
 TEST_F(SaveAll, ShortPartAcceptedDeletesTheResultAndStillWritesTheSaveFile) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
-    AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 4);
+    AddStack(*app_, AddPart("A", 1, 10),
+             {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     WriteFile(Out("res.csv"), "old\n");
 
     EXPECT_EQ(FileSave().SaveAll(), 1);
@@ -86,7 +90,8 @@ TEST_F(SaveAll, ShortPartAcceptedDeletesTheResultAndStillWritesTheSaveFile) {
 
 TEST_F(SaveAll, ShortPartRefusedWritesNoSaveFile) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
-    AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 4);
+    AddStack(*app_, AddPart("A", 1, 10),
+             {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     operator_.Answer = OkCancel::Cancel;
 
     EXPECT_EQ(FileSave().SaveAll(), 0);

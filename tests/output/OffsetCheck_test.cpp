@@ -29,7 +29,8 @@ class OffsetCheck : public OutputTest {
         part.SizeX = 100;
         part.SizeY = 100;
         part.SensitiveSides = text4;
-        AddStack(part, AddBlock(1, 1), 1, x, y);
+        AddStack(*app_, part,
+                 {.Block = AddBlock(1, 1), .Pieces = 1, .X = x, .Y = y, .CountOnPart = true});
     }
     int Check() { return FileSave().CheckOffsets(processOnView_); }
     int32_t processOnView_ = 1;

@@ -48,12 +48,16 @@ TEST_F(PlacementFile, StackLinesCarryOffsetsBoxKindsAndTheStackFields) {
     AddProcessesAndPallets();
     PartsInfo& a = AddSizedPart("A", 1, 300, 200, 1.5);
     a.SaveNumber = 7;
-    HaichiInfo& stack = AddStack(a, AddBlock(1, 2), 4, 500.25, 40);
+    HaichiInfo& stack =
+        AddStack(*app_, a,
+                 {.Block = AddBlock(1, 2), .Pieces = 4, .X = 500.25, .Y = 40, .CountOnPart = true});
     stack.Level = 3;
     stack.Corner = 4;
     PartsInfo& b = AddSizedPart("B", 2, 50, 60, 2);
-    HaichiInfo& b1 = AddStack(b, AddBlock(2, 1), 3, 80, 0);
-    HaichiInfo& b2 = AddStack(b, AddBlock(2, 2), 0, 80, 0);
+    HaichiInfo& b1 = AddStack(
+        *app_, b, {.Block = AddBlock(2, 1), .Pieces = 3, .X = 80, .Y = 0, .CountOnPart = true});
+    HaichiInfo& b2 = AddStack(
+        *app_, b, {.Block = AddBlock(2, 2), .Pieces = 0, .X = 80, .Y = 0, .CountOnPart = true});
     b1.Level = b2.Level = 5;
     b1.Corner = 1;
     b2.Corner = 2;
@@ -73,7 +77,8 @@ TEST_F(PlacementFile, WithoutAMatchingPalletTheOffsetsAreZero) {
     AddThreeBoxes();
     AddKoutei(1, "NONE");
     AddPallet(1, "PAL-A").SaveOffsetX = 10;
-    AddStack(AddSizedPart("A", 1, 30, 20, 1), AddBlock(1, 1), 1, 100, 7);
+    AddStack(*app_, AddSizedPart("A", 1, 30, 20, 1),
+             {.Block = AddBlock(1, 1), .Pieces = 1, .X = 100, .Y = 7, .CountOnPart = true});
 
     EXPECT_EQ(Write(), 1);
 
@@ -86,7 +91,8 @@ TEST_F(PlacementFile, PartWhoseStacksHoldNoPiecesAlsoGetsAnUnplacedLine) {
     AddThreeBoxes();
     PartsInfo& z = AddSizedPart("Z", 1, 5, 5, 0);
     z.Quantity = 6;
-    AddStack(z, AddBlock(1, 1), 0, 10, 0);
+    AddStack(*app_, z,
+             {.Block = AddBlock(1, 1), .Pieces = 0, .X = 10, .Y = 0, .CountOnPart = true});
 
     EXPECT_EQ(Write(), 1);
 
@@ -103,7 +109,8 @@ TEST_F(PlacementFile, PartForASmallBoxGetsOnlyTheUnplacedLineWithTheBoxKind) {
     PartsInfo& q = AddSizedPart("Q", 1, 1, 2, 0.25);
     q.Destination = 101;
     q.Quantity = 2;
-    AddStack(q, AddBlock(1, 1), 2, 10, 0);
+    AddStack(*app_, q,
+             {.Block = AddBlock(1, 1), .Pieces = 2, .X = 10, .Y = 0, .CountOnPart = true});
 
     EXPECT_EQ(Write(), 1);
 
@@ -113,9 +120,12 @@ TEST_F(PlacementFile, PartForASmallBoxGetsOnlyTheUnplacedLineWithTheBoxKind) {
 
 TEST_F(PlacementFile, BoxKindsFollowTheGlobalPalletSequence) {
     AddThreeBoxes();
-    AddStack(AddPart("A", 1, 1), AddBlock(1, 2), 1);  // s = 2: box 1
-    AddStack(AddPart("B", 2, 1), AddBlock(2, 1), 1);  // s = 3: box 2
-    AddStack(AddPart("C", 2, 1), AddBlock(2, 2), 1);  // s = 4: box 0
+    AddStack(*app_, AddPart("A", 1, 1),
+             {.Block = AddBlock(1, 2), .Pieces = 1, .CountOnPart = true});  // s = 2: box 1
+    AddStack(*app_, AddPart("B", 2, 1),
+             {.Block = AddBlock(2, 1), .Pieces = 1, .CountOnPart = true});  // s = 3: box 2
+    AddStack(*app_, AddPart("C", 2, 1),
+             {.Block = AddBlock(2, 2), .Pieces = 1, .CountOnPart = true});  // s = 4: box 0
 
     EXPECT_EQ(Write(), 1);
 
@@ -141,9 +151,12 @@ TEST_F(PlacementFile, DirectCodeIsItsOwnBoxKindOnlyWithDirectFlag) {
 
 TEST_F(PlacementFile, ProcessNumbersOutsideTheCounterTableAreGuarded) {
     AddThreeBoxes();
-    AddStack(AddPart("A", 1, 1), AddBlock(1, 2), 1);
-    AddStack(AddPart("H", 150, 1), AddBlock(150, 1), 1);  // s = 1 + 2
-    AddStack(AddPart("N", -3, 1), AddBlock(-3, 1), 1);    // s = 1
+    AddStack(*app_, AddPart("A", 1, 1),
+             {.Block = AddBlock(1, 2), .Pieces = 1, .CountOnPart = true});
+    AddStack(*app_, AddPart("H", 150, 1),
+             {.Block = AddBlock(150, 1), .Pieces = 1, .CountOnPart = true});  // s = 1 + 2
+    AddStack(*app_, AddPart("N", -3, 1),
+             {.Block = AddBlock(-3, 1), .Pieces = 1, .CountOnPart = true});  // s = 1
 
     EXPECT_EQ(Write(), 1);
 
@@ -156,8 +169,8 @@ TEST_F(PlacementFile, ProcessNumbersOutsideTheCounterTableAreGuarded) {
 TEST_F(PlacementFile, StacksOutsideTheBlockTableAreNotWritten) {
     AddThreeBoxes();
     PartsInfo& a = AddPart("A", 1, 5);
-    AddStack(a, -1, 2);
-    AddStack(a, 40, 3);
+    AddStack(*app_, a, {.Block = -1, .Pieces = 2, .CountOnPart = true});
+    AddStack(*app_, a, {.Block = 40, .Pieces = 3, .CountOnPart = true});
 
     EXPECT_EQ(Write(), 1);
 
@@ -166,7 +179,8 @@ TEST_F(PlacementFile, StacksOutsideTheBlockTableAreNotWritten) {
 }
 
 TEST_F(PlacementFile, NoBoxesGiveKindMinusOne) {
-    AddStack(AddPart("A", 1, 1), AddBlock(1, 1), 1);
+    AddStack(*app_, AddPart("A", 1, 1),
+             {.Block = AddBlock(1, 1), .Pieces = 1, .CountOnPart = true});
 
     EXPECT_EQ(Write(), 1);
 
@@ -190,7 +204,7 @@ TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
     PartsInfo& a = AddPart("A", 1, 1);
     const int32_t block = AddBlock(1, 1);
     for (int i = 0; i < 100; ++i)
-        AddStack(a, block, 1);
+        AddStack(*app_, a, {.Block = block, .Pieces = 1, .CountOnPart = true});
     WriteFile(path_, "old save\n");
     {
         const FileSizeLimit limit(64);
@@ -219,7 +233,8 @@ TEST_F(PlacementFile, FailedUnplacedLineSets9025AndKeepsTheOldFile) {
 
 TEST_F(PlacementFile, FailureOnlySeenWhenClosingIsNamedByTheLastLineWritten) {
     AddThreeBoxes();
-    AddStack(AddPart("A", 1, 1), AddBlock(1, 1), 1);
+    AddStack(*app_, AddPart("A", 1, 1),
+             {.Block = AddBlock(1, 1), .Pieces = 1, .CountOnPart = true});
     fs::create_directories(path_);
     EXPECT_EQ(Write(), 0);
     EXPECT_EQ(app_->ErrorCode, 9024);

@@ -19,8 +19,8 @@ class ResultFile : public OutputTest {
     // One part placed exactly over two pallets, one without stacks, one for a small box.
     void AddExactJob() {
         PartsInfo& a = AddPart("A01", 1, 10);
-        AddStack(a, AddBlock(1, 1), 4);
-        AddStack(a, AddBlock(1, 2), 6);
+        AddStack(*app_, a, {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
+        AddStack(*app_, a, {.Block = AddBlock(1, 2), .Pieces = 6, .CountOnPart = true});
         AddPart("B", 1, 3).No = 12;
         AddPart("C", 1, 2, "G1", 101);
     }
@@ -43,7 +43,8 @@ TEST_F(ResultFile, EveryPartPlacedExactlyWritesBothFilesWithoutAsking) {
 }
 
 TEST_F(ResultFile, StacksOfNoPiecesAreSummarisedWithTheQuantityAfterThem) {
-    AddStack(AddPart("D", 1, 5), AddBlock(1, 1), 0);
+    AddStack(*app_, AddPart("D", 1, 5),
+             {.Block = AddBlock(1, 1), .Pieces = 0, .CountOnPart = true});
 
     EXPECT_EQ(Write(), 1);
 
@@ -63,7 +64,8 @@ TEST_F(ResultFile, SetAsidePiecesAskMessage208AndOkDeletesTheResultFile) {
 }
 
 TEST_F(ResultFile, PartlyStackedPartIsShortAndCancelKeepsTheOldResult) {
-    AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 4);
+    AddStack(*app_, AddPart("A", 1, 10),
+             {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     WriteFile(path_, "old result\n");
     operator_.Answer = OkCancel::Cancel;
 
@@ -77,7 +79,8 @@ TEST_F(ResultFile, PartlyStackedPartIsShortAndCancelKeepsTheOldResult) {
 
 TEST_F(ResultFile, PartWithoutPlacedPiecesIsNotShort) {
     AddPart("U", 1, 10);
-    AddStack(AddPart("Z", 1, 10), AddBlock(1, 1), 0);
+    AddStack(*app_, AddPart("Z", 1, 10),
+             {.Block = AddBlock(1, 1), .Pieces = 0, .CountOnPart = true});
 
     EXPECT_EQ(Write(), 1);
 
@@ -145,7 +148,8 @@ TEST_F(ResultFile, FailedSideWriteLeavesTheOldFilesByteForByte) {
 
 TEST_F(ResultFile, FailedResultWriteLeavesTheOldResultByteForByte) {
     KESTO_NEEDS_FILE_SIZE_LIMIT();
-    AddStack(AddPart("A", 1, 10), AddBlock(1, 1), 10);
+    AddStack(*app_, AddPart("A", 1, 10),
+             {.Block = AddBlock(1, 1), .Pieces = 10, .CountOnPart = true});
     WriteFile(path_, "old result\n");
     {
         const FileSizeLimit limit(20);

@@ -11,10 +11,10 @@ TEST_F(StackIndexTest, StacksOfAPartKeepListOrderAndLeaveOutStacksWithoutBlock) 
     PartsInfo& a = AddPart("A", 1, 9);
     PartsInfo& b = AddPart("B", 1, 9);
     const int32_t block = AddBlock(1, 2);
-    HaichiInfo& first = AddStack(a, block, 1);
-    AddStack(b, block, 2);
-    AddStack(a, -1, 3);
-    HaichiInfo& last = AddStack(a, block, 4);
+    HaichiInfo& first = AddStack(*app_, a, {.Block = block, .Pieces = 1, .CountOnPart = true});
+    AddStack(*app_, b, {.Block = block, .Pieces = 2, .CountOnPart = true});
+    AddStack(*app_, a, {.Block = -1, .Pieces = 3, .CountOnPart = true});
+    HaichiInfo& last = AddStack(*app_, a, {.Block = block, .Pieces = 4, .CountOnPart = true});
     app_->AddHaichiInfo()->BlockIndex = block;  // a stack without a part
 
     const StackIndex index(*app_);

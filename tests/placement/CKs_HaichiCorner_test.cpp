@@ -30,7 +30,8 @@ class CornerTest : public PlacementTest {
     // A stack of `other` whose rectangle (no gaps) is (x0,y0)-(x1,y1), in block `block`.
     HaichiInfo& Obstacle(double x0, double y0, double x1, double y1, int block = 1) {
         PartsInfo& p = AddPart(1, x1 - x0, y1 - y0, 1);
-        return AddStack(p, block, x1, y0, 1);
+        return AddStack(*app, p,
+                        {.Block = block, .Pieces = 1, .X = x1, .Y = y0, .Corner = kCornerMaxMin});
     }
 
     CKs_Haichi h;
@@ -154,7 +155,8 @@ TEST_F(CornerTest, RebuildCornersMarksFromTheStacks) {
     app->PalletList.begin()->StackGapY = 10;
     app->Blocks[1].Occupant = other;
     app->Blocks[1].CornerMask = 15;
-    HaichiInfo& s = AddStack(*part, 0, 100, 50, 3, 8);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 3, .X = 100, .Y = 50, .Corner = kCornerMaxMax});
     h.RebuildCorners(koutei, {});
     EXPECT_EQ(app->Blocks[0].CornerMask, 8);
     EXPECT_EQ(app->Blocks[0].Occupant, part);
@@ -166,14 +168,15 @@ TEST_F(CornerTest, RebuildCornersMarksFromTheStacks) {
 }
 
 TEST_F(CornerTest, RebuildCornersOfAStackInCornerFourLeavesItsOwnCornerOpen) {
-    AddStack(*part, 0, 100, 0, 3, 4);
+    AddStack(*app, *part, {.Block = 0, .Pieces = 3, .X = 100, .Y = 0, .Corner = kCornerMaxMin});
     h.RebuildCorners(koutei, {});
     EXPECT_EQ(app->Blocks[0].CornerMask, 0);
     EXPECT_EQ(app->Blocks[0].Occupant, nullptr);
 }
 
 TEST_F(CornerTest, RebuildCornersAddsTheGapsOnTheSidesAwayFromTheCorner) {
-    HaichiInfo& s = AddStack(*part, 0, 190, 45, 3, 1);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 3, .X = 190, .Y = 45, .Corner = kCornerMinMin});
     h.RebuildCorners(koutei, {});
     EXPECT_EQ(app->Blocks[1].CornerMask, 0);
     app->PalletList.begin()->StackGapX = 10;

@@ -40,7 +40,8 @@ class MoveTest : public PlacementTest {
 };
 
 TEST_F(MoveTest, SnapsToTheNearestFreeCorner) {
-    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     EXPECT_EQ(Drop({&s}, 288, 192, 338, 217), 1);
     EXPECT_DOUBLE_EQ(s.X, 680);
     EXPECT_DOUBLE_EQ(s.Y, 370);
@@ -50,15 +51,17 @@ TEST_F(MoveTest, SnapsToTheNearestFreeCorner) {
 }
 
 TEST_F(MoveTest, CornerTakenByAnotherStackIsNotChosen) {
-    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
-    AddStack(*second, 4, 680, 370, 1, 8);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
+    AddStack(*app, *second, {.Block = 4, .Pieces = 1, .X = 680, .Y = 370, .Corner = kCornerMaxMax});
     EXPECT_EQ(Drop({&s}, 288, 192, 338, 217), 1);
     EXPECT_NE(s.BlockIndex, 4);
     EXPECT_NE(s.BlockIndex, 0);
 }
 
 TEST_F(MoveTest, ProbeReportsTheTargetAndMovesNothing) {
-    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     drop.Probe = true;
     EXPECT_EQ(Drop({&s}, 288, 192, 338, 217), 0);
     EXPECT_EQ(probed, 1);
@@ -67,7 +70,8 @@ TEST_F(MoveTest, ProbeReportsTheTargetAndMovesNothing) {
 }
 
 TEST_F(MoveTest, DropOutsideEverySlotMovesNothing) {
-    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     EXPECT_EQ(Drop({&s}, 600, 600, 650, 650), 0);
     EXPECT_DOUBLE_EQ(s.X, 990);
     EXPECT_DOUBLE_EQ(s.Y, 10);
@@ -77,15 +81,18 @@ TEST_F(MoveTest, DropOutsideEverySlotMovesNothing) {
 }
 
 TEST_F(MoveTest, SlotWithoutACandidatePalletMovesNothing) {
-    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     drop.Slots[1] = {600, 0, 1100, 400};
     EXPECT_EQ(Drop({&s}, 700, 100, 750, 125), 0);
     EXPECT_DOUBLE_EQ(s.X, 990);
 }
 
 TEST_F(MoveTest, MoveAddsTheOffsetThatTheTestTakesOff) {
-    HaichiInfo& s1 = AddStack(*part, 0, 990, 10, 1, 4);
-    HaichiInfo& s2 = AddStack(*second, 0, 790, 10, 1, 1);
+    HaichiInfo& s1 = AddStack(
+        *app, *part, {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
+    HaichiInfo& s2 = AddStack(
+        *app, *second, {.Block = 0, .Pieces = 1, .X = 790, .Y = 10, .Corner = kCornerMinMin});
     EXPECT_EQ(Drop({&s1, &s2}, 190, 370, 340, 395), 1);
     EXPECT_DOUBLE_EQ(s1.X, 680);
     EXPECT_DOUBLE_EQ(s2.X, 480);
@@ -94,8 +101,10 @@ TEST_F(MoveTest, MoveAddsTheOffsetThatTheTestTakesOff) {
 }
 
 TEST_F(MoveTest, StackThatWouldLeaveTheAreaStaysWhereItWas) {
-    HaichiInfo& s1 = AddStack(*part, 0, 990, 10, 1, 4);
-    HaichiInfo& s2 = AddStack(*second, 3, 480, 10, 1, 1);
+    HaichiInfo& s1 = AddStack(
+        *app, *part, {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
+    HaichiInfo& s2 = AddStack(
+        *app, *second, {.Block = 3, .Pieces = 1, .X = 480, .Y = 10, .Corner = kCornerMinMin});
     EXPECT_EQ(Drop({&s1, &s2}, 35, 370, 340, 395), 1);
     EXPECT_DOUBLE_EQ(s1.X, 680);
     EXPECT_EQ(s1.BlockIndex, 3);
@@ -104,7 +113,8 @@ TEST_F(MoveTest, StackThatWouldLeaveTheAreaStaysWhereItWas) {
 }
 
 TEST_F(MoveTest, FreeMoveScalesPixelsByTheFirstAndLastBlock) {
-    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     EXPECT_EQ(Drop({&s}, 150, 275, 200, 300, 1), 1);
     EXPECT_DOUBLE_EQ(s.X, 400);
     EXPECT_DOUBLE_EQ(s.Y, 200);
@@ -116,14 +126,16 @@ TEST_F(MoveTest, FreeMoveScalesPixelsByTheFirstAndLastBlock) {
 TEST_F(MoveTest, FreeMoveWithoutPixelDistanceDoesNotStretch) {
     for (IntRect& r : blockRects)
         r.Left = r.Bottom = 0;
-    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     EXPECT_EQ(Drop({&s}, 150, 275, 200, 300, 1), 1);
     EXPECT_DOUBLE_EQ(s.X, 690);
     EXPECT_DOUBLE_EQ(s.Y, 10);
 }
 
 TEST_F(MoveTest, FreeMoveCoveringABlockTakesIt) {
-    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     PartsInfo& big = AddPart(1, 300, 200, 1);
     s.Part = &big;
     s.X = 990;
@@ -139,8 +151,10 @@ TEST_F(MoveTest, FreeMoveCoveringABlockTakesIt) {
 // 10 - (300 - 395) x 2 - 10 = +190 in y: s1 covers (300, 200)-(400, 250) and marks corner 2 of
 // block 3 at (380, 210), as the lone move does.
 TEST_F(MoveTest, BlocksMarkedByAGroupGetTheMarkerNotTheFirstStacksPart) {
-    HaichiInfo& s1 = AddStack(*part, 0, 990, 10, 1, 4);
-    HaichiInfo& s2 = AddStack(*second, 0, 790, 10, 1, 1);
+    HaichiInfo& s1 = AddStack(
+        *app, *part, {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
+    HaichiInfo& s2 = AddStack(
+        *app, *second, {.Block = 0, .Pieces = 1, .X = 790, .Y = 10, .Corner = kCornerMinMin});
     EXPECT_EQ(Drop({&s1, &s2}, 150, 275, 200, 300, 1), 1);
     EXPECT_DOUBLE_EQ(s1.X, 400);
     EXPECT_DOUBLE_EQ(s1.Y, 200);
@@ -164,7 +178,8 @@ TEST_F(MoveTest, MarkerIsNoPartOfTheJob) {
 // The marked block (block 4, x 380..680, y 220..420) refuses a part until the corners are
 // rebuilt from the stacks; then it serves the moved stack's own part again.
 TEST_F(MoveTest, MarkedBlockRefusesOtherPartsUntilTheCornersAreRebuilt) {
-    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     ASSERT_EQ(Drop({&s}, 288, 192, 338, 217), 1);
     ASSERT_EQ(s.BlockIndex, 4);
     EXPECT_EQ(h.TestCorner(&koutei, second, 0, 4, 4), 0);
@@ -174,7 +189,8 @@ TEST_F(MoveTest, MarkedBlockRefusesOtherPartsUntilTheCornersAreRebuilt) {
 }
 
 TEST_F(MoveTest, ProbeMarksNothing) {
-    HaichiInfo& s = AddStack(*part, 0, 990, 10, 1, 4);
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     drop.Probe = true;
     EXPECT_EQ(Drop({&s}, 288, 192, 338, 217), 0);
     for (const BlockInfo& b : app->Blocks)

@@ -197,7 +197,13 @@ class TrimTest : public RestoreTest {
         int block = 0;
         for (auto [value, level] : valueLevel) {
             const BlockInfo& b = app->Blocks[block];
-            AddStack(p, block++, b.MaxX, b.MinY, value).Level = level;
+            AddStack(*app, p,
+                     {.Block = block++,
+                      .Pieces = value,
+                      .X = b.MaxX,
+                      .Y = b.MinY,
+                      .Corner = kCornerMaxMin})
+                .Level = level;
             app->Blocks[block - 1].Occupant = &p;
             p.PiecesPlaced += value;
         }
@@ -231,7 +237,7 @@ TEST_F(TrimTest, EmptyStacksOfAnyPartAreRemoved) {
     PartsInfo& p = KeyedPart(1, 300, 200, 3);
     PartsInfo& q = AddPart(1, 300, 200, 3);
     Stacks(p, {{3, 1}});
-    AddStack(q, 4, 680, 220, 0);
+    AddStack(*app, q, {.Block = 4, .Pieces = 0, .X = 680, .Y = 220, .Corner = kCornerMaxMin});
     ASSERT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
     EXPECT_TRUE(StacksOf(q).empty());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3}));

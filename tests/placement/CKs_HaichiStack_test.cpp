@@ -170,7 +170,8 @@ TEST_F(StackPartTest, FourPalletViewFromPalletTwoNeverReachesPalletOne) {
 TEST_F(StackPartTest, ModeOneSharesTheQuantityOverThisCallsStacksOnly) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 5, 2);
-    HaichiInfo& older = AddStack(p, 8, 370, 430, 1);
+    HaichiInfo& older =
+        AddStack(*app, p, {.Block = 8, .Pieces = 1, .X = 370, .Y = 430, .Corner = kCornerMaxMin});
     app->Blocks[8].Occupant = &p;
     p.PiecesPlaced = 1;
     ASSERT_EQ(Stack(k, p, stacking::kPalletsInView), 1);

@@ -180,7 +180,8 @@ TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 15);
     for (int i = 0; i < 3; ++i)
-        AddStack(p, i, 990, 10 + 210 * i, 5);
+        AddStack(*app, p,
+                 {.Block = i, .Pieces = 5, .X = 990, .Y = 10 + 210.0 * i, .Corner = kCornerMaxMin});
     p.PiecesPlaced = 15;
     EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(1, 0), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 0, 0}));

@@ -11,6 +11,7 @@
 #include "common/E2eCases.h"
 #include "common/GuiApplication.h"
 #include "common/MiniInstallation.h"
+#include "common/TestFiles.h"
 #include "render/PicturePdf.h"
 #include "view/Colours.h"
 
@@ -72,14 +73,7 @@ class PictureRun : public ::testing::Test {
   protected:
     PictureRun() : installation(TwoProcesses()) {}
     // The installation in install/, its per-user values beside it in config/.
-    void Write() {
-        const std::string install = folder / "install";
-        test::WriteFile(install + "/bin/Ks_Setup.ini", installation.SetupList);
-        test::WriteFile(install + "/Kesto.ini", installation.Settings);
-        test::WriteFile(install + "/pallet/pallets.txt", installation.Pallets);
-        test::WriteFile(install + "/job/job.txt", installation.Job);
-        std::filesystem::create_directories(install + "/out");
-    }
+    void Write() { installation.Write(folder.Path() / "install"); }
     std::string Out(const std::string& name) const { return folder / ("install/out/" + name); }
 
     TempFolder folder;

@@ -125,7 +125,13 @@ TEST_F(DrawingEditTest, PickingAnotherStackDrawsTheOldPickBack) {
 TEST_F(DrawingEditTest, PickByBlockTakesTheBlocksOtherStacksAlong) {
     shown.HitByBlock = 1;
     // A second stack in block 0, corner 8: X 990, Y 160: (930, 658)-(1030, 708).
-    HaichiInfo& mate = Stack(partB, 0, 990, 160, 1, kCornerMaxMax);
+    HaichiInfo& mate = AddStack(app, partB,
+                                {.Block = 0,
+                                 .Pieces = 1,
+                                 .X = 990,
+                                 .Y = 160,
+                                 .Corner = kCornerMaxMax,
+                                 .CountOnPart = true});
     Show();
     edit.Press(canvas, 980, 833, false);
     EXPECT_EQ(drawing.PickHistory, std::vector<HaichiInfo*>({&a, &mate}));
@@ -372,7 +378,13 @@ TEST_F(BandTest, ShiftClickInTheBandLeavesThePickOnTheStackHit) {
 TEST_F(BandTest, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
     shown.PalletMode = view::kFourPallet;
     // Part B's stack on pallet 2 (block 12 = x 380..680, y 10..210 of the second pallet).
-    HaichiInfo& other = Stack(partB, 12, 680, 10, 1);
+    HaichiInfo& other = AddStack(app, partB,
+                                 {.Block = 12,
+                                  .Pieces = 1,
+                                  .X = 680,
+                                  .Y = 10,
+                                  .Corner = kCornerMaxMin,
+                                  .CountOnPart = true});
     Show();
     const IntRect r = *drawing.ScreenRect(a);
     const IntRect far = *drawing.ScreenRect(other);

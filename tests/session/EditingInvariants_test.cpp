@@ -15,6 +15,7 @@
 #include "JobGenerator.h"
 #include "common/EditFixture.h"
 #include "common/EditInvariants.h"
+#include "common/RandomOperator.h"
 #include "common/TestFiles.h"
 #include "session/DrawingEdit.h"
 #include "session/ListLines.h"
@@ -61,15 +62,15 @@ struct Tally {
 };
 
 // One job edited by a random operator.
-class EditRun {
+class EditRun : private RandomOperator {
   public:
     EditRun(const JobShape& shape, bool freeMoves)
-        : job_(WideBoxJob(shape)),
+        : RandomOperator(shape.Seed),
+          job_(WideBoxJob(shape)),
           install_(WriteInstallation(folder_.Path().string(), job_)),
           svc_(install_.Root),
           session_(svc_.Get(), install_.CommandLine, shown_),
           forget_(drawing_),
-          rng_(shape.Seed),
           freeMoves_(freeMoves) {
         session_.SetView(&forget_);
         started_ = session_.StartUp() && session_.Init();
@@ -93,8 +94,6 @@ class EditRun {
     void PlaceEverythingBack();
 
   private:
-    int Uniform(int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng_); }
-    bool Chance(int percent) { return Uniform(0, 99) < percent; }
     IntPoint AnyPoint() { return {Uniform(-20, 1220), Uniform(-20, 820)}; }
     // The centre of a random stack on view, or a random point when none is shown.
     IntPoint StackPoint();
@@ -124,7 +123,6 @@ class EditRun {
     DrawingEdit edit_{app_, svc_.Get(), drawing_, view_};
     DisplayList canvas_;
     ForgettingView forget_;
-    std::mt19937 rng_;
     bool freeMoves_ = false;
     bool started_ = false;
     std::vector<std::string> log_;
@@ -291,23 +289,19 @@ void EditRun::SheetCount() {
 }
 
 void EditRun::RandomStep() {
-    const std::vector<std::pair<int, std::function<void()>>> steps = {
-        {30, [this] { Pick(); }},        {30, [this] { DragStack(); }}, {8, [this] { Band(); }},
-        {4, [this] { SwitchDirect(); }}, {6, [this] { SwitchView(); }}, {5, [this] { Left(); }},
-        {5, [this] { Right(); }},        {2, [this] { Down(); }},       {2, [this] { Up(); }},
-        {1, [this] { Reload(); }},       {4, [this] { SheetCount(); }},
-    };
-    int total = 0;
-    for (const auto& s : steps)
-        total += s.first;
-    int roll = Uniform(0, total - 1);
-    for (const auto& s : steps) {
-        if (roll < s.first) {
-            s.second();
-            return;
-        }
-        roll -= s.first;
-    }
+    RunOneOf({
+        {30, [this] { Pick(); }},
+        {30, [this] { DragStack(); }},
+        {8, [this] { Band(); }},
+        {4, [this] { SwitchDirect(); }},
+        {6, [this] { SwitchView(); }},
+        {5, [this] { Left(); }},
+        {5, [this] { Right(); }},
+        {2, [this] { Down(); }},
+        {2, [this] { Up(); }},
+        {1, [this] { Reload(); }},
+        {4, [this] { SheetCount(); }},
+    });
 }
 
 void EditRun::PlaceEverythingBack() {
@@ -500,8 +494,12 @@ class PinnedRuleTest : public EditTest {};
 TEST_F(PinnedRuleTest, FreeMoveMayDropAStackOntoAnother) {
     PartsInfo& pa = Part(100, 50, 1);
     PartsInfo& pb = Part(100, 50, 1);
-    HaichiInfo& a = Stack(pa, 0, 990, 10, 1);
-    Stack(pb, 3, 680, 10, 1);
+    HaichiInfo& a = AddStack(
+        app, pa,
+        {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin, .CountOnPart = true});
+    AddStack(
+        app, pb,
+        {.Block = 3, .Pieces = 1, .X = 680, .Y = 10, .Corner = kCornerMaxMin, .CountOnPart = true});
     Show();
     app.IsDirect = 1;
     // Dropped with its rectangle at (620, 808)-(720, 858): X = 990 + (720 - 730) + 690 - 990.

@@ -165,7 +165,7 @@ TEST_F(FailedCheckTest, OffsetStopDuringTheCancelHandlingAbortsWithoutWritingOrP
     a.SensitiveSides = "0001";
     AddPart(1, 5);
     // A stack whose right edge 990 lies beyond the right limit 1000 - 20.
-    job.AddStack(a, 0, 990, 10, 2);
+    AddStack(app, a, {.Block = 0, .Pieces = 2, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     app.OffsetSet = 1;
     pallet->LimitRight = 20;
     op.Answer = OkCancel::Cancel;

@@ -12,6 +12,8 @@
 namespace kesto {
 namespace {
 
+using test::AddStack;
+
 // One part of quantity q, per-stack limit num4 and piece height h in `stacks` stacks (the
 // first one picked, holding `value` pieces), under the height limit heightLimit.
 struct MaiJob {
@@ -20,9 +22,11 @@ struct MaiJob {
         : Job(App), Part(Job.AddPart(1, 100, 100, q, num4, h)) {
         // Another part's stack never counts as one of the part's.
         PartsInfo& other = Job.AddPart(1, 50, 50, 3, 0, 1);
-        Job.AddStack(other, -1, 0, 0, 3);
+        AddStack(App, other, {.Block = -1, .Pieces = 3, .X = 0, .Y = 0, .Corner = kCornerMaxMin});
         for (int32_t i = 0; i < stacks; ++i)
-            Stacks.push_back(&Job.AddStack(Part, -1, 10.0 * i, 0, value));
+            Stacks.push_back(&AddStack(
+                App, Part,
+                {.Block = -1, .Pieces = value, .X = 10.0 * i, .Y = 0, .Corner = kCornerMaxMin}));
         Picked = Stacks.front();
         Choice = std::make_unique<MaiChoice>(App, *Picked, heightLimit);
     }

@@ -16,6 +16,8 @@
 namespace kesto {
 namespace {
 
+using test::AddStack;
+
 // --- sort buttons ---------------------------------------------------------------------------
 
 TEST(NextSortKey, SizeButtonCyclesFourKeysFromSeqOrder) {
@@ -233,11 +235,6 @@ struct MarkedJob {
         part.DisplayName = name;
         return part;
     }
-    void AddStack(PartsInfo& part, int32_t block) {
-        HaichiInfo& h = app.HaichiList.Append();
-        h.Part = &part;
-        h.BlockIndex = block;
-    }
     // The mark column of each line (the character after "NNN ").
     std::string Marks(int32_t koutei, int32_t key, std::array<int32_t, 4> inView) const {
         std::string marks;
@@ -269,13 +266,13 @@ TEST(PartsAllLines, MarksPartsOnTheFirstTwoPalletsOfTheCurrentProcess) {
     PartsInfo& onTwo = job.AddPart(1, "C");
     PartsInfo& badBlock = job.AddPart(1, "D");
     job.AddPart(2, "E");
-    job.AddStack(onOne, 0);
-    job.AddStack(onThree, 2);  // pallet 3: the third slot does not count
-    job.AddStack(onTwo, 1);
-    job.AddStack(onTwo, 1);     // marked once
-    job.AddStack(badBlock, 3);  // process 2's block
-    job.AddStack(badBlock, 99);
-    job.AddStack(badBlock, -1);
+    AddStack(job.app, onOne, {.Block = 0});
+    AddStack(job.app, onThree, {.Block = 2});  // pallet 3: the third slot does not count
+    AddStack(job.app, onTwo, {.Block = 1});
+    AddStack(job.app, onTwo, {.Block = 1});     // marked once
+    AddStack(job.app, badBlock, {.Block = 3});  // process 2's block
+    AddStack(job.app, badBlock, {.Block = 99});
+    AddStack(job.app, badBlock, {.Block = -1});
     job.app.HaichiList.Append().BlockIndex = 0;  // a stack without a part is passed over
     EXPECT_EQ(job.Marks(1, sortkey::kSeqUp, {1, 2, 3, 4}), "001*002 003*004 ");
     EXPECT_EQ(job.Marks(1, sortkey::kSeqDown, {2, -1, -1, -1}), "004 003*002 001 ");
@@ -284,7 +281,7 @@ TEST(PartsAllLines, MarksPartsOnTheFirstTwoPalletsOfTheCurrentProcess) {
 TEST(PartsAllLines, MarksFollowTheCurrentProcessNotTheListedOne) {
     MarkedJob job;
     PartsInfo& second = job.AddPart(2, "E");
-    job.AddStack(second, 3);  // process 2, pallet 1
+    AddStack(job.app, second, {.Block = 3});  // process 2, pallet 1
     EXPECT_EQ(job.Marks(2, sortkey::kSeqUp, {1, -1, -1, -1}), "001 ");
     job.shown.CurrentKoutei = 2;
     EXPECT_EQ(job.Marks(2, sortkey::kSeqUp, {1, -1, -1, -1}), "001*");
@@ -414,9 +411,9 @@ class Picks : public ::testing::Test {
         const int32_t block = job.AddBlock(1, 1, 0, 0, 1003.7, 840);
         bracket = &job.AddPart("BRACKET", 240.3, 150.7);
         rail = &job.AddPart("RAIL", 200, 150, "0010");
-        railStack = &job.AddStack(*rail, 4, block, 420.1, 90.3);
-        first = &job.AddStack(*bracket, 7, block, 350.2, 30.5);
-        far = &job.AddStack(*bracket, 2, block, 900.6, 600.4);
+        railStack = &AddStack(job.app, *rail, {.Block = block, .Pieces = 4, .X = 420.1, .Y = 90.3});
+        first = &AddStack(job.app, *bracket, {.Block = block, .Pieces = 7, .X = 350.2, .Y = 30.5});
+        far = &AddStack(job.app, *bracket, {.Block = block, .Pieces = 2, .X = 900.6, .Y = 600.4});
     }
     DrawPartsFn Recorder() {
         return [this](int mode) { drawn.push_back({mode, drawing.Picked, drawing.LastPicked}); };
@@ -463,7 +460,7 @@ TEST_F(Picks, FirstPartOfThatSeqWithAStackInAnyProcess) {
     PartsInfo& other = job.AddPart("OTHER", 10, 10);
     other.Seq = 9;
     other.KouteiNo = 2;
-    HaichiInfo& stack = job.AddStack(other, 1, 0, 100, 100);
+    HaichiInfo& stack = AddStack(job.app, other, {.Block = 0, .Pieces = 1, .X = 100, .Y = 100});
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 9, Recorder()));
     EXPECT_EQ(drawing.LastPicked, &stack);
 }

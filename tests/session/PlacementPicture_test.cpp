@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "common/MiniInstallation.h"
+#include "common/TestFiles.h"
 #include "common/TestServices.h"
 #include "session/JobSession.h"
 #include "session/ListLines.h"
@@ -74,7 +75,7 @@ MiniInstallation PictureInstallation(int pallets) {
 class PlacedJob {
   public:
     explicit PlacedJob(const MiniInstallation& inst) {
-        inst.Write(folder);
+        inst.Write(folder.Path());
         session = std::make_unique<JobSession>(
             services.Get(), "kesto " + (folder / "pallet/pallets.txt") + " 0 0 0 0 1", shown);
         EXPECT_TRUE(session->StartUp());

@@ -72,8 +72,16 @@ TEST_F(LeftTest, ThreePickedStacksAllGoAndTheListIsNoLongerEmpty) {
     shown.HitByBlock = 1;
     PartsInfo& c = Part(100, 50, 1);
     PartsInfo& d = Part(100, 50, 4);
-    HaichiInfo& sc = Stack(c, 0, 990, 160, 1, kCornerMaxMax);
-    HaichiInfo& sd = Stack(d, 0, 790, 10, 4, kCornerMinMin);
+    HaichiInfo& sc = AddStack(app, c,
+                              {.Block = 0,
+                               .Pieces = 1,
+                               .X = 990,
+                               .Y = 160,
+                               .Corner = kCornerMaxMax,
+                               .CountOnPart = true});
+    HaichiInfo& sd = AddStack(
+        app, d,
+        {.Block = 0, .Pieces = 4, .X = 790, .Y = 10, .Corner = kCornerMinMin, .CountOnPart = true});
     Show();
     ASSERT_FALSE(session.AnyPartSetAside());
     Click(980, 833);

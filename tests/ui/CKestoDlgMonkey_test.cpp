@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "common/EditInvariants.h"
+#include "common/RandomOperator.h"
 #include "common/WindowJob.h"
 #include "ui/dialogs/CKs_MaiDlg.h"
 #include "ui/draw/CKs_DrawArea.h"
@@ -70,9 +71,9 @@ const Qt::Key kKeys[] = {Qt::Key_Up,   Qt::Key_Down,    Qt::Key_Left,   Qt::Key_
                          Qt::Key_Home, Qt::Key_End,     Qt::Key_PageUp, Qt::Key_PageDown,
                          Qt::Key_Tab,  Qt::Key_Backtab, Qt::Key_A,      Qt::Key_7};
 
-class Monkey {
+class Monkey : private test::RandomOperator {
   public:
-    explicit Monkey(uint32_t seed) : rng_(seed) {
+    explicit Monkey(uint32_t seed) : RandomOperator(seed) {
         opened_ = test::OpenSampleJob(job_) && test::ShowLaidOut(job_.Shown(), D(), 1600, 900);
     }
 
@@ -84,23 +85,16 @@ class Monkey {
     int Moves() const { return moves_; }
 
     void Step() {
-        const std::vector<std::pair<int, std::function<void()>>> steps = {
-            {25, [this] { ClickArea(); }},   {25, [this] { DragArea(); }},
-            {20, [this] { PressButton(); }}, {10, [this] { SelectLine(); }},
-            {6, [this] { PressKey(); }},     {3, [this] { ChoosePallet(); }},
-            {3, [this] { Sort(); }},         {1, [this] { Reload(); }},
-        };
-        int total = 0;
-        for (const auto& s : steps)
-            total += s.first;
-        int roll = Uniform(0, total - 1);
-        for (const auto& s : steps) {
-            if (roll < s.first) {
-                s.second();
-                return;
-            }
-            roll -= s.first;
-        }
+        RunOneOf({
+            {25, [this] { ClickArea(); }},
+            {25, [this] { DragArea(); }},
+            {20, [this] { PressButton(); }},
+            {10, [this] { SelectLine(); }},
+            {6, [this] { PressKey(); }},
+            {3, [this] { ChoosePallet(); }},
+            {3, [this] { Sort(); }},
+            {1, [this] { Reload(); }},
+        });
     }
 
     // The invariants after a step; empty when they hold.
@@ -114,9 +108,6 @@ class Monkey {
     }
 
   private:
-    int Uniform(int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng_); }
-    bool Chance(int percent) { return Uniform(0, 99) < percent; }
-
     // A point on a stack most of the time, anywhere in and a little around the area else.
     QPoint SomePoint() {
         std::vector<IntRect> stacks;
@@ -224,7 +215,6 @@ class Monkey {
     }
 
     test::WindowJob job_;
-    std::mt19937 rng_;
     bool opened_ = false;
     std::set<int32_t> sharedOut_;
     int sharedOutSeen_ = 0;

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <QLabel>
+#include <initializer_list>
 
 #include "common/WindowJob.h"
 #include "view/Colours.h"
@@ -17,6 +18,13 @@ namespace kesto {
 namespace {
 
 using test::PixelAt;
+
+// A pixel of the drawing area's image and the colour it must have.
+struct Pixel {
+    int X = 0;
+    int Y = 0;
+    Rgb Colour{};
+};
 
 // The job of the test installation, placed, with its drawing area alone at 1000 x 500.
 struct AreaJob {
@@ -32,6 +40,13 @@ struct AreaJob {
     Rgb At(int x, int y) { return PixelAt(Area().Image(), x, y); }
     QLabel* Caption(const char* name) { return Area().findChild<QLabel*>(name); }
     HaichiInfo& FirstStack() { return *job.App().HaichiList.begin(); }
+    // Each pixel of the image has its colour.
+    void ExpectPixels(std::initializer_list<Pixel> pixels) {
+        for (const Pixel& p : pixels) {
+            SCOPED_TRACE(testing::Message() << "pixel " << p.X << "," << p.Y);
+            EXPECT_EQ(At(p.X, p.Y), p.Colour);
+        }
+    }
 
     test::WindowJob job;
     bool opened = false;
@@ -110,17 +125,19 @@ TEST(CKs_DrawArea, FlatShowsBackgroundFrameAndCaptionStripInTheWindowColour) {
     EXPECT_EQ(window,
               (Rgb{static_cast<uint8_t>(palette.red()), static_cast<uint8_t>(palette.green()),
                    static_cast<uint8_t>(palette.blue())}));
-    EXPECT_EQ(a.At(500, 19), window);
-    EXPECT_EQ(a.At(500, 20), colour::kAreaBackground);
-    EXPECT_EQ(a.At(100, 300), colour::kAreaBackground);
-    EXPECT_EQ(a.At(221, 300), colour::kAreaBackground);
-    EXPECT_EQ(a.At(222, 300), colour::kPalletFrame);
-    EXPECT_EQ(a.At(776, 300), colour::kPalletFrame);
-    EXPECT_EQ(a.At(777, 300), colour::kAreaBackground);
-    EXPECT_EQ(a.At(600, 36), colour::kAreaBackground);
-    EXPECT_EQ(a.At(600, 37), colour::kPalletFrame);
-    EXPECT_EQ(a.At(600, 481), colour::kPalletFrame);
-    EXPECT_EQ(a.At(600, 482), colour::kAreaBackground);
+    a.ExpectPixels({
+        {500, 19, window},
+        {500, 20, colour::kAreaBackground},
+        {100, 300, colour::kAreaBackground},
+        {221, 300, colour::kAreaBackground},
+        {222, 300, colour::kPalletFrame},
+        {776, 300, colour::kPalletFrame},
+        {777, 300, colour::kAreaBackground},
+        {600, 36, colour::kAreaBackground},
+        {600, 37, colour::kPalletFrame},
+        {600, 481, colour::kPalletFrame},
+        {600, 482, colour::kAreaBackground},
+    });
 }
 
 TEST(CKs_DrawArea, FlatCaptionReadsPrefixAndPalletNumberOverTheWholeStrip) {
@@ -143,14 +160,16 @@ TEST(CKs_DrawArea, StackIsFilledWithAWhiteOutlineAndTwoLabelLines) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
     a.Area().Refresh();
-    EXPECT_EQ(a.At(322, 440), colour::kPartPen);
-    EXPECT_EQ(a.At(432, 440), colour::kPartPen);
-    EXPECT_EQ(a.At(380, 398), colour::kPartPen);
-    EXPECT_EQ(a.At(380, 481), colour::kPartPen);
-    EXPECT_EQ(a.At(321, 440), colour::kPalletFrame);
-    EXPECT_EQ(a.At(433, 440), colour::kPalletFrame);
-    EXPECT_EQ(a.At(326, 402), colour::kPartNormal);
-    EXPECT_EQ(a.At(428, 478), colour::kPartNormal);
+    a.ExpectPixels({
+        {322, 440, colour::kPartPen},
+        {432, 440, colour::kPartPen},
+        {380, 398, colour::kPartPen},
+        {380, 481, colour::kPartPen},
+        {321, 440, colour::kPalletFrame},
+        {433, 440, colour::kPalletFrame},
+        {326, 402, colour::kPartNormal},
+        {428, 478, colour::kPartNormal},
+    });
     // Font 3 is 12 px high; the middle is 440: the name from 425, the count from 443.
     EXPECT_EQ(DarkPixels(a.Area().Image(), 323, 399, 432, 425), 0);
     EXPECT_GT(DarkPixels(a.Area().Image(), 323, 425, 432, 440), 10);
@@ -168,14 +187,16 @@ TEST(CKs_DrawArea, BlockCellsFollowTheirCornerMaskWhenBlockDrawingIsOn) {
             block.CornerMask = 0x02;
     }
     a.Area().Refresh();
-    EXPECT_EQ(a.At(520, 270), colour::kBlockMarked);
-    EXPECT_EQ(a.At(438, 270), colour::kBlockPlain);
-    EXPECT_EQ(a.At(604, 270), colour::kBlockPlain);
-    EXPECT_EQ(a.At(437, 270), colour::kPalletFrame);
-    EXPECT_EQ(a.At(605, 270), colour::kPalletFrame);
-    // The left cell of that row, (266, 198)-(433, 337), has no corner bits.
-    EXPECT_EQ(a.At(350, 270), colour::kBlockPlain);
-    EXPECT_EQ(a.At(265, 270), colour::kPalletFrame);
+    a.ExpectPixels({
+        {520, 270, colour::kBlockMarked},
+        {438, 270, colour::kBlockPlain},
+        {604, 270, colour::kBlockPlain},
+        {437, 270, colour::kPalletFrame},
+        {605, 270, colour::kPalletFrame},
+        // The left cell of that row, (266, 198)-(433, 337), has no corner bits.
+        {350, 270, colour::kBlockPlain},
+        {265, 270, colour::kPalletFrame},
+    });
 }
 
 TEST(CKs_DrawArea, NoBlockCellsWhileBlockDrawingIsOff) {
@@ -183,8 +204,10 @@ TEST(CKs_DrawArea, NoBlockCellsWhileBlockDrawingIsOff) {
     ASSERT_TRUE(a.opened);
     a.job.Shown().IsBlockDraw = 0;
     a.Area().Refresh();
-    EXPECT_EQ(a.At(520, 270), colour::kPalletFrame);
-    EXPECT_EQ(a.At(350, 270), colour::kPalletFrame);
+    a.ExpectPixels({
+        {520, 270, colour::kPalletFrame},
+        {350, 270, colour::kPalletFrame},
+    });
 }
 
 TEST(CKs_DrawArea, GridMarksAreBlackThreePixelSquaresInTheCellCorners) {
@@ -197,11 +220,13 @@ TEST(CKs_DrawArea, GridMarksAreBlackThreePixelSquaresInTheCellCorners) {
         for (int x = 266; x < 269; ++x)
             EXPECT_EQ(a.At(x, y), colour::kGridMark) << x << "," << y;
     }
-    EXPECT_EQ(a.At(269, 55), colour::kPalletFrame);
-    EXPECT_EQ(a.At(267, 57), colour::kPalletFrame);
-    EXPECT_EQ(a.At(266, 190), colour::kGridMark);
-    EXPECT_EQ(a.At(432, 55), colour::kGridMark);
-    EXPECT_EQ(a.At(432, 192), colour::kGridMark);
+    a.ExpectPixels({
+        {269, 55, colour::kPalletFrame},
+        {267, 57, colour::kPalletFrame},
+        {266, 190, colour::kGridMark},
+        {432, 55, colour::kGridMark},
+        {432, 192, colour::kGridMark},
+    });
     a.job.Shown().GridFlag = 0;
     a.Area().Refresh();
     EXPECT_EQ(a.At(267, 55), colour::kPalletFrame);
@@ -236,17 +261,19 @@ TEST(CKs_DrawArea, DanmenShowsTheSectionBandTheHeightLimitAndTheStackBar) {
     a.job.Shown().GridFlag = 0;
     a.Area().Refresh();
     const QImage& image = a.Area().Image();
-    EXPECT_EQ(a.At(500, 29), colour::kPalletFrame);
-    EXPECT_EQ(a.At(500, 28), colour::kAreaBackground);
-    EXPECT_EQ(a.At(500, 250), colour::kPalletFrame);
-    EXPECT_EQ(a.At(500, 251), colour::kAreaBackground);
-    EXPECT_EQ(a.At(360, 100), colour::kAreaBackground);
-    EXPECT_EQ(a.At(361, 100), colour::kPalletFrame);
-    EXPECT_EQ(a.At(500, 475), colour::kPalletFrame);
-    EXPECT_EQ(a.At(500, 489), colour::kPalletFrame);
-    EXPECT_EQ(a.At(500, 490), colour::kAreaBackground);
-    EXPECT_EQ(a.At(500, 474), colour::kAreaBackground);
-    EXPECT_EQ(a.At(360, 480), colour::kAreaBackground);
+    a.ExpectPixels({
+        {500, 29, colour::kPalletFrame},
+        {500, 28, colour::kAreaBackground},
+        {500, 250, colour::kPalletFrame},
+        {500, 251, colour::kAreaBackground},
+        {360, 100, colour::kAreaBackground},
+        {361, 100, colour::kPalletFrame},
+        {500, 475, colour::kPalletFrame},
+        {500, 489, colour::kPalletFrame},
+        {500, 490, colour::kAreaBackground},
+        {500, 474, colour::kAreaBackground},
+        {360, 480, colour::kAreaBackground},
+    });
     EXPECT_GT(CountOnRow(image, 295, 361, 638, colour::kHeightLimit), 50);
     EXPECT_GT(CountOnRow(image, 295, 361, 638, colour::kAreaBackground), 50);
     EXPECT_EQ(CountOnRow(image, 296, 361, 638, colour::kHeightLimit), 0);
@@ -257,9 +284,11 @@ TEST(CKs_DrawArea, DanmenShowsTheSectionBandTheHeightLimitAndTheStackBar) {
         labelPixels += CountOnRow(image, y, 361, 440, colour::kHeightLimit) > 0 ? 1 : 0;
     EXPECT_GT(labelPixels, 3);
     // The stack (x 180..380 mm: columns 411..466) stands 5 x 10 mm = 18 px on the band.
-    EXPECT_EQ(a.At(438, 466), colour::kLayer10);
-    EXPECT_EQ(a.At(411, 466), colour::kPartPen);
-    EXPECT_EQ(a.At(438, 440), colour::kAreaBackground);
+    a.ExpectPixels({
+        {438, 466, colour::kLayer10},
+        {411, 466, colour::kPartPen},
+        {438, 440, colour::kAreaBackground},
+    });
 }
 
 TEST(CKs_DrawArea, ThreeDStacksEveryLayerTwoPixelsUpAndLeft) {
@@ -269,11 +298,13 @@ TEST(CKs_DrawArea, ThreeDStacksEveryLayerTwoPixelsUpAndLeft) {
     a.job.Shown().GridFlag = 0;
     a.Area().Refresh();
     // Five pieces: the top layer is 8 px up and left, at (314, 390)-(425, 474).
-    EXPECT_EQ(a.At(314, 430), colour::kPartPen);
-    EXPECT_EQ(a.At(313, 430), colour::kPalletFrame);
-    EXPECT_EQ(a.At(380, 390), colour::kPartPen);
-    EXPECT_EQ(a.At(380, 389), colour::kPalletFrame);
-    EXPECT_EQ(a.At(318, 394), colour::kPartNormal);
+    a.ExpectPixels({
+        {314, 430, colour::kPartPen},
+        {313, 430, colour::kPalletFrame},
+        {380, 390, colour::kPartPen},
+        {380, 389, colour::kPalletFrame},
+        {318, 394, colour::kPartNormal},
+    });
     // Layers 4, 3, 2 and the base show their right edges at 426, 428, 430 and 432.
     for (int x : {426, 428, 430, 432})
         EXPECT_EQ(a.At(x, 440), colour::kPartPen) << x;
@@ -289,8 +320,10 @@ TEST(CKs_DrawArea, HighlightModePaintsThePickedStackGreen) {
     a.Area().Refresh();
     a.Area().Drawing().Picked = &a.FirstStack();
     a.Area().DrawParts(drawmode::kHighlight);
-    EXPECT_EQ(a.At(326, 402), colour::kPicked);
-    EXPECT_EQ(a.At(322, 440), colour::kPartPen);
+    a.ExpectPixels({
+        {326, 402, colour::kPicked},
+        {322, 440, colour::kPartPen},
+    });
     a.Area().DrawParts(drawmode::kAllNormal);
     EXPECT_EQ(a.At(326, 402), colour::kPartNormal);
 }
@@ -316,9 +349,11 @@ TEST(CKs_DrawArea, FourPalletCaptionsNameFourPalletsFromTheCurrentOne) {
         EXPECT_TRUE(caption->isVisibleTo(&a.Area())) << i;
     }
     // The lower caption strip keeps the window's colour, the separators are grey.
-    EXPECT_EQ(a.At(250, 255), a.At(250, 5));
-    EXPECT_EQ(a.At(250, 270), colour::kAreaBackground);
-    EXPECT_EQ(a.At(500, 100), colour::kSeparator);
+    a.ExpectPixels({
+        {250, 255, a.At(250, 5)},
+        {250, 270, colour::kAreaBackground},
+        {500, 100, colour::kSeparator},
+    });
 }
 
 TEST(CKs_DrawArea, ImageSurvivesAnExpose) {

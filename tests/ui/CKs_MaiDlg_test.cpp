@@ -25,6 +25,7 @@
 namespace kesto {
 namespace {
 
+using test::AddStack;
 using test::PixelAt;
 
 constexpr Rgb kWhite{255, 255, 255};
@@ -62,8 +63,9 @@ struct MaiDialogJob {
         EXPECT_EQ(Messages.Load(Folder / "Kesto.ini", Op), 0);
         PartsInfo& part = Job.AddPart(1, 100, 100, 30, 20, 60);
         part.DisplayName = "Bracket";
-        Picked = &Job.AddStack(part, -1, 0, 0, 4);
-        Job.AddStack(part, -1, 200, 0, 4);
+        Picked = &AddStack(App, part,
+                           {.Block = -1, .Pieces = 4, .X = 0, .Y = 0, .Corner = kCornerMaxMin});
+        AddStack(App, part, {.Block = -1, .Pieces = 4, .X = 200, .Y = 0, .Corner = kCornerMaxMin});
         Dialog = std::make_unique<CKs_MaiDlg>(App, Shown, Messages, Fonts, Op, *Picked, kLimit);
     }
     CKs_MaiDlg& D() { return *Dialog; }

@@ -11,6 +11,7 @@
 namespace kesto {
 namespace {
 
+using test::AddStack;
 using test::ViewJob;
 
 // FLAT on pallet W 1003.7, L 840 at 1000 x 700: Scale 1.35, XMin -40.148, YMax 873.6,
@@ -34,7 +35,7 @@ class Outlines : public ::testing::Test {
         block = job.AddBlock(1, 1, 0, 0, 1003.7, 840);
         part = &job.AddPart("PLATE", 240.3, 150.7);
         part->HasOutline = 1;
-        record = &job.AddStack(*part, 1, block, 350.2, 30.5);
+        record = &AddStack(job.app, *part, {.Block = block, .Pieces = 1, .X = 350.2, .Y = 30.5});
         DisplayList setUp;
         drawing.Refresh(setUp);
     }
@@ -200,7 +201,9 @@ TEST_F(Outlines, DrawingModesUseTheOutlineOnlyWhenArrangedDirectly) {
 
 TEST_F(Outlines, HighlightedOutlinesUseThePickedAndSamePartColours) {
     AddElement(kShapeLine, {{0, 10.3}, {1, 20.6}, {2, 150.9}, {3, 120.2}});
-    job.AddStack(*part, 2, block, 900.6, 600.4);  // another piece of the same part
+    AddStack(
+        job.app, *part,
+        {.Block = block, .Pieces = 2, .X = 900.6, .Y = 600.4});  // another piece of the same part
     job.app.IsDirect = 1;
     drawing.Picked = record;
     DisplayList canvas;

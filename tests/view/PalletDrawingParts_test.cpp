@@ -3,7 +3,11 @@
 // pixels are worked out by hand from the projection and the drawing rules.
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <set>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "common/RecordingCanvasQueries.h"
 #include "view/Colours.h"
@@ -14,6 +18,7 @@
 namespace kesto {
 namespace {
 
+using test::AddStack;
 using test::ViewJob;
 
 void ExpectFill(const Primitive& p, const IntRect& r, Rgb fill, Rgb pen = colour::kPartPen) {
@@ -103,11 +108,18 @@ class FlatParts : public ::testing::Test {
         drawing.Refresh(setUp);
     }
     HaichiInfo& Bracket(int32_t pieces = 7) {
-        return job.AddStack(*bracket, pieces, block, 350.2, 30.5);
+        return AddStack(job.app, *bracket,
+                        {.Block = block, .Pieces = pieces, .X = 350.2, .Y = 30.5});
     }
-    HaichiInfo& Rail(int32_t pieces = 4) { return job.AddStack(*rail, pieces, block, 420.1, 90.3); }
-    HaichiInfo& BracketFar() { return job.AddStack(*bracket, 2, block, 900.6, 600.4); }
-    HaichiInfo& Small() { return job.AddStack(*small, 12, block, 700.4, 300.8); }
+    HaichiInfo& Rail(int32_t pieces = 4) {
+        return AddStack(job.app, *rail, {.Block = block, .Pieces = pieces, .X = 420.1, .Y = 90.3});
+    }
+    HaichiInfo& BracketFar() {
+        return AddStack(job.app, *bracket, {.Block = block, .Pieces = 2, .X = 900.6, .Y = 600.4});
+    }
+    HaichiInfo& Small() {
+        return AddStack(job.app, *small, {.Block = block, .Pieces = 12, .X = 700.4, .Y = 300.8});
+    }
 
     ViewJob job;
     PalletDrawing drawing{job.app, job.shown, job.messages};
@@ -135,7 +147,9 @@ TEST_F(FlatParts, ScreenRectsOfTheStacks) {
 TEST_F(FlatParts, ModeZeroFillsEveryStackAndLabelsIt) {
     Bracket();
     Rail();
-    job.AddStack(*bracket, 5, otherPallet, 350.2, 30.5);  // pallet 2: not on the view
+    AddStack(
+        job.app, *bracket,
+        {.Block = otherPallet, .Pieces = 5, .X = 350.2, .Y = 30.5});  // pallet 2: not on the view
     Small();
     LayOut();
     drawing.DrawParts(canvas, drawmode::kAll);
@@ -223,7 +237,7 @@ class PartLabels : public FlatParts {
     void SetUp() override {
         FlatParts::SetUp();
         PartsInfo& ab = job.AddPart("AB", 10, 10);
-        record = &job.AddStack(ab, 5, block, 100, 100);
+        record = &AddStack(job.app, ab, {.Block = block, .Pieces = 5, .X = 100, .Y = 100});
     }
     std::vector<Primitive> Label(const IntRect& r, int32_t font) {
         DisplayList list;
@@ -233,50 +247,65 @@ class PartLabels : public FlatParts {
     HaichiInfo* record = nullptr;
 };
 
-TEST_F(PartLabels, TwoLinesNeedMoreThanTwoAndAHalfFontHeightsAndRoomForTheName) {
+// A part's label in a rectangle with a font: the lines it draws (text and rectangle), none
+// when the label is skipped.
+struct LabelCase {
+    const char* Name{};
+    IntRect Rect{};
+    int32_t Font{};
+    std::vector<std::pair<std::string, IntRect>> Lines{};
+};
+
+// Names the case in the test's name and in failures.
+void PrintTo(const LabelCase& c, std::ostream* out) {
+    *out << c.Name;
+}
+
+const LabelCase kLabelCases[] = {
+    // Two lines need more than two and a half font heights and room for the name.
     // fh 20: two lines when ht > 50 and w > 2 * 20 / 2 = 20. mid = 451/2 = 225:
     // name at 225 - 20 - 5 = 200, count at 225 + 5 = 230.
-    auto items = Label({100, 200, 121, 251}, 3);
-    ASSERT_EQ(2u, items.size());
-    ExpectLabel(items[0], "AB", {100, 200, 121, 251}, 3);
-    ExpectLabel(items[1], "5", {100, 230, 121, 251}, 3);
+    {"TwoLinesWhenTallAndWideEnough",
+     {100, 200, 121, 251},
+     3,
+     {{"AB", {100, 200, 121, 251}}, {"5", {100, 230, 121, 251}}}},
     // w = 20 is not wider than the name: count only at (200 + 5 + 251)/2 - 10 = 218.
-    items = Label({100, 200, 120, 251}, 3);
-    ASSERT_EQ(1u, items.size());
-    ExpectLabel(items[0], "5", {100, 218, 120, 251}, 3);
+    {"CountOnlyWhenNoWiderThanTheName", {100, 200, 120, 251}, 3, {{"5", {100, 218, 120, 251}}}},
     // ht = 50 is not more than 50: count only at (200 + 5 + 250)/2 - 10 = 217.
-    items = Label({100, 200, 121, 250}, 3);
-    ASSERT_EQ(1u, items.size());
-    ExpectLabel(items[0], "5", {100, 217, 121, 250}, 3);
-}
-
-TEST_F(PartLabels, TheTwoAndAHalfHeightLimitIsTruncated) {
+    {"CountOnlyWhenNotTallerThanTwoAndAHalfFontHeights",
+     {100, 200, 121, 250},
+     3,
+     {{"5", {100, 217, 121, 250}}}},
+    // The two and a half height limit is truncated.
     // fh 15: trunc(37.5) = 37. ht 38: two lines, mid 19, name at 19 - 15 - 3 = 1, count at 22.
-    auto items = Label({0, 0, 100, 38}, 4);
-    ASSERT_EQ(2u, items.size());
-    ExpectLabel(items[0], "AB", {0, 1, 100, 38}, 4);
-    ExpectLabel(items[1], "5", {0, 22, 100, 38}, 4);
+    {"TwoLinesAboveTheTruncatedLimit",
+     {0, 0, 100, 38},
+     4,
+     {{"AB", {0, 1, 100, 38}}, {"5", {0, 22, 100, 38}}}},
     // ht 37: count only at (0 + 3 + 37)/2 - 7 = 13.
-    items = Label({0, 0, 100, 37}, 4);
-    ASSERT_EQ(1u, items.size());
-    ExpectLabel(items[0], "5", {0, 13, 100, 37}, 4);
-}
-
-TEST_F(PartLabels, ACountThatWouldOverflowTheRectangleMovesUp) {
+    {"CountOnlyAtTheTruncatedLimit", {0, 0, 100, 37}, 4, {{"5", {0, 13, 100, 37}}}},
+    // A count that would overflow the rectangle moves up.
     // fh 20, ht 22: yt = (200 + 5 + 222)/2 - 10 = 203; 223 > 222, e = (22 - 20)/2 = 1:
     // yt = 200 - 1 = 199.
-    auto items = Label({100, 200, 160, 222}, 3);
-    ASSERT_EQ(1u, items.size());
-    ExpectLabel(items[0], "5", {100, 199, 160, 222}, 3);
+    {"OverflowingCountMovesUp", {100, 200, 160, 222}, 3, {{"5", {100, 199, 160, 222}}}},
     // ht 10: yt = 207 - 10 = 197; 217 > 210, e = (10 - 20)/2 = -5 < 0: yt = top = 200.
-    items = Label({100, 200, 160, 210}, 3);
-    ASSERT_EQ(1u, items.size());
-    ExpectLabel(items[0], "5", {100, 200, 160, 210}, 3);
+    {"OverflowingCountStopsAtTheTop", {100, 200, 160, 210}, 3, {{"5", {100, 200, 160, 210}}}},
+    // An undefined font skips the label.
+    {"UndefinedFontSkipsTheLabel", {100, 200, 160, 300}, 0, {}},
+};
+
+class PartLabelCases : public PartLabels, public ::testing::WithParamInterface<LabelCase> {};
+
+TEST_P(PartLabelCases, DrawsTheNameAndTheCountWhereTheyFit) {
+    const LabelCase& c = GetParam();
+    const auto items = Label(c.Rect, c.Font);
+    ASSERT_EQ(c.Lines.size(), items.size());
+    for (size_t i = 0; i < items.size(); ++i)
+        ExpectLabel(items[i], c.Lines[i].first, c.Lines[i].second, c.Font);
 }
 
-TEST_F(PartLabels, AnUndefinedFontSkipsTheLabel) {
-    EXPECT_TRUE(Label({100, 200, 160, 300}, 0).empty());
-}
+INSTANTIATE_TEST_SUITE_P(Labels, PartLabelCases, ::testing::ValuesIn(kLabelCases),
+                         [](const auto& tested) { return std::string(tested.param.Name); });
 
 // --- hit test and rubber band ---------------------------------------------------------------
 
@@ -594,9 +623,12 @@ TEST(CrossSection, BarsAreDrawnFromTheBackToTheFront) {
     back.PieceHeight = 3.2;
     PartsInfo& mid = job.AddPart("MID", 150.6, 120.5, "1000");
     mid.PieceHeight = 5.5;
-    job.AddStack(front, 9, block, 400.3, 50.2);   // back edge 150.6
-    job.AddStack(back, 40, block, 900.7, 500.9);  // back edge 701.2
-    job.AddStack(mid, 31, block, 1100.1, 300.4);  // back edge 420.9
+    AddStack(job.app, front,
+             {.Block = block, .Pieces = 9, .X = 400.3, .Y = 50.2});  // back edge 150.6
+    AddStack(job.app, back,
+             {.Block = block, .Pieces = 40, .X = 900.7, .Y = 500.9});  // back edge 701.2
+    AddStack(job.app, mid,
+             {.Block = block, .Pieces = 31, .X = 1100.1, .Y = 300.4});  // back edge 420.9
     PalletDrawing drawing(job.app, job.shown, job.messages);
     DisplayList canvas;
     drawing.Refresh(canvas);
@@ -627,7 +659,7 @@ TEST(CrossSection, OnlyModeZeroDrawsTheBars) {
     const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
     PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
     back.PieceHeight = 3.2;
-    job.AddStack(back, 40, block, 900.7, 500.9);
+    AddStack(job.app, back, {.Block = block, .Pieces = 40, .X = 900.7, .Y = 500.9});
     PalletDrawing drawing(job.app, job.shown, job.messages);
     DisplayList setUp;
     drawing.Refresh(setUp);
@@ -647,8 +679,10 @@ TEST(CrossSection, TwoPalletBarsOfTheSecondSlotAreShiftedAndTiesKeepListOrder) {
     job.app.PalletCount = 2;
     PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
     back.PieceHeight = 3.2;
-    job.AddStack(back, 40, job.AddBlock(1, 2, 0, 0, 1250, 815), 900.9, 500.9);
-    job.AddStack(back, 40, job.AddBlock(1, 1, 0, 0, 1250, 815), 900.9, 500.9);
+    AddStack(job.app, back,
+             {.Block = job.AddBlock(1, 2, 0, 0, 1250, 815), .Pieces = 40, .X = 900.9, .Y = 500.9});
+    AddStack(job.app, back,
+             {.Block = job.AddBlock(1, 1, 0, 0, 1250, 815), .Pieces = 40, .X = 900.9, .Y = 500.9});
     PalletDrawing drawing(job.app, job.shown, job.messages);
     DisplayList canvas;
     drawing.Refresh(canvas);
@@ -675,7 +709,9 @@ TEST(FourPalletParts, ThePalletOfASlotNumberBeyondTheCountIsNotDrawn) {
     job.shown.CurrentPallet = 2;
     PartsInfo& shelf = job.AddPart("SHELF", 287.4, 158.6);
     for (int32_t p = 1; p <= 4; ++p)
-        job.AddStack(shelf, 3, job.AddBlock(1, p, 0, 0, 1250, 815), 612.5, 203.3);
+        AddStack(
+            job.app, shelf,
+            {.Block = job.AddBlock(1, p, 0, 0, 1250, 815), .Pieces = 3, .X = 612.5, .Y = 203.3});
     PalletDrawing drawing(job.app, job.shown, job.messages);
     DisplayList setUp;
     drawing.Refresh(setUp);

@@ -5,6 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <ostream>
+#include <string>
+#include <utility>
+
 #include "common/RecordingCanvasQueries.h"
 #include "view/Colours.h"
 #include "view/DisplayList.h"
@@ -13,6 +18,7 @@
 namespace kesto {
 namespace {
 
+using test::AddStack;
 using test::ViewJob;
 
 constexpr int32_t kFlat = 0;
@@ -209,80 +215,149 @@ TEST_F(Layout, FlatScalesAWidePalletByItsWidthAndCentresItVertically) {
 
 // --- DANMEN -------------------------------------------------------------------------------
 
-TEST_F(Layout, DanmenPutsThePalletInTheUpperHalfAndTheBandAtTheBottom) {
-    MakePallet(1250, 815);
-    Area(1000, 701);
-    job.shown.PalletMode = kDanmen;
-    drawing.Refresh(canvas);
+// One DANMEN layout of the pallet 1250 x 815 (height limit 1234.56789) and what it must
+// show; what a case leaves empty it does not check.
+struct DanmenCase {
+    const char* Name{};
+    int32_t Width{};
+    int32_t Height{};
+    int32_t LabelFontHeight{};  // 0: the job's own (14)
+    std::optional<int32_t> CaptionHeight{};
+    std::optional<std::pair<double, double>> WorldY{};  // YMin, YMax
+    std::optional<double> Scale{};
+    std::optional<IntRect> Pallet{};
+    std::optional<IntPoint> Origin{};                      // OriginDX, OriginDY
+    std::optional<std::pair<int32_t, int32_t>> Section{};  // SectionBase, SectionTop
+    double SectionScaleDivisor{};                          // SectionScale = H / this
+    std::optional<IntRect> Background{};                   // the first item
+    std::optional<IntRect> Frame{};                        // the second item
+    std::optional<IntRect> Band{};                         // the third item
+    IntPoint LineFrom{};                                   // the fourth item, the height-limit line
+    IntPoint LineTo{};
+    IntPoint LabelAt{};  // the fifth item, its label
+    std::optional<IntRect> Caption{};
+};
+
+const DanmenCase kDanmenCases[] = {
+    // The pallet in the upper half, the band at the bottom.
     // cap = trunc(28.04) = 28; world x -50 .. 1300, y -65.2 .. 1695.2.
-    EXPECT_DOUBLE_EQ(-65.2, drawing.YMin);
-    EXPECT_DOUBLE_EQ(1695.2, drawing.YMax);
     // sx = 1.35, sy = 1760.4 / 673 = 2.6157: Scale = sy.
-    EXPECT_DOUBLE_EQ(1760.4 / 673, drawing.Scale);
     // A = (trunc(50*673/1760.4), trunc(1695.2*673/1760.4)) = (trunc(19.12), trunc(648.07))
     // = (19, 648); B = (trunc(1300*673/1760.4), trunc(880.2*673/1760.4)) = (trunc(496.99),
     // trunc(336.5)) = (496, 336); pw = 477, ph = 312.
     // top = ((701 - 28) / 2 - 312) / 2 + 28 = 40; left = (1000 - 477) / 2 = 261.
-    EXPECT_EQ((IntRect{261, 40, 738, 352}), drawing.PalletRect[0]);
-    EXPECT_EQ(242, drawing.OriginDX);
-    EXPECT_EQ(-296, drawing.OriginDY);
     // Section: base 352, top trunc(0.95 * 701) = 665, band to trunc(0.98 * 701) = 686.
-    EXPECT_EQ(352, drawing.SectionBase);
-    EXPECT_EQ(665, drawing.SectionTop);
     // g = max(trunc(0.2 * (665 - 352)) = 62, 14) = 62; line at y = 352 + 62 = 414;
-    // SectionScale = H / (665 - 414) = H / 251.
-    EXPECT_DOUBLE_EQ(1234.56789 / 251, drawing.SectionScale);
-
-    ASSERT_EQ(5u, canvas.Items().size());
-    ExpectRect(canvas.Items()[0], {0, 28, 1000, 701}, colour::kAreaBackground,
-               colour::kAreaBackground);
-    ExpectRect(canvas.Items()[1], {261, 40, 738, 352}, colour::kPalletFrame, colour::kPalletFrame);
-    ExpectRect(canvas.Items()[2], {261, 665, 738, 686}, colour::kPalletFrame, colour::kPalletFrame);
-    ExpectLine(canvas.Items()[3], {261, 414}, {738, 414}, colour::kHeightLimit, PenStyle::Dotted,
-               0);
-    // Label "%.4lf" of H at (left, y - 14).
-    ExpectHeightLabel(canvas.Items()[4], "1234.5679", {261, 400});
-    ExpectCaption(drawing.Captions[0], {0, 0, 1000, 28}, true, "PL-01");
-}
-
-TEST_F(Layout, DanmenInATallerArea) {
-    MakePallet(1250, 815);
-    Area(800, 901);
-    job.shown.PalletMode = kDanmen;
-    drawing.Refresh(canvas);
+    // SectionScale = H / (665 - 414) = H / 251. Label "%.4lf" of H at (left, y - 14).
+    {.Name = "PalletInTheUpperHalfAndTheBandAtTheBottom",
+     .Width = 1000,
+     .Height = 701,
+     .LabelFontHeight = 0,
+     .WorldY = std::pair{-65.2, 1695.2},
+     .Scale = 1760.4 / 673,
+     .Pallet = IntRect{261, 40, 738, 352},
+     .Origin = IntPoint{242, -296},
+     .Section = std::pair{352, 665},
+     .SectionScaleDivisor = 251,
+     .Background = IntRect{0, 28, 1000, 701},
+     .Frame = IntRect{261, 40, 738, 352},
+     .Band = IntRect{261, 665, 738, 686},
+     .LineFrom = {261, 414},
+     .LineTo = {738, 414},
+     .LabelAt = {261, 400},
+     .Caption = IntRect{0, 0, 1000, 28}},
+    // A taller area.
     // cap = trunc(36.04) = 36; sx = 1350/800 = 1.6875, sy = 1760.4/865 = 2.0351: sy.
-    EXPECT_EQ(36, drawing.CaptionHeight);
-    EXPECT_DOUBLE_EQ(1760.4 / 865, drawing.Scale);
     // A = (trunc(24.57), trunc(832.96)) = (24, 832); B = (trunc(638.78), trunc(432.5))
     // = (638, 432); pw = 614, ph = 400; top = ((901 - 36)/2 - 400)/2 + 36 = 52;
     // left = (800 - 614) / 2 = 93.
-    EXPECT_EQ((IntRect{93, 52, 707, 452}), drawing.PalletRect[0]);
-    EXPECT_EQ(69, drawing.OriginDX);
-    EXPECT_EQ(-380, drawing.OriginDY);
     // Band y trunc(855.95) = 855 .. trunc(882.98) = 882; g = trunc(0.2 * 403) = 80 -> y 532.
-    EXPECT_EQ(452, drawing.SectionBase);
-    EXPECT_EQ(855, drawing.SectionTop);
-    EXPECT_DOUBLE_EQ(1234.56789 / 323, drawing.SectionScale);
-    ASSERT_EQ(5u, canvas.Items().size());
-    ExpectRect(canvas.Items()[2], {93, 855, 707, 882}, colour::kPalletFrame, colour::kPalletFrame);
-    ExpectLine(canvas.Items()[3], {93, 532}, {707, 532}, colour::kHeightLimit, PenStyle::Dotted, 0);
-    ExpectHeightLabel(canvas.Items()[4], "1234.5679", {93, 518});
-}
-
-TEST_F(Layout, DanmenLabelGapIsAtLeastTheLabelFontHeight) {
-    MakePallet(1250, 815);
-    Area(1000, 701);
-    job.shown.PalletMode = kDanmen;
-    job.app.FontHeight[test::kLabelFont] = 70;
-    drawing.Refresh(canvas);
+    {.Name = "InATallerArea",
+     .Width = 800,
+     .Height = 901,
+     .LabelFontHeight = 0,
+     .CaptionHeight = 36,
+     .Scale = 1760.4 / 865,
+     .Pallet = IntRect{93, 52, 707, 452},
+     .Origin = IntPoint{69, -380},
+     .Section = std::pair{452, 855},
+     .SectionScaleDivisor = 323,
+     .Band = IntRect{93, 855, 707, 882},
+     .LineFrom = {93, 532},
+     .LineTo = {707, 532},
+     .LabelAt = {93, 518}},
+    // The label gap is at least the label font height.
     // g = max(62, 70) = 70: line at 352 + 70 = 422, SectionScale = H / (665 - 422),
     // label at 422 - 70 = 352.
-    EXPECT_DOUBLE_EQ(1234.56789 / 243, drawing.SectionScale);
-    ASSERT_EQ(5u, canvas.Items().size());
-    ExpectLine(canvas.Items()[3], {261, 422}, {738, 422}, colour::kHeightLimit, PenStyle::Dotted,
-               0);
-    ExpectHeightLabel(canvas.Items()[4], "1234.5679", {261, 352});
+    {.Name = "LabelGapIsAtLeastTheLabelFontHeight",
+     .Width = 1000,
+     .Height = 701,
+     .LabelFontHeight = 70,
+     .SectionScaleDivisor = 243,
+     .LineFrom = {261, 422},
+     .LineTo = {738, 422},
+     .LabelAt = {261, 352}},
+};
+
+// Names the case in the test's name and in failures.
+void PrintTo(const DanmenCase& c, std::ostream* out) {
+    *out << c.Name;
 }
+
+class Danmen : public Layout, public ::testing::WithParamInterface<DanmenCase> {};
+
+TEST_P(Danmen, PlacesThePalletTheSectionBandAndTheHeightLimit) {
+    const DanmenCase& c = GetParam();
+    MakePallet(1250, 815);
+    Area(c.Width, c.Height);
+    job.shown.PalletMode = kDanmen;
+    if (c.LabelFontHeight != 0) {
+        job.app.FontHeight[test::kLabelFont] = c.LabelFontHeight;
+    }
+    drawing.Refresh(canvas);
+    if (c.CaptionHeight) {
+        EXPECT_EQ(*c.CaptionHeight, drawing.CaptionHeight);
+    }
+    if (c.WorldY) {
+        EXPECT_DOUBLE_EQ(c.WorldY->first, drawing.YMin);
+        EXPECT_DOUBLE_EQ(c.WorldY->second, drawing.YMax);
+    }
+    if (c.Scale) {
+        EXPECT_DOUBLE_EQ(*c.Scale, drawing.Scale);
+    }
+    if (c.Pallet) {
+        EXPECT_EQ(*c.Pallet, drawing.PalletRect[0]);
+    }
+    if (c.Origin) {
+        EXPECT_EQ(c.Origin->X, drawing.OriginDX);
+        EXPECT_EQ(c.Origin->Y, drawing.OriginDY);
+    }
+    if (c.Section) {
+        EXPECT_EQ(c.Section->first, drawing.SectionBase);
+        EXPECT_EQ(c.Section->second, drawing.SectionTop);
+    }
+    EXPECT_DOUBLE_EQ(1234.56789 / c.SectionScaleDivisor, drawing.SectionScale);
+
+    ASSERT_EQ(5u, canvas.Items().size());
+    if (c.Background) {
+        ExpectRect(canvas.Items()[0], *c.Background, colour::kAreaBackground,
+                   colour::kAreaBackground);
+    }
+    if (c.Frame) {
+        ExpectRect(canvas.Items()[1], *c.Frame, colour::kPalletFrame, colour::kPalletFrame);
+    }
+    if (c.Band) {
+        ExpectRect(canvas.Items()[2], *c.Band, colour::kPalletFrame, colour::kPalletFrame);
+    }
+    ExpectLine(canvas.Items()[3], c.LineFrom, c.LineTo, colour::kHeightLimit, PenStyle::Dotted, 0);
+    ExpectHeightLabel(canvas.Items()[4], "1234.5679", c.LabelAt);
+    if (c.Caption) {
+        ExpectCaption(drawing.Captions[0], *c.Caption, true, "PL-01");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts, Danmen, ::testing::ValuesIn(kDanmenCases),
+                         [](const auto& tested) { return std::string(tested.param.Name); });
 
 // --- 4PALLET ------------------------------------------------------------------------------
 
@@ -593,7 +668,9 @@ class ScreenRects : public Layout {
         otherProcessBlock = job.AddBlock(2, 1, 0, 0, 1250, 815);
         drawing.Refresh(canvas);
     }
-    HaichiInfo& StackOn(int32_t block) { return job.AddStack(*part, 3, block, 612.5, 203.3); }
+    HaichiInfo& StackOn(int32_t block) {
+        return AddStack(job.app, *part, {.Block = block, .Pieces = 3, .X = 612.5, .Y = 203.3});
+    }
 
     PartsInfo* part = nullptr;
     std::array<int32_t, 5> blockOf{};

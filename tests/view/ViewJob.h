@@ -9,6 +9,7 @@
 
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
+#include "common/StackFields.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
 #include "support/MessageFile.h"
@@ -98,17 +99,6 @@ class ViewJob {
         app.BlocksCount = static_cast<int32_t>(app.Blocks.size());
         app.BlocksCapacity = app.BlocksCount;
         return app.BlocksCount - 1;
-    }
-
-    HaichiInfo& AddStack(PartsInfo& part, int32_t pieces, int32_t blockIndex, double x, double y) {
-        HaichiInfo& h = app.HaichiList.Append();
-        app.HaichiList.Count++;
-        h.Part = &part;
-        h.Pieces = pieces;
-        h.BlockIndex = blockIndex;
-        h.X = x;
-        h.Y = y;
-        return h;
     }
 
     TempFolder folder;
