@@ -161,8 +161,8 @@ void BM_HighlightChange(benchmark::State& state) {
     for (auto _ : state) {
         QPainter painter(&image);
         QtCanvas canvas(painter, job.Fonts);
-        drawing.LastPicked = shown[next % shown.size()];
-        drawing.Picked = shown[(next + 1) % shown.size()];
+        drawing.Select().SetLastPicked(shown[next % shown.size()]);
+        drawing.Select().SetPicked(shown[(next + 1) % shown.size()]);
         drawing.DrawParts(canvas, drawmode::kUnhighlight);
         drawing.DrawParts(canvas, drawmode::kPartPieces);
         ++next;
@@ -251,7 +251,7 @@ void BM_DragFrame(benchmark::State& state) {
     }
     state.counters["image_rects"] = static_cast<double>(view.Image.size());
     edit.Release(canvas, 0, 0);
-    drawing.ResetSelection();
+    drawing.Select().Reset();
     job.Shown.Is3D = 1;
 }
 
@@ -278,27 +278,27 @@ void BM_Drop(benchmark::State& state) {
         state.SkipWithError("no stack on view");
         return;
     }
-    drawing.BandActive = 1;
+    drawing.Select().SetBand(BandState::InForce);
     for (HaichiInfo* h : shown)
-        drawing.BandList.push_back(BandEntry{h, *drawing.ScreenRect(*h)});
+        drawing.Select().AddBandEntry(BandEntry{h, *drawing.ScreenRect(*h)});
     DrawingEdit edit(job.App, Services{job.Quiet, job.Host, job.Messages}, drawing, view);
     DisplayList canvas;
     int32_t dx = 12;
     for (auto _ : state) {
-        const IntPoint grab = Middle(drawing.BandList.front().Rect);
+        const IntPoint grab = Middle(drawing.Selected().BandList().front().Rect);
         canvas.Clear();
         edit.Press(canvas, grab.X, grab.Y, false);
         edit.Move(canvas, grab.X + 1, grab.Y, true);
         edit.Move(canvas, grab.X + dx, grab.Y, true);
         edit.Release(canvas, grab.X + dx, grab.Y);
-        if (drawing.BandActive != 1) {
+        if (drawing.Selected().Band() != BandState::InForce) {
             state.SkipWithError("the band was lost");
             break;
         }
         dx = -dx;
     }
-    state.counters["band_stacks"] = static_cast<double>(drawing.BandList.size());
-    drawing.ResetSelection();
+    state.counters["band_stacks"] = static_cast<double>(drawing.Selected().BandList().size());
+    drawing.Select().Reset();
     job.App.IsDirect = 0;
     job.Shown.Is3D = 1;
 }

@@ -37,11 +37,6 @@ bool Inside(const IntRect& r, const IntRect& outer) {
            r.Bottom <= outer.Bottom;
 }
 
-std::vector<BandEntry>::iterator FindEntry(std::vector<BandEntry>& band, const HaichiInfo* h) {
-    return std::find_if(band.begin(), band.end(),
-                        [h](const BandEntry& e) { return e.Record == h; });
-}
-
 }  // namespace
 
 DrawingEdit::DrawingEdit(CKestoApp& app, const Services& services, PalletDrawing& drawing,
@@ -51,7 +46,7 @@ DrawingEdit::DrawingEdit(CKestoApp& app, const Services& services, PalletDrawing
 // --- press ----------------------------------------------------------------------------------
 
 void DrawingEdit::Press(Canvas& canvas, int32_t x, int32_t y, bool shift) {
-    const HaichiInfo* before = d_.Picked;
+    const HaichiInfo* before = Sel().Picked();
     PressSteps(canvas, x, y, shift);
     InfoFollowsPick(before);
 }
@@ -63,13 +58,13 @@ void DrawingEdit::PressSteps(Canvas& canvas, int32_t x, int32_t y, bool shift) {
     // Every press counts its moves afresh, so a click without moving never drops.
     MoveCount = -1;
     tracking_ = false;
-    const bool bandFromPick =
-        shift && app_.IsDirect == 1 && d_.BandActive == 0 && d_.LastPicked != nullptr;
+    const bool bandFromPick = shift && app_.IsDirect == 1 && Sel().Band() == BandState::Off &&
+                              Sel().LastPicked() != nullptr;
     if (bandFromPick && !StartBandFromPick(canvas, x, y)) {
         SinglePick(canvas, x, y);
         return;
     }
-    if (d_.BandActive == 1 && !d_.BandList.empty()) {
+    if (Sel().Band() == BandState::InForce && !Sel().BandList().empty()) {
         if (shift) {
             ShiftInBand(canvas, x, y);
             return;
@@ -81,55 +76,55 @@ void DrawingEdit::PressSteps(Canvas& canvas, int32_t x, int32_t y, bool shift) {
 }
 
 HaichiInfo* DrawingEdit::PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t y) {
-    d_.Picked = nullptr;
-    d_.BandActive = 2;
+    Sel().SetPicked(nullptr);
+    Sel().SetBand(BandState::Aside);
     d_.DrawParts(canvas, drawmode::kHitTest, x, y);
-    d_.BandActive = 1;
-    return d_.Picked;
+    Sel().SetBand(BandState::InForce);
+    return Sel().Picked();
 }
 
 bool DrawingEdit::StartBandFromPick(Canvas& canvas, int32_t x, int32_t y) {
-    HaichiInfo* const oldPicked = d_.Picked;
-    const IntRect oldRect = d_.PickRect;
+    HaichiInfo* const oldPicked = Sel().Picked();
+    const IntRect oldRect = Sel().PickRect();
     if (PointTestKeepingBand(canvas, x, y) == nullptr) {
-        d_.Picked = oldPicked;
+        Sel().SetPicked(oldPicked);
         // A band without entries is not in force: the press is a plain pick.
-        d_.BandActive = 0;
+        Sel().SetBand(BandState::Off);
         return false;
     }
-    const std::optional<IntRect> shown = d_.ScreenRect(*d_.LastPicked);
-    d_.BandList.assign(1, BandEntry{d_.LastPicked, shown ? *shown : oldRect});
+    const std::optional<IntRect> shown = d_.ScreenRect(*Sel().LastPicked());
+    Sel().ClearBandList();
+    Sel().AddBandEntry(BandEntry{Sel().LastPicked(), shown ? *shown : oldRect});
     return true;
 }
 
 void DrawingEdit::ShiftInBand(Canvas& canvas, int32_t x, int32_t y) {
     // The hit test leaves Picked on the record hit, so that MaiChg and left work on it.
     HaichiInfo* hit = PointTestKeepingBand(canvas, x, y);
-    if (hit != nullptr && PalletOf(*hit) == PalletOf(*d_.BandList.front().Record)) {
-        const auto it = FindEntry(d_.BandList, hit);
-        if (it != d_.BandList.end()) {
+    if (hit != nullptr && PalletOf(*hit) == PalletOf(*Sel().BandList().front().Record)) {
+        if (Sel().HasBandEntry(hit)) {
             d_.DrawParts(canvas, drawmode::kUnhighlight);
-            d_.BandList.erase(it);
-        } else if (d_.BandList.size() < kBandListCapacity) {
-            d_.BandList.push_back(BandEntry{hit, d_.PickRect});
+            Sel().RemoveBandEntry(hit);
+        } else {
+            Sel().AddBandEntry(BandEntry{hit, Sel().PickRect()});
         }
         d_.DrawParts(canvas, drawmode::kHighlight);
         Sync();
     }
-    if (d_.BandList.empty()) {
-        d_.BandActive = 0;
-        d_.LastPicked = nullptr;
+    if (Sel().BandList().empty()) {
+        Sel().SetBand(BandState::Off);
+        Sel().SetLastPicked(nullptr);
     }
-    d_.PickHistory.clear();
+    Sel().ClearHistory();
 }
 
 bool DrawingEdit::GrabBand(Canvas& canvas, int32_t x, int32_t y) {
     HaichiInfo* hit = PointTestKeepingBand(canvas, x, y);
-    if (hit != nullptr && FindEntry(d_.BandList, hit) != d_.BandList.end()) {
+    if (hit != nullptr && Sel().HasBandEntry(hit)) {
         DragAnchor = hit;
         pressAt_ = IntPoint{x, y};
         BandOffsets.clear();
-        for (const BandEntry& e : d_.BandList)
+        for (const BandEntry& e : Sel().BandList())
             BandOffsets.push_back(IntPoint{e.Rect.Left - x, e.Rect.Top - y});
         LastMouse = IntPoint{x, y};
         view_.ShowDragImage(DragImageAt(x, y));
@@ -137,24 +132,24 @@ bool DrawingEdit::GrabBand(Canvas& canvas, int32_t x, int32_t y) {
         return true;
     }
     d_.DrawParts(canvas, drawmode::kUnhighlight);
-    d_.BandList.clear();
+    Sel().ClearBandList();
     BandOffsets.clear();
     Sync();
-    d_.BandActive = 0;
+    Sel().SetBand(BandState::Off);
     return false;
 }
 
 void DrawingEdit::SinglePick(Canvas& canvas, int32_t x, int32_t y) {
     view_.HideDragImage();
-    d_.PickHistory.clear();
+    Sel().ClearHistory();
     MoveCount = -1;
-    d_.Picked = nullptr;
+    Sel().SetPicked(nullptr);
     // A band whose entries were all dropped is not in force: this is a point test, not a
     // collection in the old band.
-    if (d_.BandActive != 0 && d_.BandList.empty())
-        d_.BandActive = 0;
+    if (Sel().Band() != BandState::Off && Sel().BandList().empty())
+        Sel().SetBand(BandState::Off);
     d_.DrawParts(canvas, drawmode::kHitTest, x, y);
-    if (d_.Picked != nullptr) {
+    if (Sel().Picked() != nullptr) {
         PartHit(canvas, x, y);
         return;
     }
@@ -166,16 +161,16 @@ void DrawingEdit::SinglePick(Canvas& canvas, int32_t x, int32_t y) {
 }
 
 void DrawingEdit::PartHit(Canvas& canvas, int32_t x, int32_t y) {
-    if (d_.LastPicked != nullptr)
+    if (Sel().LastPicked() != nullptr)
         d_.DrawParts(canvas, drawmode::kUnhighlight);
     LastMouse = IntPoint{x, y};
-    DragOffset = IntPoint{d_.PickRect.Left - x, d_.PickRect.Top - y};
+    DragOffset = IntPoint{Sel().PickRect().Left - x, Sel().PickRect().Top - y};
     Sync();
-    if (d_.Picked->Part != nullptr)
-        view_.SelectPartsAllLine(d_.Picked->Part->Seq);
+    if (Sel().Picked()->Part != nullptr)
+        view_.SelectPartsAllLine(Sel().Picked()->Part->Seq);
     d_.DrawParts(canvas, drawmode::kHighlight);
     view_.ShowDragImage(DragImageAt(x, y));
-    d_.LastPicked = d_.Picked;
+    Sel().SetLastPicked(Sel().Picked());
     view_.RefreshInfoPanel();
 }
 
@@ -184,22 +179,20 @@ void DrawingEdit::PartHit(Canvas& canvas, int32_t x, int32_t y) {
 void DrawingEdit::FinishBand(Canvas& canvas) {
     const IntRect band = Normalised(TrackedBand());
     if (band.Right - band.Left <= 2 || band.Bottom - band.Top <= 2) {
-        if (d_.BandActive != 0)
+        if (Sel().Band() != BandState::Off)
             d_.DrawParts(canvas, drawmode::kUnhighlight);
         return;
     }
     if (!WithinOneSlot(band))
         return;
-    if (d_.LastPicked != nullptr)
+    if (Sel().LastPicked() != nullptr)
         d_.DrawParts(canvas, drawmode::kUnhighlight);
-    d_.BandActive = 1;
-    d_.BandList.clear();
-    d_.BandRect = band;
+    Sel().StartBand(band);
     d_.DrawParts(canvas, drawmode::kHitTest);
     d_.DrawParts(canvas, drawmode::kHighlight);
     Sync();
-    if (d_.BandList.empty())
-        d_.BandActive = 0;
+    if (Sel().BandList().empty())
+        Sel().SetBand(BandState::Off);
 }
 
 bool DrawingEdit::WithinOneSlot(const IntRect& band) const {
@@ -234,7 +227,7 @@ bool DrawingEdit::WithinOneSlot(const IntRect& band) const {
 // --- move -----------------------------------------------------------------------------------
 
 void DrawingEdit::Move(Canvas& canvas, int32_t x, int32_t y, bool leftButtonOnly) {
-    const HaichiInfo* before = d_.Picked;
+    const HaichiInfo* before = Sel().Picked();
     MoveSteps(canvas, x, y, leftButtonOnly);
     InfoFollowsPick(before);
 }
@@ -248,23 +241,23 @@ void DrawingEdit::MoveSteps(Canvas& canvas, int32_t x, int32_t y, bool leftButto
         return;
     }
     const bool dragging =
-        leftButtonOnly && MoveCount >= 0 && (BandDragInForce() || d_.Picked != nullptr);
-    if (d_.BandActive >= 1 && DragAnchor != nullptr && !dragging && d_.BandActive != 2 &&
-        d_.BandList.empty() && MoveCount >= 1) {
+        leftButtonOnly && MoveCount >= 0 && (BandDragInForce() || Sel().Picked() != nullptr);
+    if (Sel().Band() != BandState::Off && DragAnchor != nullptr && !dragging &&
+        Sel().Band() != BandState::Aside && Sel().BandList().empty() && MoveCount >= 1) {
         d_.DrawParts(canvas, drawmode::kAllNormal);
-        d_.BandList.clear();
+        Sel().ClearBandList();
         Sync();
-        d_.BandActive = 2;
-        d_.LastPicked = nullptr;
-        d_.Picked = nullptr;
+        Sel().SetBand(BandState::Aside);
+        Sel().SetLastPicked(nullptr);
+        Sel().SetPicked(nullptr);
     }
     if (dragging) {
         // The overlay replaces the image drawn at LastMouse.
         view_.ShowDragImage(DragImageAt(x, y));
         LastMouse = IntPoint{x, y};
         if (!InDrawingZone(x, y)) {
-            d_.Picked = nullptr;
-            d_.BandList.clear();
+            Sel().SetPicked(nullptr);
+            Sel().ClearBandList();
             BandOffsets.clear();
             view_.HideDragImage();
         }
@@ -306,10 +299,10 @@ void DrawingEdit::Release(Canvas& canvas, int32_t x, int32_t y) {
     if (DropDue())
         Drop(canvas, x, y);
     LastMouse = kNoMouse;
-    if (d_.BandActive == 2) {
-        d_.BandList.clear();
+    if (Sel().Band() == BandState::Aside) {
+        Sel().ClearBandList();
         BandOffsets.clear();
-        d_.BandActive = 0;
+        Sel().SetBand(BandState::Off);
     }
     view_.HideDragImage();
 }
@@ -317,9 +310,9 @@ void DrawingEdit::Release(Canvas& canvas, int32_t x, int32_t y) {
 bool DrawingEdit::DropDue() const {
     if (MoveCount < 1)
         return false;
-    if (d_.BandActive == 0)
-        return d_.Picked != nullptr;
-    return BandDragInForce() && !d_.PickHistory.empty();
+    if (Sel().Band() == BandState::Off)
+        return Sel().Picked() != nullptr;
+    return BandDragInForce() && !Sel().PickHistory().empty();
 }
 
 void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
@@ -329,17 +322,17 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
     std::optional<DropRefusal> refused;
     if (KouteiInfo* koutei = app_.KouteiAt(d_.Shown().CurrentKoutei)) {
         CKs_Haichi engine(app_, services_, d_.Shown());
-        engine.RebuildCorners(koutei, d_.PickHistory);
-        if (d_.BandActive == 0) {
+        engine.RebuildCorners(koutei, Sel().PickHistory());
+        if (Sel().Band() == BandState::Off) {
             const IntRect r = dropped.front();
-            const auto before = Positions(d_.PickHistory);
-            const DropInput drop{d_.PalletRect, d_.BlockRects, d_.PickHistory, false};
-            engine.MoveGroup(koutei, d_.PickHistory, r.Left, r.Top, r.Right, r.Bottom,
+            const auto before = Positions(Sel().PickHistory());
+            const DropInput drop{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), false};
+            engine.MoveGroup(koutei, Sel().PickHistory(), r.Left, r.Top, r.Right, r.Bottom,
                              app_.IsDirect, drop);
             // Put back where it was picked up, nothing had to move.
-            const bool inPlace = std::abs(r.Left - d_.PickRect.Left) <= kPutBackPixels &&
-                                 std::abs(r.Top - d_.PickRect.Top) <= kPutBackPixels;
-            if (Positions(d_.PickHistory) == before && !inPlace)
+            const bool inPlace = std::abs(r.Left - Sel().PickRect().Left) <= kPutBackPixels &&
+                                 std::abs(r.Top - Sel().PickRect().Top) <= kPutBackPixels;
+            if (Positions(Sel().PickHistory()) == before && !inPlace)
                 refused = OnAPallet(r) ? DropRefusal::NoRoom : DropRefusal::OffThePallets;
         } else {
             refused = DropBand(engine, koutei, x - pressAt_.X, y - pressAt_.Y);
@@ -347,7 +340,7 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
     }
     view_.Refresh();
     d_.DrawParts(canvas, drawmode::kHighlight);
-    if (d_.BandActive == 0)
+    if (Sel().Band() == BandState::Off)
         d_.DrawParts(canvas, drawmode::kHitTest, x, y);
     if (refused)
         view_.ShowRefusedDrop(*refused, dropped);
@@ -373,9 +366,9 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
                                                  int32_t dy) {
     // Every entry alone must land on one and the same pallet, or nothing moves.
     std::optional<int32_t> target;
-    for (const BandEntry& e : d_.BandList) {
+    for (const BandEntry& e : Sel().BandList()) {
         const IntRect r = Moved(e.Rect, dx, dy);
-        const DropInput probe{d_.PalletRect, d_.BlockRects, d_.PickHistory, true};
+        const DropInput probe{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), true};
         const DropResult res = engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right,
                                                 r.Bottom, app_.IsDirect, probe);
         if (res.Target < 0)
@@ -385,14 +378,15 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
         target = res.Target;
     }
     std::vector<HaichiInfo*> records;
-    for (const BandEntry& e : d_.BandList)
+    for (const BandEntry& e : Sel().BandList())
         records.push_back(e.Record);
     const auto before = Positions(records);
-    for (BandEntry& e : d_.BandList) {
+    for (size_t i = 0; i < Sel().BandList().size(); ++i) {
+        const BandEntry e = Sel().BandList()[i];
         const IntRect r = Moved(e.Rect, dx, dy);
-        const DropInput move{d_.PalletRect, d_.BlockRects, d_.PickHistory, false};
+        const DropInput move{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), false};
         engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right, r.Bottom, app_.IsDirect, move);
-        e.Rect = r;
+        Sel().MoveBandEntry(i, r);
     }
     if (Positions(records) == before && (dx != 0 || dy != 0))
         return DropRefusal::NoRoom;
@@ -402,25 +396,49 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
 // --- shared -----------------------------------------------------------------------------------
 
 void DrawingEdit::InfoFollowsPick(const HaichiInfo* before) {
-    if (before != nullptr && d_.Picked == nullptr)
+    if (before != nullptr && Sel().Picked() == nullptr)
         view_.RefreshInfoPanel();
 }
 
+bool DrawingEdit::SwitchDirect() {
+    if (app_.IsDirect == 0) {
+        app_.IsDirect = 1;
+        return false;
+    }
+    app_.IsDirect = 0;
+    if (Sel().Band() == BandState::Off)
+        return false;
+    Sel().Reset();
+    return true;
+}
+
 void DrawingEdit::DirectSwitched() {
-    d_.LastPicked = nullptr;
-    d_.PickHistory.clear();
+    Sel().SetLastPicked(nullptr);
+    Sel().ClearHistory();
+}
+
+void DrawingEdit::PickAlone(HaichiInfo& stack) {
+    Sel().SetPicked(&stack);
+    Sel().SetLastPicked(&stack);
+    Sel().ClearHistory();
+    Sel().AddToHistory(&stack);
+}
+
+void DrawingEdit::JobReloaded() {
+    Sel().SetPicked(nullptr);
+    Sel().SetLastPicked(nullptr);
 }
 
 bool DrawingEdit::BandDragInForce() const {
-    return d_.BandActive == 1 && DragAnchor != nullptr && !d_.BandList.empty();
+    return Sel().Band() == BandState::InForce && DragAnchor != nullptr && !Sel().BandList().empty();
 }
 
 std::vector<IntRect> DrawingEdit::DragImageAt(int32_t x, int32_t y) const {
     if (!BandDragInForce())
-        return {PlacedAt(d_.PickRect, x + DragOffset.X, y + DragOffset.Y)};
+        return {PlacedAt(Sel().PickRect(), x + DragOffset.X, y + DragOffset.Y)};
     std::vector<IntRect> rects;
-    for (size_t i = 0; i < d_.BandList.size(); ++i) {
-        const IntRect& r = d_.BandList[i].Rect;
+    for (size_t i = 0; i < Sel().BandList().size(); ++i) {
+        const IntRect& r = Sel().BandList()[i].Rect;
         rects.push_back(i < BandOffsets.size()
                             ? PlacedAt(r, x + BandOffsets[i].X, y + BandOffsets[i].Y)
                             : Moved(r, x - pressAt_.X, y - pressAt_.Y));
@@ -430,10 +448,10 @@ std::vector<IntRect> DrawingEdit::DragImageAt(int32_t x, int32_t y) const {
 
 void DrawingEdit::Sync() {
     std::vector<int32_t> seqs;
-    if (d_.Picked != nullptr && d_.Picked->Part != nullptr)
-        seqs.push_back(d_.Picked->Part->Seq);
-    if (d_.BandActive != 0) {
-        for (const BandEntry& e : d_.BandList) {
+    if (Sel().Picked() != nullptr && Sel().Picked()->Part != nullptr)
+        seqs.push_back(Sel().Picked()->Part->Seq);
+    if (Sel().Band() != BandState::Off) {
+        for (const BandEntry& e : Sel().BandList()) {
             if (e.Record != nullptr && e.Record->Part != nullptr)
                 seqs.push_back(e.Record->Part->Seq);
         }

@@ -68,8 +68,15 @@ class DrawingEdit {
     void Move(Canvas& canvas, int32_t x, int32_t y, bool leftButtonOnly);
     // Left button up.
     void Release(Canvas& canvas, int32_t x, int32_t y);
-    // The Direct command switched IsDirect: the last pick and the pick history are forgotten.
+    // The Direct command: switches IsDirect; leaving free moves drops a band in force with
+    // the picks (true: the window then shows no pick and picks single stacks).
+    bool SwitchDirect();
+    // After the Direct command: the last pick and the pick history are forgotten.
     void DirectSwitched();
+    // The stack picked as a click on it would pick it, without drawing.
+    void PickAlone(HaichiInfo& stack);
+    // Retry or Auto placed the job anew: nothing is picked.
+    void JobReloaded();
 
     // --- mouse state --------------------------------------------------------------------
     IntPoint LastMouse = kNoMouse;  // where the drag image was last drawn
@@ -106,7 +113,7 @@ class DrawingEdit {
     std::optional<DropRefusal> DropBand(CKs_Haichi& engine, KouteiInfo* koutei, int32_t dx,
                                         int32_t dy);
 
-    // A point hit test with a band kept: BandActive 2 around it. Picked is cleared first, so
+    // A point hit test with a band kept: the band set aside around it. Picked is cleared first, so
     // the result tells whether anything was hit.
     HaichiInfo* PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t y);
     // The drag image at the cursor: PickRect, or every band entry at its offset.
@@ -120,6 +127,10 @@ class DrawingEdit {
     // The pallet of a record's block, -1 when it has none.
     int32_t PalletOf(const HaichiInfo& record) const;
     bool InDrawingZone(int32_t x, int32_t y) const;
+
+    // The drawing's selection, which these operations change.
+    const Selection& Sel() const { return d_.Selected(); }
+    Selection& Sel() { return d_.Select(); }
 
     CKestoApp& app_;
     Services services_;

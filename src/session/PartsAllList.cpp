@@ -233,9 +233,9 @@ std::optional<size_t> LineOfSeq(const std::vector<std::string>& lines, int32_t s
 
 bool PickFirstStackOfSeq(CKestoApp& app, PalletDrawing& drawing, int32_t seq,
                          const DrawPartsFn& draw) {
-    if (drawing.LastPicked != nullptr)
+    if (drawing.Selected().LastPicked() != nullptr)
         draw(drawmode::kUnhighlight);
-    drawing.Picked = nullptr;
+    drawing.Select().SetPicked(nullptr);
     bool found = false;
     for (const PartsInfo& part : app.PartsList) {
         if (part.Seq != seq)
@@ -244,13 +244,13 @@ bool PickFirstStackOfSeq(CKestoApp& app, PalletDrawing& drawing, int32_t seq,
                                   [&](const HaichiInfo& h) { return h.Part == &part; });
         if (stack == app.HaichiList.end())
             continue;
-        drawing.Picked = &*stack;
+        drawing.Select().SetPicked(&*stack);
         draw(drawmode::kPartPieces);
-        drawing.LastPicked = drawing.Picked;
+        drawing.Select().SetLastPicked(drawing.Selected().Picked());
         found = true;
         break;
     }
-    drawing.Picked = nullptr;
+    drawing.Select().SetPicked(nullptr);
     return found;
 }
 
@@ -261,7 +261,7 @@ bool PickFirstStackOfSeq(CKestoApp& app, PalletDrawing& drawing, Canvas& canvas,
 
 bool PickFromAllPartsList(CKestoApp& app, PalletDrawing& drawing, int32_t caretSeq,
                           const DrawPartsFn& draw) {
-    if (drawing.BandActive == 1)
+    if (drawing.Selected().Band() == BandState::InForce)
         return false;
     PickFirstStackOfSeq(app, drawing, caretSeq, draw);
     return true;

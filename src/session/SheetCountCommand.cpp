@@ -16,20 +16,20 @@ constexpr double kSamePlace = 1.0;
 }  // namespace
 
 std::optional<SheetCountStart> JobSession::BeginSheetCount(const PalletDrawing& drawing) {
-    if (drawing.Picked == nullptr)
+    if (drawing.Selected().Picked() == nullptr)
         return std::nullopt;
-    if (drawing.BandActive != 0) {
+    if (drawing.Selected().Band() != BandState::Off) {
         services_.Op.AskKaku(kaku::kBandSelectionActive, kaku::kNone);
         return std::nullopt;
     }
-    return SheetCountStart{drawing.Picked->X, drawing.Picked->Y};
+    return SheetCountStart{drawing.Selected().Picked()->X, drawing.Selected().Picked()->Y};
 }
 
 bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& start,
                                  int32_t newCount, const std::function<void()>& refreshed) {
-    if (drawing.Picked == nullptr || drawing.Picked->Part == nullptr)
+    if (drawing.Selected().Picked() == nullptr || drawing.Selected().Picked()->Part == nullptr)
         return false;
-    PartsInfo* part = drawing.Picked->Part;
+    PartsInfo* part = drawing.Selected().Picked()->Part;
     KouteiInfo* koutei = app_.KouteiAt(shown_.CurrentKoutei);
     // The new count stands in for the part's own only while it is stacked again.
     const int32_t ownLimit = part->PerStackLimit;
@@ -42,22 +42,20 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
     }
     for (HaichiInfo* h : old)
         app_.RemoveHaichiInfo(h);
-    drawing.Picked = nullptr;
-    drawing.LastPicked = nullptr;
+    // The old stacks are gone: no pick may point at them.
+    drawing.Select().ForgetPicks();
     CKs_Haichi haichi(app_, services_, shown_);
     haichi.RebuildCorners(koutei, {});
     haichi.PlaceOnePart(part, koutei, stacking::kAllPalletsCapped);
     part->PerStackLimit = ownLimit;
 
-    drawing.PickHistory.clear();
     HaichiInfo* samePlace = nullptr;
     for (HaichiInfo& h : app_.HaichiList) {
         if (h.Part != part)
             continue;
-        if (drawing.PickHistory.size() < kPickHistoryCapacity)
-            drawing.PickHistory.push_back(&h);
-        if (drawing.Picked == nullptr)
-            drawing.Picked = &h;
+        drawing.Select().AddToHistory(&h);
+        if (drawing.Selected().Picked() == nullptr)
+            drawing.Select().SetPicked(&h);
         if (samePlace == nullptr && std::fabs(h.X - start.X) <= kSamePlace &&
             std::fabs(h.Y - start.Y) <= kSamePlace)
             samePlace = &h;
@@ -68,7 +66,7 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
     if (partShort)
         services_.Op.AskKaku(kaku::kPartlyPlaced, kaku::kNone);
     // The stack at the old place becomes the last pick only once message 10 is answered.
-    drawing.LastPicked = samePlace != nullptr ? samePlace : drawing.Picked;
+    drawing.Select().SetLastPicked(samePlace != nullptr ? samePlace : drawing.Selected().Picked());
     return partShort;
 }
 

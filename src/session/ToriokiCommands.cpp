@@ -46,13 +46,13 @@ bool JobSession::AnyPartSetAside() const {
 }
 
 ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
-    if (drawing.BandActive != 0) {
+    if (drawing.Selected().Band() != BandState::Off) {
         services_.Op.AskKaku(kaku::kBandSelectionActive, kaku::kNone);
         return {};
     }
-    if (drawing.Picked == nullptr || app_.KouteiList.Empty())
+    if (drawing.Selected().Picked() == nullptr || app_.KouteiList.Empty())
         return {};
-    const std::vector<HaichiInfo*> stacks = LiveOnce(app_, drawing.PickHistory);
+    const std::vector<HaichiInfo*> stacks = LiveOnce(app_, drawing.Selected().PickHistory());
     for (HaichiInfo* h : stacks) {
         h->Part->PiecesSetAside = AddClamped(h->Part->PiecesSetAside, h->Pieces);
         h->Part->PiecesPlaced = AddClamped(h->Part->PiecesPlaced, -int64_t{h->Pieces});
@@ -60,9 +60,7 @@ ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
     drawing.DrawParts(canvas, drawmode::kUnhighlight);
     for (HaichiInfo* h : stacks)
         app_.RemoveHaichiInfo(h);
-    drawing.Picked = nullptr;
-    drawing.LastPicked = nullptr;
-    drawing.PickHistory.clear();
+    drawing.Select().ForgetPicks();
     // The freed corners serve again: the process's marks are rebuilt from the stacks left.
     CKs_Haichi(app_, services_, shown_).RebuildCorners(app_.KouteiAt(shown_.CurrentKoutei), {});
     return {true};

@@ -379,18 +379,8 @@ std::optional<IntRect> PalletDrawing::ScreenRect(const HaichiInfo& record) const
     return Shifted(r, dx, dy);
 }
 
-void PalletDrawing::ResetSelection() {
-    Picked = nullptr;
-    LastPicked = nullptr;
-    PickHistory.clear();
-    BandActive = 0;
-    BandList.clear();
-    BandRect = IntRect{};
-    PickRect = IntRect{};
-}
-
 void PalletDrawing::ForgetJob() {
-    ResetSelection();
+    selection_.Reset();
     BlockRects.clear();
 }
 

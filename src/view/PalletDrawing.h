@@ -15,6 +15,7 @@
 #include "app/ViewState.h"
 #include "support/MessageFile.h"
 #include "view/Canvas.h"
+#include "view/Selection.h"
 
 namespace kesto {
 
@@ -30,9 +31,6 @@ inline constexpr int kPartPieces = 4;   // every piece of Picked's part
 
 // Rectangles of a slot that is not shown.
 inline constexpr int32_t kNoSlot = -1000;
-// Band entries and pick history kept at most.
-inline constexpr size_t kBandListCapacity = 999;
-inline constexpr size_t kPickHistoryCapacity = 1000;
 // Records ordered for the cross-section at most.
 inline constexpr size_t kSectionRecordCap = 5000;
 
@@ -42,11 +40,6 @@ struct PalletCaption {
     bool Visible = false;   // hidden at the start of every Refresh, shown by the layout
     int32_t FontSlot = -1;  // -1 until a defined font was set
     std::string Text;       // "%s-%.2d" of the prefix and the slot's pallet number
-};
-
-struct BandEntry {
-    HaichiInfo* Record = nullptr;
-    IntRect Rect{};
 };
 
 class PalletDrawing {
@@ -71,14 +64,9 @@ class PalletDrawing {
     // off the view keeps the cell it had. The drops measure against them.
     std::vector<IntRect> BlockRects;
 
-    // --- selection state (changed by the hit test, read and reset by the commands) ------
-    HaichiInfo* Picked = nullptr;
-    HaichiInfo* LastPicked = nullptr;
-    std::vector<HaichiInfo*> PickHistory;  // at most 1000
-    int32_t BandActive = 0;
-    std::vector<BandEntry> BandList;  // at most 999
-    IntRect BandRect{};
-    IntRect PickRect{};
+    // --- the selection (changed by the hit test and the session's editing operations) ------
+    const Selection& Selected() const { return selection_; }
+    Selection& Select() { return selection_; }
 
     // --- operations ---------------------------------------------------------------------
     // Clears and draws the whole area: background, SetUpView, DrawParts(0). The captions
@@ -101,7 +89,7 @@ class PalletDrawing {
     // Draws (or, in mode 1, hit-tests) every placement record on the view.
     void DrawParts(Canvas& canvas, int mode, int32_t x = 0, int32_t y = 0);
     // DrawParts mode 1 without drawing anything: the point (x, y), or the records inside
-    // BandRect when BandActive is 1.
+    // the band's rectangle while a band is in force.
     void HitTest(int32_t x, int32_t y);
     // The part's outline elements fitted to rect; no colour means each element's own.
     void DrawOutline(Canvas& canvas, const IntRect& rect, const HaichiInfo& record,
@@ -113,8 +101,6 @@ class PalletDrawing {
     // The screen rectangle of a record when it is on the view (its block is of the current
     // process and on one of the slots' pallets), with the slot's offsets added.
     std::optional<IntRect> ScreenRect(const HaichiInfo& record) const;
-    // Forgets the rubber band and the picks.
-    void ResetSelection();
     // The job is about to be freed: forgets the picks and the block cells.
     void ForgetJob();
 
@@ -142,6 +128,7 @@ class PalletDrawing {
     CKestoApp& app_;
     const ViewState& shown_;
     const MessageTable& messages_;
+    Selection selection_;
 };
 
 // The fill of a part's rectangle: a part with a '1' among the first four characters of its

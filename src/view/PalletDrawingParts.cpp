@@ -79,11 +79,6 @@ Rgb LayerColour(int32_t k) {
     return k < 20 ? colour::kLayer10 : colour::kLayer20;
 }
 
-bool BandHas(const std::vector<BandEntry>& band, const HaichiInfo* record) {
-    return std::any_of(band.begin(), band.end(),
-                       [&](const BandEntry& e) { return e.Record == record; });
-}
-
 bool BandHasPart(const std::vector<BandEntry>& band, const PartsInfo* part) {
     return std::any_of(band.begin(), band.end(), [&](const BandEntry& e) {
         return e.Record != nullptr && e.Record->Part == part;
@@ -118,43 +113,46 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
     if (app_.HaichiList.Empty())
         return;
     Candidate previous;
+    // The pick so far: a point test that hits nothing keeps the one before.
+    HaichiInfo* picked = selection_.Picked();
+    IntRect pickRect = selection_.PickRect();
     for (HaichiInfo& h : app_.HaichiList) {
         const std::optional<IntRect> r = ScreenRect(h);
         if (!r)
             continue;
-        if (BandActive == 1) {
-            if (WithinBand(*r, BandRect) && BandList.size() < kBandListCapacity)
-                BandList.push_back(BandEntry{&h, *r});
+        if (selection_.Band() == BandState::InForce) {
+            if (WithinBand(*r, selection_.BandRect()))
+                selection_.AddBandEntry(BandEntry{&h, *r});
             continue;
         }
         if (!Inside(*r, x, y))
             continue;
-        PointHit(&h, *r, x, y, shown_.Is3D == 0, previous, Picked, PickRect);
+        PointHit(&h, *r, x, y, shown_.Is3D == 0, previous, picked, pickRect);
         if (shown_.Is3D != 1)
             continue;
         IntRect layer = *r;
         for (int32_t k = 2; k <= h.Pieces; ++k) {
             layer = Shifted(layer, -2);
             if (Inside(layer, x, y))
-                PointHit(&h, layer, x, y, true, previous, Picked, PickRect);
+                PointHit(&h, layer, x, y, true, previous, picked, pickRect);
         }
     }
-    if (Picked == nullptr)
+    selection_.SetPicked(picked);
+    selection_.SetPickRect(pickRect);
+    if (picked == nullptr)
         return;
-    if (PickHistory.empty() || PickHistory.back() != Picked) {
-        if (PickHistory.size() < kPickHistoryCapacity)
-            PickHistory.push_back(Picked);
-    }
+    const std::vector<HaichiInfo*>& history = selection_.PickHistory();
+    if (history.empty() || history.back() != picked)
+        selection_.AddToHistory(picked);
     if (shown_.HitByBlock != 1 || app_.IsDirect != 0)
         return;
     // Picking by block takes the block's other stacks along.
     for (HaichiInfo& h : app_.HaichiList) {
-        if (&h == Picked || h.BlockIndex != Picked->BlockIndex)
+        if (&h == picked || h.BlockIndex != picked->BlockIndex)
             continue;
-        if (PickHistory.size() < kPickHistoryCapacity)
-            PickHistory.push_back(&h);
+        selection_.AddToHistory(&h);
         if (const std::optional<IntRect> r = ScreenRect(h))
-            PickRect = Union(PickRect, *r);
+            selection_.SetPickRect(Union(selection_.PickRect(), *r));
     }
 }
 
@@ -175,15 +173,16 @@ void DrawNormal(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, co
 
 bool DrawHighlighted(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app,
                      const HaichiInfo& h, const IntRect& r) {
-    const bool band = d.BandActive != 0;
-    if ((band && BandHas(d.BandList, &h)) || d.Picked == &h) {
+    const Selection& sel = d.Selected();
+    const bool band = sel.Band() != BandState::Off;
+    if ((band && sel.HasBandEntry(&h)) || sel.Picked() == &h) {
         if (OutlineMode(app, *h.Part))
             d.DrawOutline(canvas, r, h, colour::kPicked);
         else
             FillPart(canvas, r, *h.Part, colour::kPicked);
         return true;
     }
-    if ((band && BandHasPart(d.BandList, h.Part)) || SamePart(d.Picked, h)) {
+    if ((band && BandHasPart(sel.BandList(), h.Part)) || SamePart(sel.Picked(), h)) {
         if (OutlineMode(app, *h.Part))
             d.DrawOutline(canvas, r, h, colour::kSamePartLine);
         else
@@ -205,14 +204,16 @@ bool DrawBase(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int 
             return DrawHighlighted(d, canvas, app, h, r);
         case drawmode::kUnhighlight: {
             // The band's parts, and the last pick's part, whose highlight may still be shown.
-            const bool back = (d.BandActive != 0 && BandHasPart(d.BandList, h.Part)) ||
-                              &h == d.LastPicked || SamePart(d.LastPicked, h);
+            const Selection& sel = d.Selected();
+            const bool back =
+                (sel.Band() != BandState::Off && BandHasPart(sel.BandList(), h.Part)) ||
+                &h == sel.LastPicked() || SamePart(sel.LastPicked(), h);
             if (back)
                 DrawNormal(d, canvas, app, h, r);
             return back;
         }
         case drawmode::kPartPieces:
-            if (!SamePart(d.Picked, h))
+            if (!SamePart(d.Selected().Picked(), h))
                 return false;
             if (OutlineMode(app, *h.Part))
                 d.DrawOutline(canvas, r, h, colour::kPicked);
@@ -238,9 +239,9 @@ IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, int mode, const Haich
         if (k != h.Pieces)
             continue;
         if (mode == drawmode::kHighlight) {
-            if (d.Picked == &h)
+            if (d.Selected().Picked() == &h)
                 FillPart(canvas, layer, part, colour::kPicked);
-            else if (SamePart(d.Picked, h))
+            else if (SamePart(d.Selected().Picked(), h))
                 FillPart(canvas, layer, part, colour::kSamePart);
         } else if (mode == drawmode::kPartPieces && drawn) {
             FillPart(canvas, layer, part, colour::kSamePart, kBlackPen);

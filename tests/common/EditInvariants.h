@@ -27,13 +27,13 @@ inline std::string CheckReferences(CKestoApp& app, const PalletDrawing& d) {
             return "a stack's block index is outside the table: " + std::to_string(h.BlockIndex);
     }
     auto live = [&](const HaichiInfo* h) { return h == nullptr || stacks.count(h) == 1; };
-    if (!live(d.Picked) || !live(d.LastPicked))
+    if (!live(d.Selected().Picked()) || !live(d.Selected().LastPicked()))
         return "the pick is not a stack of the job";
-    for (const HaichiInfo* h : d.PickHistory) {
+    for (const HaichiInfo* h : d.Selected().PickHistory()) {
         if (!live(h))
             return "the pick history holds a record that is gone";
     }
-    for (const BandEntry& e : d.BandList) {
+    for (const BandEntry& e : d.Selected().BandList()) {
         if (!live(e.Record))
             return "the band holds a record that is gone";
     }

@@ -25,9 +25,9 @@ using DrawingEditTest = TwoPartsTest;
 
 TEST_F(DrawingEditTest, ClickPicksTheStackAndShowsItEverywhere) {
     edit.Press(canvas, 980, 833, false);
-    EXPECT_EQ(drawing.Picked, &a);
-    EXPECT_EQ(drawing.LastPicked, &a);
-    EXPECT_EQ(drawing.PickHistory, std::vector<HaichiInfo*>({&a}));
+    EXPECT_EQ(drawing.Selected().Picked(), &a);
+    EXPECT_EQ(drawing.Selected().LastPicked(), &a);
+    EXPECT_EQ(drawing.Selected().PickHistory(), std::vector<HaichiInfo*>({&a}));
     EXPECT_EQ(edit.LastMouse, (IntPoint{980, 833}));
     // PickRect (930, 808) less the cursor.
     EXPECT_EQ(edit.DragOffset, (IntPoint{-50, -25}));
@@ -47,7 +47,7 @@ TEST_F(DrawingEditTest, PressAndReleaseWithoutMovingIsAPickOnly) {
     EXPECT_DOUBLE_EQ(a.X, 990);
     EXPECT_DOUBLE_EQ(a.Y, 10);
     EXPECT_EQ(view.Refreshes, 1);  // the fixture's own
-    EXPECT_EQ(drawing.Picked, &a);
+    EXPECT_EQ(drawing.Selected().Picked(), &a);
     EXPECT_TRUE(view.Image.empty());
     EXPECT_EQ(edit.LastMouse, kNoMouse);
 }
@@ -86,9 +86,9 @@ TEST_F(DrawingEditTest, MovesWithAnotherButtonDoNotDrag) {
 TEST_F(DrawingEditTest, ClickOnNothingClearsThePickButKeepsTheLastOne) {
     Click(980, 833);
     Click(500, 300);
-    EXPECT_EQ(drawing.Picked, nullptr);
-    EXPECT_EQ(drawing.LastPicked, &a);
-    EXPECT_TRUE(drawing.PickHistory.empty());
+    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().LastPicked(), &a);
+    EXPECT_TRUE(drawing.Selected().PickHistory().empty());
     EXPECT_FALSE(edit.Tracking());
 }
 
@@ -98,7 +98,7 @@ TEST_F(DrawingEditTest, InformationPanelIsClearedOnceNothingIsPicked) {
     Click(980, 833);
     ASSERT_EQ(view.InfoRefreshes, 1);
     Click(500, 300);
-    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
     EXPECT_EQ(view.InfoRefreshes, 2);
     Click(500, 300);
     EXPECT_EQ(view.InfoRefreshes, 2);
@@ -109,7 +109,7 @@ TEST_F(DrawingEditTest, AbandonedDragClearsTheInformationPanel) {
     ASSERT_EQ(view.InfoRefreshes, 1);
     edit.Move(canvas, 981, 833, true);
     edit.Move(canvas, 980, 20, true);
-    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
     EXPECT_EQ(view.InfoRefreshes, 2);
 }
 
@@ -119,7 +119,7 @@ TEST_F(DrawingEditTest, PickingAnotherStackDrawsTheOldPickBack) {
     edit.Press(canvas, 670, 833, false);
     EXPECT_TRUE(PickedIn(canvas, kRectA, colour::kPartNormal));
     EXPECT_TRUE(PickedIn(canvas, kRectB, colour::kPicked));
-    EXPECT_EQ(drawing.LastPicked, &b);
+    EXPECT_EQ(drawing.Selected().LastPicked(), &b);
 }
 
 TEST_F(DrawingEditTest, PickByBlockTakesTheBlocksOtherStacksAlong) {
@@ -134,8 +134,8 @@ TEST_F(DrawingEditTest, PickByBlockTakesTheBlocksOtherStacksAlong) {
                                  .CountOnPart = true});
     Show();
     edit.Press(canvas, 980, 833, false);
-    EXPECT_EQ(drawing.PickHistory, std::vector<HaichiInfo*>({&a, &mate}));
-    EXPECT_EQ(drawing.PickRect, (IntRect{930, 658, 1030, 858}));
+    EXPECT_EQ(drawing.Selected().PickHistory(), std::vector<HaichiInfo*>({&a, &mate}));
+    EXPECT_EQ(drawing.Selected().PickRect(), (IntRect{930, 658, 1030, 858}));
     EXPECT_EQ(view.Image, std::vector<IntRect>({{930, 658, 1030, 858}}));
 }
 
@@ -155,8 +155,8 @@ TEST_F(DrawingEditTest, DragSnapsTheStackToTheNearestFreeCorner) {
     EXPECT_TRUE(view.Image.empty());
     // Highlighted at its new place, (730, 808)-(830, 858), and hit again at the release.
     EXPECT_TRUE(PickedIn(canvas, IntRect{730, 808, 830, 858}, colour::kPicked));
-    EXPECT_EQ(drawing.Picked, &a);
-    EXPECT_EQ(drawing.PickHistory, std::vector<HaichiInfo*>({&a}));
+    EXPECT_EQ(drawing.Selected().Picked(), &a);
+    EXPECT_EQ(drawing.Selected().PickHistory(), std::vector<HaichiInfo*>({&a}));
     EXPECT_TRUE(view.Refusals.empty());
 }
 
@@ -205,7 +205,7 @@ TEST_F(DrawingEditTest, DraggingAboveTheCaptionStripAbandons) {
     edit.Press(canvas, 980, 833, false);
     edit.Move(canvas, 981, 833, true);
     edit.Move(canvas, 900, 36, true);
-    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
     EXPECT_TRUE(view.Image.empty());
     edit.Release(canvas, 900, 36);
     EXPECT_DOUBLE_EQ(a.X, 990);
@@ -219,14 +219,14 @@ TEST_F(DrawingEditTest, DraggingToTheAreaEdgeAbandons) {
         edit.Press(canvas, 980, 833, false);
         edit.Move(canvas, 981, 833, true);
         edit.Move(canvas, edge.X, edge.Y, true);
-        EXPECT_EQ(drawing.Picked, nullptr) << edge.X << "," << edge.Y;
+        EXPECT_EQ(drawing.Selected().Picked(), nullptr) << edge.X << "," << edge.Y;
         edit.Release(canvas, edge.X, edge.Y);
         EXPECT_DOUBLE_EQ(a.X, 990);
     }
     edit.Press(canvas, 980, 833, false);
     edit.Move(canvas, 981, 833, true);
     edit.Move(canvas, 1078, 500, true);
-    EXPECT_EQ(drawing.Picked, &a);
+    EXPECT_EQ(drawing.Selected().Picked(), &a);
 }
 
 TEST_F(DrawingEditTest, MoveCountRestartsAtOneAfter30000) {
@@ -258,12 +258,12 @@ TEST_F(BandTest, BandCollectsTheStacksInsideIt) {
     edit.Release(canvas, 600, 860);
     EXPECT_FALSE(edit.Tracking());
     EXPECT_TRUE(view.Image.empty());
-    EXPECT_EQ(drawing.BandActive, 1);
-    EXPECT_EQ(drawing.BandRect, (IntRect{600, 790, 1035, 860}));
-    ASSERT_EQ(drawing.BandList.size(), 2u);
-    EXPECT_EQ(drawing.BandList[0].Record, &a);
-    EXPECT_EQ(drawing.BandList[0].Rect, kRectA);
-    EXPECT_EQ(drawing.BandList[1].Record, &b);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
+    EXPECT_EQ(drawing.Selected().BandRect(), (IntRect{600, 790, 1035, 860}));
+    ASSERT_EQ(drawing.Selected().BandList().size(), 2u);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Record, &a);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Rect, kRectA);
+    EXPECT_EQ(drawing.Selected().BandList()[1].Record, &b);
     EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq, partB.Seq}));
     EXPECT_TRUE(PickedIn(canvas, kRectA, colour::kPicked));
     EXPECT_TRUE(PickedIn(canvas, kRectB, colour::kPicked));
@@ -271,21 +271,21 @@ TEST_F(BandTest, BandCollectsTheStacksInsideIt) {
 
 TEST_F(BandTest, BandOfTwoPixelsSelectsNothing) {
     Band(500, 500, 502, 502);
-    EXPECT_EQ(drawing.BandActive, 0);
-    EXPECT_TRUE(drawing.BandList.empty());
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
+    EXPECT_TRUE(drawing.Selected().BandList().empty());
     Band(600, 790, 602, 860);
-    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
 }
 
 TEST_F(BandTest, BandIntoTheCaptionStripSelectsNothing) {
     Band(600, 30, 1035, 860);
-    EXPECT_EQ(drawing.BandActive, 0);
-    EXPECT_TRUE(drawing.BandList.empty());
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
+    EXPECT_TRUE(drawing.Selected().BandList().empty());
 }
 
 TEST_F(BandTest, BandAroundNothingLeavesNoBand) {
     Band(100, 100, 300, 300);
-    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
 }
 
 TEST_F(BandTest, WithoutDirectNoBandIsTracked) {
@@ -294,7 +294,7 @@ TEST_F(BandTest, WithoutDirectNoBandIsTracked) {
     EXPECT_FALSE(edit.Tracking());
     edit.Move(canvas, 600, 860, true);
     edit.Release(canvas, 600, 860);
-    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
 }
 
 // 4PALLET quadrants: halves of 540; rows from 36 and from 450 + 36 = 486, each
@@ -323,8 +323,8 @@ TEST_F(BandTest, BandAcrossTwoSlotsSelectsNothing) {
     shown.PalletMode = view::kFourPallet;
     view.Refresh();
     Band(100, 100, 700, 300);
-    EXPECT_EQ(drawing.BandActive, 0);
-    EXPECT_TRUE(drawing.BandList.empty());
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
+    EXPECT_TRUE(drawing.Selected().BandList().empty());
 }
 
 TEST_F(BandTest, NoPalletInViewAcceptsNoBand) {
@@ -335,44 +335,44 @@ TEST_F(BandTest, NoPalletInViewAcceptsNoBand) {
 
 TEST_F(BandTest, ShiftClickAddsAndRemovesStacksOfTheSamePallet) {
     Band(1035, 790, 900, 860);
-    ASSERT_EQ(drawing.BandList.size(), 1u);
+    ASSERT_EQ(drawing.Selected().BandList().size(), 1u);
     Click(670, 833, true);
-    ASSERT_EQ(drawing.BandList.size(), 2u);
-    EXPECT_EQ(drawing.BandList[1].Record, &b);
-    EXPECT_EQ(drawing.BandList[1].Rect, kRectB);
+    ASSERT_EQ(drawing.Selected().BandList().size(), 2u);
+    EXPECT_EQ(drawing.Selected().BandList()[1].Record, &b);
+    EXPECT_EQ(drawing.Selected().BandList()[1].Rect, kRectB);
     EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq, partB.Seq}));
-    EXPECT_TRUE(drawing.PickHistory.empty());
+    EXPECT_TRUE(drawing.Selected().PickHistory().empty());
     Click(670, 833, true);
-    ASSERT_EQ(drawing.BandList.size(), 1u);
-    EXPECT_EQ(drawing.BandList[0].Record, &a);
+    ASSERT_EQ(drawing.Selected().BandList().size(), 1u);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Record, &a);
     // b, just hit, stays Picked: its line is selected with the band's.
-    EXPECT_EQ(drawing.Picked, &b);
+    EXPECT_EQ(drawing.Selected().Picked(), &b);
     EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq, partB.Seq}));
-    EXPECT_EQ(drawing.BandActive, 1);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
 }
 
 TEST_F(BandTest, RemovingTheLastStackWithShiftEndsTheBand) {
     Band(1035, 790, 900, 860);
-    drawing.LastPicked = &a;
+    drawing.Select().SetLastPicked(&a);
     Click(980, 833, true);
-    EXPECT_TRUE(drawing.BandList.empty());
-    EXPECT_EQ(drawing.BandActive, 0);
-    EXPECT_EQ(drawing.LastPicked, nullptr);
+    EXPECT_TRUE(drawing.Selected().BandList().empty());
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
+    EXPECT_EQ(drawing.Selected().LastPicked(), nullptr);
     // The hit test left Picked on a, so MaiChg and left still work on it.
-    EXPECT_EQ(drawing.Picked, &a);
+    EXPECT_EQ(drawing.Selected().Picked(), &a);
 }
 
 TEST_F(BandTest, ShiftClickInTheBandLeavesThePickOnTheStackHit) {
     Band(1035, 790, 900, 860);
-    ASSERT_EQ(drawing.Picked, nullptr);
+    ASSERT_EQ(drawing.Selected().Picked(), nullptr);
     Click(670, 833, true);
-    EXPECT_EQ(drawing.Picked, &b);
-    ASSERT_EQ(drawing.BandList.size(), 2u);
-    EXPECT_EQ(drawing.BandActive, 1);
+    EXPECT_EQ(drawing.Selected().Picked(), &b);
+    ASSERT_EQ(drawing.Selected().BandList().size(), 2u);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
     // A Shift-click on nothing in the band hits nothing: no pick.
     Click(500, 300, true);
-    EXPECT_EQ(drawing.Picked, nullptr);
-    EXPECT_EQ(drawing.BandList.size(), 2u);
+    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().BandList().size(), 2u);
 }
 
 TEST_F(BandTest, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
@@ -389,40 +389,40 @@ TEST_F(BandTest, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
     const IntRect r = *drawing.ScreenRect(a);
     const IntRect far = *drawing.ScreenRect(other);
     Band(r.Left - 2, r.Top - 2, r.Right + 2, r.Bottom + 2);
-    ASSERT_EQ(drawing.BandList.size(), 1u);
+    ASSERT_EQ(drawing.Selected().BandList().size(), 1u);
     Click((far.Left + far.Right) / 2, (far.Top + far.Bottom) / 2, true);
-    ASSERT_EQ(drawing.BandList.size(), 1u);
-    EXPECT_EQ(drawing.BandList[0].Record, &a);
-    EXPECT_EQ(drawing.BandActive, 1);
+    ASSERT_EQ(drawing.Selected().BandList().size(), 1u);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Record, &a);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
 }
 
 TEST_F(BandTest, ShiftClickOnASecondStackTurnsTheSinglePickIntoABand) {
     Click(980, 833);
-    ASSERT_EQ(drawing.LastPicked, &a);
+    ASSERT_EQ(drawing.Selected().LastPicked(), &a);
     Click(670, 833, true);
-    EXPECT_EQ(drawing.BandActive, 1);
-    ASSERT_EQ(drawing.BandList.size(), 2u);
-    EXPECT_EQ(drawing.BandList[0].Record, &a);
-    EXPECT_EQ(drawing.BandList[0].Rect, kRectA);
-    EXPECT_EQ(drawing.BandList[1].Record, &b);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
+    ASSERT_EQ(drawing.Selected().BandList().size(), 2u);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Record, &a);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Rect, kRectA);
+    EXPECT_EQ(drawing.Selected().BandList()[1].Record, &b);
 }
 
 TEST_F(BandTest, ShiftClickOnNothingAfterASinglePickIsAPlainClick) {
     Click(980, 833);
     edit.Press(canvas, 500, 300, true);
-    EXPECT_EQ(drawing.BandActive, 0);
-    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
+    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
     EXPECT_TRUE(edit.Tracking());
     edit.Release(canvas, 500, 300);
-    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
 }
 
 TEST_F(BandTest, PlainClickOutsideTheBandDropsItAndPicks) {
     Band(1035, 790, 900, 860);
     Click(670, 833);
-    EXPECT_EQ(drawing.BandActive, 0);
-    EXPECT_TRUE(drawing.BandList.empty());
-    EXPECT_EQ(drawing.Picked, &b);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
+    EXPECT_TRUE(drawing.Selected().BandList().empty());
+    EXPECT_EQ(drawing.Selected().Picked(), &b);
 }
 
 // The band dragged 100 pixels up: with the scale 1 every stack goes 100 mm back.
@@ -440,8 +440,8 @@ TEST_F(BandTest, BandDragMovesEveryStackByTheSameAmount) {
     EXPECT_DOUBLE_EQ(a.Y, 110);
     EXPECT_DOUBLE_EQ(b.X, 680);
     EXPECT_DOUBLE_EQ(b.Y, 110);
-    EXPECT_EQ(drawing.BandList[0].Rect, (IntRect{930, 708, 1030, 758}));
-    EXPECT_EQ(drawing.BandActive, 1);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Rect, (IntRect{930, 708, 1030, 758}));
+    EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
     EXPECT_EQ(view.Refreshes, 2);
 }
 
@@ -470,7 +470,7 @@ TEST_F(BandTest, BandDragLandingOnTwoPalletsMovesNothing) {
     const IntRect second = drawing.PalletRect[1];
     ASSERT_NE(second.Left, kNoSlot);
     Band(ra2.Left - 2, ra.Top - 2, ra.Right + 2, ra.Bottom + 2);
-    ASSERT_EQ(drawing.BandList.size(), 3u);
+    ASSERT_EQ(drawing.Selected().BandList().size(), 3u);
     const int32_t dx = second.Left - ra.Left + 1;
     ASSERT_LT(ra2.Right + dx, drawing.PalletRect[0].Right);
     const IntPoint grab{(ra.Left + ra.Right) / 2, (ra.Top + ra.Bottom) / 2};
@@ -489,14 +489,14 @@ TEST_F(BandTest, AbandonedBandDragEndsTheBandAtTheRelease) {
     edit.Press(canvas, 670, 833, false);
     edit.Move(canvas, 671, 833, true);
     edit.Move(canvas, 670, 20, true);
-    EXPECT_TRUE(drawing.BandList.empty());
-    EXPECT_EQ(drawing.BandActive, 1);
+    EXPECT_TRUE(drawing.Selected().BandList().empty());
+    EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
     edit.Move(canvas, 670, 25, true);
-    EXPECT_EQ(drawing.BandActive, 2);
-    EXPECT_EQ(drawing.LastPicked, nullptr);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Aside);
+    EXPECT_EQ(drawing.Selected().LastPicked(), nullptr);
     EXPECT_TRUE(view.Synced.empty());
     edit.Release(canvas, 670, 25);
-    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
     EXPECT_DOUBLE_EQ(a.Y, 10);
     EXPECT_DOUBLE_EQ(b.Y, 10);
 }
@@ -504,9 +504,9 @@ TEST_F(BandTest, AbandonedBandDragEndsTheBandAtTheRelease) {
 TEST_F(BandTest, DirectSwitchForgetsTheLastPickAndTheHistory) {
     Click(980, 833);
     edit.DirectSwitched();
-    EXPECT_EQ(drawing.LastPicked, nullptr);
-    EXPECT_TRUE(drawing.PickHistory.empty());
-    EXPECT_EQ(drawing.Picked, &a);
+    EXPECT_EQ(drawing.Selected().LastPicked(), nullptr);
+    EXPECT_TRUE(drawing.Selected().PickHistory().empty());
+    EXPECT_EQ(drawing.Selected().Picked(), &a);
 }
 
 // --- bad input ----------------------------------------------------------------------------------
@@ -532,8 +532,8 @@ TEST_F(DrawingEditTest, EditingAnEmptyJobDoesNothing) {
     Drag(980, 833, 500, 500);
     app.IsDirect = 1;
     Drag(100, 100, 400, 400);
-    EXPECT_EQ(drawing.Picked, nullptr);
-    EXPECT_EQ(drawing.BandActive, 0);
+    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ GeneratedJob WideBoxJob(const JobShape& shape) {
 class ForgettingView : public SessionView {
   public:
     explicit ForgettingView(PalletDrawing& drawing) : drawing_(drawing) {}
-    void ForgetJob() override { drawing_.ResetSelection(); }
+    void ForgetJob() override { drawing_.Select().Reset(); }
 
   private:
     PalletDrawing& drawing_;
@@ -193,27 +193,23 @@ void EditRun::Band() {
     edit_.Press(canvas_, a.X, a.Y, false);
     edit_.Move(canvas_, b.X, b.Y, true);
     edit_.Release(canvas_, b.X, b.Y);
-    tally_.Bands += drawing_.BandActive == 1 ? 1 : 0;
+    tally_.Bands += drawing_.Selected().Band() == BandState::InForce ? 1 : 0;
 }
 
 // The Direct command as the main window runs it.
 void EditRun::SwitchDirect() {
     log_.push_back("direct");
-    if (app_.IsDirect != 0) {
-        app_.IsDirect = 0;
-        if (drawing_.BandActive >= 1) {
-            drawing_.ResetSelection();
-            shown_.HitByBlock = 0;
-        }
-    } else if (freeMoves_) {
-        app_.IsDirect = 1;
-    }
+    // Without free moves the run never switches them on.
+    if (app_.IsDirect == 0 && !freeMoves_)
+        return;
+    if (edit_.SwitchDirect())
+        shown_.HitByBlock = 0;
     edit_.DirectSwitched();
 }
 
 // A view, process or pallet choice; refused while a band is in force, as the buttons are.
 void EditRun::SwitchView() {
-    if (drawing_.BandActive != 0)
+    if (drawing_.Selected().Band() != BandState::Off)
         return;
     shown_.PalletMode = Uniform(0, 3);
     shown_.CurrentPallet = Uniform(1, std::max(app_.PalletCount, 1));
@@ -264,9 +260,9 @@ void EditRun::Reload() {
     log_.push_back(retry ? "retry" : "auto");
     if (retry ? session_.Retry() : session_.Auto()) {
         ++tally_.Reloads;
-        drawing_.Picked = nullptr;
+        drawing_.Select().SetPicked(nullptr);
         view_.Refresh();
-        drawing_.LastPicked = nullptr;
+        drawing_.Select().SetLastPicked(nullptr);
     }
 }
 
@@ -275,7 +271,7 @@ void EditRun::SheetCount() {
     const std::optional<SheetCountStart> start = session_.BeginSheetCount(drawing_);
     if (!start)
         return;
-    MaiChoice choice(app_, *drawing_.Picked, drawing_.ViewPallet.MaxStackHeight);
+    MaiChoice choice(app_, *drawing_.Selected().Picked(), drawing_.ViewPallet.MaxStackHeight);
     const int button = Uniform(0, 5);
     if (button == 5)
         choice.Type(std::to_string(Uniform(-2, 40)));
@@ -305,7 +301,7 @@ void EditRun::RandomStep() {
 }
 
 void EditRun::PlaceEverythingBack() {
-    drawing_.ResetSelection();
+    drawing_.Select().Reset();
     shown_.PalletMode = view::kFourPallet;
     for (const PartsInfo& fromFile : job_.Parts) {
         if (!IsPalletCode(fromFile.Destination))

@@ -416,7 +416,9 @@ class Picks : public ::testing::Test {
         far = &AddStack(job.app, *bracket, {.Block = block, .Pieces = 2, .X = 900.6, .Y = 600.4});
     }
     DrawPartsFn Recorder() {
-        return [this](int mode) { drawn.push_back({mode, drawing.Picked, drawing.LastPicked}); };
+        return [this](int mode) {
+            drawn.push_back({mode, drawing.Selected().Picked(), drawing.Selected().LastPicked()});
+        };
     }
 
     test::ViewJob job;
@@ -430,28 +432,28 @@ class Picks : public ::testing::Test {
 };
 
 TEST_F(Picks, RemovesTheOldHighlightThenShowsThePartsFirstStack) {
-    drawing.LastPicked = railStack;
-    drawing.Picked = railStack;
+    drawing.Select().SetLastPicked(railStack);
+    drawing.Select().SetPicked(railStack);
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 1, Recorder()));
     const std::vector<Drawn> expected = {{drawmode::kUnhighlight, railStack, railStack},
                                          {drawmode::kPartPieces, first, railStack}};
     EXPECT_EQ(drawn, expected);
-    EXPECT_EQ(drawing.Picked, nullptr);
-    EXPECT_EQ(drawing.LastPicked, first);
+    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().LastPicked(), first);
 }
 
 TEST_F(Picks, WithoutLastPickedNothingIsDrawnBack) {
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 2, Recorder()));
     EXPECT_EQ(drawn, (std::vector<Drawn>{{drawmode::kPartPieces, railStack, nullptr}}));
-    EXPECT_EQ(drawing.LastPicked, railStack);
+    EXPECT_EQ(drawing.Selected().LastPicked(), railStack);
 }
 
 TEST_F(Picks, UnknownSeqOnlyDrawsBackAndKeepsLastPicked) {
-    drawing.LastPicked = railStack;
+    drawing.Select().SetLastPicked(railStack);
     EXPECT_FALSE(PickFirstStackOfSeq(job.app, drawing, 1000, Recorder()));
     EXPECT_EQ(drawn, (std::vector<Drawn>{{drawmode::kUnhighlight, nullptr, railStack}}));
-    EXPECT_EQ(drawing.LastPicked, railStack);
-    EXPECT_EQ(drawing.Picked, nullptr);
+    EXPECT_EQ(drawing.Selected().LastPicked(), railStack);
+    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
 }
 
 TEST_F(Picks, FirstPartOfThatSeqWithAStackInAnyProcess) {
@@ -462,7 +464,7 @@ TEST_F(Picks, FirstPartOfThatSeqWithAStackInAnyProcess) {
     other.KouteiNo = 2;
     HaichiInfo& stack = AddStack(job.app, other, {.Block = 0, .Pieces = 1, .X = 100, .Y = 100});
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 9, Recorder()));
-    EXPECT_EQ(drawing.LastPicked, &stack);
+    EXPECT_EQ(drawing.Selected().LastPicked(), &stack);
 }
 
 // The pallet of the drawing tests (tests/view): Scale 1.35, px = trunc((x + 40.148) / 1.35) +
@@ -472,7 +474,7 @@ TEST_F(Picks, OnACanvasTheOldPartGoesBackAndEveryPieceOfTheNewOneLightsUp) {
     job.app.PalletCount = 2;
     DisplayList setUp;
     drawing.Refresh(setUp);
-    drawing.LastPicked = railStack;
+    drawing.Select().SetLastPicked(railStack);
     DisplayList canvas;
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, canvas, 1));
     std::vector<std::pair<IntRect, Rgb>> fills;
@@ -488,18 +490,19 @@ TEST_F(Picks, OnACanvasTheOldPartGoesBackAndEveryPieceOfTheNewOneLightsUp) {
 }
 
 TEST_F(Picks, MainListClickDuringABandSelectionIsRefused) {
-    drawing.BandActive = 1;
-    drawing.LastPicked = railStack;
+    drawing.Select().SetBand(BandState::InForce);
+    drawing.Select().SetLastPicked(railStack);
     EXPECT_FALSE(PickFromAllPartsList(job.app, drawing, 1, Recorder()));
     EXPECT_TRUE(drawn.empty());
-    EXPECT_EQ(drawing.LastPicked, railStack);
+    EXPECT_EQ(drawing.Selected().LastPicked(), railStack);
 }
 
 TEST_F(Picks, MainListClickPicksTheCaretLinesPart) {
-    drawing.BandActive = 2;  // a band kept after a drag is not a selection in force
+    drawing.Select().SetBand(
+        BandState::Aside);  // a band kept after a drag is not a selection in force
     EXPECT_TRUE(PickFromAllPartsList(job.app, drawing, 1, Recorder()));
     EXPECT_EQ(drawn, (std::vector<Drawn>{{drawmode::kPartPieces, first, nullptr}}));
-    EXPECT_EQ(drawing.LastPicked, first);
+    EXPECT_EQ(drawing.Selected().LastPicked(), first);
 }
 
 TEST(OtherSelectedRows, EverySelectedRowButTheCaret) {

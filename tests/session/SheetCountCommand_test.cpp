@@ -30,8 +30,8 @@ TEST_F(SheetCountTest, NothingBeginsWithoutAPick) {
 
 TEST_F(SheetCountTest, ARubberBandInForceRefusesWithMessage15) {
     Click(980, 833);  // a: pixels (930, 808)-(1030, 858)
-    ASSERT_EQ(drawing.Picked, &a);
-    drawing.BandActive = 1;
+    ASSERT_EQ(drawing.Selected().Picked(), &a);
+    drawing.Select().SetBand(BandState::InForce);
     EXPECT_FALSE(session.BeginSheetCount(drawing).has_value());
     EXPECT_EQ(testServices.Op.KakuNumbers, Kaku({{15, 0}}));
 }
@@ -56,12 +56,12 @@ TEST_F(SheetCountTest, ThePartIsStackedAgainWithTheNewCountAndPickedAgain) {
     EXPECT_EQ(partA.PiecesPlaced, 6);
     EXPECT_EQ(partA.PerStackLimit, 0);
     // Every stack of the part is picked, the first in the list as Picked.
-    EXPECT_EQ(drawing.PickHistory, stacks);
-    EXPECT_EQ(drawing.Picked, stacks.front());
+    EXPECT_EQ(drawing.Selected().PickHistory(), stacks);
+    EXPECT_EQ(drawing.Selected().Picked(), stacks.front());
     // LastPicked is the stack standing where the picked one stood, within 1 mm.
-    ASSERT_NE(drawing.LastPicked, nullptr);
-    EXPECT_LE(std::fabs(drawing.LastPicked->X - 990), 1.0);
-    EXPECT_LE(std::fabs(drawing.LastPicked->Y - 10), 1.0);
+    ASSERT_NE(drawing.Selected().LastPicked(), nullptr);
+    EXPECT_LE(std::fabs(drawing.Selected().LastPicked()->X - 990), 1.0);
+    EXPECT_LE(std::fabs(drawing.Selected().LastPicked()->Y - 10), 1.0);
     // The other part is not touched.
     EXPECT_EQ(StacksOf(partB), std::vector<HaichiInfo*>({&b}));
     EXPECT_EQ(partB.PiecesPlaced, 2);
@@ -72,8 +72,8 @@ TEST_F(SheetCountTest, WithoutAStackAtTheOldPlaceTheFirstStackIsLastPicked) {
     SheetCountStart elsewhere = *session.BeginSheetCount(drawing);
     elsewhere.X = 5000;  // no stack can stand there
     session.ApplySheetCount(drawing, elsewhere, 3);
-    ASSERT_NE(drawing.Picked, nullptr);
-    EXPECT_EQ(drawing.LastPicked, drawing.Picked);
+    ASSERT_NE(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().LastPicked(), drawing.Selected().Picked());
 }
 
 TEST_F(SheetCountTest, ApplyWithoutAPickChangesNothing) {
@@ -93,7 +93,7 @@ TEST_F(SheetCountTest, APartLeftShortIsReportedWithMessage10AfterTheRefresh) {
     const HaichiInfo* lastAtMessage = &a;
     testServices.Op.OnAsk = [&](int no1) {
         order.push_back("message " + std::to_string(no1));
-        lastAtMessage = drawing.LastPicked;
+        lastAtMessage = drawing.Selected().LastPicked();
     };
     EXPECT_TRUE(session.ApplySheetCount(drawing, start, 1, [&] {
         // The lists and the drawing show the new stacks before the message is read.
@@ -109,9 +109,9 @@ TEST_F(SheetCountTest, APartLeftShortIsReportedWithMessage10AfterTheRefresh) {
     EXPECT_EQ(testServices.Op.KakuNumbers, Kaku({{10, 0}}));
     // The last pick is set only once the message is answered: the stack at the old place.
     EXPECT_EQ(lastAtMessage, nullptr);
-    ASSERT_NE(drawing.LastPicked, nullptr);
-    EXPECT_LE(std::fabs(drawing.LastPicked->X - 990), 1.0);
-    EXPECT_LE(std::fabs(drawing.LastPicked->Y - 10), 1.0);
+    ASSERT_NE(drawing.Selected().LastPicked(), nullptr);
+    EXPECT_LE(std::fabs(drawing.Selected().LastPicked()->X - 990), 1.0);
+    EXPECT_LE(std::fabs(drawing.Selected().LastPicked()->Y - 10), 1.0);
 }
 
 TEST_F(SheetCountTest, APartPlacedWhollyGetsNoMessage) {

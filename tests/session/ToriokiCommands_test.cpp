@@ -24,9 +24,9 @@ TEST_F(LeftTest, PickedStackGoesToTheSetAsideArea) {
     EXPECT_EQ(partA.PiecesPlaced, 3);
     EXPECT_EQ(partA.PiecesSetAside, 3);
     EXPECT_EQ(job.StacksOf(partA), std::vector<HaichiInfo*>({&a2}));
-    EXPECT_EQ(drawing.Picked, nullptr);
-    EXPECT_EQ(drawing.LastPicked, nullptr);
-    EXPECT_TRUE(drawing.PickHistory.empty());
+    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().LastPicked(), nullptr);
+    EXPECT_TRUE(drawing.Selected().PickHistory().empty());
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
@@ -50,7 +50,7 @@ TEST_F(LeftTest, CornersOfTheProcessAreRebuiltFromTheStacksThatRemain) {
 
 TEST_F(LeftTest, RubberBandInForceShowsMessage15AndChangesNothing) {
     Click(980, 833);
-    drawing.BandActive = 1;
+    drawing.Select().SetBand(BandState::InForce);
     const ToriokiChange change = Left();
     EXPECT_FALSE(change.Changed);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{15, 0}}));
@@ -85,7 +85,7 @@ TEST_F(LeftTest, ThreePickedStacksAllGoAndTheListIsNoLongerEmpty) {
     Show();
     ASSERT_FALSE(session.AnyPartSetAside());
     Click(980, 833);
-    ASSERT_EQ(drawing.PickHistory, std::vector<HaichiInfo*>({&a, &sc, &sd}));
+    ASSERT_EQ(drawing.Selected().PickHistory(), std::vector<HaichiInfo*>({&a, &sc, &sd}));
     const ToriokiChange change = Left();
     EXPECT_TRUE(change.Changed);
     EXPECT_TRUE(session.AnyPartSetAside());
@@ -96,8 +96,9 @@ TEST_F(LeftTest, ThreePickedStacksAllGoAndTheListIsNoLongerEmpty) {
 }
 
 TEST_F(LeftTest, StackPickedTwiceIsSetAsideOnce) {
-    drawing.Picked = &a;
-    drawing.PickHistory = {&a, &b, &a};
+    drawing.Select().SetPicked(&a);
+    for (HaichiInfo* h : {&a, &b, &a})
+        drawing.Select().AddToHistory(h);
     Left();
     EXPECT_EQ(partA.PiecesSetAside, 3);
     EXPECT_EQ(partA.PiecesPlaced, 3);
@@ -109,8 +110,9 @@ TEST_F(LeftTest, RecordThatIsNoLongerAStackIsLeftAlone) {
     HaichiInfo stray;
     stray.Part = &partB;
     stray.Pieces = 2;
-    drawing.Picked = &a;
-    drawing.PickHistory = {&stray, &a};
+    drawing.Select().SetPicked(&a);
+    for (HaichiInfo* h : {&stray, &a})
+        drawing.Select().AddToHistory(h);
     Left();
     EXPECT_EQ(partB.PiecesSetAside, 0);
     EXPECT_EQ(partA.PiecesSetAside, 3);

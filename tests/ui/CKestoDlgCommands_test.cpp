@@ -162,12 +162,12 @@ TEST(CKestoDlgCommands, RetryReadsTheJobAgainAndPlacesItAnew) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     MovePartTwoToTorioki(job);
-    job.Dialog->DrawArea()->Drawing().BandActive = 1;
+    job.Dialog->DrawArea()->Drawing().Select().SetBand(BandState::InForce);
     Click(*job.Dialog, "B-RETRY");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{202, 203}}));
     EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 100);
     EXPECT_EQ(PartBySeq(job.App(), 1).PiecesPlaced, 5);
-    EXPECT_EQ(job.Dialog->DrawArea()->Drawing().BandActive, 0);
+    EXPECT_EQ(job.Dialog->DrawArea()->Drawing().Selected().Band(), BandState::Off);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-SBOX"), QStringList({"002    3 TextB"}));
     EXPECT_TRUE(Lines(*job.Dialog, "LIST-TORIOKI").isEmpty());
 }
@@ -296,7 +296,7 @@ TEST(CKestoDlgCommands, ViewButtonsSetThePalletMode) {
 TEST(CKestoDlgCommands, ViewAndInfoRefuseDuringABandSelectionWithMessage15) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    job.Dialog->DrawArea()->Drawing().BandActive = 1;
+    job.Dialog->DrawArea()->Drawing().Select().SetBand(BandState::InForce);
     Click(*job.Dialog, "B-DANMEN");
     Click(*job.Dialog, "B-INFO");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{15, 0}, {15, 0}}));
@@ -314,11 +314,11 @@ TEST(CKestoDlgCommands, DirectSwitchesItsCaptionAndDropsABandSelection) {
     Click(d, "B-NEST-A");
     EXPECT_EQ(job.App().IsDirect, 1);
     EXPECT_EQ(d.findChild<QPushButton*>("B-NEST-A")->text(), "NestD");
-    d.DrawArea()->Drawing().BandActive = 1;
+    d.DrawArea()->Drawing().Select().SetBand(BandState::InForce);
     Click(d, "B-NEST-A");
     EXPECT_EQ(job.App().IsDirect, 0);
     EXPECT_EQ(d.findChild<QPushButton*>("B-NEST-A")->text(), "NestA");
-    EXPECT_EQ(d.DrawArea()->Drawing().BandActive, 0);
+    EXPECT_EQ(d.DrawArea()->Drawing().Selected().Band(), BandState::Off);
     EXPECT_EQ(job.Shown().HitByBlock, 0);
     EXPECT_TRUE(d.findChild<QPushButton*>("B-HITS")->isChecked());
 }
@@ -504,7 +504,7 @@ TEST(CKestoDlgCommands, DanmenShowsTheHeightLimitLine) {
 TEST(CKestoDlgCommands, ViewButtonRedrawsThePickedStacksHighlight) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
-    s.Drawing().Picked = &s.FirstStack();
+    s.Drawing().Select().SetPicked(&s.FirstStack());
     EXPECT_EQ(s.CountInArea(colour::kPicked), 0);
     Click(s.D(), "B-PALLET2");
     EXPECT_GT(s.CountInArea(colour::kPicked), 100);
@@ -535,7 +535,7 @@ TEST(CKestoDlgCommands, ProcessSelectionClearsThePartViewAndDrawsThatProcess) {
 TEST(CKestoDlgCommands, ProcessSelectionRepaintsTheInformationPanelForThatProcess) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
-    s.Drawing().Picked = &s.FirstStack();
+    s.Drawing().Select().SetPicked(&s.FirstStack());
     s.D().PartsInfoPanel()->Refresh();
     const QImage before = s.D().PartsInfoPanel()->Image().copy();
     EXPECT_GT(s.Count(before, colour::kPanelText), 30);
@@ -560,7 +560,7 @@ TEST(CKestoDlgCommands, InfoClosingTheListRepaintsThePanelsAndTheHighlight) {
     ASSERT_TRUE(s.shown);
     Click(s.D(), "B-INFO");
     EXPECT_EQ(s.job.Shown().PartsAllState, 2);
-    s.Drawing().Picked = &s.FirstStack();
+    s.Drawing().Select().SetPicked(&s.FirstStack());
     EXPECT_EQ(s.Count(s.D().PartsInfoPanel()->Image(), colour::kPanelText), 0);
     Click(s.D(), "B-INFO");
     EXPECT_EQ(s.job.Shown().PartsAllState, 1);
@@ -571,10 +571,10 @@ TEST(CKestoDlgCommands, InfoClosingTheListRepaintsThePanelsAndTheHighlight) {
 TEST(CKestoDlgCommands, RetryDrawsTheNewPlacementWithoutHighlight) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
-    s.Drawing().Picked = &s.FirstStack();
+    s.Drawing().Select().SetPicked(&s.FirstStack());
     s.D().DrawArea()->DrawParts(drawmode::kHighlight);
     Click(s.D(), "B-RETRY");
-    EXPECT_EQ(s.Drawing().Picked, nullptr);
+    EXPECT_EQ(s.Drawing().Selected().Picked(), nullptr);
     EXPECT_EQ(s.CountInArea(colour::kPicked), 0);
     EXPECT_GT(s.CountInArea(colour::kPartNormal), 100);
 }

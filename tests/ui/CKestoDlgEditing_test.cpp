@@ -122,7 +122,7 @@ TEST(CKestoDlgEditing, ClickPicksTheStackAndShowsItInTheListAndThePanel) {
     ASSERT_TRUE(w.opened);
     EXPECT_EQ(PanelTextPixels(w.job.Dialog->PartsInfoPanel()->Image()), 0);
     w.Click({830, 718});
-    EXPECT_EQ(w.Drawing().Picked, &w.StackNo(0));
+    EXPECT_EQ(w.Drawing().Selected().Picked(), &w.StackNo(0));
     EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
     EXPECT_EQ(w.Picture(680, 128), colour::kSamePart);
     EXPECT_EQ(w.Selected("LIST-PTALL").size(), 1);
@@ -159,7 +159,7 @@ TEST(CKestoDlgEditing, ClickOrOneMoveIsAPickOnly) {
     QTest::mouseRelease(&w.Area(), Qt::LeftButton, {}, QPoint(300, 700));
     EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
     EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
-    EXPECT_EQ(w.Drawing().Picked, &w.StackNo(0));
+    EXPECT_EQ(w.Drawing().Selected().Picked(), &w.StackNo(0));
 }
 
 // Pressed at (830, 718), the rectangle's corner is 160 left and 100 up; released at (260, 718)
@@ -232,7 +232,7 @@ TEST(CKestoDlgEditing, DraggingAboveTheCaptionStripAbandons) {
     w.Drag({830, 718}, {830, 30});
     EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
     EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
-    EXPECT_EQ(w.Drawing().Picked, nullptr);
+    EXPECT_EQ(w.Drawing().Selected().Picked(), nullptr);
     EXPECT_TRUE(w.Area().DragImage().empty());
 }
 
@@ -272,8 +272,8 @@ TEST(CKestoDlgEditing, BandSelectsTheStacksInsideIt) {
     BandWindow w;
     ASSERT_TRUE(w.opened);
     w.Band({660, 100}, {1000, 830});
-    EXPECT_EQ(w.Drawing().BandActive, 1);
-    EXPECT_EQ(w.Drawing().BandList.size(), 2u);
+    EXPECT_EQ(w.Drawing().Selected().Band(), BandState::InForce);
+    EXPECT_EQ(w.Drawing().Selected().BandList().size(), 2u);
     EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
     EXPECT_EQ(w.Picture(680, 128), colour::kPicked);
     EXPECT_EQ(w.Selected("LIST-PTALL").size(), 1);
@@ -283,26 +283,26 @@ TEST(CKestoDlgEditing, TinyBandOrOneAcrossSlotsSelectsNothing) {
     BandWindow w;
     ASSERT_TRUE(w.opened);
     w.Band({660, 100}, {662, 102});
-    EXPECT_EQ(w.Drawing().BandActive, 0);
+    EXPECT_EQ(w.Drawing().Selected().Band(), BandState::Off);
     w.Shown().PalletMode = view::kFourPallet;
     w.Area().Refresh();
     // From the first slot's quadrant into the second's (halves of 540).
     w.Band({60, 60}, {700, 400});
-    EXPECT_EQ(w.Drawing().BandActive, 0);
-    EXPECT_TRUE(w.Drawing().BandList.empty());
+    EXPECT_EQ(w.Drawing().Selected().Band(), BandState::Off);
+    EXPECT_TRUE(w.Drawing().Selected().BandList().empty());
 }
 
 TEST(CKestoDlgEditing, RemovingTheLastBandStackWithShiftEndsTheBand) {
     BandWindow w;
     ASSERT_TRUE(w.opened);
     w.Band({660, 600}, {1000, 830});
-    ASSERT_EQ(w.Drawing().BandList.size(), 1u);
+    ASSERT_EQ(w.Drawing().Selected().BandList().size(), 1u);
     w.Click({830, 718}, Qt::ShiftModifier);
-    EXPECT_EQ(w.Drawing().BandActive, 0);
-    EXPECT_TRUE(w.Drawing().BandList.empty());
+    EXPECT_EQ(w.Drawing().Selected().Band(), BandState::Off);
+    EXPECT_TRUE(w.Drawing().Selected().BandList().empty());
     // The stack hit stays picked, as the hit test left it: lit, its line selected, and MaiChg
     // or left work on it.
-    EXPECT_EQ(w.Drawing().Picked, &w.StackNo(0));
+    EXPECT_EQ(w.Drawing().Selected().Picked(), &w.StackNo(0));
     EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
     EXPECT_EQ(w.Selected("LIST-PTALL").size(), 1);
 }
@@ -315,10 +315,10 @@ TEST(CKestoDlgEditing, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
     const IntRect a = *w.Drawing().ScreenRect(w.StackNo(0));
     const IntRect other = *w.Drawing().ScreenRect(w.StackNo(2));
     w.Band({a.Left - 3, a.Top - 3}, {a.Right + 3, a.Bottom + 3});
-    ASSERT_EQ(w.Drawing().BandList.size(), 1u);
+    ASSERT_EQ(w.Drawing().Selected().BandList().size(), 1u);
     w.Click({(other.Left + other.Right) / 2, (other.Top + other.Bottom) / 2}, Qt::ShiftModifier);
-    ASSERT_EQ(w.Drawing().BandList.size(), 1u);
-    EXPECT_EQ(w.Drawing().BandList[0].Record, &w.StackNo(0));
+    ASSERT_EQ(w.Drawing().Selected().BandList().size(), 1u);
+    EXPECT_EQ(w.Drawing().Selected().BandList()[0].Record, &w.StackNo(0));
     EXPECT_EQ(w.Picture(other.Left + 3, other.Top + 3), colour::kPartNormal);
     EXPECT_EQ(w.Picture(a.Left + 3, a.Top + 3), colour::kPicked);
 }
@@ -367,9 +367,9 @@ TEST(CKestoDlgEditing, LeftLeavesThePartViewAsItWas) {
     const std::optional<IntRect> other = w.Drawing().ScreenRect(w.StackNo(0));
     ASSERT_TRUE(other.has_value());
     w.Click({(other->Left + other->Right) / 2, (other->Top + other->Bottom) / 2});
-    ASSERT_NE(w.Drawing().Picked, nullptr);
+    ASSERT_NE(w.Drawing().Selected().Picked(), nullptr);
     QTest::mouseClick(w.Button("B-PTOT"), Qt::LeftButton);
-    EXPECT_EQ(w.Drawing().Picked, nullptr);
+    EXPECT_EQ(w.Drawing().Selected().Picked(), nullptr);
     EXPECT_EQ(w.job.Dialog->PartsViewPanel()->Image(), shown);
 }
 
@@ -426,7 +426,7 @@ TEST(CKestoDlgEditing, MaiChgStacksThePickedPartAgainWithTheNewCount) {
     ASSERT_TRUE(w.opened);
     QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
     w.Click({830, 718});  // A1's stack at X 950, Y 50
-    ASSERT_EQ(w.Drawing().Picked, &w.StackNo(0));
+    ASSERT_EQ(w.Drawing().Selected().Picked(), &w.StackNo(0));
     // Ten pieces of 10 high under the limit of 500: ten fit, so the dialog gives 10 and asks
     // 206/207 because that differs from the five it opened with.
     // A mark on the all-parts dialog's first line: MaiChg does not fill that dialog again.
@@ -451,8 +451,8 @@ TEST(CKestoDlgEditing, MaiChgStacksThePickedPartAgainWithTheNewCount) {
     EXPECT_DOUBLE_EQ(a1[0]->Y, 50);
     EXPECT_EQ(a1[0]->Part->PiecesPlaced, 10);
     EXPECT_EQ(a1[0]->Part->PerStackLimit, 5);
-    EXPECT_EQ(w.Drawing().Picked, a1[0]);
-    EXPECT_EQ(w.Drawing().LastPicked, a1[0]);
+    EXPECT_EQ(w.Drawing().Selected().Picked(), a1[0]);
+    EXPECT_EQ(w.Drawing().Selected().LastPicked(), a1[0]);
     // The new stack is lit as the pick at (670, 618)-(990, 818); its old place above is free.
     EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
     EXPECT_EQ(w.Picture(680, 128), colour::kPalletFrame);
@@ -470,7 +470,7 @@ TEST(CKestoDlgEditing, MaiChgLeavingThePartShortShowsMessage10OverTheNewState) {
     ASSERT_TRUE(w.opened);
     QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
     w.Click({830, 718});  // A1's stack at X 950, Y 50
-    ASSERT_EQ(w.Drawing().Picked, &w.StackNo(0));
+    ASSERT_EQ(w.Drawing().Selected().Picked(), &w.StackNo(0));
     const QStringList linesBefore = Lines(w.List("LIST-PTALL"));
     const QImage pictureBefore = w.Area().Image();
     // One piece a stack: A1's ten pieces want ten stacks. Pallet 2's cell is A2's, so only
@@ -484,7 +484,7 @@ TEST(CKestoDlgEditing, MaiChgLeavingThePartShortShowsMessage10OverTheNewState) {
             return;
         linesAtMessage = Lines(w.List("LIST-PTALL"));
         pictureAtMessage = w.Area().Image();
-        lastAtMessage = w.Drawing().LastPicked;
+        lastAtMessage = w.Drawing().Selected().LastPicked();
     };
     AnswerSheetCount(*w.job.Dialog, "1");
     QTest::mouseClick(w.Button("B-MAICHG"), Qt::LeftButton);
@@ -510,8 +510,8 @@ TEST(CKestoDlgEditing, MaiChgLeavingThePartShortShowsMessage10OverTheNewState) {
     // The stack at the old place (950, 50) becomes the last pick once the message is
     // answered; it is also the first of the part's stacks, the pick.
     EXPECT_EQ(lastAtMessage, nullptr);
-    EXPECT_EQ(w.Drawing().LastPicked, a1[0]);
-    EXPECT_EQ(w.Drawing().Picked, a1[0]);
+    EXPECT_EQ(w.Drawing().Selected().LastPicked(), a1[0]);
+    EXPECT_EQ(w.Drawing().Selected().Picked(), a1[0]);
 }
 
 // The block drawing toggle draws the cells, then the picked stack's highlight over them again.

@@ -53,8 +53,8 @@ TEST(CKestoDlgPartsAll, ClickHighlightsThePartAndKeepsItsFirstStack) {
     EXPECT_EQ(s.PixelOf(stack), colour::kPartNormal);
     s.ClickLine(0);
     EXPECT_EQ(s.SelectedRows(), std::vector<int>{0});
-    EXPECT_EQ(s.Drawing().LastPicked, &stack);
-    EXPECT_EQ(s.Drawing().Picked, nullptr);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), &stack);
+    EXPECT_EQ(s.Drawing().Selected().Picked(), nullptr);
     EXPECT_EQ(s.PixelOf(stack), colour::kSamePart);  // 252, 255, 108
 }
 
@@ -66,16 +66,16 @@ TEST(CKestoDlgPartsAll, AddedLineLeavesOnlyTheCaretLineSelected) {
     EXPECT_EQ(s.SelectedRows(), std::vector<int>{1});
     // Seq 2 has no stack: Seq 1's highlight went, its stack stays LastPicked.
     EXPECT_EQ(s.PixelOf(s.FirstStack()), colour::kPartNormal);
-    EXPECT_EQ(s.Drawing().LastPicked, &s.FirstStack());
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), &s.FirstStack());
 }
 
 TEST(CKestoDlgPartsAll, ClickDuringABandSelectionIsUndone) {
     MainListJob s;
     ASSERT_TRUE(s.shown);
-    s.Drawing().BandActive = 1;
+    s.Drawing().Select().SetBand(BandState::InForce);
     s.ClickLine(0);
     EXPECT_TRUE(s.SelectedRows().empty());
-    EXPECT_EQ(s.Drawing().LastPicked, nullptr);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), nullptr);
     EXPECT_EQ(s.PixelOf(s.FirstStack()), colour::kPartNormal);
 }
 
@@ -84,10 +84,10 @@ TEST(CKestoDlgPartsAll, DroppingTheBandWithDirectPicksNothing) {
     ASSERT_TRUE(s.shown);
     s.ClickLine(0);
     s.job.App().IsDirect = 1;
-    s.Drawing().BandActive = 1;
+    s.Drawing().Select().SetBand(BandState::InForce);
     QTest::mouseClick(s.job.Dialog->findChild<QPushButton*>("B-NEST-A"), Qt::LeftButton);
     EXPECT_TRUE(s.SelectedRows().empty());
-    EXPECT_EQ(s.Drawing().LastPicked, nullptr);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), nullptr);
 }
 
 }  // namespace

@@ -98,24 +98,6 @@ TEST(CKs_DrawArea, PlaceAreaTakesThePlacementAndStoresTheClientAndScreenRectangl
     EXPECT_EQ(area.objectName(), "CKs_DrawArea");
 }
 
-TEST(CKs_DrawArea, ResetSelectionForgetsBandAndPicks) {
-    AreaJob a;
-    ASSERT_TRUE(a.opened);
-    PalletDrawing& d = a.Area().Drawing();
-    HaichiInfo& stack = a.FirstStack();
-    d.BandActive = 1;
-    d.Picked = &stack;
-    d.LastPicked = &stack;
-    d.PickHistory = {&stack, &stack};
-    d.BandList = {BandEntry{&stack, {}}};
-    a.Area().ResetSelection();
-    EXPECT_EQ(d.BandActive, 0);
-    EXPECT_EQ(d.Picked, nullptr);
-    EXPECT_EQ(d.LastPicked, nullptr);
-    EXPECT_TRUE(d.PickHistory.empty());
-    EXPECT_TRUE(d.BandList.empty());
-}
-
 TEST(CKs_DrawArea, FlatShowsBackgroundFrameAndCaptionStripInTheWindowColour) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
@@ -318,7 +300,7 @@ TEST(CKs_DrawArea, HighlightModePaintsThePickedStackGreen) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
     a.Area().Refresh();
-    a.Area().Drawing().Picked = &a.FirstStack();
+    a.Area().Drawing().Select().SetPicked(&a.FirstStack());
     a.Area().DrawParts(drawmode::kHighlight);
     a.ExpectPixels({
         {326, 402, colour::kPicked},
@@ -360,7 +342,7 @@ TEST(CKs_DrawArea, ImageSurvivesAnExpose) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
     a.Area().Refresh();
-    a.Area().Drawing().Picked = &a.FirstStack();
+    a.Area().Drawing().Select().SetPicked(&a.FirstStack());
     a.Area().DrawParts(drawmode::kHighlight);
     const QImage before = a.Area().Image();
     const QImage shown = a.Area().grab().toImage().convertToFormat(QImage::Format_RGB32);

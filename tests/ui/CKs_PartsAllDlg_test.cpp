@@ -254,8 +254,8 @@ TEST(CKs_PartsAllDlg, LineClickShowsEveryPieceOfThePartAndKeepsItsFirstStack) {
     ASSERT_TRUE(r.has_value());
     EXPECT_EQ(s.AreaPixel(*r), colour::kPartNormal);
     s.ClickLine(0);
-    EXPECT_EQ(s.Drawing().LastPicked, &stack);
-    EXPECT_EQ(s.Drawing().Picked, nullptr);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), &stack);
+    EXPECT_EQ(s.Drawing().Selected().Picked(), nullptr);
     EXPECT_EQ(s.AreaPixel(*r), colour::kSamePart);  // 252, 255, 108
 }
 
@@ -269,7 +269,7 @@ TEST(CKs_PartsAllDlg, LineOfAPartWithoutStacksOnlyDrawsTheOldPickBack) {
     s.ClickLine(0);
     s.ClickLine(1);  // Seq 2 is in a small box
     EXPECT_EQ(s.AreaPixel(r), colour::kPartNormal);
-    EXPECT_EQ(s.Drawing().LastPicked, &stack);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), &stack);
 }
 
 TEST(CKs_PartsAllDlg, MarkFollowsThePalletInViewAndTheProcess) {
@@ -308,12 +308,12 @@ TEST(CKs_PartsAllDlg, SelectLineOfPartSelectsThePickedPartsLineWithoutPicking) {
     PartsAllJob s;
     ASSERT_TRUE(s.shown);
     s.ClickMain("B-INFO");
-    s.Drawing().Picked = &s.FirstStackOf(1);
+    s.Drawing().Select().SetPicked(&s.FirstStackOf(1));
     s.Dlg().SelectLineOfPart();
     EXPECT_EQ(s.List().currentRow(), 0);
     EXPECT_TRUE(s.List().item(0)->isSelected());
-    EXPECT_EQ(s.Drawing().LastPicked, nullptr);
-    s.Drawing().Picked = nullptr;
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), nullptr);
+    s.Drawing().Select().SetPicked(nullptr);
     s.Dlg().SelectLineOfPart();
     EXPECT_TRUE(s.List().selectedItems().isEmpty());
 }
@@ -328,7 +328,7 @@ TEST(CKs_PartsAllDlg, PickInTheDrawingSelectsThePartsLine) {
     EXPECT_TRUE(s.List().selectedItems().isEmpty());
     QTest::mouseClick(s.D().DrawArea(), Qt::LeftButton, Qt::NoModifier,
                       QPoint((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2));
-    EXPECT_EQ(s.Drawing().LastPicked, &stack);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), &stack);
     ASSERT_EQ(s.List().selectedItems().size(), 1);
     EXPECT_EQ(s.List().currentRow(), 0);
 }
@@ -342,7 +342,7 @@ TEST(CKs_PartsAllDlg, SelectLineOfSeqFromTheDrawingsPick) {
     EXPECT_TRUE(s.List().item(1)->isSelected());
     s.Dlg().SelectLineOfSeq(9);
     EXPECT_TRUE(s.List().selectedItems().isEmpty());
-    EXPECT_EQ(s.Drawing().LastPicked, nullptr);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), nullptr);
 }
 
 TEST(CKs_PartsAllDlg, FillForAnUnknownProcessKeepsTheLines) {

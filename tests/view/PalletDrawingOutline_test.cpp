@@ -205,7 +205,7 @@ TEST_F(Outlines, HighlightedOutlinesUseThePickedAndSamePartColours) {
         job.app, *part,
         {.Block = block, .Pieces = 2, .X = 900.6, .Y = 600.4});  // another piece of the same part
     job.app.IsDirect = 1;
-    drawing.Picked = record;
+    drawing.Select().SetPicked(record);
     DisplayList canvas;
     drawing.DrawParts(canvas, drawmode::kHighlight);
     const std::vector<Primitive> lines = test::Lines(canvas);

@@ -316,16 +316,16 @@ TEST_F(FlatParts, TheStackWithTheNearerCornerIsPicked) {
     // (300, 550): BRACKET's nearest corner (388, 540): d = sqrt(88^2 + 10^2) = 88.6;
     // RAIL's (291, 497): d = sqrt(9^2 + 53^2) = 53.8. RAIL wins.
     drawing.HitTest(300, 550);
-    EXPECT_EQ(&b, drawing.Picked);
-    EXPECT_EQ(kRail, drawing.PickRect);
+    EXPECT_EQ(&b, drawing.Selected().Picked());
+    EXPECT_EQ(kRail, drawing.Selected().PickRect());
     // (380, 600): BRACKET (388, 652): sqrt(8^2 + 52^2) = 52.6; RAIL (439, 608):
     // sqrt(59^2 + 8^2) = 59.5. BRACKET, the earlier one, stays.
     drawing.HitTest(380, 600);
-    EXPECT_EQ(&a, drawing.Picked);
-    EXPECT_EQ(kBracket, drawing.PickRect);
-    ASSERT_EQ(2u, drawing.PickHistory.size());
-    EXPECT_EQ(&b, drawing.PickHistory[0]);
-    EXPECT_EQ(&a, drawing.PickHistory[1]);
+    EXPECT_EQ(&a, drawing.Selected().Picked());
+    EXPECT_EQ(kBracket, drawing.Selected().PickRect());
+    ASSERT_EQ(2u, drawing.Selected().PickHistory().size());
+    EXPECT_EQ(&b, drawing.Selected().PickHistory()[0]);
+    EXPECT_EQ(&a, drawing.Selected().PickHistory()[1]);
 }
 
 TEST_F(FlatParts, AtEqualDistanceTheEarlierStackStaysPicked) {
@@ -333,8 +333,8 @@ TEST_F(FlatParts, AtEqualDistanceTheEarlierStackStaysPicked) {
     Bracket(3);  // the same place, later in the list
     LayOut();
     drawing.HitTest(300, 560);
-    EXPECT_EQ(&first, drawing.Picked);
-    EXPECT_EQ(kBracket, drawing.PickRect);
+    EXPECT_EQ(&first, drawing.Selected().Picked());
+    EXPECT_EQ(kBracket, drawing.Selected().PickRect());
 }
 
 TEST_F(FlatParts, PickingTheSameStackAgainDoesNotGrowTheHistory) {
@@ -343,19 +343,19 @@ TEST_F(FlatParts, PickingTheSameStackAgainDoesNotGrowTheHistory) {
     LayOut();
     drawing.HitTest(300, 550);
     drawing.HitTest(300, 551);
-    ASSERT_EQ(1u, drawing.PickHistory.size());
-    EXPECT_EQ(&b, drawing.PickHistory[0]);
+    ASSERT_EQ(1u, drawing.Selected().PickHistory().size());
+    EXPECT_EQ(&b, drawing.Selected().PickHistory()[0]);
 }
 
 TEST_F(FlatParts, AMissLeavesThePickAlone) {
     Bracket();
     LayOut();
     drawing.HitTest(50, 50);
-    EXPECT_EQ(nullptr, drawing.Picked);
-    EXPECT_TRUE(drawing.PickHistory.empty());
+    EXPECT_EQ(nullptr, drawing.Selected().Picked());
+    EXPECT_TRUE(drawing.Selected().PickHistory().empty());
     // The edges belong to the rectangle.
     drawing.HitTest(388, 652);
-    EXPECT_NE(nullptr, drawing.Picked);
+    EXPECT_NE(nullptr, drawing.Selected().Picked());
 }
 
 TEST_F(FlatParts, HitTestModeDrawsNothing) {
@@ -364,7 +364,7 @@ TEST_F(FlatParts, HitTestModeDrawsNothing) {
     LayOut();
     drawing.DrawParts(canvas, drawmode::kHitTest, 300, 550);
     EXPECT_TRUE(canvas.Items().empty());
-    EXPECT_EQ(kRail, drawing.PickRect);
+    EXPECT_EQ(kRail, drawing.Selected().PickRect());
 }
 
 TEST_F(FlatParts, PickingByBlockAddsTheOtherStacksOfTheBlock) {
@@ -373,35 +373,33 @@ TEST_F(FlatParts, PickingByBlockAddsTheOtherStacksOfTheBlock) {
     job.shown.HitByBlock = 1;
     LayOut();
     drawing.HitTest(300, 550);
-    EXPECT_EQ(&b, drawing.Picked);
-    ASSERT_EQ(2u, drawing.PickHistory.size());
-    EXPECT_EQ(&b, drawing.PickHistory[0]);
-    EXPECT_EQ(&a, drawing.PickHistory[1]);
+    EXPECT_EQ(&b, drawing.Selected().Picked());
+    ASSERT_EQ(2u, drawing.Selected().PickHistory().size());
+    EXPECT_EQ(&b, drawing.Selected().PickHistory()[0]);
+    EXPECT_EQ(&a, drawing.Selected().PickHistory()[1]);
     // Union of {291, 497, 439, 608} and {210, 540, 388, 652}.
-    EXPECT_EQ((IntRect{210, 497, 439, 652}), drawing.PickRect);
+    EXPECT_EQ((IntRect{210, 497, 439, 652}), drawing.Selected().PickRect());
 }
 
 TEST_F(FlatParts, TheRubberBandCollectsTheStacksInsideIt) {
     HaichiInfo& a = Bracket();
     Rail();
     LayOut();
-    drawing.BandActive = 1;
-    drawing.BandRect = IntRect{200, 530, 400, 660};
+    drawing.Select().StartBand(IntRect{200, 530, 400, 660});
     drawing.HitTest(0, 0);
     // BRACKET {210, 540, 388, 652} lies inside; RAIL's top 497 is above the band.
-    ASSERT_EQ(1u, drawing.BandList.size());
-    EXPECT_EQ(&a, drawing.BandList[0].Record);
-    EXPECT_EQ(kBracket, drawing.BandList[0].Rect);
-    EXPECT_EQ(nullptr, drawing.Picked);
+    ASSERT_EQ(1u, drawing.Selected().BandList().size());
+    EXPECT_EQ(&a, drawing.Selected().BandList()[0].Record);
+    EXPECT_EQ(kBracket, drawing.Selected().BandList()[0].Rect);
+    EXPECT_EQ(nullptr, drawing.Selected().Picked());
 }
 
 TEST_F(FlatParts, ARectangleOnTheBandsEdgesIsInside) {
     Bracket();
     LayOut();
-    drawing.BandActive = 1;
-    drawing.BandRect = kBracket;
+    drawing.Select().StartBand(kBracket);
     drawing.HitTest(0, 0);
-    EXPECT_EQ(1u, drawing.BandList.size());
+    EXPECT_EQ(1u, drawing.Selected().BandList().size());
 }
 
 // --- highlight modes --------------------------------------------------------------------------
@@ -426,12 +424,12 @@ class Highlights : public FlatParts {
 };
 
 TEST_F(Highlights, HighlightDrawsThePickedStackAndTheOtherPiecesOfItsPart) {
-    drawing.Picked = a;
+    drawing.Select().SetPicked(a);
     auto rects = Draw(drawmode::kHighlight);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPicked);
     ExpectFill(rects[1], kBracketFar, colour::kSamePart);
-    drawing.Picked = b;
+    drawing.Select().SetPicked(b);
     rects = Draw(drawmode::kHighlight);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedPicked);
@@ -439,7 +437,7 @@ TEST_F(Highlights, HighlightDrawsThePickedStackAndTheOtherPiecesOfItsPart) {
 
 TEST_F(Highlights, InThreeDEveryStackGetsItsLayersAndLabelAgainInListOrder) {
     job.shown.Is3D = 1;
-    drawing.Picked = a;
+    drawing.Select().SetPicked(a);
     canvas.Clear();
     drawing.DrawParts(canvas, drawmode::kHighlight);
     // BRACKET (7 pieces): base, layers 2..7 and the top highlight (8); RAIL (4 pieces, not
@@ -466,7 +464,7 @@ TEST_F(Highlights, InThreeDEveryStackGetsItsLayersAndLabelAgainInListOrder) {
 
 TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
     job.shown.Is3D = 1;
-    drawing.LastPicked = c;
+    drawing.Select().SetLastPicked(c);
     canvas.Clear();
     drawing.DrawParts(canvas, drawmode::kUnhighlight);
     // BRACKET and BRACKET far in normal colours with their layers; RAIL's layers alone:
@@ -479,7 +477,7 @@ TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
 
     // Mode 4 fills no layers but the top one of the part's stacks (black pen); every stack is
     // labelled.
-    drawing.Picked = a;
+    drawing.Select().SetPicked(a);
     canvas.Clear();
     drawing.DrawParts(canvas, drawmode::kPartPieces);
     const auto rects = test::Rectangles(canvas);
@@ -495,7 +493,7 @@ TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
 }
 
 TEST_F(Highlights, FlatOnlyTheRecolouredStacksAreLabelledAgain) {
-    drawing.Picked = b;
+    drawing.Select().SetPicked(b);
     canvas.Clear();
     drawing.DrawParts(canvas, drawmode::kHighlight);
     for (const Primitive& label : test::Labels(canvas))
@@ -504,8 +502,8 @@ TEST_F(Highlights, FlatOnlyTheRecolouredStacksAreLabelledAgain) {
 }
 
 TEST_F(Highlights, HighlightWithTheRubberBand) {
-    drawing.BandActive = 1;
-    drawing.BandList.push_back(BandEntry{a, kBracket});
+    drawing.Select().SetBand(BandState::InForce);
+    drawing.Select().AddBandEntry(BandEntry{a, kBracket});
     const auto rects = Draw(drawmode::kHighlight);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPicked);
@@ -513,11 +511,11 @@ TEST_F(Highlights, HighlightWithTheRubberBand) {
 }
 
 TEST_F(Highlights, UnhighlightDrawsTheLastPickedPartInNormalColours) {
-    drawing.LastPicked = b;
+    drawing.Select().SetLastPicked(b);
     auto rects = Draw(drawmode::kUnhighlight);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedNormal);
-    drawing.LastPicked = a;
+    drawing.Select().SetLastPicked(a);
     rects = Draw(drawmode::kUnhighlight);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPartNormal);
@@ -525,8 +523,8 @@ TEST_F(Highlights, UnhighlightDrawsTheLastPickedPartInNormalColours) {
 }
 
 TEST_F(Highlights, UnhighlightWithTheRubberBandRedrawsTheBandsParts) {
-    drawing.BandActive = 1;
-    drawing.BandList.push_back(BandEntry{b, kRail});
+    drawing.Select().SetBand(BandState::InForce);
+    drawing.Select().AddBandEntry(BandEntry{b, kRail});
     const auto rects = Draw(drawmode::kUnhighlight);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedNormal);
@@ -534,9 +532,9 @@ TEST_F(Highlights, UnhighlightWithTheRubberBandRedrawsTheBandsParts) {
 
 // The previous pick's part is drawn back too, so its highlight does not stay on screen.
 TEST_F(Highlights, UnhighlightWithTheRubberBandAlsoRedrawsTheLastPickedPart) {
-    drawing.BandActive = 1;
-    drawing.BandList.push_back(BandEntry{b, kRail});
-    drawing.LastPicked = a;
+    drawing.Select().SetBand(BandState::InForce);
+    drawing.Select().AddBandEntry(BandEntry{b, kRail});
+    drawing.Select().SetLastPicked(a);
     const auto rects = Draw(drawmode::kUnhighlight);
     ASSERT_EQ(3u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPartNormal);
@@ -545,7 +543,7 @@ TEST_F(Highlights, UnhighlightWithTheRubberBandAlsoRedrawsTheLastPickedPart) {
 }
 
 TEST_F(Highlights, AllNormalRedrawsEveryStack) {
-    drawing.Picked = a;
+    drawing.Select().SetPicked(a);
     const auto rects = Draw(drawmode::kAllNormal);
     ASSERT_EQ(3u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPartNormal);
@@ -554,12 +552,12 @@ TEST_F(Highlights, AllNormalRedrawsEveryStack) {
 }
 
 TEST_F(Highlights, PartPiecesDrawsEveryPieceOfThePickedPart) {
-    drawing.Picked = a;
+    drawing.Select().SetPicked(a);
     auto rects = Draw(drawmode::kPartPieces);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kSamePart);
     ExpectFill(rects[1], kBracketFar, colour::kSamePart);
-    drawing.Picked = b;
+    drawing.Select().SetPicked(b);
     rects = Draw(drawmode::kPartPieces);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedPicked);

@@ -122,7 +122,7 @@ void CKs_PartsAllDlg::Fill(int32_t koutei) {
 }
 
 void CKs_PartsAllDlg::SelectLineOfPart() {
-    SelectRow(LineOfPicked(Lines(), area_.Drawing().Picked));
+    SelectRow(LineOfPicked(Lines(), area_.Drawing().Selected().Picked()));
 }
 
 void CKs_PartsAllDlg::SelectLineOfSeq(int32_t seq) {

@@ -19,7 +19,7 @@ void CKs_PartsInfo::PlacePanel() {
 }
 
 void CKs_PartsInfo::Refresh() {
-    Paint([this](Canvas& canvas) { panel_.Refresh(canvas, selection_.Picked); });
+    Paint([this](Canvas& canvas) { panel_.Refresh(canvas, selection_.Selected().Picked()); });
 }
 
 }  // namespace kesto

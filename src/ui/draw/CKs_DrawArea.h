@@ -45,7 +45,6 @@ class CKs_DrawArea : public ImagePanel {
     // Paints one drawing mode (highlight, back to normal, ...) over the picture.
     void DrawParts(int mode, int32_t x = 0, int32_t y = 0);
     // Forgets the rubber-band selection and the picks.
-    void ResetSelection() { drawing_.ResetSelection(); }
     // Runs draw on a canvas over the picture (a command's own drawing modes).
     void Draw(const std::function<void(Canvas&)>& draw) { Paint(draw); }
 

@@ -90,6 +90,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
 
     QWidget* Control(ControlId id) const;
     CKestoApp& App() { return app_; }
+    DrawingEdit& Editing() { return *editing_; }
     ViewState& Shown() { return shown_; }
     CKs_DrawArea* DrawArea() const { return drawArea_; }
     CKs_PartsInfo* PartsInfoPanel() const { return partsInfo_; }

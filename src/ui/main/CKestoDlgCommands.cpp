@@ -35,12 +35,12 @@ void CKestoDlg::RepaintPanels() {
 }
 
 void CKestoDlg::DrawHitDisplay() {
-    if (drawArea_->Drawing().Picked != nullptr)
+    if (drawArea_->Drawing().Selected().Picked() != nullptr)
         drawArea_->DrawParts(drawmode::kHighlight);
 }
 
 bool CKestoDlg::RefusedForBand() {
-    if (drawArea_->Drawing().BandActive == 0)
+    if (drawArea_->Drawing().Selected().Band() == BandState::Off)
         return false;
     session_.Svc().Op.AskKaku(kaku::kBandSelectionActive, kaku::kNone);
     return true;
@@ -140,16 +140,10 @@ void CKestoDlg::OnView(int mode) {
 }
 
 void CKestoDlg::OnDirect() {
-    if (app_.IsDirect != 0) {
-        app_.IsDirect = 0;
-        if (drawArea_->Drawing().BandActive >= 1) {
-            drawArea_->ResetSelection();
-            const QSignalBlocker block(allParts_);
-            allParts_->clearSelection();
-            OnHit(0);
-        }
-    } else {
-        app_.IsDirect = 1;
+    if (editing_->SwitchDirect()) {
+        const QSignalBlocker block(allParts_);
+        allParts_->clearSelection();
+        OnHit(0);
     }
     const size_t slot = app_.IsDirect != 0 ? 1 : 0;
     SetCaption(Control(kNestToggle), nestCaptionFonts_[slot], nestCaptionTexts_[slot]);
@@ -160,7 +154,7 @@ void CKestoDlg::OnBlockDraw() {
     shown_.IsBlockDraw = shown_.IsBlockDraw == 0 ? 1 : 0;
     drawArea_->Refresh();
     // With outlines shown the highlight is drawn even without a pick.
-    if (drawArea_->Drawing().Picked != nullptr || app_.IsDirect == 1)
+    if (drawArea_->Drawing().Selected().Picked() != nullptr || app_.IsDirect == 1)
         drawArea_->DrawParts(drawmode::kHighlight);
 }
 
@@ -184,9 +178,8 @@ void CKestoDlg::ForgetJob() {
 }
 
 void CKestoDlg::ShowReloadedJob() {
-    drawArea_->Drawing().Picked = nullptr;
+    editing_->JobReloaded();
     drawArea_->Refresh();
-    drawArea_->Drawing().LastPicked = nullptr;
     FollowSetAside();
     EndIfJobEnded();
 }

@@ -69,13 +69,10 @@ HaichiInfo* StackToPick(CKestoDlg& dialog) {
 // described in the information panel; the part view shows its size.
 void PickStack(CKestoDlg& dialog) {
     CKs_DrawArea& area = *dialog.DrawArea();
-    PalletDrawing& drawing = area.Drawing();
     HaichiInfo* record = StackToPick(dialog);
     if (record == nullptr)
         return;
-    drawing.Picked = record;
-    drawing.LastPicked = record;
-    drawing.PickHistory = {record};
+    dialog.Editing().PickAlone(*record);
     area.DrawParts(drawmode::kHighlight);
     dialog.PartsInfoPanel()->Refresh();
     dialog.PartsViewPanel()->ShowSize(record->Part->SizeX, record->Part->SizeY);

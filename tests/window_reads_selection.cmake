@@ -1,0 +1,23 @@
+# Fails when the window could change the drawing's selection itself: picks and bands change
+# only through the session's editing operations (DrawingEdit, JobSession); the window reads
+# them through a const Selection&.
+file(GLOB_RECURSE ui_files ${ROOT}/src/ui/*)
+set(offenders "")
+foreach(f IN LISTS ui_files)
+  file(STRINGS ${f} writes REGEX "\\.Select\\(\\)")
+  file(STRINGS ${f} refs REGEX "Selection&")
+  foreach(line IN LISTS refs)
+    string(REPLACE "const Selection&" "" rest "${line}")
+    if(rest MATCHES "Selection&")
+      list(APPEND writes "${line}")
+    endif()
+  endforeach()
+  if(writes)
+    list(APPEND offenders "${f}: ${writes}")
+  endif()
+endforeach()
+if(offenders)
+  message(FATAL_ERROR "The window changes the selection:\n${offenders}")
+endif()
+list(LENGTH ui_files checked)
+message(STATUS "the window only reads the selection (${checked} files checked)")
