@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "app/CKestoApp.h"
+#include "app/Rect.h"
 
 namespace kesto {
 

@@ -3,7 +3,7 @@
 
 #include <map>
 
-#include "app/CKestoApp.h"
+#include "app/Rect.h"
 #include "view/Controls.h"
 
 namespace kesto {

@@ -7,7 +7,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "app/CKestoApp.h"
+#include "app/Rect.h"
 #include "render/FontTable.h"
 #include "view/Canvas.h"
 

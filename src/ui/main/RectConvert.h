@@ -3,7 +3,7 @@
 
 #include <QRect>
 
-#include "app/CKestoApp.h"
+#include "app/Rect.h"
 
 namespace kesto {
 
