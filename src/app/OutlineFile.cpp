@@ -51,7 +51,7 @@ void FillElement(ShapeElement& element, const std::string& line, FieldList& fiel
         element.Kind = keyword.Kind;
         element.Color = ColorOf(fields);
         for (int i = 0; i < keyword.Params; ++i)
-            element.P[i] = AtoF(fields[kParamColumn + i]);
+            element.Params[i] = AtoF(fields[kParamColumn + i]);
         return;
     }
 }
