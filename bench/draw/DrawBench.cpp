@@ -49,7 +49,7 @@ struct PlacedJob {
         App.PalletPrefix = "P";
         const Services services{Quiet, Host, Messages};
         CheckJob(App, services);
-        CKs_Haichi(App, services, Shown).PlaceAll(0, 0);
+        CKs_Haichi(App, services, Shown).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore);
         for (PartsInfo& p : App.PartsList) {
             ShapeElement frame;
             frame.Kind = kShapeNoAngRect;

@@ -118,4 +118,18 @@ inline constexpr int kPalletsInView = 1;     // the current pallet and its neigh
 inline constexpr int kAllPalletsCapped = 2;  // every pallet, capped and shared as in view
 }  // namespace stacking
 
+// Which count of each part a placement run stacks (JobSession::LoadAndPlace,
+// CKs_Haichi::PlaceAll).
+enum class PlacedCounts : int {
+    Quantity = 0,  // the part's Quantity; a part left short is reported
+    Kept = 1,      // the count kept from the run before (PartialQuantity), reported by nobody
+};
+
+// Whether a placement run starts from the placement save file.
+enum class SavedPlacement : int {
+    Ignore = 0,   // every part is placed
+    Restore = 1,  // the file is restored, trimmed and filled first; parts it placed in full are
+                  // passed over
+};
+
 }  // namespace kesto

@@ -81,7 +81,7 @@ class CKs_Haichi {
     CKs_Haichi(CKestoApp& app, const Services& services, const ViewState& shown);
     virtual ~CKs_Haichi();
 
-    int PlaceAll(int partial, int restore);
+    int PlaceAll(PlacedCounts counts, SavedPlacement saved);
     int StackPart(KouteiInfo* koutei, PartsInfo* part, int mode);
     int RestorePlacement(const std::string& path);
     int TrimExcess();
@@ -115,7 +115,7 @@ class CKs_Haichi {
 
   private:
     // The operations as the engine runs them on its current process and part.
-    int PlaceKoutei(int partial, int restore);
+    int PlaceKoutei(PlacedCounts counts, SavedPlacement saved);
     int StackPart(int mode);
     int TestCorner(int dragging, int blockIndex, int corner);
     int TestRect(double x0, double y0, double x1, double y1, int pallet, const PartsInfo* part);
