@@ -133,7 +133,7 @@ void CKs_Haichi::SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRe
         if (b.KouteiNo != CurKoutei->No || b.PalletNo != target)
             continue;
         for (uint8_t c : kCornerSearchOrder) {
-            if ((b.CornerMask & c) != 0 || TestCorner(1, i, c) == 0)
+            if ((b.CornerMask & c) != 0 || TestCorner(CornerTestMode::Dragging, i, c) == 0)
                 continue;
             const int d = CornerDistance(BlockPixels(i), c, left, top, right, bottom);
             if (d < best) {
