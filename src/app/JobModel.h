@@ -18,6 +18,10 @@ inline constexpr size_t kText52 = 52;
 inline constexpr size_t kText5 = 5;
 inline constexpr size_t kPath256 = 256;
 
+// A length beyond any pallet: a least value not found yet starts at kNoBound, a greatest
+// at -kNoBound.
+inline constexpr double kNoBound = 9999.999;
+
 // One pallet type: a 'P' line of the pallet definition file, completed by its 'R' lines.
 // Lengths are millimetres, or inches when the job runs in inch mode.
 struct PalletInfo {

@@ -56,8 +56,8 @@ PlacementIndex* CKs_Haichi::Index() const {
 }
 
 void CKs_Haichi::ComputeBounds(const KouteiInfo* koutei) {
-    BoundMinX = BoundMinY = 9999.999;
-    BoundMaxX = BoundMaxY = -9999.999;
+    BoundMinX = BoundMinY = kNoBound;
+    BoundMaxX = BoundMaxY = -kNoBound;
     if (koutei == nullptr)
         return;
     if (index_ != nullptr) {

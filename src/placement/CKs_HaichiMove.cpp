@@ -184,7 +184,7 @@ int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& st
         if (h != nullptr && h->Part != nullptr)
             group.push_back(h);
     }
-    LengthRect g{9999.999, 9999.999, -9999.999, -9999.999};
+    LengthRect g{kNoBound, kNoBound, -kNoBound, -kNoBound};
     for (const HaichiInfo* h : group) {
         g.X0 = std::min(g.X0, h->X - h->Part->SizeX);
         g.Y0 = std::min(g.Y0, h->Y);
