@@ -102,6 +102,9 @@ class CKs_Haichi {
                  const PartsInfo* part);
     void MarkCorners(KouteiInfo* koutei, double x0, double y0, double x1, double y1, int pallet,
                      PartsInfo* part);
+    // Moves the stacks dropped as the screen rectangle (left, top, right, bottom). freeMove:
+    // the IsDirect value; 1 leaves the group where it was let go, any other value snaps it into
+    // the nearest free block corner.
     DropResult MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left,
                          int top, int right, int bottom, int freeMove, const DropInput& drop);
 
