@@ -68,7 +68,8 @@ void PlaceAllBench(benchmark::State& state, const JobShape& shape) {
         state.PauseTiming();
         ResetPlacement(*app);
         state.ResumeTiming();
-        benchmark::DoNotOptimize(CKs_Haichi(*app, run.Get(), shown).PlaceAll(0, 0));
+        benchmark::DoNotOptimize(CKs_Haichi(*app, run.Get(), shown)
+                                     .PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore));
     }
     state.counters["parts"] = static_cast<double>(app->PartsList.Items.size());
     state.counters["blocks"] = app->BlocksCount;
@@ -107,7 +108,8 @@ void BM_PlaceAllSample(benchmark::State& state) {
         state.PauseTiming();
         ResetPlacement(app);
         state.ResumeTiming();
-        benchmark::DoNotOptimize(CKs_Haichi(app, run.Get(), shown).PlaceAll(0, 0));
+        benchmark::DoNotOptimize(CKs_Haichi(app, run.Get(), shown)
+                                     .PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore));
     }
     state.counters["parts"] = static_cast<double>(app.PartsList.Items.size());
     state.counters["blocks"] = app.BlocksCount;

@@ -49,14 +49,14 @@ struct PlacedJob {
         App.PalletPrefix = "P";
         const Services services{Quiet, Host, Messages};
         CheckJob(App, services);
-        CKs_Haichi(App, services, Shown).PlaceAll(0, 0);
+        CKs_Haichi(App, services, Shown).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore);
         for (PartsInfo& p : App.PartsList) {
             ShapeElement frame;
             frame.Kind = kShapeNoAngRect;
-            frame.P = {0, 0, p.SizeX, p.SizeY};
+            frame.Params = {0, 0, p.SizeX, p.SizeY};
             ShapeElement hole;
             hole.Kind = kShapeCircle;
-            hole.P = {p.SizeX / 2, p.SizeY / 2, p.SizeY / 5};
+            hole.Params = {p.SizeX / 2, p.SizeY / 2, p.SizeY / 5};
             p.Shapes = {frame, hole};
             p.ShapeCount = 2;
             p.HasOutline = 1;

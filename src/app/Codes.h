@@ -9,7 +9,6 @@ namespace kesto {
 
 // ErrorCode values: the first failure of start-up, input, placement or output.
 namespace error {
-inline constexpr int32_t kNone = 0;
 inline constexpr int32_t kSettingsFileMissing = 9001;  // "Kesto.ini" not found
 inline constexpr int32_t kJobFileMissing = 9010;
 inline constexpr int32_t kJobFileUnreadable = 9011;
@@ -117,5 +116,19 @@ inline constexpr int kAllPallets = 0;        // every pallet of the process
 inline constexpr int kPalletsInView = 1;     // the current pallet and its neighbours by view
 inline constexpr int kAllPalletsCapped = 2;  // every pallet, capped and shared as in view
 }  // namespace stacking
+
+// Which count of each part a placement run stacks (JobSession::LoadAndPlace,
+// CKs_Haichi::PlaceAll).
+enum class PlacedCounts : int {
+    Quantity = 0,  // the part's Quantity; a part left short is reported
+    Kept = 1,      // the count kept from the run before (PartialQuantity), reported by nobody
+};
+
+// Whether a placement run starts from the placement save file.
+enum class SavedPlacement : int {
+    Ignore = 0,   // every part is placed
+    Restore = 1,  // the file is restored, trimmed and filled first; parts it placed in full are
+                  // passed over
+};
 
 }  // namespace kesto

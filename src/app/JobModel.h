@@ -18,6 +18,10 @@ inline constexpr size_t kText52 = 52;
 inline constexpr size_t kText5 = 5;
 inline constexpr size_t kPath256 = 256;
 
+// A length beyond any pallet: a least value not found yet starts at kNoBound, a greatest
+// at -kNoBound.
+inline constexpr double kNoBound = 9999.999;
+
 // One pallet type: a 'P' line of the pallet definition file, completed by its 'R' lines.
 // Lengths are millimetres, or inches when the job runs in inch mode.
 struct PalletInfo {
@@ -99,10 +103,21 @@ enum ShapeKind : int32_t {
     kShapeNoScaleCircle = 8,
 };
 
+// One line of an outline file. Params holds the line's numbers in order, in the part's
+// coordinates, the unused rest zero:
+//   Line           0,1 start; 2,3 end
+//   CcwArc         0,1 start; 2,3 end; 4,5 centre; 6 radius; 7,8 and 9,10 corners of its box
+//   Circle         0,1 centre; 2 radius
+//   NoAngRect      0,1 and 2,3 opposite corners
+//   AngRect        0,1  2,3  4,5  6,7 the four corners, each beside the next
+//   Pixel          0,1 the point
+//   NoScalePixel   0,1 the point; 2 a size
+//   NoScaleCircle  0,1 centre; 2 a size
+// The drawing draws the first five kinds.
 struct ShapeElement {
     int32_t Kind = kShapeNone;
-    uint32_t Color = 0;  // red | green << 8 | blue << 16
-    std::array<double, 15> P{};
+    uint32_t Color = 0;               // red | green << 8 | blue << 16
+    std::array<double, 15> Params{};  // P: the numbers, as listed above for each kind
 };
 
 // One line of the #PartsInfo section: one finished part.

@@ -17,7 +17,7 @@ namespace {
 struct Keyword {
     const char* Text;
     ShapeKind Kind;
-    int Params;
+    int ParamCount;
 };
 
 // Tested in this order by substring: the longer keywords that contain a shorter one first.
@@ -50,8 +50,8 @@ void FillElement(ShapeElement& element, const std::string& line, FieldList& fiel
             continue;
         element.Kind = keyword.Kind;
         element.Color = ColorOf(fields);
-        for (int i = 0; i < keyword.Params; ++i)
-            element.P[i] = AtoF(fields[kParamColumn + i]);
+        for (int i = 0; i < keyword.ParamCount; ++i)
+            element.Params[i] = AtoF(fields[kParamColumn + i]);
         return;
     }
 }

@@ -56,8 +56,8 @@ PlacementIndex* CKs_Haichi::Index() const {
 }
 
 void CKs_Haichi::ComputeBounds(const KouteiInfo* koutei) {
-    BoundMinX = BoundMinY = 9999.999;
-    BoundMaxX = BoundMaxY = -9999.999;
+    BoundMinX = BoundMinY = kNoBound;
+    BoundMaxX = BoundMaxY = -kNoBound;
     if (koutei == nullptr)
         return;
     if (index_ != nullptr) {
@@ -112,14 +112,14 @@ KouteiInfo* CKs_Haichi::KouteiByNo(int32_t no) {
     return nullptr;
 }
 
-int CKs_Haichi::PlaceAll(int partial, int restore) {
+int CKs_Haichi::PlaceAll(PlacedCounts counts, SavedPlacement saved) {
     if (app_.KouteiList.Empty())
         return 1;
     IndexScope scope(*this);
     for (KouteiInfo& k : app_.KouteiList) {
         CurKoutei = &k;
         ComputeBounds(CurKoutei);
-        if (PlaceKoutei(partial, restore) == 0)
+        if (PlaceKoutei(counts, saved) == 0)
             return 0;
     }
     if (app_.PartsList.Empty())
@@ -128,7 +128,7 @@ int CKs_Haichi::PlaceAll(int partial, int restore) {
         std::any_of(app_.PartsList.begin(), app_.PartsList.end(), [](const PartsInfo& p) {
             return IsPalletCode(p.Destination) && p.Quantity != p.PiecesPlaced;
         });
-    if (shortPart && partial == 0)
+    if (shortPart && counts == PlacedCounts::Quantity)
         services_.Op.AskKaku(kaku::kPartsLeftShort, kaku::kNone);
     return 1;
 }
@@ -136,33 +136,33 @@ int CKs_Haichi::PlaceAll(int partial, int restore) {
 namespace {
 
 // A part that the process places in this pass.
-bool TakesPart(const PartsInfo& p, const KouteiInfo& k, int restore) {
+bool TakesPart(const PartsInfo& p, const KouteiInfo& k, SavedPlacement saved) {
     if (p.KouteiNo != k.No || !IsPalletCode(p.Destination))
         return false;
-    if (restore == 1)
+    if (saved == SavedPlacement::Restore)
         return !(p.SaveKey != 0 && p.Quantity <= p.PiecesPlaced);
-    return restore == 0;
+    return saved == SavedPlacement::Ignore;
 }
 
 }  // namespace
 
-int CKs_Haichi::PlaceKoutei(int partial, int restore) {
+int CKs_Haichi::PlaceKoutei(PlacedCounts counts, SavedPlacement saved) {
     if (CurKoutei == nullptr)
         return 1;
-    const bool share = restore == 1 || (restore == 0 && (partial == 0 || partial == 1));
     for (PartsInfo& p : app_.PartsList) {
         const int32_t keptNum1 = p.Quantity;
         const int32_t keptWork0 = p.PartialQuantity;
-        if (partial == 1)
+        if (counts == PlacedCounts::Kept)
             p.Quantity = p.PartialQuantity;
         int result = 1;
-        if (TakesPart(p, *CurKoutei, restore)) {
+        if (TakesPart(p, *CurKoutei, saved)) {
             CurPart = &p;
             result = StackPart(stacking::kAllPallets);
-            if (result != 0 && share)
+            // Whichever count was stacked, it is spread over all the part's stacks.
+            if (result != 0)
                 ShareOut(StacksOf(&p, SIZE_MAX), p.Quantity);
         }
-        if (partial == 1) {
+        if (counts == PlacedCounts::Kept) {
             p.Quantity = keptNum1;
             p.PartialQuantity = keptWork0;
         }

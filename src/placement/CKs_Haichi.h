@@ -43,6 +43,10 @@ inline constexpr std::array<uint8_t, 4> kCornerSearchOrder{kCornerMaxMin, kCorne
 // Most parts and stacks one operation remembers.
 inline constexpr size_t kRememberLimit = 1000;
 
+// Whom a corner is tested for. Placing: a block held by another part refuses it. Dragging:
+// any block may take the drop, and the stacks being dragged are no obstacle.
+enum class CornerTestMode : int { Placing = 0, Dragging = 1 };
+
 // The stack of a part of size sx x sy with gaps gx, gy in corner 1, 2, 4 or 8 of block b.
 CornerPlace PlaceInCorner(const BlockInfo& b, int corner, double sx, double sy, double gx,
                           double gy);
@@ -81,7 +85,7 @@ class CKs_Haichi {
     CKs_Haichi(CKestoApp& app, const Services& services, const ViewState& shown);
     virtual ~CKs_Haichi();
 
-    int PlaceAll(int partial, int restore);
+    int PlaceAll(PlacedCounts counts, SavedPlacement saved);
     int StackPart(KouteiInfo* koutei, PartsInfo* part, int mode);
     int RestorePlacement(const std::string& path);
     int TrimExcess();
@@ -91,13 +95,16 @@ class CKs_Haichi {
     double PieceHeight(const PartsInfo& part) const { return part.PieceHeight; }
 
     // May a stack of part stand in that corner of the block? selection: the stacks being
-    // dragged, which the collision test passes over while dragging is 1.
-    int TestCorner(KouteiInfo* koutei, PartsInfo* part, int dragging, int blockIndex, int corner,
-                   const std::vector<HaichiInfo*>& selection = {});
+    // dragged, which the collision test passes over in CornerTestMode::Dragging.
+    int TestCorner(KouteiInfo* koutei, PartsInfo* part, CornerTestMode mode, int blockIndex,
+                   int corner, const std::vector<HaichiInfo*>& selection = {});
     int TestRect(KouteiInfo* koutei, double x0, double y0, double x1, double y1, int pallet,
                  const PartsInfo* part);
     void MarkCorners(KouteiInfo* koutei, double x0, double y0, double x1, double y1, int pallet,
                      PartsInfo* part);
+    // Moves the stacks dropped as the screen rectangle (left, top, right, bottom). freeMove:
+    // the IsDirect value; 1 leaves the group where it was let go, any other value snaps it into
+    // the nearest free block corner.
     DropResult MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left,
                          int top, int right, int bottom, int freeMove, const DropInput& drop);
 
@@ -115,9 +122,9 @@ class CKs_Haichi {
 
   private:
     // The operations as the engine runs them on its current process and part.
-    int PlaceKoutei(int partial, int restore);
+    int PlaceKoutei(PlacedCounts counts, SavedPlacement saved);
     int StackPart(int mode);
-    int TestCorner(int dragging, int blockIndex, int corner);
+    int TestCorner(CornerTestMode mode, int blockIndex, int corner);
     int TestRect(double x0, double y0, double x1, double y1, int pallet, const PartsInfo* part);
     void MarkCorners(double x0, double y0, double x1, double y1, int pallet, PartsInfo* part);
     int MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left, int top,
@@ -162,7 +169,7 @@ class CKs_Haichi {
     template <class Visit>
     void ForPalletBlocks(int pallet, const LengthRect& near, Visit&& visit);
     // A stack that TestCorner weighs against a footprint on the tested block's pallet.
-    bool Obstructs(const HaichiInfo& h, const BlockInfo& tested, int dragging,
+    bool Obstructs(const HaichiInfo& h, const BlockInfo& tested, CornerTestMode mode,
                    const LengthRect& foot) const;
 
     // TestCorner's collision test of one stack against the footprint.

@@ -65,23 +65,23 @@ bool CKs_Haichi::Collides(const HaichiInfo& stack, const LengthRect& f, double g
     return spansX && (Between(s.Y0, f.Y0, s.Y1) || Between(s.Y0, f.Y1, s.Y1));
 }
 
-int CKs_Haichi::TestCorner(KouteiInfo* koutei, PartsInfo* part, int dragging, int blockIndex,
+int CKs_Haichi::TestCorner(KouteiInfo* koutei, PartsInfo* part, CornerTestMode mode, int blockIndex,
                            int corner, const std::vector<HaichiInfo*>& selection) {
     CurKoutei = koutei;
     CurPart = part;
     Selection = selection;
-    const int result = TestCorner(dragging, blockIndex, corner);
+    const int result = TestCorner(mode, blockIndex, corner);
     ClearDrop();
     return result;
 }
 
-int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {
+int CKs_Haichi::TestCorner(CornerTestMode mode, int blockIndex, int corner) {
     const BlockInfo* b = app_.BlockAt(blockIndex);
     if (b == nullptr || CurKoutei == nullptr || CurKoutei->Pallet == nullptr ||
         CurPart == nullptr) {
         return 0;
     }
-    if (dragging != 1 && b->Occupant != nullptr && b->Occupant != CurPart)
+    if (mode != CornerTestMode::Dragging && b->Occupant != nullptr && b->Occupant != CurPart)
         return 0;
     if (corner != kCornerMinMin && corner != kCornerMinMax && corner != kCornerMaxMin &&
         corner != kCornerMaxMax)
@@ -112,16 +112,16 @@ int CKs_Haichi::TestCorner(int dragging, int blockIndex, int corner) {
                   : LengthRect{NAN, NAN, NAN, NAN};
         bool obstructed = false;
         it->second.ForNear(near, [&](const HaichiInfo* h) {
-            obstructed = Obstructs(*h, *b, dragging, f);
+            obstructed = Obstructs(*h, *b, mode, f);
             return obstructed;
         });
         return obstructed ? 0 : 1;
     }
     return std::none_of(app_.HaichiList.begin(), app_.HaichiList.end(),
-                        [&](const HaichiInfo& h) { return Obstructs(h, *b, dragging, f); });
+                        [&](const HaichiInfo& h) { return Obstructs(h, *b, mode, f); });
 }
 
-bool CKs_Haichi::Obstructs(const HaichiInfo& h, const BlockInfo& tested, int dragging,
+bool CKs_Haichi::Obstructs(const HaichiInfo& h, const BlockInfo& tested, CornerTestMode mode,
                            const LengthRect& foot) const {
     const BlockInfo* stands = app_.BlockOf(h);
     if (h.Part == nullptr || stands == nullptr)
@@ -129,7 +129,7 @@ bool CKs_Haichi::Obstructs(const HaichiInfo& h, const BlockInfo& tested, int dra
     const BlockInfo& hb = *stands;
     if (hb.KouteiNo != CurKoutei->No || hb.PalletNo != tested.PalletNo)
         return false;
-    if (dragging == 1 && InSelection(&h))
+    if (mode == CornerTestMode::Dragging && InSelection(&h))
         return false;
     return Collides(h, foot, CurKoutei->Pallet->StackGapX, CurKoutei->Pallet->StackGapY);
 }

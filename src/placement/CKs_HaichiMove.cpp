@@ -133,7 +133,7 @@ void CKs_Haichi::SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRe
         if (b.KouteiNo != CurKoutei->No || b.PalletNo != target)
             continue;
         for (uint8_t c : kCornerSearchOrder) {
-            if ((b.CornerMask & c) != 0 || TestCorner(1, i, c) == 0)
+            if ((b.CornerMask & c) != 0 || TestCorner(CornerTestMode::Dragging, i, c) == 0)
                 continue;
             const int d = CornerDistance(BlockPixels(i), c, left, top, right, bottom);
             if (d < best) {
@@ -184,7 +184,7 @@ int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& st
         if (h != nullptr && h->Part != nullptr)
             group.push_back(h);
     }
-    LengthRect g{9999.999, 9999.999, -9999.999, -9999.999};
+    LengthRect g{kNoBound, kNoBound, -kNoBound, -kNoBound};
     for (const HaichiInfo* h : group) {
         g.X0 = std::min(g.X0, h->X - h->Part->SizeX);
         g.Y0 = std::min(g.Y0, h->Y);

@@ -86,7 +86,8 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
         pieces = PiecesFor(static_cast<int32_t>(std::min<int64_t>(remaining, INT32_MAX)), mode);
         int corner = 0;
         for (uint8_t c : kCornerSearchOrder) {
-            if ((b.CornerMask & c) == 0 && TestCorner(0, blockIndex, c) != 0) {
+            if ((b.CornerMask & c) == 0 &&
+                TestCorner(CornerTestMode::Placing, blockIndex, c) != 0) {
                 corner = c;
                 break;
             }

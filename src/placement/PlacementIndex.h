@@ -115,7 +115,7 @@ class PlacementIndex {
         std::vector<int> Blocks;  // in table order
         std::unordered_map<int, RectGrid<int>> PalletBlocks;
         std::unordered_map<int, RectGrid<const HaichiInfo*>> PalletStacks;
-        LengthRect Bounds{9999.999, 9999.999, -9999.999, -9999.999};
+        LengthRect Bounds{kNoBound, kNoBound, -kNoBound, -kNoBound};
         // Empty grids over the process's blocks, copied for each pallet.
         RectGrid<int> BlockGrid;
         RectGrid<const HaichiInfo*> StackGrid;

@@ -33,10 +33,11 @@ bool JobSession::Init() {
         Finish(OkCancel::Cancel);
         return false;
     }
-    return LoadAndPlace(0, 1, {}) == 1;
+    return LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {}) == 1;
 }
 
-int JobSession::LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep) {
+int JobSession::LoadAndPlace(PlacedCounts counts, SavedPlacement saved,
+                             const std::vector<int>& keep) {
     shown_.HitByBlock = 1;
     shown_.GridFlag = 1;
     shown_.CurrentKoutei = 1;
@@ -51,16 +52,16 @@ int JobSession::LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep
         if (aborted_)
             return 0;
     }
-    if (PlaceJob(mode, fullRun, keep) == 0)
+    if (PlaceJob(counts, saved, keep) == 0)
         return 0;
     if (view_ != nullptr)
         view_->ShowPlacedJob();
     return 1;
 }
 
-int JobSession::PlaceJob(int mode, int fullRun, const std::vector<int>& keep) {
+int JobSession::PlaceJob(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep) {
     CKs_Haichi haichi(app_, services_, shown_);
-    if (mode == 1) {
+    if (counts == PlacedCounts::Kept) {
         for (PartsInfo& p : app_.PartsList) {
             // A part beyond the kept table keeps its count.
             if (p.Seq < 0 || static_cast<size_t>(p.Seq) >= keep.size())
@@ -70,7 +71,7 @@ int JobSession::PlaceJob(int mode, int fullRun, const std::vector<int>& keep) {
                 p.Destination = 0;
         }
     }
-    if (fullRun == 1) {
+    if (saved == SavedPlacement::Restore) {
         if (haichi.RestorePlacement(GetDataFilePath(services_, DataFile::PlacementSave)) == 0)
             return 0;
         if (haichi.TrimExcess() == 0)
@@ -78,7 +79,7 @@ int JobSession::PlaceJob(int mode, int fullRun, const std::vector<int>& keep) {
         if (haichi.FillShortage() == 0)
             return 0;
     }
-    return haichi.PlaceAll(mode, fullRun);
+    return haichi.PlaceAll(counts, saved);
 }
 
 void JobSession::RereadJob() {
@@ -98,7 +99,7 @@ bool JobSession::Retry() {
     if (view_ != nullptr)
         view_->ForgetJob();
     RereadJob();
-    LoadAndPlace(0, 1, {});
+    LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {});
     return true;
 }
 
@@ -109,7 +110,7 @@ bool JobSession::Auto() {
         view_->ForgetJob();
     const std::vector<int> keep = KeepTable();
     RereadJob();
-    LoadAndPlace(1, 0, keep);
+    LoadAndPlace(PlacedCounts::Kept, SavedPlacement::Ignore, keep);
     return true;
 }
 

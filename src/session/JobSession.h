@@ -70,8 +70,9 @@ class JobSession {
     // the placement failed, leaving the lists as far as they were filled).
     bool Init();
     // Resets the selection state, checks the job (a failed check runs the Cancel handling
-    // and goes on), then restores, trims, fills (fullRun 1) and places. 1 on success.
-    int LoadAndPlace(int mode, int fullRun, const std::vector<int>& keep);
+    // and goes on), then restores, trims, fills (SavedPlacement::Restore) and places. keep:
+    // the counts by Seq that PlacedCounts::Kept places. 1 on success.
+    int LoadAndPlace(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep);
 
     // --- deciding commands ------------------------------------------------------------
     // The part of a list line: its Seq, in the current process unless anyKoutei.
@@ -132,8 +133,9 @@ class JobSession {
     void RereadJob();
     // The offset check; false after the operator's stop, which ends the job.
     bool PassesExitCheck();
-    // Restore, trim and fill (fullRun 1) and PlaceAll, after the kept counts went to Work[0].
-    int PlaceJob(int mode, int fullRun, const std::vector<int>& keep);
+    // Restore, trim and fill (SavedPlacement::Restore) and PlaceAll, after the kept counts
+    // went to Work[0].
+    int PlaceJob(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep);
 
     Services services_;
     CKestoApp app_;

@@ -46,7 +46,7 @@ void PalletDrawing::DrawOutline(Canvas& canvas, const IntRect& rect, const Haich
     };
     for (const ShapeElement& e : part.Shapes) {
         const Rgb pen = colour ? *colour : RgbOf(e.Color);
-        const auto& p = e.P;
+        const auto& p = e.Params;
         auto line = [&](IntPoint a, IntPoint b) {
             canvas.DrawLinePrim(a, b, pen, PenStyle::Solid, 1);
         };

@@ -13,7 +13,7 @@ namespace {
 
 constexpr Rgb kBlackPen{0, 0, 0};
 // Back edges at or below this are never ordered into the cross-section.
-constexpr double kNoBackEdge = -9999.999;
+constexpr double kNoBackEdge = -kNoBound;
 
 bool OutlineMode(const CKestoApp& app, const PartsInfo& part) {
     return part.HasOutline == 1 && app.IsDirect == 1;

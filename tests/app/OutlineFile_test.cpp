@@ -44,9 +44,9 @@ TEST_F(OutlineFileTest, LineReadsFourParametersAndTheColour) {
     ASSERT_EQ(Read("Line x 1 2 3 10.5 20 30 40 50\n"), 1);
     const ShapeElement& e = part.Shapes[0];
     EXPECT_EQ(e.Color, 1u + 2u * 256 + 3u * 65536);
-    EXPECT_DOUBLE_EQ(e.P[0], 10.5);
-    EXPECT_DOUBLE_EQ(e.P[3], 40);
-    EXPECT_DOUBLE_EQ(e.P[4], 0);
+    EXPECT_DOUBLE_EQ(e.Params[0], 10.5);
+    EXPECT_DOUBLE_EQ(e.Params[3], 40);
+    EXPECT_DOUBLE_EQ(e.Params[4], 0);
 }
 
 TEST_F(OutlineFileTest, CcwArcReadsElevenParameters) {
@@ -56,15 +56,15 @@ TEST_F(OutlineFileTest, CcwArcReadsElevenParameters) {
     ASSERT_EQ(Read(line + "\n"), 1);
     const ShapeElement& e = part.Shapes[0];
     EXPECT_EQ(e.Kind, kShapeCcwArc);
-    EXPECT_DOUBLE_EQ(e.P[10], 11);
-    EXPECT_DOUBLE_EQ(e.P[11], 0);
+    EXPECT_DOUBLE_EQ(e.Params[10], 11);
+    EXPECT_DOUBLE_EQ(e.Params[11], 0);
 }
 
 TEST_F(OutlineFileTest, AngRectReadsEightParameters) {
     ASSERT_EQ(Read("AngRect 0 0 0 0 1 2 3 4 5 6 7 8 9\n"), 1);
     EXPECT_EQ(part.Shapes[0].Kind, kShapeAngRect);
-    EXPECT_DOUBLE_EQ(part.Shapes[0].P[7], 8);
-    EXPECT_DOUBLE_EQ(part.Shapes[0].P[8], 0);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].Params[7], 8);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].Params[8], 0);
 }
 
 TEST_F(OutlineFileTest, LongerKeywordsWin) {
@@ -72,17 +72,17 @@ TEST_F(OutlineFileTest, LongerKeywordsWin) {
                    "NoScalePixel 0 0 0 0 1 2 3 4\nPixel 0 0 0 0 1 2 3\n"),
               1);
     EXPECT_EQ(part.Shapes[0].Kind, kShapeNoScaleCircle);
-    EXPECT_DOUBLE_EQ(part.Shapes[0].P[3], 0);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].Params[3], 0);
     EXPECT_EQ(part.Shapes[1].Kind, kShapeAngRect);
     EXPECT_EQ(part.Shapes[2].Kind, kShapeNoAngRect);
-    EXPECT_DOUBLE_EQ(part.Shapes[2].P[3], 4);
-    EXPECT_DOUBLE_EQ(part.Shapes[2].P[4], 0);
+    EXPECT_DOUBLE_EQ(part.Shapes[2].Params[3], 4);
+    EXPECT_DOUBLE_EQ(part.Shapes[2].Params[4], 0);
     EXPECT_EQ(part.Shapes[3].Kind, kShapeNoScalePixel);
-    EXPECT_DOUBLE_EQ(part.Shapes[3].P[2], 3);
-    EXPECT_DOUBLE_EQ(part.Shapes[3].P[3], 0);
+    EXPECT_DOUBLE_EQ(part.Shapes[3].Params[2], 3);
+    EXPECT_DOUBLE_EQ(part.Shapes[3].Params[3], 0);
     EXPECT_EQ(part.Shapes[4].Kind, kShapePixel);
-    EXPECT_DOUBLE_EQ(part.Shapes[4].P[1], 2);
-    EXPECT_DOUBLE_EQ(part.Shapes[4].P[2], 0);
+    EXPECT_DOUBLE_EQ(part.Shapes[4].Params[1], 2);
+    EXPECT_DOUBLE_EQ(part.Shapes[4].Params[2], 0);
 }
 
 TEST_F(OutlineFileTest, KeywordIsFoundAsASubstring) {
@@ -100,17 +100,17 @@ TEST_F(OutlineFileTest, UnknownKeywordLeavesTheElementZero) {
     ASSERT_EQ(part.ShapeCount, 1);
     EXPECT_EQ(part.Shapes[0].Kind, kShapeNone);
     EXPECT_EQ(part.Shapes[0].Color, 0u);
-    EXPECT_DOUBLE_EQ(part.Shapes[0].P[0], 0);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].Params[0], 0);
 }
 
 TEST_F(OutlineFileTest, RunsOfBlanksSeparateTabsDoNot) {
     ASSERT_EQ(Read("   Line   0  1 2 3 4 5 6 7\nLine\t9 1 2 3 10 20 30 40\n"), 1);
     EXPECT_EQ(part.Shapes[0].Color, 1u + 2u * 256 + 3u * 65536);
-    EXPECT_DOUBLE_EQ(part.Shapes[0].P[0], 4);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].Params[0], 4);
     EXPECT_EQ(part.Shapes[1].Kind, kShapeLine);
     EXPECT_EQ(part.Shapes[1].Color, 2u + 3u * 256 + 10u * 65536);
-    EXPECT_DOUBLE_EQ(part.Shapes[1].P[0], 20);
-    EXPECT_DOUBLE_EQ(part.Shapes[1].P[3], 0);
+    EXPECT_DOUBLE_EQ(part.Shapes[1].Params[0], 20);
+    EXPECT_DOUBLE_EQ(part.Shapes[1].Params[3], 0);
 }
 
 TEST_F(OutlineFileTest, LastLineWithoutLineFeedIsNeitherReadNorCounted) {
@@ -123,7 +123,7 @@ TEST_F(OutlineFileTest, CrLfFileReadsAsLf) {
     ASSERT_EQ(Read("$c\r\nCircle 0 1 2 3 5 6 7\r\n"), 1);
     EXPECT_EQ(part.ShapeCount, 2);
     EXPECT_EQ(part.Shapes[0].Kind, kShapeCircle);
-    EXPECT_DOUBLE_EQ(part.Shapes[0].P[2], 7);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].Params[2], 7);
 }
 
 TEST_F(OutlineFileTest, OverlongLinesAndBinaryBytesStayInBounds) {
@@ -135,7 +135,7 @@ TEST_F(OutlineFileTest, OverlongLinesAndBinaryBytesStayInBounds) {
         Read(line + " " + std::string(200, 'x') + "\n" + std::string(kBinary, sizeof kBinary - 1)),
         1);
     ASSERT_EQ(part.ShapeCount, 2);
-    EXPECT_DOUBLE_EQ(part.Shapes[0].P[3], 3);
+    EXPECT_DOUBLE_EQ(part.Shapes[0].Params[3], 3);
     EXPECT_EQ(part.Shapes[1].Kind, kShapeNone);
 }
 

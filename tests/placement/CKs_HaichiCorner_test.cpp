@@ -23,9 +23,13 @@ class CornerTest : public PlacementTest {
         other = &AddPart(1, 20, 20, 1);
         part = &AddPart(1, 50, 50, 1);
     }
-    // TestCorner for `part` in process 1, passing over `selection` while dragging.
-    int Corner(int dragging, int block, int corner) {
-        return h.TestCorner(koutei, part, dragging, block, corner, selection);
+    // TestCorner for `part` in process 1 as a placement asks it.
+    int Placing(int block, int corner) {
+        return h.TestCorner(koutei, part, CornerTestMode::Placing, block, corner, selection);
+    }
+    // As a drop asks it, passing over `selection`.
+    int Dragging(int block, int corner) {
+        return h.TestCorner(koutei, part, CornerTestMode::Dragging, block, corner, selection);
     }
     // A stack of `other` whose rectangle (no gaps) is (x0,y0)-(x1,y1), in block `block`.
     HaichiInfo& Obstacle(double x0, double y0, double x1, double y1, int block = 1) {
@@ -43,77 +47,77 @@ class CornerTest : public PlacementTest {
 
 TEST_F(CornerTest, FreeCornerPasses) {
     Obstacle(600, 600, 700, 700);
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 1);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 1);
 }
 
 TEST_F(CornerTest, FootprintCornerInsideAStackCollides) {
     Obstacle(40, 40, 60, 60);
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 0);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 0);
 }
 
 TEST_F(CornerTest, StackInsideTheFootprintCollides) {
     Obstacle(10, 10, 20, 20);
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 0);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 0);
 }
 
 TEST_F(CornerTest, FootprintSpanningInYWithAnEdgeCrossingInXCollides) {
     Obstacle(40, 10, 60, 20);
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 0);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 0);
 }
 
 TEST_F(CornerTest, FootprintSpanningInXWithAnEdgeCrossingInYCollides) {
     Obstacle(10, 40, 20, 60);
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 0);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 0);
 }
 
 TEST_F(CornerTest, ClearanceGapsWidenTheStack) {
     app->PalletList.begin()->StackGapX = 15;
     Obstacle(60, 10, 80, 20);
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 0);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 0);
     app->PalletList.begin()->StackGapX = 5;
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 1);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 1);
 }
 
 TEST_F(CornerTest, StacksOnAnotherPalletOrProcessDoNotCollide) {
     Obstacle(40, 40, 60, 60, 2);
     Obstacle(40, 40, 60, 60, 3);
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 1);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 1);
 }
 
 TEST_F(CornerTest, SelectedStacksArePassedOverOnlyWhileDragging) {
     HaichiInfo& s = Obstacle(40, 40, 60, 60);
     selection = {&s};
-    EXPECT_EQ(Corner(1, 0, kCornerMinMin), 1);
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 0);
+    EXPECT_EQ(Dragging(0, kCornerMinMin), 1);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 0);
 }
 
 TEST_F(CornerTest, BlockServedByAnotherPartIsRefusedUnlessDragging) {
     app->Blocks[0].Occupant = other;
-    EXPECT_EQ(Corner(0, 0, kCornerMaxMin), 0);
-    EXPECT_EQ(Corner(1, 0, kCornerMaxMin), 1);
+    EXPECT_EQ(Placing(0, kCornerMaxMin), 0);
+    EXPECT_EQ(Dragging(0, kCornerMaxMin), 1);
 }
 
 TEST_F(CornerTest, UnknownCornerCodeIsRefused) {
-    EXPECT_EQ(Corner(0, 0, 3), 0);  // 3 names no corner
+    EXPECT_EQ(Placing(0, 3), 0);  // 3 names no corner
 }
 
 TEST_F(CornerTest, FootprintBeyondThePalletIsRefused) {
     app->PalletList.begin()->LengthX = 90;
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 1);
-    EXPECT_EQ(Corner(0, 0, kCornerMaxMin), 0);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 1);
+    EXPECT_EQ(Placing(0, kCornerMaxMin), 0);
     app->PalletList.begin()->MarginY = 5;
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 0);
-    EXPECT_EQ(Corner(0, 0, kCornerMinMax), 1);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 0);
+    EXPECT_EQ(Placing(0, kCornerMinMax), 1);
 }
 
 TEST_F(CornerTest, BlockIndexOutsideTheTableIsRefused) {
-    EXPECT_EQ(Corner(0, -1, kCornerMinMin), 0);
-    EXPECT_EQ(Corner(0, 4, kCornerMinMin), 0);
+    EXPECT_EQ(Placing(-1, kCornerMinMin), 0);
+    EXPECT_EQ(Placing(4, kCornerMinMin), 0);
 }
 
 TEST_F(CornerTest, StackWithBlockOutsideTheTableIsPassedOver) {
     Obstacle(40, 40, 60, 60, 99);
-    EXPECT_EQ(Corner(0, 0, kCornerMinMin), 1);
+    EXPECT_EQ(Placing(0, kCornerMinMin), 1);
 }
 
 TEST_F(CornerTest, CornerOnTheLowEdgeIsOutsideAndOnTheHighEdgeInside) {

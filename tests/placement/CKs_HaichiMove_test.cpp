@@ -182,10 +182,10 @@ TEST_F(MoveTest, MarkedBlockRefusesOtherPartsUntilTheCornersAreRebuilt) {
                              {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     ASSERT_EQ(Drop({&s}, 288, 192, 338, 217), 1);
     ASSERT_EQ(s.BlockIndex, 4);
-    EXPECT_EQ(h.TestCorner(&koutei, second, 0, 4, 4), 0);
+    EXPECT_EQ(h.TestCorner(&koutei, second, CornerTestMode::Placing, 4, 4), 0);
     h.RebuildCorners(&koutei, {});
     EXPECT_EQ(app->Blocks[4].Occupant, part);
-    EXPECT_EQ(h.TestCorner(&koutei, part, 0, 4, 4), 1);
+    EXPECT_EQ(h.TestCorner(&koutei, part, CornerTestMode::Placing, 4, 4), 1);
 }
 
 TEST_F(MoveTest, ProbeMarksNothing) {

@@ -67,7 +67,9 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     GridJob();
     KeyedPart(1, 300, 200, 10, 4);
     KeyedPart(1, 50, 50, 6, 2);
-    ASSERT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(0, 0), 1);
+    ASSERT_EQ(
+        CKs_Haichi(*app, services, shown).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
+        1);
     std::vector<std::string> lines;
     for (const HaichiInfo& h : app->HaichiList) {
         lines.push_back(SaveLine(h, app->Blocks[h.BlockIndex].PalletNo));

@@ -78,18 +78,25 @@ TEST(TruncToInt32, CutsToTheRangeAndTruncates) {
     EXPECT_EQ(AddClamped(INT32_MAX, 5), INT32_MAX);
 }
 
-class PlaceAllTest : public PlacementTest {};
+class PlaceAllTest : public PlacementTest {
+  protected:
+    // PlaceAll on a new engine.
+    int PlaceAll(PlacedCounts counts = PlacedCounts::Quantity,
+                 SavedPlacement saved = SavedPlacement::Ignore) {
+        return CKs_Haichi(*app, services, shown).PlaceAll(counts, saved);
+    }
+};
 
 TEST_F(PlaceAllTest, EmptyProcessListSucceedsWithoutMessage) {
     AddPart(1, 10, 10, 5);
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(0, 0), 1);
+    EXPECT_EQ(PlaceAll(), 1);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
 TEST_F(PlaceAllTest, FullyPlacedJobShowsNoMessage) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 10, 4);
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(0, 0), 1);
+    EXPECT_EQ(PlaceAll(), 1);
     EXPECT_EQ(p.PiecesPlaced, 10);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 3, 3}));
     EXPECT_TRUE(op.KakuNumbers.empty());
@@ -98,7 +105,7 @@ TEST_F(PlaceAllTest, FullyPlacedJobShowsNoMessage) {
 TEST_F(PlaceAllTest, PartLeftShortShowsMessageEight) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 20, 1);
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(0, 0), 1);
+    EXPECT_EQ(PlaceAll(), 1);
     EXPECT_EQ(p.PiecesPlaced, 9);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{8, 0}}));
 }
@@ -107,7 +114,7 @@ TEST_F(PlaceAllTest, PartialPlacementShowsNoMessageAndKeepsTheQuantity) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 20, 1);
     p.PartialQuantity = 3;
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(1, 0), 1);
+    EXPECT_EQ(PlaceAll(PlacedCounts::Kept), 1);
     EXPECT_EQ(p.PiecesPlaced, 3);
     EXPECT_EQ(p.Quantity, 20);
     EXPECT_EQ(p.PartialQuantity, 3);
@@ -117,7 +124,7 @@ TEST_F(PlaceAllTest, PartialPlacementShowsNoMessageAndKeepsTheQuantity) {
 TEST_F(PlaceAllTest, BoundsCoverTheBlocksOfTheProcess) {
     GridJob();
     CKs_Haichi h(*app, services, shown);
-    EXPECT_EQ(h.PlaceAll(0, 0), 1);
+    EXPECT_EQ(h.PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore), 1);
     EXPECT_DOUBLE_EQ(h.Bounds().X0, 70);
     EXPECT_DOUBLE_EQ(h.Bounds().X1, 990);
     EXPECT_DOUBLE_EQ(h.Bounds().Y0, 10);
@@ -130,7 +137,7 @@ TEST_F(PlaceAllTest, StackThatCannotBeAllocatedFailsThePlacement) {
     int result = -1;
     {
         ScopedAllocFailure fail(sizeof(HaichiInfo));
-        result = CKs_Haichi(*app, services, shown).PlaceAll(0, 0);
+        result = PlaceAll();
     }
     EXPECT_EQ(result, 0);
     EXPECT_EQ(app->ErrorCode, 9015);
@@ -143,7 +150,7 @@ TEST_F(PlaceAllTest, PartsOfSmallBoxesAndOtherProcessesAreSkipped) {
     PartsInfo& boxed = AddPart(1, 10, 10, 5);
     boxed.Destination = 100;
     PartsInfo& stranger = AddPart(9, 10, 10, 5);
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(0, 0), 1);
+    EXPECT_EQ(PlaceAll(), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
     EXPECT_EQ(stranger.PiecesPlaced, 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{8, 0}}));
@@ -155,7 +162,7 @@ TEST_F(PlaceAllTest, RestoreSkipsRestoredPartsThatNeedNothingMore) {
     restored.SaveKey = 3;
     restored.PiecesPlaced = 5;
     PartsInfo& fresh = AddPart(1, 10, 10, 2);
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(0, 1), 1);
+    EXPECT_EQ(PlaceAll(PlacedCounts::Quantity, SavedPlacement::Restore), 1);
     EXPECT_TRUE(StacksOf(restored).empty());
     EXPECT_EQ(fresh.PiecesPlaced, 2);
 }
@@ -163,7 +170,7 @@ TEST_F(PlaceAllTest, RestoreSkipsRestoredPartsThatNeedNothingMore) {
 TEST_F(PlaceAllTest, RestoreValueTwoSkipsEveryPart) {
     GridJob();
     AddPart(1, 10, 10, 2);
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(0, 2), 1);
+    EXPECT_EQ(PlaceAll(PlacedCounts::Quantity, static_cast<SavedPlacement>(2)), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -171,7 +178,7 @@ TEST_F(PlaceAllTest, SharingSpreadsTheQuantityOverAllStacksOfThePart) {
     GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 7, 0, 3.0);
     app->PalletList.begin()->MaxStackHeight = 10;
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(0, 0), 1);
+    EXPECT_EQ(PlaceAll(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 2, 2}));
     EXPECT_EQ(p.PiecesPlaced, 7);
 }
@@ -183,7 +190,7 @@ TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack
         AddStack(*app, p,
                  {.Block = i, .Pieces = 5, .X = 990, .Y = 10 + 210.0 * i, .Corner = kCornerMaxMin});
     p.PiecesPlaced = 15;
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(1, 0), 1);
+    EXPECT_EQ(PlaceAll(PlacedCounts::Kept), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 0, 0}));
     EXPECT_EQ(p.Quantity, 15);
 }
@@ -219,7 +226,9 @@ class GeneratedJobTest : public PlacementTest, public ::testing::WithParamInterf
 TEST_P(GeneratedJobTest, PlacementKeepsTheInvariants) {
     FillApp(*app, GenerateJob(GetParam()));
     ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
-    ASSERT_EQ(CKs_Haichi(*app, services, shown).PlaceAll(0, 0), 1);
+    ASSERT_EQ(
+        CKs_Haichi(*app, services, shown).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
+        1);
     std::map<int, const PartsInfo*> server;
     std::map<const PartsInfo*, int64_t> sums;
     for (const HaichiInfo& h : app->HaichiList) {

@@ -511,7 +511,7 @@ TEST_F(PinnedRuleTest, FreeMoveMayDropAStackOntoAnother) {
 TEST_F(PinnedRuleTest, ShortPartSharesItsQuantityNotItsPlacedPieces) {
     PartsInfo& p = AddPart(100);
     p.PerStackLimit = 5;
-    ASSERT_EQ(session.LoadAndPlace(0, 0, {}), 1);
+    ASSERT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
     EXPECT_EQ(p.PiecesPlaced, 45);
     EXPECT_EQ(job.ValuesOf(p), std::vector<int32_t>({12, 11, 11, 11, 11, 11, 11, 11, 11}));
     EXPECT_EQ(CheckCounts(app), "part 1 counts 45 placed pieces, its stacks hold 100");

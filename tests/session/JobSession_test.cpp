@@ -26,7 +26,7 @@ TEST_F(LoadAndPlaceTest, ResetsTheSelectionStateAndReadsThePalletChoice) {
     app.PalletCount = 4;
     app.BoxFlags[2] = 1;
     app.BoxFlags[3] = 1;
-    EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
+    EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
     EXPECT_EQ(shown.HitByBlock, 1);
     EXPECT_EQ(shown.GridFlag, 1);
     EXPECT_EQ(shown.CurrentKoutei, 1);
@@ -39,7 +39,7 @@ TEST_F(LoadAndPlaceTest, ResetsTheSelectionStateAndReadsThePalletChoice) {
 TEST_F(LoadAndPlaceTest, CurrentBoxStaysWhenNoneOfTheFirstThreeBoxesIsDefined) {
     shown.CurrentBox = 150;
     app.BoxFlags[4] = 1;
-    EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
+    EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
     EXPECT_EQ(shown.CurrentBox, 150);
 }
 
@@ -50,7 +50,7 @@ TEST_F(LoadAndPlaceTest, KeptCountsBecomeThePartialQuantities) {
     beyond.PartialQuantity = 1;
     job.AddBox(100);
     app.BoxFlags[1] = 1;
-    EXPECT_EQ(session.LoadAndPlace(1, 0, {0, 2, 3}), 1);
+    EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Kept, SavedPlacement::Ignore, {0, 2, 3}), 1);
     EXPECT_FALSE(session.Ended());
     EXPECT_EQ(a.PartialQuantity, 2);
     EXPECT_EQ(a.PiecesPlaced, 2);
@@ -68,7 +68,7 @@ TEST_F(LoadAndPlaceTest, FullRunRestoresTheSaveFileBeforePlacing) {
     PartsInfo& b = AddPart(1);
     WriteFile(Out("save.csv"),
               "A1,1,N,1,2,690.0000,10.0000,-1,T,300.0000,200.0000,1.0000,0,0,A1,0,4\n");
-    EXPECT_EQ(session.LoadAndPlace(0, 1, {}), 1);
+    EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {}), 1);
     ASSERT_EQ(job.StacksOf(a).size(), 1u);
     EXPECT_EQ(job.StacksOf(a)[0]->BlockIndex, 0);
     EXPECT_EQ(a.PiecesPlaced, 2);
@@ -79,7 +79,7 @@ TEST_F(LoadAndPlaceTest, SaveFileOfAnUnplacedPartFailsTheRun) {
     AddPart(2).SaveKey = 1;
     WriteFile(Out("save.csv"),
               "A1,1,N,0,2,0.0000,0.0000,-1,T,300.0000,200.0000,1.0000,0,-1,A1,-1,-1\n");
-    EXPECT_EQ(session.LoadAndPlace(0, 1, {}), 0);
+    EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {}), 0);
     EXPECT_TRUE(app.HaichiList.Empty());
 }
 
@@ -88,7 +88,7 @@ TEST_F(LoadAndPlaceTest, WithoutFullRunTheSaveFileIsNotRead) {
     a.SaveKey = 1;
     WriteFile(Out("save.csv"),
               "A1,1,N,0,2,0.0000,0.0000,-1,T,300.0000,200.0000,1.0000,0,-1,A1,-1,-1\n");
-    EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
+    EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
     EXPECT_EQ(a.PiecesPlaced, 2);
 }
 
@@ -104,12 +104,12 @@ TEST_F(LoadAndPlaceTest, ViewIsShownThePlacedJobOnlyAfterASuccess) {
     CountingView view;
     session.SetView(&view);
     AddPart(2).SaveKey = 1;
-    EXPECT_EQ(session.LoadAndPlace(0, 0, {}), 1);
+    EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
     EXPECT_EQ(view.Resets, 1);
     EXPECT_EQ(view.Placed, 1);
     WriteFile(Out("save.csv"),
               "A1,1,N,0,2,0.0000,0.0000,-1,T,300.0000,200.0000,1.0000,0,-1,A1,-1,-1\n");
-    EXPECT_EQ(session.LoadAndPlace(0, 1, {}), 0);
+    EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {}), 0);
     EXPECT_EQ(view.Resets, 2);
     EXPECT_EQ(view.Placed, 1);
 }
@@ -236,7 +236,9 @@ TEST_F(InitTest, FailedRestoreStopsTheInitialisationButOkWritesWhatWasRestored) 
 // Part 1 (two pieces) placed by the session into the first block: one stack at (990, 10).
 class FinishTest : public SessionTest {
   protected:
-    FinishTest() : part(AddPart(2)) { EXPECT_EQ(session.LoadAndPlace(0, 1, {}), 1); }
+    FinishTest() : part(AddPart(2)) {
+        EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {}), 1);
+    }
 
     // Part 1's right side is checked against a right limit of 1000 - 20: its stack violates it.
     void StackBeyondTheOffset() {

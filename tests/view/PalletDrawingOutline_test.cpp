@@ -45,7 +45,7 @@ class Outlines : public ::testing::Test {
         e.Kind = kind;
         e.Color = colour;
         for (const auto& [i, v] : params)
-            e.P[static_cast<size_t>(i)] = v;
+            e.Params[static_cast<size_t>(i)] = v;
         part->Shapes.push_back(e);
         part->ShapeCount = static_cast<int32_t>(part->Shapes.size());
     }
