@@ -69,6 +69,13 @@ struct DropInput {
     bool Probe = false;
 };
 
+// Where a drop puts the stacks: where they were let go (free moves, IsDirect 1), or snapped
+// into the nearest free block corner.
+enum class DropPlacement { Snap, Free };
+inline DropPlacement DropPlacementFor(int32_t isDirect) {
+    return isDirect == 1 ? DropPlacement::Free : DropPlacement::Snap;
+}
+
 // MoveGroup's result (1 moved, 0 not) and, for a probe, the pallet the drop would land on
 // (-1: none).
 struct DropResult {
@@ -102,11 +109,11 @@ class CKs_Haichi {
                  const PartsInfo* part);
     void MarkCorners(KouteiInfo* koutei, double x0, double y0, double x1, double y1, int pallet,
                      PartsInfo* part);
-    // Moves the stacks dropped as the screen rectangle (left, top, right, bottom). freeMove:
-    // the IsDirect value; 1 leaves the group where it was let go, any other value snaps it into
-    // the nearest free block corner.
+    // Moves the stacks dropped as the screen rectangle (left, top, right, bottom), where they
+    // were let go or into the nearest free block corner.
     DropResult MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left,
-                         int top, int right, int bottom, int freeMove, const DropInput& drop);
+                         int top, int right, int bottom, DropPlacement placement,
+                         const DropInput& drop);
 
     // Candidate pallets c1..c4 (-1 none) for the current pallet, count and view mode.
     std::array<int, 4> CandidatePallets() const;
@@ -128,7 +135,7 @@ class CKs_Haichi {
     int TestRect(double x0, double y0, double x1, double y1, int pallet, const PartsInfo* part);
     void MarkCorners(double x0, double y0, double x1, double y1, int pallet, PartsInfo* part);
     int MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left, int top,
-                  int right, int bottom, int freeMove);
+                  int right, int bottom, DropPlacement placement);
 
     // The drop in hand, set by the public TestCorner and MoveGroup for the length of the call.
     std::vector<HaichiInfo*> Selection;   // stacks passed over by TestCorner while dragging

@@ -150,13 +150,13 @@ void CKs_Haichi::SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRe
 }
 
 DropResult CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks,
-                                 int left, int top, int right, int bottom, int freeMove,
+                                 int left, int top, int right, int bottom, DropPlacement placement,
                                  const DropInput& drop) {
     Slots = drop.Slots;
     BlockRects = drop.BlockRects;
     Selection = drop.Selection;
     DropPallet = drop.Probe ? -1 : 0;
-    const int result = MoveGroup(koutei, stacks, left, top, right, bottom, freeMove);
+    const int result = MoveGroup(koutei, stacks, left, top, right, bottom, placement);
     const DropResult out{result, drop.Probe ? DropPallet : -1};
     ClearDrop();
     return out;
@@ -176,7 +176,7 @@ IntRect CKs_Haichi::BlockPixels(int blockIndex) const {
 }
 
 int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left,
-                          int top, int right, int bottom, int freeMove) {
+                          int top, int right, int bottom, DropPlacement placement) {
     CurKoutei = koutei;
     ComputeBounds(koutei);
     std::vector<HaichiInfo*> group;
@@ -201,7 +201,7 @@ int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& st
     if (DropPallet == -1) {
         DropPallet = target;
     } else if (target >= 0 && koutei != nullptr && koutei->Pallet != nullptr) {
-        if (freeMove == 1) {
+        if (placement == DropPlacement::Free) {
             result = FreeMove(group, g, target, right, bottom);
         } else {
             SnapMove(group, g, target, left, top, right, bottom);

@@ -328,7 +328,7 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
             const auto before = Positions(Sel().PickHistory());
             const DropInput drop{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), false};
             engine.MoveGroup(koutei, Sel().PickHistory(), r.Left, r.Top, r.Right, r.Bottom,
-                             app_.IsDirect, drop);
+                             DropPlacementFor(app_.IsDirect), drop);
             // Put back where it was picked up, nothing had to move.
             const bool inPlace = std::abs(r.Left - Sel().PickRect().Left) <= kPutBackPixels &&
                                  std::abs(r.Top - Sel().PickRect().Top) <= kPutBackPixels;
@@ -370,7 +370,7 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
         const IntRect r = Moved(e.Rect, dx, dy);
         const DropInput probe{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), true};
         const DropResult res = engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right,
-                                                r.Bottom, app_.IsDirect, probe);
+                                                r.Bottom, DropPlacementFor(app_.IsDirect), probe);
         if (res.Target < 0)
             return DropRefusal::OffThePallets;
         if (target && *target != res.Target)
@@ -385,7 +385,8 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
         const BandEntry e = Sel().BandList()[i];
         const IntRect r = Moved(e.Rect, dx, dy);
         const DropInput move{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), false};
-        engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right, r.Bottom, app_.IsDirect, move);
+        engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right, r.Bottom,
+                         DropPlacementFor(app_.IsDirect), move);
         Sel().MoveBandEntry(i, r);
     }
     if (Positions(records) == before && (dx != 0 || dy != 0))

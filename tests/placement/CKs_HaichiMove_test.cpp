@@ -25,7 +25,8 @@ class MoveTest : public PlacementTest {
              int freeMove = 0) {
         drop.Selection = stacks;
         h.RebuildCorners(&koutei, stacks);
-        const DropResult r = h.MoveGroup(&koutei, stacks, left, top, right, bottom, freeMove, drop);
+        const DropResult r = h.MoveGroup(&koutei, stacks, left, top, right, bottom,
+                                         DropPlacementFor(freeMove), drop);
         probed = r.Target;
         return r.Result;
     }
