@@ -81,6 +81,20 @@ bool SamePart(const PartsInfo& a, const PartsInfo& b) {
            Same(a26, b26) && Same(a27, b27) && Same(a28, b28) && Same(a29, b29);
 }
 
+// Block places alike down to the bit.
+template <class Place>
+bool SamePlaces(const std::vector<Place>& a, const std::vector<Place>& b) {
+    if (a.size() != b.size())
+        return false;
+    for (size_t i = 0; i < a.size(); ++i) {
+        if (!Same(a[i].MinX, b[i].MinX) || !Same(a[i].MinY, b[i].MinY) ||
+            !Same(a[i].MaxX, b[i].MaxX) || !Same(a[i].MaxY, b[i].MaxY) ||
+            a[i].KouteiNo != b[i].KouteiNo || a[i].PalletNo != b[i].PalletNo)
+            return false;
+    }
+    return true;
+}
+
 template <class T>
 std::unordered_map<const T*, RecordIndex> Positions(const RecordList<T>& list) {
     std::unordered_map<const T*, RecordIndex> out;
@@ -165,13 +179,19 @@ JobSnapshot JobSnapshot::Take(const CKestoApp& app, const JobSnapshot* like) {
     size_t used = app.Blocks.size();
     while (used > 0 && IsDefault(app.Blocks[used - 1]))
         --used;
-    s.blocks_.reserve(used);
+    std::vector<BlockPlace> places;
+    places.reserve(used);
+    s.blockUses_.reserve(used);
     for (size_t b = 0; b < used; ++b) {
         const BlockInfo& r = app.Blocks[b];
-        s.blocks_.push_back(Block{r.MinX, r.MinY, r.MaxX, r.MaxY, r.KouteiNo, r.PalletNo,
-                                  PositionOf(parts, static_cast<const PartsInfo*>(r.Occupant)),
-                                  r.CornerMask});
+        places.push_back(BlockPlace{r.MinX, r.MinY, r.MaxX, r.MaxY, r.KouteiNo, r.PalletNo});
+        s.blockUses_.push_back(
+            BlockUse{PositionOf(parts, static_cast<const PartsInfo*>(r.Occupant)), r.CornerMask});
     }
+    if (like != nullptr && like->blockPlaces_ != nullptr && SamePlaces(*like->blockPlaces_, places))
+        s.blockPlaces_ = like->blockPlaces_;
+    else
+        s.blockPlaces_ = std::make_shared<const std::vector<BlockPlace>>(std::move(places));
     return s;
 }
 
@@ -215,10 +235,11 @@ void JobSnapshot::Restore(CKestoApp& app) const {
     job.HaichiList.Count = stackCount_;
 
     job.Blocks.assign(blockTableSize_, BlockInfo{});
-    for (size_t b = 0; b < blocks_.size(); ++b) {
-        const Block& r = blocks_[b];
+    for (size_t b = 0; b < blockUses_.size(); ++b) {
+        const BlockPlace& r = (*blockPlaces_)[b];
+        const BlockUse& u = blockUses_[b];
         job.Blocks[b] = BlockInfo{r.KouteiNo, r.PalletNo, r.MinX,       r.MinY,
-                                  r.MaxX,     r.MaxY,     r.CornerMask, At(parts, r.Occupant)};
+                                  r.MaxX,     r.MaxY,     u.CornerMask, At(parts, u.Occupant)};
     }
 
     // Moving the lists keeps the new records where they are, so the links made above hold.
@@ -236,7 +257,9 @@ size_t JobSnapshot::Bytes(std::set<const void*>& seen) const {
                    koutei_.capacity() * sizeof(Process) +
                    parts_.capacity() * sizeof(std::shared_ptr<const PartsInfo>) +
                    stacks_.capacity() * sizeof(Stack) + pallets_.capacity() * sizeof(PalletInfo) +
-                   blocks_.capacity() * sizeof(Block);
+                   blockUses_.capacity() * sizeof(BlockUse);
+    if (blockPlaces_ != nullptr && seen.insert(blockPlaces_.get()).second)
+        bytes += blockPlaces_->capacity() * sizeof(BlockPlace) + 2 * sizeof(void*);
     for (const std::string& s : flags_.FontNames)
         bytes += HeapBytes(s);
     bytes += HeapBytes(flags_.PalletPrefix) + HeapBytes(flags_.CommandLine) +

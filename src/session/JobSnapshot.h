@@ -50,13 +50,17 @@ class JobSnapshot {
         double Y = 0;
         uint8_t Corner = 0;
     };
-    struct Block {
+    // Where a block lies stays the same until the table is made anew: shared between
+    // snapshots. What stands in it is each snapshot's own.
+    struct BlockPlace {
         double MinX = 0;
         double MinY = 0;
         double MaxX = 0;
         double MaxY = 0;
         int32_t KouteiNo = 0;
         int32_t PalletNo = 0;
+    };
+    struct BlockUse {
         RecordIndex Occupant = kNoRecord;
         uint8_t CornerMask = 0;
     };
@@ -74,7 +78,8 @@ class JobSnapshot {
     std::vector<PalletInfo> pallets_;
     // Entries of the block table up to the last one that is not a default entry; the table
     // itself has blockTableSize entries.
-    std::vector<Block> blocks_;
+    std::shared_ptr<const std::vector<BlockPlace>> blockPlaces_;
+    std::vector<BlockUse> blockUses_;
     size_t blockTableSize_ = 0;
     int32_t boxCount_ = 0;
     int32_t kouteiCount_ = 0;

@@ -134,7 +134,7 @@ TEST(JobSnapshotTest, UnchangedPartsAreSharedWithTheSnapshotBefore) {
     std::set<const void*> seen;
     const size_t firstBytes = first.Bytes(seen);
     const size_t secondBytes = second.Bytes(seen);
-    EXPECT_LT(secondBytes * 4, firstBytes);
+    EXPECT_LT(secondBytes * 2, firstBytes);
 
     // The changed part is its own copy: each snapshot gives back its own count.
     CKestoApp a;
