@@ -1,0 +1,81 @@
+#include "session/EditHistory.h"
+
+#include <set>
+
+#include "app/CKestoApp.h"
+#include "view/Selection.h"
+
+namespace kesto {
+
+EditHistory::EditHistory(size_t maxSteps, size_t maxBytes)
+    : maxSteps_(maxSteps), maxBytes_(maxBytes) {}
+
+EditHistory::Step EditHistory::Capture(const std::string& name, const CKestoApp& app,
+                                       const Selection& selection, const JobSnapshot* like) {
+    return Step{name, JobSnapshot::Take(app, like), SelectionIndex::Of(selection, app)};
+}
+
+void EditHistory::Apply(const Step& step, CKestoApp& app, Selection& selection) {
+    // The selection points into the records the restore frees: it lets go of them first.
+    selection.Reset();
+    step.Job.Restore(app);
+    step.Picks.ApplyTo(selection, app);
+}
+
+void EditHistory::Record(const std::string& name, const CKestoApp& app,
+                         const Selection& selection) {
+    redo_.clear();
+    undo_.push_back(Capture(name, app, selection, CanUndo() ? &undo_.back().Job : nullptr));
+    Trim();
+}
+
+bool EditHistory::Undo(CKestoApp& app, Selection& selection) {
+    if (!CanUndo())
+        return false;
+    Step back = std::move(undo_.back());
+    undo_.pop_back();
+    redo_.push_back(Capture(back.Name, app, selection, &back.Job));
+    Apply(back, app, selection);
+    return true;
+}
+
+bool EditHistory::Redo(CKestoApp& app, Selection& selection) {
+    if (!CanRedo())
+        return false;
+    Step again = std::move(redo_.back());
+    redo_.pop_back();
+    undo_.push_back(Capture(again.Name, app, selection, &again.Job));
+    Apply(again, app, selection);
+    return true;
+}
+
+void EditHistory::Trim() {
+    while (undo_.size() > maxSteps_)
+        undo_.pop_front();
+    while (undo_.size() > 1 && Bytes() > maxBytes_)
+        undo_.pop_front();
+}
+
+std::vector<std::string> EditHistory::UndoNames() const {
+    std::vector<std::string> names;
+    for (const Step& s : undo_)
+        names.push_back(s.Name);
+    return names;
+}
+
+size_t EditHistory::Bytes() const {
+    std::set<const void*> seen;
+    size_t bytes = sizeof(EditHistory);
+    for (const std::deque<Step>* steps : {&undo_, &redo_}) {
+        for (const Step& s : *steps)
+            bytes += sizeof(Step) + s.Name.capacity() + s.Job.Bytes(seen) + s.Picks.Bytes();
+    }
+    return bytes;
+}
+
+void EditHistory::Clear() {
+    undo_.clear();
+    redo_.clear();
+}
+
+}  // namespace kesto

@@ -1,0 +1,115 @@
+// The whole state of a job that a correction can change, copied so that it can be put back
+// exactly: every record list with its count, the block table, the flags. Retry and Auto make
+// new records, so a snapshot is a full copy; links between records are kept as list positions
+// and re-linked into the records a restore makes. Parts that did not change since the snapshot
+// it is taken after are shared with it, which keeps a history of many steps small.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "app/CKestoApp.h"
+#include "app/JobModel.h"
+#include "app/Rect.h"
+#include "view/Selection.h"
+
+namespace kesto {
+
+// The position of a record in its list, or -1 for none (a null link, or one to a record that
+// is not in the list).
+using RecordIndex = int32_t;
+inline constexpr RecordIndex kNoRecord = -1;
+
+class JobSnapshot {
+  public:
+    JobSnapshot() = default;
+
+    // A copy of app; parts equal in every field to those of `like` share their copy with it.
+    static JobSnapshot Take(const CKestoApp& app, const JobSnapshot* like = nullptr);
+    // Makes app the job the snapshot was taken of: its records are all new, every link points
+    // into them. Pointers into the records app had before are dangling afterwards.
+    void Restore(CKestoApp& app) const;
+
+    // Heap and object bytes this snapshot holds; parts whose copy is already in `seen` are
+    // not counted again (a history counts its shared parts once).
+    size_t Bytes(std::set<const void*>& seen) const;
+    size_t Bytes() const;
+
+    size_t Stacks() const { return stacks_.size(); }
+
+  private:
+    struct Stack {
+        RecordIndex Part = kNoRecord;
+        int32_t Pieces = 0;
+        int32_t BlockIndex = -1;
+        int32_t Level = 0;
+        double X = 0;
+        double Y = 0;
+        uint8_t Corner = 0;
+    };
+    // Where a block lies stays the same until the table is made anew: shared between
+    // snapshots. What stands in it is each snapshot's own.
+    struct BlockPlace {
+        double MinX = 0;
+        double MinY = 0;
+        double MaxX = 0;
+        double MaxY = 0;
+        int32_t KouteiNo = 0;
+        int32_t PalletNo = 0;
+    };
+    struct BlockUse {
+        RecordIndex Occupant = kNoRecord;
+        uint8_t CornerMask = 0;
+    };
+    struct Process {
+        KouteiInfo Record;  // its Pallet link is null here
+        RecordIndex Pallet = kNoRecord;
+    };
+
+    // The flags and settings: the application object with its lists and table left empty.
+    CKestoApp flags_;
+    std::vector<BoxInfo> boxes_;
+    std::vector<Process> koutei_;
+    std::vector<std::shared_ptr<const PartsInfo>> parts_;
+    std::vector<Stack> stacks_;
+    std::vector<PalletInfo> pallets_;
+    // Entries of the block table up to the last one that is not a default entry; the table
+    // itself has blockTableSize entries.
+    std::shared_ptr<const std::vector<BlockPlace>> blockPlaces_;
+    std::vector<BlockUse> blockUses_;
+    size_t blockTableSize_ = 0;
+    int32_t boxCount_ = 0;
+    int32_t kouteiCount_ = 0;
+    int32_t partsCount_ = 0;
+    int32_t stackCount_ = 0;
+    int32_t palletCount_ = 0;
+};
+
+// The operator's selection with stacks as positions in the job's stack list, so that it can be
+// given back after the job's records were made anew.
+struct SelectionIndex {
+    struct Band {
+        RecordIndex Stack = kNoRecord;
+        IntRect Rect{};
+        bool operator==(const Band&) const = default;
+    };
+    RecordIndex Picked = kNoRecord;
+    RecordIndex LastPicked = kNoRecord;
+    std::vector<RecordIndex> History;
+    IntRect PickRect{};
+    BandState State = BandState::Off;
+    std::vector<Band> BandList;
+    IntRect BandRect{};
+
+    bool operator==(const SelectionIndex&) const = default;
+
+    static SelectionIndex Of(const Selection& selection, const CKestoApp& app);
+    // The selection over app's stacks; a position past the list gives no stack.
+    void ApplyTo(Selection& selection, CKestoApp& app) const;
+    size_t Bytes() const;
+};
+
+}  // namespace kesto
