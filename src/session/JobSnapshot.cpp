@@ -61,7 +61,7 @@ bool Same(const std::vector<ShapeElement>& a, const std::vector<ShapeElement>& b
         return false;
     for (size_t i = 0; i < a.size(); ++i) {
         if (a[i].Kind != b[i].Kind || a[i].Color != b[i].Color ||
-            std::memcmp(a[i].P.data(), b[i].P.data(), sizeof(a[i].P)) != 0)
+            std::memcmp(a[i].Params.data(), b[i].Params.data(), sizeof(a[i].Params)) != 0)
             return false;
     }
     return true;
