@@ -321,6 +321,16 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
     MoveCount = -1;
     std::optional<DropRefusal> refused;
     if (KouteiInfo* koutei = app_.KouteiAt(d_.Shown().CurrentKoutei)) {
+        // The step is kept only when a stack really moved.
+        std::vector<HaichiInfo*> moving = Sel().PickHistory();
+        if (Sel().Band() != BandState::Off) {
+            moving.clear();
+            for (const BandEntry& e : Sel().BandList())
+                moving.push_back(e.Record);
+        }
+        const auto placesBefore = Places(moving);
+        if (session_ != nullptr)
+            session_->BeginStep(step::kMove, Sel());
         CKs_Haichi engine(app_, services_, d_.Shown());
         engine.RebuildCorners(koutei, Sel().PickHistory());
         if (Sel().Band() == BandState::Off) {
@@ -337,6 +347,8 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
         } else {
             refused = DropBand(engine, koutei, x - pressAt_.X, y - pressAt_.Y);
         }
+        if (session_ != nullptr)
+            session_->EndStep(Places(moving) != placesBefore);
     }
     view_.Refresh();
     d_.DrawParts(canvas, drawmode::kHighlight);
@@ -344,6 +356,16 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
         d_.DrawParts(canvas, drawmode::kHitTest, x, y);
     if (refused)
         view_.ShowRefusedDrop(*refused, dropped);
+}
+
+std::vector<std::tuple<double, double, int32_t>> DrawingEdit::Places(
+    const std::vector<HaichiInfo*>& stacks) {
+    std::vector<std::tuple<double, double, int32_t>> at;
+    for (const HaichiInfo* h : stacks) {
+        if (h != nullptr)
+            at.emplace_back(h->X, h->Y, h->BlockIndex);
+    }
+    return at;
 }
 
 std::vector<std::pair<double, double>> DrawingEdit::Positions(

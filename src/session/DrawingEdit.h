@@ -7,10 +7,12 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "session/JobSession.h"
 #include "support/Services.h"
 #include "view/Canvas.h"
 #include "view/PalletDrawing.h"
@@ -68,6 +70,8 @@ class DrawingEdit {
     void Move(Canvas& canvas, int32_t x, int32_t y, bool leftButtonOnly);
     // Left button up.
     void Release(Canvas& canvas, int32_t x, int32_t y);
+    // Drops become steps of the session's undo history (none: drops are not recorded).
+    void RecordStepsIn(JobSession* session) { session_ = session; }
     // The Direct command: switches IsDirect; leaving free moves drops a band in force with
     // the picks (true: the window then shows no pick and picks single stacks).
     bool SwitchDirect();
@@ -120,6 +124,9 @@ class DrawingEdit {
     std::vector<IntRect> DragImageAt(int32_t x, int32_t y) const;
     // Where the stacks stand, to tell a drop that moved nothing.
     static std::vector<std::pair<double, double>> Positions(const std::vector<HaichiInfo*>& stacks);
+    // Where and in which block, to tell whether a drop is a step to undo.
+    static std::vector<std::tuple<double, double, int32_t>> Places(
+        const std::vector<HaichiInfo*>& stacks);
     // The rectangle's centre lies on a pallet in view.
     bool OnAPallet(const IntRect& r) const;
     bool BandDragInForce() const;
@@ -135,6 +142,7 @@ class DrawingEdit {
     CKestoApp& app_;
     Services services_;
     PalletDrawing& d_;
+    JobSession* session_ = nullptr;
     DrawAreaView& view_;
     bool tracking_ = false;
     IntPoint trackFrom_{};

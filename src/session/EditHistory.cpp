@@ -1,11 +1,43 @@
 #include "session/EditHistory.h"
 
+#include <cctype>
 #include <set>
 
 #include "app/CKestoApp.h"
 #include "view/Selection.h"
 
 namespace kesto {
+
+namespace {
+
+// "To set-aside" -> "STEP-TO-SET-ASIDE".
+std::string StepKey(const std::string& name) {
+    std::string key = "STEP-";
+    for (const char c : name)
+        key += c == ' ' ? '-' : static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return key;
+}
+
+std::string Word(const MessageTable& messages, const std::string& key, const std::string& english) {
+    const std::string text = messages.GetFontText("MainDlg", key).Text;
+    return text.empty() ? english : text;
+}
+
+std::string MenuText(const MessageTable& messages, const char* key, const char* english,
+                     const std::string& step) {
+    const std::string word = Word(messages, key, english);
+    return step.empty() ? word : word + " " + Word(messages, StepKey(step), step);
+}
+
+}  // namespace
+
+std::string UndoMenuText(const EditHistory& history, const MessageTable& messages) {
+    return MenuText(messages, "M-UNDO", "Undo", history.UndoName());
+}
+
+std::string RedoMenuText(const EditHistory& history, const MessageTable& messages) {
+    return MenuText(messages, "M-REDO", "Redo", history.RedoName());
+}
 
 EditHistory::EditHistory(size_t maxSteps, size_t maxBytes)
     : maxSteps_(maxSteps), maxBytes_(maxBytes) {}
@@ -26,6 +58,19 @@ void EditHistory::Record(const std::string& name, const CKestoApp& app,
                          const Selection& selection) {
     redo_.clear();
     undo_.push_back(Capture(name, app, selection, CanUndo() ? &undo_.back().Job : nullptr));
+    Trim();
+}
+
+void EditHistory::Begin(const std::string& name, const CKestoApp& app, const Selection& selection) {
+    pending_ = Capture(name, app, selection, CanUndo() ? &undo_.back().Job : nullptr);
+}
+
+void EditHistory::Commit() {
+    if (!pending_)
+        return;
+    redo_.clear();
+    undo_.push_back(std::move(*pending_));
+    pending_.reset();
     Trim();
 }
 
@@ -76,6 +121,7 @@ size_t EditHistory::Bytes() const {
 void EditHistory::Clear() {
     undo_.clear();
     redo_.clear();
+    pending_.reset();
 }
 
 }  // namespace kesto

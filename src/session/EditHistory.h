@@ -5,10 +5,12 @@
 
 #include <cstddef>
 #include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "session/JobSnapshot.h"
+#include "support/MessageFile.h"
 
 namespace kesto {
 
@@ -27,6 +29,14 @@ inline constexpr const char* kRetry = "Retry";
 inline constexpr const char* kAuto = "Auto";
 }  // namespace step
 
+// The background menu's items: "Undo <step>" and "Redo <step>" in the words of the message
+// file's "MainDlg" keys "M-UNDO", "M-REDO" and "STEP-<name>" ("STEP-MOVE", "STEP-LEFT",
+// "STEP-RIGHT", "STEP-TO-SET-ASIDE", "STEP-TO-SMALL-BOX", "STEP-SHEET-COUNT", "STEP-RETRY",
+// "STEP-AUTO"), English where it has none; the word alone when there is no step.
+class EditHistory;
+std::string UndoMenuText(const EditHistory& history, const MessageTable& messages);
+std::string RedoMenuText(const EditHistory& history, const MessageTable& messages);
+
 inline constexpr size_t kEditHistorySteps = 100;
 // Beyond this many bytes the oldest steps go too, however few the steps are (one stays).
 inline constexpr size_t kEditHistoryBytes = size_t{64} << 20;
@@ -38,6 +48,12 @@ class EditHistory {
     // Before a correction: the job and selection it starts from become the step to take
     // back. The steps that were taken back are gone; beyond the limits the oldest go.
     void Record(const std::string& name, const CKestoApp& app, const Selection& selection);
+    // For a correction that may turn out to change nothing (a drop that is refused): Begin
+    // keeps the state it starts from aside, Commit makes it the step (as Record), Cancel
+    // forgets it and leaves the history as it was.
+    void Begin(const std::string& name, const CKestoApp& app, const Selection& selection);
+    void Commit();
+    void Cancel() { pending_.reset(); }
     // Takes the last step back: app and selection become what they were before it. false,
     // and nothing changes, when there is none.
     bool Undo(CKestoApp& app, Selection& selection);
@@ -72,6 +88,7 @@ class EditHistory {
     size_t maxBytes_;
     std::deque<Step> undo_;  // the last step at the back
     std::deque<Step> redo_;  // the step taken back last at the back
+    std::optional<Step> pending_;
 };
 
 }  // namespace kesto

@@ -8,6 +8,7 @@
 #include "placement/CKs_Haichi.h"
 #include "session/JobCheck.h"
 #include "support/SetupList.h"
+#include "view/PalletDrawing.h"
 
 namespace kesto {
 
@@ -93,9 +94,38 @@ void JobSession::RereadJob() {
     app_.ExitParam = exitParam;
 }
 
+void JobSession::RecordStep(const char* name, const Selection& selection) {
+    history_.Record(name, app_, selection);
+}
+
+void JobSession::RecordStep(const char* name) {
+    static const Selection kNothingPicked;
+    RecordStep(name, watched_ != nullptr ? *watched_ : kNothingPicked);
+}
+
+void JobSession::BeginStep(const char* name, const Selection& selection) {
+    history_.Begin(name, app_, selection);
+}
+
+void JobSession::EndStep(bool changed) {
+    if (changed)
+        history_.Commit();
+    else
+        history_.Cancel();
+}
+
+bool JobSession::Undo(PalletDrawing& drawing) {
+    return history_.Undo(app_, drawing.Select());
+}
+
+bool JobSession::Redo(PalletDrawing& drawing) {
+    return history_.Redo(app_, drawing.Select());
+}
+
 bool JobSession::Retry() {
     if (services_.Op.AskKaku(kaku::kAskRetry, kaku::kAskRetry2) != OkCancel::Ok)
         return false;
+    RecordStep(step::kRetry);
     if (view_ != nullptr)
         view_->ForgetJob();
     RereadJob();
@@ -106,6 +136,7 @@ bool JobSession::Retry() {
 bool JobSession::Auto() {
     if (services_.Op.AskKaku(kaku::kAskAuto, kaku::kAskAuto2) != OkCancel::Ok)
         return false;
+    RecordStep(step::kAuto);
     if (view_ != nullptr)
         view_->ForgetJob();
     const std::vector<int> keep = KeepTable();

@@ -11,12 +11,14 @@
 
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
+#include "session/EditHistory.h"
 #include "support/Services.h"
 
 namespace kesto {
 
 class Canvas;
 class PalletDrawing;
+class Selection;
 
 // What a set-aside command (left, right) did: Changed when the lists, the part view and the
 // drawing are to be shown again.
@@ -115,6 +117,20 @@ class JobSession {
     void ChooseDefaultBox();
     bool AnySmallBoxDefined() const;
 
+    // --- undo and redo ----------------------------------------------------------------
+    // Every correction (a drop, left, right, To set-aside, To small box, a sheet count, Retry,
+    // Auto) is a step once its checks have passed. The commands that take no drawing record
+    // the selection the window shows, given here once (none: an empty selection).
+    void WatchSelection(const Selection* selection) { watched_ = selection; }
+    const EditHistory& History() const { return history_; }
+    // A drop's step: begun before the stacks move, kept only when they did.
+    void BeginStep(const char* name, const Selection& selection);
+    void EndStep(bool changed);
+    // The last step taken back, or done again: the job and the drawing's selection become
+    // what they were. false when there is none.
+    bool Undo(PalletDrawing& drawing);
+    bool Redo(PalletDrawing& drawing);
+
     // --- finishing --------------------------------------------------------------------
     // OK or Cancel: the offset check, then the result and save files. true when the job
     // ended (the dialog closes); false when it stays open.
@@ -135,12 +151,17 @@ class JobSession {
     bool PassesExitCheck();
     // Restore, trim and fill (SavedPlacement::Restore) and PlaceAll, after the kept counts
     // went to Work[0].
+    // Records the step of a correction about to change the job.
+    void RecordStep(const char* name, const Selection& selection);
+    void RecordStep(const char* name);
     int PlaceJob(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep);
 
     Services services_;
     CKestoApp app_;
     ViewState& shown_;
     SessionView* view_ = nullptr;
+    EditHistory history_;
+    const Selection* watched_ = nullptr;
     bool ended_ = false;
     bool aborted_ = false;
     std::optional<int> exitCode_;

@@ -25,6 +25,7 @@ bool JobSession::Down(std::optional<int32_t> selectedSeq) {
         return false;
     }
     if (PartsInfo* part = FindPart(*selectedSeq, false)) {
+        RecordStep(step::kToSetAside);
         part->Destination = destination::kTorioki;
         part->PiecesSetAside = part->Quantity;
     }
@@ -55,6 +56,7 @@ bool JobSession::Up(std::optional<int32_t> selectedSeq) {
     if (part->PiecesPlaced > 0) {
         services_.Op.AskKaku(kaku::kPiecesOnPallets, kaku::kPiecesOnPallets2);
     } else {
+        RecordStep(step::kToSmallBox);
         part->Destination = shown_.CurrentBox;
         part->PiecesPlaced = 0;
         part->PiecesSetAside = 0;

@@ -29,6 +29,7 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
                                  int32_t newCount, const std::function<void()>& refreshed) {
     if (drawing.Selected().Picked() == nullptr || drawing.Selected().Picked()->Part == nullptr)
         return false;
+    RecordStep(step::kSheetCount, drawing.Selected());
     PartsInfo* part = drawing.Selected().Picked()->Part;
     KouteiInfo* koutei = app_.KouteiAt(shown_.CurrentKoutei);
     // The new count stands in for the part's own only while it is stacked again.

@@ -52,6 +52,7 @@ ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
     }
     if (drawing.Selected().Picked() == nullptr || app_.KouteiList.Empty())
         return {};
+    RecordStep(step::kLeft, drawing.Selected());
     const std::vector<HaichiInfo*> stacks = LiveOnce(app_, drawing.Selected().PickHistory());
     for (HaichiInfo* h : stacks) {
         h->Part->PiecesSetAside = AddClamped(h->Part->PiecesSetAside, h->Pieces);
@@ -81,6 +82,7 @@ ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq,
         services_.Op.AskKaku(kaku::kOutsidePalletBoxSize, kaku::kOutsidePalletBoxSize2);
         return {};
     }
+    RecordStep(step::kRight);
     part->Destination = 0;
     const int32_t placedBefore = part->PiecesPlaced;
     part->PiecesSetAside = 0;

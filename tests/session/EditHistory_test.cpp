@@ -65,6 +65,46 @@ TEST_F(HistoryTest, UndoAndRedoGiveBackTheStatesAndNameTheSteps) {
     EXPECT_FALSE(history.Redo(app, selection));
 }
 
+// A drop's step is begun before the stacks move and kept only when they did: a cancelled one
+// leaves the history, the redo steps included, as it was.
+TEST_F(HistoryTest, ACancelledStepLeavesTheHistoryAsItWas) {
+    EditHistory history;
+    Step(history, step::kLeft, 1);
+    ASSERT_TRUE(history.Undo(app, selection));
+    history.Begin(step::kMove, app, selection);
+    history.Cancel();
+    history.Commit();  // nothing pending: nothing happens
+    EXPECT_EQ(history.UndoSteps(), 0u);
+    EXPECT_EQ(history.RedoName(), step::kLeft);
+    history.Begin(step::kMove, app, selection);
+    app.PartsList.Items.front().PiecesSetAside = 7;
+    history.Commit();
+    EXPECT_EQ(history.UndoName(), step::kMove);
+    EXPECT_FALSE(history.CanRedo());
+    ASSERT_TRUE(history.Undo(app, selection));
+    EXPECT_EQ(Mark(), 0);
+}
+
+// The background menu's items: the message file's words where it has them, English where not.
+TEST_F(HistoryTest, MenuTextsNameTheStepInTheMessageFilesWords) {
+    TempFolder folder;
+    RecordingOperator op;
+    MessageTable english;
+    EditHistory history;
+    EXPECT_EQ(UndoMenuText(history, english), "Undo");
+    EXPECT_EQ(RedoMenuText(history, english), "Redo");
+    Step(history, step::kToSetAside, 1);
+    EXPECT_EQ(UndoMenuText(history, english), "Undo To set-aside");
+    const std::string path = (folder.Path() / "Kesto.ini").string();
+    WriteFile(path, "[MainDlg]\nM-UNDO=1,Back\nM-REDO=1,Again\nSTEP-TO-SET-ASIDE=1,Aside\n");
+    MessageTable words;
+    ASSERT_EQ(words.Load(path, op), 0);
+    EXPECT_EQ(UndoMenuText(history, words), "Back Aside");
+    ASSERT_TRUE(history.Undo(app, selection));
+    EXPECT_EQ(UndoMenuText(history, words), "Back");
+    EXPECT_EQ(RedoMenuText(history, words), "Again Aside");
+}
+
 TEST_F(HistoryTest, NewStepAfterUndoDropsTheRedoSteps) {
     EditHistory history;
     Step(history, step::kMove, 1);

@@ -81,6 +81,12 @@ struct EditingWindow {
         QTest::mouseMove(&Area(), to);
         QTest::mouseRelease(&Area(), Qt::LeftButton, {}, to);
     }
+    // A key as the operator presses it: to the main window, which has the focus.
+    void Key(Qt::Key key, Qt::KeyboardModifiers keys) {
+        job.Dialog->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(job.Dialog.get()));
+        QTest::keyClick(job.Dialog.get(), key, keys);
+    }
     QPushButton* Button(const char* name) { return job.Dialog->findChild<QPushButton*>(name); }
     QListWidget* List(const char* name) { return job.Dialog->findChild<QListWidget*>(name); }
     QStringList Selected(const char* name) {
@@ -351,6 +357,68 @@ TEST(CKestoDlgEditing, LeftDisablesOkAndRightEnablesItAgain) {
     EXPECT_EQ(w.StackNo(0).Part->PiecesPlaced, 10);
     EXPECT_EQ(w.Picture(680, 628), colour::kPartNormal);
     EXPECT_TRUE(w.job.Svc.Op.KakuNumbers.empty());
+}
+
+// Ctrl+Z takes the left back: the stack stands where it stood, the set-aside list is empty
+// again and OK allowed; Ctrl+Y does it again, and Ctrl+Shift+Z after another undo too.
+TEST(CKestoDlgEditing, CtrlZTakesLeftBackAndCtrlYDoesItAgain) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QPushButton* ok = w.Button("B-OK");
+    QAction* undo = w.job.Dialog->UndoAction();
+    QAction* redo = w.job.Dialog->RedoAction();
+    EXPECT_FALSE(undo->isEnabled());
+    QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
+    w.Click({830, 718});
+    const HaichiInfo before = w.StackNo(0);
+    QTest::mouseClick(w.Button("B-PTOT"), Qt::LeftButton);
+    ASSERT_FALSE(ok->isEnabled());
+    ASSERT_EQ(w.App().HaichiList.Items.size(), 3u);
+    EXPECT_TRUE(undo->isEnabled());
+    EXPECT_EQ(undo->text(), "Undo Left");
+    EXPECT_FALSE(redo->isEnabled());
+
+    w.Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(w.App().HaichiList.Items.size(), 4u);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, before.X);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).Y, before.Y);
+    EXPECT_EQ(w.StackNo(0).Part->PiecesPlaced, 10);
+    EXPECT_EQ(w.List("LIST-TORIOKI")->count(), 0);
+    EXPECT_TRUE(ok->isEnabled());
+    EXPECT_EQ(w.Picture(680, 628), colour::kPicked);  // the pick comes back with the stack
+    EXPECT_FALSE(undo->isEnabled());
+    EXPECT_EQ(redo->text(), "Redo Left");
+
+    w.Key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(w.App().HaichiList.Items.size(), 3u);
+    EXPECT_EQ(w.List("LIST-TORIOKI")->count(), 1);
+    EXPECT_FALSE(ok->isEnabled());
+    EXPECT_EQ(w.Picture(680, 628), colour::kPalletFrame);
+
+    w.Key(Qt::Key_Z, Qt::ControlModifier);
+    w.Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(w.App().HaichiList.Items.size(), 3u);
+    EXPECT_TRUE(w.job.Svc.Op.KakuNumbers.empty());
+}
+
+// A drop that moved the stack is a step; one refused moves nothing and is none.
+TEST(CKestoDlgEditing, AMoveIsAStepARefusedDropIsNot) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    const HaichiInfo before = w.StackNo(0);
+    w.Drag({830, 718}, {260, 718});
+    ASSERT_DOUBLE_EQ(w.StackNo(0).X, 370);
+    EXPECT_EQ(w.job.Dialog->UndoAction()->text(), "Undo Move");
+    EXPECT_EQ(w.job.Session->History().UndoSteps(), 1u);
+    // Beside the pallet, below its frame: nothing moves.
+    w.Drag({260, 718}, {5, 890});
+    ASSERT_DOUBLE_EQ(w.StackNo(0).X, 370);
+    EXPECT_EQ(w.job.Session->History().UndoSteps(), 1u);
+    w.Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, before.X);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).Y, before.Y);
+    EXPECT_EQ(w.StackNo(0).BlockIndex, before.BlockIndex);
+    EXPECT_EQ(w.Picture(830, 718), colour::kPicked);
 }
 
 // left refreshes the lists the stacks left and joined, the drawing and the panels of the pick,

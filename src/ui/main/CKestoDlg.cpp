@@ -226,6 +226,10 @@ void CKestoDlg::reject() {
 
 void CKestoDlg::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu(this);
+    UpdateUndoActions();
+    menu.addAction(undoAction_);
+    menu.addAction(redoAction_);
+    menu.addSeparator();
     QAction* about = menu.addAction(QString::fromLatin1(kAboutMenuText));
     about->setObjectName(QString::number(kAboutCommand));
     connect(about, &QAction::triggered, this, [this] { ShowAbout(); });

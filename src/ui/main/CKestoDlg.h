@@ -2,6 +2,7 @@
 // of the drawing area and the part panels. Decisions stay in the core; this class translates.
 #pragma once
 
+#include <QAction>
 #include <QDialog>
 #include <array>
 #include <map>
@@ -83,6 +84,14 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void OnLeft();
     void OnRight();
     void OnMaiChg();
+    // Ctrl+Z, and Ctrl+Y or Ctrl+Shift+Z: the last correction taken back or done again, and
+    // everything shown as after any command.
+    void OnUndo();
+    void OnRedo();
+    // The background menu's undo and redo items (their texts and whether they can be chosen
+    // follow the history when the menu opens).
+    QAction* UndoAction() const { return undoAction_; }
+    QAction* RedoAction() const { return redoAction_; }
     // The main window's all-parts list: picks the caret line's part in the drawing.
     void OnAllPartsSelect();
     // Fills the all-parts dialog for CurrentKoutei.
@@ -110,7 +119,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void ConnectCommands();
     // The drawing area's mouse editing and the left and right buttons.
     void ConnectEditing();
-    // OK and the close box follow whether any part is set aside.
+    // OK and the close box follow whether any part is set aside; the undo items the history.
     void FollowSetAside();
     // Refuses the close box while OK is disabled.
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -177,6 +186,12 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     bool ended_ = false;
     int endCode_ = 0;
     std::unique_ptr<DrawingEdit> editing_;
+    QAction* undoAction_ = nullptr;
+    QAction* redoAction_ = nullptr;
+    // The undo and redo items as the history now stands.
+    void UpdateUndoActions();
+    // After an undo or redo: the lists, the drawing, the panels and OK as after any command.
+    void ShowRestoredJob();
 };
 
 }  // namespace kesto

@@ -27,6 +27,21 @@ void CKestoDlg::ConnectEditing() {
     DrawAreaView& view = *this;
     editing_ = std::make_unique<DrawingEdit>(app_, session_.Svc(), drawArea_->Drawing(), view);
     drawArea_->SetEditing(editing_.get());
+    // Drops and the other corrections become steps that Ctrl+Z takes back.
+    editing_->RecordStepsIn(&session_);
+    session_.WatchSelection(&drawArea_->Drawing().Selected());
+    undoAction_ = new QAction(this);
+    undoAction_->setObjectName("Undo");
+    undoAction_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+    redoAction_ = new QAction(this);
+    redoAction_->setObjectName("Redo");
+    redoAction_->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+    addAction(undoAction_);
+    addAction(redoAction_);
+    connect(undoAction_, &QAction::triggered, this, [this] { OnUndo(); });
+    connect(redoAction_, &QAction::triggered, this, [this] { OnRedo(); });
+    UpdateUndoActions();
     connect(static_cast<QPushButton*>(Control(kLeftButton)), &QPushButton::clicked, this,
             [this] { OnLeft(); });
     connect(static_cast<QPushButton*>(Control(kRightButton)), &QPushButton::clicked, this,
@@ -84,15 +99,50 @@ void CKestoDlg::OnMaiChg() {
         drawArea_->Refresh();
         drawArea_->DrawParts(drawmode::kHighlight);
     });
+    UpdateUndoActions();
 }
 
 void CKestoDlg::ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rects) {
     drawArea_->ShowRefusal(rects, DecodeText(DropRefusalText(why, session_.Svc().Messages)));
 }
 
+void CKestoDlg::UpdateUndoActions() {
+    const EditHistory& history = session_.History();
+    const MessageTable& messages = session_.Svc().Messages;
+    undoAction_->setText(DecodeText(UndoMenuText(history, messages)));
+    undoAction_->setEnabled(history.CanUndo());
+    redoAction_->setText(DecodeText(RedoMenuText(history, messages)));
+    redoAction_->setEnabled(history.CanRedo());
+}
+
+void CKestoDlg::OnUndo() {
+    // Not in the middle of a drag: the press and the release belong to one step.
+    if (editing_->Tracking() || !session_.Undo(drawArea_->Drawing()))
+        return;
+    ShowRestoredJob();
+}
+
+void CKestoDlg::OnRedo() {
+    if (editing_->Tracking() || !session_.Redo(drawArea_->Drawing()))
+        return;
+    ShowRestoredJob();
+}
+
+void CKestoDlg::ShowRestoredJob() {
+    CommonRefresh();
+    drawArea_->Refresh();
+    DrawHitDisplay();
+    RepaintPanels();
+    RefreshPartsAll();
+    FollowSetAside();
+    UpdateUndoActions();
+}
+
 void CKestoDlg::FollowSetAside() {
     // The job cannot be ended while parts are set aside, and can again once none is.
     Control(kOk)->setEnabled(!session_.AnyPartSetAside());
+    if (undoAction_ != nullptr)
+        UpdateUndoActions();
 }
 
 bool CKestoDlg::eventFilter(QObject* watched, QEvent* event) {
@@ -107,6 +157,8 @@ bool CKestoDlg::eventFilter(QObject* watched, QEvent* event) {
 
 void CKestoDlg::Refresh() {
     drawArea_->Refresh();
+    // A drop may have become a step.
+    UpdateUndoActions();
 }
 
 void CKestoDlg::ShowDragImage(const std::vector<IntRect>& rects) {
