@@ -67,7 +67,8 @@ PartsInfo MakePart(int index, const JobShape& shape, std::mt19937& rng) {
     SizePart(p, rng);
     p.DirCode = 1;
     p.DirText = "U";
-    p.Quantity = std::uniform_int_distribution<int>(1, 60)(rng);
+    // Scaled after the draw, so that a crowded job has the same parts as the plain one.
+    p.Quantity = std::uniform_int_distribution<int>(1, 60)(rng) * shape.QuantityFactor;
     const bool toBox =
         shape.SmallBoxes > 0 && std::uniform_int_distribution<int>(0, 99)(rng) < shape.BoxPercent;
     p.Destination =
@@ -146,6 +147,17 @@ JobShape LargestJobShape() {
 }
 JobShape SampleLikeJobShape() {
     return {44, 3, 40, 4, 6, 4, 3, 5};
+}
+JobShape CrowdedJobShape() {
+    JobShape shape = LargestJobShape();
+    shape.QuantityFactor = 5;
+    return shape;
+}
+
+InstallOptions CrowdedInstallOptions() {
+    InstallOptions options;
+    options.MissingOutlineEvery = 7;
+    return options;
 }
 
 GeneratedJob GenerateJob(const JobShape& shape) {
@@ -237,8 +249,12 @@ Installation WriteInstallation(const std::string& root, const GeneratedJob& plai
     WriteText(pallet, PalletFileText(job));
     const std::filesystem::path outlines = base / "job" / "outline";
     WriteText(base / "job" / "job.txt", JobFileText(job, outlines, options.OutlineFiles));
-    for (size_t i = 0; options.OutlineFiles && i < job.Parts.size(); ++i)
-        WriteText(outlines / (job.Parts[i].Code + ".txt"), OutlineText(job.Parts[i]));
+    for (size_t i = 0; options.OutlineFiles && i < job.Parts.size(); ++i) {
+        const bool missing =
+            options.MissingOutlineEvery > 0 && (i + 1) % options.MissingOutlineEvery == 0;
+        if (!missing)
+            WriteText(outlines / (job.Parts[i].Code + ".txt"), OutlineText(job.Parts[i]));
+    }
     std::filesystem::create_directories(base / "out");
     return {base.string(), pallet.string(), CommandLine(pallet.string(), options)};
 }

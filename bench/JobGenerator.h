@@ -18,14 +18,18 @@ struct JobShape {
     int Pallets = 4;
     int CellsX = 6;
     int CellsY = 4;
-    int SmallBoxes = 3;  // boxes 1..SmallBoxes, destinations 100..
-    int BoxPercent = 5;  // share of parts bound for a small box
+    int SmallBoxes = 3;      // boxes 1..SmallBoxes, destinations 100..
+    int BoxPercent = 5;      // share of parts bound for a small box
+    int QuantityFactor = 1;  // every drawn quantity times this: above 1 the pallets run out
 };
 
 JobShape SmallJobShape();       // one process, a few parts
 JobShape MediumJobShape();      // five processes, 200 parts
 JobShape LargestJobShape();     // 999 parts, twelve processes, dense grids
 JobShape SampleLikeJobShape();  // a shop job: 3 processes, ~40 parts, 4 pallets
+// The largest job with five times the quantities: parts are left short and the run asks
+// whether to delete the result file (208).
+JobShape CrowdedJobShape();
 
 struct GeneratedJob {
     std::vector<PalletInfo> Pallets;
@@ -59,7 +63,11 @@ struct InstallOptions {
     bool UndefinedSmallBox = false;   // the last part goes to a small box of no "B" line
     bool SensitiveSides = false;      // every other part asks for the offset check ("1111")
     bool OutlineFiles = true;         // one outline file per part, named in its line
+    int MissingOutlineEvery = 0;      // every n-th part's outline is named but not written
 };
+
+// The options of a crowded installation: outlines named for every part, every seventh missing.
+InstallOptions CrowdedInstallOptions();
 
 // Writes bin/Ks_Setup.ini, msg/Kesto.ini, pallet/pallet.txt, job/job.txt and one outline
 // file per part under root (created when missing).

@@ -1,12 +1,15 @@
 #!/bin/sh
-# compare-batch.sh OLD NEW MAKEJOB [SEEDS] [SIZES]: runs two kesto-batch builds on generated
-# installations (every start corner, a fresh run, a restoring run, and a run after the job's
-# quantities changed) and fails on the first file or message that differs. A speed-up of the
-# core must leave every byte as it was.
+# compare-batch.sh OLD NEW MAKEJOB [SEEDS] [SIZES] [KINDS]: runs two kesto-batch builds on
+# generated installations (every start corner, a fresh run, a restoring run, and a run after the
+# job's quantities changed) and fails on the first file or message that differs. A speed-up of
+# the core must leave every byte as it was. KINDS: plain (no outline files) and crowded (five
+# times the quantities, every seventh outline file missing), both by default.
 set -eu
 old=$(realpath "$1") new=$(realpath "$2") makejob=$(realpath "$3")
-seeds=${4:-"1 2 3"}
+# 33 is the seed of the benchmarks' largest and crowded jobs.
+seeds=${4:-"1 2 3 33"}
 sizes=${5:-"5 40 200 999 1400"}
+kinds=${6:-"plain crowded"}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
@@ -19,33 +22,40 @@ run() { # run BATCH ROOT CORNER OUTDIR
 }
 
 runs=0
-for size in $sizes; do
-    for seed in $seeds; do
-        root=$work/job-$size-$seed
-        "$makejob" "$size" "$seed" "$root" --no-outlines >/dev/null
-        cp "$root/job/job.txt" "$work/job.orig"
-        for corner in 1 2 3 4; do
-            for side in old new; do
-                eval batch=\$$side
-                rm -rf "$root/out" && mkdir "$root/out"
-                cp "$work/job.orig" "$root/job/job.txt"
-                run "$batch" "$root" "$corner" "$work/$side.1"
-                run "$batch" "$root" "$corner" "$work/$side.2"
-                # Every third part asks for more pieces, every fifth for fewer.
-                awk -F, 'BEGIN { OFS = "," } /^A[0-9]/ { n++; if (n % 3 == 0) $8 += 7;
-                         else if (n % 5 == 0 && $8 > 2) $8 -= 2 } { print }' \
-                    "$work/job.orig" >"$root/job/job.txt"
-                run "$batch" "$root" "$corner" "$work/$side.3"
+for kind in $kinds; do
+    case $kind in
+        plain) flags=--no-outlines ;;
+        crowded) flags=--crowded ;;
+        *) echo "compare-batch: unknown kind $kind" >&2 && exit 2 ;;
+    esac
+    for size in $sizes; do
+        for seed in $seeds; do
+            root=$work/job-$kind-$size-$seed
+            "$makejob" "$size" "$seed" "$root" $flags >/dev/null
+            cp "$root/job/job.txt" "$work/job.orig"
+            for corner in 1 2 3 4; do
+                for side in old new; do
+                    eval batch=\$$side
+                    rm -rf "$root/out" && mkdir "$root/out"
+                    cp "$work/job.orig" "$root/job/job.txt"
+                    run "$batch" "$root" "$corner" "$work/$side.1"
+                    run "$batch" "$root" "$corner" "$work/$side.2"
+                    # Every third part asks for more pieces, every fifth for fewer.
+                    awk -F, 'BEGIN { OFS = "," } /^A[0-9]/ { n++; if (n % 3 == 0) $8 += 7;
+                             else if (n % 5 == 0 && $8 > 2) $8 -= 2 } { print }' \
+                        "$work/job.orig" >"$root/job/job.txt"
+                    run "$batch" "$root" "$corner" "$work/$side.3"
+                done
+                for f in "$work"/old.*; do
+                    g=$work/new.${f#"$work"/old.}
+                    if ! cmp -s "$f" "$g"; then
+                        echo "DIFFERENT: $kind size $size seed $seed corner $corner ${f##*/}"
+                        diff "$f" "$g" | head -20
+                        exit 1
+                    fi
+                done
+                runs=$((runs + 3))
             done
-            for f in "$work"/old.*; do
-                g=$work/new.${f#"$work"/old.}
-                if ! cmp -s "$f" "$g"; then
-                    echo "DIFFERENT: size $size seed $seed corner $corner ${f##*/}"
-                    diff "$f" "$g" | head -20
-                    exit 1
-                fi
-            done
-            runs=$((runs + 3))
         done
     done
 done

@@ -5,9 +5,11 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <set>
 #include <sstream>
 
+#include "app/Codes.h"
 #include "common/PlacementFixture.h"
 
 namespace kesto::test {
@@ -67,6 +69,19 @@ TEST(JobGenerator, InstallationWithoutOutlinesNamesNoOutlineFile) {
     std::filesystem::remove_all(root);
 }
 
+// The same parts as the largest job, only five times as many pieces of each.
+TEST(JobGenerator, CrowdedJobIsTheLargestWithFiveTimesTheQuantities) {
+    const GeneratedJob plain = GenerateJob(LargestJobShape());
+    const GeneratedJob crowded = GenerateJob(CrowdedJobShape());
+    ASSERT_EQ(crowded.Parts.size(), plain.Parts.size());
+    for (size_t i = 0; i < plain.Parts.size(); ++i) {
+        EXPECT_EQ(crowded.Parts[i].Code, plain.Parts[i].Code);
+        EXPECT_EQ(crowded.Parts[i].SizeX, plain.Parts[i].SizeX);
+        EXPECT_EQ(crowded.Parts[i].PerStackLimit, plain.Parts[i].PerStackLimit);
+        EXPECT_EQ(crowded.Parts[i].Quantity, 5 * plain.Parts[i].Quantity);
+    }
+}
+
 TEST(JobGenerator, SampleLikeJobHasThreeProcessesFortyPartsFourPallets) {
     const GeneratedJob job = GenerateJob(SampleLikeJobShape());
     EXPECT_EQ(job.Koutei.size(), 3u);
@@ -99,6 +114,63 @@ TEST_F(GeneratedInstallationTest, WrittenFilesFollowTheInstallationLayout) {
     EXPECT_NE(job.find("#KouteiInfo\n1,PROC01,PAL01\n#End\n"), std::string::npos);
     EXPECT_TRUE(std::filesystem::exists(root / "job" / "outline" / "A005.txt"));
     EXPECT_EQ(inst.CommandLine, "kesto " + inst.PalletFile + " 0 0 0.0 0.0 4");
+}
+
+// Every part names its outline; every seventh file is not there, so its part reads without one.
+TEST_F(GeneratedInstallationTest, CrowdedInstallationLeavesEverySeventhOutlineMissing) {
+    const auto root = Folder("inst");
+    JobShape shape = CrowdedJobShape();
+    shape.Parts = 40;
+    const Installation inst =
+        WriteInstallation(root.string(), GenerateJob(shape), CrowdedInstallOptions());
+    const std::string job = ReadAll(root / "job" / "job.txt");
+    EXPECT_NE(job.find((root / "job" / "outline" / "A007.txt").string()), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(root / "job" / "outline" / "A007.txt"));
+    EXPECT_FALSE(std::filesystem::exists(root / "job" / "outline" / "A035.txt"));
+    EXPECT_TRUE(std::filesystem::exists(root / "job" / "outline" / "A006.txt"));
+    EXPECT_TRUE(std::filesystem::exists(root / "job" / "outline" / "A040.txt"));
+    testServices.Host.Folder.Folder = inst.Root;
+    app->CommandLine = inst.CommandLine;
+    ASSERT_EQ(app->ReadInput(services), 1);
+    int without = 0;
+    for (const PartsInfo& p : app->PartsList) {
+        const bool missing = p.SaveKey % 7 == 0;
+        EXPECT_EQ(p.HasOutline, missing ? 0 : 1) << p.Code;
+        without += p.HasOutline == 0 ? 1 : 0;
+    }
+    EXPECT_EQ(without, 5);
+}
+
+// Read and placed as a fresh run does it (a full run without a save file), the crowded job leaves
+// parts unplaced (message 8) and one part in a single stack that holds less than its quantity: the
+// result file's shortage, so the run asks 208.
+TEST_F(GeneratedInstallationTest, CrowdedJobLeavesPartsShort) {
+    const auto root = Folder("inst");
+    const Installation inst =
+        WriteInstallation(root.string(), GenerateJob(CrowdedJobShape()), CrowdedInstallOptions());
+    testServices.Host.Folder.Folder = inst.Root;
+    app->CommandLine = inst.CommandLine;
+    ASSERT_EQ(app->InitSettings(services), 1);
+    ASSERT_EQ(app->ReadInput(services), 1);
+    app->ReadPalletSelect(testServices.Messages);
+    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).PlaceAll(0, 1), 1);
+    ASSERT_EQ(op.KakuNumbers.size(), 1u);
+    EXPECT_EQ(op.KakuNumbers[0].first, kaku::kPartsLeftShort);
+    std::map<const PartsInfo*, std::pair<int, int64_t>> stacks;  // count, pieces
+    for (const HaichiInfo& h : app->HaichiList) {
+        ++stacks[h.Part].first;
+        stacks[h.Part].second += h.Pieces;
+    }
+    int unplaced = 0, shortInOne = 0;
+    for (const PartsInfo& p : app->PartsList) {
+        const auto it = stacks.find(&p);
+        unplaced += it == stacks.end() ? 1 : 0;
+        shortInOne +=
+            it != stacks.end() && it->second.first == 1 && it->second.second < p.Quantity ? 1 : 0;
+    }
+    EXPECT_GT(unplaced, 100);
+    EXPECT_GE(shortInOne, 1);
 }
 
 TEST_F(GeneratedInstallationTest, WrittenInstallationReadsBackAsTheJob) {
