@@ -17,29 +17,54 @@ namespace kesto {
 
 namespace {
 
-// The report is built into one text and written at once. Job texts reach the terminal through
-// TerminalText line by line; a text that is valid UTF-8 as a whole is so in every line.
+// The report is built into a text that is written whenever a line ends past kChunk bytes, and
+// at its end: the text stays small, and each piece goes out in one write. Job texts reach the
+// terminal through TerminalText line by line; a piece that is valid UTF-8 as a whole is so in
+// every line, and TerminalText passes such a line as it is, so the pieces come out as the
+// whole text would.
 class ReportText {
   public:
+    explicit ReportText(std::ostream& out) : out_(out) { text_.Reserve(kChunk + kChunk / 4); }
+    ReportText(const ReportText&) = delete;
+    ReportText& operator=(const ReportText&) = delete;
+
     // The line being built.
     TextBuilder& Line() { return text_; }
-    void EndLine() { text_.Char('\n'); }
-    void Reserve(size_t bytes) { text_.Reserve(bytes); }
-    void Append(const std::string& ascii) { text_.Str(ascii); }
-    void WriteTo(std::ostream& out) const {
+    void EndLine() {
+        text_.Char('\n');
+        WriteWhenFull();
+    }
+    // ascii: whole lines, or the start of a line.
+    void Append(const std::string& ascii) {
+        text_.Str(ascii);
+        if (!ascii.empty() && ascii.back() == '\n')
+            WriteWhenFull();
+    }
+
+    // Writes the text so far and starts it anew; at the end of a report, for what is left.
+    void Write() {
         const std::string& text = text_.Text();
         if (IsValidUtf8(text)) {
-            out.write(text.data(), static_cast<std::streamsize>(text.size()));
-            return;
+            out_.write(text.data(), static_cast<std::streamsize>(text.size()));
+        } else {
+            for (size_t at = 0; at < text.size();) {
+                const size_t end = std::min(text.find('\n', at), text.size());
+                out_ << TerminalText(text.substr(at, end - at)) << '\n';
+                at = end + 1;
+            }
         }
-        for (size_t at = 0; at < text.size();) {
-            const size_t end = std::min(text.find('\n', at), text.size());
-            out << TerminalText(text.substr(at, end - at)) << '\n';
-            at = end + 1;
-        }
+        text_.Clear();
     }
 
   private:
+    static constexpr size_t kChunk = size_t{64} << 10;
+
+    void WriteWhenFull() {
+        if (text_.Text().size() >= kChunk)
+            Write();
+    }
+
+    std::ostream& out_;
     TextBuilder text_;
 };
 
@@ -162,17 +187,15 @@ void ReportProcessStacks(const KouteiInfo& k, const StacksByPlace& stacks, int h
 }  // namespace
 
 void ReportInput(const CKestoApp& app, std::ostream& out) {
-    ReportText text;
+    ReportText text(out);
     ReportPallets(app, text);
     ReportBoxesAndProcesses(app, text);
     ReportParts(app, text);
-    text.WriteTo(out);
+    text.Write();
 }
 
 void ReportPlacement(const CKestoApp& app, std::ostream& out) {
-    ReportText text;
-    // About a line of 90 bytes for each stack: the text seldom has to move while it grows.
-    text.Reserve(90 * app.HaichiList.Items.size());
+    ReportText text(out);
     text.Append("Placement:\n");
     const StacksByPlace stacks = StacksOnPallets(app);
     const int highest = HighestPallet(app, stacks);
@@ -189,7 +212,7 @@ void ReportPlacement(const CKestoApp& app, std::ostream& out) {
     }
     if (shortParts == 0)
         text.Append("Parts short: none\n");
-    text.WriteTo(out);
+    text.Write();
 }
 
 }  // namespace kesto
