@@ -78,6 +78,8 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
     BlockInfo& b = app_.Blocks[blockIndex];
     const PalletInfo& pal = *CurKoutei->Pallet;
     const double sx = CurPart->SizeX, sy = CurPart->SizeY;
+    // Corners found blocked: each stack added can only block more, so they stay blocked.
+    uint8_t blocked = 0;
     for (int attempt = 0; attempt < 4; ++attempt) {
         const int64_t remaining =
             int64_t{CurPart->Quantity} - CurPart->PiecesPlaced - int64_t{CurPart->PiecesSetAside};
@@ -86,11 +88,13 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
         pieces = PiecesFor(static_cast<int32_t>(std::min<int64_t>(remaining, INT32_MAX)), mode);
         int corner = 0;
         for (uint8_t c : kCornerSearchOrder) {
-            if ((b.CornerMask & c) == 0 &&
-                TestCorner(CornerTestMode::Placing, blockIndex, c) != 0) {
+            if ((b.CornerMask & c) != 0 || (blocked & c) != 0)
+                continue;
+            if (TestCorner(CornerTestMode::Placing, blockIndex, c) != 0) {
                 corner = c;
                 break;
             }
+            blocked |= c;
         }
         // A failed attempt changes nothing, so the remaining attempts would fail alike.
         if (corner == 0)
