@@ -45,16 +45,22 @@ size_t MostCells(size_t blocks) {
 
 PlacementIndex::PlacementIndex(CKestoApp& app) : app_(app), blockLimit_(app.FilledBlocks()) {
     std::unordered_map<int32_t, BlockExtent> extents;
+    // The table holds each process's blocks one after another: one lookup per run of them.
+    Process* run = nullptr;
+    BlockExtent* runExtent = nullptr;
     for (int i = 0; i < blockLimit_; ++i) {
         const BlockInfo& b = app.Blocks[i];
-        Process& p = processes_[b.KouteiNo];
-        p.Blocks.push_back(i);
+        if (run == nullptr || app.Blocks[i - 1].KouteiNo != b.KouteiNo) {
+            run = &processes_[b.KouteiNo];
+            runExtent = &extents[b.KouteiNo];
+        }
+        run->Blocks.push_back(i);
         // In table order, as a scan of the table takes them.
-        p.Bounds.X0 = std::min(p.Bounds.X0, b.MinX);
-        p.Bounds.X1 = std::max(p.Bounds.X1, b.MaxX);
-        p.Bounds.Y0 = std::min(p.Bounds.Y0, b.MinY);
-        p.Bounds.Y1 = std::max(p.Bounds.Y1, b.MaxY);
-        extents[b.KouteiNo].Take(b);
+        run->Bounds.X0 = std::min(run->Bounds.X0, b.MinX);
+        run->Bounds.X1 = std::max(run->Bounds.X1, b.MaxX);
+        run->Bounds.Y0 = std::min(run->Bounds.Y0, b.MinY);
+        run->Bounds.Y1 = std::max(run->Bounds.Y1, b.MaxY);
+        runExtent->Take(b);
     }
     for (auto& [no, p] : processes_) {
         const BlockExtent& extent = extents[no];
@@ -65,12 +71,14 @@ PlacementIndex::PlacementIndex(CKestoApp& app) : app_(app), blockLimit_(app.Fill
             p.PalletBlocks.try_emplace(b.PalletNo, p.BlockGrid).first->second.Add(i, RectOf(b));
         }
     }
+    partStacks_.reserve(app.PartsList.Items.size());
     for (HaichiInfo& h : app.HaichiList)
         Add(&h);
     if (!usable_)
         throw std::bad_alloc();
-    for (PartsInfo& p : app.PartsList)
-        bySaveKey_.try_emplace(p.SaveKey, &p);
+    bySaveKey_.reserve(app.PartsList.Items.size());
+    for (PartsInfo& part : app.PartsList)
+        bySaveKey_.try_emplace(part.SaveKey, &part);
 }
 
 const PlacementIndex::Process* PlacementIndex::Find(int32_t kouteiNo) const {

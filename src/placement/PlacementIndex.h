@@ -49,8 +49,13 @@ class RectGrid {
         if (cells_.empty())
             cells_.resize(static_cast<size_t>(columns_) * rows_);
         for (int y = Row(r.Y0, 0); y <= Row(r.Y1, 0); ++y) {
-            for (int x = Column(r.X0, 0); x <= Column(r.X1, 0); ++x)
-                cells_[static_cast<size_t>(y) * columns_ + x].push_back(id);
+            for (int x = Column(r.X0, 0); x <= Column(r.X1, 0); ++x) {
+                std::vector<Id>& cell = cells_[static_cast<size_t>(y) * columns_ + x];
+                // A cell holds a few rectangles: room for them at once, not one by one.
+                if (cell.capacity() == 0)
+                    cell.reserve(kFirstRoom);
+                cell.push_back(id);
+            }
         }
     }
 
@@ -78,6 +83,8 @@ class RectGrid {
     }
 
   private:
+    static constexpr size_t kFirstRoom = 4;
+
     static bool Fileable(const LengthRect& r) {
         return std::isfinite(r.X0) && std::isfinite(r.X1) && std::isfinite(r.Y0) &&
                std::isfinite(r.Y1) && r.X0 <= r.X1 && r.Y0 <= r.Y1;
