@@ -68,12 +68,28 @@ char* FixedExact(char* out, double v, int precision) {
     if ((rounded >> 64) != 0)
         return nullptr;
     const auto digits = static_cast<uint64_t>(rounded);
+    // A division by a constant is a multiplication: the precisions of the files get their own.
+    uint64_t whole = 0;
+    uint64_t decimals = 0;
+    switch (precision) {
+        case 4:
+            whole = digits / 10000;
+            decimals = digits % 10000;
+            break;
+        case 1:
+            whole = digits / 10;
+            decimals = digits % 10;
+            break;
+        default:
+            whole = digits / kPowersOfTen[precision];
+            decimals = digits % kPowersOfTen[precision];
+            break;
+    }
     if (std::signbit(v))
         *out++ = '-';
-    out = std::to_chars(out, out + 24, digits / kPowersOfTen[precision]).ptr;
+    out = std::to_chars(out, out + 24, whole).ptr;
     if (precision > 0) {
         *out++ = '.';
-        uint64_t decimals = digits % kPowersOfTen[precision];
         for (int i = precision - 1; i >= 0; --i, decimals /= 10)
             out[i] = static_cast<char>('0' + decimals % 10);
         out += precision;
@@ -92,15 +108,12 @@ char* FixedExact(char* out, double v, int precision) {
 void TextBuilder::Padded(const char* begin, const char* end, int width, bool left) {
     const size_t length = static_cast<size_t>(end - begin);
     const size_t fill = width > 0 && static_cast<size_t>(width) > length ? width - length : 0;
-    // One growth of the text for the blanks and the bytes: these are short pieces, many of them.
-    const size_t at = text_.size();
-    text_.resize(at + fill + length);
-    char* out = text_.data() + at;
-    if (!left)
-        out = std::fill_n(out, fill, ' ');
-    out = std::copy(begin, end, out);
-    if (left)
-        std::fill_n(out, fill, ' ');
+    // Appended as they are: growing the text first would clear the bytes only to overwrite them.
+    if (!left && fill > 0)
+        text_.append(fill, ' ');
+    text_.append(begin, length);
+    if (left && fill > 0)
+        text_.append(fill, ' ');
 }
 
 TextBuilder& TextBuilder::Str(const std::string& s) {
@@ -120,6 +133,12 @@ TextBuilder& TextBuilder::Int(int64_t v, int width, int digits, bool left) {
     if (digits < 0 || digits > 32) {
         text_ +=
             FormatText(left ? "%-*.*lld" : "%*.*lld", width, digits, static_cast<long long>(v));
+        return *this;
+    }
+    // "%d", the most common: the digits go straight into the text.
+    if (width == 0 && digits == 1) {
+        char number[24];
+        text_.append(number, std::to_chars(number, number + sizeof number, v).ptr);
         return *this;
     }
     char buffer[64];

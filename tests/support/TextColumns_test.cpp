@@ -24,6 +24,19 @@ TEST(IsValidUtf8, ShiftJisCutSequencesOverlongsAndSurrogatesAreNot) {
     EXPECT_FALSE(IsValidUtf8("\xF4\x90\x80\x80"));
 }
 
+// Long ASCII runs are passed over eight bytes at a time: a sequence is judged the same at
+// every place in a long text, across the eight-byte steps too.
+TEST(IsValidUtf8, SequencesAreJudgedAlikeAtEveryOffsetOfALongText) {
+    for (size_t at = 0; at < 20; ++at) {
+        const std::string before(at, 'a');
+        const std::string after(20, 'b');
+        EXPECT_TRUE(IsValidUtf8(before + kUtf8Tesuto + after)) << at;
+        EXPECT_FALSE(IsValidUtf8(before + kSjisTesuto + after)) << at;
+        EXPECT_FALSE(IsValidUtf8(before + kUtf8Tesuto.substr(0, 4) + after)) << at;
+        EXPECT_FALSE(IsValidUtf8(before + "\xFF")) << at;
+    }
+}
+
 TEST(CutToBytes, AsciiIsCutLikePrintfPrecision) {
     EXPECT_EQ(CutToBytes("abcdef", 4), "abcd");
     EXPECT_EQ(CutToBytes("abc", 4), "abc");

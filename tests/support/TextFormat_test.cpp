@@ -44,6 +44,18 @@ TEST(TextBuilder, IntegersAsPrintfGivesThem) {
     }
 }
 
+// "%d" without width or precision takes a way of its own.
+TEST(TextBuilder, PlainIntegersAsPrintfGivesThem) {
+    std::mt19937_64 random(7);
+    const int64_t edges[] = {0, 1, -1, 9, 10, -10, INT32_MAX, INT32_MIN, INT64_MAX, INT64_MIN};
+    for (int n = 0; n < 5000; ++n) {
+        const int64_t v = n < 10 ? edges[n] : static_cast<int64_t>(random()) >> (random() % 64);
+        TextBuilder b;
+        b.Str("x").Int(v).Char(',');
+        EXPECT_EQ(b.Text(), FormatText("x%lld,", static_cast<long long>(v))) << v;
+    }
+}
+
 TEST(TextBuilder, FixedNumbersAsPrintfGivesThem) {
     std::mt19937_64 random(9);
     const double edges[] = {0.0,        -0.0,     0.5,      1.5,      2.5,      0.00005,
