@@ -32,6 +32,10 @@ std::string FormatText(const char* format, ...) {
 namespace {
 
 constexpr int kExactPrecisionMax = 9;
+constexpr char kDigitPairs[] =
+    "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+    "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+    "8081828384858687888990919293949596979899";
 constexpr uint64_t kPowersOfTen[kExactPrecisionMax + 1] = {
     1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
 
@@ -90,8 +94,14 @@ char* FixedExact(char* out, double v, int precision) {
     out = std::to_chars(out, out + 24, whole).ptr;
     if (precision > 0) {
         *out++ = '.';
-        for (int i = precision - 1; i >= 0; --i, decimals /= 10)
-            out[i] = static_cast<char>('0' + decimals % 10);
+        if (precision == 4) {
+            // The files' usual four decimals as two pairs of digits.
+            std::memcpy(out, kDigitPairs + 2 * (decimals / 100), 2);
+            std::memcpy(out + 2, kDigitPairs + 2 * (decimals % 100), 2);
+        } else {
+            for (int i = precision - 1; i >= 0; --i, decimals /= 10)
+                out[i] = static_cast<char>('0' + decimals % 10);
+        }
         out += precision;
     }
     return out;
@@ -160,19 +170,30 @@ TextBuilder& TextBuilder::Int(int64_t v, int width, int digits, bool left) {
 }
 
 TextBuilder& TextBuilder::Fixed(double v, int width, int precision) {
-    // The longest fixed text of a double: 309 digits, a sign, a point and the decimals.
-    char buffer[384];
-    if (const char* exact = FixedExact(buffer, v, precision)) {
-        Padded(buffer, exact, width, false);
+    // The longest fixed text of a double: 309 digits, a sign, a point and the decimals; room
+    // before the number for the blanks of the usual widths, so that one append takes both.
+    constexpr int kBlankRoom = 32;
+    char buffer[kBlankRoom + 384];
+    char* const number = buffer + kBlankRoom;
+    if (const char* exact = FixedExact(number, v, precision)) {
+        const auto length = static_cast<int>(exact - number);
+        if (width - length > kBlankRoom) {
+            Padded(number, exact, width, false);
+            return *this;
+        }
+        char* start = number;
+        for (int fill = width - length; fill > 0; --fill)
+            *--start = ' ';
+        text_.append(start, static_cast<size_t>(exact - start));
         return *this;
     }
     const auto [end, ec] =
-        std::to_chars(buffer, buffer + sizeof buffer, v, std::chars_format::fixed, precision);
+        std::to_chars(number, buffer + sizeof buffer, v, std::chars_format::fixed, precision);
     if (ec != std::errc()) {
         text_ += FormatText("%*.*f", width, precision, v);
         return *this;
     }
-    Padded(buffer, end, width, false);
+    Padded(number, end, width, false);
     return *this;
 }
 

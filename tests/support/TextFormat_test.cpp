@@ -89,6 +89,18 @@ TEST(TextBuilder, FixedNumbersAsPrintfGivesThem) {
     }
 }
 
+// Blanks beyond the room kept before the number take the long way.
+TEST(TextBuilder, WideFixedNumbersAsPrintfGivesThem) {
+    for (const double v : {0.0, -1.5, 12.34565, 1e20, -9999.99995}) {
+        for (int width = 20; width <= 60; ++width) {
+            TextBuilder b;
+            b.Str("x").Fixed(v, width, 4).Fixed(v, width, 1);
+            EXPECT_EQ(b.Text(), FormatText("x%*.4f%*.1f", width, v, width, v))
+                << v << " width " << width;
+        }
+    }
+}
+
 TEST(TextBuilder, FixedNumbersAtTheEdgesOfTheShortWayAsPrintfGivesThem) {
     // Around 2^53 (the largest magnitude with a fractional bit), with up to nine decimals,
     // the smallest normal and subnormal values, and exact ties of every precision.
