@@ -91,6 +91,7 @@ class Monkey : private test::RandomOperator {
             {20, [this] { PressButton(); }},
             {10, [this] { SelectLine(); }},
             {6, [this] { PressKey(); }},
+            {4, [this] { UndoOrRedo(); }},
             {3, [this] { ChoosePallet(); }},
             {3, [this] { Sort(); }},
             {1, [this] { Reload(); }},
@@ -192,6 +193,16 @@ class Monkey : private test::RandomOperator {
     void PressKey() {
         QWidget* target = QApplication::focusWidget();
         QTest::keyClick(target != nullptr ? target : &D(), kKeys[Uniform(0, std::size(kKeys) - 1)]);
+    }
+
+    // Ctrl+Z, Ctrl+Y or Ctrl+Shift+Z to the main window, as the operator presses them.
+    void UndoOrRedo() {
+        D().activateWindow();
+        const int which = Uniform(0, 2);
+        const Qt::Key key = which == 1 ? Qt::Key_Y : Qt::Key_Z;
+        const Qt::KeyboardModifiers keys =
+            which == 2 ? Qt::ControlModifier | Qt::ShiftModifier : Qt::ControlModifier;
+        QTest::keyClick(&D(), key, keys);
     }
 
     void ChoosePallet() {

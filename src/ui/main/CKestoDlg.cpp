@@ -52,6 +52,8 @@ CKestoDlg::CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* paren
 
 CKestoDlg::~CKestoDlg() {
     session_.SetView(nullptr);
+    // The selection goes with the drawing area.
+    session_.WatchSelection(nullptr);
 }
 
 void CKestoDlg::MakeControl(const ControlEntry& entry) {
