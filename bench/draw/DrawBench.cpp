@@ -21,6 +21,7 @@
 #include "render/FontTable.h"
 #include "render/QtCanvas.h"
 #include "session/DrawingEdit.h"
+#include "session/EditHistory.h"
 #include "session/JobCheck.h"
 #include "view/DisplayList.h"
 #include "view/PalletDrawing.h"
@@ -303,6 +304,41 @@ void BM_Drop(benchmark::State& state) {
     job.Shown.Is3D = 1;
 }
 
+// Ctrl+Z and Ctrl+Y on the largest job: the step taken back or done again (every record made
+// anew from the snapshot) and the picture drawn again, as the window does, in 3D 4PALLET.
+void BM_UndoRedo(benchmark::State& state) {
+    PlacedJob& job = Job();
+    job.Shown.PalletMode = view::kFourPallet;
+    job.Shown.AreaRect = {0, 0, kWidth, kHeight};
+    QImage picture(kWidth, kHeight, QImage::Format_RGB32);
+    PalletDrawing drawing(job.App, job.Shown, job.Messages);
+    EditHistory history;
+    // The step: the first stack of the job set aside, as left does.
+    history.Record(step::kLeft, job.App, drawing.Selected());
+    HaichiInfo& first = job.App.HaichiList.Items.front();
+    first.Part->PiecesSetAside += first.Pieces;
+    first.Part->PiecesPlaced -= first.Pieces;
+    job.App.RemoveHaichiInfo(&first);
+    bool undo = true;
+    for (auto _ : state) {
+        if (!(undo ? history.Undo(job.App, drawing.Select())
+                   : history.Redo(job.App, drawing.Select()))) {
+            state.SkipWithError("nothing to take back");
+            break;
+        }
+        QPainter painter(&picture);
+        QtCanvas canvas(painter, job.Fonts);
+        drawing.Refresh(canvas);
+        undo = !undo;
+    }
+    // The job as it was before the step.
+    if (!undo)
+        history.Redo(job.App, drawing.Select());
+    history.Undo(job.App, drawing.Select());
+    state.counters["history_bytes"] = static_cast<double>(history.Bytes());
+    state.counters["stacks"] = static_cast<double>(job.App.HaichiList.Items.size());
+}
+
 // Views: FLAT, DANMEN, 4PALLET, 2PALLET; second argument: outlines (IsDirect).
 BENCHMARK(BM_Refresh)
     ->ArgsProduct({{view::kFlat, view::kDanmen, view::kFourPallet, view::kTwoPallet}, {0}})
@@ -318,6 +354,7 @@ BENCHMARK(BM_HighlightChange)
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_DragFrame)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Drop)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_UndoRedo)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace kesto
