@@ -328,7 +328,7 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
             for (const BandEntry& e : Sel().BandList())
                 moving.push_back(e.Record);
         }
-        const auto placesBefore = Places(moving);
+        const auto placesBefore = Positions(moving);
         if (session_ != nullptr)
             session_->BeginStep(step::kMove, Sel());
         CKs_Haichi engine(app_, services_, d_.Shown());
@@ -348,7 +348,7 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
             refused = DropBand(engine, koutei, x - pressAt_.X, y - pressAt_.Y);
         }
         if (session_ != nullptr)
-            session_->EndStep(Places(moving) != placesBefore);
+            session_->EndStep(Positions(moving) != placesBefore);
     }
     view_.Refresh();
     d_.DrawParts(canvas, drawmode::kHighlight);
@@ -356,16 +356,6 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
         d_.DrawParts(canvas, drawmode::kHitTest, x, y);
     if (refused)
         view_.ShowRefusedDrop(*refused, dropped);
-}
-
-std::vector<std::tuple<double, double, int32_t>> DrawingEdit::Places(
-    const std::vector<HaichiInfo*>& stacks) {
-    std::vector<std::tuple<double, double, int32_t>> at;
-    for (const HaichiInfo* h : stacks) {
-        if (h != nullptr)
-            at.emplace_back(h->X, h->Y, h->BlockIndex);
-    }
-    return at;
 }
 
 std::vector<std::pair<double, double>> DrawingEdit::Positions(

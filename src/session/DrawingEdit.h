@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -122,11 +121,8 @@ class DrawingEdit {
     HaichiInfo* PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t y);
     // The drag image at the cursor: PickRect, or every band entry at its offset.
     std::vector<IntRect> DragImageAt(int32_t x, int32_t y) const;
-    // Where the stacks stand, to tell a drop that moved nothing.
+    // Where the stacks stand, to tell a drop that moved nothing (and so is no step to undo).
     static std::vector<std::pair<double, double>> Positions(const std::vector<HaichiInfo*>& stacks);
-    // Where and in which block, to tell whether a drop is a step to undo.
-    static std::vector<std::tuple<double, double, int32_t>> Places(
-        const std::vector<HaichiInfo*>& stacks);
     // The rectangle's centre lies on a pallet in view.
     bool OnAPallet(const IntRect& r) const;
     bool BandDragInForce() const;
