@@ -151,6 +151,9 @@ struct PartsInfo {
     std::string DirText;     // "U", "D", "UD" or "" from DirCode (8)
     int32_t SaveKey = 0;     // column 20 from its second character, Num5: key in the save file
     double PieceHeight = 0;  // column 21, Value1: height one piece adds to a stack
+    // Pieces per stack the operator last stacked the part again at ("Sheets"); 0 when the
+    // placement's own count holds. Never written to a file.
+    int32_t OperatorPerStack = 0;
 };
 
 // A part fits a box when both its sizes lie within the box's ranges, bounds included.
@@ -167,9 +170,15 @@ struct HaichiInfo {
     int32_t BlockIndex = -1;  // the block it stands in (CKestoApp::BlockOf)
     int32_t Level = 0;
     uint8_t Corner = 0;  // Flag: the block corner it stands in (kCorner...)
+    uint8_t Edits = 0;   // what the operator did to the stack (kEdit...); never written to a file
     double X = 0;
     double Y = 0;
 };
+
+// Bits of HaichiInfo::Edits, for the sort sheet's marks.
+inline constexpr uint8_t kEditMoved = 1;      // dropped somewhere by the operator
+inline constexpr uint8_t kEditRestacked = 2;  // made by the operator's sheet-count change
+inline constexpr uint8_t kEditReturned = 4;   // brought back from the set-aside list
 
 // Corner codes of CornerMask and HaichiInfo::Corner.
 inline constexpr uint8_t kCornerMinMin = 1;  // (MinX, MinY)

@@ -347,8 +347,13 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
         } else {
             refused = DropBand(engine, koutei, x - pressAt_.X, y - pressAt_.Y);
         }
+        const auto placesAfter = Positions(moving);
+        for (size_t i = 0; i < moving.size(); ++i) {
+            if (moving[i] != nullptr && placesAfter[i] != placesBefore[i])
+                moving[i]->Edits |= kEditMoved;
+        }
         if (session_ != nullptr)
-            session_->EndStep(Positions(moving) != placesBefore);
+            session_->EndStep(placesAfter != placesBefore);
     }
     view_.Refresh();
     d_.DrawParts(canvas, drawmode::kHighlight);

@@ -1,6 +1,8 @@
 #include "session/JobSession.h"
 #include "app/Codes.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "app/ExitCode.h"
@@ -62,6 +64,9 @@ int JobSession::LoadAndPlace(PlacedCounts counts, SavedPlacement saved,
 
 int JobSession::PlaceJob(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep) {
     CKs_Haichi haichi(app_, services_, shown_);
+    // A placement made anew owes nothing to an earlier sheet-count change.
+    for (PartsInfo& p : app_.PartsList)
+        p.OperatorPerStack = 0;
     if (counts == PlacedCounts::Kept) {
         for (PartsInfo& p : app_.PartsList) {
             // A part beyond the kept table keeps its count.
@@ -188,6 +193,14 @@ int JobSession::Exit() {
     app_.FreeJob();
     services_.Messages.Free();
     return *exitCode_;
+}
+
+void JobSession::MarkStacksFrom(size_t first, uint8_t edit) {
+    // New stacks are appended at the tail of the list.
+    auto it = app_.HaichiList.Items.begin();
+    std::advance(it, std::min(first, app_.HaichiList.Items.size()));
+    for (; it != app_.HaichiList.Items.end(); ++it)
+        it->Edits |= edit;
 }
 
 }  // namespace kesto

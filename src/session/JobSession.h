@@ -154,6 +154,8 @@ class JobSession {
     // Records the step of a correction about to change the job.
     void RecordStep(const char* name, const Selection& selection);
     void RecordStep(const char* name);
+    // Marks the stacks from position first of the stack list on (those just made) with edit.
+    void MarkStacksFrom(size_t first, uint8_t edit);
     int PlaceJob(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep);
 
     Services services_;

@@ -70,15 +70,15 @@ bool Same(const std::vector<ShapeElement>& a, const std::vector<ShapeElement>& b
 // Every member of the two parts alike; the bindings fail to compile when PartsInfo gains one.
 bool SamePart(const PartsInfo& a, const PartsInfo& b) {
     const auto& [a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a13, a14, a15, a16, a17, a18,
-                 a19, a20, a21, a22, a23, a24, a25, a26, a27, a28, a29] = a;
+                 a19, a20, a21, a22, a23, a24, a25, a26, a27, a28, a29, a30] = a;
     const auto& [b1, b2, b3, b4, b5, b6, b7, b8, b9, b10, b11, b12, b13, b14, b15, b16, b17, b18,
-                 b19, b20, b21, b22, b23, b24, b25, b26, b27, b28, b29] = b;
+                 b19, b20, b21, b22, b23, b24, b25, b26, b27, b28, b29, b30] = b;
     return Same(a1, b1) && Same(a2, b2) && Same(a3, b3) && Same(a4, b4) && Same(a5, b5) &&
            Same(a6, b6) && Same(a7, b7) && Same(a8, b8) && Same(a9, b9) && Same(a10, b10) &&
            Same(a11, b11) && Same(a12, b12) && Same(a13, b13) && Same(a14, b14) && Same(a15, b15) &&
            Same(a16, b16) && Same(a17, b17) && Same(a18, b18) && Same(a19, b19) && Same(a20, b20) &&
            Same(a21, b21) && Same(a22, b22) && Same(a23, b23) && Same(a24, b24) && Same(a25, b25) &&
-           Same(a26, b26) && Same(a27, b27) && Same(a28, b28) && Same(a29, b29);
+           Same(a26, b26) && Same(a27, b27) && Same(a28, b28) && Same(a29, b29) && Same(a30, b30);
 }
 
 // Block places alike down to the bit.
@@ -172,7 +172,7 @@ JobSnapshot JobSnapshot::Take(const CKestoApp& app, const JobSnapshot* like) {
     s.stacks_.reserve(app.HaichiList.Items.size());
     for (const HaichiInfo& h : app.HaichiList) {
         s.stacks_.push_back(Stack{PositionOf(parts, static_cast<const PartsInfo*>(h.Part)),
-                                  h.Pieces, h.BlockIndex, h.Level, h.X, h.Y, h.Corner});
+                                  h.Pieces, h.BlockIndex, h.Level, h.X, h.Y, h.Corner, h.Edits});
     }
 
     s.blockTableSize_ = app.Blocks.size();
@@ -229,6 +229,7 @@ void JobSnapshot::Restore(CKestoApp& app) const {
         h.BlockIndex = st.BlockIndex;
         h.Level = st.Level;
         h.Corner = st.Corner;
+        h.Edits = st.Edits;
         h.X = st.X;
         h.Y = st.Y;
     }

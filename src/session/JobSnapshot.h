@@ -49,6 +49,7 @@ class JobSnapshot {
         double X = 0;
         double Y = 0;
         uint8_t Corner = 0;
+        uint8_t Edits = 0;
     };
     // Where a block lies stays the same until the table is made anew: shared between
     // snapshots. What stands in it is each snapshot's own.

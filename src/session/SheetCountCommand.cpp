@@ -47,8 +47,11 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
     drawing.Select().ForgetPicks();
     CKs_Haichi haichi(app_, services_, shown_);
     haichi.RebuildCorners(koutei, {});
+    const size_t stacksBefore = app_.HaichiList.Items.size();
     haichi.PlaceOnePart(part, koutei, stacking::kAllPalletsCapped);
     part->PerStackLimit = ownLimit;
+    part->OperatorPerStack = newCount;
+    MarkStacksFrom(stacksBefore, kEditRestacked);
 
     HaichiInfo* samePlace = nullptr;
     for (HaichiInfo& h : app_.HaichiList) {

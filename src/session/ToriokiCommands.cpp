@@ -88,9 +88,11 @@ ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq,
     part->PiecesSetAside = 0;
     // The pieces placed now join the part's stacks as they are, without sharing out.
     app_.SkipShareOut = 1;
+    const size_t stacksBefore = app_.HaichiList.Items.size();
     CKs_Haichi(app_, services_, shown_)
         .PlaceOnePart(part, app_.KouteiAt(shown_.CurrentKoutei), stacking::kPalletsInView);
     app_.SkipShareOut = 0;
+    MarkStacksFrom(stacksBefore, kEditReturned);
     if (refreshed)
         refreshed();
     if (part->PiecesPlaced != part->Quantity) {

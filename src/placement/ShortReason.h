@@ -1,0 +1,81 @@
+// Why a part bound for the pallets is not wholly on them, worked out from the same data and
+// the same corner tests the placement used, and the stacks that lie across a pallet's offset
+// lines. Both are told to the operator in the part panel, the lists, the report and the
+// summary page; neither changes the job.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/CKestoApp.h"
+
+namespace kesto {
+
+class MessageTable;
+
+// The causes in the order they are tried: the first that applies is the part's reason.
+enum class ShortCause {
+    SetAside,        // the operator set aside what is missing
+    NoPallet,        // the part's process has no pallet
+    NoFittingBlock,  // no block of the process's pallets can take a stack of the part
+    NoPieceHigh,     // the stacking height is below one piece
+    FewPerStack,     // the stacking height holds fewer pieces per stack than needed
+    SheetCount,      // the operator stacked it again at fewer pieces per stack
+    BlocksTaken,     // every block that could take it is taken
+    Room,            // a block could take more: the placement was made with other counts
+};
+
+// A part holding blocks that a short part could use, and its stacks standing in them.
+struct BlockTaker {
+    const PartsInfo* Part = nullptr;
+    int32_t Stacks = 0;
+};
+
+struct ShortReason {
+    ShortCause Cause = ShortCause::Room;
+    int32_t Missing = 0;   // pieces not on the pallets (quantity less pieces placed)
+    int32_t SetAside = 0;  // pieces the operator set aside
+    int32_t ProcessNo = 0;
+    double PartX = 0;  // the part's footprint
+    double PartY = 0;
+    double BlockX = 0;  // the largest block of the process (by area); 0 x 0 when it has none
+    double BlockY = 0;
+    double PieceHeight = 0;
+    double HeightLimit = 0;          // the pallet's greatest stack height
+    int32_t PerStack = 0;            // pieces one stack may hold under the height
+    int32_t PerStackNeeded = 0;      // pieces per stack the placement wanted
+    int32_t OperatorPerStack = 0;    // the operator's count of a sheet-count change
+    int32_t Blocks = 0;              // blocks that could take a stack of the part
+    int32_t Stacks = 0;              // stacks standing in them
+    std::vector<BlockTaker> Takers;  // by stacks, most first, then in list order
+};
+
+// The reason of part, or nullopt when it is not bound for the pallets or not short.
+// The engine's tests need the job itself; they leave it as it was.
+std::optional<ShortReason> WhyShort(CKestoApp& app, const PartsInfo& part);
+
+// The reasons of every short part in list order, with one placement index for all.
+std::vector<std::pair<const PartsInfo*, ShortReason>> WhyShortAll(CKestoApp& app);
+
+// The reason as one line of text, from the [Short] texts of the message file or their
+// English defaults.
+std::string ShortReasonText(const ShortReason& reason, const MessageTable& messages);
+
+// A stack that reaches past an offset line of its pallet, and by how much (length unit).
+struct OffsetCrossing {
+    const HaichiInfo* Stack = nullptr;
+    int32_t PalletNo = 0;
+    char Side = 'B';  // 'A' upper line, 'B' lower line, 'L' left limit, 'R' right limit
+    double By = 0;
+};
+
+// Every stack that crosses an offset line of its process's pallet, in stack list order; a
+// stack past two lines is named for each. Only lines that are drawn count (more than 0.01).
+std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app);
+
+// "P001 Name: 12.5 past the lower offset line on pallet 2", from the [Short] texts.
+std::string OffsetCrossingText(const OffsetCrossing& crossing, const MessageTable& messages);
+
+}  // namespace kesto
