@@ -36,11 +36,21 @@ QFont MakeFont(int height, int charSet, const std::string& faceName) {
 }  // namespace
 
 void FontTable::Build(const CKestoApp& app) {
-    for (size_t n = 0; n < fonts_.size(); ++n) {
+    for (size_t n = 0; n < fonts_.size(); ++n)
         fonts_[n].reset();
-        if (app.FontHeight[n] != 0)
-            fonts_[n] = MakeFont(app.FontHeight[n], app.FontCharSet[n], app.FontNames[n]);
-    }
+    for (size_t n = 0; n < app.FontHeight.size(); ++n)
+        Set(static_cast<int>(n), app.FontHeight[n], app.FontCharSet[n], app.FontNames[n], false);
+}
+
+void FontTable::Set(int number, int height, int charSet, const std::string& faceName, bool bold) {
+    if (number < 0 || number >= static_cast<int>(fonts_.size()))
+        return;
+    std::optional<QFont>& font = fonts_[static_cast<size_t>(number)];
+    font.reset();
+    if (height == 0)
+        return;
+    font = MakeFont(height, charSet, faceName);
+    font->setBold(bold);
 }
 
 bool FontTable::Defined(int number) const {

@@ -1,11 +1,14 @@
-// The window's fonts, made from the font definitions of the program settings.
+// The window's fonts, made from the font definitions of the program settings, and the
+// fonts a picture defines for itself.
 #pragma once
 
 #include <QFont>
 #include <array>
 #include <optional>
+#include <string>
 
 #include "app/CKestoApp.h"
+#include "view/Canvas.h"
 
 namespace kesto {
 
@@ -18,13 +21,16 @@ class FontTable {
     // One font per font set whose height is not 0: pixel size |height|, the face name as
     // family, and the CJK fallback for character set 128 (low 8 bits).
     void Build(const CKestoApp& app);
-    // Font numbers outside 0..4 count as undefined.
+    // One font made the same way (height 0 leaves it undefined), bold when asked; numbers
+    // outside the canvas's slots are ignored.
+    void Set(int number, int height, int charSet, const std::string& faceName, bool bold);
+    // Font numbers outside the canvas's slots count as undefined.
     bool Defined(int number) const;
     QFont Font(int number) const;       // the default font when undefined
     int PixelHeight(int number) const;  // 0 when undefined
 
   private:
-    std::array<std::optional<QFont>, 5> fonts_;
+    std::array<std::optional<QFont>, kCanvasFontSlots> fonts_;
 };
 
 }  // namespace kesto

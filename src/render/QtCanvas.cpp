@@ -83,11 +83,15 @@ void QtCanvas::DrawLabel(LabelMode mode, const std::string& text, int32_t fontSl
     painter_.setFont(fonts_.Font(fontSlot));
     painter_.setPen(ToQColor(colour));
     const QString shown = DecodeText(text);
-    if (mode == LabelMode::Centred) {
+    if (mode != LabelMode::AtPoint) {
         const QRect r(rect.Left, rect.Top, rect.Right - rect.Left, rect.Bottom - rect.Top);
         if (r.width() <= 0 || r.height() <= 0)
             return;
-        painter_.drawText(r, Qt::AlignHCenter | Qt::AlignTop | Qt::TextSingleLine, shown);
+        const Qt::Alignment across = mode == LabelMode::Left    ? Qt::AlignLeft
+                                     : mode == LabelMode::Right ? Qt::AlignRight
+                                                                : Qt::AlignHCenter;
+        // Qt cuts the text to the rectangle: a table's cell never writes over the next.
+        painter_.drawText(r, across | Qt::AlignTop | Qt::TextSingleLine, shown);
     } else {
         constexpr int kUnbounded = 1 << 20;
         painter_.drawText(QRect(at.X, at.Y, kUnbounded, kUnbounded),

@@ -24,6 +24,11 @@ bool FontDefined(const CKestoApp& app, int32_t slot) {
            app.FontHeight[slot] != 0;
 }
 
+int32_t TextWidthAtMost(const std::string& text, int32_t fontHeight) {
+    const int64_t width = static_cast<int64_t>(text.size()) * std::max(fontHeight, 0) * 5 / 8;
+    return static_cast<int32_t>(std::min<int64_t>(width, kPixelLimit));
+}
+
 int32_t TruncToPixel(double value) {
     if (std::isnan(value))
         return 0;

@@ -35,7 +35,13 @@ enum class PenStyle : int32_t { Solid = 0, Dotted = 2 };
 enum class LabelMode : int32_t {
     Centred = 0,  // centred horizontally in the rectangle, its top at the rectangle's top
     AtPoint = 1,  // its top-left corner at the point
+    Left = 2,     // at the rectangle's left edge, its top at the rectangle's top
+    Right = 3,    // at the rectangle's right edge, its top at the rectangle's top
 };
+
+// Font slots a canvas knows: 0..4 those of the settings, the rest fonts a picture defines
+// for itself (the sort sheet's print fonts).
+inline constexpr int32_t kCanvasFontSlots = 10;
 
 class Canvas {
   public:
@@ -51,7 +57,8 @@ class Canvas {
     virtual void DrawLinePrim(IntPoint from, IntPoint to, Rgb colour, PenStyle style,
                               int32_t width) = 0;
     // Text in font slot fontSlot (a defined font: callers skip undefined ones) on a
-    // transparent background; Centred uses rect (and clips to it), AtPoint uses at.
+    // transparent background; Centred, Left and Right use rect (and clip to it), AtPoint
+    // uses at.
     virtual void DrawLabel(LabelMode mode, const std::string& text, int32_t fontSlot, IntPoint at,
                            const IntRect& rect, Rgb colour) = 0;
 };
@@ -60,6 +67,11 @@ class Canvas {
 // or a height of 0).
 int32_t FontPixelHeight(const CKestoApp& app, int32_t slot);
 bool FontDefined(const CKestoApp& app, int32_t slot);
+
+// The width a one-line text takes at most in a font of that pixel height, worked out
+// without the font: about five eighths of the height per byte, which a character of two or
+// three bytes (Shift_JIS, UTF-8) never exceeds.
+int32_t TextWidthAtMost(const std::string& text, int32_t fontHeight);
 
 // A pixel coordinate from a double: truncated toward zero and cut to +-2^28 (NaN gives 0), so
 // that absurd millimetres cannot overflow the few int32 sums a drawing makes of them.

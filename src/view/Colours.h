@@ -1,6 +1,9 @@
 // The colours of the pallet drawing and the part panels. The operators know the picture by
-// them, so they are fixed here and nowhere else.
+// them, so they are fixed here and nowhere else: the screen's as named constants, and the
+// two palettes the pallet drawing is drawn with (the screen's, and the print's for paper).
 #pragma once
+
+#include <optional>
 
 #include "view/Canvas.h"
 
@@ -46,5 +49,67 @@ inline constexpr Rgb kMaiLight{255, 255, 255};  // other edges, floor, new stack
 inline constexpr Rgb kMaiLimit{255, 0, 0};      // the height limit and its value
 inline constexpr Rgb kMaiCurrentStack{150, 180, 207};
 inline constexpr Rgb kMaiValue{72, 255, 255};  // the current stack's tick and texts, values
+
+// Every colour the pallet drawing paints with. The drawing takes one palette and reads all
+// its colours from it, so the same drawing comes out on the screen or on paper.
+struct Palette {
+    Rgb AreaBackground;
+    Rgb PalletFrame;     // fill of the pallet frames and the cross-section bands
+    Rgb PalletFramePen;  // their outline
+    Rgb Separator;
+    Rgb BlockMarked;
+    Rgb BlockPlain;
+    Rgb BlockPen;  // every cell's outline
+    Rgb GridMark;
+    Rgb RackLine;
+    Rgb HeightLimit;
+    Rgb PartNormal;
+    Rgb Layer10;
+    Rgb Layer20;
+    Rgb Picked;
+    Rgb SamePart;
+    Rgb SamePartLine;
+    Rgb PartPen;
+    Rgb LabelText;
+    Rgb OffsetLine;
+    Rgb MarkedNormal;
+    Rgb MarkedPicked;
+    // The pen of outline elements drawn in no colour of the drawing's own; none keeps each
+    // element's colour from its outline file.
+    std::optional<Rgb> OutlinePen;
+};
+
+inline constexpr Palette kScreenPalette{
+    kAreaBackground, kPalletFrame,  kPalletFrame,  kSeparator,    kBlockMarked, kBlockPlain,
+    kBlockPlain,     kGridMark,     kRackLine,     kHeightLimit,  kPartNormal,  kLayer10,
+    kLayer20,        kPicked,       kSamePart,     kSamePartLine, kPartPen,     kLabelText,
+    kOffsetLine,     kMarkedNormal, kMarkedPicked, std::nullopt};
+
+// White paper and dark outlines; stacks are filled light enough that black labels on them
+// read in black and white, and the marked parts stay a shade apart from the others.
+inline constexpr Palette kPrintPalette{
+    .AreaBackground = {255, 255, 255},
+    .PalletFrame = {246, 246, 246},
+    .PalletFramePen = {40, 40, 40},
+    .Separator = {160, 160, 160},
+    .BlockMarked = {232, 232, 232},
+    .BlockPlain = {255, 255, 255},
+    .BlockPen = {150, 150, 150},
+    .GridMark = {0, 0, 0},
+    .RackLine = {120, 120, 120},
+    .HeightLimit = {170, 0, 40},
+    .PartNormal = {204, 224, 244},
+    .Layer10 = {222, 234, 246},
+    .Layer20 = {238, 238, 222},
+    .Picked = {200, 240, 200},
+    .SamePart = {250, 250, 190},
+    .SamePartLine = {180, 40, 40},
+    .PartPen = {20, 20, 20},
+    .LabelText = {0, 0, 0},
+    .OffsetLine = {200, 0, 0},
+    .MarkedNormal = {246, 208, 232},
+    .MarkedPicked = {250, 224, 242},
+    .OutlinePen = Rgb{20, 20, 20},
+};
 
 }  // namespace kesto::colour

@@ -14,7 +14,6 @@ constexpr size_t kMaxLineBytes = 65536;
 constexpr size_t kMaxPrimitives = 4'000'000;
 // Kind, rectangle, two points, fill, pen, style, width, mode, font slot.
 constexpr size_t kFieldCount = 19;
-constexpr int32_t kFontSlots = 5;
 
 bool ValidColour(int32_t v) {
     return v >= 0 && v <= 255;
@@ -54,9 +53,9 @@ bool ValidFields(const std::array<int32_t, kFieldCount>& f) {
     }
     const bool style = f[15] == static_cast<int32_t>(PenStyle::Solid) ||
                        f[15] == static_cast<int32_t>(PenStyle::Dotted);
-    const bool mode = f[17] == static_cast<int32_t>(LabelMode::Centred) ||
-                      f[17] == static_cast<int32_t>(LabelMode::AtPoint);
-    return style && f[16] >= 0 && mode && f[18] >= 0 && f[18] < kFontSlots;
+    const bool mode = f[17] >= static_cast<int32_t>(LabelMode::Centred) &&
+                      f[17] <= static_cast<int32_t>(LabelMode::Right);
+    return style && f[16] >= 0 && mode && f[18] >= 0 && f[18] < kCanvasFontSlots;
 }
 
 std::optional<Primitive> ParsePrimitive(const std::string& line) {

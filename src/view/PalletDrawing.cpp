@@ -28,9 +28,9 @@ IntRect Shifted(const IntRect& r, int32_t dx, int32_t dy) {
     return IntRect{r.Left + dx, r.Top + dy, r.Right + dx, r.Bottom + dy};
 }
 
-// Pallet frames and cross-section bands are filled and outlined in the one pallet colour.
-void FillFrame(Canvas& canvas, const IntRect& rect) {
-    canvas.FillRectangle(rect, colour::kPalletFrame, colour::kPalletFrame);
+// Pallet frames and cross-section bands are filled and outlined in the pallet colours.
+void FillFrame(const PalletDrawing& d, Canvas& canvas, const IntRect& rect) {
+    canvas.FillRectangle(rect, d.Colours().PalletFrame, d.Colours().PalletFramePen);
 }
 
 // What a set-up that stops early leaves: no pallet, no frames, no scale (so nothing but the
@@ -102,12 +102,12 @@ void SlotFrame(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, size_t sl
                const IntRect& rect) {
     if (app.PalletCount < static_cast<int32_t>(slot) + 1)
         return;
-    FillFrame(canvas, rect);
+    FillFrame(d, canvas, rect);
     d.PalletRect[slot] = rect;
 }
 
-void SectionBand(Canvas& canvas, const IntRect& frame, int32_t ch) {
-    FillFrame(canvas,
+void SectionBand(const PalletDrawing& d, Canvas& canvas, const IntRect& frame, int32_t ch) {
+    FillFrame(d, canvas,
               IntRect{frame.Left, TruncToPixel(0.95 * ch), frame.Right, TruncToPixel(0.98 * ch)});
 }
 
@@ -133,7 +133,7 @@ void LayOutDanmen(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, const 
                   const IntRect& frame) {
     SlotFrame(d, canvas, app, 0, frame);
     d.SectionBase = frame.Bottom;
-    SectionBand(canvas, frame, a.Height);
+    SectionBand(d, canvas, frame, a.Height);
     d.SectionTop = TruncToPixel(0.95 * a.Height);
     PlaceCaption(d, 0, IntRect{0, 0, a.Width, a.Caption});
 }
@@ -143,10 +143,10 @@ void LayOutFourPallet(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, co
     const int32_t midX = a.Width / 2;
     const int32_t midY = a.Height / 2;
     const auto width = colour::kSeparatorWidth;
-    canvas.DrawLinePrim({midX, a.Caption}, {midX, midY}, colour::kSeparator, PenStyle::Solid,
+    const Rgb separator = d.Colours().Separator;
+    canvas.DrawLinePrim({midX, a.Caption}, {midX, midY}, separator, PenStyle::Solid, width);
+    canvas.DrawLinePrim({midX, midY + a.Caption}, {midX, a.Height}, separator, PenStyle::Solid,
                         width);
-    canvas.DrawLinePrim({midX, midY + a.Caption}, {midX, a.Height}, colour::kSeparator,
-                        PenStyle::Solid, width);
     // Captions of slots 1, 3, 4, 2 in the order the frame travels round the quadrants.
     PlaceCaption(d, 0, IntRect{0, 0, midX, a.Caption});
     SlotFrame(d, canvas, app, 0, frame);
@@ -161,7 +161,7 @@ void LayOutFourPallet(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, co
 void LayOutTwoPallet(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, const AreaSize& a,
                      const IntRect& frame) {
     const int32_t midX = a.Width / 2;
-    canvas.DrawLinePrim({midX, a.Caption}, {midX, a.Height}, colour::kSeparator, PenStyle::Solid,
+    canvas.DrawLinePrim({midX, a.Caption}, {midX, a.Height}, d.Colours().Separator, PenStyle::Solid,
                         colour::kSeparatorWidth);
     SlotFrame(d, canvas, app, 0, frame);
     d.SectionBase = frame.Bottom;
@@ -170,9 +170,9 @@ void LayOutTwoPallet(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, con
     SlotFrame(d, canvas, app, 1, second);
     PlaceCaption(d, 1, IntRect{midX, 0, midX + midX, a.Caption});
     if (app.PalletCount >= 2)
-        SectionBand(canvas, second, a.Height);
+        SectionBand(d, canvas, second, a.Height);
     if (app.PalletCount >= 1)
-        SectionBand(canvas, frame, a.Height);
+        SectionBand(d, canvas, frame, a.Height);
     d.SectionTop = TruncToPixel(0.95 * a.Height);
 }
 
@@ -181,8 +181,8 @@ void LayOutTwoPallet(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, con
 void HeightLimit(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int32_t font, int32_t gap,
                  const IntRect& frame) {
     const int32_t y = d.SectionBase + gap;
-    canvas.DrawLinePrim({frame.Left, y}, {frame.Right, y}, colour::kHeightLimit, PenStyle::Dotted,
-                        0);
+    const Rgb limitColour = d.Colours().HeightLimit;
+    canvas.DrawLinePrim({frame.Left, y}, {frame.Right, y}, limitColour, PenStyle::Dotted, 0);
     const double limit = d.ViewPallet.MaxStackHeight;
     const int32_t span = d.SectionTop - y;
     // A line on the band itself leaves no height to scale; no bars are drawn then.
@@ -190,22 +190,28 @@ void HeightLimit(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int32_t
     if (!FontDefined(app, font))
         return;
     canvas.DrawLabel(LabelMode::AtPoint, FormatText("%.4lf", limit), font,
-                     IntPoint{frame.Left, y - FontPixelHeight(app, font)}, IntRect{},
-                     colour::kHeightLimit);
+                     IntPoint{frame.Left, y - FontPixelHeight(app, font)}, IntRect{}, limitColour);
 }
 
 }  // namespace
 
-PalletDrawing::PalletDrawing(CKestoApp& app, const ViewState& shown, const MessageTable& messages)
-    : app_(app), shown_(shown), messages_(messages) {}
+PalletDrawing::PalletDrawing(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
+                             const colour::Palette& palette)
+    : app_(app), shown_(shown), messages_(messages), palette_(palette) {}
 
 void PalletDrawing::Refresh(Canvas& canvas) {
+    ClearArea(canvas);
+    SetUpView(canvas);
+    DrawParts(canvas, drawmode::kAll);
+}
+
+void PalletDrawing::ClearArea(Canvas& canvas) {
     const IntRect& area = shown_.AreaRect;
     const int32_t clientHeight = area.Bottom - area.Top;
     CaptionHeight = static_cast<int32_t>(0.04 * clientHeight);
     for (PalletCaption& caption : Captions)
         caption.Visible = false;
-    const Rgb back = colour::kAreaBackground;
+    const Rgb back = palette_.AreaBackground;
     if (shown_.PalletMode == view::kFourPallet) {
         const int32_t half = clientHeight / 2;
         canvas.FillRectangle({area.Left, area.Top + CaptionHeight, area.Right, half}, back, back);
@@ -215,8 +221,6 @@ void PalletDrawing::Refresh(Canvas& canvas) {
         canvas.FillRectangle({area.Left, area.Top + CaptionHeight, area.Right, area.Bottom}, back,
                              back);
     }
-    SetUpView(canvas);
-    DrawParts(canvas, drawmode::kAll);
 }
 
 void PalletDrawing::SetUpView(Canvas& canvas) {

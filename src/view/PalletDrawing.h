@@ -9,12 +9,14 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
 #include "support/MessageFile.h"
 #include "view/Canvas.h"
+#include "view/Colours.h"
 #include "view/Selection.h"
 
 namespace kesto {
@@ -42,11 +44,23 @@ struct PalletCaption {
     std::string Text;       // "%s-%.2d" of the prefix and the slot's pallet number
 };
 
+// Labels of the stacks in place of the part's name and pieces: the sort sheet marks every
+// stack with its row in the sheet's table, a number that reads from farther away than a name.
+struct StackTags {
+    std::unordered_map<const HaichiInfo*, std::string> Texts;  // a stack without one: no label
+    int32_t LargeFont = -1;  // font slot and pixel height of the tags
+    int32_t LargeHeight = 0;
+    int32_t SmallFont = -1;  // for a stack too small for the large tag
+    int32_t SmallHeight = 0;
+};
+
 class PalletDrawing {
   public:
-    // Draws the job as view shows it; neither is changed by drawing.
-    PalletDrawing(CKestoApp& app, const ViewState& shown, const MessageTable& messages);
+    // Draws the job as view shows it, in the palette's colours; neither is changed by drawing.
+    PalletDrawing(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
+                  const colour::Palette& palette = colour::kScreenPalette);
     const ViewState& Shown() const { return shown_; }
+    const colour::Palette& Colours() const { return palette_; }
 
     // --- view state (recomputed by every Refresh) -------------------------------------
     PalletInfo ViewPallet;  // the current process's pallet, its No -1 when none matched
@@ -69,9 +83,10 @@ class PalletDrawing {
     Selection& Select() { return selection_; }
 
     // --- operations ---------------------------------------------------------------------
-    // Clears and draws the whole area: background, SetUpView, DrawParts(0). The captions
-    // are hidden first and placed again by the set-up.
+    // Clears and draws the whole area: ClearArea, SetUpView, DrawParts(0).
     void Refresh(Canvas& canvas);
+    // The area's background; the captions are hidden until the next set-up places them.
+    void ClearArea(Canvas& canvas);
     // The layout of the current process's pallets in the current view, drawn on canvas.
     void SetUpView(Canvas& canvas);
     void ComputeScale();
@@ -96,6 +111,9 @@ class PalletDrawing {
                      std::optional<Rgb> colour) const;
     void DrawPartLabel(Canvas& canvas, const IntRect& rect, const HaichiInfo& record,
                        int32_t fontSlot) const;
+    // From now on the stacks are labelled with tags (kept by the caller; null: the part's
+    // name and pieces again).
+    void TagStacks(const StackTags* tags) { tags_ = tags; }
     void DrawOffsetLines(Canvas& canvas);
 
     // The screen rectangle of a record when it is on the view (its block is of the current
@@ -124,15 +142,20 @@ class PalletDrawing {
     void DrawRackLines(Canvas& canvas) const;
     // The side view of the stacks in the cross-section band (DrawParts mode 0).
     void DrawSection(Canvas& canvas) const;
+    // The record's tag centred on rect, in the large font when it fits there.
+    void DrawTag(Canvas& canvas, const IntRect& rect, const HaichiInfo& record) const;
 
     CKestoApp& app_;
     const ViewState& shown_;
     const MessageTable& messages_;
+    const colour::Palette& palette_;
+    const StackTags* tags_ = nullptr;
     Selection selection_;
 };
 
 // The fill of a part's rectangle: a part with a '1' among the first four characters of its
-// sensitive sides is drawn in the marked colours.
-Rgb MarkColour(const PartsInfo& part, Rgb colour);
+// sensitive sides is drawn in the palette's marked colours.
+Rgb MarkColour(const PartsInfo& part, Rgb colour,
+               const colour::Palette& palette = colour::kScreenPalette);
 
 }  // namespace kesto

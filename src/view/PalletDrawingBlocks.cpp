@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "view/Colours.h"
 #include "view/PalletDrawing.h"
 
 namespace kesto {
@@ -102,8 +101,8 @@ void PalletDrawing::DrawBlocks(Canvas& canvas) {
                     continue;
                 if (shown_.IsBlockDraw != 0) {
                     const bool marked = (block.CornerMask & 0x0F) != 0;
-                    canvas.FillRectangle(r, marked ? colour::kBlockMarked : colour::kBlockPlain,
-                                         colour::kBlockPlain);
+                    canvas.FillRectangle(r, marked ? palette_.BlockMarked : palette_.BlockPlain,
+                                         palette_.BlockPen);
                 }
                 // Stored whether drawn or not: the drops need the cells either way.
                 BlockRects[static_cast<size_t>(e)] = r;
@@ -152,7 +151,7 @@ void PalletDrawing::DrawGridMarks(Canvas& canvas) const {
     if (shown_.GridFlag == 0)
         return;
     const Grid g = GridOf(ViewPallet);
-    const Rgb black = colour::kGridMark;
+    const Rgb black = palette_.GridMark;
     for (const Slot& slot : ShownSlots()) {
         const int32_t dx = OriginDX + slot.Offset.X;
         const int32_t dy = OriginDY + slot.Offset.Y;
@@ -189,7 +188,7 @@ void PalletDrawing::DrawRackLines(Canvas& canvas) const {
             const IntPoint a = WorldToScreen(x1, y1);
             const IntPoint b = WorldToScreen(x2, y2);
             canvas.DrawLinePrim({a.X + shift.X, a.Y + shift.Y}, {b.X + shift.X, b.Y + shift.Y},
-                                colour::kRackLine, PenStyle::Dotted, 1);
+                                palette_.RackLine, PenStyle::Dotted, 1);
         };
         for (int32_t k = 0; k < xCount; ++k) {
             const double x = p.RackX[static_cast<size_t>(k)];

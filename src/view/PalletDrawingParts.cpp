@@ -73,10 +73,10 @@ IntRect Union(const IntRect& a, const IntRect& b) {
                    std::max(a.Bottom, b.Bottom)};
 }
 
-Rgb LayerColour(int32_t k) {
+Rgb LayerColour(const colour::Palette& palette, int32_t k) {
     if (k < 10)
-        return colour::kPartNormal;
-    return k < 20 ? colour::kLayer10 : colour::kLayer20;
+        return palette.PartNormal;
+    return k < 20 ? palette.Layer10 : palette.Layer20;
 }
 
 bool BandHasPart(const std::vector<BandEntry>& band, const PartsInfo* part) {
@@ -97,15 +97,15 @@ bool KnownDrawMode(int mode) {
 
 }  // namespace
 
-Rgb MarkColour(const PartsInfo& part, Rgb colour) {
+Rgb MarkColour(const PartsInfo& part, Rgb colour, const colour::Palette& palette) {
     const char* sides = part.SensitiveSides.c_str();
     const size_t n = std::min<size_t>(std::strlen(sides), 4);
     if (std::find(sides, sides + n, '1') == sides + n)
         return colour;
-    if (colour == colour::kPartNormal || colour == colour::kLayer20 || colour == colour::kLayer10)
-        return colour::kMarkedNormal;
-    if (colour == colour::kSamePart || colour == colour::kPicked)
-        return colour::kMarkedPicked;
+    if (colour == palette.PartNormal || colour == palette.Layer20 || colour == palette.Layer10)
+        return palette.MarkedNormal;
+    if (colour == palette.SamePart || colour == palette.Picked)
+        return palette.MarkedPicked;
     return colour;
 }
 
@@ -158,35 +158,38 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
 
 namespace {
 
-void FillPart(Canvas& canvas, const IntRect& r, const PartsInfo& part, Rgb fill,
-              Rgb pen = colour::kPartPen) {
-    canvas.FillRectangle(r, MarkColour(part, fill), pen);
+// A part's rectangle in fill (or its marked colour), outlined in the palette's part pen
+// unless another pen is given.
+void FillPart(const PalletDrawing& d, Canvas& canvas, const IntRect& r, const PartsInfo& part,
+              Rgb fill, std::optional<Rgb> pen = std::nullopt) {
+    canvas.FillRectangle(r, MarkColour(part, fill, d.Colours()), pen.value_or(d.Colours().PartPen));
 }
 
 void DrawNormal(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, const HaichiInfo& h,
                 const IntRect& r) {
     if (OutlineMode(app, *h.Part))
-        d.DrawOutline(canvas, r, h, std::nullopt);
+        d.DrawOutline(canvas, r, h, d.Colours().OutlinePen);
     else
-        FillPart(canvas, r, *h.Part, colour::kPartNormal);
+        FillPart(d, canvas, r, *h.Part, d.Colours().PartNormal);
 }
 
 bool DrawHighlighted(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app,
                      const HaichiInfo& h, const IntRect& r) {
     const Selection& sel = d.Selected();
     const bool band = sel.Band() != BandState::Off;
+    const colour::Palette& palette = d.Colours();
     if ((band && sel.HasBandEntry(&h)) || sel.Picked() == &h) {
         if (OutlineMode(app, *h.Part))
-            d.DrawOutline(canvas, r, h, colour::kPicked);
+            d.DrawOutline(canvas, r, h, palette.Picked);
         else
-            FillPart(canvas, r, *h.Part, colour::kPicked);
+            FillPart(d, canvas, r, *h.Part, palette.Picked);
         return true;
     }
     if ((band && BandHasPart(sel.BandList(), h.Part)) || SamePart(sel.Picked(), h)) {
         if (OutlineMode(app, *h.Part))
-            d.DrawOutline(canvas, r, h, colour::kSamePartLine);
+            d.DrawOutline(canvas, r, h, palette.SamePartLine);
         else
-            FillPart(canvas, r, *h.Part, colour::kSamePart);
+            FillPart(d, canvas, r, *h.Part, palette.SamePart);
         return true;
     }
     return false;
@@ -216,9 +219,9 @@ bool DrawBase(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int 
             if (!SamePart(d.Selected().Picked(), h))
                 return false;
             if (OutlineMode(app, *h.Part))
-                d.DrawOutline(canvas, r, h, colour::kPicked);
+                d.DrawOutline(canvas, r, h, d.Colours().Picked);
             else
-                FillPart(canvas, r, *h.Part, colour::kSamePart);
+                FillPart(d, canvas, r, *h.Part, d.Colours().SamePart);
             return true;
         default:
             return false;
@@ -231,20 +234,21 @@ IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, int mode, const Haich
     const bool fills =
         mode == drawmode::kAll || mode == drawmode::kHighlight || mode == drawmode::kUnhighlight;
     const PartsInfo& part = *h.Part;
+    const colour::Palette& palette = d.Colours();
     IntRect layer = r;
     for (int32_t k = 2; k <= h.Pieces; ++k) {
         layer = Shifted(layer, -2);
         if (fills)
-            FillPart(canvas, layer, part, LayerColour(k));
+            FillPart(d, canvas, layer, part, LayerColour(palette, k));
         if (k != h.Pieces)
             continue;
         if (mode == drawmode::kHighlight) {
             if (d.Selected().Picked() == &h)
-                FillPart(canvas, layer, part, colour::kPicked);
+                FillPart(d, canvas, layer, part, palette.Picked);
             else if (SamePart(d.Selected().Picked(), h))
-                FillPart(canvas, layer, part, colour::kSamePart);
+                FillPart(d, canvas, layer, part, palette.SamePart);
         } else if (mode == drawmode::kPartPieces && drawn) {
-            FillPart(canvas, layer, part, colour::kSamePart, kBlackPen);
+            FillPart(d, canvas, layer, part, palette.SamePart, kBlackPen);
         }
     }
     return layer;
@@ -315,13 +319,36 @@ void PalletDrawing::DrawSection(Canvas& canvas) const {
             continue;
         const PartsInfo& part = *bar.Record->Part;
         const int32_t height = TruncToPixel(part.PieceHeight * bar.Record->Pieces / SectionScale);
-        FillPart(canvas, IntRect{r->Left, SectionTop - height, r->Right, SectionTop}, part,
-                 colour::kLayer10);
+        FillPart(*this, canvas, IntRect{r->Left, SectionTop - height, r->Right, SectionTop}, part,
+                 palette_.Layer10);
     }
+}
+
+void PalletDrawing::DrawTag(Canvas& canvas, const IntRect& rect, const HaichiInfo& record) const {
+    const auto tag = tags_->Texts.find(&record);
+    if (tag == tags_->Texts.end() || tag->second.empty())
+        return;
+    const std::string& text = tag->second;
+    const bool large = TextWidthAtMost(text, tags_->LargeHeight) <= rect.Right - rect.Left &&
+                       tags_->LargeHeight <= rect.Bottom - rect.Top;
+    const int32_t font = large ? tags_->LargeFont : tags_->SmallFont;
+    const int32_t height = large ? tags_->LargeHeight : tags_->SmallHeight;
+    // A rectangle of the text's own size round the stack's centre: a tag larger than its
+    // stack stands over the stack's edges rather than being cut by them.
+    const int32_t halfWidth = TextWidthAtMost(text, height) / 2 + 1;
+    const int32_t cx = rect.Left + (rect.Right - rect.Left) / 2;
+    const int32_t top = rect.Top + (rect.Bottom - rect.Top - height) / 2;
+    canvas.DrawLabel(LabelMode::Centred, text, font, IntPoint{},
+                     IntRect{cx - halfWidth, top, cx + halfWidth, top + height + height / 2},
+                     palette_.LabelText);
 }
 
 void PalletDrawing::DrawPartLabel(Canvas& canvas, const IntRect& rect, const HaichiInfo& record,
                                   int32_t fontSlot) const {
+    if (tags_ != nullptr) {
+        DrawTag(canvas, rect, record);
+        return;
+    }
     if (!FontDefined(app_, fontSlot) || record.Part == nullptr)
         return;
     const int32_t fh = FontPixelHeight(app_, fontSlot);
@@ -332,7 +359,7 @@ void PalletDrawing::DrawPartLabel(Canvas& canvas, const IntRect& rect, const Hai
     // A rough width of the name: half the font height per byte.
     const int64_t nameWidth = static_cast<int64_t>(std::strlen(name)) * fh / 2;
     const std::string count = FormatText("%d", record.Pieces);
-    const Rgb text = colour::kLabelText;
+    const Rgb text = palette_.LabelText;
     if (ht > TruncToPixel(fh * 2.5) && w > nameWidth) {
         canvas.DrawLabel(LabelMode::Centred, FormatText("%s", name), fontSlot, IntPoint{},
                          IntRect{rect.Left, mid - fh - fh / 4, rect.Right, rect.Bottom}, text);
@@ -366,7 +393,7 @@ void PalletDrawing::DrawOffsetLines(Canvas& canvas) {
             const IntPoint b = WorldToScreen(x2, y2);
             const int32_t dx = OriginDX + slot.Offset.X;
             const int32_t dy = OriginDY + slot.Offset.Y;
-            canvas.DrawLinePrim({a.X + dx, a.Y + dy}, {b.X + dx, b.Y + dy}, colour::kOffsetLine,
+            canvas.DrawLinePrim({a.X + dx, a.Y + dy}, {b.X + dx, b.Y + dy}, palette_.OffsetLine,
                                 PenStyle::Solid, colour::kOffsetLineWidth);
         };
         if (p.OffsetB > kLeast)

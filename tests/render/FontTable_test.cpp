@@ -65,6 +65,26 @@ TEST(FontTable, SaturatedHeightIsCutToAUsableSize) {
     EXPECT_EQ(fonts.PixelHeight(4), 32767);
 }
 
+TEST(FontTable, APicturesOwnFontsTakeTheSlotsAfterTheSettings) {
+    FontTable fonts;
+    fonts.Build(AppWithFonts());
+    fonts.Set(7, 26, 128, "DejaVu Sans", true);
+    ASSERT_TRUE(fonts.Defined(7));
+    EXPECT_EQ(fonts.PixelHeight(7), 26);
+    EXPECT_TRUE(fonts.Font(7).bold());
+    EXPECT_EQ(fonts.Font(7).families(), QStringList({"DejaVu Sans", kCjkFallbackFamily}));
+    EXPECT_FALSE(fonts.Font(1).bold());
+    // Height 0 and slots beyond the canvas's leave nothing defined.
+    fonts.Set(7, 0, 0, "DejaVu Sans", false);
+    EXPECT_FALSE(fonts.Defined(7));
+    fonts.Set(kCanvasFontSlots, 20, 0, "DejaVu Sans", false);
+    EXPECT_FALSE(fonts.Defined(kCanvasFontSlots));
+    // A rebuild from the settings forgets them.
+    fonts.Set(6, 20, 0, "", false);
+    fonts.Build(AppWithFonts());
+    EXPECT_FALSE(fonts.Defined(6));
+}
+
 TEST(FontTable, RebuildForgetsFontsThatAreGone) {
     CKestoApp app = AppWithFonts();
     FontTable fonts;

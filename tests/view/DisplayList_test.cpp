@@ -92,6 +92,34 @@ TEST(DisplayList, ReadingStopsAtTheEndLine) {
     EXPECT_EQ(8u, back->Items().size());
 }
 
+TEST(DisplayList, LabelsInEveryModeAndFontSlotRoundTrip) {
+    DisplayList list;
+    list.DrawLabel(LabelMode::Left, "left", kCanvasFontSlots - 1, {}, {10, 20, 110, 40}, Rgb{});
+    list.DrawLabel(LabelMode::Right, "right", 5, {}, {10, 20, 110, 40}, Rgb{1, 2, 3});
+    const std::optional<DisplayList> back = RoundTrip(list);
+    ASSERT_TRUE(back.has_value());
+    EXPECT_EQ(list.Items(), back->Items());
+}
+
+TEST(DisplayList, AnUnknownModeOrFontSlotIsRefused) {
+    std::stringstream text;
+    DisplayList list;
+    list.DrawLabel(LabelMode::Right, "x", 1, {}, {}, Rgb{});
+    list.Write(text);
+    const std::string good = text.str();
+    // The mode and the font slot are the last two numbers before the text.
+    const size_t slot = good.rfind(" 1 x");
+    ASSERT_NE(std::string::npos, slot);
+    std::string badMode = good;
+    badMode[slot - 1] = '4';
+    std::stringstream mode(badMode);
+    EXPECT_FALSE(DisplayList::Read(mode).has_value());
+    std::string badSlot = good;
+    badSlot.replace(slot, 2, " " + std::to_string(kCanvasFontSlots));
+    std::stringstream font(badSlot);
+    EXPECT_FALSE(DisplayList::Read(font).has_value());
+}
+
 TEST(DisplayList, MalformedInputIsRefused) {
     std::stringstream empty("");
     EXPECT_FALSE(DisplayList::Read(empty).has_value());

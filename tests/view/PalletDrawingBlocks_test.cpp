@@ -146,6 +146,23 @@ TEST_F(BlockCells, CornerThreeCountsColumnsFromTheRightAndRowsFromTheBottom) {
     ExpectOrder({{2, 0}, {2, 1}, {2, 2}, {1, 0}, {1, 1}, {1, 2}, {0, 0}, {0, 1}, {0, 2}});
 }
 
+TEST_F(BlockCells, ThePrintPaletteDrawsCellsWhiteOrGreyWithAGreyOutline) {
+    job.app.StartCorner = 0;
+    PalletDrawing paper(job.app, job.shown, job.messages, colour::kPrintPalette);
+    DisplayList setUp;
+    paper.Refresh(setUp);
+    DisplayList drawn;
+    paper.DrawBlocks(drawn);
+    const std::vector<Primitive> cells = test::Rectangles(drawn);
+    ASSERT_EQ(9u, cells.size());
+    EXPECT_EQ(Cell(0, 0), cells[0].Rect);
+    EXPECT_EQ(colour::kPrintPalette.BlockMarked, cells[0].Fill);
+    EXPECT_EQ(Cell(0, 1), cells[1].Rect);
+    EXPECT_EQ(colour::kPrintPalette.BlockPlain, cells[1].Fill);
+    for (const Primitive& cell : cells)
+        EXPECT_EQ(colour::kPrintPalette.BlockPen, cell.Pen);
+}
+
 TEST_F(BlockCells, EachBlockStoresItsPixelRectangle) {
     job.app.StartCorner = 0;
     DrawnCells();

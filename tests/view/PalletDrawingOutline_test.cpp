@@ -199,6 +199,19 @@ TEST_F(Outlines, DrawingModesUseTheOutlineOnlyWhenArrangedDirectly) {
     EXPECT_TRUE(test::Lines(filled).empty());
 }
 
+// On paper an outline in its file's colour may not show (white, yellow): the print
+// palette draws every element with its dark pen.
+TEST_F(Outlines, ThePrintPaletteDrawsOutlinesInItsOwnPen) {
+    AddElement(kShapeLine, {{0, 10.3}, {1, 20.6}, {2, 150.9}, {3, 120.2}});
+    job.app.IsDirect = 1;
+    PalletDrawing paper(job.app, job.shown, job.messages, colour::kPrintPalette);
+    DisplayList setUp;
+    paper.Refresh(setUp);
+    const std::vector<Primitive> lines = test::Lines(setUp);
+    ASSERT_EQ(1u, lines.size());
+    ExpectLine(lines[0], {217, 637}, {321, 563}, *colour::kPrintPalette.OutlinePen);
+}
+
 TEST_F(Outlines, HighlightedOutlinesUseThePickedAndSamePartColours) {
     AddElement(kShapeLine, {{0, 10.3}, {1, 20.6}, {2, 150.9}, {3, 120.2}});
     AddStack(

@@ -58,6 +58,17 @@ TEST(MarkColour, ReplacesFillsOfPartsWithAMarkedSide) {
     EXPECT_EQ((Rgb{224, 48, 186}), MarkColour(marked, Rgb{96, 141, 191}));
 }
 
+TEST(MarkColour, TakesTheColoursOfThePalette) {
+    PartsInfo marked;
+    marked.SensitiveSides = "1000";
+    const colour::Palette& paper = colour::kPrintPalette;
+    EXPECT_EQ(paper.MarkedNormal, MarkColour(marked, paper.PartNormal, paper));
+    EXPECT_EQ(paper.MarkedNormal, MarkColour(marked, paper.Layer10, paper));
+    EXPECT_EQ(paper.MarkedPicked, MarkColour(marked, paper.SamePart, paper));
+    // The screen's colours are not the print palette's.
+    EXPECT_EQ(colour::kPartNormal, MarkColour(marked, colour::kPartNormal, paper));
+}
+
 TEST(MarkColour, OnlyTheFirstFourCharactersCount) {
     PartsInfo part;
     for (const char* sides : {"1000", "0100", "0001", "1", "01"}) {
@@ -169,6 +180,61 @@ TEST_F(FlatParts, ModeZeroFillsEveryStackAndLabelsIt) {
     // yt = (429 + 3 + 452)/2 - 7 = 435 (435 + 14 <= 452).
     ExpectFill(items[6], kSmall, colour::kPartNormal);
     ExpectLabel(items[7], "12", {558, 435, 647, 452});
+}
+
+// The same stacks on paper: light fills, dark outlines, the print's marked colour.
+TEST_F(FlatParts, ThePrintPaletteFillsStacksLightWithDarkOutlines) {
+    Bracket();
+    Rail();
+    PalletDrawing paper(job.app, job.shown, job.messages, colour::kPrintPalette);
+    DisplayList setUp;
+    paper.Refresh(setUp);
+    const std::vector<Primitive> rects = test::Rectangles(setUp);
+    // Background, frame, the two stacks.
+    ASSERT_EQ(4u, rects.size());
+    ExpectFill(rects[0], {0, 28, 1000, 700}, Rgb{255, 255, 255}, Rgb{255, 255, 255});
+    EXPECT_EQ(colour::kPrintPalette.PalletFramePen, rects[1].Pen);
+    EXPECT_EQ(colour::kPrintPalette.PalletFrame, rects[1].Fill);
+    ExpectFill(rects[2], kBracket, colour::kPrintPalette.PartNormal, colour::kPrintPalette.PartPen);
+    ExpectFill(rects[3], kRail, colour::kPrintPalette.MarkedNormal, colour::kPrintPalette.PartPen);
+    // Light enough to read black on in black and white, the outline dark.
+    for (const Rgb fill : {colour::kPrintPalette.PartNormal, colour::kPrintPalette.MarkedNormal}) {
+        EXPECT_GT(0.299 * fill.R + 0.587 * fill.G + 0.114 * fill.B, 200.0);
+    }
+    const Rgb pen = colour::kPrintPalette.PartPen;
+    EXPECT_LT(0.299 * pen.R + 0.587 * pen.G + 0.114 * pen.B, 60.0);
+}
+
+// Tags replace the name and the count: the large font where it fits, else the small one,
+// centred on the stack in a rectangle of the text's own size.
+TEST_F(FlatParts, TaggedStacksShowTheirTagsInPlaceOfNameAndCount) {
+    const HaichiInfo& bracketStack = Bracket();
+    const HaichiInfo& smallStack = Small();
+    Rail();
+    StackTags tags;
+    tags.Texts = {{&bracketStack, "1"}, {&smallStack, "12"}};
+    tags.LargeFont = 7;
+    tags.LargeHeight = 30;
+    tags.SmallFont = 6;
+    tags.SmallHeight = 16;
+    drawing.TagStacks(&tags);
+    LayOut();
+    DisplayList parts;
+    drawing.DrawParts(parts, drawmode::kAll);
+    const std::vector<Primitive> drawn = test::Labels(parts);
+    // The rail has no tag and so no label.
+    ASSERT_EQ(2u, drawn.size());
+    // BRACKET {210, 540, 388, 652}: "1" is 30 * 5 / 8 = 18 wide, fits: half 10 round x 299,
+    // top (540 + 652 - 30) / 2 = 581.
+    ExpectLabel(drawn[0], "1", {289, 581, 309, 626}, 7);
+    // SMALLPART {558, 429, 647, 452} is 23 high: the 16-pixel font, "12" 20 wide, half 11
+    // round x 602, top 429 + (23 - 16) / 2 = 432.
+    ExpectLabel(drawn[1], "12", {591, 432, 613, 456}, 6);
+    drawing.TagStacks(nullptr);
+    DisplayList again;
+    drawing.DrawParts(again, drawmode::kAll);
+    EXPECT_EQ(test::LabelTexts(again),
+              (std::vector<std::string>{"BRACKET", "7", "12", "RAIL", "4"}));
 }
 
 TEST_F(FlatParts, AMarkedPartIsDrawnInTheMarkedColour) {
