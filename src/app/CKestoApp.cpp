@@ -1,4 +1,6 @@
 #include "app/CKestoApp.h"
+
+#include <utility>
 #include "app/Codes.h"
 
 #include <algorithm>
@@ -37,11 +39,19 @@ void CKestoApp::RemoveHaichiInfo(HaichiInfo* rec) {
 }
 
 int CKestoApp::HasKoutei(int32_t no) const {
+    return KouteiByNo(no) != nullptr ? 1 : 0;
+}
+
+const KouteiInfo* CKestoApp::KouteiByNo(int32_t no) const {
     for (const KouteiInfo& k : KouteiList) {
         if (k.No == no)
-            return 1;
+            return &k;
     }
-    return 0;
+    return nullptr;
+}
+
+KouteiInfo* CKestoApp::KouteiByNo(int32_t no) {
+    return const_cast<KouteiInfo*>(std::as_const(*this).KouteiByNo(no));
 }
 
 void CKestoApp::FreeJob() {

@@ -63,6 +63,9 @@ class CKestoApp {
     HaichiInfo* AddHaichiInfo();  // null and ErrorCode 9015 when out of memory
     void RemoveHaichiInfo(HaichiInfo* rec);
     int HasKoutei(int32_t no) const;
+    // The first process numbered no, or null.
+    KouteiInfo* KouteiByNo(int32_t no);
+    const KouteiInfo* KouteiByNo(int32_t no) const;
     void FreeJob();
     KouteiInfo* KouteiAt(int32_t position);  // 1-based position in KouteiList, or null
     // The job's blocks are entries 0..FilledBlocks()-1 of Blocks (BlocksCount, within the table).

@@ -104,14 +104,6 @@ std::vector<HaichiInfo*> CKs_Haichi::StacksOf(const PartsInfo* part, size_t limi
     return stacks;
 }
 
-KouteiInfo* CKs_Haichi::KouteiByNo(int32_t no) {
-    for (KouteiInfo& k : app_.KouteiList) {
-        if (k.No == no)
-            return &k;
-    }
-    return nullptr;
-}
-
 int CKs_Haichi::PlaceAll(PlacedCounts counts, SavedPlacement saved) {
     if (app_.KouteiList.Empty())
         return 1;

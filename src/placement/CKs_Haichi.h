@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -50,6 +51,10 @@ enum class CornerTestMode : int { Placing = 0, Dragging = 1 };
 // The stack of a part of size sx x sy with gaps gx, gy in corner 1, 2, 4 or 8 of block b.
 CornerPlace PlaceInCorner(const BlockInfo& b, int corner, double sx, double sy, double gx,
                           double gy);
+// The footprint of a stack of size sx x sy in corner 1, 2, 4 or 8 of block b, without gaps.
+LengthRect Footprint(const BlockInfo& b, int corner, double sx, double sy);
+// The footprint keeps off the pallet's margin and within its lengths.
+bool OnPallet(const LengthRect& footprint, const PalletInfo& pallet);
 // A length ratio as a piece count: truncated toward zero, NaN as 0, cut to the int32 range.
 int32_t TruncToInt32(double v);
 // a + b cut to the int32 range.
@@ -115,6 +120,17 @@ class CKs_Haichi {
                          int top, int right, int bottom, DropPlacement placement,
                          const DropInput& drop);
 
+    // What the blocks of koutei offer a stack of part as the job stands: those that could take
+    // one on empty pallets (in some corner the pallet's edges and the process's area allow
+    // it), and whether one of them would take the next stack now.
+    struct BlockRoom {
+        std::vector<int> Fitting;  // block indexes
+        bool Free = false;
+    };
+    BlockRoom RoomFor(KouteiInfo* koutei, PartsInfo* part);
+    // Runs survey with one placement index kept over all the RoomFor calls it makes.
+    void Survey(const std::function<void()>& survey);
+
     // Candidate pallets c1..c4 (-1 none) for the current pallet, count and view mode.
     std::array<int, 4> CandidatePallets() const;
 
@@ -154,13 +170,15 @@ class CKs_Haichi {
     bool CoversArea(double sx, double sy) const;
     // The part's stacks in HaichiList order, at most limit of them.
     std::vector<HaichiInfo*> StacksOf(const PartsInfo* part, size_t limit);
-    KouteiInfo* KouteiByNo(int32_t no);
 
     // StackPart's steps.
     int PiecesFor(int32_t remaining, int mode) const;
     int StackOverBlocks(int mode, const std::array<int, 4>& candidates,
                         std::vector<HaichiInfo*>& made);
     int StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*>& made, int& pieces);
+    int NextCorner(int blockIndex, uint8_t& blocked, CornerPlace& at);
+    // The stack stays within the process's blocks, or the part is too large for that to matter.
+    bool InsideArea(const CornerPlace& at, double sx, double sy) const;
     bool IsCandidate(int pallet, const std::array<int, 4>& candidates) const;
 
     // The bulk operations (PlaceAll, RestorePlacement, StackPart) keep an index while they

@@ -42,6 +42,17 @@ bool Between(double lo, double v, double hi) {
 
 }  // namespace
 
+LengthRect Footprint(const BlockInfo& b, int corner, double sx, double sy) {
+    const bool low = corner == kCornerMinMin || corner == kCornerMinMax;     // at MinX
+    const bool bottom = corner == kCornerMinMin || corner == kCornerMaxMin;  // at MinY
+    return {low ? b.MinX : b.MaxX - sx, bottom ? b.MinY : b.MaxY - sy, low ? b.MinX + sx : b.MaxX,
+            bottom ? b.MinY + sy : b.MaxY};
+}
+
+bool OnPallet(const LengthRect& f, const PalletInfo& pal) {
+    return !(f.X0 < 0 || f.Y0 < pal.MarginY || f.Y1 > pal.LengthY || f.X1 > pal.LengthX);
+}
+
 bool CKs_Haichi::InSelection(const HaichiInfo* stack) const {
     return std::find(Selection.begin(), Selection.end(), stack) != Selection.end();
 }
@@ -86,13 +97,9 @@ int CKs_Haichi::TestCorner(CornerTestMode mode, int blockIndex, int corner) {
     if (corner != kCornerMinMin && corner != kCornerMinMax && corner != kCornerMaxMin &&
         corner != kCornerMaxMax)
         return 0;
-    const double sx = CurPart->SizeX, sy = CurPart->SizeY;
-    const bool low = corner == kCornerMinMin || corner == kCornerMinMax;     // at MinX
-    const bool bottom = corner == kCornerMinMin || corner == kCornerMaxMin;  // at MinY
-    const LengthRect f{low ? b->MinX : b->MaxX - sx, bottom ? b->MinY : b->MaxY - sy,
-                       low ? b->MinX + sx : b->MaxX, bottom ? b->MinY + sy : b->MaxY};
     const PalletInfo& pal = *CurKoutei->Pallet;
-    if (f.X0 < 0 || f.Y0 < pal.MarginY || f.Y1 > pal.LengthY || f.X1 > pal.LengthX)
+    const LengthRect f = Footprint(*b, corner, CurPart->SizeX, CurPart->SizeY);
+    if (!OnPallet(f, pal))
         return 0;
     if (const PlacementIndex* index = Index()) {
         const PlacementIndex::Process* p = index->Find(CurKoutei->No);

@@ -83,7 +83,7 @@ int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
     }
     if (part == nullptr || !IsPalletCode(part->Destination))
         return 1;
-    KouteiInfo* koutei = KouteiByNo(part->KouteiNo);
+    KouteiInfo* koutei = app_.KouteiByNo(part->KouteiNo);
     if (koutei == nullptr)
         return 1;
     CurKoutei = koutei;
@@ -172,7 +172,7 @@ void CKs_Haichi::RemoveEmptyStacks() {
         HaichiInfo* rec = &*it++;
         if (rec->Pieces >= 1)
             continue;
-        KouteiInfo* koutei = rec->Part != nullptr ? KouteiByNo(rec->Part->KouteiNo) : nullptr;
+        KouteiInfo* koutei = rec->Part != nullptr ? app_.KouteiByNo(rec->Part->KouteiNo) : nullptr;
         app_.RemoveHaichiInfo(rec);
         touched.erase(std::remove(touched.begin(), touched.end(), koutei), touched.end());
         touched.push_back(koutei);
@@ -203,7 +203,7 @@ void CKs_Haichi::FillPart(PartsInfo& part) {
     const std::vector<HaichiInfo*> stacks = StacksOf(&part, kRememberLimit);
     int64_t shortfall = int64_t{part.Quantity} - part.PiecesPlaced;
     int64_t limit = 999;
-    const KouteiInfo* koutei = KouteiByNo(part.KouteiNo);
+    const KouteiInfo* koutei = app_.KouteiByNo(part.KouteiNo);
     const double height =
         koutei != nullptr && koutei->Pallet != nullptr ? koutei->Pallet->MaxStackHeight : 0;
     // A piece without height sets no cap.

@@ -70,15 +70,45 @@ int CKs_Haichi::PiecesFor(int32_t remaining, int mode) const {
     return static_cast<int>(pieces);
 }
 
+// The corner of block b that the next stack of CurPart takes, 0 when none: the first corner in
+// search order that is free and that TestCorner allows, provided the stack there stays inside
+// the process's area and covers no corner of a block another part holds. blocked: the
+// corners found blocked so far; each stack added can only block more, so they stay blocked.
+int CKs_Haichi::NextCorner(int blockIndex, uint8_t& blocked, CornerPlace& at) {
+    const BlockInfo& b = app_.Blocks[blockIndex];
+    int corner = 0;
+    for (uint8_t c : kCornerSearchOrder) {
+        if ((b.CornerMask & c) != 0 || (blocked & c) != 0)
+            continue;
+        if (TestCorner(CornerTestMode::Placing, blockIndex, c) != 0) {
+            corner = c;
+            break;
+        }
+        blocked |= c;
+    }
+    if (corner == 0)
+        return 0;
+    const PalletInfo& pal = *CurKoutei->Pallet;
+    at = PlaceInCorner(b, corner, CurPart->SizeX, CurPart->SizeY, pal.StackGapX, pal.StackGapY);
+    if (!InsideArea(at, CurPart->SizeX, CurPart->SizeY))
+        return 0;
+    const LengthRect& r = at.Clear;
+    return TestRect(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart) != 0 ? corner : 0;
+}
+
+bool CKs_Haichi::InsideArea(const CornerPlace& at, double sx, double sy) const {
+    const bool inside =
+        BoundMinX - kLengthTolerance < at.X - sx && at.X < BoundMaxX + kLengthTolerance &&
+        BoundMinY - kLengthTolerance < at.Y && at.Y + sy < BoundMaxY + kLengthTolerance;
+    return inside || CoversArea(sx, sy);
+}
+
 // Up to four stacks of CurPart in the free corners of one block. Returns -1 when a stack
 // cannot be allocated, 0 when the part is done, 1 to go on with the next block; pieces is
 // the last stack size worked out.
 int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*>& made,
                                int& pieces) {
     BlockInfo& b = app_.Blocks[blockIndex];
-    const PalletInfo& pal = *CurKoutei->Pallet;
-    const double sx = CurPart->SizeX, sy = CurPart->SizeY;
-    // Corners found blocked: each stack added can only block more, so they stay blocked.
     uint8_t blocked = 0;
     for (int attempt = 0; attempt < 4; ++attempt) {
         const int64_t remaining =
@@ -86,27 +116,10 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
         if (remaining < 1)
             return 0;
         pieces = PiecesFor(static_cast<int32_t>(std::min<int64_t>(remaining, INT32_MAX)), mode);
-        int corner = 0;
-        for (uint8_t c : kCornerSearchOrder) {
-            if ((b.CornerMask & c) != 0 || (blocked & c) != 0)
-                continue;
-            if (TestCorner(CornerTestMode::Placing, blockIndex, c) != 0) {
-                corner = c;
-                break;
-            }
-            blocked |= c;
-        }
+        CornerPlace at;
+        const int corner = NextCorner(blockIndex, blocked, at);
         // A failed attempt changes nothing, so the remaining attempts would fail alike.
         if (corner == 0)
-            return 1;
-        const CornerPlace at = PlaceInCorner(b, corner, sx, sy, pal.StackGapX, pal.StackGapY);
-        const bool inside =
-            BoundMinX - kLengthTolerance < at.X - sx && at.X < BoundMaxX + kLengthTolerance &&
-            BoundMinY - kLengthTolerance < at.Y && at.Y + sy < BoundMaxY + kLengthTolerance;
-        if (!CoversArea(sx, sy) && !inside)
-            return 1;
-        const LengthRect& r = at.Clear;
-        if (TestRect(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart) == 0)
             return 1;
         HaichiInfo* h = app_.AddHaichiInfo();
         if (h == nullptr)
@@ -119,6 +132,7 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
         h->Corner = static_cast<uint8_t>(corner);
         b.Occupant = CurPart;
         CurPart->PiecesPlaced = AddClamped(CurPart->PiecesPlaced, pieces);
+        const LengthRect& r = at.Clear;
         MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart);
         IndexStack(h);
         if (mode != stacking::kAllPallets && made.size() < kRememberLimit)
@@ -187,6 +201,44 @@ int CKs_Haichi::StackOverBlocks(int mode, const std::array<int, 4>& candidates,
             break;
     }
     return result;
+}
+
+CKs_Haichi::BlockRoom CKs_Haichi::RoomFor(KouteiInfo* koutei, PartsInfo* part) {
+    BlockRoom room;
+    CurKoutei = koutei;
+    CurPart = part;
+    if (koutei == nullptr || koutei->Pallet == nullptr || part == nullptr)
+        return room;
+    IndexScope scope(*this);
+    ComputeBounds(koutei);
+    const double sx = part->SizeX, sy = part->SizeY;
+    const PalletInfo& pal = *koutei->Pallet;
+    const int n = app_.FilledBlocks();
+    for (int i = 0; i < n; ++i) {
+        const BlockInfo& b = app_.Blocks[i];
+        if (b.KouteiNo != koutei->No)
+            continue;
+        const bool fits =
+            std::any_of(kCornerSearchOrder.begin(), kCornerSearchOrder.end(), [&](uint8_t c) {
+                return OnPallet(Footprint(b, c, sx, sy), pal) &&
+                       InsideArea(PlaceInCorner(b, c, sx, sy, pal.StackGapX, pal.StackGapY), sx,
+                                  sy);
+            });
+        if (!fits)
+            continue;
+        room.Fitting.push_back(i);
+        if (room.Free || (b.Occupant != nullptr && b.Occupant != part))
+            continue;
+        uint8_t blocked = 0;
+        CornerPlace at;
+        room.Free = NextCorner(i, blocked, at) != 0;
+    }
+    return room;
+}
+
+void CKs_Haichi::Survey(const std::function<void()>& survey) {
+    IndexScope scope(*this);
+    survey();
 }
 
 }  // namespace kesto

@@ -14,6 +14,7 @@
 namespace kesto {
 
 class MessageTable;
+struct Services;
 
 // The causes in the order they are tried: the first that applies is the part's reason.
 enum class ShortCause {
@@ -52,12 +53,18 @@ struct ShortReason {
     std::vector<BlockTaker> Takers;  // by stacks, most first, then in list order
 };
 
-// The reason of part, or nullopt when it is not bound for the pallets or not short.
-// The engine's tests need the job itself; they leave it as it was.
-std::optional<ShortReason> WhyShort(CKestoApp& app, const PartsInfo& part);
+// The reason of part, or nullopt when it is not bound for the pallets or not short. The
+// engine's tests need the job itself; they leave it as it was.
+std::optional<ShortReason> WhyShort(CKestoApp& app, const Services& services,
+                                    const PartsInfo& part);
+
+struct ShortPart {
+    const PartsInfo* Part = nullptr;
+    ShortReason Reason;
+};
 
 // The reasons of every short part in list order, with one placement index for all.
-std::vector<std::pair<const PartsInfo*, ShortReason>> WhyShortAll(CKestoApp& app);
+std::vector<ShortPart> WhyShortAll(CKestoApp& app, const Services& services);
 
 // The reason as one line of text, from the [Short] texts of the message file or their
 // English defaults.
@@ -75,7 +82,7 @@ struct OffsetCrossing {
 // stack past two lines is named for each. Only lines that are drawn count (more than 0.01).
 std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app);
 
-// "P001 Name: 12.5 past the lower offset line on pallet 2", from the [Short] texts.
+// "P001 Name: 12.5 past the lower offset line of pallet 2", from the [Short] texts.
 std::string OffsetCrossingText(const OffsetCrossing& crossing, const MessageTable& messages);
 
 }  // namespace kesto

@@ -280,8 +280,7 @@ std::string DropRefusalText(DropRefusal why, const MessageTable& messages) {
         key = "S-DROP-PALLET";
         fallback = "Not moved: the stacks would not all land on one pallet.";
     }
-    const std::string text = messages.GetFontText("MainDlg", key).Text;
-    return text.empty() ? fallback : text;
+    return TextOr(messages, "MainDlg", key, fallback);
 }
 
 // --- release --------------------------------------------------------------------------------

@@ -19,8 +19,7 @@ std::string StepKey(const std::string& name) {
 }
 
 std::string Word(const MessageTable& messages, const std::string& key, const std::string& english) {
-    const std::string text = messages.GetFontText("MainDlg", key).Text;
-    return text.empty() ? english : text;
+    return TextOr(messages, "MainDlg", key, english);
 }
 
 std::string MenuText(const MessageTable& messages, const char* key, const char* english,

@@ -157,6 +157,12 @@ FontText MessageTable::GetFontText(const std::string& section, const std::string
     return FontText{AtoL(list[0]), list[1]};
 }
 
+std::string TextOr(const MessageTable& messages, const std::string& section, const std::string& key,
+                   const std::string& english) {
+    std::string text = messages.GetFontText(section, key).Text;
+    return text.empty() ? english : text;
+}
+
 std::string KakuKey(int no) {
     char key[32];
     std::snprintf(key, sizeof key, "Msg%.3d", no);

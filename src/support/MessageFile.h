@@ -39,6 +39,10 @@ class MessageTable {
     std::unique_ptr<Impl> impl_;
 };
 
+// The text of a "font,text" value, or english when the table lacks it (or holds no text).
+std::string TextOr(const MessageTable& messages, const std::string& section, const std::string& key,
+                   const std::string& english);
+
 // Key "Msg%.3d" of number no.
 std::string KakuKey(int no);
 

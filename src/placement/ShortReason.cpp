@@ -1,0 +1,301 @@
+// Why a part is short, and which stacks cross an offset line.
+#include "placement/ShortReason.h"
+
+#include <algorithm>
+#include <cmath>
+#include <unordered_map>
+
+#include "app/Codes.h"
+#include "placement/CKs_Haichi.h"
+#include "support/MessageFile.h"
+#include "support/TextFormat.h"
+
+namespace kesto {
+
+namespace {
+
+constexpr const char* kSection = "Short";
+// Parts named in a list of takers; the rest are counted.
+constexpr size_t kTakersNamed = 5;
+// Offset lines of 0.01 or less are not drawn and so not crossed.
+constexpr double kLeastLine = 0.01;
+
+// Pieces per stack the placement wants for count pieces under the part's own limit: the
+// fewest stacks of at most that limit, filled evenly.
+int64_t PiecesWanted(int64_t count, int32_t limit) {
+    if (limit < 1 || count <= 0)
+        return count;
+    if (count % limit == 0)
+        return limit;
+    const int64_t stacks = count / limit + 1;
+    return (count + stacks - 1) / stacks;
+}
+
+// The block of the process with the largest area.
+void LargestBlock(const CKestoApp& app, int32_t processNo, ShortReason& r) {
+    double best = -1;
+    const int n = app.FilledBlocks();
+    for (int i = 0; i < n; ++i) {
+        const BlockInfo& b = app.Blocks[i];
+        const double w = b.MaxX - b.MinX, h = b.MaxY - b.MinY;
+        if (b.KouteiNo != processNo || !(w * h > best))
+            continue;
+        best = w * h;
+        r.BlockX = w;
+        r.BlockY = h;
+    }
+}
+
+// The stacks standing in the blocks that could take the part, and the parts holding those
+// blocks, by part.
+void CountTakers(const CKestoApp& app, const std::vector<int>& fitting, ShortReason& r) {
+    std::vector<bool> isFitting(static_cast<size_t>(std::max(app.FilledBlocks(), 0)), false);
+    for (int i : fitting)
+        isFitting[static_cast<size_t>(i)] = true;
+    std::unordered_map<const PartsInfo*, int32_t> stacks;
+    for (const HaichiInfo& h : app.HaichiList) {
+        if (h.Part == nullptr || h.BlockIndex < 0 ||
+            static_cast<size_t>(h.BlockIndex) >= isFitting.size() ||
+            !isFitting[static_cast<size_t>(h.BlockIndex)])
+            continue;
+        ++stacks[h.Part];
+        ++r.Stacks;
+    }
+    for (int i : fitting) {
+        const PartsInfo* holder = app.Blocks[i].Occupant;
+        // The marker of a group move names no part.
+        if (holder != nullptr && holder != CKs_Haichi::MovedGroupMarker())
+            stacks.try_emplace(holder, 0);
+    }
+    for (const auto& [part, count] : stacks)
+        r.Takers.push_back({part, count});
+    std::sort(r.Takers.begin(), r.Takers.end(), [](const BlockTaker& a, const BlockTaker& b) {
+        return a.Stacks != b.Stacks ? a.Stacks > b.Stacks : a.Part->Seq < b.Part->Seq;
+    });
+    r.Blocks = static_cast<int32_t>(fitting.size());
+}
+
+std::optional<ShortReason> Reason(CKs_Haichi& engine, CKestoApp& app, const PartsInfo& part) {
+    if (!IsPalletCode(part.Destination) || part.PiecesPlaced >= part.Quantity)
+        return std::nullopt;
+    ShortReason r;
+    r.Missing = AddClamped(part.Quantity, -int64_t{part.PiecesPlaced});
+    r.SetAside = part.PiecesSetAside;
+    r.ProcessNo = part.KouteiNo;
+    r.PartX = part.SizeX;
+    r.PartY = part.SizeY;
+    // Pieces set aside were never the placement's to put down.
+    const int64_t toPlace = int64_t{part.Quantity} - part.PiecesSetAside;
+    if (toPlace - part.PiecesPlaced <= 0) {
+        r.Cause = ShortCause::SetAside;
+        return r;
+    }
+    KouteiInfo* process = app.KouteiByNo(part.KouteiNo);
+    if (process == nullptr || process->Pallet == nullptr) {
+        r.Cause = ShortCause::NoPallet;
+        return r;
+    }
+    LargestBlock(app, process->No, r);
+    // The engine works on the records; it only reads them here.
+    PartsInfo& p = const_cast<PartsInfo&>(part);
+    const CKs_Haichi::BlockRoom room = engine.RoomFor(process, &p);
+    if (room.Fitting.empty()) {
+        r.Cause = ShortCause::NoFittingBlock;
+        return r;
+    }
+    const PalletInfo& pallet = *process->Pallet;
+    r.PieceHeight = part.PieceHeight;
+    r.HeightLimit = pallet.MaxStackHeight;
+    r.PerStackNeeded = static_cast<int32_t>(
+        std::min<int64_t>(PiecesWanted(toPlace, part.PerStackLimit), INT32_MAX));
+    // The same test that caps a stack when it is made.
+    const bool capped =
+        part.PieceHeight != 0 &&
+        pallet.MaxStackHeight < static_cast<double>(r.PerStackNeeded) * part.PieceHeight;
+    if (capped)
+        r.PerStack = TruncToInt32(pallet.MaxStackHeight / part.PieceHeight);
+    // Stacks of no piece end the placement of the part however much room is left.
+    if (capped && r.PerStack < 1) {
+        r.Cause = ShortCause::NoPieceHigh;
+        return r;
+    }
+    if (room.Free) {
+        r.Cause = ShortCause::Room;
+        return r;
+    }
+    CountTakers(app, room.Fitting, r);
+    if (capped) {
+        r.Cause = ShortCause::FewPerStack;
+        return r;
+    }
+    r.OperatorPerStack = part.OperatorPerStack;
+    r.Cause = part.OperatorPerStack > 0 ? ShortCause::SheetCount : ShortCause::BlocksTaken;
+    return r;
+}
+
+// A length as the lists show it: at most two decimals, no trailing zeros.
+std::string Length(double v) {
+    std::string s = FormatText("%.2f", v);
+    if (s.find('.') != std::string::npos) {
+        while (s.back() == '0')
+            s.pop_back();
+        if (s.back() == '.')
+            s.pop_back();
+    }
+    return s == "-0" ? "0" : s;
+}
+
+// The template with %1 .. %9 replaced by the figures.
+std::string Fill(const std::string& text, const std::vector<std::string>& figures) {
+    std::string out;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == '%' && i + 1 < text.size() && text[i + 1] >= '1' && text[i + 1] <= '9') {
+            const size_t k = static_cast<size_t>(text[i + 1] - '1');
+            if (k < figures.size())
+                out += figures[k];
+            ++i;
+            continue;
+        }
+        out += c;
+    }
+    return out;
+}
+
+std::string Text(const MessageTable& messages, const char* key, const char* english,
+                 const std::vector<std::string>& figures) {
+    return Fill(TextOr(messages, kSection, key, english), figures);
+}
+
+std::string TakerList(const ShortReason& r, const MessageTable& messages) {
+    std::string out;
+    for (size_t i = 0; i < r.Takers.size() && i < kTakersNamed; ++i) {
+        if (!out.empty())
+            out += ", ";
+        out += r.Takers[i].Part->Code + ": " + std::to_string(r.Takers[i].Stacks);
+    }
+    if (r.Takers.size() > kTakersNamed) {
+        out += Text(messages, "SHORT-MORE", ", and %1 more",
+                    {std::to_string(r.Takers.size() - kTakersNamed)});
+    }
+    return out;
+}
+
+}  // namespace
+
+std::optional<ShortReason> WhyShort(CKestoApp& app, const Services& services,
+                                    const PartsInfo& part) {
+    const ViewState none;
+    CKs_Haichi engine(app, services, none);
+    return Reason(engine, app, part);
+}
+
+std::vector<ShortPart> WhyShortAll(CKestoApp& app, const Services& services) {
+    const ViewState none;
+    CKs_Haichi engine(app, services, none);
+    std::vector<ShortPart> out;
+    engine.Survey([&] {
+        for (const PartsInfo& p : app.PartsList) {
+            if (std::optional<ShortReason> r = Reason(engine, app, p))
+                out.push_back({&p, std::move(*r)});
+        }
+    });
+    return out;
+}
+
+std::string ShortReasonText(const ShortReason& r, const MessageTable& messages) {
+    switch (r.Cause) {
+        case ShortCause::SetAside:
+            return Text(messages, "SHORT-SET-ASIDE", "Set aside by the operator: %1 pieces",
+                        {std::to_string(r.SetAside)});
+        case ShortCause::NoPallet:
+            return Text(messages, "SHORT-NO-PALLET", "Process %1 has no pallet",
+                        {std::to_string(r.ProcessNo)});
+        case ShortCause::NoFittingBlock:
+            if (r.BlockX == 0 && r.BlockY == 0) {
+                return Text(messages, "SHORT-NO-BLOCKS", "Process %1 has no blocks: part %2 x %3",
+                            {std::to_string(r.ProcessNo), Length(r.PartX), Length(r.PartY)});
+            }
+            return Text(messages, "SHORT-NO-BLOCK",
+                        "No block is large enough: part %1 x %2, largest block %3 x %4",
+                        {Length(r.PartX), Length(r.PartY), Length(r.BlockX), Length(r.BlockY)});
+        case ShortCause::NoPieceHigh:
+            return Text(messages, "SHORT-NO-PIECE",
+                        "The stacking height allows no piece: piece height %1, limit %2",
+                        {Length(r.PieceHeight), Length(r.HeightLimit)});
+        case ShortCause::FewPerStack:
+            return Text(messages, "SHORT-FEW-PIECES",
+                        "The stacking height allows %3 per stack where %4 were needed: piece "
+                        "height %1, limit %2",
+                        {Length(r.PieceHeight), Length(r.HeightLimit), std::to_string(r.PerStack),
+                         std::to_string(r.PerStackNeeded)});
+        case ShortCause::SheetCount:
+            return Text(messages, "SHORT-SHEET-COUNT",
+                        "Stacked again by the operator at %1 per stack: blocks that would hold "
+                        "it %2, stacks in them %3 (%4)",
+                        {std::to_string(r.OperatorPerStack), std::to_string(r.Blocks),
+                         std::to_string(r.Stacks), TakerList(r, messages)});
+        case ShortCause::BlocksTaken:
+            return Text(
+                messages, "SHORT-BLOCKS-TAKEN",
+                "Every block that would hold it is taken: blocks %1, stacks in them %2 "
+                "(%3)",
+                {std::to_string(r.Blocks), std::to_string(r.Stacks), TakerList(r, messages)});
+        case ShortCause::Room:
+            break;
+    }
+    return Text(messages, "SHORT-ROOM", "A block has room for it: Retry or Auto places the rest",
+                {});
+}
+
+std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app) {
+    std::vector<OffsetCrossing> out;
+    // The pallet of each process, by the name the drawing finds it by.
+    std::unordered_map<int32_t, const PalletInfo*> pallets;
+    for (const KouteiInfo& k : app.KouteiList)
+        pallets.try_emplace(k.No, app.PalletByName(k.PalletName));
+    for (const HaichiInfo& h : app.HaichiList) {
+        const BlockInfo* b = app.BlockOf(h);
+        if (h.Part == nullptr || b == nullptr)
+            continue;
+        const auto it = pallets.find(b->KouteiNo);
+        if (it == pallets.end() || it->second == nullptr)
+            continue;
+        const PalletInfo& p = *it->second;
+        const double x0 = h.X - h.Part->SizeX, y1 = h.Y + h.Part->SizeY;
+        auto cross = [&](char side, double line, double by) {
+            if (line > kLeastLine && by > kLengthTolerance)
+                out.push_back({&h, b->PalletNo, side, by});
+        };
+        cross('A', p.OffsetA, y1 - (p.LengthY - p.OffsetA));
+        cross('B', p.OffsetB, p.OffsetB - h.Y);
+        cross('L', p.LimitLeft, p.LimitLeft - x0);
+        cross('R', p.LimitRight, h.X - (p.LengthX - p.LimitRight));
+    }
+    return out;
+}
+
+std::string OffsetCrossingText(const OffsetCrossing& c, const MessageTable& messages) {
+    std::string side;
+    switch (c.Side) {
+        case 'A':
+            side = TextOr(messages, kSection, "OFFSET-UPPER", "upper offset line");
+            break;
+        case 'B':
+            side = TextOr(messages, kSection, "OFFSET-LOWER", "lower offset line");
+            break;
+        case 'L':
+            side = TextOr(messages, kSection, "OFFSET-LEFT", "left limit");
+            break;
+        default:
+            side = TextOr(messages, kSection, "OFFSET-RIGHT", "right limit");
+            break;
+    }
+    const PartsInfo& part = *c.Stack->Part;
+    const std::string name =
+        part.DisplayName.empty() ? part.Code : part.Code + " " + part.DisplayName;
+    return Text(messages, "OFFSET-CROSSING", "%1: %2 past the %3 of pallet %4",
+                {name, Length(c.By), side, std::to_string(c.PalletNo)});
+}
+
+}  // namespace kesto

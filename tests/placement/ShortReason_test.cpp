@@ -1,0 +1,362 @@
+#include "placement/ShortReason.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "common/PlacementFixture.h"
+#include "support/MessageFile.h"
+
+namespace kesto::test {
+namespace {
+
+// A pallet 1000 x 800 without margins or gaps, stacks up to 1000 high.
+PalletInfo OpenPallet(const std::string& name) {
+    PalletInfo p;
+    p.Name = name;
+    SetDims(p, {0, 0, 1000, 800, 1000, 0, 0, 0, 0, 0, 0});
+    return p;
+}
+
+class ShortReasonTest : public PlacementTest {
+  protected:
+    // Process 1 on an open pallet whose one block is the whole pallet: a part of 600 x 500
+    // takes a single stack there, since every other corner's footprint meets that stack.
+    KouteiInfo& OneBlockJob() {
+        AddPallet(OpenPallet("PAL"));
+        KouteiInfo& k = AddKoutei(1, "PAL");
+        AddBlock(1, 1, 0, 0, 1000, 800);
+        k.Pallet = &*app->PalletList.begin();
+        return k;
+    }
+    void PlaceAll() {
+        ASSERT_EQ(CKs_Haichi(*app, services, shown)
+                      .PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
+                  1);
+    }
+    ShortReason Why(const PartsInfo& part) {
+        std::optional<ShortReason> r = WhyShort(*app, services, part);
+        EXPECT_TRUE(r.has_value());
+        return r.value_or(ShortReason{});
+    }
+    std::string Text(const PartsInfo& part) { return ShortReasonText(Why(part), messages); }
+
+    MessageTable messages;  // nothing loaded: the English texts
+};
+
+TEST_F(ShortReasonTest, AWhollyPlacedPartHasNoReason) {
+    OneBlockJob();
+    PartsInfo& p = AddPart(1, 600, 500, 5);
+    PlaceAll();
+    ASSERT_EQ(p.PiecesPlaced, 5);
+    EXPECT_FALSE(WhyShort(*app, services, p).has_value());
+}
+
+TEST_F(ShortReasonTest, APartForASmallBoxHasNoReason) {
+    OneBlockJob();
+    PartsInfo& p = AddPart(1, 600, 500, 5);
+    p.Destination = destination::kFirstSmallBox;
+    EXPECT_FALSE(WhyShort(*app, services, p).has_value());
+}
+
+TEST_F(ShortReasonTest, PiecesTheOperatorSetAsideAreTheReasonWhenTheyAreAllThatIsMissing) {
+    OneBlockJob();
+    PartsInfo& p = AddPart(1, 600, 500, 10);
+    PlaceAll();
+    // Four of the ten pieces taken off the stack and set aside: 6 placed, 4 aside.
+    p.PiecesPlaced = 6;
+    p.PiecesSetAside = 4;
+    const ShortReason r = Why(p);
+    EXPECT_EQ(r.Cause, ShortCause::SetAside);
+    EXPECT_EQ(r.Missing, 4);
+    EXPECT_EQ(Text(p), "Set aside by the operator: 4 pieces");
+}
+
+TEST_F(ShortReasonTest, AProcessWhosePalletIsNotInThePalletFileHasNoPallet) {
+    OneBlockJob();
+    AddKoutei(2, "NOSUCH");
+    PartsInfo& p = AddPart(2, 100, 100, 3);
+    PlaceAll();
+    ASSERT_EQ(p.PiecesPlaced, 0);
+    EXPECT_EQ(Why(p).Cause, ShortCause::NoPallet);
+    EXPECT_EQ(Text(p), "Process 2 has no pallet");
+}
+
+TEST_F(ShortReasonTest, APartWiderThanThePalletFindsNoBlockAndTheLargestBlockIsNamed) {
+    AddPallet(OpenPallet("PAL"));
+    KouteiInfo& k = AddKoutei(1, "PAL");
+    k.Pallet = &*app->PalletList.begin();
+    AddBlock(1, 1, 0, 0, 300, 200);    // 60,000
+    AddBlock(1, 1, 300, 0, 800, 400);  // 500 x 400 = 200,000, the largest
+    AddBlock(1, 1, 0, 400, 600, 700);  // 600 x 300 = 180,000
+    // 1200 long: from a low corner it ends at x >= 1200, from a high one it starts below 0.
+    PartsInfo& p = AddPart(1, 1200, 100, 2);
+    PlaceAll();
+    ASSERT_EQ(p.PiecesPlaced, 0);
+    const ShortReason r = Why(p);
+    EXPECT_EQ(r.Cause, ShortCause::NoFittingBlock);
+    EXPECT_DOUBLE_EQ(r.BlockX, 500);
+    EXPECT_DOUBLE_EQ(r.BlockY, 400);
+    EXPECT_EQ(Text(p), "No block is large enough: part 1200 x 100, largest block 500 x 400");
+}
+
+TEST_F(ShortReasonTest, AProcessWithAPalletButNoBlocksSaysSo) {
+    AddPallet(OpenPallet("PAL"));
+    KouteiInfo& k = AddKoutei(3, "PAL");
+    k.Pallet = &*app->PalletList.begin();
+    PartsInfo& p = AddPart(3, 120.5, 80, 2);
+    PlaceAll();
+    EXPECT_EQ(Why(p).Cause, ShortCause::NoFittingBlock);
+    EXPECT_EQ(Text(p), "Process 3 has no blocks: part 120.5 x 80");
+}
+
+TEST_F(ShortReasonTest, AStackingHeightBelowOnePieceAllowsNoPiece) {
+    KouteiInfo& k = OneBlockJob();
+    k.Pallet->MaxStackHeight = 0.5;
+    PartsInfo& p = AddPart(1, 600, 500, 10, 0, 1.0);
+    PlaceAll();
+    ASSERT_EQ(p.PiecesPlaced, 0);
+    const ShortReason r = Why(p);
+    EXPECT_EQ(r.Cause, ShortCause::NoPieceHigh);
+    EXPECT_EQ(r.PerStack, 0);
+    EXPECT_EQ(Text(p), "The stacking height allows no piece: piece height 1, limit 0.5");
+}
+
+TEST_F(ShortReasonTest, AStackingHeightOfTwoPiecesLeavesEightOfTenWhenOneStackFits) {
+    KouteiInfo& k = OneBlockJob();
+    // 10 / 4 = 2.5: two pieces of height 4 in a stack, where the ten wanted one stack of ten.
+    k.Pallet->MaxStackHeight = 10;
+    PartsInfo& p = AddPart(1, 600, 500, 10, 0, 4.0);
+    PlaceAll();
+    ASSERT_EQ(p.PiecesPlaced, 2);
+    const ShortReason r = Why(p);
+    EXPECT_EQ(r.Cause, ShortCause::FewPerStack);
+    EXPECT_EQ(r.Missing, 8);
+    EXPECT_EQ(r.PerStack, 2);
+    EXPECT_EQ(r.PerStackNeeded, 10);
+    EXPECT_EQ(Text(p),
+              "The stacking height allows 2 per stack where 10 were needed: piece height 4, "
+              "limit 10");
+}
+
+TEST_F(ShortReasonTest, NeededPiecesPerStackFollowThePartsOwnLimit) {
+    KouteiInfo& k = OneBlockJob();
+    // Ten pieces at most four a stack: three stacks of 4, 3, 3; four pieces of 4 are 16 high.
+    k.Pallet->MaxStackHeight = 10;
+    PartsInfo& p = AddPart(1, 600, 500, 10, 4, 4.0);
+    PlaceAll();
+    const ShortReason r = Why(p);
+    EXPECT_EQ(r.Cause, ShortCause::FewPerStack);
+    EXPECT_EQ(r.PerStackNeeded, 4);
+}
+
+TEST_F(ShortReasonTest, ABlockHeldByAnotherPartIsTakenAndItsStacksAreCounted) {
+    OneBlockJob();
+    PartsInfo& a = AddPart(1, 600, 500, 5);
+    PartsInfo& b = AddPart(1, 600, 500, 3);
+    PlaceAll();
+    ASSERT_EQ(a.PiecesPlaced, 5);
+    ASSERT_EQ(b.PiecesPlaced, 0);
+    const ShortReason r = Why(b);
+    EXPECT_EQ(r.Cause, ShortCause::BlocksTaken);
+    EXPECT_EQ(r.Blocks, 1);
+    EXPECT_EQ(r.Stacks, 1);
+    ASSERT_EQ(r.Takers.size(), 1u);
+    EXPECT_EQ(r.Takers[0].Part, &a);
+    EXPECT_EQ(Text(b),
+              "Every block that would hold it is taken: blocks 1, stacks in them 1 (A1: 1)");
+}
+
+TEST_F(ShortReasonTest, TakersAreListedMostStacksFirstAndBeyondFiveAreCounted) {
+    AddPallet(OpenPallet("PAL"));
+    KouteiInfo& k = AddKoutei(1, "PAL");
+    k.Pallet = &*app->PalletList.begin();
+    // Seven blocks of 100 x 100 in a row, 50 apart so that a stack marks no neighbour's
+    // corner; a part of 100 x 100 fills a block with one stack. Part 1 gets two blocks
+    // (quantity 2, one per stack), the next five one each, and the seventh part none.
+    for (int i = 0; i < 7; ++i)
+        AddBlock(1, 1, i * 150.0, 0, i * 150.0 + 100, 100);
+    AddPart(1, 100, 100, 2, 1);
+    for (int i = 0; i < 5; ++i)
+        AddPart(1, 100, 100, 1);
+    PartsInfo& last = AddPart(1, 100, 100, 1);
+    PlaceAll();
+    ASSERT_EQ(last.PiecesPlaced, 0);
+    const ShortReason r = Why(last);
+    EXPECT_EQ(r.Cause, ShortCause::BlocksTaken);
+    EXPECT_EQ(r.Blocks, 7);
+    EXPECT_EQ(r.Stacks, 7);
+    EXPECT_EQ(Text(last),
+              "Every block that would hold it is taken: blocks 7, stacks in them 7 (A1: 2, A2: 1, "
+              "A3: 1, A4: 1, A5: 1, and 1 more)");
+}
+
+TEST_F(ShortReasonTest, AStackHoldsTheTouchingBlockTooSoFewerStacksTakeEveryBlock) {
+    AddPallet(OpenPallet("PAL"));
+    KouteiInfo& k = AddKoutei(1, "PAL");
+    k.Pallet = &*app->PalletList.begin();
+    // Seven touching blocks of 100 x 100. A stack in block 0 covers the corner (100, 100) that
+    // block 1 shares, so block 1 is held by the same part, and a stack there would touch the
+    // first one. Part 1 (two stacks of one) takes blocks 0 to 3, part 2 blocks 4 and 5,
+    // part 3 block 6: four stacks, and the parts after them find every block taken.
+    for (int i = 0; i < 7; ++i)
+        AddBlock(1, 1, i * 100.0, 0, i * 100.0 + 100, 100);
+    AddPart(1, 100, 100, 2, 1);
+    AddPart(1, 100, 100, 1);
+    AddPart(1, 100, 100, 1);
+    PartsInfo& fourth = AddPart(1, 100, 100, 1);
+    PlaceAll();
+    ASSERT_EQ(fourth.PiecesPlaced, 0);
+    EXPECT_EQ(Text(fourth),
+              "Every block that would hold it is taken: blocks 7, stacks in them 4 (A1: 2, A2: 1, "
+              "A3: 1)");
+}
+
+TEST_F(ShortReasonTest, TheOperatorsSheetCountIsNamedWhenTheRestackedPartFallsShort) {
+    KouteiInfo& k = OneBlockJob();
+    PartsInfo& p = AddPart(1, 600, 500, 10);
+    PlaceAll();
+    ASSERT_EQ(p.PiecesPlaced, 10);
+    // The part stacked again at four a stack, as the sheet-count change does: one stack of 4.
+    for (HaichiInfo* h : StacksOf(p))
+        app->RemoveHaichiInfo(h);
+    p.PiecesPlaced = 0;
+    CKs_Haichi engine(*app, services, shown);
+    engine.RebuildCorners(&k, {});
+    p.PerStackLimit = 4;
+    engine.PlaceOnePart(&p, &k, stacking::kAllPalletsCapped);
+    p.PerStackLimit = 0;
+    p.OperatorPerStack = 4;
+    ASSERT_EQ(p.PiecesPlaced, 4);
+    const ShortReason r = Why(p);
+    EXPECT_EQ(r.Cause, ShortCause::SheetCount);
+    EXPECT_EQ(r.Missing, 6);
+    EXPECT_EQ(Text(p),
+              "Stacked again by the operator at 4 per stack: blocks that would hold it 1, stacks "
+              "in them 1 (A1: 1)");
+}
+
+TEST_F(ShortReasonTest, AQuantityRaisedAfterThePlacementLeavesRoom) {
+    OneBlockJob();
+    PartsInfo& p = AddPart(1, 100, 100, 2);
+    PlaceAll();
+    p.Quantity = 5;
+    EXPECT_EQ(Why(p).Cause, ShortCause::Room);
+    EXPECT_EQ(Text(p), "A block has room for it: Retry or Auto places the rest");
+}
+
+TEST_F(ShortReasonTest, AskingLeavesTheJobAsItWas) {
+    OneBlockJob();
+    AddPart(1, 600, 500, 5);
+    PartsInfo& b = AddPart(1, 600, 500, 3);
+    PlaceAll();
+    const BlockInfo before = app->Blocks[0];
+    const size_t stacks = app->HaichiList.Items.size();
+    (void)Why(b);
+    EXPECT_EQ(app->Blocks[0].CornerMask, before.CornerMask);
+    EXPECT_EQ(app->Blocks[0].Occupant, before.Occupant);
+    EXPECT_EQ(app->HaichiList.Items.size(), stacks);
+    EXPECT_EQ(b.PiecesPlaced, 0);
+}
+
+TEST_F(ShortReasonTest, AllShortPartsComeInListOrderWithTheirOwnReasons) {
+    OneBlockJob();
+    AddKoutei(2, "NOSUCH");
+    PartsInfo& a = AddPart(1, 600, 500, 5);
+    PartsInfo& b = AddPart(1, 600, 500, 3);
+    PartsInfo& c = AddPart(2, 10, 10, 1);
+    PlaceAll();
+    const std::vector<ShortPart> all = WhyShortAll(*app, services);
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(all[0].Part, &b);
+    EXPECT_EQ(all[0].Reason.Cause, ShortCause::BlocksTaken);
+    EXPECT_EQ(all[1].Part, &c);
+    EXPECT_EQ(all[1].Reason.Cause, ShortCause::NoPallet);
+    EXPECT_EQ(a.PiecesPlaced, 5);
+}
+
+TEST_F(ShortReasonTest, TextsComeFromTheMessageFileWithTheFiguresInPlace) {
+    const auto folder = Folder("ini");
+    const auto path = folder / "Kesto.ini";
+    {
+        std::ofstream out(path);
+        out << "[Short]\nSHORT-NO-PALLET=1,\"Kein Palette fur Prozess %1 (%1)\"\n";
+    }
+    MessageTable table;
+    ASSERT_EQ(table.Load(path.string(), op), 0);
+    ShortReason r;
+    r.Cause = ShortCause::NoPallet;
+    r.ProcessNo = 7;
+    EXPECT_EQ(ShortReasonText(r, table), "Kein Palette fur Prozess 7 (7)");
+    r.Cause = ShortCause::Room;
+    EXPECT_EQ(ShortReasonText(r, table), "A block has room for it: Retry or Auto places the rest");
+}
+
+// --- offset lines ---------------------------------------------------------------------------
+
+class OffsetCrossingTest : public ShortReasonTest {
+  protected:
+    HaichiInfo& StackAt(PartsInfo& part, double x, double y) {
+        HaichiInfo& h = app->HaichiList.Append();
+        h.Part = &part;
+        h.BlockIndex = 0;
+        h.X = x;
+        h.Y = y;
+        h.Pieces = 1;
+        return h;
+    }
+};
+
+TEST_F(OffsetCrossingTest, AStackBelowTheLowerLineCrossesItByTheDifference) {
+    KouteiInfo& k = OneBlockJob();
+    k.Pallet->OffsetB = 50;
+    PartsInfo& p = AddPart(1, 100, 100, 1);
+    p.DisplayName = "Bracket";
+    const HaichiInfo& h = StackAt(p, 300, 10);  // y 10..110, the line at 50
+    StackAt(p, 600, 50);                        // on the line: not across
+    const std::vector<OffsetCrossing> all = OffsetCrossings(*app);
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(all[0].Stack, &h);
+    EXPECT_EQ(all[0].Side, 'B');
+    EXPECT_DOUBLE_EQ(all[0].By, 40);
+    EXPECT_EQ(OffsetCrossingText(all[0], messages),
+              "A1 Bracket: 40 past the lower offset line of pallet 1");
+}
+
+TEST_F(OffsetCrossingTest, TheUpperLineLiesItsOffsetBelowThePalletsFarEdge) {
+    KouteiInfo& k = OneBlockJob();
+    k.Pallet->OffsetA = 100;  // the line at y = 800 - 100 = 700
+    PartsInfo& p = AddPart(1, 100, 100, 1);
+    StackAt(p, 300, 650.5);  // reaches 750.5
+    const std::vector<OffsetCrossing> all = OffsetCrossings(*app);
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(all[0].Side, 'A');
+    EXPECT_DOUBLE_EQ(all[0].By, 50.5);
+    EXPECT_EQ(OffsetCrossingText(all[0], messages),
+              "A1: 50.5 past the upper offset line of pallet 1");
+}
+
+TEST_F(OffsetCrossingTest, LinesOfAHundredthOrLessAreNotDrawnAndNotCrossed) {
+    KouteiInfo& k = OneBlockJob();
+    k.Pallet->OffsetB = 0.01;
+    PartsInfo& p = AddPart(1, 100, 100, 1);
+    StackAt(p, 300, 0);
+    EXPECT_TRUE(OffsetCrossings(*app).empty());
+}
+
+TEST_F(OffsetCrossingTest, AStackPastTwoLimitsIsNamedForEach) {
+    KouteiInfo& k = OneBlockJob();
+    k.Pallet->LimitLeft = 20;   // x = 20
+    k.Pallet->LimitRight = 30;  // x = 1000 - 30 = 970
+    PartsInfo& wide = AddPart(1, 990, 100, 1);
+    StackAt(wide, 995, 200);  // x 5..995
+    const std::vector<OffsetCrossing> all = OffsetCrossings(*app);
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(all[0].Side, 'L');
+    EXPECT_DOUBLE_EQ(all[0].By, 15);
+    EXPECT_EQ(all[1].Side, 'R');
+    EXPECT_DOUBLE_EQ(all[1].By, 25);
+}
+
+}  // namespace
+}  // namespace kesto::test
