@@ -210,4 +210,17 @@ std::string DefaultHostStore::MachineIniPath() {
 
 #endif
 
+std::string LocalDateTimeText(std::time_t when) {
+    std::tm local{};
+#ifdef _WIN32
+    if (localtime_s(&local, &when) != 0)
+        return "";
+#else
+    if (localtime_r(&when, &local) == nullptr)
+        return "";
+#endif
+    char text[32];
+    return std::strftime(text, sizeof text, "%Y-%m-%d %H:%M", &local) > 0 ? text : "";
+}
+
 }  // namespace kesto

@@ -2,6 +2,7 @@
 // them to its job session; nothing here is process-wide.
 #pragma once
 
+#include <ctime>
 #include <optional>
 #include <string>
 #include <utility>
@@ -58,5 +59,9 @@ class DefaultHostStore : public HostStore {
   private:
     std::string machineIni_ = MachineIniPath();
 };
+
+// The local date and time of when as "YYYY-MM-DD HH:MM" (the time zone's, as the machine is
+// set); empty when the platform cannot tell it.
+std::string LocalDateTimeText(std::time_t when);
 
 }  // namespace kesto

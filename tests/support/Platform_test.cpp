@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #endif
 
+#include <ctime>
 #include <filesystem>
 #include <string>
 
@@ -217,6 +218,32 @@ TEST(DefaultHostStore, UserValueSetByAnotherProgramIsRead) {
 }
 
 #endif
+
+// The time zone is the environment's; the clock of the test is fixed.
+void SetTimeZone() {
+#ifdef _WIN32
+    _tzset();
+#else
+    tzset();
+#endif
+}
+
+TEST(LocalDateTimeText, IsTheDateAndTimeOfTheMachinesTimeZone) {
+    constexpr std::time_t kNewYear2000 = 946684800;  // 2000-01-01 00:00:00 UTC
+    {
+        const ScopedEnv utc("TZ", "UTC0");
+        SetTimeZone();
+        EXPECT_EQ(LocalDateTimeText(kNewYear2000 + 3723), "2000-01-01 01:02");
+        EXPECT_EQ(LocalDateTimeText(kNewYear2000 - 60), "1999-12-31 23:59");
+    }
+    {
+        // Three hours west of Greenwich.
+        const ScopedEnv west("TZ", "XYZ3");
+        SetTimeZone();
+        EXPECT_EQ(LocalDateTimeText(kNewYear2000 + 3723), "1999-12-31 22:02");
+    }
+    SetTimeZone();
+}
 
 }  // namespace
 }  // namespace kesto
