@@ -87,11 +87,15 @@ void QtCanvas::DrawLabel(LabelMode mode, const std::string& text, int32_t fontSl
         const QRect r(rect.Left, rect.Top, rect.Right - rect.Left, rect.Bottom - rect.Top);
         if (r.width() <= 0 || r.height() <= 0)
             return;
-        const Qt::Alignment across = mode == LabelMode::Left    ? Qt::AlignLeft
-                                     : mode == LabelMode::Right ? Qt::AlignRight
-                                                                : Qt::AlignHCenter;
-        // Qt cuts the text to the rectangle: a table's cell never writes over the next.
-        painter_.drawText(r, across | Qt::AlignTop | Qt::TextSingleLine, shown);
+        if (mode == LabelMode::Centred) {
+            painter_.drawText(r, Qt::AlignHCenter | Qt::AlignTop | Qt::TextSingleLine, shown);
+            return;
+        }
+        // A text too long for its rectangle (a table's cell) ends in an ellipsis where the
+        // rectangle does, rather than writing over the next.
+        const QString fitted = painter_.fontMetrics().elidedText(shown, Qt::ElideRight, r.width());
+        const Qt::Alignment across = mode == LabelMode::Left ? Qt::AlignLeft : Qt::AlignRight;
+        painter_.drawText(r, across | Qt::AlignTop | Qt::TextSingleLine, fitted);
     } else {
         constexpr int kUnbounded = 1 << 20;
         painter_.drawText(QRect(at.X, at.Y, kUnbounded, kUnbounded),

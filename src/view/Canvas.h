@@ -57,8 +57,8 @@ class Canvas {
     virtual void DrawLinePrim(IntPoint from, IntPoint to, Rgb colour, PenStyle style,
                               int32_t width) = 0;
     // Text in font slot fontSlot (a defined font: callers skip undefined ones) on a
-    // transparent background; Centred, Left and Right use rect (and clip to it), AtPoint
-    // uses at.
+    // transparent background; Centred, Left and Right use rect (and clip to it; Left and
+    // Right end a text too wide in an ellipsis), AtPoint uses at.
     virtual void DrawLabel(LabelMode mode, const std::string& text, int32_t fontSlot, IntPoint at,
                            const IntRect& rect, Rgb colour) = 0;
 };

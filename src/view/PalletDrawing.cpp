@@ -12,6 +12,8 @@ namespace {
 
 constexpr const char* kSection = "MainDlg";
 constexpr double kMarginShare = 0.04;
+constexpr double kCaptionShare = 0.04;  // of the area's height, the caption strip
+constexpr double kTallestArea = 1e6;    // pixels
 
 bool IsKnownMode(int32_t mode) {
     return mode == view::kFlat || mode == view::kDanmen || mode == view::kFourPallet ||
@@ -195,6 +197,22 @@ void HeightLimit(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int32_t
 
 }  // namespace
 
+int32_t FlatAreaHeight(const PalletInfo& pallet, int32_t width) {
+    const double w = (1 + 2 * kMarginShare) * pallet.LengthX;
+    const double l = (1 + 2 * kMarginShare) * pallet.LengthY;
+    if (!(w > 0) || !(l > 0) || width <= 0)
+        return 0;
+    // Below the caption strip the world window's height at the width's scale; an absurd
+    // pallet (a line, NaN) gets none.
+    const double below = std::ceil(l * width / w);
+    if (!(below < kTallestArea))
+        return 0;
+    auto height = static_cast<int32_t>(below / (1 - kCaptionShare));
+    while (height - static_cast<int32_t>(kCaptionShare * height) < below)
+        ++height;
+    return height;
+}
+
 PalletDrawing::PalletDrawing(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
                              const colour::Palette& palette)
     : app_(app), shown_(shown), messages_(messages), palette_(palette) {}
@@ -208,7 +226,7 @@ void PalletDrawing::Refresh(Canvas& canvas) {
 void PalletDrawing::ClearArea(Canvas& canvas) {
     const IntRect& area = shown_.AreaRect;
     const int32_t clientHeight = area.Bottom - area.Top;
-    CaptionHeight = static_cast<int32_t>(0.04 * clientHeight);
+    CaptionHeight = static_cast<int32_t>(kCaptionShare * clientHeight);
     for (PalletCaption& caption : Captions)
         caption.Visible = false;
     const Rgb back = palette_.AreaBackground;

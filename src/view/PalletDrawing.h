@@ -47,11 +47,13 @@ struct PalletCaption {
 // Labels of the stacks in place of the part's name and pieces: the sort sheet marks every
 // stack with its row in the sheet's table, a number that reads from farther away than a name.
 struct StackTags {
+    struct Font {
+        int32_t Slot = -1;
+        int32_t Height = 0;  // pixels
+    };
     std::unordered_map<const HaichiInfo*, std::string> Texts;  // a stack without one: no label
-    int32_t LargeFont = -1;  // font slot and pixel height of the tags
-    int32_t LargeHeight = 0;
-    int32_t SmallFont = -1;  // for a stack too small for the large tag
-    int32_t SmallHeight = 0;
+    // Largest first: a tag takes the first font it fits its stack in, else the last.
+    std::vector<Font> Fonts;
 };
 
 class PalletDrawing {
@@ -142,7 +144,7 @@ class PalletDrawing {
     void DrawRackLines(Canvas& canvas) const;
     // The side view of the stacks in the cross-section band (DrawParts mode 0).
     void DrawSection(Canvas& canvas) const;
-    // The record's tag centred on rect, in the large font when it fits there.
+    // The record's tag centred on rect, in the largest font it fits there in.
     void DrawTag(Canvas& canvas, const IntRect& rect, const HaichiInfo& record) const;
 
     CKestoApp& app_;
@@ -152,6 +154,11 @@ class PalletDrawing {
     const StackTags* tags_ = nullptr;
     Selection selection_;
 };
+
+// The height of a FLAT area width pixels wide in which the pallet fills the width: the
+// least that leaves no room above and below its world window (frame and margins); a narrow
+// pallet needs much.
+int32_t FlatAreaHeight(const PalletInfo& pallet, int32_t width);
 
 // The fill of a part's rectangle: a part with a '1' among the first four characters of its
 // sensitive sides is drawn in the palette's marked colours.

@@ -326,19 +326,22 @@ void PalletDrawing::DrawSection(Canvas& canvas) const {
 
 void PalletDrawing::DrawTag(Canvas& canvas, const IntRect& rect, const HaichiInfo& record) const {
     const auto tag = tags_->Texts.find(&record);
-    if (tag == tags_->Texts.end() || tag->second.empty())
+    if (tag == tags_->Texts.end() || tag->second.empty() || tags_->Fonts.empty())
         return;
     const std::string& text = tag->second;
-    const bool large = TextWidthAtMost(text, tags_->LargeHeight) <= rect.Right - rect.Left &&
-                       tags_->LargeHeight <= rect.Bottom - rect.Top;
-    const int32_t font = large ? tags_->LargeFont : tags_->SmallFont;
-    const int32_t height = large ? tags_->LargeHeight : tags_->SmallHeight;
+    const auto fits = [&](const StackTags::Font& f) {
+        return TextWidthAtMost(text, f.Height) <= rect.Right - rect.Left &&
+               f.Height <= rect.Bottom - rect.Top;
+    };
+    const auto fitting = std::find_if(tags_->Fonts.begin(), tags_->Fonts.end(), fits);
+    const StackTags::Font& font = fitting != tags_->Fonts.end() ? *fitting : tags_->Fonts.back();
+    const int32_t height = font.Height;
     // A rectangle of the text's own size round the stack's centre: a tag larger than its
     // stack stands over the stack's edges rather than being cut by them.
     const int32_t halfWidth = TextWidthAtMost(text, height) / 2 + 1;
     const int32_t cx = rect.Left + (rect.Right - rect.Left) / 2;
     const int32_t top = rect.Top + (rect.Bottom - rect.Top - height) / 2;
-    canvas.DrawLabel(LabelMode::Centred, text, font, IntPoint{},
+    canvas.DrawLabel(LabelMode::Centred, text, font.Slot, IntPoint{},
                      IntRect{cx - halfWidth, top, cx + halfWidth, top + height + height / 2},
                      palette_.LabelText);
 }

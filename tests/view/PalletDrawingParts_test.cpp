@@ -205,18 +205,15 @@ TEST_F(FlatParts, ThePrintPaletteFillsStacksLightWithDarkOutlines) {
     EXPECT_LT(0.299 * pen.R + 0.587 * pen.G + 0.114 * pen.B, 60.0);
 }
 
-// Tags replace the name and the count: the large font where it fits, else the small one,
-// centred on the stack in a rectangle of the text's own size.
+// Tags replace the name and the count: in the largest font that fits the stack, centred on
+// it in a rectangle of the text's own size.
 TEST_F(FlatParts, TaggedStacksShowTheirTagsInPlaceOfNameAndCount) {
     const HaichiInfo& bracketStack = Bracket();
     const HaichiInfo& smallStack = Small();
     Rail();
     StackTags tags;
     tags.Texts = {{&bracketStack, "1"}, {&smallStack, "12"}};
-    tags.LargeFont = 7;
-    tags.LargeHeight = 30;
-    tags.SmallFont = 6;
-    tags.SmallHeight = 16;
+    tags.Fonts = {{7, 30}, {6, 16}, {5, 12}};
     drawing.TagStacks(&tags);
     LayOut();
     DisplayList parts;
@@ -230,6 +227,13 @@ TEST_F(FlatParts, TaggedStacksShowTheirTagsInPlaceOfNameAndCount) {
     // SMALLPART {558, 429, 647, 452} is 23 high: the 16-pixel font, "12" 20 wide, half 11
     // round x 602, top 429 + (23 - 16) / 2 = 432.
     ExpectLabel(drawn[1], "12", {591, 432, 613, 456}, 6);
+    // A stack no font fits takes the last, standing over its edges.
+    tags.Texts = {{&bracketStack, "123456789012345678901234567890"}};
+    DisplayList tight;
+    drawing.DrawParts(tight, drawmode::kAll);
+    ASSERT_EQ(1u, test::Labels(tight).size());
+    // 30 bytes at 12 pixels: 225 wide, wider than the bracket's 178.
+    ExpectLabel(test::Labels(tight)[0], "123456789012345678901234567890", {186, 590, 412, 608}, 5);
     drawing.TagStacks(nullptr);
     DisplayList again;
     drawing.DrawParts(again, drawmode::kAll);

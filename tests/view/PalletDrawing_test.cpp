@@ -180,6 +180,24 @@ TEST_F(Layout, FlatCentresTheFrameInALargeArea) {
     }
 }
 
+// The height that fits a pallet drawn FLAT at a width: the world window (the frame and its
+// margins) fills the area below the caption strip in both directions.
+TEST_F(Layout, FlatAreaHeightLeavesNoRoomAboveOrBelowTheFrame) {
+    MakePallet(1250, 830);
+    // World 1350 x 896.4 at 1000 pixels: 1.35 per pixel, 664 and a rounding pixel below the
+    // caption strip; 692 high with a strip of 27. The frame's 615 leave 25 above and below.
+    EXPECT_EQ(FlatAreaHeight(job.app.PalletList.Items.front(), 1000), 692);
+    Area(1000, 692);
+    drawing.Refresh(canvas);
+    EXPECT_DOUBLE_EQ(1.35, drawing.Scale);
+    EXPECT_EQ(27, drawing.CaptionHeight);
+    EXPECT_EQ((IntRect{37, 52, 962, 667}), drawing.PalletRect[0]);
+    // A pallet with no length, and no width, gets no height.
+    PalletInfo none;
+    EXPECT_EQ(FlatAreaHeight(none, 1000), 0);
+    EXPECT_EQ(FlatAreaHeight(job.app.PalletList.Items.front(), 0), 0);
+}
+
 TEST_F(Layout, FlatCentresTheFrameInASmallArea) {
     MakePallet(1250, 830);
     Area(640, 480);
