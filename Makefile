@@ -8,7 +8,8 @@ PACKAGES   := cmake g++ make libgtest-dev libgmock-dev libbenchmark-dev \
               qt6-base-dev qt6-qpa-plugins libgl1-mesa-dev fonts-dejavu-core fonts-noto-cjk \
               clang libclang-rt-14-dev \
               xvfb openbox libx11-dev libxtst-dev clang-format \
-              dpkg-dev file lintian desktop-file-utils appstream man-db groff-base
+              dpkg-dev file lintian desktop-file-utils appstream man-db groff-base \
+              poppler-utils
 # make fuzz: the libFuzzer harnesses of fuzz/, built with clang; each runs FUZZ_SECONDS.
 FUZZ_BUILD   ?= build-fuzz
 FUZZ_SECONDS ?= 60

@@ -11,7 +11,7 @@
 #include "cli/ProgramRun.h"
 #include "session/JobSession.h"
 #include "session/PlacementPicture.h"
-#include "support/SetupList.h"
+#include "session/SortSheet.h"
 #include "support/TextFormat.h"
 
 #ifdef _WIN32
@@ -98,10 +98,6 @@ std::string PaintDocument(const PictureDocument& document, const std::string& ou
     return "";
 }
 
-std::string JobFileName(const JobSession& session) {
-    return std::filesystem::path(GetDataFilePath(session.Svc(), DataFile::Job)).filename().string();
-}
-
 }  // namespace
 
 std::optional<std::pair<int32_t, int32_t>> ParsePictureSize(const std::string& text) {
@@ -118,11 +114,12 @@ std::optional<std::pair<int32_t, int32_t>> ParsePictureSize(const std::string& t
 bool WriteBatchPictures(JobSession& session, const PictureRequest& request,
                         const std::string& pictureProgram, std::ostream& out, std::ostream& err) {
     const bool pdf = PictureFormatOf(request.Output) == PictureFormat::Pdf;
-    // A PDF also lists the small boxes, the set-aside parts and the parts left short; PNG
-    // images are of the pallets only.
-    const PictureDocument document = BuildPlacementPictures(
-        session.App(), session.Shown(), session.Svc().Messages, JobFileName(session),
-        pdf ? kPdfPageWidth : request.Width, pdf ? kPdfPageHeight : request.Height, pdf);
+    // A PDF is for paper: the sort sheet, as the window prints it. PNG images are the
+    // screen's pictures, with their listing.
+    const PictureDocument document =
+        pdf ? BuildSortSheet(session)
+            : BuildPlacementPictures(session.App(), session.Shown(), session.Svc(),
+                                     PictureJobName(session), request.Width, request.Height, true);
     out.flush();
     const std::string error = PaintDocument(document, request.Output, pictureProgram);
     if (!error.empty()) {

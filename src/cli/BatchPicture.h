@@ -13,9 +13,6 @@ namespace kesto {
 
 class JobSession;
 
-// The page of a PDF in pixels: A4 landscape proportions, fine enough for a whole table.
-inline constexpr int32_t kPdfPageWidth = 1684;
-inline constexpr int32_t kPdfPageHeight = 1190;
 // The default size of a PNG image.
 inline constexpr int32_t kPngDefaultWidth = 1600;
 inline constexpr int32_t kPngDefaultHeight = 1000;

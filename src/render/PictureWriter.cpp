@@ -23,30 +23,20 @@ QString FileName(const std::string& path) {
     return QString::fromLocal8Bit(path.c_str());
 }
 
-PictureWriteResult WritePdf(const PictureDocument& document, const std::string& output,
-                            const FontTable& fonts) {
+PictureWriteResult WritePdf(const PictureDocument& document, const std::string& output) {
     PictureWriteResult result;
     {
         QPdfWriter writer(FileName(output));
         writer.setCreator(QStringLiteral("Kesto"));
         writer.setResolution(kPdfResolution);
-        writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape,
-                                         QMarginsF(8, 8, 8, 8), QPageLayout::Millimeter));
+        writer.setPageLayout(PicturePageLayout());
         if (!document.Pages.empty())
             writer.setTitle(QString::fromUtf8(document.Pages.front().Title.c_str()));
-        QPainter painter;
-        if (!painter.begin(&writer)) {
-            result.Error = "cannot write " + output;
+        const std::string error = PaintPictureDocument(document, writer);
+        if (!error.empty()) {
+            result.Error = "cannot write " + output + ": " + error;
             return result;
         }
-        for (size_t i = 0; i < document.Pages.size(); ++i) {
-            if (i > 0 && !writer.newPage()) {
-                result.Error = "cannot add a page to " + output;
-                return result;
-            }
-            PaintPicturePage(document.Pages[i], fonts, painter, writer.width(), writer.height());
-        }
-        painter.end();
     }
     std::error_code ec;
     if (std::filesystem::file_size(output, ec) == 0 || ec) {
@@ -85,13 +75,29 @@ PictureWriteResult WritePngs(const PictureDocument& document, const std::string&
 }  // namespace
 
 void BuildPictureFonts(const PictureDocument& document, FontTable& fonts) {
-    CKestoApp settings;
     for (size_t i = 0; i < document.Fonts.size(); ++i) {
-        settings.FontHeight[i] = document.Fonts[i].Height;
-        settings.FontCharSet[i] = document.Fonts[i].CharSet;
-        settings.FontNames[i] = document.Fonts[i].Name;
+        const PictureFont& f = document.Fonts[i];
+        fonts.Set(static_cast<int>(i), f.Height, f.CharSet, f.Name, f.Bold);
     }
-    fonts.Build(settings);
+}
+
+QPageLayout PicturePageLayout() {
+    return QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape, QMarginsF(8, 8, 8, 8),
+                       QPageLayout::Millimeter);
+}
+
+std::string PaintPictureDocument(const PictureDocument& document, QPagedPaintDevice& device) {
+    FontTable fonts;
+    BuildPictureFonts(document, fonts);
+    QPainter painter;
+    if (!painter.begin(&device))
+        return "the device takes no painting";
+    for (size_t i = 0; i < document.Pages.size(); ++i) {
+        if (i > 0 && !device.newPage())
+            return FormatText("no page %d", static_cast<int>(i + 1));
+        PaintPicturePage(document.Pages[i], fonts, painter, device.width(), device.height());
+    }
+    return painter.end() ? "" : "the pages were not finished";
 }
 
 void PaintPicturePage(const PicturePage& page, const FontTable& fonts, QPainter& painter, int width,
@@ -114,10 +120,11 @@ PictureWriteResult WritePictures(const PictureDocument& document, const std::str
     const std::optional<PictureFormat> format = PictureFormatOf(output);
     if (!format)
         return PictureWriteResult{{}, "the picture file must end in .pdf or .png: " + output};
+    if (*format == PictureFormat::Pdf)
+        return WritePdf(document, output);
     FontTable fonts;
     BuildPictureFonts(document, fonts);
-    return *format == PictureFormat::Pdf ? WritePdf(document, output, fonts)
-                                         : WritePngs(document, output, fonts);
+    return WritePngs(document, output, fonts);
 }
 
 }  // namespace kesto

@@ -8,51 +8,23 @@
 #include <sstream>
 
 #include "app/Codes.h"
+#include "placement/ShortReason.h"
+#include "session/JobSession.h"
 #include "session/ListLines.h"
+#include "session/SheetTexts.h"
+#include "support/SetupList.h"
 #include "support/TextFormat.h"
 #include "view/PalletDrawing.h"
+#include "view/ShiftedCanvas.h"
 
 namespace kesto {
 
 namespace {
 
-constexpr const char* kDocumentHeader = "kesto-picture-document 1";
+constexpr const char* kDocumentHeader = "kesto-picture-document 2";
 constexpr int32_t kPalletsPerPage = 4;
 constexpr int32_t kLargestPage = 20000;  // pixels; more is a damaged document
 constexpr Rgb kTextColour{0, 0, 0};
-
-// Fallback headings for keys a message file may lack; the shortage list has no key at all.
-constexpr const char* kSmallBoxHeading = "Small boxes";
-constexpr const char* kToriokiHeading = "Set aside";
-constexpr const char* kShortHeading = "Parts left short";
-
-// Draws on another canvas moved down by dy, so the pallet drawing keeps its own coordinates
-// (starting at 0, 0) below the page's title strip.
-class ShiftedCanvas : public Canvas {
-  public:
-    ShiftedCanvas(Canvas& target, int32_t dy) : target_(target), dy_(dy) {}
-    void FillRectangle(const IntRect& rect, Rgb fill, Rgb pen) override {
-        target_.FillRectangle(Shift(rect), fill, pen);
-    }
-    void DrawArcPrim(const IntRect& box, IntPoint start, IntPoint end, Rgb fill, Rgb pen) override {
-        target_.DrawArcPrim(Shift(box), Shift(start), Shift(end), fill, pen);
-    }
-    void DrawLinePrim(IntPoint from, IntPoint to, Rgb colour, PenStyle style,
-                      int32_t width) override {
-        target_.DrawLinePrim(Shift(from), Shift(to), colour, style, width);
-    }
-    void DrawLabel(LabelMode mode, const std::string& text, int32_t fontSlot, IntPoint at,
-                   const IntRect& rect, Rgb colour) override {
-        target_.DrawLabel(mode, text, fontSlot, Shift(at), Shift(rect), colour);
-    }
-
-  private:
-    IntRect Shift(IntRect r) const { return {r.Left, r.Top + dy_, r.Right, r.Bottom + dy_}; }
-    IntPoint Shift(IntPoint p) const { return {p.X, p.Y + dy_}; }
-
-    Canvas& target_;
-    int32_t dy_;
-};
 
 // The first defined font among the message keys' fonts, then any defined font; -1 when the
 // settings define none.
@@ -70,11 +42,6 @@ int32_t ChooseFont(const CKestoApp& app, const std::vector<int32_t>& preferred) 
 
 int32_t KeyFont(const MessageTable& messages, const char* key) {
     return messages.GetFontText("MainDlg", key).Font;
-}
-
-std::string KeyText(const MessageTable& messages, const char* key, const char* fallback) {
-    const std::string text = messages.GetFontText("MainDlg", key).Text;
-    return text.empty() ? fallback : text;
 }
 
 int32_t TitleFont(const CKestoApp& app, const MessageTable& messages) {
@@ -141,7 +108,8 @@ void AddProcessPages(CKestoApp& app, const ViewState& shown, const MessageTable&
             page.Title = ProcessTitle(app, koutei, first, jobName);
             DrawTitle(app, page, titleFont, strip);
             PalletDrawing drawing(app, pages, messages);
-            ShiftedCanvas area(page.Drawing, strip);
+            // Below the page's title strip, in the drawing's own coordinates.
+            ShiftedCanvas area(page.Drawing, 0, strip);
             drawing.Refresh(area);
             DrawCaptions(app, drawing, area);
         }
@@ -178,48 +146,75 @@ bool HasPartFor(const CKestoApp& app, int32_t code) {
                        [&](const PartsInfo& p) { return InSmallBox(p, code); });
 }
 
-std::vector<ListingLine> ListingLines(const CKestoApp& app, const MessageTable& messages,
+// The short parts of a process, each with the line of why below it.
+void AddShortLines(const CKestoApp& app, const KouteiInfo& koutei,
+                   const std::vector<ShortPart>& reasons, const MessageTable& messages,
+                   int32_t font, std::vector<ListingLine>& lines) {
+    for (const PartsInfo& part : app.PartsList) {
+        if (part.KouteiNo != koutei.No || !LeftShort(part))
+            continue;
+        lines.push_back({FormatText("%.2d  ", koutei.No) + ShortLine(part), font, 2});
+        const auto reason = std::find_if(reasons.begin(), reasons.end(),
+                                         [&](const ShortPart& r) { return r.Part == &part; });
+        if (reason != reasons.end())
+            lines.push_back({ShortReasonText(reason->Reason, messages), font, 3});
+    }
+}
+
+std::vector<ListingLine> ListingLines(CKestoApp& app, const Services& services,
                                       const ListingFonts& fonts) {
+    const MessageTable& messages = services.Messages;
+    const SheetTexts texts = SheetTexts::From(messages);
     std::vector<ListingLine> lines;
     const auto emptySection = [&](size_t before) {
         if (lines.size() == before)
             lines.push_back({"-", fonts.Line, 2});
     };
 
-    lines.push_back({KeyText(messages, "L-SMALLBOX", kSmallBoxHeading), fonts.Heading, 0});
+    lines.push_back({texts.SmallBoxes, fonts.Heading, 0});
     size_t before = lines.size();
-    const std::string boxPrefix = messages.GetFontText("MainDlg", "B-SBOX1").Text;
     for (int32_t n = 1; n <= kSmallBoxSlots; ++n) {
         const int32_t code = SmallBoxCode(n);
         if (!HasPartFor(app, code))
             continue;
-        lines.push_back({FormatText("%s%d", boxPrefix.c_str(), n), fonts.Box, 1});
+        lines.push_back({FormatText("%s%d", texts.BoxPrefix.c_str(), n), fonts.Box, 1});
         AddPartLines(
             app, [](const PartsInfo& p, int32_t c) { return InSmallBox(p, c); }, code, SmallBoxLine,
             fonts.Line, lines);
     }
     emptySection(before);
 
-    lines.push_back({KeyText(messages, "L-TORIOKI", kToriokiHeading), fonts.Heading, 0});
+    lines.push_back({texts.SetAside, fonts.Heading, 0});
     before = lines.size();
     AddPartLines(
         app, [](const PartsInfo& p, int32_t) { return InTorioki(p); }, 0, ToriokiLine, fonts.Line,
         lines);
     emptySection(before);
 
-    lines.push_back({kShortHeading, fonts.Heading, 0});
+    lines.push_back({texts.Short, fonts.Heading, 0});
     before = lines.size();
-    AddPartLines(
-        app, [](const PartsInfo& p, int32_t) { return LeftShort(p); }, 0, ShortLine, fonts.Line,
-        lines);
+    const std::vector<ShortPart> reasons = WhyShortAll(app, services);
+    for (const KouteiInfo& koutei : app.KouteiList)
+        AddShortLines(app, koutei, reasons, messages, fonts.Line, lines);
+    emptySection(before);
+
+    lines.push_back({texts.Crossings, fonts.Heading, 0});
+    before = lines.size();
+    for (const OffsetCrossing& crossing : OffsetCrossings(app)) {
+        const BlockInfo* block = app.BlockOf(*crossing.Stack);
+        lines.push_back(
+            {FormatText("%.2d  ", block->KouteiNo) + OffsetCrossingText(crossing, messages),
+             fonts.Line, 2});
+    }
     emptySection(before);
     return lines;
 }
 
 // The listing as pages of width x height, one line below the other, a new page whenever
 // one is full.
-void AddListingPages(const CKestoApp& app, const MessageTable& messages, const std::string& jobName,
+void AddListingPages(CKestoApp& app, const Services& services, const std::string& jobName,
                      int32_t width, int32_t height, PictureDocument& document) {
+    const MessageTable& messages = services.Messages;
     const int32_t titleFont = TitleFont(app, messages);
     const int32_t strip = TitleStripHeight(app, titleFont, height);
     ListingFonts fonts;
@@ -234,7 +229,7 @@ void AddListingPages(const CKestoApp& app, const MessageTable& messages, const s
     PicturePage* page = nullptr;
     int32_t y = 0;
     int32_t pageNo = 0;
-    for (const ListingLine& line : ListingLines(app, messages, fonts)) {
+    for (const ListingLine& line : ListingLines(app, services, fonts)) {
         const int32_t font = line.Font >= 0 ? line.Font : fonts.Line;
         const int32_t fontHeight = FontPixelHeight(app, font);
         const int32_t advance = fontHeight + std::max(2, fontHeight / 2);
@@ -307,27 +302,36 @@ std::optional<PicturePage> ReadPage(std::istream& in) {
 
 }  // namespace
 
+void TakeSettingsFonts(const CKestoApp& app, PictureDocument& document) {
+    for (size_t i = 0; i < app.FontHeight.size(); ++i) {
+        document.Fonts[i] =
+            PictureFont{app.FontHeight[i], app.FontCharSet[i], app.FontNames[i], false};
+    }
+}
+
 PictureDocument BuildPlacementPictures(CKestoApp& app, const ViewState& shown,
-                                       const MessageTable& messages, const std::string& jobName,
+                                       const Services& services, const std::string& jobName,
                                        int32_t width, int32_t height, bool withListing) {
     PictureDocument document;
-    for (size_t i = 0; i < document.Fonts.size(); ++i) {
-        document.Fonts[i] = PictureFont{app.FontHeight[i], app.FontCharSet[i], app.FontNames[i]};
-    }
+    TakeSettingsFonts(app, document);
     if (width <= 0 || height <= 0)
         return document;
-    AddProcessPages(app, shown, messages, jobName, width, height, document);
+    AddProcessPages(app, shown, services.Messages, jobName, width, height, document);
     if (withListing)
-        AddListingPages(app, messages, jobName, width, height, document);
+        AddListingPages(app, services, jobName, width, height, document);
     return document;
+}
+
+std::string PictureJobName(const JobSession& session) {
+    return std::filesystem::path(GetDataFilePath(session.Svc(), DataFile::Job)).filename().string();
 }
 
 void WritePictureDocument(const PictureDocument& document, std::ostream& out) {
     out << kDocumentHeader << "\n";
     for (size_t i = 0; i < document.Fonts.size(); ++i) {
         const PictureFont& f = document.Fonts[i];
-        out << "font " << i << ' ' << f.Height << ' ' << f.CharSet << ' ' << OnePictureLine(f.Name)
-            << "\n";
+        out << "font " << i << ' ' << f.Height << ' ' << f.CharSet << ' ' << (f.Bold ? 1 : 0) << ' '
+            << OnePictureLine(f.Name) << "\n";
     }
     out << "pages " << document.Pages.size() << "\n";
     for (const PicturePage& page : document.Pages) {
@@ -345,11 +349,12 @@ std::optional<PictureDocument> ReadPictureDocument(std::istream& in) {
     std::vector<int32_t> numbers;
     for (size_t i = 0; i < document.Fonts.size(); ++i) {
         PictureFont& f = document.Fonts[i];
-        if (!ReadPictureLine(in, line) || !ParseLine(line, "font", numbers, 3, &f.Name) ||
-            numbers[0] != static_cast<int32_t>(i))
+        if (!ReadPictureLine(in, line) || !ParseLine(line, "font", numbers, 4, &f.Name) ||
+            numbers[0] != static_cast<int32_t>(i) || (numbers[3] != 0 && numbers[3] != 1))
             return std::nullopt;
         f.Height = numbers[1];
         f.CharSet = numbers[2];
+        f.Bold = numbers[3] == 1;
     }
     if (!ReadPictureLine(in, line) || !ParseLine(line, "pages", numbers, 1, nullptr) ||
         numbers[0] < 0)

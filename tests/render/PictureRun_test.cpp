@@ -10,7 +10,9 @@
 
 #include "common/E2eCases.h"
 #include "common/GuiApplication.h"
+#include "common/ImageInk.h"
 #include "common/MiniInstallation.h"
+#include "common/PdfText.h"
 #include "common/TestFiles.h"
 #include "render/PicturePdf.h"
 #include "view/Colours.h"
@@ -80,17 +82,34 @@ class PictureRun : public ::testing::Test {
     MiniInstallation installation;
 };
 
-TEST_F(PictureRun, PdfHasAPagePerProcessAndAListingPageEachWithDrawing) {
+// The sort sheet: CUT's brackets and BEND's plate each on pallet 1, then the summary.
+TEST_F(PictureRun, PdfIsTheSortSheetAPagePerPalletAndTheSummary) {
     Write();
     const BatchRun run = RunBatch(folder, "ok", "--picture out/plan.pdf");
     ASSERT_EQ(run.Code, 0) << run.Log;
     EXPECT_NE(run.Log.find("Picture (3 pages):\n  out/plan.pdf\n"), std::string::npos) << run.Log;
     const test::PdfPages pdf(Out("plan.pdf"));
     ASSERT_EQ(pdf.ContentLengths.size(), 3u);
-    // Two pallets with frames, cells and stacks, then the listing's text lines.
+    // Two pallets with frames, cells, stacks and tables, then the summary's tables.
     EXPECT_GT(pdf.ContentLengths[0], 1000u);
     EXPECT_GT(pdf.ContentLengths[1], 1000u);
-    EXPECT_GT(pdf.ContentLengths[2], 200u);
+    EXPECT_GT(pdf.ContentLengths[2], 500u);
+    const std::optional<std::vector<std::string>> pages = test::PdfPageTexts(Out("plan.pdf"));
+    if (!pages)
+        GTEST_SKIP() << "pdftotext is not installed (poppler-utils)";
+    ASSERT_EQ(pages->size(), 3u);
+    const std::string first = test::OneBlank((*pages)[0]);
+    for (const char* text :
+         {"job.txt", "01 CUT", "P-01", "Page 1 of 3", "No. Part Name Pieces", "1 A001 BRK-1 4",
+          "2 A001 BRK-1 4", "Total: 2 stacks, 8 pieces", "moved by the operator"})
+        EXPECT_NE(first.find(text), std::string::npos) << text << "\n" << first;
+    const std::string second = test::OneBlank((*pages)[1]);
+    EXPECT_NE(second.find("02 BEND"), std::string::npos) << second;
+    EXPECT_NE(second.find("1 A002 PLT-2 3"), std::string::npos) << second;
+    const std::string summary = test::OneBlank((*pages)[2]);
+    for (const char* text : {"Summary", "Page 3 of 3", "Small boxes", "01 CUT A003 CLP-3 20",
+                             "Set aside", "Parts left short", "Stacks across an offset line"})
+        EXPECT_NE(summary.find(text), std::string::npos) << text << "\n" << summary;
     EXPECT_TRUE(std::filesystem::exists(Out("result.csv")));
     // The document handed to the picture program is gone.
     for (const auto& entry : std::filesystem::directory_iterator(Out("")))
@@ -110,14 +129,21 @@ Rgb PixelAt(const QImage& image, int x, int y) {
                static_cast<uint8_t>(c.blue())};
 }
 
-TEST_F(PictureRun, PngGivesAnImagePerProcessAtTheAskedSize) {
+TEST_F(PictureRun, PngGivesAnImagePerProcessAndTheListingAtTheAskedSize) {
     test::EnsureGuiApplication();
     Write();
     const BatchRun run = RunBatch(folder, "ok", "--picture out/plan.png --picture-size 800x500");
     ASSERT_EQ(run.Code, 0) << run.Log;
-    EXPECT_NE(run.Log.find("Pictures:\n  out/plan-01.png\n  out/plan-02.png\n"), std::string::npos)
+    EXPECT_NE(run.Log.find("Pictures:\n  out/plan-01.png\n  out/plan-02.png\n  out/plan-03.png\n"),
+              std::string::npos)
         << run.Log;
-    EXPECT_FALSE(std::filesystem::exists(Out("plan-03.png")));
+    EXPECT_FALSE(std::filesystem::exists(Out("plan-04.png")));
+    // The listing: black lines of text on white.
+    QImage listing;
+    ASSERT_TRUE(listing.load(QString::fromStdString(Out("plan-03.png"))));
+    EXPECT_EQ(listing.size(), QSize(800, 500));
+    EXPECT_EQ(PixelAt(listing, 790, 490), (Rgb{255, 255, 255}));
+    EXPECT_GT(test::DarkPixels(listing.convertToFormat(QImage::Format_RGB32)), 500);
     for (const char* name : {"plan-01.png", "plan-02.png"}) {
         QImage image;
         ASSERT_TRUE(image.load(QString::fromStdString(Out(name)))) << name;

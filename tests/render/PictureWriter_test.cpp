@@ -6,14 +6,18 @@
 #include <QColor>
 #include <QImage>
 #include <QPainter>
+#include <QPdfWriter>
 #include <filesystem>
 #include <string>
 
 #include "common/GuiApplication.h"
 #include "common/ImageInk.h"
+#include "common/PdfText.h"
+#include "common/PictureJob.h"
 #include "common/TestFiles.h"
 #include "render/FontTable.h"
 #include "render/PicturePdf.h"
+#include "session/SheetTable.h"
 #include "view/Colours.h"
 
 namespace kesto {
@@ -126,6 +130,82 @@ TEST(PictureWriter, UnwritableFileIsAnError) {
     EXPECT_NE(WritePictures(Document(1), missing + ".pdf").Error, "");
     EXPECT_NE(WritePictures(Document(1), missing + ".png").Error, "");
     EXPECT_NE(WritePictures(Document(1), folder / "plan.jpg").Error, "");
+}
+
+// A page painted at its own size, as a PNG image would be.
+QImage Painted(const PictureDocument& doc, size_t page) {
+    FontTable fonts;
+    BuildPictureFonts(doc, fonts);
+    const PicturePage& p = doc.Pages[page];
+    QImage image(p.Width, p.Height, QImage::Format_RGB32);
+    QPainter painter(&image);
+    PaintPicturePage(p, fonts, painter, p.Width, p.Height);
+    return image;
+}
+
+// The first rectangle of a page filled in fill.
+IntRect FirstFilled(const PicturePage& page, Rgb fill) {
+    for (const Primitive& p : page.Drawing.Items()) {
+        if (p.Kind == PrimitiveKind::Rectangle && p.Fill == fill)
+            return p.Rect;
+    }
+    ADD_FAILURE() << "nothing filled in " << int(fill.R) << "," << int(fill.G) << ","
+                  << int(fill.B);
+    return IntRect{};
+}
+
+// The same job on the screen's pictures and on the sort sheet: the screen's navy area and
+// white-edged stacks, the sheet's white paper, light stacks with dark outlines, a dark rule.
+TEST(PictureWriter, ThePrintStyleIsAWhitePageWithDarkOutlinesTheScreensIsNot) {
+    test::EnsureGuiApplication();
+    test::PictureJob job(test::PictureInstallation(1));
+    const PictureDocument screen = job.Build(false);
+    const PictureDocument sheet = job.Sheet();
+
+    const QImage onScreen = Painted(screen, 0);
+    const IntRect area = FirstFilled(screen.Pages[0], colour::kAreaBackground);
+    EXPECT_EQ(PixelAt(onScreen, area.Left + 3, area.Bottom - 3), colour::kAreaBackground);
+    const IntRect screenStack = FirstFilled(screen.Pages[0], colour::kPartNormal);
+    EXPECT_EQ(PixelAt(onScreen, screenStack.Left, screenStack.Top), colour::kPartPen);
+    EXPECT_EQ(PixelAt(onScreen, screenStack.Left + 3, screenStack.Top + 3), colour::kPartNormal);
+
+    const QImage onPaper = Painted(sheet, 0);
+    const colour::Palette& paper = colour::kPrintPalette;
+    // Paper wherever nothing is drawn: the margins, below the drawing, the legend's right.
+    EXPECT_EQ(PixelAt(onPaper, 5, 5), (Rgb{255, 255, 255}));
+    EXPECT_EQ(PixelAt(onPaper, 100, 1150), (Rgb{255, 255, 255}));
+    const IntRect frame = FirstFilled(sheet.Pages[0], paper.PalletFrame);
+    EXPECT_EQ(PixelAt(onPaper, frame.Left, frame.Top + 40), paper.PalletFramePen);
+    const IntRect stack = FirstFilled(sheet.Pages[0], paper.PartNormal);
+    EXPECT_EQ(PixelAt(onPaper, stack.Left, stack.Top + 2), paper.PartPen);
+    EXPECT_EQ(PixelAt(onPaper, stack.Left + 3, stack.Top + 3), paper.PartNormal);
+    // The header's rule is dark across the page.
+    EXPECT_EQ(PixelAt(onPaper, 842, 86), sheetcolour::kRule);
+    // Dark enough to see in black and white: the outlines; light enough to read on: the fills.
+    for (const Rgb dark : {paper.PartPen, paper.PalletFramePen, sheetcolour::kRule})
+        EXPECT_LT(dark.R + dark.G + dark.B, 3 * 60);
+    for (const Rgb light : {paper.PartNormal, paper.PalletFrame, sheetcolour::kShadedRow})
+        EXPECT_GT(light.R + light.G + light.B, 3 * 200);
+}
+
+TEST(PictureWriter, ADocumentGoesOntoAnyPagedDeviceAPageEach) {
+    test::EnsureGuiApplication();
+    TempFolder folder;
+    test::PictureJob job(test::PictureInstallation(1));
+    const PictureDocument sheet = job.Sheet();
+    const std::string path = folder / "device.pdf";
+    {
+        QPdfWriter writer(QString::fromStdString(path));
+        writer.setPageLayout(PicturePageLayout());
+        EXPECT_EQ(PaintPictureDocument(sheet, writer), "");
+    }
+    EXPECT_EQ(test::PdfPages(path).ContentLengths.size(), sheet.Pages.size());
+    const std::optional<std::vector<std::string>> pages = test::PdfPageTexts(path);
+    if (!pages)
+        GTEST_SKIP() << "pdftotext is not installed (poppler-utils)";
+    ASSERT_EQ(pages->size(), sheet.Pages.size());
+    EXPECT_NE(test::OneBlank(pages->front()).find("Page 1 of 3"), std::string::npos);
+    EXPECT_NE(test::OneBlank(pages->back()).find("Summary"), std::string::npos);
 }
 
 TEST(PictureWriter, PageIsScaledToFitTheDevice) {

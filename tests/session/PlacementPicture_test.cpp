@@ -9,11 +9,9 @@
 #include <memory>
 #include <sstream>
 
-#include "common/MiniInstallation.h"
-#include "common/TestFiles.h"
-#include "common/TestServices.h"
-#include "session/JobSession.h"
+#include "common/PictureJob.h"
 #include "session/ListLines.h"
+#include "session/SortSheet.h"
 #include "view/Colours.h"
 #include "view/PalletDrawing.h"
 
@@ -21,88 +19,11 @@ namespace kesto {
 namespace {
 
 using test::MiniInstallation;
-using test::TempFolder;
+using test::PictureInstallation;
+using test::PictureJob;
 
-constexpr int32_t kWidth = 1684;
-constexpr int32_t kHeight = 1190;
-
-// Two processes on one pallet type, a choice of pallets, a small-box part and a part far too
-// many to place (a piece height of 100 allows five per stack; the plate's group comes first).
-MiniInstallation PictureInstallation(int pallets) {
-    MiniInstallation inst;
-    inst.Settings =
-        "[FontDefine]\n"
-        "FontSet1=-12,0,0,0,Sans\n"
-        "FontSet2=13,0,0,0,Mono\n"
-        "FontSet4=18,0,0,0,Sans\n"
-        "[MainDlg]\n"
-        "TitleName=4,\"Kesto\"\n"
-        "L-PALLET-CAP=4,\"Pallet\"\n"
-        "DRAW-STRING=1,\"Labels\"\n"
-        "L-SMALLBOX=1,\"Small boxes\"\n"
-        "L-TORIOKI=1,\"Set aside\"\n"
-        "B-SBOX1=3,\"Box\"\n"
-        "LIST-SBOX=2,\"Small box\"\n"
-        "[KakuDlg]\n"
-        "Msg008=1,\"Parts left short\"\n"
-        "Msg208=1,\"Delete the old result file?\"\n"
-        "[PalletSelect]\n"
-        "PalletInfo=" +
-        std::to_string(pallets) + ",P\n";
-    inst.Pallets =
-        "P1,PAL-A,0,0,1000,800,500,10,10,300,200,10,10,3,3,5,5,Pallet A\n"
-        "B1\nB2\n";
-    inst.Job =
-        "#BoxInfo\n"
-        "PAL,0,1,0,2000,0,2000\n"
-        "SB1,100,2,0,500,0,500\n"
-        "SB2,101,2,0,500,0,500\n"
-        "#End\n"
-        "#KouteiInfo\n"
-        "1,CUT,PAL-A\n"
-        "2,BEND,PAL-A\n"
-        "#End\n"
-        "#PartsInfo\n"
-        "A001,1,Bracket,BRK-1,250,150,1,8,0,0,4,,,2,G01,0000,,0,,K001,10\n"
-        "A002,2,Plate,PLT-2,280,180,10,3,0,0,0,,,2,G00,0000,,0,,K002,5\n"
-        "A003,1,Clip,CLP-3,40,30,11,20,100,0,0,,,1,G02,0000,,0,,K003,1\n"
-        "A004,2,Block,BLK-4,290,190,1,500,0,0,0,,,2,G01,0000,,0,,K004,100\n"
-        "#End\n";
-    return inst;
-}
-
-// A job read and placed as the window places it at start.
-class PlacedJob {
-  public:
-    explicit PlacedJob(const MiniInstallation& inst) {
-        inst.Write(folder.Path());
-        session = std::make_unique<JobSession>(
-            services.Get(), "kesto " + (folder / "pallet/pallets.txt") + " 0 0 0 0 1", shown);
-        EXPECT_TRUE(session->StartUp());
-        EXPECT_TRUE(session->Init());
-    }
-    CKestoApp& App() { return session->App(); }
-    ViewState& Shown() { return shown; }
-    const MessageTable& Messages() const { return services.Messages; }
-    PictureDocument Build(bool withListing = true, int32_t width = kWidth,
-                          int32_t height = kHeight) {
-        return BuildPlacementPictures(App(), shown, services.Messages, "job.txt", width, height,
-                                      withListing);
-    }
-    const PartsInfo& Part(const std::string& code) {
-        for (const PartsInfo& p : App().PartsList) {
-            if (p.Code == code)
-                return p;
-        }
-        ADD_FAILURE() << "no part " << code;
-        return App().PartsList.Items.front();
-    }
-
-    TempFolder folder;
-    test::TestServices services{folder.Path().string()};
-    ViewState shown;
-    std::unique_ptr<JobSession> session;
-};
+constexpr int32_t kWidth = test::kPictureWidth;
+constexpr int32_t kHeight = test::kPictureHeight;
 
 std::vector<std::string> Labels(const PicturePage& page) {
     std::vector<std::string> texts;
@@ -128,7 +49,7 @@ std::vector<IntRect> Frames(const PicturePage& page) {
 }
 
 TEST(PlacementPicture, SixPalletsGiveTwoPagesPerProcessAndAListingPage) {
-    PlacedJob job(PictureInstallation(6));
+    PictureJob job(PictureInstallation(6));
     const PictureDocument doc = job.Build();
     ASSERT_EQ(doc.Pages.size(), 5u);
     for (const PicturePage& page : doc.Pages) {
@@ -145,7 +66,7 @@ TEST(PlacementPicture, SixPalletsGiveTwoPagesPerProcessAndAListingPage) {
 }
 
 TEST(PlacementPicture, EachProcessPageShowsFourPalletsWithTheirCaptions) {
-    PlacedJob job(PictureInstallation(6));
+    PictureJob job(PictureInstallation(6));
     const PictureDocument doc = job.Build();
     ASSERT_GE(doc.Pages.size(), 2u);
     EXPECT_EQ(Frames(doc.Pages[0]).size(), 4u);
@@ -158,7 +79,7 @@ TEST(PlacementPicture, EachProcessPageShowsFourPalletsWithTheirCaptions) {
 }
 
 TEST(PlacementPicture, DrawingLiesBelowTheTitleStrip) {
-    PlacedJob job(PictureInstallation(4));
+    PictureJob job(PictureInstallation(4));
     const PictureDocument doc = job.Build(false);
     ASSERT_EQ(doc.Pages.size(), 2u);
     const std::vector<Primitive>& items = doc.Pages[0].Drawing.Items();
@@ -178,7 +99,7 @@ TEST(PlacementPicture, DrawingLiesBelowTheTitleStrip) {
 }
 
 TEST(PlacementPicture, StacksAreDrawnWithTheirLabelsOnTheirProcessPage) {
-    PlacedJob job(PictureInstallation(4));
+    PictureJob job(PictureInstallation(4));
     const PictureDocument doc = job.Build(false);
     ASSERT_EQ(doc.Pages.size(), 2u);
     EXPECT_TRUE(HasLabel(doc.Pages[0], "BRK-1"));
@@ -192,7 +113,7 @@ TEST(PlacementPicture, StacksAreDrawnWithTheirLabelsOnTheirProcessPage) {
 }
 
 TEST(PlacementPicture, OnePalletIsDrawnFlatOnOnePagePerProcess) {
-    PlacedJob job(PictureInstallation(1));
+    PictureJob job(PictureInstallation(1));
     const PictureDocument doc = job.Build(false);
     ASSERT_EQ(doc.Pages.size(), 2u);
     EXPECT_EQ(Frames(doc.Pages[0]).size(), 1u);
@@ -200,8 +121,8 @@ TEST(PlacementPicture, OnePalletIsDrawnFlatOnOnePagePerProcess) {
     EXPECT_TRUE(HasLabel(doc.Pages[0], "P-01"));
 }
 
-TEST(PlacementPicture, ListingPageHoldsSmallBoxesSetAsideAndShortParts) {
-    PlacedJob job(PictureInstallation(4));
+TEST(PlacementPicture, ListingPageHoldsSmallBoxesSetAsideShortPartsWithWhyAndCrossings) {
+    PictureJob job(PictureInstallation(4));
     const PartsInfo& clip = job.Part("A003");
     const PartsInfo& block = job.Part("A004");
     ASSERT_TRUE(LeftShort(block));
@@ -217,6 +138,10 @@ TEST(PlacementPicture, ListingPageHoldsSmallBoxesSetAsideAndShortParts) {
         "02  " + ToriokiLine(block),
         "Parts left short",
         "02  " + ShortLine(block),
+        "The stacking height allows 5 per stack where 500 were needed: piece height 100, "
+        "limit 500",
+        "Stacks across an offset line",
+        "-",
     };
     EXPECT_EQ(Labels(doc.Pages[2]), expected);
     EXPECT_EQ(SmallBoxLine(clip), "003   20 CLP-3");
@@ -229,12 +154,31 @@ TEST(PlacementPicture, ListingWithNothingToListShowsADashPerSection) {
         "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n"
         "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
         "#PartsInfo\nA001,1,Bracket,BRK-1,250,150,1,8,0,0,4,,,2,G01,0000,,0,,K001,10\n#End\n";
-    PlacedJob job(inst);
+    PictureJob job(inst);
     const PictureDocument doc = job.Build();
     ASSERT_EQ(doc.Pages.size(), 2u);
-    EXPECT_EQ(Labels(doc.Pages[1]),
-              (std::vector<std::string>{"job.txt", "Small boxes", "-", "Set aside", "-",
-                                        "Parts left short", "-"}));
+    EXPECT_EQ(
+        Labels(doc.Pages[1]),
+        (std::vector<std::string>{"job.txt", "Small boxes", "-", "Set aside", "-",
+                                  "Parts left short", "-", "Stacks across an offset line", "-"}));
+}
+
+// Offset B of 100 on the command line: the stacks standing from the front margin (y 10)
+// reach 90 past the lower offset line.
+TEST(PlacementPicture, ListingNamesTheStacksAcrossAnOffsetLineWithTheirProcess) {
+    MiniInstallation inst = PictureInstallation(1);
+    inst.Job =
+        "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n"
+        "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
+        "#PartsInfo\nA001,1,Bracket,BRK-1,250,150,1,4,0,0,4,,,2,G01,0000,,0,,K001,10\n#End\n";
+    PictureJob job(inst, " 0 0 0 100 1");
+    const PictureDocument doc = job.Build();
+    ASSERT_EQ(doc.Pages.size(), 2u);
+    const std::vector<std::string> labels = Labels(doc.Pages[1]);
+    const auto heading = std::find(labels.begin(), labels.end(), "Stacks across an offset line");
+    ASSERT_NE(heading, labels.end());
+    ASSERT_NE(heading + 1, labels.end());
+    EXPECT_EQ(*(heading + 1), "01  A001 BRK-1: 90 past the lower offset line of pallet 1");
 }
 
 TEST(PlacementPicture, LongListingContinuesOnFurtherPages) {
@@ -248,7 +192,7 @@ TEST(PlacementPicture, LongListingContinuesOnFurtherPages) {
         "#BoxInfo\nPAL,0,1,0,2000,0,2000\nSB1,100,2,0,500,0,500\n#End\n"
         "#KouteiInfo\n1,CUT,PAL-A\n#End\n#PartsInfo\n" +
         parts + "#End\n";
-    PlacedJob job(inst);
+    PictureJob job(inst);
     const PictureDocument doc = job.Build();
     ASSERT_GE(doc.Pages.size(), 3u);
     EXPECT_EQ(doc.Pages[1].Title, "job.txt");
@@ -279,13 +223,13 @@ std::string JobState(const CKestoApp& app) {
     }
     for (const HaichiInfo& h : app.HaichiList) {
         out << "stack " << h.Part << ' ' << h.Pieces << ' ' << h.BlockIndex << ' ' << h.Level << ' '
-            << int{h.Corner} << ' ' << h.X << ' ' << h.Y << '\n';
+            << int{h.Corner} << ' ' << int{h.Edits} << ' ' << h.X << ' ' << h.Y << '\n';
     }
     return out.str();
 }
 
 TEST(PlacementPicture, DrawingEveryViewAndEveryPageLeavesTheJobAndTheViewAsTheyWere) {
-    PlacedJob job(PictureInstallation(6));
+    PictureJob job(PictureInstallation(6));
     CKestoApp& app = job.App();
     ViewState& shown = job.Shown();
     shown.PalletMode = view::kDanmen;
@@ -298,6 +242,8 @@ TEST(PlacementPicture, DrawingEveryViewAndEveryPageLeavesTheJobAndTheViewAsTheyW
     ASSERT_FALSE(app.HaichiList.Empty());
 
     EXPECT_GT(job.Build().Pages.size(), 2u);
+    EXPECT_GT(BuildSortSheet(app, job.services.Get(), SheetHeading{"job.txt", "now"}).Pages.size(),
+              2u);
     ViewState every = shown;
     for (int32_t mode : {view::kFlat, view::kDanmen, view::kFourPallet, view::kTwoPallet}) {
         for (int32_t is3D : {0, 1}) {
@@ -319,7 +265,7 @@ TEST(PlacementPicture, DrawingEveryViewAndEveryPageLeavesTheJobAndTheViewAsTheyW
 }
 
 TEST(PlacementPicture, FontsAreTheSettingsFonts) {
-    PlacedJob job(PictureInstallation(4));
+    PictureJob job(PictureInstallation(4));
     const PictureDocument doc = job.Build();
     EXPECT_EQ(doc.Fonts[0].Height, 0);
     EXPECT_EQ(doc.Fonts[1].Height, -12);
@@ -358,7 +304,7 @@ void ExpectSameDocument(const PictureDocument& a, const PictureDocument& b) {
 }
 
 TEST(PictureDocumentFile, PlacedJobReadsBackAsWritten) {
-    PlacedJob job(PictureInstallation(6));
+    PictureJob job(PictureInstallation(6));
     const PictureDocument doc = job.Build();
     const std::optional<PictureDocument> back = ReadBack(Written(doc));
     ASSERT_TRUE(back.has_value());
