@@ -1,4 +1,4 @@
-// Why a part is short, and which stacks cross an offset line.
+// Why a part is short.
 #include "placement/ShortReason.h"
 
 #include <algorithm>
@@ -17,8 +17,6 @@ namespace {
 constexpr const char* kSection = "Short";
 // Parts named in a list of takers; the rest are counted.
 constexpr size_t kTakersNamed = 5;
-// Offset lines of 0.01 or less are not drawn and so not crossed.
-constexpr double kLeastLine = 0.01;
 
 // Pieces per stack the placement wants for count pieces under the part's own limit: the
 // fewest stacks of at most that limit, filled evenly.
@@ -133,38 +131,9 @@ std::optional<ShortReason> Reason(CKs_Haichi& engine, CKestoApp& app, const Part
     return r;
 }
 
-// A length as the lists show it: at most two decimals, no trailing zeros.
-std::string Length(double v) {
-    std::string s = FormatText("%.2f", v);
-    if (s.find('.') != std::string::npos) {
-        while (s.back() == '0')
-            s.pop_back();
-        if (s.back() == '.')
-            s.pop_back();
-    }
-    return s == "-0" ? "0" : s;
-}
-
-// The template with %1 .. %9 replaced by the figures.
-std::string Fill(const std::string& text, const std::vector<std::string>& figures) {
-    std::string out;
-    for (size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == '%' && i + 1 < text.size() && text[i + 1] >= '1' && text[i + 1] <= '9') {
-            const size_t k = static_cast<size_t>(text[i + 1] - '1');
-            if (k < figures.size())
-                out += figures[k];
-            ++i;
-            continue;
-        }
-        out += c;
-    }
-    return out;
-}
-
 std::string Text(const MessageTable& messages, const char* key, const char* english,
                  const std::vector<std::string>& figures) {
-    return Fill(TextOr(messages, kSection, key, english), figures);
+    return FillFigures(TextOr(messages, kSection, key, english), figures);
 }
 
 std::string TakerList(const ShortReason& r, const MessageTable& messages) {
@@ -213,22 +182,24 @@ std::string ShortReasonText(const ShortReason& r, const MessageTable& messages) 
                         {std::to_string(r.ProcessNo)});
         case ShortCause::NoFittingBlock:
             if (r.BlockX == 0 && r.BlockY == 0) {
-                return Text(messages, "SHORT-NO-BLOCKS", "Process %1 has no blocks: part %2 x %3",
-                            {std::to_string(r.ProcessNo), Length(r.PartX), Length(r.PartY)});
+                return Text(
+                    messages, "SHORT-NO-BLOCKS", "Process %1 has no blocks: part %2 x %3",
+                    {std::to_string(r.ProcessNo), ShortLength(r.PartX), ShortLength(r.PartY)});
             }
             return Text(messages, "SHORT-NO-BLOCK",
                         "No block is large enough: part %1 x %2, largest block %3 x %4",
-                        {Length(r.PartX), Length(r.PartY), Length(r.BlockX), Length(r.BlockY)});
+                        {ShortLength(r.PartX), ShortLength(r.PartY), ShortLength(r.BlockX),
+                         ShortLength(r.BlockY)});
         case ShortCause::NoPieceHigh:
             return Text(messages, "SHORT-NO-PIECE",
                         "The stacking height allows no piece: piece height %1, limit %2",
-                        {Length(r.PieceHeight), Length(r.HeightLimit)});
+                        {ShortLength(r.PieceHeight), ShortLength(r.HeightLimit)});
         case ShortCause::FewPerStack:
             return Text(messages, "SHORT-FEW-PIECES",
                         "The stacking height allows %3 per stack where %4 were needed: piece "
                         "height %1, limit %2",
-                        {Length(r.PieceHeight), Length(r.HeightLimit), std::to_string(r.PerStack),
-                         std::to_string(r.PerStackNeeded)});
+                        {ShortLength(r.PieceHeight), ShortLength(r.HeightLimit),
+                         std::to_string(r.PerStack), std::to_string(r.PerStackNeeded)});
         case ShortCause::SheetCount:
             return Text(messages, "SHORT-SHEET-COUNT",
                         "Stacked again by the operator at %1 per stack: blocks that would hold "
@@ -246,56 +217,6 @@ std::string ShortReasonText(const ShortReason& r, const MessageTable& messages) 
     }
     return Text(messages, "SHORT-ROOM", "A block has room for it: Retry or Auto places the rest",
                 {});
-}
-
-std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app) {
-    std::vector<OffsetCrossing> out;
-    // The pallet of each process, by the name the drawing finds it by.
-    std::unordered_map<int32_t, const PalletInfo*> pallets;
-    for (const KouteiInfo& k : app.KouteiList)
-        pallets.try_emplace(k.No, app.PalletByName(k.PalletName));
-    for (const HaichiInfo& h : app.HaichiList) {
-        const BlockInfo* b = app.BlockOf(h);
-        if (h.Part == nullptr || b == nullptr)
-            continue;
-        const auto it = pallets.find(b->KouteiNo);
-        if (it == pallets.end() || it->second == nullptr)
-            continue;
-        const PalletInfo& p = *it->second;
-        const double x0 = h.X - h.Part->SizeX, y1 = h.Y + h.Part->SizeY;
-        auto cross = [&](char side, double line, double by) {
-            if (line > kLeastLine && by > kLengthTolerance)
-                out.push_back({&h, b->PalletNo, side, by});
-        };
-        cross('A', p.OffsetA, y1 - (p.LengthY - p.OffsetA));
-        cross('B', p.OffsetB, p.OffsetB - h.Y);
-        cross('L', p.LimitLeft, p.LimitLeft - x0);
-        cross('R', p.LimitRight, h.X - (p.LengthX - p.LimitRight));
-    }
-    return out;
-}
-
-std::string OffsetCrossingText(const OffsetCrossing& c, const MessageTable& messages) {
-    std::string side;
-    switch (c.Side) {
-        case 'A':
-            side = TextOr(messages, kSection, "OFFSET-UPPER", "upper offset line");
-            break;
-        case 'B':
-            side = TextOr(messages, kSection, "OFFSET-LOWER", "lower offset line");
-            break;
-        case 'L':
-            side = TextOr(messages, kSection, "OFFSET-LEFT", "left limit");
-            break;
-        default:
-            side = TextOr(messages, kSection, "OFFSET-RIGHT", "right limit");
-            break;
-    }
-    const PartsInfo& part = *c.Stack->Part;
-    const std::string name =
-        part.DisplayName.empty() ? part.Code : part.Code + " " + part.DisplayName;
-    return Text(messages, "OFFSET-CROSSING", "%1: %2 past the %3 of pallet %4",
-                {name, Length(c.By), side, std::to_string(c.PalletNo)});
 }
 
 }  // namespace kesto
