@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <unordered_map>
 
 #include "app/Codes.h"
@@ -29,51 +30,75 @@ int64_t PiecesWanted(int64_t count, int32_t limit) {
     return (count + stacks - 1) / stacks;
 }
 
-// The block of the process with the largest area.
-void LargestBlock(const CKestoApp& app, int32_t processNo, ShortReason& r) {
-    double best = -1;
-    const int n = app.FilledBlocks();
-    for (int i = 0; i < n; ++i) {
-        const BlockInfo& b = app.Blocks[i];
-        const double w = b.MaxX - b.MinX, h = b.MaxY - b.MinY;
-        if (b.KouteiNo != processNo || !(w * h > best))
-            continue;
-        best = w * h;
-        r.BlockX = w;
-        r.BlockY = h;
+// What the reasons of many parts share, worked out once: the stacks by the block they stand in,
+// each process's largest block, and the takers of each set of blocks asked about.
+class ShortSurvey {
+  public:
+    ShortSurvey(CKestoApp& app, CKs_Haichi& engine)
+        : app_(app),
+          engine_(engine),
+          stacksIn_(static_cast<size_t>(std::max(app.FilledBlocks(), 0))) {
+        for (const HaichiInfo& h : app.HaichiList) {
+            if (h.Part != nullptr && app.BlockOf(h) != nullptr)
+                stacksIn_[static_cast<size_t>(h.BlockIndex)].push_back(h.Part);
+        }
+        for (size_t i = 0; i < stacksIn_.size(); ++i) {
+            const BlockInfo& b = app.Blocks[i];
+            const double w = b.MaxX - b.MinX, h = b.MaxY - b.MinY;
+            Largest& l = largest_[b.KouteiNo];
+            if (w * h > l.Area)
+                l = {w * h, w, h};
+        }
     }
-}
 
-// The stacks standing in the blocks that could take the part, and the parts holding those
-// blocks, by part.
-void CountTakers(const CKestoApp& app, const std::vector<int>& fitting, ShortReason& r) {
-    std::vector<bool> isFitting(static_cast<size_t>(std::max(app.FilledBlocks(), 0)), false);
-    for (int i : fitting)
-        isFitting[static_cast<size_t>(i)] = true;
+    std::optional<ShortReason> Reason(const PartsInfo& part);
+
+  private:
+    struct Largest {
+        double Area = -1;
+        double X = 0;
+        double Y = 0;
+    };
+    struct Taken {
+        int32_t Stacks = 0;
+        std::vector<BlockTaker> Takers;
+    };
+    const Taken& TakersOf(const std::vector<int>& fitting);
+
+    CKestoApp& app_;
+    CKs_Haichi& engine_;
+    std::vector<std::vector<const PartsInfo*>> stacksIn_;
+    std::unordered_map<int32_t, Largest> largest_;
+    std::map<std::vector<int>, Taken> taken_;
+};
+
+// The stacks standing in the blocks that could take a part, and the parts holding those
+// blocks, by part; parts of one size in one process mostly ask about the same blocks.
+const ShortSurvey::Taken& ShortSurvey::TakersOf(const std::vector<int>& fitting) {
+    const auto known = taken_.find(fitting);
+    if (known != taken_.end())
+        return known->second;
+    Taken t;
     std::unordered_map<const PartsInfo*, int32_t> stacks;
-    for (const HaichiInfo& h : app.HaichiList) {
-        if (h.Part == nullptr || h.BlockIndex < 0 ||
-            static_cast<size_t>(h.BlockIndex) >= isFitting.size() ||
-            !isFitting[static_cast<size_t>(h.BlockIndex)])
-            continue;
-        ++stacks[h.Part];
-        ++r.Stacks;
-    }
     for (int i : fitting) {
-        const PartsInfo* holder = app.Blocks[i].Occupant;
+        for (const PartsInfo* part : stacksIn_[static_cast<size_t>(i)]) {
+            ++stacks[part];
+            ++t.Stacks;
+        }
+        const PartsInfo* holder = app_.Blocks[i].Occupant;
         // The marker of a group move names no part.
         if (holder != nullptr && holder != CKs_Haichi::MovedGroupMarker())
             stacks.try_emplace(holder, 0);
     }
     for (const auto& [part, count] : stacks)
-        r.Takers.push_back({part, count});
-    std::sort(r.Takers.begin(), r.Takers.end(), [](const BlockTaker& a, const BlockTaker& b) {
+        t.Takers.push_back({part, count});
+    std::sort(t.Takers.begin(), t.Takers.end(), [](const BlockTaker& a, const BlockTaker& b) {
         return a.Stacks != b.Stacks ? a.Stacks > b.Stacks : a.Part->Seq < b.Part->Seq;
     });
-    r.Blocks = static_cast<int32_t>(fitting.size());
+    return taken_.emplace(fitting, std::move(t)).first->second;
 }
 
-std::optional<ShortReason> Reason(CKs_Haichi& engine, CKestoApp& app, const PartsInfo& part) {
+std::optional<ShortReason> ShortSurvey::Reason(const PartsInfo& part) {
     if (!IsPalletCode(part.Destination) || part.PiecesPlaced >= part.Quantity)
         return std::nullopt;
     ShortReason r;
@@ -88,15 +113,17 @@ std::optional<ShortReason> Reason(CKs_Haichi& engine, CKestoApp& app, const Part
         r.Cause = ShortCause::SetAside;
         return r;
     }
-    KouteiInfo* process = app.KouteiByNo(part.KouteiNo);
+    KouteiInfo* process = app_.KouteiByNo(part.KouteiNo);
     if (process == nullptr || process->Pallet == nullptr) {
         r.Cause = ShortCause::NoPallet;
         return r;
     }
-    LargestBlock(app, process->No, r);
+    if (const auto l = largest_.find(process->No); l != largest_.end()) {
+        r.BlockX = l->second.X;
+        r.BlockY = l->second.Y;
+    }
     // The engine works on the records; it only reads them here.
-    PartsInfo& p = const_cast<PartsInfo&>(part);
-    const CKs_Haichi::BlockRoom room = engine.RoomFor(process, &p);
+    const CKs_Haichi::BlockRoom room = engine_.RoomFor(process, &const_cast<PartsInfo&>(part));
     if (room.Fitting.empty()) {
         r.Cause = ShortCause::NoFittingBlock;
         return r;
@@ -121,7 +148,10 @@ std::optional<ShortReason> Reason(CKs_Haichi& engine, CKestoApp& app, const Part
         r.Cause = ShortCause::Room;
         return r;
     }
-    CountTakers(app, room.Fitting, r);
+    const Taken& taken = TakersOf(room.Fitting);
+    r.Blocks = static_cast<int32_t>(room.Fitting.size());
+    r.Stacks = taken.Stacks;
+    r.Takers = taken.Takers;
     if (capped) {
         r.Cause = ShortCause::FewPerStack;
         return r;
@@ -156,16 +186,17 @@ std::optional<ShortReason> WhyShort(CKestoApp& app, const Services& services,
                                     const PartsInfo& part) {
     const ViewState none;
     CKs_Haichi engine(app, services, none);
-    return Reason(engine, app, part);
+    return ShortSurvey(app, engine).Reason(part);
 }
 
 std::vector<ShortPart> WhyShortAll(CKestoApp& app, const Services& services) {
     const ViewState none;
     CKs_Haichi engine(app, services, none);
     std::vector<ShortPart> out;
+    ShortSurvey survey(app, engine);
     engine.Survey([&] {
         for (const PartsInfo& p : app.PartsList) {
-            if (std::optional<ShortReason> r = Reason(engine, app, p))
+            if (std::optional<ShortReason> r = survey.Reason(p))
                 out.push_back({&p, std::move(*r)});
         }
     });
