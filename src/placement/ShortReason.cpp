@@ -206,7 +206,7 @@ std::vector<ShortPart> WhyShortAll(CKestoApp& app, const Services& services) {
 std::string ShortReasonText(const ShortReason& r, const MessageTable& messages) {
     switch (r.Cause) {
         case ShortCause::SetAside:
-            return Text(messages, "SHORT-SET-ASIDE", "Set aside by the operator: %1 pieces",
+            return Text(messages, "SHORT-SET-ASIDE", "Pieces set aside by the operator: %1",
                         {std::to_string(r.SetAside)});
         case ShortCause::NoPallet:
             return Text(messages, "SHORT-NO-PALLET", "Process %1 has no pallet",

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "common/PlacementFixture.h"
+#include "common/TestFiles.h"
 #include "support/MessageFile.h"
 
 namespace kesto::test {
@@ -69,7 +71,7 @@ TEST_F(ShortReasonTest, PiecesTheOperatorSetAsideAreTheReasonWhenTheyAreAllThatI
     const ShortReason r = Why(p);
     EXPECT_EQ(r.Cause, ShortCause::SetAside);
     EXPECT_EQ(r.Missing, 4);
-    EXPECT_EQ(Text(p), "Set aside by the operator: 4 pieces");
+    EXPECT_EQ(Text(p), "Pieces set aside by the operator: 4");
 }
 
 TEST_F(ShortReasonTest, AProcessWhosePalletIsNotInThePalletFileHasNoPallet) {
@@ -290,6 +292,55 @@ TEST_F(ShortReasonTest, TextsComeFromTheMessageFileWithTheFiguresInPlace) {
     EXPECT_EQ(ShortReasonText(r, table), "Kein Palette fur Prozess 7 (7)");
     r.Cause = ShortCause::Room;
     EXPECT_EQ(ShortReasonText(r, table), "A block has room for it: Retry or Auto places the rest");
+}
+
+// Every cause once, with figures that make each text distinct.
+std::vector<ShortReason> EveryCause() {
+    std::vector<ShortReason> all;
+    for (ShortCause c : {ShortCause::SetAside, ShortCause::NoPallet, ShortCause::NoFittingBlock,
+                         ShortCause::NoPieceHigh, ShortCause::FewPerStack, ShortCause::SheetCount,
+                         ShortCause::BlocksTaken, ShortCause::Room}) {
+        ShortReason r;
+        r.Cause = c;
+        r.SetAside = 3;
+        r.ProcessNo = 2;
+        r.PartX = 120;
+        r.PartY = 80;
+        r.BlockX = 300;
+        r.BlockY = 250;
+        r.PieceHeight = 4;
+        r.HeightLimit = 10;
+        r.PerStack = 2;
+        r.PerStackNeeded = 5;
+        r.OperatorPerStack = 1;
+        r.Blocks = 9;
+        r.Stacks = 9;
+        all.push_back(r);
+    }
+    ShortReason noBlocks = all[2];
+    noBlocks.BlockX = noBlocks.BlockY = 0;
+    all.push_back(noBlocks);
+    return all;
+}
+
+TEST_F(ShortReasonTest, TheSampleInstallationsTextsAreTheEnglishOnes) {
+    MessageTable sample;
+    ASSERT_EQ(sample.Load((SourceDir() / "examples" / "install" / "Kesto.ini").string(), op), 0);
+    for (const ShortReason& r : EveryCause())
+        EXPECT_EQ(ShortReasonText(r, sample), ShortReasonText(r, messages));
+}
+
+TEST_F(ShortReasonTest, TheJapaneseInstallationHasATextOfItsOwnForEveryCause) {
+    MessageTable ja;
+    ASSERT_EQ(ja.Load((SourceDir() / "examples" / "ja" / "install" / "Kesto.ini").string(), op), 0);
+    for (const ShortReason& r : EveryCause()) {
+        const std::string text = ShortReasonText(r, ja);
+        EXPECT_NE(text, ShortReasonText(r, messages));
+        // Shift_JIS: a lead byte of 0x81 or above somewhere in the text.
+        EXPECT_TRUE(std::any_of(text.begin(), text.end(), [](char c) {
+            return static_cast<unsigned char>(c) >= 0x81;
+        })) << text;
+    }
 }
 
 }  // namespace
