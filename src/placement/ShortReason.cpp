@@ -19,6 +19,11 @@ constexpr const char* kSection = "Short";
 // Parts named in a list of takers; the rest are counted.
 constexpr size_t kTakersNamed = 5;
 
+// Bound for the pallets with fewer pieces on them than wanted.
+bool IsShort(const PartsInfo& part) {
+    return IsPalletCode(part.Destination) && part.PiecesPlaced < part.Quantity;
+}
+
 // Pieces per stack the placement wants for count pieces under the part's own limit: the
 // fewest stacks of at most that limit, filled evenly.
 int64_t PiecesWanted(int64_t count, int32_t limit) {
@@ -99,7 +104,7 @@ const ShortSurvey::Taken& ShortSurvey::TakersOf(const std::vector<int>& fitting)
 }
 
 std::optional<ShortReason> ShortSurvey::Reason(const PartsInfo& part) {
-    if (!IsPalletCode(part.Destination) || part.PiecesPlaced >= part.Quantity)
+    if (!IsShort(part))
         return std::nullopt;
     ShortReason r;
     r.Missing = AddClamped(part.Quantity, -int64_t{part.PiecesPlaced});
@@ -190,9 +195,12 @@ std::optional<ShortReason> WhyShort(CKestoApp& app, const Services& services,
 }
 
 std::vector<ShortPart> WhyShortAll(CKestoApp& app, const Services& services) {
+    std::vector<ShortPart> out;
+    // Most jobs have no short part: then there is nothing to survey or index.
+    if (std::none_of(app.PartsList.begin(), app.PartsList.end(), IsShort))
+        return out;
     const ViewState none;
     CKs_Haichi engine(app, services, none);
-    std::vector<ShortPart> out;
     ShortSurvey survey(app, engine);
     engine.Survey([&] {
         for (const PartsInfo& p : app.PartsList) {
