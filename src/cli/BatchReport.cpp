@@ -9,9 +9,12 @@
 
 #include "app/Codes.h"
 #include "cli/TerminalText.h"
+#include "placement/ShortReason.h"
 #include "session/ListLines.h"
+#include "support/Services.h"
 #include "support/TextColumns.h"
 #include "support/TextFormat.h"
+#include "view/OffsetCrossings.h"
 
 namespace kesto {
 
@@ -194,13 +197,16 @@ void ReportInput(const CKestoApp& app, std::ostream& out) {
     text.Write();
 }
 
-void ReportPlacement(const CKestoApp& app, std::ostream& out) {
+void ReportPlacement(CKestoApp& app, const Services& services, std::ostream& out) {
     ReportText text(out);
     text.Append("Placement:\n");
     const StacksByPlace stacks = StacksOnPallets(app);
     const int highest = HighestPallet(app, stacks);
     for (const KouteiInfo& k : app.KouteiList)
         ReportProcessStacks(k, stacks, highest, text);
+    // The reasons come in list order, for the parts with fewer pieces placed than wanted.
+    const std::vector<ShortPart> reasons = WhyShortAll(app, services);
+    auto reason = reasons.begin();
     int shortParts = 0;
     for (const PartsInfo& p : app.PartsList) {
         if (!LeftShort(p))
@@ -209,9 +215,21 @@ void ReportPlacement(const CKestoApp& app, std::ostream& out) {
             text.Append("Parts short:\n");
         text.Line().Str("  ").Str(ShortLine(p));
         text.EndLine();
+        if (reason != reasons.end() && reason->Part == &p) {
+            text.Line().Str("      ").Str(ShortReasonText(reason->Reason, services.Messages));
+            text.EndLine();
+            ++reason;
+        }
     }
     if (shortParts == 0)
         text.Append("Parts short: none\n");
+    const std::vector<OffsetCrossing> crossings = OffsetCrossings(app);
+    text.Append(crossings.empty() ? "Stacks across an offset line: none\n"
+                                  : "Stacks across an offset line:\n");
+    for (const OffsetCrossing& c : crossings) {
+        text.Line().Str("  ").Str(OffsetCrossingText(c, services.Messages));
+        text.EndLine();
+    }
     text.Write();
 }
 

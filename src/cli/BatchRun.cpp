@@ -150,7 +150,7 @@ int RunBatch(const std::string& programPath, const BatchOptions& options, std::o
     // The window with the operator pressing OK (or Cancel) as soon as it is up.
     session.Init();
     if (!session.Aborted())
-        ReportPlacement(session.App(), out);
+        ReportPlacement(session.App(), session.Svc(), out);
     if (!session.Ended())
         session.Finish(options.Answer);
     ReportEnd(session, out);

@@ -10,20 +10,6 @@
 
 namespace kesto {
 
-CornerPlace PlaceInCorner(const BlockInfo& b, int corner, double sx, double sy, double gx,
-                          double gy) {
-    switch (corner) {
-        case kCornerMinMin:
-            return {b.MinX + sx, b.MinY, {b.MinX, b.MinY, b.MinX + sx + gx, b.MinY + sy + gy}};
-        case kCornerMinMax:
-            return {b.MinX + sx, b.MaxY - sy, {b.MinX, b.MaxY - sy - gy, b.MinX + sx + gx, b.MaxY}};
-        case kCornerMaxMin:
-            return {b.MaxX, b.MinY, {b.MaxX - sx - gx, b.MinY, b.MaxX, b.MinY + sy + gy}};
-        default:
-            return {b.MaxX, b.MaxY - sy, {b.MaxX - sx - gx, b.MaxY - sy - gy, b.MaxX, b.MaxY}};
-    }
-}
-
 int32_t TruncToInt32(double v) {
     if (!(v == v))
         return 0;

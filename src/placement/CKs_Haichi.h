@@ -49,12 +49,33 @@ inline constexpr size_t kRememberLimit = 1000;
 enum class CornerTestMode : int { Placing = 0, Dragging = 1 };
 
 // The stack of a part of size sx x sy with gaps gx, gy in corner 1, 2, 4 or 8 of block b.
-CornerPlace PlaceInCorner(const BlockInfo& b, int corner, double sx, double sy, double gx,
-                          double gy);
+inline CornerPlace PlaceInCorner(const BlockInfo& b, int corner, double sx, double sy, double gx,
+                                 double gy) {
+    switch (corner) {
+        case kCornerMinMin:
+            return {b.MinX + sx, b.MinY, {b.MinX, b.MinY, b.MinX + sx + gx, b.MinY + sy + gy}};
+        case kCornerMinMax:
+            return {b.MinX + sx, b.MaxY - sy, {b.MinX, b.MaxY - sy - gy, b.MinX + sx + gx, b.MaxY}};
+        case kCornerMaxMin:
+            return {b.MaxX, b.MinY, {b.MaxX - sx - gx, b.MinY, b.MaxX, b.MinY + sy + gy}};
+        default:
+            return {b.MaxX, b.MaxY - sy, {b.MaxX - sx - gx, b.MaxY - sy - gy, b.MaxX, b.MaxY}};
+    }
+}
+
 // The footprint of a stack of size sx x sy in corner 1, 2, 4 or 8 of block b, without gaps.
-LengthRect Footprint(const BlockInfo& b, int corner, double sx, double sy);
+inline LengthRect Footprint(const BlockInfo& b, int corner, double sx, double sy) {
+    const bool low = corner == kCornerMinMin || corner == kCornerMinMax;     // at MinX
+    const bool bottom = corner == kCornerMinMin || corner == kCornerMaxMin;  // at MinY
+    return {low ? b.MinX : b.MaxX - sx, bottom ? b.MinY : b.MaxY - sy, low ? b.MinX + sx : b.MaxX,
+            bottom ? b.MinY + sy : b.MaxY};
+}
+
 // The footprint keeps off the pallet's margin and within its lengths.
-bool OnPallet(const LengthRect& footprint, const PalletInfo& pallet);
+inline bool OnPallet(const LengthRect& f, const PalletInfo& pal) {
+    return !(f.X0 < 0 || f.Y0 < pal.MarginY || f.Y1 > pal.LengthY || f.X1 > pal.LengthX);
+}
+
 // A length ratio as a piece count: truncated toward zero, NaN as 0, cut to the int32 range.
 int32_t TruncToInt32(double v);
 // a + b cut to the int32 range.
@@ -179,6 +200,15 @@ class CKs_Haichi {
     int NextCorner(int blockIndex, uint8_t& blocked, CornerPlace& at);
     // The stack stays within the process's blocks, or the part is too large for that to matter.
     bool InsideArea(const CornerPlace& at, double sx, double sy) const;
+    // A stack of size sx x sy with its reference point at x, y lies within the process's blocks.
+    bool WithinBounds(double x, double y, double sx, double sy) const {
+        return BoundMinX - kLengthTolerance < x - sx && x < BoundMaxX + kLengthTolerance &&
+               BoundMinY - kLengthTolerance < y && y + sy < BoundMaxY + kLengthTolerance;
+    }
+    // Some corner of block b could take a stack of size sx x sy on an empty pallet; anywhere:
+    // the part covers the process's area, so that the area does not bound it.
+    bool CouldHold(const BlockInfo& b, double sx, double sy, const PalletInfo& pal,
+                   bool anywhere) const;
     bool IsCandidate(int pallet, const std::array<int, 4>& candidates) const;
 
     // The bulk operations (PlaceAll, RestorePlacement, StackPart) keep an index while they

@@ -42,17 +42,6 @@ bool Between(double lo, double v, double hi) {
 
 }  // namespace
 
-LengthRect Footprint(const BlockInfo& b, int corner, double sx, double sy) {
-    const bool low = corner == kCornerMinMin || corner == kCornerMinMax;     // at MinX
-    const bool bottom = corner == kCornerMinMin || corner == kCornerMaxMin;  // at MinY
-    return {low ? b.MinX : b.MaxX - sx, bottom ? b.MinY : b.MaxY - sy, low ? b.MinX + sx : b.MaxX,
-            bottom ? b.MinY + sy : b.MaxY};
-}
-
-bool OnPallet(const LengthRect& f, const PalletInfo& pal) {
-    return !(f.X0 < 0 || f.Y0 < pal.MarginY || f.Y1 > pal.LengthY || f.X1 > pal.LengthX);
-}
-
 bool CKs_Haichi::InSelection(const HaichiInfo* stack) const {
     return std::find(Selection.begin(), Selection.end(), stack) != Selection.end();
 }

@@ -97,10 +97,18 @@ int CKs_Haichi::NextCorner(int blockIndex, uint8_t& blocked, CornerPlace& at) {
 }
 
 bool CKs_Haichi::InsideArea(const CornerPlace& at, double sx, double sy) const {
-    const bool inside =
-        BoundMinX - kLengthTolerance < at.X - sx && at.X < BoundMaxX + kLengthTolerance &&
-        BoundMinY - kLengthTolerance < at.Y && at.Y + sy < BoundMaxY + kLengthTolerance;
-    return inside || CoversArea(sx, sy);
+    return WithinBounds(at.X, at.Y, sx, sy) || CoversArea(sx, sy);
+}
+
+bool CKs_Haichi::CouldHold(const BlockInfo& b, double sx, double sy, const PalletInfo& pal,
+                           bool anywhere) const {
+    for (uint8_t c : kCornerSearchOrder) {
+        const LengthRect f = Footprint(b, c, sx, sy);
+        // A stack's reference point is its footprint's right and lower edge.
+        if (OnPallet(f, pal) && (anywhere || WithinBounds(f.X1, f.Y0, sx, sy)))
+            return true;
+    }
+    return false;
 }
 
 // Up to four stacks of CurPart in the free corners of one block. Returns -1 when a stack
@@ -213,25 +221,35 @@ CKs_Haichi::BlockRoom CKs_Haichi::RoomFor(KouteiInfo* koutei, PartsInfo* part) {
     ComputeBounds(koutei);
     const double sx = part->SizeX, sy = part->SizeY;
     const PalletInfo& pal = *koutei->Pallet;
-    const int n = app_.FilledBlocks();
-    for (int i = 0; i < n; ++i) {
+    const bool anywhere = CoversArea(sx, sy);
+    // The process's blocks in table order, from the index when there is one.
+    std::vector<int> scanned;
+    const std::vector<int>* blocks = &scanned;
+    if (index_ != nullptr) {
+        if (const PlacementIndex::Process* p = index_->Find(koutei->No))
+            blocks = &p->Blocks;
+    } else {
+        const int n = app_.FilledBlocks();
+        for (int i = 0; i < n; ++i) {
+            if (app_.Blocks[i].KouteiNo == koutei->No)
+                scanned.push_back(i);
+        }
+    }
+    room.Fitting.reserve(blocks->size());
+    for (int i : *blocks) {
+        if (CouldHold(app_.Blocks[i], sx, sy, pal, anywhere))
+            room.Fitting.push_back(i);
+    }
+    for (int i : room.Fitting) {
         const BlockInfo& b = app_.Blocks[i];
-        if (b.KouteiNo != koutei->No)
-            continue;
-        const bool fits =
-            std::any_of(kCornerSearchOrder.begin(), kCornerSearchOrder.end(), [&](uint8_t c) {
-                return OnPallet(Footprint(b, c, sx, sy), pal) &&
-                       InsideArea(PlaceInCorner(b, c, sx, sy, pal.StackGapX, pal.StackGapY), sx,
-                                  sy);
-            });
-        if (!fits)
-            continue;
-        room.Fitting.push_back(i);
-        if (room.Free || (b.Occupant != nullptr && b.Occupant != part))
+        if (b.Occupant != nullptr && b.Occupant != part)
             continue;
         uint8_t blocked = 0;
         CornerPlace at;
-        room.Free = NextCorner(i, blocked, at) != 0;
+        if (NextCorner(i, blocked, at) != 0) {
+            room.Free = true;
+            break;
+        }
     }
     return room;
 }

@@ -1,8 +1,9 @@
-// Why a part is short, and which stacks cross an offset line.
+// Why a part is short.
 #include "placement/ShortReason.h"
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <unordered_map>
 
 #include "app/Codes.h"
@@ -17,8 +18,11 @@ namespace {
 constexpr const char* kSection = "Short";
 // Parts named in a list of takers; the rest are counted.
 constexpr size_t kTakersNamed = 5;
-// Offset lines of 0.01 or less are not drawn and so not crossed.
-constexpr double kLeastLine = 0.01;
+
+// Bound for the pallets with fewer pieces on them than wanted.
+bool IsShort(const PartsInfo& part) {
+    return IsPalletCode(part.Destination) && part.PiecesPlaced < part.Quantity;
+}
 
 // Pieces per stack the placement wants for count pieces under the part's own limit: the
 // fewest stacks of at most that limit, filled evenly.
@@ -31,52 +35,76 @@ int64_t PiecesWanted(int64_t count, int32_t limit) {
     return (count + stacks - 1) / stacks;
 }
 
-// The block of the process with the largest area.
-void LargestBlock(const CKestoApp& app, int32_t processNo, ShortReason& r) {
-    double best = -1;
-    const int n = app.FilledBlocks();
-    for (int i = 0; i < n; ++i) {
-        const BlockInfo& b = app.Blocks[i];
-        const double w = b.MaxX - b.MinX, h = b.MaxY - b.MinY;
-        if (b.KouteiNo != processNo || !(w * h > best))
-            continue;
-        best = w * h;
-        r.BlockX = w;
-        r.BlockY = h;
+// What the reasons of many parts share, worked out once: the stacks by the block they stand in,
+// each process's largest block, and the takers of each set of blocks asked about.
+class ShortSurvey {
+  public:
+    ShortSurvey(CKestoApp& app, CKs_Haichi& engine)
+        : app_(app),
+          engine_(engine),
+          stacksIn_(static_cast<size_t>(std::max(app.FilledBlocks(), 0))) {
+        for (const HaichiInfo& h : app.HaichiList) {
+            if (h.Part != nullptr && app.BlockOf(h) != nullptr)
+                stacksIn_[static_cast<size_t>(h.BlockIndex)].push_back(h.Part);
+        }
+        for (size_t i = 0; i < stacksIn_.size(); ++i) {
+            const BlockInfo& b = app.Blocks[i];
+            const double w = b.MaxX - b.MinX, h = b.MaxY - b.MinY;
+            Largest& l = largest_[b.KouteiNo];
+            if (w * h > l.Area)
+                l = {w * h, w, h};
+        }
     }
-}
 
-// The stacks standing in the blocks that could take the part, and the parts holding those
-// blocks, by part.
-void CountTakers(const CKestoApp& app, const std::vector<int>& fitting, ShortReason& r) {
-    std::vector<bool> isFitting(static_cast<size_t>(std::max(app.FilledBlocks(), 0)), false);
-    for (int i : fitting)
-        isFitting[static_cast<size_t>(i)] = true;
+    std::optional<ShortReason> Reason(const PartsInfo& part);
+
+  private:
+    struct Largest {
+        double Area = -1;
+        double X = 0;
+        double Y = 0;
+    };
+    struct Taken {
+        int32_t Stacks = 0;
+        std::vector<BlockTaker> Takers;
+    };
+    const Taken& TakersOf(const std::vector<int>& fitting);
+
+    CKestoApp& app_;
+    CKs_Haichi& engine_;
+    std::vector<std::vector<const PartsInfo*>> stacksIn_;
+    std::unordered_map<int32_t, Largest> largest_;
+    std::map<std::vector<int>, Taken> taken_;
+};
+
+// The stacks standing in the blocks that could take a part, and the parts holding those
+// blocks, by part; parts of one size in one process mostly ask about the same blocks.
+const ShortSurvey::Taken& ShortSurvey::TakersOf(const std::vector<int>& fitting) {
+    const auto known = taken_.find(fitting);
+    if (known != taken_.end())
+        return known->second;
+    Taken t;
     std::unordered_map<const PartsInfo*, int32_t> stacks;
-    for (const HaichiInfo& h : app.HaichiList) {
-        if (h.Part == nullptr || h.BlockIndex < 0 ||
-            static_cast<size_t>(h.BlockIndex) >= isFitting.size() ||
-            !isFitting[static_cast<size_t>(h.BlockIndex)])
-            continue;
-        ++stacks[h.Part];
-        ++r.Stacks;
-    }
     for (int i : fitting) {
-        const PartsInfo* holder = app.Blocks[i].Occupant;
+        for (const PartsInfo* part : stacksIn_[static_cast<size_t>(i)]) {
+            ++stacks[part];
+            ++t.Stacks;
+        }
+        const PartsInfo* holder = app_.Blocks[i].Occupant;
         // The marker of a group move names no part.
         if (holder != nullptr && holder != CKs_Haichi::MovedGroupMarker())
             stacks.try_emplace(holder, 0);
     }
     for (const auto& [part, count] : stacks)
-        r.Takers.push_back({part, count});
-    std::sort(r.Takers.begin(), r.Takers.end(), [](const BlockTaker& a, const BlockTaker& b) {
+        t.Takers.push_back({part, count});
+    std::sort(t.Takers.begin(), t.Takers.end(), [](const BlockTaker& a, const BlockTaker& b) {
         return a.Stacks != b.Stacks ? a.Stacks > b.Stacks : a.Part->Seq < b.Part->Seq;
     });
-    r.Blocks = static_cast<int32_t>(fitting.size());
+    return taken_.emplace(fitting, std::move(t)).first->second;
 }
 
-std::optional<ShortReason> Reason(CKs_Haichi& engine, CKestoApp& app, const PartsInfo& part) {
-    if (!IsPalletCode(part.Destination) || part.PiecesPlaced >= part.Quantity)
+std::optional<ShortReason> ShortSurvey::Reason(const PartsInfo& part) {
+    if (!IsShort(part))
         return std::nullopt;
     ShortReason r;
     r.Missing = AddClamped(part.Quantity, -int64_t{part.PiecesPlaced});
@@ -90,15 +118,17 @@ std::optional<ShortReason> Reason(CKs_Haichi& engine, CKestoApp& app, const Part
         r.Cause = ShortCause::SetAside;
         return r;
     }
-    KouteiInfo* process = app.KouteiByNo(part.KouteiNo);
+    KouteiInfo* process = app_.KouteiByNo(part.KouteiNo);
     if (process == nullptr || process->Pallet == nullptr) {
         r.Cause = ShortCause::NoPallet;
         return r;
     }
-    LargestBlock(app, process->No, r);
+    if (const auto l = largest_.find(process->No); l != largest_.end()) {
+        r.BlockX = l->second.X;
+        r.BlockY = l->second.Y;
+    }
     // The engine works on the records; it only reads them here.
-    PartsInfo& p = const_cast<PartsInfo&>(part);
-    const CKs_Haichi::BlockRoom room = engine.RoomFor(process, &p);
+    const CKs_Haichi::BlockRoom room = engine_.RoomFor(process, &const_cast<PartsInfo&>(part));
     if (room.Fitting.empty()) {
         r.Cause = ShortCause::NoFittingBlock;
         return r;
@@ -123,7 +153,10 @@ std::optional<ShortReason> Reason(CKs_Haichi& engine, CKestoApp& app, const Part
         r.Cause = ShortCause::Room;
         return r;
     }
-    CountTakers(app, room.Fitting, r);
+    const Taken& taken = TakersOf(room.Fitting);
+    r.Blocks = static_cast<int32_t>(room.Fitting.size());
+    r.Stacks = taken.Stacks;
+    r.Takers = taken.Takers;
     if (capped) {
         r.Cause = ShortCause::FewPerStack;
         return r;
@@ -133,38 +166,9 @@ std::optional<ShortReason> Reason(CKs_Haichi& engine, CKestoApp& app, const Part
     return r;
 }
 
-// A length as the lists show it: at most two decimals, no trailing zeros.
-std::string Length(double v) {
-    std::string s = FormatText("%.2f", v);
-    if (s.find('.') != std::string::npos) {
-        while (s.back() == '0')
-            s.pop_back();
-        if (s.back() == '.')
-            s.pop_back();
-    }
-    return s == "-0" ? "0" : s;
-}
-
-// The template with %1 .. %9 replaced by the figures.
-std::string Fill(const std::string& text, const std::vector<std::string>& figures) {
-    std::string out;
-    for (size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == '%' && i + 1 < text.size() && text[i + 1] >= '1' && text[i + 1] <= '9') {
-            const size_t k = static_cast<size_t>(text[i + 1] - '1');
-            if (k < figures.size())
-                out += figures[k];
-            ++i;
-            continue;
-        }
-        out += c;
-    }
-    return out;
-}
-
 std::string Text(const MessageTable& messages, const char* key, const char* english,
                  const std::vector<std::string>& figures) {
-    return Fill(TextOr(messages, kSection, key, english), figures);
+    return FillFigures(TextOr(messages, kSection, key, english), figures);
 }
 
 std::string TakerList(const ShortReason& r, const MessageTable& messages) {
@@ -187,16 +191,20 @@ std::optional<ShortReason> WhyShort(CKestoApp& app, const Services& services,
                                     const PartsInfo& part) {
     const ViewState none;
     CKs_Haichi engine(app, services, none);
-    return Reason(engine, app, part);
+    return ShortSurvey(app, engine).Reason(part);
 }
 
 std::vector<ShortPart> WhyShortAll(CKestoApp& app, const Services& services) {
+    std::vector<ShortPart> out;
+    // Most jobs have no short part: then there is nothing to survey or index.
+    if (std::none_of(app.PartsList.begin(), app.PartsList.end(), IsShort))
+        return out;
     const ViewState none;
     CKs_Haichi engine(app, services, none);
-    std::vector<ShortPart> out;
+    ShortSurvey survey(app, engine);
     engine.Survey([&] {
         for (const PartsInfo& p : app.PartsList) {
-            if (std::optional<ShortReason> r = Reason(engine, app, p))
+            if (std::optional<ShortReason> r = survey.Reason(p))
                 out.push_back({&p, std::move(*r)});
         }
     });
@@ -206,29 +214,31 @@ std::vector<ShortPart> WhyShortAll(CKestoApp& app, const Services& services) {
 std::string ShortReasonText(const ShortReason& r, const MessageTable& messages) {
     switch (r.Cause) {
         case ShortCause::SetAside:
-            return Text(messages, "SHORT-SET-ASIDE", "Set aside by the operator: %1 pieces",
+            return Text(messages, "SHORT-SET-ASIDE", "Pieces set aside by the operator: %1",
                         {std::to_string(r.SetAside)});
         case ShortCause::NoPallet:
             return Text(messages, "SHORT-NO-PALLET", "Process %1 has no pallet",
                         {std::to_string(r.ProcessNo)});
         case ShortCause::NoFittingBlock:
             if (r.BlockX == 0 && r.BlockY == 0) {
-                return Text(messages, "SHORT-NO-BLOCKS", "Process %1 has no blocks: part %2 x %3",
-                            {std::to_string(r.ProcessNo), Length(r.PartX), Length(r.PartY)});
+                return Text(
+                    messages, "SHORT-NO-BLOCKS", "Process %1 has no blocks: part %2 x %3",
+                    {std::to_string(r.ProcessNo), ShortLength(r.PartX), ShortLength(r.PartY)});
             }
             return Text(messages, "SHORT-NO-BLOCK",
                         "No block is large enough: part %1 x %2, largest block %3 x %4",
-                        {Length(r.PartX), Length(r.PartY), Length(r.BlockX), Length(r.BlockY)});
+                        {ShortLength(r.PartX), ShortLength(r.PartY), ShortLength(r.BlockX),
+                         ShortLength(r.BlockY)});
         case ShortCause::NoPieceHigh:
             return Text(messages, "SHORT-NO-PIECE",
                         "The stacking height allows no piece: piece height %1, limit %2",
-                        {Length(r.PieceHeight), Length(r.HeightLimit)});
+                        {ShortLength(r.PieceHeight), ShortLength(r.HeightLimit)});
         case ShortCause::FewPerStack:
             return Text(messages, "SHORT-FEW-PIECES",
                         "The stacking height allows %3 per stack where %4 were needed: piece "
                         "height %1, limit %2",
-                        {Length(r.PieceHeight), Length(r.HeightLimit), std::to_string(r.PerStack),
-                         std::to_string(r.PerStackNeeded)});
+                        {ShortLength(r.PieceHeight), ShortLength(r.HeightLimit),
+                         std::to_string(r.PerStack), std::to_string(r.PerStackNeeded)});
         case ShortCause::SheetCount:
             return Text(messages, "SHORT-SHEET-COUNT",
                         "Stacked again by the operator at %1 per stack: blocks that would hold "
@@ -246,56 +256,6 @@ std::string ShortReasonText(const ShortReason& r, const MessageTable& messages) 
     }
     return Text(messages, "SHORT-ROOM", "A block has room for it: Retry or Auto places the rest",
                 {});
-}
-
-std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app) {
-    std::vector<OffsetCrossing> out;
-    // The pallet of each process, by the name the drawing finds it by.
-    std::unordered_map<int32_t, const PalletInfo*> pallets;
-    for (const KouteiInfo& k : app.KouteiList)
-        pallets.try_emplace(k.No, app.PalletByName(k.PalletName));
-    for (const HaichiInfo& h : app.HaichiList) {
-        const BlockInfo* b = app.BlockOf(h);
-        if (h.Part == nullptr || b == nullptr)
-            continue;
-        const auto it = pallets.find(b->KouteiNo);
-        if (it == pallets.end() || it->second == nullptr)
-            continue;
-        const PalletInfo& p = *it->second;
-        const double x0 = h.X - h.Part->SizeX, y1 = h.Y + h.Part->SizeY;
-        auto cross = [&](char side, double line, double by) {
-            if (line > kLeastLine && by > kLengthTolerance)
-                out.push_back({&h, b->PalletNo, side, by});
-        };
-        cross('A', p.OffsetA, y1 - (p.LengthY - p.OffsetA));
-        cross('B', p.OffsetB, p.OffsetB - h.Y);
-        cross('L', p.LimitLeft, p.LimitLeft - x0);
-        cross('R', p.LimitRight, h.X - (p.LengthX - p.LimitRight));
-    }
-    return out;
-}
-
-std::string OffsetCrossingText(const OffsetCrossing& c, const MessageTable& messages) {
-    std::string side;
-    switch (c.Side) {
-        case 'A':
-            side = TextOr(messages, kSection, "OFFSET-UPPER", "upper offset line");
-            break;
-        case 'B':
-            side = TextOr(messages, kSection, "OFFSET-LOWER", "lower offset line");
-            break;
-        case 'L':
-            side = TextOr(messages, kSection, "OFFSET-LEFT", "left limit");
-            break;
-        default:
-            side = TextOr(messages, kSection, "OFFSET-RIGHT", "right limit");
-            break;
-    }
-    const PartsInfo& part = *c.Stack->Part;
-    const std::string name =
-        part.DisplayName.empty() ? part.Code : part.Code + " " + part.DisplayName;
-    return Text(messages, "OFFSET-CROSSING", "%1: %2 past the %3 of pallet %4",
-                {name, Length(c.By), side, std::to_string(c.PalletNo)});
 }
 
 }  // namespace kesto

@@ -1,7 +1,6 @@
 // Why a part bound for the pallets is not wholly on them, worked out from the same data and
-// the same corner tests the placement used, and the stacks that lie across a pallet's offset
-// lines. Both are told to the operator in the part panel, the lists, the report and the
-// summary page; neither changes the job.
+// the same corner tests the placement used. Told to the operator in the part panel, the
+// all-parts list, the report and the summary page; working it out changes nothing.
 #pragma once
 
 #include <cstdint>
@@ -69,20 +68,5 @@ std::vector<ShortPart> WhyShortAll(CKestoApp& app, const Services& services);
 // The reason as one line of text, from the [Short] texts of the message file or their
 // English defaults.
 std::string ShortReasonText(const ShortReason& reason, const MessageTable& messages);
-
-// A stack that reaches past an offset line of its pallet, and by how much (length unit).
-struct OffsetCrossing {
-    const HaichiInfo* Stack = nullptr;
-    int32_t PalletNo = 0;
-    char Side = 'B';  // 'A' upper line, 'B' lower line, 'L' left limit, 'R' right limit
-    double By = 0;
-};
-
-// Every stack that crosses an offset line of its process's pallet, in stack list order; a
-// stack past two lines is named for each. Only lines that are drawn count (more than 0.01).
-std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app);
-
-// "P001 Name: 12.5 past the lower offset line of pallet 2", from the [Short] texts.
-std::string OffsetCrossingText(const OffsetCrossing& crossing, const MessageTable& messages);
 
 }  // namespace kesto

@@ -1,5 +1,6 @@
 // The commands of the main window that decide something about the parts.
 #include "app/Codes.h"
+#include "placement/ShortReason.h"
 #include "session/JobSession.h"
 
 namespace kesto {
@@ -17,6 +18,14 @@ PartsInfo* JobSession::FindPart(int32_t seq, bool anyKoutei) {
             return &part;
     }
     return nullptr;
+}
+
+std::string JobSession::WhyShortText(int32_t seq) {
+    const PartsInfo* part = FindPart(seq, true);
+    if (part == nullptr)
+        return {};
+    const std::optional<ShortReason> why = WhyShort(app_, services_, *part);
+    return why ? ShortReasonText(*why, services_.Messages) : std::string();
 }
 
 bool JobSession::Down(std::optional<int32_t> selectedSeq) {

@@ -197,4 +197,31 @@ TextBuilder& TextBuilder::Fixed(double v, int width, int precision) {
     return *this;
 }
 
+std::string ShortLength(double v) {
+    std::string s = FormatText("%.2f", v);
+    if (s.find('.') != std::string::npos) {
+        while (s.back() == '0')
+            s.pop_back();
+        if (s.back() == '.')
+            s.pop_back();
+    }
+    return s == "-0" ? "0" : s;
+}
+
+std::string FillFigures(const std::string& text, const std::vector<std::string>& figures) {
+    std::string out;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == '%' && i + 1 < text.size() && text[i + 1] >= '1' && text[i + 1] <= '9') {
+            const size_t k = static_cast<size_t>(text[i + 1] - '1');
+            if (k < figures.size())
+                out += figures[k];
+            ++i;
+            continue;
+        }
+        out += c;
+    }
+    return out;
+}
+
 }  // namespace kesto

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace kesto {
 
@@ -13,6 +14,12 @@ __attribute__((format(printf, 1, 2)))
 #endif
 std::string
 FormatText(const char* format, ...);
+
+// A length as the operator reads it: at most two decimals, no trailing zeros ("12.5", "1200").
+std::string ShortLength(double v);
+
+// The text with %1 .. %9 replaced by figures 1 to 9 (a missing figure by nothing).
+std::string FillFigures(const std::string& text, const std::vector<std::string>& figures);
 
 // Appends to one string what printf's conversions give:
 //   Str(s)                    "%s" (a C string: up to the first NUL byte)

@@ -39,6 +39,7 @@ inline constexpr Rgb kMarkedPicked{233, 113, 207};
 // Part panels.
 inline constexpr Rgb kPanelBackground{136, 146, 172};
 inline constexpr Rgb kPanelText{255, 255, 255};
+inline constexpr Rgb kPanelShort{255, 236, 96};  // why a part is short
 inline constexpr Rgb kPanelPart{96, 141, 191};
 inline constexpr Rgb kPanelPartPen{0, 0, 0};
 

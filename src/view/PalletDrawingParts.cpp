@@ -5,6 +5,7 @@
 
 #include "support/TextFormat.h"
 #include "view/Colours.h"
+#include "view/OffsetCrossings.h"
 #include "view/PalletDrawing.h"
 
 namespace kesto {
@@ -407,6 +408,18 @@ void PalletDrawing::DrawOffsetLines(Canvas& canvas) {
             line(w - p.LimitRight, 0, w - p.LimitRight, l);
         if (p.LimitLeft > kLeast)
             line(p.LimitLeft, 0, p.LimitLeft, l);
+    }
+    // A stack across a line is framed in the line's colour, so that the operator sees which.
+    for (const OffsetCrossing& c : OffsetCrossings(app_)) {
+        const std::optional<IntRect> r = ScreenRect(*c.Stack);
+        if (!r)
+            continue;
+        const IntPoint corners[4] = {
+            {r->Left, r->Top}, {r->Right, r->Top}, {r->Right, r->Bottom}, {r->Left, r->Bottom}};
+        for (int i = 0; i < 4; ++i) {
+            canvas.DrawLinePrim(corners[i], corners[(i + 1) % 4], colour::kOffsetLine,
+                                PenStyle::Solid, colour::kOffsetLineWidth);
+        }
     }
 }
 

@@ -1,5 +1,6 @@
 #include "view/PartPanels.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "support/TextFormat.h"
@@ -15,14 +16,6 @@ void ClearPanel(Canvas& canvas, const IntRect& rect) {
     canvas.FillRectangle(rect, colour::kPanelBackground, colour::kPanelBackground);
 }
 
-const KouteiInfo* ProcessNumbered(const CKestoApp& app, int32_t no) {
-    for (const KouteiInfo& k : app.KouteiList) {
-        if (k.No == no)
-            return &k;
-    }
-    return nullptr;
-}
-
 }  // namespace
 
 PartsInfoPanel::PartsInfoPanel(const CKestoApp& app, const ViewState& view,
@@ -33,7 +26,7 @@ std::array<std::string, 3> PartsInfoPanel::Lines(const PartsInfo& part) const {
     const std::string u1 = messages_.GetFontText(kSection, "INFO1-STRING").Text;
     const std::string u2 = messages_.GetFontText(kSection, "INFO2-STRING").Text;
     // Found by number, not position; a part of no known process shows an empty name.
-    const KouteiInfo* process = ProcessNumbered(app_, shown_.CurrentKoutei);
+    const KouteiInfo* process = app_.KouteiByNo(shown_.CurrentKoutei);
     const std::string processName = process != nullptr ? process->Name : std::string();
     std::array<std::string, 3> lines;
     lines[0] = FormatText("%-20s %-2s %-32s %ld%s", processName.c_str(), part.DirText.c_str(),
@@ -47,23 +40,30 @@ std::array<std::string, 3> PartsInfoPanel::Lines(const PartsInfo& part) const {
     return lines;
 }
 
-void PartsInfoPanel::Refresh(Canvas& canvas, const HaichiInfo* picked) const {
+void PartsInfoPanel::Refresh(Canvas& canvas, const PartsInfo* part, const std::string& why) const {
     const IntRect& r = shown_.InfoRect;
     ClearPanel(canvas, r);
-    if (picked == nullptr || picked->Part == nullptr)
+    if (part == nullptr)
         return;
-    const int32_t dy = (r.Bottom - r.Top) / 10;
-    const int32_t dx = (r.Right - r.Left) / 20;
     const int32_t font = messages_.GetFontText(kSection, "INFO-STRING").Font;
     if (!FontDefined(app_, font))
         return;
     const int32_t fh = FontPixelHeight(app_, font);
-    const std::array<std::string, 3> lines = Lines(*picked->Part);
-    const std::array<IntPoint, 3> at{IntPoint{r.Left + dx, r.Top + dy},
-                                     IntPoint{r.Left + dx, r.Top + 2 * dy + fh},
-                                     IntPoint{r.Left + dx, r.Top + 3 * dy + 2 * fh}};
-    for (size_t i = 0; i < lines.size(); ++i)
-        canvas.DrawLabel(LabelMode::AtPoint, lines[i], font, at[i], IntRect{}, colour::kPanelText);
+    const int32_t height = r.Bottom - r.Top;
+    const int32_t dx = (r.Right - r.Left) / 20;
+    // A reason takes a fourth line: the four share the height with five equal gaps.
+    const int32_t dy = why.empty() ? height / 10 : std::max(0, (height - 4 * fh) / 5);
+    const std::array<std::string, 3> lines = Lines(*part);
+    for (int32_t i = 0; i < 3; ++i) {
+        canvas.DrawLabel(LabelMode::AtPoint, lines[static_cast<size_t>(i)], font,
+                         IntPoint{r.Left + dx, r.Top + (i + 1) * dy + i * fh}, IntRect{},
+                         colour::kPanelText);
+    }
+    if (!why.empty()) {
+        canvas.DrawLabel(LabelMode::AtPoint, why, font,
+                         IntPoint{r.Left + dx, r.Top + 4 * dy + 3 * fh}, IntRect{},
+                         colour::kPanelShort);
+    }
 }
 
 PartsViewPanel::PartsViewPanel(const CKestoApp& app, const ViewState& view,

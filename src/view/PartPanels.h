@@ -1,4 +1,4 @@
-// The two part panels of the main window: three lines about the picked stack's part, and the
+// The two part panels of the main window: three lines about the picked or chosen part, and the
 // size of a part as a proportional rectangle with its dimensions above it.
 #pragma once
 
@@ -13,13 +13,14 @@
 
 namespace kesto {
 
-// The part-information panel: background, then the picked stack's part in three lines.
+// The part-information panel: background, then a part in three lines, and for a part left
+// short a fourth with why.
 class PartsInfoPanel {
   public:
     PartsInfoPanel(const CKestoApp& app, const ViewState& view, const MessageTable& messages);
-    // Draws the panel of client rectangle InfoRect for the picked record (null: background
-    // only).
-    void Refresh(Canvas& canvas, const HaichiInfo* picked) const;
+    // Draws the panel of client rectangle InfoRect for part (null: background only); why, when
+    // not empty, on a fourth line in the shortage colour.
+    void Refresh(Canvas& canvas, const PartsInfo* part, const std::string& why = {}) const;
     // The three lines of a part in process CurrentKoutei (found by number).
     std::array<std::string, 3> Lines(const PartsInfo& part) const;
 

@@ -7,6 +7,7 @@
 
 #include "common/StackFields.h"
 #include "common/TestFiles.h"
+#include "common/TestServices.h"
 
 namespace kesto {
 namespace {
@@ -68,6 +69,7 @@ class BatchReportTest : public ::testing::Test {
     }
 
     test::TempFolder folder_;
+    test::TestServices services_;
     std::unique_ptr<CKestoApp> app_;
     PartsInfo* bracket_ = nullptr;
 };
@@ -85,7 +87,7 @@ TEST_F(BatchReportTest, InputSummaryListsPalletsBoxesProcessesAndParts) {
 
 TEST_F(BatchReportTest, PlacementGroupsStacksByPalletAndNamesShortParts) {
     std::ostringstream out;
-    ReportPlacement(*app_, out);
+    ReportPlacement(*app_, services_.Get(), out);
     const std::string text = out.str();
     EXPECT_NE(
         text.find("  Process 01 CUT on PAL-A\n    Pallet 1\n      A001       3 pcs  corner 4"),
@@ -94,14 +96,42 @@ TEST_F(BatchReportTest, PlacementGroupsStacksByPalletAndNamesShortParts) {
     EXPECT_NE(text.find("    Pallet 2\n      A001       2 pcs"), std::string::npos) << text;
     EXPECT_NE(text.find("x   50.0000.. 300.0000  y   50.0000.. 200.0000"), std::string::npos)
         << text;
-    EXPECT_NE(text.find("Parts short:\n  002 A002    placed 0 of 3\n"), std::string::npos) << text;
+    // The process's pallet was never looked up in this job.
+    EXPECT_NE(
+        text.find("Parts short:\n  002 A002    placed 0 of 3\n      Process 1 has no pallet\n"),
+        std::string::npos)
+        << text;
+    EXPECT_NE(text.find("Stacks across an offset line: none\n"), std::string::npos) << text;
     EXPECT_EQ(text.find("A001    placed"), std::string::npos) << text;
+}
+
+TEST_F(BatchReportTest, AShortPartIsFollowedByWhyWithTheFiguresOfTheBlocksTaken) {
+    app_->KouteiList.Items.front().Pallet = &app_->PalletList.Items.front();
+    std::ostringstream out;
+    ReportPlacement(*app_, services_.Get(), out);
+    // A002 (250 x 150) would fit either block of 300 x 200, but in every corner it meets the
+    // stack of A001 (250 x 150) that stands in it.
+    EXPECT_NE(out.str().find("  002 A002    placed 0 of 3\n      Every block that would hold it "
+                             "is taken: blocks 2, stacks in them 2 (A001: 2)\n"),
+              std::string::npos)
+        << out.str();
+}
+
+TEST_F(BatchReportTest, StacksAcrossAnOffsetLineAreNamedWithTheAmount) {
+    // The lower line at y 20: the stack at y 0 reaches below it by 20, the one at y 50 not.
+    app_->PalletList.Items.front().OffsetB = 20;
+    std::ostringstream out;
+    ReportPlacement(*app_, services_.Get(), out);
+    EXPECT_NE(out.str().find("Stacks across an offset line:\n  A001: 20 past the lower offset "
+                             "line of pallet 1\n"),
+              std::string::npos)
+        << out.str();
 }
 
 TEST_F(BatchReportTest, StackWithoutValidBlockIsLeftOutOfThePalletGroups) {
     app_->HaichiList.Items.front().BlockIndex = 7;
     std::ostringstream out;
-    ReportPlacement(*app_, out);
+    ReportPlacement(*app_, services_.Get(), out);
     EXPECT_EQ(out.str().find("3 pcs"), std::string::npos) << out.str();
     EXPECT_NE(out.str().find("2 pcs"), std::string::npos) << out.str();
 }
@@ -133,7 +163,7 @@ TEST_F(BatchReportTest, ProcessesInListOrderEachWithItsPalletsInAscendingOrder) 
     app_->Blocks[1].KouteiNo = 2;
     std::swap(app_->HaichiList.Items.front(), app_->HaichiList.Items.back());
     std::ostringstream out;
-    ReportPlacement(*app_, out);
+    ReportPlacement(*app_, services_.Get(), out);
     EXPECT_NE(out.str().find("  Process 02 BEND on PAL-A\n    Pallet 1\n      A001       3 pcs"
                              "  corner 4  x   50.0000.. 300.0000  y    0.0000.. 150.0000\n"
                              "    Pallet 2\n      A001       2 pcs"),

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "common/PlacementFixture.h"
+#include "common/TestFiles.h"
 #include "support/MessageFile.h"
 
 namespace kesto::test {
@@ -69,7 +71,7 @@ TEST_F(ShortReasonTest, PiecesTheOperatorSetAsideAreTheReasonWhenTheyAreAllThatI
     const ShortReason r = Why(p);
     EXPECT_EQ(r.Cause, ShortCause::SetAside);
     EXPECT_EQ(r.Missing, 4);
-    EXPECT_EQ(Text(p), "Set aside by the operator: 4 pieces");
+    EXPECT_EQ(Text(p), "Pieces set aside by the operator: 4");
 }
 
 TEST_F(ShortReasonTest, AProcessWhosePalletIsNotInThePalletFileHasNoPallet) {
@@ -292,70 +294,53 @@ TEST_F(ShortReasonTest, TextsComeFromTheMessageFileWithTheFiguresInPlace) {
     EXPECT_EQ(ShortReasonText(r, table), "A block has room for it: Retry or Auto places the rest");
 }
 
-// --- offset lines ---------------------------------------------------------------------------
-
-class OffsetCrossingTest : public ShortReasonTest {
-  protected:
-    HaichiInfo& StackAt(PartsInfo& part, double x, double y) {
-        HaichiInfo& h = app->HaichiList.Append();
-        h.Part = &part;
-        h.BlockIndex = 0;
-        h.X = x;
-        h.Y = y;
-        h.Pieces = 1;
-        return h;
+// Every cause once, with figures that make each text distinct.
+std::vector<ShortReason> EveryCause() {
+    std::vector<ShortReason> all;
+    for (ShortCause c : {ShortCause::SetAside, ShortCause::NoPallet, ShortCause::NoFittingBlock,
+                         ShortCause::NoPieceHigh, ShortCause::FewPerStack, ShortCause::SheetCount,
+                         ShortCause::BlocksTaken, ShortCause::Room}) {
+        ShortReason r;
+        r.Cause = c;
+        r.SetAside = 3;
+        r.ProcessNo = 2;
+        r.PartX = 120;
+        r.PartY = 80;
+        r.BlockX = 300;
+        r.BlockY = 250;
+        r.PieceHeight = 4;
+        r.HeightLimit = 10;
+        r.PerStack = 2;
+        r.PerStackNeeded = 5;
+        r.OperatorPerStack = 1;
+        r.Blocks = 9;
+        r.Stacks = 9;
+        all.push_back(r);
     }
-};
-
-TEST_F(OffsetCrossingTest, AStackBelowTheLowerLineCrossesItByTheDifference) {
-    KouteiInfo& k = OneBlockJob();
-    k.Pallet->OffsetB = 50;
-    PartsInfo& p = AddPart(1, 100, 100, 1);
-    p.DisplayName = "Bracket";
-    const HaichiInfo& h = StackAt(p, 300, 10);  // y 10..110, the line at 50
-    StackAt(p, 600, 50);                        // on the line: not across
-    const std::vector<OffsetCrossing> all = OffsetCrossings(*app);
-    ASSERT_EQ(all.size(), 1u);
-    EXPECT_EQ(all[0].Stack, &h);
-    EXPECT_EQ(all[0].Side, 'B');
-    EXPECT_DOUBLE_EQ(all[0].By, 40);
-    EXPECT_EQ(OffsetCrossingText(all[0], messages),
-              "A1 Bracket: 40 past the lower offset line of pallet 1");
+    ShortReason noBlocks = all[2];
+    noBlocks.BlockX = noBlocks.BlockY = 0;
+    all.push_back(noBlocks);
+    return all;
 }
 
-TEST_F(OffsetCrossingTest, TheUpperLineLiesItsOffsetBelowThePalletsFarEdge) {
-    KouteiInfo& k = OneBlockJob();
-    k.Pallet->OffsetA = 100;  // the line at y = 800 - 100 = 700
-    PartsInfo& p = AddPart(1, 100, 100, 1);
-    StackAt(p, 300, 650.5);  // reaches 750.5
-    const std::vector<OffsetCrossing> all = OffsetCrossings(*app);
-    ASSERT_EQ(all.size(), 1u);
-    EXPECT_EQ(all[0].Side, 'A');
-    EXPECT_DOUBLE_EQ(all[0].By, 50.5);
-    EXPECT_EQ(OffsetCrossingText(all[0], messages),
-              "A1: 50.5 past the upper offset line of pallet 1");
+TEST_F(ShortReasonTest, TheSampleInstallationsTextsAreTheEnglishOnes) {
+    MessageTable sample;
+    ASSERT_EQ(sample.Load((SourceDir() / "examples" / "install" / "Kesto.ini").string(), op), 0);
+    for (const ShortReason& r : EveryCause())
+        EXPECT_EQ(ShortReasonText(r, sample), ShortReasonText(r, messages));
 }
 
-TEST_F(OffsetCrossingTest, LinesOfAHundredthOrLessAreNotDrawnAndNotCrossed) {
-    KouteiInfo& k = OneBlockJob();
-    k.Pallet->OffsetB = 0.01;
-    PartsInfo& p = AddPart(1, 100, 100, 1);
-    StackAt(p, 300, 0);
-    EXPECT_TRUE(OffsetCrossings(*app).empty());
-}
-
-TEST_F(OffsetCrossingTest, AStackPastTwoLimitsIsNamedForEach) {
-    KouteiInfo& k = OneBlockJob();
-    k.Pallet->LimitLeft = 20;   // x = 20
-    k.Pallet->LimitRight = 30;  // x = 1000 - 30 = 970
-    PartsInfo& wide = AddPart(1, 990, 100, 1);
-    StackAt(wide, 995, 200);  // x 5..995
-    const std::vector<OffsetCrossing> all = OffsetCrossings(*app);
-    ASSERT_EQ(all.size(), 2u);
-    EXPECT_EQ(all[0].Side, 'L');
-    EXPECT_DOUBLE_EQ(all[0].By, 15);
-    EXPECT_EQ(all[1].Side, 'R');
-    EXPECT_DOUBLE_EQ(all[1].By, 25);
+TEST_F(ShortReasonTest, TheJapaneseInstallationHasATextOfItsOwnForEveryCause) {
+    MessageTable ja;
+    ASSERT_EQ(ja.Load((SourceDir() / "examples" / "ja" / "install" / "Kesto.ini").string(), op), 0);
+    for (const ShortReason& r : EveryCause()) {
+        const std::string text = ShortReasonText(r, ja);
+        EXPECT_NE(text, ShortReasonText(r, messages));
+        // Shift_JIS: a lead byte of 0x81 or above somewhere in the text.
+        EXPECT_TRUE(std::any_of(text.begin(), text.end(), [](char c) {
+            return static_cast<unsigned char>(c) >= 0x81;
+        })) << text;
+    }
 }
 
 }  // namespace

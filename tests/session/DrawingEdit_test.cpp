@@ -160,6 +160,14 @@ TEST_F(DrawingEditTest, DragSnapsTheStackToTheNearestFreeCorner) {
     EXPECT_TRUE(view.Refusals.empty());
 }
 
+TEST_F(DrawingEditTest, AStackThatMovedIsMarkedAsTheOperatorsAndOneThatStayedIsNot) {
+    Drag(980, 833, 980, 833);  // let go where it was picked up
+    EXPECT_EQ(a.Edits, 0);
+    Drag(980, 833, 830, 833);
+    EXPECT_DOUBLE_EQ(a.X, 790);
+    EXPECT_EQ(a.Edits, kEditMoved);
+}
+
 // Free move (IsDirect 1): blocks 0 and 8 give the scale |690 - 70| / |730 - 110| = 1 both ways;
 // X += (880 - 730) + 690 - 990 = -150, Y += 10 - (858 - 858) - 10 = 0. No block is covered, so
 // the stack takes the pallet's last block, 8.

@@ -36,6 +36,13 @@ TEST_F(LoadAndPlaceTest, ResetsTheSelectionStateAndReadsThePalletChoice) {
     EXPECT_EQ(shown.CurrentPallet, 1);
 }
 
+TEST_F(LoadAndPlaceTest, APlacementMadeAnewForgetsAnEarlierSheetCountChange) {
+    PartsInfo& a = AddPart(2);
+    a.OperatorPerStack = 1;
+    EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
+    EXPECT_EQ(a.OperatorPerStack, 0);
+}
+
 TEST_F(LoadAndPlaceTest, CurrentBoxStaysWhenNoneOfTheFirstThreeBoxesIsDefined) {
     shown.CurrentBox = 150;
     app.BoxFlags[4] = 1;

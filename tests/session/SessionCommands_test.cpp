@@ -9,6 +9,27 @@
 namespace kesto::test {
 namespace {
 
+// --- why a part is short --------------------------------------------------------------------
+
+class WhyShortTextTest : public SessionTest {};
+
+TEST_F(WhyShortTextTest, APartSetAsideWhollyOnThePalletsSideSaysSo) {
+    PartsInfo& p = AddPart(4);
+    p.PiecesSetAside = 4;
+    EXPECT_EQ(session.WhyShortText(p.Seq), "Pieces set aside by the operator: 4");
+}
+
+TEST_F(WhyShortTextTest, APartOfAnyProcessIsFoundAndOneNotShortSaysNothing) {
+    PartsInfo& p = AddPart(4);
+    p.KouteiNo = 2;
+    p.PiecesSetAside = 1;
+    p.PiecesPlaced = 3;
+    EXPECT_EQ(session.WhyShortText(p.Seq), "Pieces set aside by the operator: 1");
+    p.PiecesPlaced = 4;
+    EXPECT_EQ(session.WhyShortText(p.Seq), "");
+    EXPECT_EQ(session.WhyShortText(999), "");
+}
+
 class DownTest : public SessionTest {};
 
 TEST_F(DownTest, NoSelectedLineShowsMessageSeven) {

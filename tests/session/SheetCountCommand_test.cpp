@@ -67,6 +67,17 @@ TEST_F(SheetCountTest, ThePartIsStackedAgainWithTheNewCountAndPickedAgain) {
     EXPECT_EQ(partB.PiecesPlaced, 2);
 }
 
+TEST_F(SheetCountTest, TheNewStacksAndThePartRememberTheOperatorsCount) {
+    Click(980, 833);
+    const SheetCountStart start = *session.BeginSheetCount(drawing);
+    session.ApplySheetCount(drawing, start, 2);
+    EXPECT_EQ(partA.OperatorPerStack, 2);
+    for (const HaichiInfo* h : StacksOf(partA))
+        EXPECT_EQ(h->Edits, kEditRestacked);
+    EXPECT_EQ(b.Edits, 0);
+    EXPECT_EQ(partB.OperatorPerStack, 0);
+}
+
 TEST_F(SheetCountTest, WithoutAStackAtTheOldPlaceTheFirstStackIsLastPicked) {
     Click(980, 833);
     SheetCountStart elsewhere = *session.BeginSheetCount(drawing);

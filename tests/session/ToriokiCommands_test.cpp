@@ -160,6 +160,15 @@ TEST_F(RightTest, PartGoesBackOntoThePalletsAndTheListEmpties) {
     EXPECT_EQ(app.SkipShareOut, 0);
 }
 
+TEST_F(RightTest, StacksBroughtBackAreMarkedAsTheOperators) {
+    PartsInfo& p = SetAside(5, 4);
+    session.Right(p.Seq);
+    const std::vector<HaichiInfo*> stacks = job.StacksOf(p);
+    ASSERT_EQ(stacks.size(), 2u);
+    for (const HaichiInfo* h : stacks)
+        EXPECT_EQ(h->Edits, kEditReturned);
+}
+
 // Five pieces, four a stack: 4 and then 1, left as placed (sharing out would give 3 and 2).
 TEST_F(RightTest, PiecesPlacedBackAreNotSharedOut) {
     PartsInfo& p = SetAside(5, 4);

@@ -160,4 +160,19 @@ TEST(TextBuilder, TakeHandsOverTheTextAndLeavesItEmpty) {
 }
 
 }  // namespace
+TEST(ShortLength, KeepsAtMostTwoDecimalsWithoutTrailingZeros) {
+    EXPECT_EQ(ShortLength(1200), "1200");
+    EXPECT_EQ(ShortLength(12.5), "12.5");
+    EXPECT_EQ(ShortLength(0.333), "0.33");
+    EXPECT_EQ(ShortLength(0.996), "1");
+    EXPECT_EQ(ShortLength(-0.001), "0");
+    EXPECT_EQ(ShortLength(-40.25), "-40.25");
+}
+
+TEST(FillFigures, PutsEachFigureWhereItsNumberStands) {
+    EXPECT_EQ(FillFigures("%2 of %1, %2 again", {"ten", "three"}), "three of ten, three again");
+    EXPECT_EQ(FillFigures("%3 is missing, %0 and %% stay", {"a"}), " is missing, %0 and %% stay");
+    EXPECT_EQ(FillFigures("ends in %", {}), "ends in %");
+}
+
 }  // namespace kesto

@@ -49,6 +49,19 @@ TEST(CKestoDlgLists, ScheduleAndPalletComboAfterTheFirstPlacement) {
     EXPECT_TRUE(job.Svc.Op.KakuNumbers.empty());
 }
 
+TEST(CKestoDlgLists, AllPartsLineOfAShortPartSaysWhyInItsTooltip) {
+    test::WindowJob job;
+    ASSERT_TRUE(job.Open());
+    // Five more pieces of Seq 1 than were placed: its blocks have room for them.
+    PartBySeq(job.App(), 1).Quantity = 10;
+    auto* list = job.Dialog->findChild<QListWidget*>("LIST-PTALL");
+    ASSERT_EQ(list->count(), 2);
+    EXPECT_EQ(list->item(0)->toolTip(),
+              QStringLiteral("A block has room for it: Retry or Auto places the rest"));
+    // Seq 2 goes to a small box: not short on the pallets.
+    EXPECT_TRUE(list->item(1)->toolTip().isEmpty());
+}
+
 TEST(CKestoDlgLists, AllPartsListShowsThePlacedJobOfTheProcess) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "common/WindowJob.h"
+#include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/draw/CKs_DrawArea.h"
 #include "ui/main/ExtentList.h"
 #include "view/Colours.h"
@@ -46,6 +47,27 @@ const char* const kJobWithFourthPart =
     "A3,2,PartC,TextC,50,40,10,2,1,0,5,,,1.0,G2,0000,,0,,X0,10\n"
     "A4,1,PartD,TextA,150,50,11,4,1,0,0,,SUS,2.0,G1,0000,,0,,X0,10\n"
     "#End\n";
+
+// Seq 4 is 1200 long, more than pallet PAL1's 1000: no corner of any block can take it.
+const char* const kJobWithWidePart =
+    "#BoxInfo\n"
+    "PAL,1,0,0,2000,0,2000\n"
+    "SB1,100,0,10,100,10,100\n"
+    "SB2,101,0,0,50,0,50\n"
+    "#End\n"
+    "#KouteiInfo\n"
+    "1,Cut,PAL1\n"
+    "2,Bend,PAL1\n"
+    "#End\n"
+    "#PartsInfo\n"
+    "A1,1,PartA,TextA,200,150,1,5,1,0,5,,,1.0,G1,0000,,0,,X0,10\n"
+    "A2,1,PartB,TextB,100,100,0,3,100,0,5,,,1.0,G1,0000,,0,,X0,10\n"
+    "A3,2,PartC,TextC,50,40,10,2,1,0,5,,,1.0,G2,0000,,0,,X0,10\n"
+    "A4,1,PartW,TextW,1200,100,1,3,1,0,5,,,1.0,G1,0000,,0,,X0,10\n"
+    "#End\n";
+// PAL1's blocks are its cells, 300 x 250.
+const QString kWidePartWhy =
+    QStringLiteral("No block is large enough: part 1200 x 100, largest block 300 x 250");
 
 // The window shown at 1600 x 900: the drawing area's left is cw + 4 = 1600 * 0.2 + 4 = 324,
 // its right 1600 - 2 = 1598 and its bottom 900 - 2 = 898; its top follows the combo box.
@@ -351,6 +373,38 @@ TEST(CKs_PartsAllDlg, FillForAnUnknownProcessKeepsTheLines) {
     s.ClickMain("B-INFO");
     s.Dlg().Fill(7);
     EXPECT_EQ(s.List().count(), 2);
+}
+
+TEST(CKs_PartsAllDlg, AShortPartsLineSaysWhyInItsTooltipAndOtherLinesSayNothing) {
+    PartsAllJob s(kJobWithWidePart);
+    ASSERT_TRUE(s.shown);
+    s.ClickMain("B-INFO");
+    ASSERT_TRUE(s.Dlg().isVisible());
+    ASSERT_EQ(s.Seqs(), (std::vector<std::string>{"001", "002", "004"}));
+    EXPECT_EQ(s.List().item(2)->toolTip(), kWidePartWhy);
+    // Seq 1 is wholly placed, Seq 2 goes to a small box.
+    EXPECT_TRUE(s.List().item(0)->toolTip().isEmpty());
+    EXPECT_TRUE(s.List().item(1)->toolTip().isEmpty());
+}
+
+TEST(CKs_PartsAllDlg, ChoosingTheLineOfAPartWithoutStacksShowsItAndWhyInTheInformationPanel) {
+    PartsAllJob s(kJobWithWidePart);
+    ASSERT_TRUE(s.shown);
+    s.ClickMain("B-INFO");
+    s.ClickLine(2);
+    CKs_PartsInfo& info = *s.D().PartsInfoPanel();
+    EXPECT_EQ(info.toolTip(), kWidePartWhy);
+    // The fourth line is written in the shortage colour.
+    int shortPixels = 0;
+    const QImage& image = info.Image();
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            shortPixels += test::PixelAt(image, x, y) == colour::kPanelShort ? 1 : 0;
+    }
+    EXPECT_GT(shortPixels, 50);
+    // A line of a wholly placed part shows that part, with nothing to explain.
+    s.ClickLine(0);
+    EXPECT_TRUE(info.toolTip().isEmpty());
 }
 
 }  // namespace

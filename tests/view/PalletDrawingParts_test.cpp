@@ -667,13 +667,38 @@ TEST_F(FlatParts, OffsetsOfAHundredthOfAMillimetreOrLessAreNotDrawn) {
     pallet->OffsetA = 0.01;
     pallet->OffsetB = 45.7;
     LayOut();
-    Bracket();
+    Rail();  // y 90.3 and up: clear of the line at 45.7
     drawing.DrawParts(canvas, drawmode::kAll);
     const std::vector<Primitive> lines = test::Lines(canvas);
     ASSERT_EQ(1u, lines.size());
     EXPECT_EQ((IntPoint{128, 641}), lines[0].A);
     // The offset lines come after the stacks.
     EXPECT_EQ(PrimitiveKind::Line, canvas.Items().back().Kind);
+}
+
+TEST_F(FlatParts, AStackAcrossAnOffsetLineIsFramedInTheLinesColourAfterTheLines) {
+    pallet->OffsetB = 45.7;
+    LayOut();
+    Bracket();  // y 30.5 to 181.2: across the line at 45.7
+    Rail();     // y 90.3 and up: clear of it
+    drawing.DrawParts(canvas, drawmode::kAll);
+    const std::vector<Primitive> lines = test::Lines(canvas);
+    ASSERT_EQ(5u, lines.size());
+    const std::array<IntPoint, 4> corners{
+        IntPoint{kBracket.Left, kBracket.Top}, IntPoint{kBracket.Right, kBracket.Top},
+        IntPoint{kBracket.Right, kBracket.Bottom}, IntPoint{kBracket.Left, kBracket.Bottom}};
+    for (size_t i = 0; i < 4; ++i) {
+        const Primitive& frame = lines[1 + i];
+        EXPECT_EQ(corners[i], frame.A);
+        EXPECT_EQ(corners[(i + 1) % 4], frame.B);
+        EXPECT_EQ(colour::kOffsetLine, frame.Pen);
+        EXPECT_EQ(2, frame.Width);
+    }
+    // Drawn again for a highlight, the frame stays on top.
+    canvas.Clear();
+    drawing.Select().SetPicked(&*job.app.HaichiList.begin());
+    drawing.DrawParts(canvas, drawmode::kHighlight);
+    EXPECT_EQ(5u, test::Lines(canvas).size());
 }
 
 // --- cross-section --------------------------------------------------------------------------

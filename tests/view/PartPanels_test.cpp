@@ -80,7 +80,7 @@ TEST_F(InfoPanel, ShortDirectionTextsArePadded) {
 
 TEST_F(InfoPanel, RefreshDrawsTheBackgroundAndTheLinesBelowEachOther) {
     DisplayList canvas;
-    panel.Refresh(canvas, &stack);
+    panel.Refresh(canvas, stack.Part);
     const auto& items = canvas.Items();
     ASSERT_EQ(4u, items.size());
     ExpectBackground(items[0], {0, 0, 430, 157});
@@ -102,13 +102,40 @@ TEST_F(InfoPanel, RefreshDrawsTheBackgroundAndTheLinesBelowEachOther) {
 TEST_F(InfoPanel, LinePositionsStartAtThePanelsTopLeft) {
     job.shown.InfoRect = IntRect{5, 8, 435, 165};
     DisplayList canvas;
-    panel.Refresh(canvas, &stack);
+    panel.Refresh(canvas, stack.Part);
     const std::vector<Primitive> labels = test::Labels(canvas);
     ASSERT_EQ(3u, labels.size());
     EXPECT_EQ((IntPoint{26, 23}), labels[0].A);
     EXPECT_EQ((IntPoint{26, 58}), labels[1].A);
     EXPECT_EQ((IntPoint{26, 93}), labels[2].A);
     ExpectBackground(canvas.Items()[0], {5, 8, 435, 165});
+}
+
+TEST_F(InfoPanel, WhyAPartIsShortTakesAFourthLineAndTheFourShareTheHeight) {
+    DisplayList canvas;
+    panel.Refresh(canvas, stack.Part, "Process 4 has no pallet");
+    const std::vector<Primitive> labels = test::Labels(canvas);
+    ASSERT_EQ(4u, labels.size());
+    // dy = (157 - 4 * 20) / 5 = 15 (77 / 5): y 15, 50, 85, 4 * 15 + 3 * 20 = 120.
+    EXPECT_EQ((IntPoint{21, 15}), labels[0].A);
+    EXPECT_EQ((IntPoint{21, 85}), labels[2].A);
+    EXPECT_EQ((IntPoint{21, 120}), labels[3].A);
+    EXPECT_EQ("Process 4 has no pallet", labels[3].Text);
+    EXPECT_EQ(colour::kPanelShort, labels[3].Pen);
+    EXPECT_EQ(colour::kPanelText, labels[2].Pen);
+}
+
+TEST_F(InfoPanel, InALowPanelTheReasonMovesTheLinesCloser) {
+    job.shown.InfoRect = IntRect{0, 0, 430, 100};
+    DisplayList canvas;
+    panel.Refresh(canvas, stack.Part, "why");
+    const std::vector<Primitive> labels = test::Labels(canvas);
+    ASSERT_EQ(4u, labels.size());
+    // dy = (100 - 80) / 5 = 4: y 4, 28, 52, 76; the last line ends at 96, inside the panel.
+    EXPECT_EQ(4, labels[0].A.Y);
+    EXPECT_EQ(28, labels[1].A.Y);
+    EXPECT_EQ(52, labels[2].A.Y);
+    EXPECT_EQ(76, labels[3].A.Y);
 }
 
 TEST_F(InfoPanel, NothingIsWrittenWhileNoPartIsPicked) {

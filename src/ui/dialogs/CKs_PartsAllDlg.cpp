@@ -1,5 +1,7 @@
 #include "ui/dialogs/CKs_PartsAllDlg.h"
 
+#include <utility>
+
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <string>
@@ -40,8 +42,14 @@ constexpr const char* kButtonFontKey = "BT1";
 
 CKs_PartsAllDlg::CKs_PartsAllDlg(CKestoApp& app, const ViewState& shown,
                                  const MessageTable& messages, const FontTable& fonts,
-                                 CKs_DrawArea& area, QWidget* parent)
-    : QWidget(parent), app_(app), shown_(shown), messages_(messages), fonts_(fonts), area_(area) {
+                                 CKs_DrawArea& area, WhyShortFn why, QWidget* parent)
+    : QWidget(parent),
+      app_(app),
+      shown_(shown),
+      messages_(messages),
+      fonts_(fonts),
+      area_(area),
+      why_(std::move(why)) {
     setObjectName("CKs_PartsAllDlg");
     // It covers the drawing, so it paints its whole background.
     setAutoFillBackground(true);
@@ -118,7 +126,7 @@ void CKs_PartsAllDlg::Fill(int32_t koutei) {
     const QSignalBlocker block(list_);
     list_->clear();
     for (const std::string& line : *lines)
-        list_->addItem(DecodeText(line));
+        list_->addItem(new ShortTipItem(DecodeText(line), SeqOfPartsAllLine(line), why_));
 }
 
 void CKs_PartsAllDlg::SelectLineOfPart() {
@@ -150,11 +158,18 @@ void CKs_PartsAllDlg::OnSortButton(SortButton button) {
     Fill(shown_.CurrentKoutei);
 }
 
-void CKs_PartsAllDlg::OnSelectLine() {
+std::optional<int32_t> CKs_PartsAllDlg::SelectedSeq() const {
     const QList<QListWidgetItem*> selected = list_->selectedItems();
     if (selected.isEmpty())
+        return std::nullopt;
+    return SeqOfPartsAllLine(EncodeText(selected.front()->text()));
+}
+
+void CKs_PartsAllDlg::OnSelectLine() {
+    const std::optional<int32_t> chosen = SelectedSeq();
+    if (!chosen)
         return;
-    const int32_t seq = SeqOfPartsAllLine(EncodeText(selected.front()->text()));
+    const int32_t seq = *chosen;
     PickFirstStackOfSeq(app_, area_.Drawing(), seq, [this](int mode) { area_.DrawParts(mode); });
 }
 

@@ -16,6 +16,7 @@
 #include "render/FontTable.h"
 #include "session/PartsAllList.h"
 #include "support/MessageFile.h"
+#include "ui/dialogs/ShortTipItem.h"
 
 class QListWidget;
 class QPushButton;
@@ -30,7 +31,7 @@ class CKs_PartsAllDlg : public QWidget {
     // Made hidden; area is the drawing whose pallets mark the lines and whose picks a line
     // click changes.
     CKs_PartsAllDlg(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
-                    const FontTable& fonts, CKs_DrawArea& area, QWidget* parent);
+                    const FontTable& fonts, CKs_DrawArea& area, WhyShortFn why, QWidget* parent);
 
     // State 1 hides the dialog over the lower half of the drawing area; state 2 shows it there
     // (over the whole area in FLAT), lays its controls out and fills it for CurrentKoutei.
@@ -43,6 +44,8 @@ class CKs_PartsAllDlg : public QWidget {
     void SelectLineOfPart();
     // Selects the first line of part seq, or none; the drawing is not touched.
     void SelectLineOfSeq(int32_t seq);
+    // The part of the selected line, if one is selected.
+    std::optional<int32_t> SelectedSeq() const;
 
     int32_t SortKey() const { return sortKey_; }
     void SetSortKey(int32_t key) { sortKey_ = key; }
@@ -61,6 +64,7 @@ class CKs_PartsAllDlg : public QWidget {
     const MessageTable& messages_;
     const FontTable& fonts_;
     CKs_DrawArea& area_;
+    WhyShortFn why_;
     std::array<QPushButton*, 5> buttons_{};  // in the order of SortButton
     QListWidget* list_ = nullptr;
     int32_t sortKey_ = 0;

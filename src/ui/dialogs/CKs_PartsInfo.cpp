@@ -1,14 +1,19 @@
 #include "ui/dialogs/CKs_PartsInfo.h"
 
+#include <utility>
+
+#include "render/TextCodec.h"
+
 namespace kesto {
 
 CKs_PartsInfo::CKs_PartsInfo(CKestoApp& app, ViewState& shown, const MessageTable& messages,
-                             const FontTable& fonts, const PalletDrawing& selection,
+                             const FontTable& fonts, const PalletDrawing& selection, WhyShortFn why,
                              QWidget* parent)
     : ImagePanel(fonts, parent),
       app_(app),
       shown_(shown),
       selection_(selection),
+      why_(std::move(why)),
       panel_(app, shown, messages) {
     setObjectName("CKs_PartsInfo");
 }
@@ -18,8 +23,28 @@ void CKs_PartsInfo::PlacePanel() {
     Refresh();
 }
 
+const PartsInfo* CKs_PartsInfo::Shown() const {
+    if (const HaichiInfo* picked = selection_.Selected().Picked())
+        return picked->Part;
+    if (chosen_ == 0)
+        return nullptr;
+    for (const PartsInfo& part : app_.PartsList) {
+        if (part.Seq == chosen_)
+            return &part;
+    }
+    return nullptr;
+}
+
 void CKs_PartsInfo::Refresh() {
-    Paint([this](Canvas& canvas) { panel_.Refresh(canvas, selection_.Selected().Picked()); });
+    const PartsInfo* part = Shown();
+    const std::string why = part != nullptr && why_ ? why_(part->Seq) : std::string();
+    setToolTip(DecodeText(why));
+    Paint([&](Canvas& canvas) { panel_.Refresh(canvas, part, why); });
+}
+
+void CKs_PartsInfo::Choose(int32_t seq) {
+    chosen_ = seq;
+    Refresh();
 }
 
 }  // namespace kesto

@@ -1,11 +1,13 @@
 // The part-information panel above the button strip of the main window: three lines about the
-// stack picked in the drawing area.
+// part of the stack picked in the drawing area, or of the line chosen in an all-parts list, and
+// for a part left short a fourth line with why (the panel's tooltip holds it whole).
 #pragma once
 
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
 #include "render/FontTable.h"
 #include "support/MessageFile.h"
+#include "ui/dialogs/ShortTipItem.h"
 #include "ui/draw/ImagePanel.h"
 #include "view/PalletDrawing.h"
 #include "view/PartPanels.h"
@@ -15,19 +17,27 @@ namespace kesto {
 class CKs_PartsInfo : public ImagePanel {
     Q_OBJECT
   public:
-    // selection is the drawing whose Picked the panel shows.
+    // selection is the drawing whose Picked the panel shows; why tells why a part is short.
     CKs_PartsInfo(CKestoApp& app, ViewState& shown, const MessageTable& messages,
-                  const FontTable& fonts, const PalletDrawing& selection, QWidget* parent);
+                  const FontTable& fonts, const PalletDrawing& selection, WhyShortFn why,
+                  QWidget* parent);
     // Takes InfoPlacement, stores the client rectangle in InfoRect and draws again.
     void PlacePanel();
-    // Draws the panel for the drawing's present Picked (background only without one).
+    // Draws the panel for the drawing's present Picked, else for the chosen part (background
+    // only without either).
     void Refresh();
+    // Shows part seq while no stack is picked (0: none) and draws again.
+    void Choose(int32_t seq);
 
   private:
+    const PartsInfo* Shown() const;
+
     CKestoApp& app_;
     ViewState& shown_;
     const PalletDrawing& selection_;
+    WhyShortFn why_;
     PartsInfoPanel panel_;
+    int32_t chosen_ = 0;
 };
 
 }  // namespace kesto

@@ -40,9 +40,10 @@ CKestoDlg::CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* paren
     BuildControls();
     const MessageTable& messages = session_.Svc().Messages;
     drawArea_ = new CKs_DrawArea(app_, shown_, messages, fonts_, this);
-    partsInfo_ = new CKs_PartsInfo(app_, shown_, messages, fonts_, drawArea_->Drawing(), this);
+    partsInfo_ =
+        new CKs_PartsInfo(app_, shown_, messages, fonts_, drawArea_->Drawing(), WhyShort(), this);
     partsView_ = new CKs_PartsView(app_, shown_, messages, fonts_, this);
-    partsAll_ = new CKs_PartsAllDlg(app_, shown_, messages, fonts_, *drawArea_, this);
+    partsAll_ = new CKs_PartsAllDlg(app_, shown_, messages, fonts_, *drawArea_, WhyShort(), this);
     partsAll_->SetSortKey(sortkey::kSeqUp);
     ConnectCommands();
     ConnectPartsAll();

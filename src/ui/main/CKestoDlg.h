@@ -16,6 +16,7 @@
 #include "session/DrawingEdit.h"
 #include "session/JobSession.h"
 #include "session/SmallBoxPages.h"
+#include "ui/dialogs/ShortTipItem.h"
 #include "view/Controls.h"
 
 class QComboBox;
@@ -131,7 +132,10 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void SetChecked(ControlId id, bool checked);
     void ResetToggles();
     void SelectScheduleRow(int row);
-    void AddLine(QListWidget* list, const std::string& line);
+    // item: the line's own item, or null for a plain one.
+    void AddLine(QListWidget* list, const std::string& line, QListWidgetItem* item = nullptr);
+    // Why a part is short, as the session tells it.
+    WhyShortFn WhyShort();
     // The Seq of the list's selected line, none when no line is selected.
     std::optional<int32_t> SelectedSeq(const QListWidget* list) const;
     void CommonRefresh();

@@ -186,7 +186,8 @@ void CKestoDlg::SelectPartsAllLine(int32_t seq) {
 }
 
 void CKestoDlg::RefreshInfoPanel() {
-    partsInfo_->Refresh();
+    // A pick in the drawing, or a click on nothing there, replaces a part chosen in a list.
+    partsInfo_->Choose(0);
 }
 
 }  // namespace kesto

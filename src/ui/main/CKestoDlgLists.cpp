@@ -12,7 +12,7 @@
 namespace kesto {
 
 // The lists are sorted by their text without regard to case; equal lines keep their order.
-void CKestoDlg::AddLine(QListWidget* list, const std::string& line) {
+void CKestoDlg::AddLine(QListWidget* list, const std::string& line, QListWidgetItem* item) {
     const QString text = DecodeText(line);
     int low = 0;
     int high = list->count();
@@ -24,7 +24,12 @@ void CKestoDlg::AddLine(QListWidget* list, const std::string& line) {
             high = mid;
         }
     }
-    list->insertItem(low, text);
+    if (item != nullptr) {
+        item->setText(text);
+        list->insertItem(low, item);
+    } else {
+        list->insertItem(low, text);
+    }
 }
 
 void CKestoDlg::FillSchedule() {
@@ -41,7 +46,7 @@ void CKestoDlg::FillAllParts(int koutei) {
     allParts_->clear();
     for (const PartsInfo& part : app_.PartsList) {
         if (part.KouteiNo == koutei)
-            AddLine(allParts_, AllPartsLine(part));
+            AddLine(allParts_, AllPartsLine(part), new ShortTipItem({}, part.Seq, WhyShort()));
     }
 }
 

@@ -8,6 +8,7 @@
 #include "session/ListLines.h"
 #include "session/PartsAllList.h"
 #include "ui/dialogs/CKs_PartsAllDlg.h"
+#include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/draw/CKs_DrawArea.h"
 #include "ui/main/CKestoDlg.h"
 
@@ -15,6 +16,14 @@ namespace kesto {
 
 void CKestoDlg::ConnectPartsAll() {
     connect(allParts_, &QListWidget::itemSelectionChanged, this, [this] { OnAllPartsSelect(); });
+    // A line chosen in the all-parts dialog shows its part in the information panel, also one
+    // without a stack to pick.
+    connect(partsAll_->List(), &QListWidget::itemSelectionChanged, this,
+            [this] { partsInfo_->Choose(partsAll_->SelectedSeq().value_or(0)); });
+}
+
+WhyShortFn CKestoDlg::WhyShort() {
+    return [this](int32_t seq) { return session_.WhyShortText(seq); };
 }
 
 void CKestoDlg::OnAllPartsSelect() {
@@ -22,6 +31,7 @@ void CKestoDlg::OnAllPartsSelect() {
     if (caret == nullptr)
         return;
     const int32_t seq = SeqOfLine(EncodeText(caret->text()));
+    partsInfo_->Choose(seq);
     const QSignalBlocker block(allParts_);
     const bool picked = PickFromAllPartsList(app_, drawArea_->Drawing(), seq,
                                              [this](int mode) { drawArea_->DrawParts(mode); });

@@ -1,0 +1,32 @@
+// The stacks that lie across an offset line of their pallet. The offset warning covers only
+// the parts with sensitive sides; these are every part's, marked in the drawing and named in
+// the report and on the summary page.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "app/CKestoApp.h"
+
+namespace kesto {
+
+class MessageTable;
+
+// A stack that reaches past an offset line of its pallet, and by how much (length unit).
+struct OffsetCrossing {
+    const HaichiInfo* Stack = nullptr;
+    int32_t PalletNo = 0;
+    char Side = 'B';  // 'A' upper line, 'B' lower line, 'L' left limit, 'R' right limit
+    double By = 0;
+};
+
+// Every stack that crosses an offset line of its process's pallet, in stack list order; a
+// stack past two lines is named for each. Only lines that are drawn count (more than 0.01).
+std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app);
+
+// "P001 Name: 12.5 past the lower offset line of pallet 2", from the [Short] texts of the message
+// file.
+std::string OffsetCrossingText(const OffsetCrossing& crossing, const MessageTable& messages);
+
+}  // namespace kesto

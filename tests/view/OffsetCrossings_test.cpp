@@ -1,0 +1,121 @@
+// Stacks across the offset lines: which side, by how much, and the line that names them.
+#include "view/OffsetCrossings.h"
+
+#include <gtest/gtest.h>
+
+#include "support/MessageFile.h"
+
+namespace kesto {
+namespace {
+
+// Process 1 on a pallet "PAL" of 1000 x 800 with one block over the whole of it.
+class OffsetCrossingTest : public ::testing::Test {
+  protected:
+    OffsetCrossingTest() {
+        PalletInfo& p = app.PalletList.Append();
+        p.Name = "PAL";
+        p.LengthX = 1000;
+        p.LengthY = 800;
+        KouteiInfo& k = app.KouteiList.Append();
+        k.No = 1;
+        k.PalletName = "PAL";
+        BlockInfo b;
+        b.KouteiNo = 1;
+        b.PalletNo = 1;
+        b.MaxX = 1000;
+        b.MaxY = 800;
+        app.Blocks.push_back(b);
+        app.BlocksCount = app.BlocksCapacity = 1;
+    }
+    PalletInfo& Pallet() { return app.PalletList.Items.front(); }
+    PartsInfo& Part(double sx, double sy, const std::string& name = "") {
+        PartsInfo& p = app.PartsList.Append();
+        p.Seq = static_cast<int32_t>(app.PartsList.Items.size());
+        p.Code = "A" + std::to_string(p.Seq);
+        p.DisplayName = name;
+        p.KouteiNo = 1;
+        p.SizeX = sx;
+        p.SizeY = sy;
+        return p;
+    }
+    // A stack's reference point is its right edge and lower edge.
+    HaichiInfo& StackAt(PartsInfo& part, double x, double y) {
+        HaichiInfo& h = app.HaichiList.Append();
+        h.Part = &part;
+        h.BlockIndex = 0;
+        h.X = x;
+        h.Y = y;
+        h.Pieces = 1;
+        return h;
+    }
+
+    CKestoApp app;
+    MessageTable messages;  // nothing loaded: the English texts
+};
+
+TEST_F(OffsetCrossingTest, AStackBelowTheLowerLineCrossesItByTheDifference) {
+    Pallet().OffsetB = 50;
+    PartsInfo& p = Part(100, 100, "Bracket");
+    const HaichiInfo& h = StackAt(p, 300, 10);  // y 10..110, the line at 50
+    StackAt(p, 600, 50);                        // on the line: not across
+    const std::vector<OffsetCrossing> all = OffsetCrossings(app);
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(all[0].Stack, &h);
+    EXPECT_EQ(all[0].Side, 'B');
+    EXPECT_EQ(all[0].PalletNo, 1);
+    EXPECT_DOUBLE_EQ(all[0].By, 40);
+    EXPECT_EQ(OffsetCrossingText(all[0], messages),
+              "A1 Bracket: 40 past the lower offset line of pallet 1");
+}
+
+TEST_F(OffsetCrossingTest, TheUpperLineLiesItsOffsetBelowThePalletsFarEdge) {
+    Pallet().OffsetA = 100;  // the line at y = 800 - 100 = 700
+    PartsInfo& p = Part(100, 100);
+    StackAt(p, 300, 650.5);  // reaches 750.5
+    const std::vector<OffsetCrossing> all = OffsetCrossings(app);
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(all[0].Side, 'A');
+    EXPECT_DOUBLE_EQ(all[0].By, 50.5);
+    EXPECT_EQ(OffsetCrossingText(all[0], messages),
+              "A1: 50.5 past the upper offset line of pallet 1");
+}
+
+TEST_F(OffsetCrossingTest, LinesOfAHundredthOrLessAreNotDrawnAndNotCrossed) {
+    Pallet().OffsetB = 0.01;
+    PartsInfo& p = Part(100, 100);
+    StackAt(p, 300, 0);
+    EXPECT_TRUE(OffsetCrossings(app).empty());
+}
+
+TEST_F(OffsetCrossingTest, AStackPastTwoLimitsIsNamedForEach) {
+    Pallet().LimitLeft = 20;   // x = 20
+    Pallet().LimitRight = 30;  // x = 1000 - 30 = 970
+    PartsInfo& wide = Part(990, 100);
+    StackAt(wide, 995, 200);  // x 5..995
+    const std::vector<OffsetCrossing> all = OffsetCrossings(app);
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(all[0].Side, 'L');
+    EXPECT_DOUBLE_EQ(all[0].By, 15);
+    EXPECT_EQ(all[1].Side, 'R');
+    EXPECT_DOUBLE_EQ(all[1].By, 25);
+    EXPECT_EQ(OffsetCrossingText(all[1], messages), "A1: 25 past the right limit of pallet 1");
+}
+
+TEST_F(OffsetCrossingTest, AProcessWhosePalletIsMissingHasNoLinesToCross) {
+    Pallet().OffsetB = 50;
+    app.KouteiList.Items.front().PalletName = "OTHER";
+    PartsInfo& p = Part(100, 100);
+    StackAt(p, 300, 10);
+    EXPECT_TRUE(OffsetCrossings(app).empty());
+}
+
+TEST_F(OffsetCrossingTest, AStackWithoutAPartOrBlockIsPassedOver) {
+    Pallet().OffsetB = 50;
+    PartsInfo& p = Part(100, 100);
+    StackAt(p, 300, 10).BlockIndex = 7;
+    StackAt(p, 300, 10).Part = nullptr;
+    EXPECT_TRUE(OffsetCrossings(app).empty());
+}
+
+}  // namespace
+}  // namespace kesto
