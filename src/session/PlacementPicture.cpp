@@ -14,6 +14,7 @@
 #include "session/SheetTexts.h"
 #include "support/SetupList.h"
 #include "support/TextFormat.h"
+#include "view/OffsetCrossings.h"
 #include "view/PalletDrawing.h"
 #include "view/ShiftedCanvas.h"
 

@@ -116,18 +116,19 @@ std::map<PalletKey, std::vector<const HaichiInfo*>> StacksByPallet(
             pallets[{block->KouteiNo, block->PalletNo}].push_back(&h);
     }
     for (auto& [key, stacks] : pallets) {
-        std::stable_sort(stacks.begin(), stacks.end(),
-                         [&](const HaichiInfo* a, const HaichiInfo* b) {
-                             const int32_t na = numbers[static_cast<size_t>(a->BlockIndex)];
-                             const int32_t nb = numbers[static_cast<size_t>(b->BlockIndex)];
-                             return na != nb ? na < nb : a->Corner < b->Corner;
-                         });
+        std::stable_sort(
+            stacks.begin(), stacks.end(), [&](const HaichiInfo* a, const HaichiInfo* b) {
+                const int32_t na = numbers[static_cast<size_t>(a->BlockIndex)];
+                const int32_t nb = numbers[static_cast<size_t>(b->BlockIndex)];
+                return na != nb ? na < nb : StandingCorner(app, *a) < StandingCorner(app, *b);
+            });
     }
     return pallets;
 }
 
-SheetTable PalletTable(const std::vector<const HaichiInfo*>& stacks, const SheetTexts& texts,
-                       const std::vector<int32_t>& numbers, int32_t width) {
+SheetTable PalletTable(const CKestoApp& app, const std::vector<const HaichiInfo*>& stacks,
+                       const SheetTexts& texts, const std::vector<int32_t>& numbers,
+                       int32_t width) {
     SheetTable table({{texts.ColumnNo, kNoWidth, CellAlign::Right},
                       {texts.ColumnPart, kPartWidth},
                       {texts.ColumnName, std::max(width - kFixedColumns, kPartWidth)},
@@ -140,7 +141,7 @@ SheetTable PalletTable(const std::vector<const HaichiInfo*>& stacks, const Sheet
         table.AddRow({std::to_string(i + 1), h.Part->Code, h.Part->DisplayName,
                       std::to_string(h.Pieces),
                       std::to_string(numbers[static_cast<size_t>(h.BlockIndex)]),
-                      texts.CornerText(h.Corner), texts.EditMarks(h.Edits)});
+                      texts.CornerText(StandingCorner(app, h)), texts.EditMarks(h.Edits)});
     }
     return table;
 }
@@ -271,7 +272,7 @@ void AddPalletPages(CKestoApp& app, const MessageTable& messages, const SheetTex
                     const std::vector<const HaichiInfo*>& stacks,
                     const std::vector<int32_t>& numbers, SheetBook& book) {
     const PalletLayout layout = LayOutPalletPage(*app.PalletByName(koutei.PalletName));
-    const SheetTable table = PalletTable(stacks, texts, numbers, layout.TableWidth);
+    const SheetTable table = PalletTable(app, stacks, texts, numbers, layout.TableWidth);
     StackTags tags;
     for (size_t i = 0; i < stacks.size(); ++i)
         tags.Texts[stacks[i]] = std::to_string(i + 1);
@@ -286,7 +287,7 @@ void AddPalletPages(CKestoApp& app, const MessageTable& messages, const SheetTex
     DrawLegend(texts, layout.TableLeft, first);
     if (next == table.Rows())
         return;
-    const SheetTable half = PalletTable(stacks, texts, numbers, kHalfWidth);
+    const SheetTable half = PalletTable(app, stacks, texts, numbers, kHalfWidth);
     while (next < table.Rows()) {
         PicturePage& page = book.NewPalletPage(process, palletText, title);
         for (const int32_t left : {kSheetMargin, kSheetWidth - kSheetMargin - kHalfWidth}) {
@@ -298,6 +299,18 @@ void AddPalletPages(CKestoApp& app, const MessageTable& messages, const SheetTex
 }
 
 }  // namespace
+
+uint8_t StandingCorner(const CKestoApp& app, const HaichiInfo& stack) {
+    const BlockInfo* block = app.BlockOf(stack);
+    if (block == nullptr || stack.Part == nullptr)
+        return 0;
+    // Ties go to the left and the front, where the cells are measured from.
+    const bool left = stack.X - stack.Part->SizeX - block->MinX <= block->MaxX - stack.X;
+    const bool lower = stack.Y - block->MinY <= block->MaxY - (stack.Y + stack.Part->SizeY);
+    if (left)
+        return lower ? kCornerMinMin : kCornerMinMax;
+    return lower ? kCornerMaxMin : kCornerMaxMax;
+}
 
 std::string SheetProcessText(const KouteiInfo& koutei) {
     return FormatText("%.2d ", koutei.No) + koutei.Name;

@@ -30,6 +30,10 @@ PictureDocument BuildSortSheet(JobSession& session);
 // numbered from the start corner; 0 for an index past the job's blocks.
 std::vector<int32_t> BlockNumbers(const CKestoApp& app);
 
+// The corner of its block a stack stands in: the one it is nearest to, as it stands now (a
+// moved stack keeps the corner the placement gave it in its record). 0 without a block.
+uint8_t StandingCorner(const CKestoApp& app, const HaichiInfo& stack);
+
 // The summary pages, on from the sheet's pallet pages.
 void AddSummaryPages(CKestoApp& app, const Services& services, const SheetTexts& texts,
                      const std::vector<int32_t>& blockNumbers, SheetBook& book);

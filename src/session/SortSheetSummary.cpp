@@ -8,6 +8,7 @@
 #include "session/ListLines.h"
 #include "session/SheetTable.h"
 #include "session/SortSheet.h"
+#include "view/OffsetCrossings.h"
 
 namespace kesto {
 
@@ -111,7 +112,7 @@ Section Crossings(const CKestoApp& app, const MessageTable& messages, const Shee
         section.Table.AddRow(
             {ProcessOf(app, block.KouteiNo), PalletSelectLine(app.PalletPrefix, c.PalletNo),
              std::to_string(blockNumbers[static_cast<size_t>(c.Stack->BlockIndex)]),
-             texts.CornerText(c.Stack->Corner), OffsetCrossingText(c, messages)});
+             texts.CornerText(StandingCorner(app, *c.Stack)), OffsetCrossingText(c, messages)});
     }
     return section;
 }

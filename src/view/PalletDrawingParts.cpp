@@ -417,7 +417,7 @@ void PalletDrawing::DrawOffsetLines(Canvas& canvas) {
         const IntPoint corners[4] = {
             {r->Left, r->Top}, {r->Right, r->Top}, {r->Right, r->Bottom}, {r->Left, r->Bottom}};
         for (int i = 0; i < 4; ++i) {
-            canvas.DrawLinePrim(corners[i], corners[(i + 1) % 4], colour::kOffsetLine,
+            canvas.DrawLinePrim(corners[i], corners[(i + 1) % 4], palette_.OffsetLine,
                                 PenStyle::Solid, colour::kOffsetLineWidth);
         }
     }

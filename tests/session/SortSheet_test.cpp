@@ -162,6 +162,39 @@ TEST(SortSheet, CellsAreNumberedWhereTheirStacksLeaveRoom) {
         EXPECT_NE(p.Mode, LabelMode::Centred) << p.Text;
 }
 
+// A stack's corner is where it stands in its block: a moved stack keeps its record's corner.
+TEST(SortSheet, AStacksCornerIsTheOneOfItsBlockItStandsNearest) {
+    CKestoApp app;
+    BlockInfo block;
+    block.MinX = 100;
+    block.MinY = 50;
+    block.MaxX = 500;
+    block.MaxY = 350;
+    app.Blocks = {block};
+    app.BlocksCount = app.BlocksCapacity = 1;
+    PartsInfo part;
+    part.SizeX = 100;
+    part.SizeY = 80;
+    HaichiInfo stack;
+    stack.Part = &part;
+    stack.BlockIndex = 0;
+    stack.Corner = kCornerMaxMax;  // as placed, before it was moved
+    const auto at = [&](double x, double y) {
+        stack.X = x;  // the right edge
+        stack.Y = y;  // the front edge
+        return StandingCorner(app, stack);
+    };
+    EXPECT_EQ(at(200, 50), kCornerMinMin);
+    EXPECT_EQ(at(200, 270), kCornerMinMax);
+    EXPECT_EQ(at(500, 50), kCornerMaxMin);
+    EXPECT_EQ(at(500, 270), kCornerMaxMax);
+    // In the middle: left and front win.
+    EXPECT_EQ(at(350, 160), kCornerMinMin);
+    EXPECT_EQ(at(351, 161), kCornerMaxMax);
+    stack.BlockIndex = 1;
+    EXPECT_EQ(StandingCorner(app, stack), 0);
+}
+
 TEST(SortSheet, BlocksAreNumberedPerPalletFromTheStartCorner) {
     PictureJob job(PictureInstallation(2));
     const std::vector<int32_t> numbers = BlockNumbers(job.App());
