@@ -14,7 +14,7 @@
 #include "common/MiniInstallation.h"
 #include "common/PdfText.h"
 #include "common/TestFiles.h"
-#include "render/PicturePdf.h"
+#include "common/PicturePdf.h"
 #include "view/Colours.h"
 
 namespace kesto {

@@ -16,7 +16,7 @@
 #include "common/PictureJob.h"
 #include "common/TestFiles.h"
 #include "render/FontTable.h"
-#include "render/PicturePdf.h"
+#include "common/PicturePdf.h"
 #include "session/SheetTable.h"
 #include "view/Colours.h"
 

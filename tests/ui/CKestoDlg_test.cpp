@@ -72,7 +72,7 @@ TEST(CKestoDlg, EndedDuringInitialisationRunReturnsAtOnce) {
     EXPECT_FALSE(job.Dialog->isVisible());
 }
 
-TEST(CKestoDlg, ContextMenuOffersUndoRedoAndTheVersionBox) {
+TEST(CKestoDlg, ContextMenuOffersUndoRedoPrintAndTheVersionBox) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     job.Dialog->show();
@@ -91,9 +91,9 @@ TEST(CKestoDlg, ContextMenuOffersUndoRedoAndTheVersionBox) {
     });
     QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5), QPoint(5, 5));
     QApplication::sendEvent(job.Dialog.get(), &event);
-    // Nothing corrected yet: both greyed, without a step's name.
-    EXPECT_EQ(entries, QStringList({"Undo", "Redo", kAboutMenuText}));
-    EXPECT_EQ(enabled, QList<bool>({false, false, true}));
+    // Nothing corrected yet: both greyed, without a step's name; printing can always be asked.
+    EXPECT_EQ(entries, QStringList({"Undo", "Redo", "Print...", kAboutMenuText}));
+    EXPECT_EQ(enabled, QList<bool>({false, false, true, true}));
 }
 
 TEST(CKestoDlg, VersionBoxOpensModally) {

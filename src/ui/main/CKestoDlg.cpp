@@ -48,6 +48,7 @@ CKestoDlg::CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* paren
     ConnectCommands();
     ConnectPartsAll();
     ConnectEditing();
+    ConnectPrinting();
     session_.SetView(this);
 }
 
@@ -232,6 +233,8 @@ void CKestoDlg::contextMenuEvent(QContextMenuEvent* event) {
     UpdateUndoActions();
     menu.addAction(undoAction_);
     menu.addAction(redoAction_);
+    menu.addSeparator();
+    menu.addAction(printAction_);
     menu.addSeparator();
     QAction* about = menu.addAction(QString::fromLatin1(kAboutMenuText));
     about->setObjectName(QString::number(kAboutCommand));

@@ -21,6 +21,7 @@
 
 class QComboBox;
 class QListWidget;
+class QPrinter;
 
 namespace kesto {
 
@@ -93,6 +94,14 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     // follow the history when the menu opens).
     QAction* UndoAction() const { return undoAction_; }
     QAction* RedoAction() const { return redoAction_; }
+    // Ctrl+P and the background menu's print item: the platform's print dialog, then the
+    // sort sheet of the job as it stands, on the printer chosen there.
+    void OnPrint();
+    QAction* PrintAction() const { return printAction_; }
+    // The sort sheet, the same pages kesto-batch --picture FILE.pdf writes, on printer
+    // (whose page layout the caller chose); the empty text on success, else what went wrong.
+    // Neither the job nor what the window shows is changed.
+    std::string PrintTo(QPrinter& printer);
     // The main window's all-parts list: picks the caret line's part in the drawing.
     void OnAllPartsSelect();
     // Fills the all-parts dialog for CurrentKoutei.
@@ -120,6 +129,8 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void ConnectCommands();
     // The drawing area's mouse editing and the left and right buttons.
     void ConnectEditing();
+    // Ctrl+P.
+    void ConnectPrinting();
     // OK and the close box follow whether any part is set aside; the undo items the history.
     void FollowSetAside();
     // Refuses the close box while OK is disabled.
@@ -192,6 +203,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     std::unique_ptr<DrawingEdit> editing_;
     QAction* undoAction_ = nullptr;
     QAction* redoAction_ = nullptr;
+    QAction* printAction_ = nullptr;
     // The undo and redo items as the history now stands.
     void UpdateUndoActions();
     // After an undo or redo: the lists, the drawing, the panels and OK as after any command.
