@@ -13,8 +13,8 @@
 #include "common/ImageInk.h"
 #include "common/MiniInstallation.h"
 #include "common/PdfText.h"
-#include "common/TestFiles.h"
 #include "common/PicturePdf.h"
+#include "common/TestFiles.h"
 #include "view/Colours.h"
 
 namespace kesto {

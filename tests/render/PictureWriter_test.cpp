@@ -14,9 +14,9 @@
 #include "common/ImageInk.h"
 #include "common/PdfText.h"
 #include "common/PictureJob.h"
+#include "common/PicturePdf.h"
 #include "common/TestFiles.h"
 #include "render/FontTable.h"
-#include "common/PicturePdf.h"
 #include "session/SheetTable.h"
 #include "view/Colours.h"
 
