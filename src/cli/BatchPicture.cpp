@@ -119,7 +119,7 @@ bool WriteBatchPictures(JobSession& session, const PictureRequest& request,
     const PictureDocument document =
         pdf ? BuildSortSheet(session)
             : BuildPlacementPictures(session.App(), session.Shown(), session.Svc(),
-                                     PictureJobName(session), request.Width, request.Height, true);
+                                     PictureJobName(session), request.Width, request.Height);
     out.flush();
     const std::string error = PaintDocument(document, request.Output, pictureProgram);
     if (!error.empty()) {

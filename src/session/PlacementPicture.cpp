@@ -312,14 +312,13 @@ void TakeSettingsFonts(const CKestoApp& app, PictureDocument& document) {
 
 PictureDocument BuildPlacementPictures(CKestoApp& app, const ViewState& shown,
                                        const Services& services, const std::string& jobName,
-                                       int32_t width, int32_t height, bool withListing) {
+                                       int32_t width, int32_t height) {
     PictureDocument document;
     TakeSettingsFonts(app, document);
     if (width <= 0 || height <= 0)
         return document;
     AddProcessPages(app, shown, services.Messages, jobName, width, height, document);
-    if (withListing)
-        AddListingPages(app, services, jobName, width, height, document);
+    AddListingPages(app, services, jobName, width, height, document);
     return document;
 }
 

@@ -80,10 +80,8 @@ class PictureJob {
     ViewState& Shown() { return shown; }
     const MessageTable& Messages() const { return services.Messages; }
     // The screen's pictures.
-    PictureDocument Build(bool withListing = true, int32_t width = kPictureWidth,
-                          int32_t height = kPictureHeight) {
-        return BuildPlacementPictures(App(), shown, services.Get(), "job.txt", width, height,
-                                      withListing);
+    PictureDocument Build(int32_t width = kPictureWidth, int32_t height = kPictureHeight) {
+        return BuildPlacementPictures(App(), shown, services.Get(), "job.txt", width, height);
     }
     // The sort sheet, dated as a test can know it.
     PictureDocument Sheet() {

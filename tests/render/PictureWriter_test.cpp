@@ -159,7 +159,7 @@ IntRect FirstFilled(const PicturePage& page, Rgb fill) {
 TEST(PictureWriter, ThePrintStyleIsAWhitePageWithDarkOutlinesTheScreensIsNot) {
     test::EnsureGuiApplication();
     test::PictureJob job(test::PictureInstallation(1));
-    const PictureDocument screen = job.Build(false);
+    const PictureDocument screen = job.Build();
     const PictureDocument sheet = job.Sheet();
 
     const QImage onScreen = Painted(screen, 0);

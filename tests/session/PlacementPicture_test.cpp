@@ -80,8 +80,8 @@ TEST(PlacementPicture, EachProcessPageShowsFourPalletsWithTheirCaptions) {
 
 TEST(PlacementPicture, DrawingLiesBelowTheTitleStrip) {
     PictureJob job(PictureInstallation(4));
-    const PictureDocument doc = job.Build(false);
-    ASSERT_EQ(doc.Pages.size(), 2u);
+    const PictureDocument doc = job.Build();
+    ASSERT_EQ(doc.Pages.size(), 3u);
     const std::vector<Primitive>& items = doc.Pages[0].Drawing.Items();
     const auto background = std::find_if(items.begin(), items.end(), [](const Primitive& p) {
         return p.Kind == PrimitiveKind::Rectangle && p.Fill == colour::kAreaBackground;
@@ -100,8 +100,8 @@ TEST(PlacementPicture, DrawingLiesBelowTheTitleStrip) {
 
 TEST(PlacementPicture, StacksAreDrawnWithTheirLabelsOnTheirProcessPage) {
     PictureJob job(PictureInstallation(4));
-    const PictureDocument doc = job.Build(false);
-    ASSERT_EQ(doc.Pages.size(), 2u);
+    const PictureDocument doc = job.Build();
+    ASSERT_EQ(doc.Pages.size(), 3u);
     EXPECT_TRUE(HasLabel(doc.Pages[0], "BRK-1"));
     EXPECT_FALSE(HasLabel(doc.Pages[0], "PLT-2"));
     EXPECT_TRUE(HasLabel(doc.Pages[1], "PLT-2"));
@@ -114,8 +114,8 @@ TEST(PlacementPicture, StacksAreDrawnWithTheirLabelsOnTheirProcessPage) {
 
 TEST(PlacementPicture, OnePalletIsDrawnFlatOnOnePagePerProcess) {
     PictureJob job(PictureInstallation(1));
-    const PictureDocument doc = job.Build(false);
-    ASSERT_EQ(doc.Pages.size(), 2u);
+    const PictureDocument doc = job.Build();
+    ASSERT_EQ(doc.Pages.size(), 3u);
     EXPECT_EQ(Frames(doc.Pages[0]).size(), 1u);
     EXPECT_EQ(doc.Pages[0].Title, "01 CUT Pallet A - job.txt");
     EXPECT_TRUE(HasLabel(doc.Pages[0], "P-01"));
