@@ -25,7 +25,7 @@ constexpr int32_t kDrawingBesideWidth = 720;
 constexpr int32_t kDrawingAboveHeight = 430;
 constexpr int32_t kGap = 28;
 // A drawing above the table must come out this much larger than beside it: it costs the
-// table half its rows.
+// table many of its rows.
 constexpr double kAboveGain = 1.3;
 // Each of the two columns of rows on a page that runs a pallet's table on.
 constexpr int32_t kHalfWidth = (kBodyWidth - 2 * kGap) / 2;
@@ -87,7 +87,8 @@ PalletLayout LayOutPalletPage(const PalletInfo& pallet) {
 void DefineSheetFonts(const CKestoApp& app, const MessageTable& messages,
                       PictureDocument& document) {
     int32_t face = messages.GetFontText("MainDlg", "L-SMALLBOX").Font;
-    for (int32_t slot = 0; !FontDefined(app, face) && slot < 5; ++slot)
+    const auto slots = static_cast<int32_t>(app.FontHeight.size());
+    for (int32_t slot = 0; !FontDefined(app, face) && slot < slots; ++slot)
         face = slot;
     const bool found = FontDefined(app, face);
     const std::string name = found ? app.FontNames[static_cast<size_t>(face)] : std::string();

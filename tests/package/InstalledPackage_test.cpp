@@ -158,8 +158,9 @@ TEST_F(InstalledPackage, ControlNamesThePackageItsVersionAndTheLibrariesTheProgr
     EXPECT_NE(fields.Out.find("Maintainer: "), std::string::npos);
     EXPECT_NE(fields.Out.find("Section: misc\n"), std::string::npos);
     // Worked out by dpkg-shlibdeps from the programs, with the platform plugins Qt loads.
-    for (const char* library : {"libc6 (>=", "libstdc++6 (>=", "libqt6widgets6 (>=",
-                                "libqt6gui6 (>=", "libqt6core6 (>=", "qt6-qpa-plugins"})
+    for (const char* library :
+         {"libc6 (>=", "libstdc++6 (>=", "libqt6widgets6 (>=", "libqt6gui6 (>=", "libqt6core6 (>=",
+          "libqt6printsupport6 (>=", "qt6-qpa-plugins"})
         EXPECT_NE(fields.Out.find(library), std::string::npos) << library << "\n" << fields.Out;
 }
 
@@ -189,8 +190,9 @@ TEST_F(InstalledPackage, BatchFindsThePictureProgramInstalledBesideIt) {
     ASSERT_EQ(run.ExitCode, 0) << run.Out << run.Err;
     EXPECT_EQ(run.Err.find("picture not written"), std::string::npos) << run.Err;
     EXPECT_NE(run.Out.find("Pictures:"), std::string::npos) << run.Out;
-    for (const char* image :
-         {"out/placement-01.png", "out/placement-02.png", "out/placement-03.png"})
+    // A picture per process, then the listing.
+    for (const char* image : {"out/placement-01.png", "out/placement-02.png",
+                              "out/placement-03.png", "out/placement-04.png"})
         EXPECT_EQ(PngSize(installed / image), std::make_pair(1600u, 1000u)) << image;
 }
 
