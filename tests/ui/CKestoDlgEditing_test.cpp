@@ -123,6 +123,27 @@ TEST(CKestoDlgEditing, TheJobStandsAsWorkedOut) {
     EXPECT_EQ(w.Picture(100, 628), colour::kPalletFrame);
 }
 
+TEST(CKestoDlgEditing, AStackAcrossAnOffsetLineIsFramedInRed) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    // The lower offset line at y 100, pixel row 768: A1's first stack (y 50 to 250, pixels
+    // (670, 618)-(990, 818)) lies across it, the second (y 550 to 750) does not.
+    w.App().PalletList.begin()->OffsetB = 100;
+    w.Area().Refresh();
+    EXPECT_EQ(w.Picture(500, 768), colour::kOffsetLine);
+    EXPECT_EQ(w.Picture(670, 700), colour::kOffsetLine);
+    EXPECT_EQ(w.Picture(830, 618), colour::kOffsetLine);
+    EXPECT_NE(w.Picture(670, 200), colour::kOffsetLine);
+    EXPECT_NE(w.Picture(830, 118), colour::kOffsetLine);
+    // Dragged to the cell's corner 1 (still y 50), the frame goes with it to (90, 618)-(410,
+    // 818).
+    w.Drag({830, 718}, {260, 718});
+    ASSERT_DOUBLE_EQ(w.StackNo(0).X, 370);
+    EXPECT_NE(w.Picture(670, 700), colour::kOffsetLine);
+    EXPECT_EQ(w.Picture(410, 700), colour::kOffsetLine);
+    EXPECT_EQ(w.Picture(250, 618), colour::kOffsetLine);
+}
+
 TEST(CKestoDlgEditing, ClickPicksTheStackAndShowsItInTheListAndThePanel) {
     EditingWindow w;
     ASSERT_TRUE(w.opened);
