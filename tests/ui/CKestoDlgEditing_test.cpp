@@ -10,6 +10,7 @@
 // the cell: (90, 118)-(990, 818).
 #include <gtest/gtest.h>
 
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -478,6 +479,29 @@ TEST(CKestoDlgEditing, LeftThenRetryOrAutoAllowsOkAgain) {
         w.job.Dialog->close();
         EXPECT_TRUE(w.job.Session->Ended()) << reload;
     }
+}
+
+// Retry shows the job from its first pallet; taking it back shows the pallet it was pressed on,
+// doing it again the pallet the undo was made on.
+TEST(CKestoDlgEditing, UndoAndRedoShowTheStepWhereItWasTaken) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    auto* pallets = w.job.Dialog->findChild<QComboBox*>("LIST-PALLET-SEL");
+    pallets->setCurrentIndex(1);
+    ASSERT_EQ(w.Shown().CurrentPallet, 2);
+    QTest::mouseClick(w.Button("B-RETRY"), Qt::LeftButton);
+    ASSERT_EQ(w.Shown().CurrentPallet, 1);
+    w.Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(w.Shown().CurrentPallet, 2);
+    EXPECT_EQ(pallets->currentIndex(), 1);
+    // Pallet 2 is drawn: A2's first stack (300 wide, x 650 to 950) at pixels (690, 618)-(990,
+    // 818), where A1's (320 wide) would begin at 670.
+    EXPECT_EQ(w.Picture(700, 628), colour::kPartNormal);
+    EXPECT_EQ(w.Picture(680, 628), colour::kPalletFrame);
+    EXPECT_EQ(w.StackNo(2).Part->Code, "A2");
+    w.Key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(w.Shown().CurrentPallet, 1);
+    EXPECT_EQ(pallets->currentIndex(), 0);
 }
 
 TEST(CKestoDlgEditing, LeftWithABandInForceShowsMessage15) {
