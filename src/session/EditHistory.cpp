@@ -42,8 +42,9 @@ EditHistory::EditHistory(size_t maxSteps, size_t maxBytes)
     : maxSteps_(maxSteps), maxBytes_(maxBytes) {}
 
 EditHistory::Step EditHistory::Capture(const std::string& name, const CKestoApp& app,
-                                       const Selection& selection, const JobSnapshot* like) {
-    return Step{name, JobSnapshot::Take(app, like), SelectionIndex::Of(selection, app)};
+                                       const Selection& selection, ViewPlace view,
+                                       const JobSnapshot* like) {
+    return Step{name, JobSnapshot::Take(app, like), SelectionIndex::Of(selection, app), view};
 }
 
 void EditHistory::Apply(const Step& step, CKestoApp& app, Selection& selection) {
@@ -53,15 +54,16 @@ void EditHistory::Apply(const Step& step, CKestoApp& app, Selection& selection) 
     step.Picks.ApplyTo(selection, app);
 }
 
-void EditHistory::Record(const std::string& name, const CKestoApp& app,
-                         const Selection& selection) {
+void EditHistory::Record(const std::string& name, const CKestoApp& app, const Selection& selection,
+                         ViewPlace view) {
     redo_.clear();
-    undo_.push_back(Capture(name, app, selection, CanUndo() ? &undo_.back().Job : nullptr));
+    undo_.push_back(Capture(name, app, selection, view, CanUndo() ? &undo_.back().Job : nullptr));
     Trim();
 }
 
-void EditHistory::Begin(const std::string& name, const CKestoApp& app, const Selection& selection) {
-    pending_ = Capture(name, app, selection, CanUndo() ? &undo_.back().Job : nullptr);
+void EditHistory::Begin(const std::string& name, const CKestoApp& app, const Selection& selection,
+                        ViewPlace view) {
+    pending_ = Capture(name, app, selection, view, CanUndo() ? &undo_.back().Job : nullptr);
 }
 
 void EditHistory::Commit() {
@@ -73,23 +75,28 @@ void EditHistory::Commit() {
     Trim();
 }
 
-bool EditHistory::Undo(CKestoApp& app, Selection& selection) {
+void EditHistory::Swap(std::deque<Step>& from, std::deque<Step>& to, CKestoApp& app,
+                       Selection& selection, ViewPlace* view) {
+    Step step = std::move(from.back());
+    from.pop_back();
+    to.push_back(
+        Capture(step.Name, app, selection, view != nullptr ? *view : ViewPlace{}, &step.Job));
+    Apply(step, app, selection);
+    if (view != nullptr)
+        *view = step.View;
+}
+
+bool EditHistory::Undo(CKestoApp& app, Selection& selection, ViewPlace* view) {
     if (!CanUndo())
         return false;
-    Step back = std::move(undo_.back());
-    undo_.pop_back();
-    redo_.push_back(Capture(back.Name, app, selection, &back.Job));
-    Apply(back, app, selection);
+    Swap(undo_, redo_, app, selection, view);
     return true;
 }
 
-bool EditHistory::Redo(CKestoApp& app, Selection& selection) {
+bool EditHistory::Redo(CKestoApp& app, Selection& selection, ViewPlace* view) {
     if (!CanRedo())
         return false;
-    Step again = std::move(redo_.back());
-    redo_.pop_back();
-    undo_.push_back(Capture(again.Name, app, selection, &again.Job));
-    Apply(again, app, selection);
+    Swap(redo_, undo_, app, selection, view);
     return true;
 }
 

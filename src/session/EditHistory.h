@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <optional>
 #include <string>
@@ -37,6 +38,13 @@ class EditHistory;
 std::string UndoMenuText(const EditHistory& history, const MessageTable& messages);
 std::string RedoMenuText(const EditHistory& history, const MessageTable& messages);
 
+// Where the operator looked when a step was taken: the process (position in the list) and the
+// pallet on view. Taking the step back or doing it again shows it there.
+struct ViewPlace {
+    int32_t Koutei = 0;
+    int32_t Pallet = 0;
+};
+
 inline constexpr size_t kEditHistorySteps = 100;
 // Beyond this many bytes the oldest steps go too, however few the steps are (one stays).
 inline constexpr size_t kEditHistoryBytes = size_t{64} << 20;
@@ -47,18 +55,22 @@ class EditHistory {
 
     // Before a correction: the job and selection it starts from become the step to take
     // back. The steps that were taken back are gone; beyond the limits the oldest go.
-    void Record(const std::string& name, const CKestoApp& app, const Selection& selection);
+    void Record(const std::string& name, const CKestoApp& app, const Selection& selection,
+                ViewPlace view = {});
     // For a correction that may turn out to change nothing (a drop that is refused): Begin
     // keeps the state it starts from aside, Commit makes it the step (as Record), Cancel
     // forgets it and leaves the history as it was.
-    void Begin(const std::string& name, const CKestoApp& app, const Selection& selection);
+    void Begin(const std::string& name, const CKestoApp& app, const Selection& selection,
+               ViewPlace view = {});
     void Commit();
     void Cancel() { pending_.reset(); }
-    // Takes the last step back: app and selection become what they were before it. false,
-    // and nothing changes, when there is none.
-    bool Undo(CKestoApp& app, Selection& selection);
-    // Does the last step taken back again. false when there is none.
-    bool Redo(CKestoApp& app, Selection& selection);
+    // Takes the last step back: app and selection become what they were before it, and view
+    // (when given: where the operator looks now) where the step was taken. false, and nothing
+    // changes, when there is none.
+    bool Undo(CKestoApp& app, Selection& selection, ViewPlace* view = nullptr);
+    // Does the last step taken back again, view back where the undo was. false when there is
+    // none.
+    bool Redo(CKestoApp& app, Selection& selection, ViewPlace* view = nullptr);
 
     bool CanUndo() const { return !undo_.empty(); }
     bool CanRedo() const { return !redo_.empty(); }
@@ -78,9 +90,13 @@ class EditHistory {
         std::string Name;
         JobSnapshot Job;
         SelectionIndex Picks;
+        ViewPlace View;
     };
     static Step Capture(const std::string& name, const CKestoApp& app, const Selection& selection,
-                        const JobSnapshot* like);
+                        ViewPlace view, const JobSnapshot* like);
+    // Moves the last step of from to the back of to, taken as the state now, and applies it.
+    static void Swap(std::deque<Step>& from, std::deque<Step>& to, CKestoApp& app,
+                     Selection& selection, ViewPlace* view);
     static void Apply(const Step& step, CKestoApp& app, Selection& selection);
     void Trim();
 

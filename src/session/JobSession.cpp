@@ -99,8 +99,12 @@ void JobSession::RereadJob() {
     app_.ExitParam = exitParam;
 }
 
+ViewPlace JobSession::Place() const {
+    return {shown_.CurrentKoutei, shown_.CurrentPallet};
+}
+
 void JobSession::RecordStep(const char* name, const Selection& selection) {
-    history_.Record(name, app_, selection);
+    history_.Record(name, app_, selection, Place());
 }
 
 void JobSession::RecordStep(const char* name) {
@@ -109,7 +113,7 @@ void JobSession::RecordStep(const char* name) {
 }
 
 void JobSession::BeginStep(const char* name, const Selection& selection) {
-    history_.Begin(name, app_, selection);
+    history_.Begin(name, app_, selection, Place());
 }
 
 void JobSession::EndStep(bool changed) {
@@ -120,11 +124,24 @@ void JobSession::EndStep(bool changed) {
 }
 
 bool JobSession::Undo(PalletDrawing& drawing) {
-    return history_.Undo(app_, drawing.Select());
+    ViewPlace place = Place();
+    if (!history_.Undo(app_, drawing.Select(), &place))
+        return false;
+    ShowAt(place);
+    return true;
 }
 
 bool JobSession::Redo(PalletDrawing& drawing) {
-    return history_.Redo(app_, drawing.Select());
+    ViewPlace place = Place();
+    if (!history_.Redo(app_, drawing.Select(), &place))
+        return false;
+    ShowAt(place);
+    return true;
+}
+
+void JobSession::ShowAt(const ViewPlace& place) {
+    shown_.CurrentKoutei = place.Koutei;
+    shown_.CurrentPallet = place.Pallet;
 }
 
 bool JobSession::Retry() {

@@ -129,7 +129,8 @@ class JobSession {
     void BeginStep(const char* name, const Selection& selection);
     void EndStep(bool changed);
     // The last step taken back, or done again: the job and the drawing's selection become
-    // what they were. false when there is none.
+    // what they were, and the process and pallet on view those where the step was taken (or
+    // taken back). false when there is none.
     bool Undo(PalletDrawing& drawing);
     bool Redo(PalletDrawing& drawing);
 
@@ -156,6 +157,9 @@ class JobSession {
     // Records the step of a correction about to change the job.
     void RecordStep(const char* name, const Selection& selection);
     void RecordStep(const char* name);
+    // Where the operator looks now, and showing a step where it was taken.
+    ViewPlace Place() const;
+    void ShowAt(const ViewPlace& place);
     // Marks the stacks from position first of the stack list on (those just made) with edit.
     void MarkStacksFrom(size_t first, uint8_t edit);
     int PlaceJob(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep);

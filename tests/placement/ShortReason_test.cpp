@@ -25,11 +25,22 @@ class ShortReasonTest : public PlacementTest {
     // Process 1 on an open pallet whose one block is the whole pallet: a part of 600 x 500
     // takes a single stack there, since every other corner's footprint meets that stack.
     KouteiInfo& OneBlockJob() {
-        AddPallet(OpenPallet("PAL"));
-        KouteiInfo& k = AddKoutei(1, "PAL");
+        KouteiInfo& k = OpenJob(1);
         AddBlock(1, 1, 0, 0, 1000, 800);
-        k.Pallet = &*app->PalletList.begin();
         return k;
+    }
+    // Process no on an open pallet, its blocks left to the test.
+    KouteiInfo& OpenJob(int32_t no) {
+        PalletInfo& pallet = AddPallet(OpenPallet("PAL"));
+        KouteiInfo& k = AddKoutei(no, "PAL");
+        k.Pallet = &pallet;
+        return k;
+    }
+    // Seven blocks of 100 x 100 in a row on pallet 1 of process 1, gap apart.
+    void BlockRow(double gap) {
+        OpenJob(1);
+        for (int i = 0; i < 7; ++i)
+            AddBlock(1, 1, i * (100 + gap), 0, i * (100 + gap) + 100, 100);
     }
     void PlaceAll() {
         ASSERT_EQ(CKs_Haichi(*app, services, shown)
@@ -85,9 +96,7 @@ TEST_F(ShortReasonTest, AProcessWhosePalletIsNotInThePalletFileHasNoPallet) {
 }
 
 TEST_F(ShortReasonTest, APartWiderThanThePalletFindsNoBlockAndTheLargestBlockIsNamed) {
-    AddPallet(OpenPallet("PAL"));
-    KouteiInfo& k = AddKoutei(1, "PAL");
-    k.Pallet = &*app->PalletList.begin();
+    OpenJob(1);
     AddBlock(1, 1, 0, 0, 300, 200);    // 60,000
     AddBlock(1, 1, 300, 0, 800, 400);  // 500 x 400 = 200,000, the largest
     AddBlock(1, 1, 0, 400, 600, 700);  // 600 x 300 = 180,000
@@ -103,9 +112,7 @@ TEST_F(ShortReasonTest, APartWiderThanThePalletFindsNoBlockAndTheLargestBlockIsN
 }
 
 TEST_F(ShortReasonTest, AProcessWithAPalletButNoBlocksSaysSo) {
-    AddPallet(OpenPallet("PAL"));
-    KouteiInfo& k = AddKoutei(3, "PAL");
-    k.Pallet = &*app->PalletList.begin();
+    OpenJob(3);
     PartsInfo& p = AddPart(3, 120.5, 80, 2);
     PlaceAll();
     EXPECT_EQ(Why(p).Cause, ShortCause::NoFittingBlock);
@@ -170,14 +177,10 @@ TEST_F(ShortReasonTest, ABlockHeldByAnotherPartIsTakenAndItsStacksAreCounted) {
 }
 
 TEST_F(ShortReasonTest, TakersAreListedMostStacksFirstAndBeyondFiveAreCounted) {
-    AddPallet(OpenPallet("PAL"));
-    KouteiInfo& k = AddKoutei(1, "PAL");
-    k.Pallet = &*app->PalletList.begin();
     // Seven blocks of 100 x 100 in a row, 50 apart so that a stack marks no neighbour's
     // corner; a part of 100 x 100 fills a block with one stack. Part 1 gets two blocks
     // (quantity 2, one per stack), the next five one each, and the seventh part none.
-    for (int i = 0; i < 7; ++i)
-        AddBlock(1, 1, i * 150.0, 0, i * 150.0 + 100, 100);
+    BlockRow(50);
     AddPart(1, 100, 100, 2, 1);
     for (int i = 0; i < 5; ++i)
         AddPart(1, 100, 100, 1);
@@ -194,15 +197,11 @@ TEST_F(ShortReasonTest, TakersAreListedMostStacksFirstAndBeyondFiveAreCounted) {
 }
 
 TEST_F(ShortReasonTest, AStackHoldsTheTouchingBlockTooSoFewerStacksTakeEveryBlock) {
-    AddPallet(OpenPallet("PAL"));
-    KouteiInfo& k = AddKoutei(1, "PAL");
-    k.Pallet = &*app->PalletList.begin();
     // Seven touching blocks of 100 x 100. A stack in block 0 covers the corner (100, 100) that
     // block 1 shares, so block 1 is held by the same part, and a stack there would touch the
     // first one. Part 1 (two stacks of one) takes blocks 0 to 3, part 2 blocks 4 and 5,
     // part 3 block 6: four stacks, and the parts after them find every block taken.
-    for (int i = 0; i < 7; ++i)
-        AddBlock(1, 1, i * 100.0, 0, i * 100.0 + 100, 100);
+    BlockRow(0);
     AddPart(1, 100, 100, 2, 1);
     AddPart(1, 100, 100, 1);
     AddPart(1, 100, 100, 1);

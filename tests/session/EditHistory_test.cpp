@@ -31,6 +31,28 @@ class HistoryTest : public ::testing::Test {
     Selection selection;
 };
 
+TEST_F(HistoryTest, AStepIsShownWhereItWasTakenAndDoneAgainWhereItWasTakenBack) {
+    EditHistory history;
+    history.Record(step::kMove, app, selection, ViewPlace{2, 3});
+    history.Record(step::kRetry, app, selection, ViewPlace{3, 1});
+    ViewPlace view{1, 1};  // Retry shows the first process
+    ASSERT_TRUE(history.Undo(app, selection, &view));
+    EXPECT_EQ(view.Koutei, 3);
+    EXPECT_EQ(view.Pallet, 1);
+    view = {2, 2};  // the operator looks elsewhere, then undoes the move
+    ASSERT_TRUE(history.Undo(app, selection, &view));
+    EXPECT_EQ(view.Koutei, 2);
+    EXPECT_EQ(view.Pallet, 3);
+    ASSERT_TRUE(history.Redo(app, selection, &view));
+    EXPECT_EQ(view.Koutei, 2);
+    EXPECT_EQ(view.Pallet, 2);
+    // Without a place to show, the history keeps none.
+    ASSERT_TRUE(history.Redo(app, selection));
+    ASSERT_TRUE(history.Undo(app, selection, &view));
+    EXPECT_EQ(view.Koutei, 0);
+    EXPECT_EQ(view.Pallet, 0);
+}
+
 TEST_F(HistoryTest, UndoAndRedoGiveBackTheStatesAndNameTheSteps) {
     EditHistory history;
     EXPECT_FALSE(history.CanUndo());

@@ -2,6 +2,7 @@
 // job of common/EditingWindow.h.
 #include <gtest/gtest.h>
 
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -47,6 +48,27 @@ TEST(CKestoDlgEditing, TheJobStandsAsWorkedOut) {
     EXPECT_EQ(w.StackNo(2).BlockIndex, 1);
     EXPECT_EQ(w.Picture(680, 628), colour::kPartNormal);
     EXPECT_EQ(w.Picture(100, 628), colour::kPalletFrame);
+}
+
+TEST(CKestoDlgEditing, AStackAcrossAnOffsetLineIsFramedInRed) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    // The lower offset line at y 100, pixel row 768: A1's first stack (y 50 to 250, pixels
+    // (670, 618)-(990, 818)) lies across it, the second (y 550 to 750) does not.
+    w.App().PalletList.begin()->OffsetB = 100;
+    w.Area().Refresh();
+    EXPECT_EQ(w.Picture(500, 768), colour::kOffsetLine);
+    EXPECT_EQ(w.Picture(670, 700), colour::kOffsetLine);
+    EXPECT_EQ(w.Picture(830, 618), colour::kOffsetLine);
+    EXPECT_NE(w.Picture(670, 200), colour::kOffsetLine);
+    EXPECT_NE(w.Picture(830, 118), colour::kOffsetLine);
+    // Dragged to the cell's corner 1 (still y 50), the frame goes with it to (90, 618)-(410,
+    // 818).
+    w.Drag({830, 718}, {260, 718});
+    ASSERT_DOUBLE_EQ(w.StackNo(0).X, 370);
+    EXPECT_NE(w.Picture(670, 700), colour::kOffsetLine);
+    EXPECT_EQ(w.Picture(410, 700), colour::kOffsetLine);
+    EXPECT_EQ(w.Picture(250, 618), colour::kOffsetLine);
 }
 
 TEST(CKestoDlgEditing, ClickPicksTheStackAndShowsItInTheListAndThePanel) {
@@ -383,6 +405,29 @@ TEST(CKestoDlgEditing, LeftThenRetryOrAutoAllowsOkAgain) {
         w.job.Dialog->close();
         EXPECT_TRUE(w.job.Session->Ended()) << reload;
     }
+}
+
+// Retry shows the job from its first pallet; taking it back shows the pallet it was pressed on,
+// doing it again the pallet the undo was made on.
+TEST(CKestoDlgEditing, UndoAndRedoShowTheStepWhereItWasTaken) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    auto* pallets = w.job.Dialog->findChild<QComboBox*>("LIST-PALLET-SEL");
+    pallets->setCurrentIndex(1);
+    ASSERT_EQ(w.Shown().CurrentPallet, 2);
+    QTest::mouseClick(w.Button("B-RETRY"), Qt::LeftButton);
+    ASSERT_EQ(w.Shown().CurrentPallet, 1);
+    w.Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(w.Shown().CurrentPallet, 2);
+    EXPECT_EQ(pallets->currentIndex(), 1);
+    // Pallet 2 is drawn: A2's first stack (300 wide, x 650 to 950) at pixels (690, 618)-(990,
+    // 818), where A1's (320 wide) would begin at 670.
+    EXPECT_EQ(w.Picture(700, 628), colour::kPartNormal);
+    EXPECT_EQ(w.Picture(680, 628), colour::kPalletFrame);
+    EXPECT_EQ(w.StackNo(2).Part->Code, "A2");
+    w.Key(Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(w.Shown().CurrentPallet, 1);
+    EXPECT_EQ(pallets->currentIndex(), 0);
 }
 
 TEST(CKestoDlgEditing, LeftWithABandInForceShowsMessage15) {

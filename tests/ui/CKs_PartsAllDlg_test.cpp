@@ -30,8 +30,8 @@ const char* const kPartsAllSection =
     "BT5=1,Name\n"
     "LIST=1,x\n";
 
-// A fourth part in process 1 (Seq 4): the same Text1 as Seq 1, Text3 "SUS", no sheet limit.
-const char* const kJobWithFourthPart =
+// The test job's boxes, processes and first three parts, before a fourth of each test's own.
+const std::string kJobHead =
     "#BoxInfo\n"
     "PAL,1,0,0,2000,0,2000\n"
     "SB1,100,0,10,100,10,100\n"
@@ -44,27 +44,16 @@ const char* const kJobWithFourthPart =
     "#PartsInfo\n"
     "A1,1,PartA,TextA,200,150,1,5,1,0,5,,,1.0,G1,0000,,0,,X0,10\n"
     "A2,1,PartB,TextB,100,100,0,3,100,0,5,,,1.0,G1,0000,,0,,X0,10\n"
-    "A3,2,PartC,TextC,50,40,10,2,1,0,5,,,1.0,G2,0000,,0,,X0,10\n"
-    "A4,1,PartD,TextA,150,50,11,4,1,0,0,,SUS,2.0,G1,0000,,0,,X0,10\n"
-    "#End\n";
+    "A3,2,PartC,TextC,50,40,10,2,1,0,5,,,1.0,G2,0000,,0,,X0,10\n";
+
+// A fourth part in process 1 (Seq 4): the same Text1 as Seq 1, Text3 "SUS", no sheet limit.
+const std::string kJobWithFourthPart =
+    kJobHead + "A4,1,PartD,TextA,150,50,11,4,1,0,0,,SUS,2.0,G1,0000,,0,,X0,10\n#End\n";
 
 // Seq 4 is 1200 long, more than pallet PAL1's 1000: no corner of any block can take it.
-const char* const kJobWithWidePart =
-    "#BoxInfo\n"
-    "PAL,1,0,0,2000,0,2000\n"
-    "SB1,100,0,10,100,10,100\n"
-    "SB2,101,0,0,50,0,50\n"
-    "#End\n"
-    "#KouteiInfo\n"
-    "1,Cut,PAL1\n"
-    "2,Bend,PAL1\n"
-    "#End\n"
-    "#PartsInfo\n"
-    "A1,1,PartA,TextA,200,150,1,5,1,0,5,,,1.0,G1,0000,,0,,X0,10\n"
-    "A2,1,PartB,TextB,100,100,0,3,100,0,5,,,1.0,G1,0000,,0,,X0,10\n"
-    "A3,2,PartC,TextC,50,40,10,2,1,0,5,,,1.0,G2,0000,,0,,X0,10\n"
-    "A4,1,PartW,TextW,1200,100,1,3,1,0,5,,,1.0,G1,0000,,0,,X0,10\n"
-    "#End\n";
+const std::string kJobWithWidePart =
+    kJobHead + "A4,1,PartW,TextW,1200,100,1,3,1,0,5,,,1.0,G1,0000,,0,,X0,10\n#End\n";
+
 // PAL1's blocks are its cells, 300 x 250.
 const QString kWidePartWhy =
     QStringLiteral("No block is large enough: part 1200 x 100, largest block 300 x 250");
@@ -72,9 +61,9 @@ const QString kWidePartWhy =
 // The window shown at 1600 x 900: the drawing area's left is cw + 4 = 1600 * 0.2 + 4 = 324,
 // its right 1600 - 2 = 1598 and its bottom 900 - 2 = 898; its top follows the combo box.
 struct PartsAllJob {
-    explicit PartsAllJob(const char* jobText = nullptr) {
+    explicit PartsAllJob(const std::string& jobText = {}) {
         job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing() + kPartsAllSection);
-        if (jobText != nullptr)
+        if (!jobText.empty())
             job.Install.Write("job/job.txt", jobText);
         shown = job.Open() && test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900);
     }

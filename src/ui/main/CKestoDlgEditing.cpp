@@ -1,4 +1,5 @@
 // The drawing area's mouse editing as the main window sees it, and the left and right buttons.
+#include <QComboBox>
 #include <QEvent>
 #include <QListWidget>
 #include <QPushButton>
@@ -129,6 +130,13 @@ void CKestoDlg::OnRedo() {
 }
 
 void CKestoDlg::ShowRestoredJob() {
+    // The step is shown where it was taken: its process in the schedule, its pallet chosen.
+    SelectScheduleRow(shown_.CurrentKoutei - 1);
+    FillPalletSelect();
+    {
+        const QSignalBlocker block(palletSelect_);
+        palletSelect_->setCurrentIndex(shown_.CurrentPallet - 1);
+    }
     CommonRefresh();
     drawArea_->Refresh();
     DrawHitDisplay();
