@@ -35,8 +35,8 @@ constexpr int32_t kTotalHeight = 44;
 constexpr int32_t kMarkWidth = 56;
 constexpr Rgb kBlockNumber{110, 110, 110};
 // The table's columns but the name's, which takes the rest of the table's width.
-constexpr int32_t kNoWidth = 64, kPartWidth = 104, kPiecesWidth = 98, kBlockWidth = 100,
-                  kCornerWidth = 152, kChangesWidth = 126;
+constexpr int32_t kNoWidth = 64, kPartWidth = 104, kPiecesWidth = 98, kBlockWidth = 112,
+                  kCornerWidth = 140, kChangesWidth = 126;
 constexpr int32_t kFixedColumns =
     kNoWidth + kPartWidth + kPiecesWidth + kBlockWidth + kCornerWidth + kChangesWidth;
 
