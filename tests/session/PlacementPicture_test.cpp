@@ -166,11 +166,7 @@ TEST(PlacementPicture, ListingWithNothingToListShowsADashPerSection) {
 // Offset B of 100 on the command line: the stacks standing from the front margin (y 10)
 // reach 90 past the lower offset line.
 TEST(PlacementPicture, ListingNamesTheStacksAcrossAnOffsetLineWithTheirProcess) {
-    MiniInstallation inst = PictureInstallation(1);
-    inst.Job =
-        "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n"
-        "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
-        "#PartsInfo\nA001,1,Bracket,BRK-1,250,150,1,4,0,0,4,,,2,G01,0000,,0,,K001,10\n#End\n";
+    const MiniInstallation inst = OneStackInstallation();
     PictureJob job(inst, " 0 0 0 100 1");
     const PictureDocument doc = job.Build();
     ASSERT_EQ(doc.Pages.size(), 2u);

@@ -43,11 +43,7 @@ TEST(SortSheetSummary, TablesOfBoxesSetAsideShortPartsWithWhyAndCrossings) {
 }
 
 TEST(SortSheetSummary, ACrossingNamesItsPalletBlockCornerAndByHowMuch) {
-    MiniInstallation inst = PictureInstallation(1);
-    inst.Job =
-        "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n"
-        "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
-        "#PartsInfo\nA001,1,Bracket,BRK-1,250,150,1,4,0,0,4,,,2,G01,0000,,0,,K001,10\n#End\n";
+    const MiniInstallation inst = OneStackInstallation();
     // Offset B of 100: the stack standing from the front margin (y 10) reaches 90 past it.
     PictureJob job(inst, " 0 0 0 100 1");
     const PictureDocument doc = job.Sheet();
