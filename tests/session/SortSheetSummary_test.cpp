@@ -14,6 +14,7 @@ namespace kesto {
 namespace {
 
 using test::MiniInstallation;
+using test::OneStackInstallation;
 using test::PictureInstallation;
 using test::PictureJob;
 
