@@ -10,7 +10,9 @@
 //                   or job SIZE SEED, a whole generated installation of SIZE parts;
 //                   "fifo:" / "folder:" PATH replaced by a FIFO / a folder; "file-size-limit:"
 //                   bytes a written file may reach (RLIMIT_FSIZE, SIGXFSZ ignored, as a full disk);
-//                   "time-limit:" seconds the run must end within (it is killed at twice that);
+//                   "hang-limit:" seconds after which the run counts as hung: it is killed there
+//                   and the case fails saying so (speed is the benchmarks' business, so the
+//                   limit is one only a hang exceeds, also under sanitizers, Wine or load);
 //                   "output:" may be given more than once
 //   install/        the system folder as the job finds it
 //   expected/       files that must exist afterwards, relative to the system folder, byte for
@@ -22,7 +24,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
@@ -41,6 +42,10 @@ namespace kesto {
 namespace {
 
 namespace fs = std::filesystem;
+
+// The shell's status of a run that "timeout -s KILL" ended (SIGKILL is 9; Windows has no name
+// for it).
+constexpr int kKilledByHangLimit = 128 + 9;
 
 using CaseValues = std::map<std::string, std::string>;
 
@@ -153,7 +158,7 @@ std::string UnsupportedHere(const CaseValues& c) {
     return "";
 }
 
-// The run as a host would start it; a time limit is checked afterwards, not enforced.
+// The run as a host would start it; a hang is left to ctest's own timeout.
 int RunBatch(const fs::path& install, const CaseValues& c, const fs::path& log) {
     const std::string answer = c.count("answer") ? c.at("answer") : "ok";
     return test::RunBatchProcess(install, answer, c.at("args"), log);
@@ -172,8 +177,8 @@ int RunBatch(const fs::path& install, const CaseValues& c, const fs::path& log) 
     const std::string answer = c.count("answer") ? c.at("answer") : "ok";
     std::string args = c.at("args");
     std::string wrapper;
-    if (c.count("time-limit"))
-        wrapper += "timeout -s KILL " + std::to_string(2 * std::stoi(c.at("time-limit"))) + " ";
+    if (c.count("hang-limit"))
+        wrapper += "timeout -s KILL " + c.at("hang-limit") + " ";
     if (c.count("file-size-limit"))
         wrapper += "prlimit --fsize=" + c.at("file-size-limit") + " ";
     if (wrapper.empty())
@@ -287,12 +292,12 @@ TEST_P(GoldenRun, WritesTheExpectedFiles) {
     const fs::path log = temp.Path() / "log.txt";
     const int runs = c.count("runs") ? std::stoi(c.at("runs")) : 1;
     int status = -1;
-    const auto start = std::chrono::steady_clock::now();
     for (int i = 0; i < runs; ++i)
         status = RunBatch(install, c, log);
-    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-    if (c.count("time-limit")) {
-        EXPECT_LT(took.count(), std::stod(c.at("time-limit")));
+    if (c.count("hang-limit")) {
+        ASSERT_NE(status, kKilledByHangLimit)
+            << "hung: killed after " << c.at("hang-limit") << " s\n"
+            << test::ReadFile(log.string());
     }
     EXPECT_EQ(status, ExpectedExitCode(c, caseDir / "case.txt")) << test::ReadFile(log.string());
     for (const std::string& text : AllValues(caseDir / "case.txt", "output")) {
