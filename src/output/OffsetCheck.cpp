@@ -1,7 +1,9 @@
 // The check, when a job ends, that no stack lies beyond the offset limits of its pallet.
+#include <array>
 #include <string>
 
 #include "app/Codes.h"
+#include "app/OffsetLines.h"
 #include "output/CKs_FileSave.h"
 #include "support/MessageFile.h"
 #include "support/Paths.h"
@@ -12,28 +14,42 @@
 namespace kesto {
 namespace {
 
-constexpr double kTolerance = 0.0001;
-
 // Side flag i of a part's Text4: '1' switches the check of that side on.
 bool SideChecked(const std::string& text4, size_t i) {
     return i < text4.size() && text4[i] == '1';
 }
 
-bool ViolatesLimits(const HaichiInfo& stack, const PalletInfo& pallet) {
+// Every line is checked, drawn or not.
+bool Beyond(const OffsetLine& line, const HaichiInfo& stack) {
     const PartsInfo& part = *stack.Part;
-    const std::string& sides = part.SensitiveSides;
-    return (SideChecked(sides, 0) &&
-            pallet.LengthY - pallet.OffsetA + kTolerance < stack.Y + part.SizeY) ||
-           (SideChecked(sides, 1) && stack.Y < pallet.OffsetB - kTolerance) ||
-           (SideChecked(sides, 2) && stack.X - part.SizeX < pallet.LimitLeft - kTolerance) ||
-           (SideChecked(sides, 3) && pallet.LengthX - pallet.LimitRight + kTolerance < stack.X);
+    constexpr double t = kLengthTolerance;
+    switch (line.Side) {
+        case OffsetSide::Upper:
+            return line.Position + t < stack.Y + part.SizeY;
+        case OffsetSide::Lower:
+            return stack.Y < line.Position - t;
+        case OffsetSide::Left:
+            return stack.X - part.SizeX < line.Position - t;
+        case OffsetSide::Right:
+            return line.Position + t < stack.X;
+    }
+    return false;
+}
+
+bool ViolatesLimits(const HaichiInfo& stack, const std::array<OffsetLine, 4>& lines) {
+    for (size_t i = 0; i < lines.size(); ++i) {
+        if (SideChecked(stack.Part->SensitiveSides, i) && Beyond(lines[i], stack))
+            return true;
+    }
+    return false;
 }
 
 bool AnyStackViolates(const CKestoApp& app, const PalletInfo& pallet) {
+    const std::array<OffsetLine, 4> lines = OffsetLinesOf(pallet);
     for (const HaichiInfo& stack : app.HaichiList) {
         if (stack.Part == nullptr || stack.Part->SensitiveSides.compare(0, 4, "0000") == 0)
             continue;
-        if (ViolatesLimits(stack, pallet))
+        if (ViolatesLimits(stack, lines))
             return true;
     }
     return false;

@@ -10,10 +10,21 @@ namespace kesto {
 namespace {
 
 constexpr const char* kSection = "Short";
-// Offset lines of 0.01 or less are not drawn and so not crossed.
-constexpr double kLeastLine = 0.01;
-// Less than this past a line is on it.
-constexpr double kTolerance = 0.0001;
+
+// How far a stack reaches past a line (negative: it stays inside).
+double PastBy(const OffsetLine& line, double x0, double y0, double x1, double y1) {
+    switch (line.Side) {
+        case OffsetSide::Upper:
+            return y1 - line.Position;
+        case OffsetSide::Lower:
+            return line.Position - y0;
+        case OffsetSide::Left:
+            return line.Position - x0;
+        case OffsetSide::Right:
+            return x1 - line.Position;
+    }
+    return 0;
+}
 
 }  // namespace
 
@@ -30,16 +41,13 @@ std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app) {
         const auto it = pallets.find(b->KouteiNo);
         if (it == pallets.end() || it->second == nullptr)
             continue;
-        const PalletInfo& p = *it->second;
         const double x0 = h.X - h.Part->SizeX, y1 = h.Y + h.Part->SizeY;
-        auto cross = [&](char side, double line, double by) {
-            if (line > kLeastLine && by > kTolerance)
-                out.push_back({&h, b->PalletNo, side, by});
-        };
-        cross('A', p.OffsetA, y1 - (p.LengthY - p.OffsetA));
-        cross('B', p.OffsetB, p.OffsetB - h.Y);
-        cross('L', p.LimitLeft, p.LimitLeft - x0);
-        cross('R', p.LimitRight, h.X - (p.LengthX - p.LimitRight));
+        for (const OffsetLine& line : OffsetLinesOf(*it->second)) {
+            const double by = PastBy(line, x0, h.Y, h.X, y1);
+            // Less than the tolerance past a line is on it.
+            if (line.Drawn() && by > kLengthTolerance)
+                out.push_back({&h, b->PalletNo, line.Side, by});
+        }
     }
     return out;
 }
@@ -47,16 +55,16 @@ std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app) {
 std::string OffsetCrossingText(const OffsetCrossing& c, const MessageTable& messages) {
     std::string side;
     switch (c.Side) {
-        case 'A':
+        case OffsetSide::Upper:
             side = TextOr(messages, kSection, "OFFSET-UPPER", "upper offset line");
             break;
-        case 'B':
+        case OffsetSide::Lower:
             side = TextOr(messages, kSection, "OFFSET-LOWER", "lower offset line");
             break;
-        case 'L':
+        case OffsetSide::Left:
             side = TextOr(messages, kSection, "OFFSET-LEFT", "left limit");
             break;
-        default:
+        case OffsetSide::Right:
             side = TextOr(messages, kSection, "OFFSET-RIGHT", "right limit");
             break;
     }

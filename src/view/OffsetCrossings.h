@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "app/OffsetLines.h"
 
 namespace kesto {
 
@@ -17,7 +18,7 @@ class MessageTable;
 struct OffsetCrossing {
     const HaichiInfo* Stack = nullptr;
     int32_t PalletNo = 0;
-    char Side = 'B';  // 'A' upper line, 'B' lower line, 'L' left limit, 'R' right limit
+    OffsetSide Side = OffsetSide::Lower;
     double By = 0;
 };
 

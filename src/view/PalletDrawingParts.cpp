@@ -17,7 +17,7 @@ constexpr Rgb kBlackPen{0, 0, 0};
 constexpr double kNoBackEdge = -kNoBound;
 
 bool OutlineMode(const CKestoApp& app, const PartsInfo& part) {
-    return part.HasOutline == 1 && app.IsDirect == 1;
+    return part.HasOutline == 1 && app.IsDirect.IsOne();
 }
 
 IntRect Shifted(const IntRect& r, int32_t d) {
@@ -90,12 +90,6 @@ bool SamePart(const HaichiInfo* a, const HaichiInfo& b) {
     return a != nullptr && a->Part == b.Part;
 }
 
-bool KnownDrawMode(int mode) {
-    return mode == drawmode::kAll || mode == drawmode::kHighlight ||
-           mode == drawmode::kUnhighlight || mode == drawmode::kAllNormal ||
-           mode == drawmode::kPartPieces;
-}
-
 }  // namespace
 
 Rgb MarkColour(const PartsInfo& part, Rgb colour, const colour::Palette& palette) {
@@ -145,7 +139,7 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
     const std::vector<HaichiInfo*>& history = selection_.PickHistory();
     if (history.empty() || history.back() != picked)
         selection_.AddToHistory(picked);
-    if (shown_.HitByBlock != 1 || app_.IsDirect != 0)
+    if (shown_.HitByBlock != 1 || app_.IsDirect.IsNotZero())
         return;
     // Picking by block takes the block's other stacks along.
     for (HaichiInfo& h : app_.HaichiList) {
@@ -197,16 +191,16 @@ bool DrawHighlighted(const PalletDrawing& d, Canvas& canvas, const CKestoApp& ap
 }
 
 // The base rectangle of one record in the mode's colours; true when the mode drew it.
-bool DrawBase(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int mode,
+bool DrawBase(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, DrawMode mode,
               const HaichiInfo& h, const IntRect& r) {
     switch (mode) {
-        case drawmode::kAll:
-        case drawmode::kAllNormal:
+        case DrawMode::All:
+        case DrawMode::AllNormal:
             DrawNormal(d, canvas, app, h, r);
             return true;
-        case drawmode::kHighlight:
+        case DrawMode::Highlight:
             return DrawHighlighted(d, canvas, app, h, r);
-        case drawmode::kUnhighlight: {
+        case DrawMode::Unhighlight: {
             // The band's parts, and the last pick's part, whose highlight may still be shown.
             const Selection& sel = d.Selected();
             const bool back =
@@ -216,7 +210,7 @@ bool DrawBase(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int 
                 DrawNormal(d, canvas, app, h, r);
             return back;
         }
-        case drawmode::kPartPieces:
+        case DrawMode::PartPieces:
             if (!SamePart(d.Selected().Picked(), h))
                 return false;
             if (OutlineMode(app, *h.Part))
@@ -230,10 +224,10 @@ bool DrawBase(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, int 
 }
 
 // The stacked pieces of a 3D stack, two pixels up and left per piece; returns the top layer.
-IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, int mode, const HaichiInfo& h,
+IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, DrawMode mode, const HaichiInfo& h,
                    const IntRect& r, bool drawn) {
     const bool fills =
-        mode == drawmode::kAll || mode == drawmode::kHighlight || mode == drawmode::kUnhighlight;
+        mode == DrawMode::All || mode == DrawMode::Highlight || mode == DrawMode::Unhighlight;
     const PartsInfo& part = *h.Part;
     const colour::Palette& palette = d.Colours();
     IntRect layer = r;
@@ -243,12 +237,12 @@ IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, int mode, const Haich
             FillPart(d, canvas, layer, part, LayerColour(palette, k));
         if (k != h.Pieces)
             continue;
-        if (mode == drawmode::kHighlight) {
+        if (mode == DrawMode::Highlight) {
             if (d.Selected().Picked() == &h)
                 FillPart(d, canvas, layer, part, palette.Picked);
             else if (SamePart(d.Selected().Picked(), h))
                 FillPart(d, canvas, layer, part, palette.SamePart);
-        } else if (mode == drawmode::kPartPieces && drawn) {
+        } else if (mode == DrawMode::PartPieces && drawn) {
             FillPart(d, canvas, layer, part, palette.SamePart, kBlackPen);
         }
     }
@@ -257,13 +251,13 @@ IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, int mode, const Haich
 
 }  // namespace
 
-void PalletDrawing::DrawParts(Canvas& canvas, int mode, int32_t x, int32_t y) {
-    if (mode == drawmode::kHitTest) {
+void PalletDrawing::DrawParts(Canvas& canvas, DrawMode mode, int32_t x, int32_t y) {
+    if (mode == DrawMode::HitTest) {
         HitTest(x, y);
         DrawOffsetLines(canvas);
         return;
     }
-    if (app_.HaichiList.Empty() || !KnownDrawMode(mode)) {
+    if (app_.HaichiList.Empty()) {
         DrawOffsetLines(canvas);
         return;
     }
@@ -282,8 +276,8 @@ void PalletDrawing::DrawParts(Canvas& canvas, int mode, int32_t x, int32_t y) {
         DrawPartLabel(canvas, top, h, font);
     }
     const bool section =
-        shown_.PalletMode == view::kDanmen || shown_.PalletMode == view::kTwoPallet;
-    if (mode == drawmode::kAll && section)
+        shown_.PalletMode == PalletView::Danmen || shown_.PalletMode == PalletView::TwoPallet;
+    if (mode == DrawMode::All && section)
         DrawSection(canvas);
     DrawOffsetLines(canvas);
 }
@@ -388,9 +382,7 @@ void PalletDrawing::DrawOffsetLines(Canvas& canvas) {
     if (!ViewReady())
         return;
     const PalletInfo& p = ViewPallet;
-    const double w = p.LengthX;
-    const double l = p.LengthY;
-    constexpr double kLeast = 0.01;
+    const std::array<OffsetLine, 4> lines = OffsetLinesOf(p);
     for (const Slot& slot : ShownSlots()) {
         auto line = [&](double x1, double y1, double x2, double y2) {
             const IntPoint a = WorldToScreen(x1, y1);
@@ -400,14 +392,17 @@ void PalletDrawing::DrawOffsetLines(Canvas& canvas) {
             canvas.DrawLinePrim({a.X + dx, a.Y + dy}, {b.X + dx, b.Y + dy}, palette_.OffsetLine,
                                 PenStyle::Solid, colour::kOffsetLineWidth);
         };
-        if (p.OffsetB > kLeast)
-            line(0, p.OffsetB, w, p.OffsetB);
-        if (p.OffsetA > kLeast)
-            line(0, l - p.OffsetA, w, l - p.OffsetA);
-        if (p.LimitRight > kLeast)
-            line(w - p.LimitRight, 0, w - p.LimitRight, l);
-        if (p.LimitLeft > kLeast)
-            line(p.LimitLeft, 0, p.LimitLeft, l);
+        // Drawn in this order: lower, upper, right, left.
+        for (const OffsetSide side :
+             {OffsetSide::Lower, OffsetSide::Upper, OffsetSide::Right, OffsetSide::Left}) {
+            const OffsetLine& l = lines[static_cast<size_t>(side)];
+            if (!l.Drawn())
+                continue;
+            if (l.Horizontal())
+                line(0, l.Position, p.LengthX, l.Position);
+            else
+                line(l.Position, 0, l.Position, p.LengthY);
+        }
     }
     // A stack across a line is framed in the line's colour, so that the operator sees which.
     for (const OffsetCrossing& c : OffsetCrossings(app_)) {

@@ -24,8 +24,7 @@ class OffsetCrossingTest : public ::testing::Test {
         b.PalletNo = 1;
         b.MaxX = 1000;
         b.MaxY = 800;
-        app.Blocks.push_back(b);
-        app.BlocksCount = app.BlocksCapacity = 1;
+        app.Blocks.AddBlock(b);
     }
     PalletInfo& Pallet() { return app.PalletList.Items.front(); }
     PartsInfo& Part(double sx, double sy, const std::string& name = "") {
@@ -61,7 +60,7 @@ TEST_F(OffsetCrossingTest, AStackBelowTheLowerLineCrossesItByTheDifference) {
     const std::vector<OffsetCrossing> all = OffsetCrossings(app);
     ASSERT_EQ(all.size(), 1u);
     EXPECT_EQ(all[0].Stack, &h);
-    EXPECT_EQ(all[0].Side, 'B');
+    EXPECT_EQ(all[0].Side, OffsetSide::Lower);
     EXPECT_EQ(all[0].PalletNo, 1);
     EXPECT_DOUBLE_EQ(all[0].By, 40);
     EXPECT_EQ(OffsetCrossingText(all[0], messages),
@@ -74,7 +73,7 @@ TEST_F(OffsetCrossingTest, TheUpperLineLiesItsOffsetBelowThePalletsFarEdge) {
     StackAt(p, 300, 650.5);  // reaches 750.5
     const std::vector<OffsetCrossing> all = OffsetCrossings(app);
     ASSERT_EQ(all.size(), 1u);
-    EXPECT_EQ(all[0].Side, 'A');
+    EXPECT_EQ(all[0].Side, OffsetSide::Upper);
     EXPECT_DOUBLE_EQ(all[0].By, 50.5);
     EXPECT_EQ(OffsetCrossingText(all[0], messages),
               "A1: 50.5 past the upper offset line of pallet 1");
@@ -94,9 +93,9 @@ TEST_F(OffsetCrossingTest, AStackPastTwoLimitsIsNamedForEach) {
     StackAt(wide, 995, 200);  // x 5..995
     const std::vector<OffsetCrossing> all = OffsetCrossings(app);
     ASSERT_EQ(all.size(), 2u);
-    EXPECT_EQ(all[0].Side, 'L');
+    EXPECT_EQ(all[0].Side, OffsetSide::Left);
     EXPECT_DOUBLE_EQ(all[0].By, 15);
-    EXPECT_EQ(all[1].Side, 'R');
+    EXPECT_EQ(all[1].Side, OffsetSide::Right);
     EXPECT_DOUBLE_EQ(all[1].By, 25);
     EXPECT_EQ(OffsetCrossingText(all[1], messages), "A1: 25 past the right limit of pallet 1");
 }
