@@ -54,7 +54,7 @@ void ResetPlacement(CKestoApp& app) {
     app.HaichiList.Clear();
     for (PartsInfo& p : app.PartsList)
         p.PiecesPlaced = 0;
-    for (BlockInfo& b : app.Blocks) {
+    for (BlockInfo& b : app.Blocks.Entries()) {
         b.CornerMask = 0;
         b.Occupant = nullptr;
     }
@@ -72,7 +72,7 @@ void PlaceAllBench(benchmark::State& state, const JobShape& shape) {
                                      .PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore));
     }
     state.counters["parts"] = static_cast<double>(app->PartsList.Items.size());
-    state.counters["blocks"] = app->BlocksCount;
+    state.counters["blocks"] = app->Blocks.Count();
     state.counters["stacks"] = static_cast<double>(app->HaichiList.Items.size());
 }
 
@@ -112,7 +112,7 @@ void BM_PlaceAllSample(benchmark::State& state) {
                                      .PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore));
     }
     state.counters["parts"] = static_cast<double>(app.PartsList.Items.size());
-    state.counters["blocks"] = app.BlocksCount;
+    state.counters["blocks"] = app.Blocks.Count();
     state.counters["stacks"] = static_cast<double>(app.HaichiList.Items.size());
 }
 
@@ -121,7 +121,7 @@ void BM_BlockTableLargest(benchmark::State& state) {
     auto app = CheckedJob(run, LargestJobShape());
     for (auto _ : state)
         benchmark::DoNotOptimize(CKs_Block(*app, run.Get()).SetUp());
-    state.counters["blocks"] = app->BlocksCount;
+    state.counters["blocks"] = app->Blocks.Count();
 }
 
 void BM_ReadInputLargest(benchmark::State& state) {

@@ -76,7 +76,7 @@ struct PlacedJob {
         std::map<int32_t, int> stacks;
         for (const HaichiInfo& h : App.HaichiList)
             if (h.BlockIndex >= 0)
-                ++stacks[App.Blocks[static_cast<size_t>(h.BlockIndex)].KouteiNo];
+                ++stacks[App.Blocks[h.BlockIndex].KouteiNo];
         int32_t best = 1;
         int most = -1;
         int32_t position = 1;
@@ -113,7 +113,7 @@ void CountShown(benchmark::State& state, const PalletDrawing& drawing) {
 // A full redraw: what Refresh paints into the window's image.
 void BM_Refresh(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = static_cast<int32_t>(state.range(0));
+    job.Shown.PalletMode = static_cast<PalletView>(state.range(0));
     job.App.IsDirect = static_cast<int32_t>(state.range(1));
     QImage image(kWidth, kHeight, QImage::Format_RGB32);
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
@@ -129,7 +129,7 @@ void BM_Refresh(benchmark::State& state) {
 // The same redraw recorded instead of painted: the share of the work that is the core's.
 void BM_RefreshRecorded(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = static_cast<int32_t>(state.range(0));
+    job.Shown.PalletMode = static_cast<PalletView>(state.range(0));
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
     DisplayList list;
     for (auto _ : state) {
@@ -142,7 +142,7 @@ void BM_RefreshRecorded(benchmark::State& state) {
 // A pick's highlight: the old part back in normal colours (mode 3), the new one lit (mode 4).
 void BM_HighlightChange(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = static_cast<int32_t>(state.range(0));
+    job.Shown.PalletMode = static_cast<PalletView>(state.range(0));
     QImage image(kWidth, kHeight, QImage::Format_RGB32);
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
     {
@@ -164,8 +164,8 @@ void BM_HighlightChange(benchmark::State& state) {
         QtCanvas canvas(painter, job.Fonts);
         drawing.Select().SetLastPicked(shown[next % shown.size()]);
         drawing.Select().SetPicked(shown[(next + 1) % shown.size()]);
-        drawing.DrawParts(canvas, drawmode::kUnhighlight);
-        drawing.DrawParts(canvas, drawmode::kPartPieces);
+        drawing.DrawParts(canvas, DrawMode::Unhighlight);
+        drawing.DrawParts(canvas, DrawMode::PartPieces);
         ++next;
     }
     state.counters["stacks_on_view"] = static_cast<double>(shown.size());
@@ -217,7 +217,7 @@ IntPoint Middle(const IntRect& r) {
 // the widget's repaint of the picture with the image over it.
 void BM_DragFrame(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = view::kFlat;
+    job.Shown.PalletMode = PalletView::Flat;
     job.Shown.AreaRect = {0, 0, kWidth, kHeight};
     // Flat stacks: the grab point hits the stack it is the middle of.
     job.Shown.Is3D = 0;
@@ -260,7 +260,7 @@ void BM_DragFrame(benchmark::State& state) {
 // corner rebuild (argument 0), and with the window's full repaint and highlight (argument 1).
 void BM_Drop(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = view::kFlat;
+    job.Shown.PalletMode = PalletView::Flat;
     job.Shown.AreaRect = {0, 0, kWidth, kHeight};
     job.App.IsDirect = 1;
     job.Shown.Is3D = 0;
@@ -308,7 +308,7 @@ void BM_Drop(benchmark::State& state) {
 // anew from the snapshot) and the picture drawn again, as the window does, in 3D 4PALLET.
 void BM_UndoRedo(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = view::kFourPallet;
+    job.Shown.PalletMode = PalletView::FourPallet;
     job.Shown.AreaRect = {0, 0, kWidth, kHeight};
     QImage picture(kWidth, kHeight, QImage::Format_RGB32);
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
@@ -339,18 +339,25 @@ void BM_UndoRedo(benchmark::State& state) {
     state.counters["stacks"] = static_cast<double>(job.App.HaichiList.Items.size());
 }
 
+// A view as a benchmark's argument.
+constexpr int64_t ViewArg(PalletView view) {
+    return static_cast<int64_t>(view);
+}
+
 // Views: FLAT, DANMEN, 4PALLET, 2PALLET; second argument: outlines (IsDirect).
 BENCHMARK(BM_Refresh)
-    ->ArgsProduct({{view::kFlat, view::kDanmen, view::kFourPallet, view::kTwoPallet}, {0}})
-    ->Args({view::kFlat, 1})
-    ->Args({view::kFourPallet, 1})
+    ->ArgsProduct({{ViewArg(PalletView::Flat), ViewArg(PalletView::Danmen),
+                    ViewArg(PalletView::FourPallet), ViewArg(PalletView::TwoPallet)},
+                   {0}})
+    ->Args({ViewArg(PalletView::Flat), 1})
+    ->Args({ViewArg(PalletView::FourPallet), 1})
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_RefreshRecorded)
-    ->DenseRange(view::kFlat, view::kTwoPallet)
+    ->DenseRange(ViewArg(PalletView::Flat), ViewArg(PalletView::TwoPallet))
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HighlightChange)
-    ->Arg(view::kFlat)
-    ->Arg(view::kFourPallet)
+    ->Arg(ViewArg(PalletView::Flat))
+    ->Arg(ViewArg(PalletView::FourPallet))
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_DragFrame)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Drop)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);

@@ -21,18 +21,6 @@ HaichiInfo* CKestoApp::AddHaichiInfo() {
     }
 }
 
-int32_t CKestoApp::FilledBlocks() const {
-    return std::clamp<int32_t>(BlocksCount, 0, static_cast<int32_t>(Blocks.size()));
-}
-
-BlockInfo* CKestoApp::BlockAt(int32_t index) {
-    return index >= 0 && index < FilledBlocks() ? &Blocks[static_cast<size_t>(index)] : nullptr;
-}
-
-const BlockInfo* CKestoApp::BlockAt(int32_t index) const {
-    return index >= 0 && index < FilledBlocks() ? &Blocks[static_cast<size_t>(index)] : nullptr;
-}
-
 void CKestoApp::RemoveHaichiInfo(HaichiInfo* rec) {
     // The count is deliberately left as it was: it counts stacks ever made in this job.
     HaichiList.Items.remove_if([rec](const HaichiInfo& h) { return &h == rec; });
@@ -61,8 +49,7 @@ void CKestoApp::FreeJob() {
     PartsList.Clear();
     PalletList.Clear();
     HaichiList.Clear();
-    Blocks.clear();
-    Blocks.shrink_to_fit();
+    Blocks.ReleaseEntries();
 }
 
 KouteiInfo* CKestoApp::KouteiAt(int32_t position) {

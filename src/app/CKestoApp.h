@@ -9,7 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "app/BlockTable.h"
 #include "app/Codes.h"
+#include "app/DirectMode.h"
 #include "app/JobModel.h"
 #include "app/Rect.h"
 #include "support/Services.h"
@@ -35,18 +37,13 @@ class CKestoApp {
     RecordList<HaichiInfo> HaichiList;
     // DirectFlag: the command line allows the special destinations (kDirectA, kDirectB).
     bool DirectCodesAllowed = false;
-    // Reserved1: 1 while the right command places one part, so StackPart does not share the
-    // quantity out over the stacks it made.
-    int32_t SkipShareOut = 0;
     RecordList<PalletInfo> PalletList;
     std::array<int32_t, 100> BoxFlags{};  // index 1..99
-    std::vector<BlockInfo> Blocks;        // entries 0..BlocksCount-1 are filled
-    int32_t BlocksCapacity = 0;
-    int32_t BlocksCount = 0;
-    int32_t IsDirect = -1;
+    BlockTable Blocks;
+    DirectMode IsDirect;
     int32_t InchMode = 0;
     int32_t StartCorner = 3;
-    int32_t DialogOk = 0;
+    OkCancel DialogEnd = OkCancel::Cancel;  // DialogOk: OK once the job ended with OK
     int32_t OffsetSet = 0;
     double OffsetA = 0;
     double OffsetB = 0;
@@ -68,13 +65,8 @@ class CKestoApp {
     const KouteiInfo* KouteiByNo(int32_t no) const;
     void FreeJob();
     KouteiInfo* KouteiAt(int32_t position);  // 1-based position in KouteiList, or null
-    // The job's blocks are entries 0..FilledBlocks()-1 of Blocks (BlocksCount, within the table).
-    int32_t FilledBlocks() const;
-    // The block at index, or null outside the filled blocks. A stack whose stored index lies
-    // there stands in no block: it is not drawn, stands in no one's way and is not written.
-    BlockInfo* BlockAt(int32_t index);
-    const BlockInfo* BlockAt(int32_t index) const;
-    const BlockInfo* BlockOf(const HaichiInfo& stack) const { return BlockAt(stack.BlockIndex); }
+    // The block a stack stands in, or null (see BlockTable::At).
+    const BlockInfo* BlockOf(const HaichiInfo& stack) const { return Blocks.At(stack.BlockIndex); }
     PalletInfo* PalletByName(const std::string& name);  // first pallet with that Name
     const PalletInfo* PalletByName(const std::string& name) const;
 

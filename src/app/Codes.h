@@ -95,27 +95,26 @@ inline int32_t SmallBoxNumber(int32_t code) {
 }
 inline constexpr int32_t kSmallBoxSlots = 99;
 
-// The view of the drawing area (CKestoApp::PalletMode).
-namespace view {
-inline constexpr int32_t kFlat = 0;
-inline constexpr int32_t kDanmen = 1;
-inline constexpr int32_t kFourPallet = 2;
-inline constexpr int32_t kTwoPallet = 3;
-}  // namespace view
-
-// The main window's layout state (CKestoApp::LayoutState).
-namespace layout {
-inline constexpr int32_t kNeverShown = 0;
-inline constexpr int32_t kDue = 2;
-inline constexpr int32_t kLaidOut = 3;
-}  // namespace layout
+// The view of the drawing area (ViewState::PalletMode), numbered as its buttons.
+enum class PalletView : int32_t {
+    Flat = 0,        // one pallet from above
+    Danmen = 1,      // one pallet, the cross-section below it
+    FourPallet = 2,  // four pallets from above
+    TwoPallet = 3,   // two pallets, each with its cross-section
+};
 
 // The modes of CKs_Haichi::StackPart and PlaceOnePart.
-namespace stacking {
-inline constexpr int kAllPallets = 0;        // every pallet of the process
-inline constexpr int kPalletsInView = 1;     // the current pallet and its neighbours by view
-inline constexpr int kAllPalletsCapped = 2;  // every pallet, capped and shared as in view
-}  // namespace stacking
+enum class Stacking {
+    AllPallets,        // every pallet of the process
+    PalletsInView,     // the current pallet and its neighbours by view
+    AllPalletsCapped,  // every pallet, capped and shared as in view
+};
+
+// Whether a part placed in view or capped has its quantity shared out over the stacks made.
+enum class QuantityShare {
+    SharedOut,
+    AsPlaced,  // the pieces placed back from the set-aside area join the stacks as they are
+};
 
 // Which count of each part a placement run stacks (JobSession::LoadAndPlace,
 // CKs_Haichi::PlaceAll).

@@ -9,10 +9,10 @@ namespace {
 constexpr int kEnterKey = 13;
 }  // namespace
 
-int SettleExitCode(int param, int dialogOk) {
+int SettleExitCode(int param, OkCancel end) {
     if (param == kEnterKey)
         param = kExitOk;
-    if (param == kExitOk && dialogOk == 0)
+    if (param == kExitOk && end != OkCancel::Ok)
         param = kExitNotOk;
     return param;
 }

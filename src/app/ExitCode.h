@@ -4,6 +4,8 @@
 #include <iosfwd>
 #include <string>
 
+#include "support/Platform.h"
+
 namespace kesto {
 
 inline constexpr int kExitOk = 0;
@@ -19,7 +21,7 @@ inline constexpr bool kExitNoticePrinted = true;
 #endif
 
 // 13 (the Enter key) becomes 0; 0 without OK becomes 100.
-int SettleExitCode(int param, int dialogOk);
+int SettleExitCode(int param, OkCancel end);
 // What a POSIX host sees: the low 8 bits (the full code on Windows).
 int ProcessExitCode(int code);
 // "kesto: exit code NNNN" for a code other than 0 where kExitNoticePrinted, else "".

@@ -18,6 +18,10 @@ inline constexpr size_t kText52 = 52;
 inline constexpr size_t kText5 = 5;
 inline constexpr size_t kPath256 = 256;
 
+// Two lengths closer than this are equal in every comparison of the placement, the drawing, the
+// sorting and the offset lines.
+inline constexpr double kLengthTolerance = 0.0001;
+
 // A length beyond any pallet: a least value not found yet starts at kNoBound, a greatest
 // at -kNoBound.
 inline constexpr double kNoBound = 9999.999;

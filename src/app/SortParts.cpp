@@ -13,13 +13,11 @@ namespace {
 
 using PartIter = std::list<PartsInfo>::iterator;
 
-constexpr double kTolerance = 0.0001;
-
 // A wider part wins; of two equally wide ones (within the tolerance) the longer one.
 bool Outranks(const PartsInfo& part, double refX, double refY) {
     if (part.SizeX > refX)
         return true;
-    return refX >= part.SizeX && refX - part.SizeX < kTolerance && part.SizeY > refY;
+    return refX >= part.SizeX && refX - part.SizeX < kLengthTolerance && part.SizeY > refY;
 }
 
 // Where the chosen parts go: in front of the first unsorted part of the whole list. That part

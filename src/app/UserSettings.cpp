@@ -29,17 +29,18 @@ void CKestoApp::ReadRegistrySettings(HostStore& host) {
     Forget(HaichiList);
     Forget(PalletList);
     BoxFlags.fill(0);
-    Blocks.clear();
-    BlocksCapacity = 0;
-    BlocksCount = 0;
+    Blocks.Clear();
     // The direct setting is read once a run, so a change by the operator survives Retry.
-    if (IsDirect == -1)
-        ReadUserInt(host, "IsDirect", IsDirect);
+    if (IsDirect.Unread()) {
+        int32_t stored = DirectMode::kUnread;
+        ReadUserInt(host, "IsDirect", stored);
+        IsDirect = stored;
+    }
 }
 
 void CKestoApp::WriteRegistrySettings(HostStore& host) {
     // A value that cannot be written is simply not kept.
-    host.WriteUserValue("IsDirect", std::to_string(IsDirect));
+    host.WriteUserValue("IsDirect", std::to_string(IsDirect.Stored()));
 }
 
 void ReadViewSettings(HostStore& host, ViewState& shown) {

@@ -13,8 +13,18 @@ namespace kesto {
 
 class HostStore;
 
+// Where the main window's layout stands (LayoutState).
+enum class LayoutStep : int32_t {
+    NeverShown = 0,
+    Due = 2,  // shown or resized: laid out at the next chance
+    LaidOut = 3,
+};
+
+// Whether a panel is shown (the all-parts dialog's PartsAllState).
+enum class Visibility : int32_t { Hidden = 1, Shown = 2 };
+
 struct ViewState {
-    int32_t PalletMode = 0;  // view::kFlat .. view::kTwoPallet
+    PalletView PalletMode = PalletView::Flat;
     int32_t Is3D = 0;
     int32_t GridFlag = 0;
     int32_t HitByBlock = 1;     // a pick takes the whole block's stacks
@@ -22,8 +32,8 @@ struct ViewState {
     int32_t CurrentKoutei = 1;  // 1-based position of the process on view
     int32_t CurrentBox = destination::kFirstSmallBox;
     int32_t CurrentPallet = 1;  // the first pallet on view
-    int32_t LayoutState = 0;
-    int32_t PartsAllState = 1;
+    LayoutStep LayoutState = LayoutStep::NeverShown;
+    Visibility PartsAllState = Visibility::Hidden;
     // Where the main window wants the drawing area and the two part panels (its client
     // pixels), set by its layout pass; each panel then moves itself there.
     IntRect AreaPlacement;

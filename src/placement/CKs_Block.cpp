@@ -60,26 +60,27 @@ int CKs_Block::SetUp() {
     }
     capacity *= app_.PalletCount;
     // Beyond the int32 range the capacity is absurd; the builder refuses it.
-    app_.BlocksCapacity = static_cast<int32_t>(std::clamp<int64_t>(capacity, INT32_MIN, INT32_MAX));
+    app_.Blocks.SetCapacity(
+        static_cast<int32_t>(std::clamp<int64_t>(capacity, INT32_MIN, INT32_MAX)));
     return Build();
 }
 
 int CKs_Block::Build() {
-    const int32_t capacity = app_.BlocksCapacity;
+    const int32_t capacity = app_.Blocks.Capacity();
     try {
         if (capacity < 0 || capacity > kMaxBlockCapacity)
             throw std::bad_alloc();
-        app_.Blocks.assign(static_cast<size_t>(capacity), BlockInfo{});
+        app_.Blocks.Allocate(static_cast<size_t>(capacity));
     } catch (const std::bad_alloc&) {
         app_.ErrorCode = error::kBlockTableAlloc;
         return 0;
     }
     // The count is not reset here; it is only cut so that it never exceeds the table.
     if (app_.KouteiList.Empty()) {
-        app_.BlocksCount = std::clamp(app_.BlocksCount, 0, capacity);
+        app_.Blocks.SetCount(std::clamp(app_.Blocks.Count(), 0, capacity));
         return 1;
     }
-    app_.BlocksCount = 0;
+    app_.Blocks.SetCount(0);
     for (const KouteiInfo& k : app_.KouteiList) {
         if (k.Pallet != nullptr && BuildKoutei(k, *k.Pallet) == 0)
             return 0;
@@ -109,14 +110,13 @@ int CKs_Block::BuildKoutei(const KouteiInfo& koutei, const PalletInfo& p) {
                     fromBottom ? y < p.LengthY - d : p.MarginY - kLengthTolerance <= y;
                 if (!rowValid)
                     continue;
-                if (app_.BlocksCount >= app_.BlocksCapacity ||
-                    app_.BlocksCount >= static_cast<int32_t>(app_.Blocks.size())) {
+                BlockInfo* added = app_.Blocks.Append();
+                if (added == nullptr) {
                     services_.Op.ShowMessageBox("Block Data Area Set Count Over");
                     app_.ErrorCode = error::kBlockTableOverflow;
                     return 0;
                 }
-                BlockInfo& b = app_.Blocks[app_.BlocksCount++];
-                b = BlockInfo{};
+                BlockInfo& b = *added;
                 b.KouteiNo = koutei.No;
                 b.PalletNo = pallet;
                 b.MinX = x - w;

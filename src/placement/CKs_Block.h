@@ -14,10 +14,10 @@ class CKs_Block {
     CKs_Block(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
     virtual ~CKs_Block() = default;
 
-    // Resolves each process's pallet (Mark), sizes the table (BlocksCapacity) and builds it.
+    // Resolves each process's pallet (Mark), sizes the table (Blocks.Capacity()) and builds it.
     // 0 after confirmation message 1 when a process names no pallet, or when Build fails.
     int SetUp();
-    // Fills app.Blocks from app.BlocksCapacity: 1 on success; 0 with 9101 / 9102.
+    // Fills app.Blocks up to its capacity: 1 on success; 0 with 9101 / 9102.
     int Build();
 
   private:

@@ -55,11 +55,8 @@ void CKs_Haichi::ComputeBounds(const KouteiInfo* koutei) {
         }
         return;
     }
-    const int n = app_.FilledBlocks();
-    for (int i = 0; i < n; ++i) {
+    for (const int32_t i : app_.Blocks.OfProcess(koutei->No)) {
         const BlockInfo& b = app_.Blocks[i];
-        if (b.KouteiNo != koutei->No)
-            continue;
         BoundMinX = std::min(BoundMinX, b.MinX);
         BoundMaxX = std::max(BoundMaxX, b.MaxX);
         BoundMinY = std::min(BoundMinY, b.MinY);
@@ -135,7 +132,7 @@ int CKs_Haichi::PlaceKoutei(PlacedCounts counts, SavedPlacement saved) {
         int result = 1;
         if (TakesPart(p, *CurKoutei, saved)) {
             CurPart = &p;
-            result = StackPart(stacking::kAllPallets);
+            result = StackPart(Stacking::AllPallets, QuantityShare::SharedOut);
             // Whichever count was stacked, it is spread over all the part's stacks.
             if (result != 0)
                 ShareOut(StacksOf(&p, SIZE_MAX), p.Quantity);
@@ -150,20 +147,18 @@ int CKs_Haichi::PlaceKoutei(PlacedCounts counts, SavedPlacement saved) {
     return 1;
 }
 
-int CKs_Haichi::PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, int mode) {
+int CKs_Haichi::PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, Stacking mode,
+                             QuantityShare share) {
     CurPart = part;
     CurKoutei = koutei;
     if (app_.PartsList.Empty())
         return 1;
     if (app_.HaichiList.Empty() && koutei != nullptr) {
-        const int n = app_.FilledBlocks();
-        for (int i = 0; i < n; ++i) {
-            if (app_.Blocks[i].KouteiNo == koutei->No)
-                app_.Blocks[i].CornerMask = 0;
-        }
+        for (const int32_t i : app_.Blocks.OfProcess(koutei->No))
+            app_.Blocks[i].CornerMask = 0;
     }
-    if (mode == stacking::kPalletsInView || mode == stacking::kAllPalletsCapped)
-        return StackPart(mode) != 0 ? 1 : 0;
+    if (mode == Stacking::PalletsInView || mode == Stacking::AllPalletsCapped)
+        return StackPart(mode, share) != 0 ? 1 : 0;
     return 1;
 }
 

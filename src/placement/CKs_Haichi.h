@@ -36,8 +36,6 @@ struct CornerPlace {
     LengthRect Clear;
 };
 
-// Tolerance of the geometric comparisons.
-inline constexpr double kLengthTolerance = 0.0001;
 // The corners in the order in which every search tries them.
 inline constexpr std::array<uint8_t, 4> kCornerSearchOrder{kCornerMaxMin, kCornerMaxMax,
                                                            kCornerMinMin, kCornerMinMax};
@@ -98,8 +96,8 @@ struct DropInput {
 // Where a drop puts the stacks: where they were let go (free moves, IsDirect 1), or snapped
 // into the nearest free block corner.
 enum class DropPlacement { Snap, Free };
-inline DropPlacement DropPlacementFor(int32_t isDirect) {
-    return isDirect == 1 ? DropPlacement::Free : DropPlacement::Snap;
+inline DropPlacement DropPlacementFor(DirectMode direct) {
+    return direct.IsOne() ? DropPlacement::Free : DropPlacement::Snap;
 }
 
 // MoveGroup's result (1 moved, 0 not) and, for a probe, the pallet the drop would land on
@@ -119,11 +117,11 @@ class CKs_Haichi {
     virtual ~CKs_Haichi();
 
     int PlaceAll(PlacedCounts counts, SavedPlacement saved);
-    int StackPart(KouteiInfo* koutei, PartsInfo* part, int mode);
+    int StackPart(KouteiInfo* koutei, PartsInfo* part, Stacking mode);
     int RestorePlacement(const std::string& path);
     int TrimExcess();
     int FillShortage();
-    int PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, int mode);
+    int PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, Stacking mode, QuantityShare share);
     void RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo*>& leaveOut);
     double PieceHeight(const PartsInfo& part) const { return part.PieceHeight; }
 
@@ -167,7 +165,7 @@ class CKs_Haichi {
   private:
     // The operations as the engine runs them on its current process and part.
     int PlaceKoutei(PlacedCounts counts, SavedPlacement saved);
-    int StackPart(int mode);
+    int StackPart(Stacking mode, QuantityShare share);
     int TestCorner(CornerTestMode mode, int blockIndex, int corner);
     int TestRect(double x0, double y0, double x1, double y1, int pallet, const PartsInfo* part);
     void MarkCorners(double x0, double y0, double x1, double y1, int pallet, PartsInfo* part);
@@ -193,10 +191,10 @@ class CKs_Haichi {
     std::vector<HaichiInfo*> StacksOf(const PartsInfo* part, size_t limit);
 
     // StackPart's steps.
-    int PiecesFor(int32_t remaining, int mode) const;
-    int StackOverBlocks(int mode, const std::array<int, 4>& candidates,
+    int PiecesFor(int32_t remaining, Stacking mode) const;
+    int StackOverBlocks(Stacking mode, const std::array<int, 4>& candidates,
                         std::vector<HaichiInfo*>& made);
-    int StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*>& made, int& pieces);
+    int StackIntoBlock(int blockIndex, Stacking mode, std::vector<HaichiInfo*>& made, int& pieces);
     int NextCorner(int blockIndex, uint8_t& blocked, CornerPlace& at);
     // The stack stays within the process's blocks, or the part is too large for that to matter.
     bool InsideArea(const CornerPlace& at, double sx, double sy) const;

@@ -76,7 +76,7 @@ int CKs_Haichi::TestCorner(KouteiInfo* koutei, PartsInfo* part, CornerTestMode m
 }
 
 int CKs_Haichi::TestCorner(CornerTestMode mode, int blockIndex, int corner) {
-    const BlockInfo* b = app_.BlockAt(blockIndex);
+    const BlockInfo* b = app_.Blocks.At(blockIndex);
     if (b == nullptr || CurKoutei == nullptr || CurKoutei->Pallet == nullptr ||
         CurPart == nullptr) {
         return 0;
@@ -147,10 +147,8 @@ void CKs_Haichi::ForPalletBlocks(int pallet, const LengthRect& near, Visit&& vis
         it->second.ForNear(near, [&](int i) { return visit(app_.Blocks[i]); });
         return;
     }
-    const int n = app_.FilledBlocks();
-    for (int i = 0; i < n; ++i) {
-        BlockInfo& b = app_.Blocks[i];
-        if (b.KouteiNo == CurKoutei->No && b.PalletNo == pallet && visit(b))
+    for (const int32_t i : app_.Blocks.OfPallet(CurKoutei->No, pallet)) {
+        if (visit(app_.Blocks[i]))
             return;
     }
 }
@@ -204,18 +202,15 @@ void CKs_Haichi::RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo
     CurKoutei = koutei;
     if (koutei == nullptr)
         return;
-    const int n = app_.FilledBlocks();
-    for (int i = 0; i < n; ++i) {
+    for (const int32_t i : app_.Blocks.OfProcess(koutei->No)) {
         BlockInfo& b = app_.Blocks[i];
-        if (b.KouteiNo != koutei->No)
-            continue;
         b.CornerMask = 0;
         b.Occupant = nullptr;
     }
     const double gx = koutei->Pallet != nullptr ? koutei->Pallet->StackGapX : 0;
     const double gy = koutei->Pallet != nullptr ? koutei->Pallet->StackGapY : 0;
     for (HaichiInfo& h : app_.HaichiList) {
-        const BlockInfo* hb = app_.BlockAt(h.BlockIndex);
+        const BlockInfo* hb = app_.Blocks.At(h.BlockIndex);
         if (hb == nullptr || h.Part == nullptr || hb->KouteiNo != koutei->No)
             continue;
         if (std::find(leaveOut.begin(), leaveOut.end(), &h) != leaveOut.end())

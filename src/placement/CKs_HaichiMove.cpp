@@ -55,7 +55,7 @@ int CKs_Haichi::FreeMove(const std::vector<HaichiInfo*>& stacks, const LengthRec
                          int target, int right, int bottom) {
     int first = -1, last = -1;
     bool metTarget = false;
-    const int n = app_.FilledBlocks();
+    const int n = app_.Blocks.Filled();
     for (int i = 0; i < n; ++i) {
         const BlockInfo& b = app_.Blocks[i];
         if (b.KouteiNo == CurKoutei->No && b.PalletNo != target) {
@@ -127,11 +127,8 @@ void CKs_Haichi::MoveToCorner(HaichiInfo& h, const LengthRect& group, int blockI
 void CKs_Haichi::SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRect& group,
                           int target, int left, int top, int right, int bottom) {
     int best = 9999, bestBlock = -1, bestCorner = 0;
-    const int n = app_.FilledBlocks();
-    for (int i = 0; i < n; ++i) {
+    for (const int32_t i : app_.Blocks.OfPallet(CurKoutei->No, target)) {
         const BlockInfo& b = app_.Blocks[i];
-        if (b.KouteiNo != CurKoutei->No || b.PalletNo != target)
-            continue;
         for (uint8_t c : kCornerSearchOrder) {
             if ((b.CornerMask & c) != 0 || TestCorner(CornerTestMode::Dragging, i, c) == 0)
                 continue;
@@ -210,7 +207,7 @@ int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& st
     }
     // The group part dies with this call; the blocks it marked keep a marker that no part
     // matches, so they stay unusable until the next corner rebuild.
-    for (BlockInfo& b : app_.Blocks) {
+    for (BlockInfo& b : app_.Blocks.Entries()) {
         if (b.Occupant == &groupPart)
             b.Occupant = MovedGroupMarker();
     }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <set>
+#include <span>
 
 #include "app/Codes.h"
 #include "placement/CKs_Haichi.h"
@@ -19,11 +20,11 @@ namespace {
 // passed over, and once the stored pallet's blocks were met such a block ends the scan.
 // visit returns true to stop.
 template <class Visit>
-void ScanRestoreBlocks(const std::vector<BlockInfo>& blocks, int count, int32_t kouteiNo,
-                       int storedPallet, Visit&& visit) {
+void ScanRestoreBlocks(std::span<const BlockInfo> blocks, int32_t kouteiNo, int storedPallet,
+                       Visit&& visit) {
     bool met = false;
-    for (int i = 0; i < count; ++i) {
-        const BlockInfo& b = blocks[i];
+    for (int i = 0; i < static_cast<int>(blocks.size()); ++i) {
+        const BlockInfo& b = blocks[static_cast<size_t>(i)];
         if (b.KouteiNo == kouteiNo) {
             if (b.PalletNo != storedPallet) {
                 if (met)
@@ -49,19 +50,18 @@ int CKs_Haichi::FindRestoreBlock(const LengthRect& r, int storedPallet, int corn
                 index->FindRestoreBlock(CurKoutei->No, storedPallet, r, cornerKnown, px, py))
             return *found;
     }
-    const auto& blocks = app_.Blocks;
-    const int n = app_.FilledBlocks();
+    const std::span<const BlockInfo> blocks = app_.Blocks.FilledBlocks();
     int found = -1;
-    ScanRestoreBlocks(blocks, n, CurKoutei->No, storedPallet, [&](int i) {
-        const BlockInfo& b = blocks[i];
+    ScanRestoreBlocks(blocks, CurKoutei->No, storedPallet, [&](int i) {
+        const BlockInfo& b = app_.Blocks[i];
         if (r.X0 <= b.MinX && r.X1 >= b.MaxX && r.Y0 <= b.MinY && r.Y1 >= b.MaxY)
             found = i;
         return false;
     });
     if (found >= 0 || !cornerKnown)
         return found;
-    ScanRestoreBlocks(blocks, n, CurKoutei->No, storedPallet, [&](int i) {
-        const BlockInfo& b = blocks[i];
+    ScanRestoreBlocks(blocks, CurKoutei->No, storedPallet, [&](int i) {
+        const BlockInfo& b = app_.Blocks[i];
         if (b.MinX <= px && px <= b.MaxX && b.MinY <= py && py <= b.MaxY)
             found = i;
         return found >= 0;
@@ -97,7 +97,7 @@ int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
     if (stored == -1)
         return 0;
     // A block that this job's table does not hold names no pallet: the line is ignored.
-    const BlockInfo* storedBlock = app_.BlockAt(stored);
+    const BlockInfo* storedBlock = app_.Blocks.At(stored);
     if (storedBlock == nullptr)
         return 1;
     HaichiInfo* h = app_.AddHaichiInfo();

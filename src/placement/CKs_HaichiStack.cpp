@@ -1,6 +1,7 @@
 // Stacking one part into the free corners of its process's blocks.
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 
 #include "app/Codes.h"
 #include "placement/CKs_Haichi.h"
@@ -15,11 +16,11 @@ std::array<int, 4> CKs_Haichi::CandidatePallets() const {
     // Values that name no pallet never match a block; cut them into the int range.
     auto narrow = [](int64_t v) { return static_cast<int>(std::clamp<int64_t>(v, -1, INT32_MAX)); };
     switch (shown_.PalletMode) {
-        case view::kFlat:
-        case view::kDanmen:
+        case PalletView::Flat:
+        case PalletView::Danmen:
             c[0] = narrow(cur);
             break;
-        case view::kFourPallet:
+        case PalletView::FourPallet:
             c[0] = narrow(cur);
             if (n >= 4) {
                 const int64_t c2 = cur + 1 > n ? 1 : cur + 1;
@@ -34,7 +35,7 @@ std::array<int, 4> CKs_Haichi::CandidatePallets() const {
                     c[k] = cur + k > n ? -1 : narrow(cur + k);
             }
             break;
-        case view::kTwoPallet:
+        case PalletView::TwoPallet:
             c[0] = narrow(cur);
             c[1] = n < 2 ? -1 : (cur + 1 > n ? 1 : narrow(cur + 1));
             break;
@@ -48,7 +49,7 @@ bool CKs_Haichi::IsCandidate(int pallet, const std::array<int, 4>& candidates) c
     return std::find(candidates.begin(), candidates.end(), pallet) != candidates.end();
 }
 
-int CKs_Haichi::PiecesFor(int32_t remaining, int mode) const {
+int CKs_Haichi::PiecesFor(int32_t remaining, Stacking mode) const {
     int64_t pieces = remaining;
     const int32_t num4 = CurPart->PerStackLimit;
     if (num4 >= 1) {
@@ -59,7 +60,7 @@ int CKs_Haichi::PiecesFor(int32_t remaining, int mode) const {
             const int64_t k = remaining / num4 + 1;
             pieces = (remaining + k - 1) / k;
         }
-        if (mode != stacking::kAllPallets && remaining > num4)
+        if (mode != Stacking::AllPallets && remaining > num4)
             pieces = num4;
     }
     const double v1 = CurPart->PieceHeight;
@@ -114,7 +115,7 @@ bool CKs_Haichi::CouldHold(const BlockInfo& b, double sx, double sy, const Palle
 // Up to four stacks of CurPart in the free corners of one block. Returns -1 when a stack
 // cannot be allocated, 0 when the part is done, 1 to go on with the next block; pieces is
 // the last stack size worked out.
-int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*>& made,
+int CKs_Haichi::StackIntoBlock(int blockIndex, Stacking mode, std::vector<HaichiInfo*>& made,
                                int& pieces) {
     BlockInfo& b = app_.Blocks[blockIndex];
     uint8_t blocked = 0;
@@ -143,25 +144,25 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, int mode, std::vector<HaichiInfo*
         const LengthRect& r = at.Clear;
         MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart);
         IndexStack(h);
-        if (mode != stacking::kAllPallets && made.size() < kRememberLimit)
+        if (mode != Stacking::AllPallets && made.size() < kRememberLimit)
             made.push_back(h);
     }
     return 1;
 }
 
-int CKs_Haichi::StackPart(KouteiInfo* koutei, PartsInfo* part, int mode) {
+int CKs_Haichi::StackPart(KouteiInfo* koutei, PartsInfo* part, Stacking mode) {
     CurKoutei = koutei;
     CurPart = part;
-    return StackPart(mode);
+    return StackPart(mode, QuantityShare::SharedOut);
 }
 
-int CKs_Haichi::StackPart(int mode) {
+int CKs_Haichi::StackPart(Stacking mode, QuantityShare share) {
     ComputeBounds(CurKoutei);
     // A process without a pallet has nowhere to stack.
     if (CurKoutei == nullptr || CurKoutei->Pallet == nullptr || CurPart == nullptr)
         return 1;
     std::array<int, 4> candidates{-1, -1, -1, -1};
-    if (mode == stacking::kPalletsInView)
+    if (mode == Stacking::PalletsInView)
         candidates = CandidatePallets();
     std::vector<HaichiInfo*> made;
     int result = 1;
@@ -171,13 +172,13 @@ int CKs_Haichi::StackPart(int mode) {
     }
     if (result == 0)
         return 0;
-    if (mode != stacking::kAllPallets && !made.empty() && app_.SkipShareOut == 0)
+    if (mode != Stacking::AllPallets && !made.empty() && share == QuantityShare::SharedOut)
         ShareOut(made, CurPart->Quantity);
     return 1;
 }
 
 // StackPart's block loop: 0 when a stack cannot be allocated, else 1.
-int CKs_Haichi::StackOverBlocks(int mode, const std::array<int, 4>& candidates,
+int CKs_Haichi::StackOverBlocks(Stacking mode, const std::array<int, 4>& candidates,
                                 std::vector<HaichiInfo*>& made) {
     int result = 1;
     // One block of the process; true ends the loop.
@@ -185,7 +186,7 @@ int CKs_Haichi::StackOverBlocks(int mode, const std::array<int, 4>& candidates,
         const BlockInfo& b = app_.Blocks[i];
         if (b.Occupant != nullptr && b.Occupant != CurPart)
             return false;
-        if (mode == stacking::kPalletsInView && !IsCandidate(b.PalletNo, candidates))
+        if (mode == Stacking::PalletsInView && !IsCandidate(b.PalletNo, candidates))
             return false;
         int pieces = 0;
         const int step = StackIntoBlock(i, mode, made, pieces);
@@ -203,9 +204,8 @@ int CKs_Haichi::StackOverBlocks(int mode, const std::array<int, 4>& candidates,
         }
         return result;
     }
-    const int n = app_.FilledBlocks();
-    for (int i = 0; i < n; ++i) {
-        if (app_.Blocks[i].KouteiNo == CurKoutei->No && stackInto(i))
+    for (const int32_t i : app_.Blocks.OfProcess(CurKoutei->No)) {
+        if (stackInto(i))
             break;
     }
     return result;
@@ -229,11 +229,7 @@ CKs_Haichi::BlockRoom CKs_Haichi::RoomFor(KouteiInfo* koutei, PartsInfo* part) {
         if (const PlacementIndex::Process* p = index_->Find(koutei->No))
             blocks = &p->Blocks;
     } else {
-        const int n = app_.FilledBlocks();
-        for (int i = 0; i < n; ++i) {
-            if (app_.Blocks[i].KouteiNo == koutei->No)
-                scanned.push_back(i);
-        }
+        std::ranges::copy(app_.Blocks.OfProcess(koutei->No), std::back_inserter(scanned));
     }
     room.Fitting.reserve(blocks->size());
     for (int i : *blocks) {

@@ -43,7 +43,7 @@ size_t MostCells(size_t blocks) {
 
 }  // namespace
 
-PlacementIndex::PlacementIndex(CKestoApp& app) : app_(app), blockLimit_(app.FilledBlocks()) {
+PlacementIndex::PlacementIndex(CKestoApp& app) : app_(app), blockLimit_(app.Blocks.Filled()) {
     std::unordered_map<int32_t, BlockExtent> extents;
     // The table holds each process's blocks one after another: one lookup per run of them.
     Process* run = nullptr;

@@ -40,15 +40,12 @@ int64_t PiecesWanted(int64_t count, int32_t limit) {
 class ShortSurvey {
   public:
     ShortSurvey(CKestoApp& app, CKs_Haichi& engine)
-        : app_(app),
-          engine_(engine),
-          stacksIn_(static_cast<size_t>(std::max(app.FilledBlocks(), 0))) {
+        : app_(app), engine_(engine), stacksIn_(static_cast<size_t>(app.Blocks.Filled())) {
         for (const HaichiInfo& h : app.HaichiList) {
             if (h.Part != nullptr && app.BlockOf(h) != nullptr)
                 stacksIn_[static_cast<size_t>(h.BlockIndex)].push_back(h.Part);
         }
-        for (size_t i = 0; i < stacksIn_.size(); ++i) {
-            const BlockInfo& b = app.Blocks[i];
+        for (const BlockInfo& b : app.Blocks.FilledBlocks()) {
             const double w = b.MaxX - b.MinX, h = b.MaxY - b.MinY;
             Largest& l = largest_[b.KouteiNo];
             if (w * h > l.Area)

@@ -58,7 +58,7 @@ void DrawingEdit::PressSteps(Canvas& canvas, int32_t x, int32_t y, bool shift) {
     // Every press counts its moves afresh, so a click without moving never drops.
     MoveCount = -1;
     tracking_ = false;
-    const bool bandFromPick = shift && app_.IsDirect == 1 && Sel().Band() == BandState::Off &&
+    const bool bandFromPick = shift && app_.IsDirect.IsOne() && Sel().Band() == BandState::Off &&
                               Sel().LastPicked() != nullptr;
     if (bandFromPick && !StartBandFromPick(canvas, x, y)) {
         SinglePick(canvas, x, y);
@@ -78,7 +78,7 @@ void DrawingEdit::PressSteps(Canvas& canvas, int32_t x, int32_t y, bool shift) {
 HaichiInfo* DrawingEdit::PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t y) {
     Sel().SetPicked(nullptr);
     Sel().SetBand(BandState::Aside);
-    d_.DrawParts(canvas, drawmode::kHitTest, x, y);
+    d_.DrawParts(canvas, DrawMode::HitTest, x, y);
     Sel().SetBand(BandState::InForce);
     return Sel().Picked();
 }
@@ -103,12 +103,12 @@ void DrawingEdit::ShiftInBand(Canvas& canvas, int32_t x, int32_t y) {
     HaichiInfo* hit = PointTestKeepingBand(canvas, x, y);
     if (hit != nullptr && PalletOf(*hit) == PalletOf(*Sel().BandList().front().Record)) {
         if (Sel().HasBandEntry(hit)) {
-            d_.DrawParts(canvas, drawmode::kUnhighlight);
+            d_.DrawParts(canvas, DrawMode::Unhighlight);
             Sel().RemoveBandEntry(hit);
         } else {
             Sel().AddBandEntry(BandEntry{hit, Sel().PickRect()});
         }
-        d_.DrawParts(canvas, drawmode::kHighlight);
+        d_.DrawParts(canvas, DrawMode::Highlight);
         Sync();
     }
     if (Sel().BandList().empty()) {
@@ -131,7 +131,7 @@ bool DrawingEdit::GrabBand(Canvas& canvas, int32_t x, int32_t y) {
         view_.RefreshInfoPanel();
         return true;
     }
-    d_.DrawParts(canvas, drawmode::kUnhighlight);
+    d_.DrawParts(canvas, DrawMode::Unhighlight);
     Sel().ClearBandList();
     BandOffsets.clear();
     Sync();
@@ -148,13 +148,13 @@ void DrawingEdit::SinglePick(Canvas& canvas, int32_t x, int32_t y) {
     // collection in the old band.
     if (Sel().Band() != BandState::Off && Sel().BandList().empty())
         Sel().SetBand(BandState::Off);
-    d_.DrawParts(canvas, drawmode::kHitTest, x, y);
+    d_.DrawParts(canvas, DrawMode::HitTest, x, y);
     if (Sel().Picked() != nullptr) {
         PartHit(canvas, x, y);
         return;
     }
     // Nothing hit: the rubber band is tracked from here until the release.
-    if (app_.IsDirect == 1) {
+    if (app_.IsDirect.IsOne()) {
         tracking_ = true;
         trackFrom_ = trackTo_ = IntPoint{x, y};
     }
@@ -162,13 +162,13 @@ void DrawingEdit::SinglePick(Canvas& canvas, int32_t x, int32_t y) {
 
 void DrawingEdit::PartHit(Canvas& canvas, int32_t x, int32_t y) {
     if (Sel().LastPicked() != nullptr)
-        d_.DrawParts(canvas, drawmode::kUnhighlight);
+        d_.DrawParts(canvas, DrawMode::Unhighlight);
     LastMouse = IntPoint{x, y};
     DragOffset = IntPoint{Sel().PickRect().Left - x, Sel().PickRect().Top - y};
     Sync();
     if (Sel().Picked()->Part != nullptr)
         view_.SelectPartsAllLine(Sel().Picked()->Part->Seq);
-    d_.DrawParts(canvas, drawmode::kHighlight);
+    d_.DrawParts(canvas, DrawMode::Highlight);
     view_.ShowDragImage(DragImageAt(x, y));
     Sel().SetLastPicked(Sel().Picked());
     view_.RefreshInfoPanel();
@@ -180,16 +180,16 @@ void DrawingEdit::FinishBand(Canvas& canvas) {
     const IntRect band = Normalised(TrackedBand());
     if (band.Right - band.Left <= 2 || band.Bottom - band.Top <= 2) {
         if (Sel().Band() != BandState::Off)
-            d_.DrawParts(canvas, drawmode::kUnhighlight);
+            d_.DrawParts(canvas, DrawMode::Unhighlight);
         return;
     }
     if (!WithinOneSlot(band))
         return;
     if (Sel().LastPicked() != nullptr)
-        d_.DrawParts(canvas, drawmode::kUnhighlight);
+        d_.DrawParts(canvas, DrawMode::Unhighlight);
     Sel().StartBand(band);
-    d_.DrawParts(canvas, drawmode::kHitTest);
-    d_.DrawParts(canvas, drawmode::kHighlight);
+    d_.DrawParts(canvas, DrawMode::HitTest);
+    d_.DrawParts(canvas, DrawMode::Highlight);
     Sync();
     if (Sel().BandList().empty())
         Sel().SetBand(BandState::Off);
@@ -203,12 +203,12 @@ bool DrawingEdit::WithinOneSlot(const IntRect& band) const {
     const int32_t cw = a.Right - a.Left;
     const int32_t ch = a.Bottom - a.Top;
     switch (d_.Shown().PalletMode) {
-        case view::kFlat:
+        case PalletView::Flat:
             return Inside(band, IntRect{a.Left, a.Top + cap, a.Right, a.Bottom});
-        case view::kDanmen:
+        case PalletView::Danmen:
             return Inside(band, IntRect{a.Left, a.Top + cap, a.Right, a.Bottom - (ch - cap) / 2});
-        case view::kFourPallet:
-        case view::kTwoPallet: {
+        case PalletView::FourPallet:
+        case PalletView::TwoPallet: {
             const int32_t quadrantHeight = (ch - 2 * cap) / 2;
             for (int32_t row = 0; row < 2; ++row) {
                 const int32_t top = a.Top + row * (ch / 2) + cap;
@@ -244,7 +244,7 @@ void DrawingEdit::MoveSteps(Canvas& canvas, int32_t x, int32_t y, bool leftButto
         leftButtonOnly && MoveCount >= 0 && (BandDragInForce() || Sel().Picked() != nullptr);
     if (Sel().Band() != BandState::Off && DragAnchor != nullptr && !dragging &&
         Sel().Band() != BandState::Aside && Sel().BandList().empty() && MoveCount >= 1) {
-        d_.DrawParts(canvas, drawmode::kAllNormal);
+        d_.DrawParts(canvas, DrawMode::AllNormal);
         Sel().ClearBandList();
         Sync();
         Sel().SetBand(BandState::Aside);
@@ -355,9 +355,9 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
             session_->EndStep(placesAfter != placesBefore);
     }
     view_.Refresh();
-    d_.DrawParts(canvas, drawmode::kHighlight);
+    d_.DrawParts(canvas, DrawMode::Highlight);
     if (Sel().Band() == BandState::Off)
-        d_.DrawParts(canvas, drawmode::kHitTest, x, y);
+        d_.DrawParts(canvas, DrawMode::HitTest, x, y);
     if (refused)
         view_.ShowRefusedDrop(*refused, dropped);
 }
@@ -418,11 +418,9 @@ void DrawingEdit::InfoFollowsPick(const HaichiInfo* before) {
 }
 
 bool DrawingEdit::SwitchDirect() {
-    if (app_.IsDirect == 0) {
-        app_.IsDirect = 1;
+    app_.IsDirect.Switch();
+    if (app_.IsDirect.IsOne())
         return false;
-    }
-    app_.IsDirect = 0;
     if (Sel().Band() == BandState::Off)
         return false;
     Sel().Reset();

@@ -23,7 +23,7 @@ bool JobSession::StartUp() {
     // What constructing the application object did: the per-user values come first.
     app_.ReadRegistrySettings(services_.Host);
     ReadViewSettings(services_.Host, shown_);
-    app_.DialogOk = 0;
+    app_.DialogEnd = OkCancel::Cancel;
     if (!app_.InitSettings(services_)) {
         app_.ExitParam = app_.ErrorCode;
         return false;
@@ -184,8 +184,7 @@ bool JobSession::Finish(OkCancel end) {
     if (CKs_FileSave(app_, services_).SaveAll() == 0)
         return false;
     ended_ = true;
-    if (end == OkCancel::Ok)
-        app_.DialogOk = 1;
+    app_.DialogEnd = end;
     return true;
 }
 
@@ -205,7 +204,7 @@ int JobSession::Exit() {
     } else {
         app_.WriteRegistrySettings(services_.Host);
         WriteViewSettings(services_.Host, shown_);
-        exitCode_ = SettleExitCode(app_.ExitParam, app_.DialogOk);
+        exitCode_ = SettleExitCode(app_.ExitParam, app_.DialogEnd);
     }
     app_.FreeJob();
     services_.Messages.Free();

@@ -14,29 +14,26 @@ namespace {
 // placed here.
 void CopyFlags(const CKestoApp& from, CKestoApp& to) {
     const auto& [errorCode, fontHeight, fontCharSet, fontNames, boxList, kouteiList, partsList,
-                 haichiList, directCodesAllowed, skipShareOut, palletList, boxFlags, blocks,
-                 blocksCapacity, blocksCount, isDirect, inchMode, startCorner, dialogOk, offsetSet,
-                 offsetA, offsetB, palletCount, palletPrefix, commandLine, exitParam,
-                 palletFilePath] = from;
+                 haichiList, directCodesAllowed, palletList, boxFlags, blocks, isDirect, inchMode,
+                 startCorner, dialogEnd, offsetSet, offsetA, offsetB, palletCount, palletPrefix,
+                 commandLine, exitParam, palletFilePath] = from;
     static_cast<void>(boxList);
     static_cast<void>(kouteiList);
     static_cast<void>(partsList);
     static_cast<void>(haichiList);
     static_cast<void>(palletList);
-    static_cast<void>(blocks);
     to.ErrorCode = errorCode;
     to.FontHeight = fontHeight;
     to.FontCharSet = fontCharSet;
     to.FontNames = fontNames;
     to.DirectCodesAllowed = directCodesAllowed;
-    to.SkipShareOut = skipShareOut;
     to.BoxFlags = boxFlags;
-    to.BlocksCapacity = blocksCapacity;
-    to.BlocksCount = blocksCount;
+    to.Blocks.SetCapacity(blocks.Capacity());
+    to.Blocks.SetCount(blocks.Count());
     to.IsDirect = isDirect;
     to.InchMode = inchMode;
     to.StartCorner = startCorner;
-    to.DialogOk = dialogOk;
+    to.DialogEnd = dialogEnd;
     to.OffsetSet = offsetSet;
     to.OffsetA = offsetA;
     to.OffsetB = offsetB;
@@ -175,15 +172,16 @@ JobSnapshot JobSnapshot::Take(const CKestoApp& app, const JobSnapshot* like) {
                                   h.Pieces, h.BlockIndex, h.Level, h.X, h.Y, h.Corner, h.Edits});
     }
 
-    s.blockTableSize_ = app.Blocks.size();
-    size_t used = app.Blocks.size();
-    while (used > 0 && IsDefault(app.Blocks[used - 1]))
+    const std::span<const BlockInfo> entries = app.Blocks.Entries();
+    s.blockTableSize_ = entries.size();
+    size_t used = entries.size();
+    while (used > 0 && IsDefault(entries[used - 1]))
         --used;
     std::vector<BlockPlace> places;
     places.reserve(used);
     s.blockUses_.reserve(used);
     for (size_t b = 0; b < used; ++b) {
-        const BlockInfo& r = app.Blocks[b];
+        const BlockInfo& r = entries[b];
         places.push_back(BlockPlace{r.MinX, r.MinY, r.MaxX, r.MaxY, r.KouteiNo, r.PalletNo});
         s.blockUses_.push_back(
             BlockUse{PositionOf(parts, static_cast<const PartsInfo*>(r.Occupant)), r.CornerMask});
@@ -235,12 +233,13 @@ void JobSnapshot::Restore(CKestoApp& app) const {
     }
     job.HaichiList.Count = stackCount_;
 
-    job.Blocks.assign(blockTableSize_, BlockInfo{});
+    job.Blocks.Allocate(blockTableSize_);
+    const std::span<BlockInfo> entries = job.Blocks.Entries();
     for (size_t b = 0; b < blockUses_.size(); ++b) {
         const BlockPlace& r = (*blockPlaces_)[b];
         const BlockUse& u = blockUses_[b];
-        job.Blocks[b] = BlockInfo{r.KouteiNo, r.PalletNo, r.MinX,       r.MinY,
-                                  r.MaxX,     r.MaxY,     u.CornerMask, At(parts, u.Occupant)};
+        entries[b] = BlockInfo{r.KouteiNo, r.PalletNo, r.MinX,       r.MinY,
+                               r.MaxX,     r.MaxY,     u.CornerMask, At(parts, u.Occupant)};
     }
 
     // Moving the lists keeps the new records where they are, so the links made above hold.

@@ -185,17 +185,15 @@ std::optional<std::vector<std::string>> PartsAllLines(const CKestoApp& app, cons
     return lines;
 }
 
-std::optional<PartsAllPlacement> PlacePartsAll(const ViewState& shown, int32_t state) {
-    if (state != partsall::kHidden && state != partsall::kShown)
-        return std::nullopt;
+PartsAllPlacement PlacePartsAll(const ViewState& shown, Visibility state) {
     const IntRect& area = shown.AreaWindowRect;
     const int32_t height = area.Bottom - area.Top;
     const int32_t x = area.Left + 2;
     const int32_t width = area.Right - area.Left - 5;
     const ControlRect lowerHalf{x, area.Top + height / 2, width, height / 2 - 2};
-    if (state == partsall::kHidden)
+    if (state == Visibility::Hidden)
         return PartsAllPlacement{lowerHalf, false};
-    if (shown.PalletMode == view::kFlat)
+    if (shown.PalletMode == PalletView::Flat)
         return PartsAllPlacement{ControlRect{x, area.Top, width, height}, true};
     return PartsAllPlacement{lowerHalf, true};
 }
@@ -234,7 +232,7 @@ std::optional<size_t> LineOfSeq(const std::vector<std::string>& lines, int32_t s
 bool PickFirstStackOfSeq(CKestoApp& app, PalletDrawing& drawing, int32_t seq,
                          const DrawPartsFn& draw) {
     if (drawing.Selected().LastPicked() != nullptr)
-        draw(drawmode::kUnhighlight);
+        draw(DrawMode::Unhighlight);
     drawing.Select().SetPicked(nullptr);
     bool found = false;
     for (const PartsInfo& part : app.PartsList) {
@@ -245,7 +243,7 @@ bool PickFirstStackOfSeq(CKestoApp& app, PalletDrawing& drawing, int32_t seq,
         if (stack == app.HaichiList.end())
             continue;
         drawing.Select().SetPicked(&*stack);
-        draw(drawmode::kPartPieces);
+        draw(DrawMode::PartPieces);
         drawing.Select().SetLastPicked(drawing.Selected().Picked());
         found = true;
         break;
@@ -256,7 +254,7 @@ bool PickFirstStackOfSeq(CKestoApp& app, PalletDrawing& drawing, int32_t seq,
 
 bool PickFirstStackOfSeq(CKestoApp& app, PalletDrawing& drawing, Canvas& canvas, int32_t seq) {
     return PickFirstStackOfSeq(app, drawing, seq,
-                               [&](int mode) { drawing.DrawParts(canvas, mode); });
+                               [&](DrawMode mode) { drawing.DrawParts(canvas, mode); });
 }
 
 bool PickFromAllPartsList(CKestoApp& app, PalletDrawing& drawing, int32_t caretSeq,

@@ -35,12 +35,6 @@ inline constexpr int32_t kNameDown = 50;  // Text1
 inline constexpr int32_t kNameUp = 51;
 }  // namespace sortkey
 
-// The dialog's state in CKestoApp::PartsAllState.
-namespace partsall {
-inline constexpr int32_t kHidden = 1;
-inline constexpr int32_t kShown = 2;
-}  // namespace partsall
-
 // The sort buttons from left to right ("BT4", "BT1", "BT2", "BT3", "BT5").
 enum class SortButton { Seq, Material, Size, Quantity, Name };
 
@@ -77,9 +71,9 @@ struct PartsAllPlacement {
     bool Shown = false;
 };
 
-// Where the dialog goes in state 1 (hidden over the lower half of the drawing area) or 2
-// (shown there, or over the whole area in FLAT); none for any other state.
-std::optional<PartsAllPlacement> PlacePartsAll(const ViewState& shown, int32_t state);
+// Where the dialog goes hidden (over the lower half of the drawing area) or shown (there, or
+// over the whole area in FLAT).
+PartsAllPlacement PlacePartsAll(const ViewState& shown, Visibility state);
 
 struct PartsAllControls {
     std::array<ControlRect, 5> Buttons;  // in the order of SortButton
@@ -98,7 +92,7 @@ std::optional<size_t> LineOfSeq(const std::vector<std::string>& lines, int32_t s
 std::optional<size_t> LineOfPicked(const std::vector<std::string>& lines, const HaichiInfo* picked);
 
 // Paints one DrawParts mode over the drawing area's picture.
-using DrawPartsFn = std::function<void(int mode)>;
+using DrawPartsFn = std::function<void(DrawMode mode)>;
 
 // Picks the first stack of the first part numbered seq (any process) that has one: the old
 // highlight goes, the part's pieces are shown (mode 4) and the stack stays LastPicked, while

@@ -95,7 +95,7 @@ void AddProcessPages(CKestoApp& app, const ViewState& shown, const MessageTable&
     const int32_t titleFont = TitleFont(app, messages);
     const int32_t strip = TitleStripHeight(app, titleFont, height);
     ViewState pages = shown;
-    pages.PalletMode = app.PalletCount > 1 ? view::kFourPallet : view::kFlat;
+    pages.PalletMode = app.PalletCount > 1 ? PalletView::FourPallet : PalletView::Flat;
     pages.Is3D = 0;
     pages.AreaRect = IntRect{0, 0, width, height - strip};
     int32_t position = 0;

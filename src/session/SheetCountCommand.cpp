@@ -48,7 +48,7 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
     CKs_Haichi haichi(app_, services_, shown_);
     haichi.RebuildCorners(koutei, {});
     const size_t stacksBefore = app_.HaichiList.Items.size();
-    haichi.PlaceOnePart(part, koutei, stacking::kAllPalletsCapped);
+    haichi.PlaceOnePart(part, koutei, Stacking::AllPalletsCapped, QuantityShare::SharedOut);
     part->PerStackLimit = ownLimit;
     part->OperatorPerStack = newCount;
     MarkStacksFrom(stacksBefore, kEditRestacked);

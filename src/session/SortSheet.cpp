@@ -4,6 +4,7 @@
 #include <ctime>
 #include <map>
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "session/JobSession.h"
@@ -182,11 +183,12 @@ void DrawBlockNumbers(const CKestoApp& app, const PalletDrawing& drawing,
         if (const std::optional<IntRect> r = drawing.ScreenRect(*h))
             standing[h->BlockIndex].push_back(*r);
     }
-    const BlockInfo& any = app.Blocks[static_cast<size_t>(stacks.front()->BlockIndex)];
+    const BlockInfo& any = app.Blocks[stacks.front()->BlockIndex];
+    const std::span<const BlockInfo> blocks = app.Blocks.Entries();
     const size_t count = std::min(drawing.BlockRects.size(), numbers.size());
     const SheetFont& font = sheetfont::kSmall;
     for (size_t e = 0; e < count; ++e) {
-        const BlockInfo& block = app.Blocks[e];
+        const BlockInfo& block = blocks[e];
         const IntRect& cell = drawing.BlockRects[e];
         if (block.KouteiNo != any.KouteiNo || block.PalletNo != any.PalletNo ||
             cell.Right <= cell.Left)
@@ -209,7 +211,7 @@ void DrawPallet(CKestoApp& app, const MessageTable& messages, int32_t position, 
                 const std::vector<const HaichiInfo*>& stacks, const StackTags& tags,
                 const std::vector<int32_t>& numbers, const IntRect& box, PicturePage& page) {
     ViewState view;
-    view.PalletMode = view::kFlat;
+    view.PalletMode = PalletView::Flat;
     view.IsBlockDraw = 1;
     view.CurrentKoutei = position;
     view.CurrentPallet = pallet;
@@ -219,7 +221,7 @@ void DrawPallet(CKestoApp& app, const MessageTable& messages, int32_t position, 
     ShiftedCanvas area(page.Drawing, box.Left, box.Top);
     drawing.ClearArea(area);
     drawing.SetUpView(area);
-    drawing.DrawParts(area, drawmode::kAll);
+    drawing.DrawParts(area, DrawMode::All);
     DrawBlockNumbers(app, drawing, stacks, numbers, area);
 }
 
@@ -318,11 +320,11 @@ std::string SheetProcessText(const KouteiInfo& koutei) {
 }
 
 std::vector<int32_t> BlockNumbers(const CKestoApp& app) {
-    const size_t count = static_cast<size_t>(std::max(app.FilledBlocks(), 0));
-    std::vector<int32_t> numbers(count, 0);
+    const std::span<const BlockInfo> blocks = app.Blocks.FilledBlocks();
+    std::vector<int32_t> numbers(blocks.size(), 0);
     std::map<PalletKey, int32_t> counted;
-    for (size_t e = 0; e < count; ++e)
-        numbers[e] = ++counted[{app.Blocks[e].KouteiNo, app.Blocks[e].PalletNo}];
+    for (size_t e = 0; e < blocks.size(); ++e)
+        numbers[e] = ++counted[{blocks[e].KouteiNo, blocks[e].PalletNo}];
     return numbers;
 }
 

@@ -58,7 +58,7 @@ ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
         h->Part->PiecesSetAside = AddClamped(h->Part->PiecesSetAside, h->Pieces);
         h->Part->PiecesPlaced = AddClamped(h->Part->PiecesPlaced, -int64_t{h->Pieces});
     }
-    drawing.DrawParts(canvas, drawmode::kUnhighlight);
+    drawing.DrawParts(canvas, DrawMode::Unhighlight);
     for (HaichiInfo* h : stacks)
         app_.RemoveHaichiInfo(h);
     drawing.Select().ForgetPicks();
@@ -86,12 +86,11 @@ ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq,
     part->Destination = 0;
     const int32_t placedBefore = part->PiecesPlaced;
     part->PiecesSetAside = 0;
-    // The pieces placed now join the part's stacks as they are, without sharing out.
-    app_.SkipShareOut = 1;
     const size_t stacksBefore = app_.HaichiList.Items.size();
+    // The pieces placed now join the part's stacks as they are, without sharing out.
     CKs_Haichi(app_, services_, shown_)
-        .PlaceOnePart(part, app_.KouteiAt(shown_.CurrentKoutei), stacking::kPalletsInView);
-    app_.SkipShareOut = 0;
+        .PlaceOnePart(part, app_.KouteiAt(shown_.CurrentKoutei), Stacking::PalletsInView,
+                      QuantityShare::AsPlaced);
     MarkStacksFrom(stacksBefore, kEditReturned);
     if (refreshed)
         refreshed();

@@ -15,9 +15,9 @@ constexpr double kMarginShare = 0.04;
 constexpr double kCaptionShare = 0.04;  // of the area's height, the caption strip
 constexpr double kTallestArea = 1e6;    // pixels
 
-bool IsKnownMode(int32_t mode) {
-    return mode == view::kFlat || mode == view::kDanmen || mode == view::kFourPallet ||
-           mode == view::kTwoPallet;
+bool IsKnownMode(PalletView mode) {
+    return mode == PalletView::Flat || mode == PalletView::Danmen ||
+           mode == PalletView::FourPallet || mode == PalletView::TwoPallet;
 }
 
 // The next pallet number of a slot row: one up, back to 1 past the last pallet.
@@ -46,12 +46,12 @@ void ClearView(PalletDrawing& d) {
     d.SectionScale = 0;
 }
 
-void SetWorldWindow(PalletDrawing& d, int32_t mode, double w, double l) {
+void SetWorldWindow(PalletDrawing& d, PalletView mode, double w, double l) {
     const double mx = kMarginShare * w;
     const double my = kMarginShare * l;
-    if (mode == view::kFlat) {
+    if (mode == PalletView::Flat) {
         d.XMin = -mx, d.XMax = w + mx, d.YMin = -my, d.YMax = l + my;
-    } else if (mode == view::kDanmen) {
+    } else if (mode == PalletView::Danmen) {
         d.XMin = -mx, d.XMax = w + mx, d.YMin = -2 * my, d.YMax = 2 * l + 2 * my;
     } else {
         d.XMin = -2 * mx, d.XMax = 2 * w + 2 * mx, d.YMin = -2 * my, d.YMax = 2 * l + 2 * my;
@@ -59,15 +59,15 @@ void SetWorldWindow(PalletDrawing& d, int32_t mode, double w, double l) {
 }
 
 // The first slot's frame centred in its share of the area; sets the quadrant offsets.
-IntRect CentredFrame(PalletDrawing& d, int32_t mode, int32_t cw, int32_t ch, int32_t pw,
+IntRect CentredFrame(PalletDrawing& d, PalletView mode, int32_t cw, int32_t ch, int32_t pw,
                      int32_t ph) {
     const int32_t cap = d.CaptionHeight;
     int32_t top = 0;
     int32_t left = 0;
-    if (mode == view::kFlat) {
+    if (mode == PalletView::Flat) {
         top = (ch - cap - ph) / 2 + cap;
         left = (cw - pw) / 2;
-    } else if (mode == view::kDanmen) {
+    } else if (mode == PalletView::Danmen) {
         top = ((ch - cap) / 2 - ph) / 2 + cap;
         left = (cw - pw) / 2;
     } else {
@@ -220,7 +220,7 @@ PalletDrawing::PalletDrawing(CKestoApp& app, const ViewState& shown, const Messa
 void PalletDrawing::Refresh(Canvas& canvas) {
     ClearArea(canvas);
     SetUpView(canvas);
-    DrawParts(canvas, drawmode::kAll);
+    DrawParts(canvas, DrawMode::All);
 }
 
 void PalletDrawing::ClearArea(Canvas& canvas) {
@@ -230,7 +230,7 @@ void PalletDrawing::ClearArea(Canvas& canvas) {
     for (PalletCaption& caption : Captions)
         caption.Visible = false;
     const Rgb back = palette_.AreaBackground;
-    if (shown_.PalletMode == view::kFourPallet) {
+    if (shown_.PalletMode == PalletView::FourPallet) {
         const int32_t half = clientHeight / 2;
         canvas.FillRectangle({area.Left, area.Top + CaptionHeight, area.Right, half}, back, back);
         canvas.FillRectangle({area.Left, half + CaptionHeight, area.Right, area.Bottom}, back,
@@ -243,7 +243,7 @@ void PalletDrawing::ClearArea(Canvas& canvas) {
 
 void PalletDrawing::SetUpView(Canvas& canvas) {
     ClearView(*this);
-    const int32_t mode = shown_.PalletMode;
+    const PalletView mode = shown_.PalletMode;
     const PalletInfo* pallet = FindViewPallet();
     if (pallet == nullptr || !IsKnownMode(mode))
         return;
@@ -262,19 +262,19 @@ void PalletDrawing::SetUpView(Canvas& canvas) {
     SetCaptionTexts(*this, app_, messages_);
     OriginDX = frame.Left - a.X;
     OriginDY = frame.Top - b.Y;
-    if (mode == view::kFlat)
+    if (mode == PalletView::Flat)
         LayOutFlat(*this, canvas, app_, area, frame);
-    else if (mode == view::kDanmen)
+    else if (mode == PalletView::Danmen)
         LayOutDanmen(*this, canvas, app_, area, frame);
-    else if (mode == view::kFourPallet)
+    else if (mode == PalletView::FourPallet)
         LayOutFourPallet(*this, canvas, app_, area, frame);
     else
         LayOutTwoPallet(*this, canvas, app_, area, frame);
     DrawBlocks(canvas);
     const int32_t font = LabelFontSlot();
-    if (mode == view::kDanmen) {
+    if (mode == PalletView::Danmen) {
         HeightLimit(*this, canvas, app_, font, LabelGap(*this, app_, font), frame);
-    } else if (mode == view::kTwoPallet) {
+    } else if (mode == PalletView::TwoPallet) {
         const int32_t gap = LabelGap(*this, app_, font);
         if (app_.PalletCount >= 1)
             HeightLimit(*this, canvas, app_, font, gap, frame);
@@ -303,7 +303,7 @@ void PalletDrawing::ComputeScale() {
     const IntRect& area = shown_.AreaRect;
     const int32_t width = area.Right - area.Left;
     int32_t height = area.Bottom - area.Top - CaptionHeight;
-    if (shown_.PalletMode == view::kFourPallet)
+    if (shown_.PalletMode == PalletView::FourPallet)
         height -= CaptionHeight;
     // An area with no room left has no scale; the set-up then draws nothing past the
     // background rather than divide by zero.
@@ -322,9 +322,9 @@ IntPoint PalletDrawing::WorldToScreen(double x, double y) const {
 
 std::vector<PalletDrawing::Slot> PalletDrawing::ShownSlots() const {
     int32_t slots = 1;
-    if (shown_.PalletMode == view::kFourPallet)
+    if (shown_.PalletMode == PalletView::FourPallet)
         slots = 4;
-    else if (shown_.PalletMode == view::kTwoPallet)
+    else if (shown_.PalletMode == PalletView::TwoPallet)
         slots = 2;
     slots = std::min(slots, app_.PalletCount);
     const std::array<IntPoint, 4> offsets{IntPoint{0, 0}, IntPoint{HalfW, 0}, IntPoint{0, HalfH},
@@ -342,15 +342,15 @@ std::array<int32_t, 4> PalletDrawing::PalletsInView() const {
     std::array<int32_t, 4> p{-1, -1, -1, -1};
     const int32_t count = app_.PalletCount;
     switch (shown_.PalletMode) {
-        case view::kFlat:
-        case view::kDanmen:
+        case PalletView::Flat:
+        case PalletView::Danmen:
             p[0] = shown_.CurrentPallet;
             break;
-        case view::kTwoPallet:
+        case PalletView::TwoPallet:
             p[0] = shown_.CurrentPallet;
             p[1] = count < 2 ? -1 : NextPallet(p[0], count);
             break;
-        case view::kFourPallet:
+        case PalletView::FourPallet:
             p[0] = shown_.CurrentPallet;
             p[1] = p[0] + 1;
             if (count >= 4) {

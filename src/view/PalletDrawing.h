@@ -22,14 +22,14 @@
 namespace kesto {
 
 // The modes of DrawParts.
-namespace drawmode {
-inline constexpr int kAll = 0;          // everything, normal colours
-inline constexpr int kHitTest = 1;      // the point, or the rubber band when one is active
-inline constexpr int kHighlight = 2;    // the selection and the other pieces of its parts
-inline constexpr int kUnhighlight = 3;  // LastPicked's part back in normal colours
-inline constexpr int kAllNormal = 30;   // every record back in normal colours
-inline constexpr int kPartPieces = 4;   // every piece of Picked's part
-}  // namespace drawmode
+enum class DrawMode {
+    All,          // everything, normal colours
+    HitTest,      // the point, or the rubber band when one is active
+    Highlight,    // the selection and the other pieces of its parts
+    Unhighlight,  // LastPicked's part back in normal colours
+    AllNormal,    // every record back in normal colours
+    PartPieces,   // every piece of Picked's part
+};
 
 // Rectangles of a slot that is not shown.
 inline constexpr int32_t kNoSlot = -1000;
@@ -85,7 +85,7 @@ class PalletDrawing {
     Selection& Select() { return selection_; }
 
     // --- operations ---------------------------------------------------------------------
-    // Clears and draws the whole area: ClearArea, SetUpView, DrawParts(0).
+    // Clears and draws the whole area: ClearArea, SetUpView, DrawParts(All).
     void Refresh(Canvas& canvas);
     // The area's background; the captions are hidden until the next set-up places them.
     void ClearArea(Canvas& canvas);
@@ -104,7 +104,7 @@ class PalletDrawing {
     std::array<int32_t, 4> PalletsInView() const;
 
     // Draws (or, in mode 1, hit-tests) every placement record on the view.
-    void DrawParts(Canvas& canvas, int mode, int32_t x = 0, int32_t y = 0);
+    void DrawParts(Canvas& canvas, DrawMode mode, int32_t x = 0, int32_t y = 0);
     // DrawParts mode 1 without drawing anything: the point (x, y), or the records inside
     // the band's rectangle while a band is in force.
     void HitTest(int32_t x, int32_t y);

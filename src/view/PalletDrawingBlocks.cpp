@@ -7,8 +7,6 @@ namespace kesto {
 
 namespace {
 
-constexpr double kEpsilon = 0.0001;
-
 // The block grid of a pallet as the set-up lays it out.
 struct Grid {
     double W = 0, L = 0;    // pallet width (x) and length (y)
@@ -32,7 +30,7 @@ double ColumnOrigin(const Grid& g, int32_t corner) {
     double previous = 0;
     for (int32_t k = 0; k < g.Columns; ++k) {
         const double v = g.W - ox - k * g.Bw - k * g.Gx;
-        if (g.Bw + kEpsilon >= v)
+        if (g.Bw + kLengthTolerance >= v)
             return previous > 0 ? previous : ox;
         previous = v;
     }
@@ -48,7 +46,7 @@ double RowOrigin(const Grid& g, int32_t corner) {
     double previous = 0;
     for (int32_t k = 0; k < g.Rows; ++k) {
         const double v = k * g.Bl + oy + k * g.Gy;
-        if (v > g.L - g.Bl - kEpsilon)
+        if (v > g.L - g.Bl - kLengthTolerance)
             return previous > 0 ? g.L - previous : oy;
         previous = v;
     }
@@ -64,11 +62,11 @@ void ForEachCell(const Grid& g, int32_t corner, F&& cell) {
     const bool fromFront = corner == 0 || corner == 3;
     for (int32_t i = 0; i < g.Columns; ++i) {
         const double x = fromLeft ? i * g.Bw + ox + i * g.Gx : g.W - ox - i * g.Bw - i * g.Gx;
-        if (fromLeft ? !(x <= g.W - g.M0 + kEpsilon) : !(x > g.Bw))
+        if (fromLeft ? !(x <= g.W - g.M0 + kLengthTolerance) : !(x > g.Bw))
             continue;
         for (int32_t j = 0; j < g.Rows; ++j) {
             const double y = fromFront ? j * g.Bl + oy + j * g.Gy : g.L - oy - j * g.Bl - j * g.Gy;
-            if (fromFront ? !(y <= g.L - g.Bl) : !(y > g.M1 - kEpsilon))
+            if (fromFront ? !(y <= g.L - g.Bl) : !(y > g.M1 - kLengthTolerance))
                 continue;
             cell(x, y);
         }
@@ -76,15 +74,15 @@ void ForEachCell(const Grid& g, int32_t corner, F&& cell) {
 }
 
 bool Contains(const BlockInfo& b, double left, double front, double right, double back) {
-    return b.MinX - kEpsilon < left && b.MinY - kEpsilon < front && b.MaxX + kEpsilon >= right &&
-           b.MaxY + kEpsilon >= back;
+    return b.MinX - kLengthTolerance < left && b.MinY - kLengthTolerance < front &&
+           b.MaxX + kLengthTolerance >= right && b.MaxY + kLengthTolerance >= back;
 }
 
 }  // namespace
 
 void PalletDrawing::DrawBlocks(Canvas& canvas) {
     const Grid g = GridOf(ViewPallet);
-    const int32_t count = app_.FilledBlocks();
+    const int32_t count = app_.Blocks.Filled();
     if (BlockRects.size() < static_cast<size_t>(count))
         BlockRects.resize(static_cast<size_t>(count));
     for (const Slot& slot : ShownSlots()) {
@@ -94,10 +92,9 @@ void PalletDrawing::DrawBlocks(Canvas& canvas) {
             const int32_t dx = OriginDX + slot.Offset.X;
             const int32_t dy = OriginDY + slot.Offset.Y;
             const IntRect r{a.X + dx, b.Y + dy, b.X + dx, a.Y + dy};
-            for (int32_t e = 0; e < count; ++e) {
-                const BlockInfo& block = app_.Blocks[static_cast<size_t>(e)];
-                if (block.KouteiNo != shown_.CurrentKoutei || block.PalletNo != slot.PalletNo ||
-                    !Contains(block, x - g.Bw, y, x, y + g.Bl))
+            for (const int32_t e : app_.Blocks.OfPallet(shown_.CurrentKoutei, slot.PalletNo)) {
+                const BlockInfo& block = app_.Blocks[e];
+                if (!Contains(block, x - g.Bw, y, x, y + g.Bl))
                     continue;
                 if (shown_.IsBlockDraw != 0) {
                     const bool marked = (block.CornerMask & 0x0F) != 0;
@@ -117,7 +114,7 @@ void PalletDrawing::DrawBlocks(Canvas& canvas) {
 
 IntRect PalletDrawing::LocateBlock(int32_t index) const {
     IntRect found{-1, -1, -1, -1};
-    const int32_t count = app_.FilledBlocks();
+    const int32_t count = app_.Blocks.Filled();
     if (!ViewReady() || index < 0 || index >= count)
         return found;
     const Grid g = GridOf(ViewPallet);
@@ -126,7 +123,7 @@ IntRect PalletDrawing::LocateBlock(int32_t index) const {
         ForEachCell(g, app_.StartCorner, [&](double x, double y) {
             if (done)
                 return;
-            const BlockInfo& block = app_.Blocks[static_cast<size_t>(index)];
+            const BlockInfo& block = app_.Blocks[index];
             if (block.KouteiNo != shown_.CurrentKoutei || block.PalletNo != slot.PalletNo ||
                 !Contains(block, x - g.Bw, y, x, y + g.Bl))
                 return;

@@ -22,10 +22,9 @@ TEST_F(CKestoAppTest, StartedEmptyWithItsDefaults) {
     ReadViewSettings(installation.Host, shown);
     EXPECT_EQ(app.IsDirect, 0);
     EXPECT_EQ(shown.IsBlockDraw, 0);
-    EXPECT_EQ(shown.PartsAllState, 1);
+    EXPECT_EQ(shown.PartsAllState, Visibility::Hidden);
     EXPECT_EQ(app.InchMode, 0);
     EXPECT_EQ(app.OffsetSet, 0);
-    EXPECT_EQ(app.SkipShareOut, 0);
     EXPECT_EQ(app.ErrorCode, 0);
     EXPECT_TRUE(app.PartsList.Empty());
     EXPECT_EQ(app.HaichiList.Count, 0);
@@ -97,11 +96,11 @@ TEST_F(CKestoAppTest, FreeJobEmptiesTheListsButKeepsTheCounts) {
     app.PartsList.Count = 1;
     app.PalletList.Append();
     app.AddHaichiInfo();
-    app.Blocks.resize(4);
+    app.Blocks.Allocate(4);
     app.FreeJob();
     EXPECT_TRUE(app.BoxList.Empty() && app.PartsList.Empty() && app.PalletList.Empty());
     EXPECT_TRUE(app.HaichiList.Empty() && app.KouteiList.Empty());
-    EXPECT_TRUE(app.Blocks.empty());
+    EXPECT_EQ(app.Blocks.Size(), 0u);
     EXPECT_EQ(app.BoxList.Count, 1);
     EXPECT_EQ(app.PartsList.Count, 1);
     EXPECT_EQ(app.HaichiList.Count, 1);
@@ -109,12 +108,12 @@ TEST_F(CKestoAppTest, FreeJobEmptiesTheListsButKeepsTheCounts) {
 
 // Two blocks in a table of three: process 2 on pallet 3, then process 1 on pallet 1.
 void FillTwoOfThreeBlocks(CKestoApp& app) {
-    app.Blocks.resize(3);
+    app.Blocks.Allocate(3);
     app.Blocks[0].KouteiNo = 2;
     app.Blocks[0].PalletNo = 3;
     app.Blocks[1].KouteiNo = 1;
     app.Blocks[1].PalletNo = 1;
-    app.BlocksCount = 2;
+    app.Blocks.SetCount(2);
 }
 
 TEST_F(CKestoAppTest, AStackStandsInTheFilledBlockItsIndexNames) {
@@ -125,14 +124,14 @@ TEST_F(CKestoAppTest, AStackStandsInTheFilledBlockItsIndexNames) {
     stack.BlockIndex = 1;
     ASSERT_EQ(app.BlockOf(stack), &app.Blocks[1]);
     EXPECT_EQ(app.BlockOf(stack)->PalletNo, 1);
-    EXPECT_EQ(app.FilledBlocks(), 2);
+    EXPECT_EQ(app.Blocks.Filled(), 2);
 }
 
 TEST_F(CKestoAppTest, AStackWhoseIndexIsOutOfRangeStandsInNoBlock) {
     struct Case {
         const char* What;
         int32_t Index;
-        int32_t Count;  // BlocksCount
+        int32_t Count;  // the table's count
     };
     const Case cases[] = {
         {"no block yet", -1, 2},
@@ -145,21 +144,12 @@ TEST_F(CKestoAppTest, AStackWhoseIndexIsOutOfRangeStandsInNoBlock) {
     };
     for (const Case& c : cases) {
         FillTwoOfThreeBlocks(app);
-        app.BlocksCount = c.Count;
+        app.Blocks.SetCount(c.Count);
         HaichiInfo stack;
         stack.BlockIndex = c.Index;
         EXPECT_EQ(app.BlockOf(stack), nullptr) << c.What;
-        EXPECT_EQ(app.BlockAt(c.Index), nullptr) << c.What;
+        EXPECT_EQ(app.Blocks.At(c.Index), nullptr) << c.What;
     }
-}
-
-TEST_F(CKestoAppTest, FilledBlocksIsTheCountWithinTheTable) {
-    FillTwoOfThreeBlocks(app);
-    EXPECT_EQ(app.FilledBlocks(), 2);
-    app.BlocksCount = 9;
-    EXPECT_EQ(app.FilledBlocks(), 3);
-    app.BlocksCount = -4;
-    EXPECT_EQ(app.FilledBlocks(), 0);
 }
 
 TEST_F(CKestoAppTest, KouteiAtCountsFromOne) {

@@ -6,22 +6,22 @@ namespace kesto {
 namespace {
 
 TEST(SettleExitCode, OkGivesZero) {
-    EXPECT_EQ(SettleExitCode(0, 1), 0);
+    EXPECT_EQ(SettleExitCode(0, OkCancel::Ok), 0);
 }
 
 TEST(SettleExitCode, LeftWithoutOkGivesHundred) {
-    EXPECT_EQ(SettleExitCode(0, 0), 100);
+    EXPECT_EQ(SettleExitCode(0, OkCancel::Cancel), 100);
 }
 
 TEST(SettleExitCode, EnterKeyIsNeverAResult) {
-    EXPECT_EQ(SettleExitCode(13, 1), 0);
-    EXPECT_EQ(SettleExitCode(13, 0), 100);
+    EXPECT_EQ(SettleExitCode(13, OkCancel::Ok), 0);
+    EXPECT_EQ(SettleExitCode(13, OkCancel::Cancel), 100);
 }
 
 TEST(SettleExitCode, StartUpCodesPassThrough) {
-    EXPECT_EQ(SettleExitCode(9020, 0), 9020);
-    EXPECT_EQ(SettleExitCode(9001, 0), 9001);
-    EXPECT_EQ(SettleExitCode(999, 0), 999);
+    EXPECT_EQ(SettleExitCode(9020, OkCancel::Cancel), 9020);
+    EXPECT_EQ(SettleExitCode(9001, OkCancel::Cancel), 9001);
+    EXPECT_EQ(SettleExitCode(999, OkCancel::Cancel), 999);
 }
 
 #ifndef _WIN32

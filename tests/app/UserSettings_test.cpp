@@ -60,6 +60,19 @@ TEST(UserSettings, StoredValuesAreRead) {
     EXPECT_EQ(shown.IsBlockDraw, 1);
 }
 
+TEST(UserSettings, AStoredTwoIsKeptAndWrittenBackAsTwo) {
+    MemoryHostStore host;
+    host.WriteUserValue("IsDirect", "2");
+    CKestoApp app;
+    ViewState shown;
+    ReadAll(host, app, shown);
+    EXPECT_EQ(app.IsDirect.Stored(), 2);
+    EXPECT_FALSE(app.IsDirect.IsOne());
+    EXPECT_TRUE(app.IsDirect.IsNotZero());
+    WriteAll(host, app, shown);
+    EXPECT_EQ(StoredValue(host, "IsDirect"), "2");
+}
+
 TEST(UserSettings, RetryKeepsTheDirectSettingButRereadsBlockDraw) {
     MemoryHostStore host;
     host.WriteUserValue("IsDirect", "1");
@@ -110,18 +123,18 @@ TEST(UserSettings, ReadingEmptiesTheJobAndItsFlags) {
     app.PalletList.Append();
     app.PalletList.Count = 1;
     app.BoxFlags[5] = 1;
-    app.Blocks.resize(3);
-    app.BlocksCapacity = 3;
-    app.BlocksCount = 2;
+    app.Blocks.Allocate(3);
+    app.Blocks.SetCapacity(3);
+    app.Blocks.SetCount(2);
     app.ReadRegistrySettings(host);
     EXPECT_TRUE(app.BoxList.Empty() && app.KouteiList.Empty() && app.PartsList.Empty());
     EXPECT_TRUE(app.HaichiList.Empty() && app.PalletList.Empty());
     EXPECT_EQ(app.BoxList.Count + app.KouteiList.Count + app.PartsList.Count, 0);
     EXPECT_EQ(app.HaichiList.Count + app.PalletList.Count, 0);
     EXPECT_EQ(app.BoxFlags[5], 0);
-    EXPECT_TRUE(app.Blocks.empty());
-    EXPECT_EQ(app.BlocksCapacity, 0);
-    EXPECT_EQ(app.BlocksCount, 0);
+    EXPECT_EQ(app.Blocks.Size(), 0u);
+    EXPECT_EQ(app.Blocks.Capacity(), 0);
+    EXPECT_EQ(app.Blocks.Count(), 0);
 }
 
 TEST(UserSettings, FailedWriteIsIgnored) {

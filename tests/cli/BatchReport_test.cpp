@@ -36,8 +36,8 @@ class BatchReportTest : public ::testing::Test {
         bracket_ = &AddPart(1, "A001", 5);
         AddPart(2, "A002", 3);
         app_->PalletCount = 2;
-        app_->Blocks.resize(2);
-        app_->BlocksCount = 2;
+        app_->Blocks.Allocate(2);
+        app_->Blocks.SetCount(2);
         app_->Blocks[0] = {1, 1, 0, 0, 300, 200};
         app_->Blocks[1] = {1, 2, 0, 0, 300, 200};
         AddStack(*app_, *bracket_,

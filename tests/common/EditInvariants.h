@@ -23,7 +23,7 @@ inline std::string CheckReferences(CKestoApp& app, const PalletDrawing& d) {
         stacks.insert(&h);
         if (parts.count(h.Part) == 0)
             return "a stack refers to a part that is not in the job";
-        if (h.BlockIndex < 0 || h.BlockIndex >= app.BlocksCount)
+        if (h.BlockIndex < 0 || h.BlockIndex >= app.Blocks.Count())
             return "a stack's block index is outside the table: " + std::to_string(h.BlockIndex);
     }
     auto live = [&](const HaichiInfo* h) { return h == nullptr || stacks.count(h) == 1; };
@@ -80,7 +80,7 @@ inline std::string CheckCorners(const CKestoApp& app) {
         const BlockInfo& b = app.Blocks[static_cast<size_t>(h.BlockIndex)];
         byPallet[{b.KouteiNo, b.PalletNo}].push_back(&h);
     }
-    for (int32_t i = 0; i < app.BlocksCount; ++i) {
+    for (int32_t i = 0; i < app.Blocks.Count(); ++i) {
         const BlockInfo& b = app.Blocks[static_cast<size_t>(i)];
         const auto it = byPallet.find({b.KouteiNo, b.PalletNo});
         if (it == byPallet.end())

@@ -89,9 +89,7 @@ class OutputTest : public ::testing::Test {
         BlockInfo block;
         block.KouteiNo = koutei;
         block.PalletNo = pallet;
-        app_->Blocks.push_back(block);
-        app_->BlocksCapacity = app_->BlocksCount = static_cast<int32_t>(app_->Blocks.size());
-        return app_->BlocksCount - 1;
+        return app_->Blocks.AddBlock(block);
     }
     void AddBox(int32_t no, int32_t kind) {
         BoxInfo& box = app_->BoxList.Append();

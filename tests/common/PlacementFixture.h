@@ -91,10 +91,7 @@ class JobBuilder {
         b.MinY = y0;
         b.MaxX = x1;
         b.MaxY = y1;
-        app_.Blocks.push_back(b);
-        app_.BlocksCount = static_cast<int32_t>(app_.Blocks.size());
-        app_.BlocksCapacity = app_.BlocksCount;
-        return app_.BlocksCount - 1;
+        return app_.Blocks.AddBlock(b);
     }
     std::vector<HaichiInfo*> StacksOf(const PartsInfo& part) {
         std::vector<HaichiInfo*> out;

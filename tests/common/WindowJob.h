@@ -37,7 +37,8 @@ inline QApplication& EnsureQApplication() {
 inline bool ShowLaidOut(const ViewState& shown, QWidget& window, int width, int height) {
     window.resize(width, height);
     window.show();
-    return QTest::qWaitFor([&] { return shown.LayoutState == 3 && window.width() == width; }, 5000);
+    return QTest::qWaitFor(
+        [&] { return shown.LayoutState == LayoutStep::LaidOut && window.width() == width; }, 5000);
 }
 
 // The colour of one pixel of a window's image.

@@ -15,7 +15,7 @@ class BlockTest : public PlacementTest {
   protected:
     std::vector<std::pair<double, double>> Columns() {
         std::vector<std::pair<double, double>> out;
-        for (int i = 0; i < app->BlocksCount; ++i) {
+        for (int i = 0; i < app->Blocks.Count(); ++i) {
             const auto c = std::make_pair(app->Blocks[i].MinX, app->Blocks[i].MaxX);
             if (out.empty() || out.back() != c)
                 out.push_back(c);
@@ -24,7 +24,7 @@ class BlockTest : public PlacementTest {
     }
     std::vector<double> RowsOfFirstColumn() {
         std::vector<double> out;
-        for (int i = 0; i < app->BlocksCount; ++i) {
+        for (int i = 0; i < app->Blocks.Count(); ++i) {
             if (app->Blocks[i].MinX != app->Blocks[0].MinX)
                 break;
             out.push_back(app->Blocks[i].MinY);
@@ -70,7 +70,7 @@ TEST_F(BlockTest, RowsStartAt430_220_10FromTheTopForCorners1And2) {
 
 TEST_F(BlockTest, CellsAreTwoHundredDeepAndFilledWithProcessAndPallet) {
     GridJob(3);
-    ASSERT_EQ(app->BlocksCount, 9);
+    ASSERT_EQ(app->Blocks.Count(), 9);
     const BlockInfo& b = app->Blocks[0];
     EXPECT_EQ(b.KouteiNo, 1);
     EXPECT_EQ(b.PalletNo, 1);
@@ -89,8 +89,8 @@ TEST_F(BlockTest, TableIsOrderedByProcessThenPalletThenColumnThenRow) {
     AddKoutei(3, "A");
     app->PalletCount = 2;
     ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
-    ASSERT_EQ(app->BlocksCount, 36);
-    EXPECT_EQ(app->BlocksCapacity, 100);
+    ASSERT_EQ(app->Blocks.Count(), 36);
+    EXPECT_EQ(app->Blocks.Capacity(), 100);
     EXPECT_EQ(app->Blocks[0].KouteiNo, 7);
     EXPECT_EQ(app->Blocks[9].KouteiNo, 7);
     EXPECT_EQ(app->Blocks[9].PalletNo, 2);
@@ -115,7 +115,7 @@ TEST_F(BlockTest, ZeroColumnsYieldNoBlocks) {
     AddKoutei(1, "PAL");
     app->StartCorner = 0;
     EXPECT_EQ(CKs_Block(*app, services).SetUp(), 1);
-    EXPECT_EQ(app->BlocksCount, 0);
+    EXPECT_EQ(app->Blocks.Count(), 0);
     EXPECT_EQ(app->ErrorCode, 0);
 }
 
@@ -125,17 +125,17 @@ TEST_F(BlockTest, ProcessWithoutPalletShowsMessageOneAndBuildsNothing) {
     AddKoutei(2, "NONE");
     EXPECT_EQ(CKs_Block(*app, services).SetUp(), 0);
     EXPECT_EQ(op.KakuNumbers, (std::vector<std::pair<int, int>>{{1, 0}}));
-    EXPECT_EQ(app->BlocksCount, 0);
+    EXPECT_EQ(app->Blocks.Count(), 0);
 }
 
 TEST_F(BlockTest, MoreCellsThanTheCapacityShowCountOverAnd9102) {
     AddPallet(GridPallet("PAL"));
     KouteiInfo& k = AddKoutei(1, "PAL");
     k.Pallet = &*app->PalletList.begin();
-    app->BlocksCapacity = 4;
+    app->Blocks.SetCapacity(4);
     EXPECT_EQ(CKs_Block(*app, services).Build(), 0);
     EXPECT_EQ(app->ErrorCode, 9102);
-    EXPECT_EQ(app->BlocksCount, 4);
+    EXPECT_EQ(app->Blocks.Count(), 4);
     EXPECT_EQ(op.Messages, (std::vector<std::string>{"Block Data Area Set Count Over"}));
 }
 
@@ -151,7 +151,7 @@ TEST_F(BlockTest, AbsurdCapacityFailsWith9101WithoutAllocating) {
 }
 
 TEST_F(BlockTest, TableThatCannotBeAllocatedFailsWith9101) {
-    app->BlocksCapacity = 100;
+    app->Blocks.SetCapacity(100);
     int result = -1;
     {
         ScopedAllocFailure fail(50 * sizeof(BlockInfo));
@@ -162,23 +162,23 @@ TEST_F(BlockTest, TableThatCannotBeAllocatedFailsWith9101) {
 }
 
 TEST_F(BlockTest, NegativeCapacityFailsWith9101) {
-    app->BlocksCapacity = -1;
+    app->Blocks.SetCapacity(-1);
     EXPECT_EQ(CKs_Block(*app, services).Build(), 0);
     EXPECT_EQ(app->ErrorCode, 9101);
 }
 
 TEST_F(BlockTest, EmptyProcessListBuildsNothingAndSucceeds) {
-    app->BlocksCapacity = 10;
+    app->Blocks.SetCapacity(10);
     EXPECT_EQ(CKs_Block(*app, services).Build(), 1);
-    EXPECT_EQ(app->Blocks.size(), 10u);
-    EXPECT_EQ(app->BlocksCount, 0);
+    EXPECT_EQ(app->Blocks.Size(), 10u);
+    EXPECT_EQ(app->Blocks.Count(), 0);
 }
 
 TEST_F(BlockTest, ZeroPalletsGiveAnEmptyTable) {
     app->PalletCount = 0;
     GridJob(3);
-    EXPECT_EQ(app->BlocksCapacity, 0);
-    EXPECT_EQ(app->BlocksCount, 0);
+    EXPECT_EQ(app->Blocks.Capacity(), 0);
+    EXPECT_EQ(app->Blocks.Count(), 0);
 }
 
 }  // namespace

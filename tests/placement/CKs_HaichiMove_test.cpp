@@ -9,7 +9,7 @@ namespace {
 class MoveTest : public PlacementTest {
   protected:
     MoveTest() : koutei(GridJob()), h(*app, services, shown) {
-        for (const BlockInfo& b : app->Blocks) {
+        for (const BlockInfo& b : app->Blocks.Entries()) {
             blockRects.push_back(
                 {static_cast<int32_t>(b.MinX / 2), static_cast<int32_t>(400 - b.MaxY / 2),
                  static_cast<int32_t>(b.MaxX / 2), static_cast<int32_t>(400 - b.MinY / 2)});
@@ -162,7 +162,7 @@ TEST_F(MoveTest, BlocksMarkedByAGroupGetTheMarkerNotTheFirstStacksPart) {
     EXPECT_DOUBLE_EQ(s2.X, 200);
     EXPECT_EQ(app->Blocks[3].CornerMask, 2);
     EXPECT_EQ(app->Blocks[3].Occupant, CKs_Haichi::MovedGroupMarker());
-    for (const BlockInfo& b : app->Blocks) {
+    for (const BlockInfo& b : app->Blocks.Entries()) {
         EXPECT_NE(b.Occupant, part);
         EXPECT_NE(b.Occupant, second);
     }
@@ -194,7 +194,7 @@ TEST_F(MoveTest, ProbeMarksNothing) {
                              {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     drop.Probe = true;
     EXPECT_EQ(Drop({&s}, 288, 192, 338, 217), 0);
-    for (const BlockInfo& b : app->Blocks)
+    for (const BlockInfo& b : app->Blocks.Entries())
         EXPECT_NE(b.Occupant, CKs_Haichi::MovedGroupMarker());
 }
 

@@ -76,7 +76,7 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     }
     const auto before = Snapshot(*app);
     std::vector<uint8_t> masks;
-    for (const BlockInfo& b : app->Blocks)
+    for (const BlockInfo& b : app->Blocks.Entries())
         masks.push_back(b.CornerMask);
     const std::string path = WriteSave(lines);
 

@@ -10,11 +10,11 @@ namespace {
 
 class StackPartTest : public PlacementTest {
   protected:
-    int Stack(KouteiInfo& k, PartsInfo& p, int mode) {
+    int Stack(KouteiInfo& k, PartsInfo& p, Stacking mode) {
         CKs_Haichi h(*app, services, shown);
         return h.StackPart(&k, &p, mode);
     }
-    std::array<int, 4> Candidates(int mode, int count, int current) {
+    std::array<int, 4> Candidates(PalletView mode, int count, int current) {
         shown.PalletMode = mode;
         app->PalletCount = count;
         shown.CurrentPallet = current;
@@ -27,7 +27,7 @@ using Cand = std::array<int, 4>;
 TEST_F(StackPartTest, QuantityTenWithFourPerStackGivesStacksOfFourThreeThree) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 10, 4);
-    ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 3, 3}));
     EXPECT_EQ(p.PiecesPlaced, 10);
 }
@@ -35,14 +35,14 @@ TEST_F(StackPartTest, QuantityTenWithFourPerStackGivesStacksOfFourThreeThree) {
 TEST_F(StackPartTest, QuantityThatIsAMultipleOfNum4GetsStacksOfExactlyNum4) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 12, 4);
-    ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 4, 4}));
 }
 
 TEST_F(StackPartTest, FirstStackStandsInCornerFourOfTheFirstBlock) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 100, 50, 1);
-    ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     const HaichiInfo& h = *StacksOf(p).at(0);
     EXPECT_EQ(h.Corner, 4);
     EXPECT_EQ(h.BlockIndex, 0);
@@ -55,7 +55,7 @@ TEST_F(StackPartTest, HeightLimitBelowOnePieceRecordsEmptyStacksInTheFirstBlock)
     KouteiInfo& k = GridJob();
     app->PalletList.begin()->MaxStackHeight = 0.5;
     PartsInfo& p = AddPart(1, 50, 50, 10, 0, 1.0);
-    ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     std::vector<int> flags, blocks;
     for (const HaichiInfo* h : StacksOf(p)) {
         flags.push_back(h->Corner);
@@ -71,7 +71,7 @@ TEST_F(StackPartTest, PieceWithoutHeightSetsNoCap) {
     KouteiInfo& k = GridJob();
     app->PalletList.begin()->MaxStackHeight = -5;
     PartsInfo& p = AddPart(1, 50, 50, 3, 0, 0.0);
-    ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3}));
 }
 
@@ -79,7 +79,7 @@ TEST_F(StackPartTest, HeightCapCutsPiecesToWhatThePalletHolds) {
     KouteiInfo& k = GridJob();
     app->PalletList.begin()->MaxStackHeight = 10;
     PartsInfo& p = AddPart(1, 300, 200, 7, 0, 3.0);
-    ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 3, 1}));
 }
 
@@ -88,7 +88,7 @@ TEST_F(StackPartTest, BlockServingAnotherPartIsNeverUsed) {
     PartsInfo& other = AddPart(1, 10, 10, 1);
     PartsInfo& p = AddPart(1, 50, 50, 1);
     app->Blocks[0].Occupant = &other;
-    ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
 
@@ -98,7 +98,7 @@ TEST_F(StackPartTest, ClearanceOverAnotherPartsBlockCornerRefusesTheBlock) {
     PartsInfo& other = AddPart(1, 10, 10, 1);
     PartsInfo& p = AddPart(1, 300, 200, 1);
     app->Blocks[3].Occupant = &other;
-    ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
 
@@ -109,7 +109,7 @@ TEST_F(StackPartTest, StackOutsideTheProcessAreaIsRefused) {
     AddBlock(1, 1, 100, 10, 400, 210);
     AddBlock(1, 1, 410, 10, 710, 210);
     PartsInfo& p = AddPart(1, 350, 100, 1);
-    ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
 
@@ -119,7 +119,7 @@ TEST_F(StackPartTest, PartAsLargeAsTheAreaIsAcceptedWhereverItFalls) {
     k.Pallet = &*app->PalletList.begin();
     AddBlock(1, 1, 100, 10, 400, 210);
     PartsInfo& p = AddPart(1, 350, 100, 1);
-    ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     ASSERT_EQ(StacksOf(p).size(), 1u);
     EXPECT_DOUBLE_EQ(StacksOf(p)[0]->X, 400);
 }
@@ -128,38 +128,38 @@ TEST_F(StackPartTest, ProcessWithoutPalletPlacesNothing) {
     KouteiInfo& k = AddKoutei(1, "PAL");
     AddBlock(1, 1, 100, 10, 400, 210);
     PartsInfo& p = AddPart(1, 50, 50, 1);
-    EXPECT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    EXPECT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
 TEST_F(StackPartTest, CandidatesOfFourPalletsKeepTheUnwrappedFourth) {
-    EXPECT_EQ(Candidates(view::kFourPallet, 4, 1), (Cand{1, 2, 3, 4}));
-    EXPECT_EQ(Candidates(view::kFourPallet, 4, 2), (Cand{2, 3, 4, 5}));
-    EXPECT_EQ(Candidates(view::kFourPallet, 4, 3), (Cand{3, 4, 1, 2}));
-    EXPECT_EQ(Candidates(view::kFourPallet, 4, 4), (Cand{4, 1, 2, 3}));
+    EXPECT_EQ(Candidates(PalletView::FourPallet, 4, 1), (Cand{1, 2, 3, 4}));
+    EXPECT_EQ(Candidates(PalletView::FourPallet, 4, 2), (Cand{2, 3, 4, 5}));
+    EXPECT_EQ(Candidates(PalletView::FourPallet, 4, 3), (Cand{3, 4, 1, 2}));
+    EXPECT_EQ(Candidates(PalletView::FourPallet, 4, 4), (Cand{4, 1, 2, 3}));
 }
 
 TEST_F(StackPartTest, CandidatesOfFewerThanFourPalletsDoNotWrap) {
-    EXPECT_EQ(Candidates(view::kFourPallet, 3, 2), (Cand{2, 3, -1, -1}));
-    EXPECT_EQ(Candidates(view::kFourPallet, 1, 1), (Cand{1, -1, -1, -1}));
+    EXPECT_EQ(Candidates(PalletView::FourPallet, 3, 2), (Cand{2, 3, -1, -1}));
+    EXPECT_EQ(Candidates(PalletView::FourPallet, 1, 1), (Cand{1, -1, -1, -1}));
 }
 
 TEST_F(StackPartTest, CandidatesOfOtherViews) {
-    EXPECT_EQ(Candidates(view::kFlat, 4, 3), (Cand{3, -1, -1, -1}));
-    EXPECT_EQ(Candidates(view::kDanmen, 4, 2), (Cand{2, -1, -1, -1}));
-    EXPECT_EQ(Candidates(view::kTwoPallet, 4, 2), (Cand{2, 3, -1, -1}));
-    EXPECT_EQ(Candidates(view::kTwoPallet, 4, 4), (Cand{4, 1, -1, -1}));
-    EXPECT_EQ(Candidates(view::kTwoPallet, 1, 1), (Cand{1, -1, -1, -1}));
-    EXPECT_EQ(Candidates(7, 4, 1), (Cand{-1, -1, -1, -1}));
+    EXPECT_EQ(Candidates(PalletView::Flat, 4, 3), (Cand{3, -1, -1, -1}));
+    EXPECT_EQ(Candidates(PalletView::Danmen, 4, 2), (Cand{2, -1, -1, -1}));
+    EXPECT_EQ(Candidates(PalletView::TwoPallet, 4, 2), (Cand{2, 3, -1, -1}));
+    EXPECT_EQ(Candidates(PalletView::TwoPallet, 4, 4), (Cand{4, 1, -1, -1}));
+    EXPECT_EQ(Candidates(PalletView::TwoPallet, 1, 1), (Cand{1, -1, -1, -1}));
+    EXPECT_EQ(Candidates(static_cast<PalletView>(7), 4, 1), (Cand{-1, -1, -1, -1}));
 }
 
 TEST_F(StackPartTest, FourPalletViewFromPalletTwoNeverReachesPalletOne) {
     app->PalletCount = 4;
     KouteiInfo& k = GridJob();
-    shown.PalletMode = view::kFourPallet;
+    shown.PalletMode = PalletView::FourPallet;
     shown.CurrentPallet = 2;
     PartsInfo& p = AddPart(1, 300, 200, 40, 1);
-    ASSERT_EQ(Stack(k, p, stacking::kPalletsInView), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
     std::set<int> pallets;
     for (const HaichiInfo* h : StacksOf(p))
         pallets.insert(app->Blocks[h->BlockIndex].PalletNo);
@@ -174,18 +174,19 @@ TEST_F(StackPartTest, ModeOneSharesTheQuantityOverThisCallsStacksOnly) {
         AddStack(*app, p, {.Block = 8, .Pieces = 1, .X = 370, .Y = 430, .Corner = kCornerMaxMin});
     app->Blocks[8].Occupant = &p;
     p.PiecesPlaced = 1;
-    ASSERT_EQ(Stack(k, p, stacking::kPalletsInView), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 3, 2}));
     EXPECT_EQ(older.Pieces, 1);
     EXPECT_EQ(p.PiecesPlaced, 5);
 }
 
-TEST_F(StackPartTest, ModeOneDoesNotShareWhileReserved1IsSet) {
+TEST_F(StackPartTest, ModeOneDoesNotSharePiecesPlacedAsTheyAre) {
     KouteiInfo& k = GridJob();
-    app->SkipShareOut = 1;
     PartsInfo& p = AddPart(1, 300, 200, 5, 2);
     p.PiecesSetAside = 1;
-    ASSERT_EQ(Stack(k, p, stacking::kPalletsInView), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services, shown)
+                  .PlaceOnePart(&p, &k, Stacking::PalletsInView, QuantityShare::AsPlaced),
+              1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
 }
 
@@ -193,7 +194,7 @@ TEST_F(StackPartTest, ModeOneCapsAtNum4AndShares) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 5, 2);
     p.PiecesSetAside = 1;
-    ASSERT_EQ(Stack(k, p, stacking::kPalletsInView), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 2}));
 }
 
@@ -203,8 +204,8 @@ TEST_F(StackPartTest, ModeTwoUsesEveryPalletAndModeOneOnlyTheCurrent) {
     shown.CurrentPallet = 2;
     PartsInfo& p = AddPart(1, 300, 200, 1);
     PartsInfo& q = AddPart(1, 300, 200, 1);
-    ASSERT_EQ(Stack(k, p, stacking::kAllPalletsCapped), 1);
-    ASSERT_EQ(Stack(k, q, stacking::kPalletsInView), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPalletsCapped), 1);
+    ASSERT_EQ(Stack(k, q, Stacking::PalletsInView), 1);
     EXPECT_EQ(app->Blocks[StacksOf(p).at(0)->BlockIndex].PalletNo, 1);
     EXPECT_EQ(app->Blocks[StacksOf(q).at(0)->BlockIndex].PalletNo, 2);
 }
@@ -217,9 +218,9 @@ TEST_F(StackPartTest, OnlyTheFirstThousandStacksOfACallAreShared) {
     AddPallet(pal);
     KouteiInfo& k = AddKoutei(1, "PAL");
     ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
-    ASSERT_EQ(app->BlocksCount, 1200);
+    ASSERT_EQ(app->Blocks.Count(), 1200);
     PartsInfo& p = AddPart(1, 10, 10, 1100, 1);
-    ASSERT_EQ(Stack(k, p, stacking::kPalletsInView), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
     const std::vector<int32_t> values = ValuesOf(p);
     ASSERT_EQ(values.size(), 1100u);
     EXPECT_EQ(values[0], 2);
@@ -233,7 +234,7 @@ TEST_F(StackPartTest, PartDoneStopsBeforeTheNextBlock) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 2);
     p.PiecesPlaced = 2;
-    ASSERT_EQ(Stack(k, p, stacking::kAllPallets), 1);
+    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 

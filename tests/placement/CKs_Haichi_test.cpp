@@ -198,7 +198,9 @@ TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack
 TEST_F(PlaceAllTest, PlaceOnePartWithModeZeroPlacesNothing) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 10, 10, 2);
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceOnePart(&p, &k, stacking::kAllPallets), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services, shown)
+                  .PlaceOnePart(&p, &k, Stacking::AllPallets, QuantityShare::SharedOut),
+              1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -206,14 +208,17 @@ TEST_F(PlaceAllTest, PlaceOnePartClearsCornerMarksWhenNoStackExists) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(1, 300, 200, 1);
     app->Blocks[0].CornerMask = 15;
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceOnePart(&p, &k, stacking::kPalletsInView), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services, shown)
+                  .PlaceOnePart(&p, &k, Stacking::PalletsInView, QuantityShare::SharedOut),
+              1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 0);
 }
 
 TEST_F(PlaceAllTest, PlaceOnePartWithEmptyPartsListReturnsOne) {
     KouteiInfo& k = GridJob();
     PartsInfo stray;
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).PlaceOnePart(&stray, &k, stacking::kPalletsInView),
+    EXPECT_EQ(CKs_Haichi(*app, services, shown)
+                  .PlaceOnePart(&stray, &k, Stacking::PalletsInView, QuantityShare::SharedOut),
               1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
@@ -233,7 +238,8 @@ TEST_P(GeneratedJobTest, PlacementKeepsTheInvariants) {
     std::map<const PartsInfo*, int64_t> sums;
     for (const HaichiInfo& h : app->HaichiList) {
         ASSERT_GE(h.BlockIndex, 0);
-        const BlockInfo& b = app->Blocks.at(h.BlockIndex);
+        ASSERT_NE(app->Blocks.At(h.BlockIndex), nullptr);
+        const BlockInfo& b = app->Blocks[h.BlockIndex];
         const PalletInfo& pal = *app->KouteiAt(h.Part->KouteiNo)->Pallet;
         EXPECT_GE(h.X - h.Part->SizeX, -kLengthTolerance);
         EXPECT_LE(h.X, pal.LengthX + kLengthTolerance);

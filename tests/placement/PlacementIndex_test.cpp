@@ -5,6 +5,7 @@
 #include <cmath>
 #include <random>
 #include <set>
+#include <span>
 #include <vector>
 
 #include "app/CKestoApp.h"
@@ -114,12 +115,12 @@ TEST(RectGrid, VisitingStopsWhenVisitSaysSo) {
 // The restore's scan as written: blocks of the process on other pallets are passed over,
 // and once its blocks on the stored pallet were met, such a block ends the scan; the last
 // block inside r wins, else the first that holds the point.
-int ScanRestore(const std::vector<BlockInfo>& blocks, int32_t koutei, int pallet,
-                const LengthRect& r, bool hasPoint, double px, double py) {
+int ScanRestore(std::span<const BlockInfo> blocks, int32_t koutei, int pallet, const LengthRect& r,
+                bool hasPoint, double px, double py) {
     std::vector<int> reached;
     bool met = false;
     for (int i = 0; i < static_cast<int>(blocks.size()); ++i) {
-        const BlockInfo& b = blocks[i];
+        const BlockInfo& b = blocks[static_cast<size_t>(i)];
         if (b.KouteiNo == koutei && b.PalletNo != pallet) {
             if (met)
                 break;
@@ -130,14 +131,14 @@ int ScanRestore(const std::vector<BlockInfo>& blocks, int32_t koutei, int pallet
     }
     int found = -1;
     for (int i : reached) {
-        const BlockInfo& b = blocks[i];
+        const BlockInfo& b = blocks[static_cast<size_t>(i)];
         if (r.X0 <= b.MinX && r.X1 >= b.MaxX && r.Y0 <= b.MinY && r.Y1 >= b.MaxY)
             found = i;
     }
     if (found >= 0 || !hasPoint)
         return found;
     for (int i : reached) {
-        const BlockInfo& b = blocks[i];
+        const BlockInfo& b = blocks[static_cast<size_t>(i)];
         if (b.MinX <= px && px <= b.MaxX && b.MinY <= py && py <= b.MaxY)
             return i;
     }
@@ -159,12 +160,11 @@ CKestoApp AppWithBlocks() {
                     b.MaxX = b.MinX + 200;
                     b.MinY = 10 + j * 160.0;
                     b.MaxY = b.MinY + 150;
-                    app.Blocks.push_back(b);
+                    app.Blocks.AddBlock(b);
                 }
             }
         }
     }
-    app.BlocksCount = static_cast<int32_t>(app.Blocks.size());
     return app;
 }
 
@@ -181,7 +181,7 @@ TEST(PlacementIndex, RestoreSearchFindsWhatTheScanFinds) {
         const bool hasPoint = random() % 4 != 0;
         const double px = random() % 2 ? r.X0 : r.X1, py = random() % 2 ? r.Y0 : r.Y1;
         EXPECT_EQ(index.FindRestoreBlock(koutei, pallet, r, hasPoint, px, py),
-                  ScanRestore(app.Blocks, koutei, pallet, r, hasPoint, px, py))
+                  ScanRestore(app.Blocks.FilledBlocks(), koutei, pallet, r, hasPoint, px, py))
             << "case " << n;
     }
 }

@@ -225,7 +225,7 @@ TEST_F(ShortReasonTest, TheOperatorsSheetCountIsNamedWhenTheRestackedPartFallsSh
     CKs_Haichi engine(*app, services, shown);
     engine.RebuildCorners(&k, {});
     p.PerStackLimit = 4;
-    engine.PlaceOnePart(&p, &k, stacking::kAllPalletsCapped);
+    engine.PlaceOnePart(&p, &k, Stacking::AllPalletsCapped, QuantityShare::SharedOut);
     p.PerStackLimit = 0;
     p.OperatorPerStack = 4;
     ASSERT_EQ(p.PiecesPlaced, 4);

@@ -211,12 +211,12 @@ void EditRun::SwitchDirect() {
 void EditRun::SwitchView() {
     if (drawing_.Selected().Band() != BandState::Off)
         return;
-    shown_.PalletMode = Uniform(0, 3);
+    shown_.PalletMode = static_cast<PalletView>(Uniform(0, 3));
     shown_.CurrentPallet = Uniform(1, std::max(app_.PalletCount, 1));
     if (Chance(30))
         shown_.CurrentKoutei = Uniform(1, std::max(app_.KouteiList.Count, 1));
     shown_.HitByBlock = Uniform(0, 1);
-    log_.push_back("view " + std::to_string(shown_.PalletMode) + " pallet " +
+    log_.push_back("view " + std::to_string(static_cast<int32_t>(shown_.PalletMode)) + " pallet " +
                    std::to_string(shown_.CurrentPallet) + " koutei " +
                    std::to_string(shown_.CurrentKoutei));
     view_.Refresh();
@@ -302,7 +302,7 @@ void EditRun::RandomStep() {
 
 void EditRun::PlaceEverythingBack() {
     drawing_.Select().Reset();
-    shown_.PalletMode = view::kFourPallet;
+    shown_.PalletMode = PalletView::FourPallet;
     for (const PartsInfo& fromFile : job_.Parts) {
         if (!IsPalletCode(fromFile.Destination))
             continue;

@@ -24,8 +24,8 @@ TEST_F(CheckJobTest, ConsistentJobPassesAndBuildsTheBlocks) {
     AddBox(0);
     AddPart(1, 10, 10, 1);
     EXPECT_EQ(CheckJob(*app, services), 1);
-    EXPECT_EQ(app->BlocksCapacity, 50);
-    EXPECT_EQ(app->BlocksCount, 18);
+    EXPECT_EQ(app->Blocks.Capacity(), 50);
+    EXPECT_EQ(app->Blocks.Count(), 18);
     EXPECT_EQ(app->KouteiList.begin()->Pallet, &*app->PalletList.begin());
     EXPECT_TRUE(op.KakuNumbers.empty());
 }

@@ -269,7 +269,7 @@ TEST_F(FinishTest, OkWritesTheFilesAndExitsWithZero) {
     EXPECT_TRUE(session.Finish(OkCancel::Ok));
     EXPECT_TRUE(session.Ended());
     EXPECT_FALSE(session.Aborted());
-    EXPECT_EQ(app.DialogOk, 1);
+    EXPECT_EQ(app.DialogEnd, OkCancel::Ok);
     ExpectPlacedFiles();
     EXPECT_TRUE(op.KakuNumbers.empty());
     EXPECT_TRUE(op.Warnings.empty());
@@ -283,7 +283,7 @@ TEST_F(FinishTest, OkWritesTheFilesAndExitsWithZero) {
 TEST_F(FinishTest, CancelWritesTheSameFilesAndExitsWithHundred) {
     EXPECT_TRUE(session.Finish(OkCancel::Cancel));
     EXPECT_TRUE(session.Ended());
-    EXPECT_EQ(app.DialogOk, 0);
+    EXPECT_EQ(app.DialogEnd, OkCancel::Cancel);
     ExpectPlacedFiles();
     EXPECT_EQ(session.Exit(), 100);
 }

@@ -30,7 +30,7 @@ void ExpectLinksInto(CKestoApp& app, const CKestoApp& old) {
         EXPECT_EQ(parts.count(h.Part), 1u);
         EXPECT_EQ(oldRecords.count(h.Part), 0u);
     }
-    for (const BlockInfo& b : app.Blocks) {
+    for (const BlockInfo& b : app.Blocks.Entries()) {
         if (b.Occupant != nullptr) {
             EXPECT_EQ(parts.count(b.Occupant), 1u);
             EXPECT_EQ(oldRecords.count(b.Occupant), 0u);
@@ -46,7 +46,7 @@ void ExpectLinksInto(CKestoApp& app, const CKestoApp& old) {
 
 size_t Occupied(const CKestoApp& app) {
     size_t n = 0;
-    for (const BlockInfo& b : app.Blocks)
+    for (const BlockInfo& b : app.Blocks.Entries())
         n += b.Occupant != nullptr ? 1 : 0;
     return n;
 }
@@ -83,13 +83,12 @@ TEST(JobSnapshotTest, CountsFlagsAndBlockTableComeBack) {
     app.HaichiList.Count += 7;
     app.BoxList.Count += 2;
     app.IsDirect = 1;
-    app.SkipShareOut = 1;
     app.ErrorCode = 9015;
     app.ExitParam = 12;
-    app.DialogOk = 1;
+    app.DialogEnd = OkCancel::Ok;
     app.BoxFlags[42] = 3;
     app.PalletPrefix = "a prefix longer than a short string keeps in place";
-    const size_t tableSize = app.Blocks.size();
+    const size_t tableSize = app.Blocks.Size();
     const JobSnapshot snap = JobSnapshot::Take(app);
 
     CKestoApp other;
@@ -100,16 +99,15 @@ TEST(JobSnapshotTest, CountsFlagsAndBlockTableComeBack) {
     EXPECT_EQ(other.KouteiList.Count, app.KouteiList.Count);
     EXPECT_EQ(other.PalletList.Count, app.PalletList.Count);
     EXPECT_EQ(other.IsDirect, 1);
-    EXPECT_EQ(other.SkipShareOut, 1);
     EXPECT_EQ(other.ErrorCode, 9015);
     EXPECT_EQ(other.ExitParam, 12);
-    EXPECT_EQ(other.DialogOk, 1);
+    EXPECT_EQ(other.DialogEnd, OkCancel::Ok);
     EXPECT_EQ(other.BoxFlags, app.BoxFlags);
     EXPECT_EQ(other.PalletPrefix, app.PalletPrefix);
     EXPECT_EQ(other.CommandLine, app.CommandLine);
-    EXPECT_EQ(other.BlocksCount, app.BlocksCount);
-    EXPECT_EQ(other.BlocksCapacity, app.BlocksCapacity);
-    ASSERT_EQ(other.Blocks.size(), tableSize);
+    EXPECT_EQ(other.Blocks.Count(), app.Blocks.Count());
+    EXPECT_EQ(other.Blocks.Capacity(), app.Blocks.Capacity());
+    ASSERT_EQ(other.Blocks.Size(), tableSize);
     for (size_t i = 0; i < tableSize; ++i) {
         const BlockInfo& a = app.Blocks[i];
         const BlockInfo& b = other.Blocks[i];
@@ -204,7 +202,7 @@ TEST(JobSnapshotTest, LargestJobSnapshotSize) {
     const size_t fullBytes = full.Bytes(seen);
     const size_t stepBytes = next.Bytes(seen);
     std::cout << "largest job: " << job.App().PartsList.Items.size() << " parts, " << full.Stacks()
-              << " stacks, " << job.App().Blocks.size() << " block entries; a full snapshot "
+              << " stacks, " << job.App().Blocks.Size() << " block entries; a full snapshot "
               << fullBytes << " bytes, a step after it " << stepBytes << " bytes\n";
     RecordProperty("full_snapshot_bytes", static_cast<int>(fullBytes));
     RecordProperty("step_bytes", static_cast<int>(stepBytes));

@@ -225,8 +225,7 @@ struct MarkedJob {
         BlockInfo b;
         b.KouteiNo = koutei;
         b.PalletNo = pallet;
-        app.Blocks.push_back(b);
-        app.BlocksCount = static_cast<int32_t>(app.Blocks.size());
+        app.Blocks.AddBlock(b);
     }
     PartsInfo& AddPart(int32_t koutei, const std::string& name) {
         PartsInfo& part = app.PartsList.Append();
@@ -307,36 +306,27 @@ struct PlacedArea {
 // half starts at 200 + 701 / 2 = 550 and is 350 - 2 = 348 high.
 TEST(PlacePartsAll, HiddenOverTheLowerHalf) {
     PlacedArea a;
-    const auto place = PlacePartsAll(a.shown, 1);
-    ASSERT_TRUE(place.has_value());
-    EXPECT_EQ(place->Rect, (ControlRect{102, 550, 995, 348}));
-    EXPECT_FALSE(place->Shown);
+    const auto place = PlacePartsAll(a.shown, Visibility::Hidden);
+    EXPECT_EQ(place.Rect, (ControlRect{102, 550, 995, 348}));
+    EXPECT_FALSE(place.Shown);
 }
 
 TEST(PlacePartsAll, ShownOverTheLowerHalfOutsideFlat) {
     PlacedArea a;
-    for (int32_t mode : {1, 2, 3}) {
+    for (PalletView mode : {PalletView::Danmen, PalletView::FourPallet, PalletView::TwoPallet}) {
         a.shown.PalletMode = mode;
-        const auto place = PlacePartsAll(a.shown, 2);
-        ASSERT_TRUE(place.has_value());
-        EXPECT_EQ(place->Rect, (ControlRect{102, 550, 995, 348})) << mode;
-        EXPECT_TRUE(place->Shown);
+        const auto place = PlacePartsAll(a.shown, Visibility::Shown);
+        EXPECT_EQ(place.Rect, (ControlRect{102, 550, 995, 348})) << static_cast<int32_t>(mode);
+        EXPECT_TRUE(place.Shown);
     }
 }
 
 TEST(PlacePartsAll, ShownOverTheWholeAreaInFlat) {
     PlacedArea a;
-    a.shown.PalletMode = 0;
-    const auto place = PlacePartsAll(a.shown, 2);
-    ASSERT_TRUE(place.has_value());
-    EXPECT_EQ(place->Rect, (ControlRect{102, 200, 995, 701}));
-    EXPECT_TRUE(place->Shown);
-}
-
-TEST(PlacePartsAll, OtherStatesPlaceNothing) {
-    PlacedArea a;
-    EXPECT_FALSE(PlacePartsAll(a.shown, 0).has_value());
-    EXPECT_FALSE(PlacePartsAll(a.shown, 3).has_value());
+    a.shown.PalletMode = PalletView::Flat;
+    const auto place = PlacePartsAll(a.shown, Visibility::Shown);
+    EXPECT_EQ(place.Rect, (ControlRect{102, 200, 995, 701}));
+    EXPECT_TRUE(place.Shown);
 }
 
 TEST(LayOutPartsAll, ButtonsTwiceTheFontHighAndTheListBelow) {
@@ -396,7 +386,7 @@ TEST(LineOfSeq, FirstLineWhoseThreeDigitsMatch) {
 
 // What a pick drew: each mode with the drawing's Picked and LastPicked at that moment.
 struct Drawn {
-    int Mode;
+    DrawMode Mode;
     const HaichiInfo* Picked;
     const HaichiInfo* LastPicked;
     bool operator==(const Drawn&) const = default;
@@ -416,7 +406,7 @@ class Picks : public ::testing::Test {
         far = &AddStack(job.app, *bracket, {.Block = block, .Pieces = 2, .X = 900.6, .Y = 600.4});
     }
     DrawPartsFn Recorder() {
-        return [this](int mode) {
+        return [this](DrawMode mode) {
             drawn.push_back({mode, drawing.Selected().Picked(), drawing.Selected().LastPicked()});
         };
     }
@@ -435,8 +425,8 @@ TEST_F(Picks, RemovesTheOldHighlightThenShowsThePartsFirstStack) {
     drawing.Select().SetLastPicked(railStack);
     drawing.Select().SetPicked(railStack);
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 1, Recorder()));
-    const std::vector<Drawn> expected = {{drawmode::kUnhighlight, railStack, railStack},
-                                         {drawmode::kPartPieces, first, railStack}};
+    const std::vector<Drawn> expected = {{DrawMode::Unhighlight, railStack, railStack},
+                                         {DrawMode::PartPieces, first, railStack}};
     EXPECT_EQ(drawn, expected);
     EXPECT_EQ(drawing.Selected().Picked(), nullptr);
     EXPECT_EQ(drawing.Selected().LastPicked(), first);
@@ -444,14 +434,14 @@ TEST_F(Picks, RemovesTheOldHighlightThenShowsThePartsFirstStack) {
 
 TEST_F(Picks, WithoutLastPickedNothingIsDrawnBack) {
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 2, Recorder()));
-    EXPECT_EQ(drawn, (std::vector<Drawn>{{drawmode::kPartPieces, railStack, nullptr}}));
+    EXPECT_EQ(drawn, (std::vector<Drawn>{{DrawMode::PartPieces, railStack, nullptr}}));
     EXPECT_EQ(drawing.Selected().LastPicked(), railStack);
 }
 
 TEST_F(Picks, UnknownSeqOnlyDrawsBackAndKeepsLastPicked) {
     drawing.Select().SetLastPicked(railStack);
     EXPECT_FALSE(PickFirstStackOfSeq(job.app, drawing, 1000, Recorder()));
-    EXPECT_EQ(drawn, (std::vector<Drawn>{{drawmode::kUnhighlight, nullptr, railStack}}));
+    EXPECT_EQ(drawn, (std::vector<Drawn>{{DrawMode::Unhighlight, nullptr, railStack}}));
     EXPECT_EQ(drawing.Selected().LastPicked(), railStack);
     EXPECT_EQ(drawing.Selected().Picked(), nullptr);
 }
@@ -501,7 +491,7 @@ TEST_F(Picks, MainListClickPicksTheCaretLinesPart) {
     drawing.Select().SetBand(
         BandState::Aside);  // a band kept after a drag is not a selection in force
     EXPECT_TRUE(PickFromAllPartsList(job.app, drawing, 1, Recorder()));
-    EXPECT_EQ(drawn, (std::vector<Drawn>{{drawmode::kPartPieces, first, nullptr}}));
+    EXPECT_EQ(drawn, (std::vector<Drawn>{{DrawMode::PartPieces, first, nullptr}}));
     EXPECT_EQ(drawing.Selected().LastPicked(), first);
 }
 

@@ -208,13 +208,13 @@ TEST(PlacementPicture, LongListingContinuesOnFurtherPages) {
 // Every record of the job as text: what drawing must leave as it was.
 std::string JobState(const CKestoApp& app) {
     std::ostringstream out;
-    out << app.ErrorCode << ' ' << app.ExitParam << ' ' << app.IsDirect << ' ' << app.SkipShareOut
-        << ' ' << app.PalletCount << ' ' << app.BlocksCount << '\n';
+    out << app.ErrorCode << ' ' << app.ExitParam << ' ' << app.IsDirect.Stored() << ' '
+        << app.PalletCount << ' ' << app.Blocks.Count() << '\n';
     for (const PartsInfo& p : app.PartsList) {
         out << "part " << p.Seq << ' ' << p.PiecesPlaced << ' ' << p.PiecesSetAside << ' '
             << p.PartialQuantity << ' ' << p.Destination << '\n';
     }
-    for (const BlockInfo& b : app.Blocks) {
+    for (const BlockInfo& b : app.Blocks.Entries()) {
         out << "block " << b.KouteiNo << ' ' << b.PalletNo << ' ' << b.MinX << ' ' << b.MinY << ' '
             << b.MaxX << ' ' << b.MaxY << ' ' << int{b.CornerMask} << ' ' << b.Occupant << '\n';
     }
@@ -229,7 +229,7 @@ TEST(PlacementPicture, DrawingEveryViewAndEveryPageLeavesTheJobAndTheViewAsTheyW
     PictureJob job(PictureInstallation(6));
     CKestoApp& app = job.App();
     ViewState& shown = job.Shown();
-    shown.PalletMode = view::kDanmen;
+    shown.PalletMode = PalletView::Danmen;
     shown.CurrentKoutei = 2;
     shown.CurrentPallet = 3;
     shown.Is3D = 1;
@@ -242,7 +242,8 @@ TEST(PlacementPicture, DrawingEveryViewAndEveryPageLeavesTheJobAndTheViewAsTheyW
     EXPECT_GT(BuildSortSheet(app, job.services.Get(), SheetHeading{"job.txt", "now"}).Pages.size(),
               2u);
     ViewState every = shown;
-    for (int32_t mode : {view::kFlat, view::kDanmen, view::kFourPallet, view::kTwoPallet}) {
+    for (PalletView mode :
+         {PalletView::Flat, PalletView::Danmen, PalletView::FourPallet, PalletView::TwoPallet}) {
         for (int32_t is3D : {0, 1}) {
             for (int32_t koutei = 1; koutei <= app.KouteiList.Count; ++koutei) {
                 every.PalletMode = mode;
@@ -251,7 +252,7 @@ TEST(PlacementPicture, DrawingEveryViewAndEveryPageLeavesTheJobAndTheViewAsTheyW
                 PalletDrawing drawing(app, every, job.Messages());
                 DisplayList picture;
                 drawing.Refresh(picture);
-                drawing.DrawParts(picture, drawmode::kPartPieces);
+                drawing.DrawParts(picture, DrawMode::PartPieces);
                 EXPECT_FALSE(picture.Items().empty());
             }
         }

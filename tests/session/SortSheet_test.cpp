@@ -170,8 +170,7 @@ TEST(SortSheet, AStacksCornerIsTheOneOfItsBlockItStandsNearest) {
     block.MinY = 50;
     block.MaxX = 500;
     block.MaxY = 350;
-    app.Blocks = {block};
-    app.BlocksCount = app.BlocksCapacity = 1;
+    app.Blocks.AddBlock(block);
     PartsInfo part;
     part.SizeX = 100;
     part.SizeY = 80;

@@ -157,7 +157,6 @@ TEST_F(RightTest, PartGoesBackOntoThePalletsAndTheListEmpties) {
     EXPECT_EQ(p.PiecesPlaced, 2);
     EXPECT_EQ(job.ValuesOf(p), std::vector<int32_t>({2}));
     EXPECT_TRUE(op.KakuNumbers.empty());
-    EXPECT_EQ(app.SkipShareOut, 0);
 }
 
 TEST_F(RightTest, StacksBroughtBackAreMarkedAsTheOperators) {
@@ -175,7 +174,6 @@ TEST_F(RightTest, PiecesPlacedBackAreNotSharedOut) {
     session.Right(p.Seq);
     EXPECT_EQ(job.ValuesOf(p), std::vector<int32_t>({4, 1}));
     EXPECT_EQ(p.PiecesPlaced, 5);
-    EXPECT_EQ(app.SkipShareOut, 0);
 }
 
 TEST_F(RightTest, NoSelectedLineShowsMessage7) {

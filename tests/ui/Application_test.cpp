@@ -49,7 +49,7 @@ TEST(WindowStartUp, ReadsTheJob) {
     JobSession session(services, install.CommandLine(), shown);
     EXPECT_TRUE(session.StartUp());
     EXPECT_EQ(session.App().KouteiList.Items.size(), 2u);
-    EXPECT_EQ(session.App().DialogOk, 0);
+    EXPECT_EQ(session.App().DialogEnd, OkCancel::Cancel);
 }
 
 TEST(WindowExit, WritesThePerUserValuesAndSettlesTheCode) {
@@ -67,15 +67,15 @@ TEST(WindowExit, WritesThePerUserValuesAndSettlesTheCode) {
     EXPECT_EQ(services.Host.ReadUserValue("IsDirect"), std::optional<std::string>("1"));
     EXPECT_EQ(services.Host.ReadUserValue("IsBlockDraw"), std::optional<std::string>("1"));
     // Each session settles its code once, at its end.
-    const auto settled = [&](int exitParam, int dialogOk) {
+    const auto settled = [&](int exitParam, OkCancel end) {
         ViewState shown;
         JobSession session(services, install.CommandLine(), shown);
         session.App().ExitParam = exitParam;
-        session.App().DialogOk = dialogOk;
+        session.App().DialogEnd = end;
         return session.Exit();
     };
-    EXPECT_EQ(settled(0, 1), 0);
-    EXPECT_EQ(settled(13, 0), 100);
+    EXPECT_EQ(settled(0, OkCancel::Ok), 0);
+    EXPECT_EQ(settled(13, OkCancel::Cancel), 100);
 }
 
 TEST(FinishProcess, KeepsTheLowBitsOfTheCode) {

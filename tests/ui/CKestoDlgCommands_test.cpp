@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QtTest/QTest>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -215,8 +216,8 @@ TEST(CKestoDlgCommands, OkWritesTheFilesAndEndsWithOne) {
     EXPECT_EQ(job.Dialog->Run(), 1);
     EXPECT_TRUE(job.Install.Exists("out/result.csv"));
     EXPECT_TRUE(job.Install.Exists("out/haichi.csv"));
-    // The session took the OK: the exit code is 0 without anyone setting DialogOk.
-    EXPECT_EQ(job.App().DialogOk, 1);
+    // The session took the OK: the exit code is 0 without anyone setting the dialog's end.
+    EXPECT_EQ(job.App().DialogEnd, OkCancel::Ok);
     EXPECT_EQ(job.Session->Exit(), 0);
 }
 
@@ -281,16 +282,16 @@ TEST(CKestoDlgCommands, ViewButtonsSetThePalletMode) {
     ASSERT_TRUE(job.Open());
     CKestoDlg& d = *job.Dialog;
     Click(d, "B-DANMEN");
-    EXPECT_EQ(job.Shown().PalletMode, 1);
+    EXPECT_EQ(job.Shown().PalletMode, PalletView::Danmen);
     Click(d, "B-PALLET4");
-    EXPECT_EQ(job.Shown().PalletMode, 2);
+    EXPECT_EQ(job.Shown().PalletMode, PalletView::FourPallet);
     Click(d, "B-PALLET2");
-    EXPECT_EQ(job.Shown().PalletMode, 3);
+    EXPECT_EQ(job.Shown().PalletMode, PalletView::TwoPallet);
     Click(d, "B-INFO");
-    EXPECT_EQ(job.Shown().PartsAllState, 2);
+    EXPECT_EQ(job.Shown().PartsAllState, Visibility::Shown);
     Click(d, "B-FLAT");
-    EXPECT_EQ(job.Shown().PalletMode, 0);
-    EXPECT_EQ(job.Shown().PartsAllState, 1);
+    EXPECT_EQ(job.Shown().PalletMode, PalletView::Flat);
+    EXPECT_EQ(job.Shown().PartsAllState, Visibility::Hidden);
 }
 
 TEST(CKestoDlgCommands, ViewAndInfoRefuseDuringABandSelectionWithMessage15) {
@@ -300,15 +301,15 @@ TEST(CKestoDlgCommands, ViewAndInfoRefuseDuringABandSelectionWithMessage15) {
     Click(*job.Dialog, "B-DANMEN");
     Click(*job.Dialog, "B-INFO");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{15, 0}, {15, 0}}));
-    EXPECT_EQ(job.Shown().PalletMode, 0);
-    EXPECT_EQ(job.Shown().PartsAllState, 1);
+    EXPECT_EQ(job.Shown().PalletMode, PalletView::Flat);
+    EXPECT_EQ(job.Shown().PartsAllState, Visibility::Hidden);
 }
 
 TEST(CKestoDlgCommands, DirectSwitchesItsCaptionAndDropsABandSelection) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     CKestoDlg& d = *job.Dialog;
-    job.Shown().LayoutState = 2;
+    job.Shown().LayoutState = LayoutStep::Due;
     d.LayoutPass();  // stores both captions
     job.App().IsDirect = 0;
     Click(d, "B-NEST-A");
@@ -416,7 +417,7 @@ struct ShownJob {
     int CountInArea(Rgb colour) { return Count(D().DrawArea()->Image(), colour); }
     // The screen rectangle of the block cell of process 1, pallet 1 starting at (minX, minY).
     IntRect Cell(double minX, double minY) {
-        const std::vector<BlockInfo>& blocks = job.App().Blocks;
+        const std::span<const BlockInfo> blocks = job.App().Blocks.Entries();
         for (size_t i = 0; i < blocks.size(); ++i) {
             const BlockInfo& b = blocks[i];
             if (b.KouteiNo == 1 && b.PalletNo == 1 && b.MinX == minX && b.MinY == minY)
@@ -435,7 +436,7 @@ TEST(CKestoDlgCommands, FourPalletShowsFourCaptionTexts) {
     ASSERT_TRUE(s.shown);
     EXPECT_FALSE(s.D().findChild<QLabel*>("1048")->isVisible());
     Click(s.D(), "B-PALLET4");
-    EXPECT_EQ(s.job.Shown().PalletMode, 2);
+    EXPECT_EQ(s.job.Shown().PalletMode, PalletView::FourPallet);
     const std::pair<const char*, const char*> captions[] = {
         {"1045", "P-01"}, {"1048", "P-02"}, {"1046", "P-03"}, {"1047", "P-04"}};
     for (const auto& [name, text] : captions) {
@@ -496,7 +497,7 @@ TEST(CKestoDlgCommands, DanmenShowsTheHeightLimitLine) {
     ASSERT_TRUE(s.shown);
     EXPECT_EQ(s.CountInArea(colour::kHeightLimit), 0);
     Click(s.D(), "B-DANMEN");
-    EXPECT_EQ(s.job.Shown().PalletMode, 1);
+    EXPECT_EQ(s.job.Shown().PalletMode, PalletView::Danmen);
     EXPECT_GT(s.CountInArea(colour::kHeightLimit), 50);
     EXPECT_GT(s.CountInArea(colour::kLayer10), 20);  // the stack's side-view bar
 }
@@ -559,11 +560,11 @@ TEST(CKestoDlgCommands, InfoClosingTheListRepaintsThePanelsAndTheHighlight) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
     Click(s.D(), "B-INFO");
-    EXPECT_EQ(s.job.Shown().PartsAllState, 2);
+    EXPECT_EQ(s.job.Shown().PartsAllState, Visibility::Shown);
     s.Drawing().Select().SetPicked(&s.FirstStack());
     EXPECT_EQ(s.Count(s.D().PartsInfoPanel()->Image(), colour::kPanelText), 0);
     Click(s.D(), "B-INFO");
-    EXPECT_EQ(s.job.Shown().PartsAllState, 1);
+    EXPECT_EQ(s.job.Shown().PartsAllState, Visibility::Hidden);
     EXPECT_GT(s.Count(s.D().PartsInfoPanel()->Image(), colour::kPanelText), 30);
     EXPECT_GT(s.CountInArea(colour::kPicked), 100);
 }
@@ -572,7 +573,7 @@ TEST(CKestoDlgCommands, RetryDrawsTheNewPlacementWithoutHighlight) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
     s.Drawing().Select().SetPicked(&s.FirstStack());
-    s.D().DrawArea()->DrawParts(drawmode::kHighlight);
+    s.D().DrawArea()->DrawParts(DrawMode::Highlight);
     Click(s.D(), "B-RETRY");
     EXPECT_EQ(s.Drawing().Selected().Picked(), nullptr);
     EXPECT_EQ(s.CountInArea(colour::kPicked), 0);

@@ -158,7 +158,7 @@ TEST(CKestoDlgEditing, AMovedStackIsWhatOkWritesAndTheBatchToolRestores) {
 TEST(CKestoDlgEditing, DragInFourPalletViewMovesTheStackToTheSecondPallet) {
     EditingWindow w;
     ASSERT_TRUE(w.opened);
-    w.Shown().PalletMode = view::kFourPallet;
+    w.Shown().PalletMode = PalletView::FourPallet;
     w.Area().Refresh();
     const IntRect r = *w.Drawing().ScreenRect(w.StackNo(0));
     const BlockInfo& target = w.App().Blocks[1];
@@ -238,7 +238,7 @@ TEST(CKestoDlgEditing, TinyBandOrOneAcrossSlotsSelectsNothing) {
     ASSERT_TRUE(w.opened);
     w.Band({660, 100}, {662, 102});
     EXPECT_EQ(w.Drawing().Selected().Band(), BandState::Off);
-    w.Shown().PalletMode = view::kFourPallet;
+    w.Shown().PalletMode = PalletView::FourPallet;
     w.Area().Refresh();
     // From the first slot's quadrant into the second's (halves of 540).
     w.Band({60, 60}, {700, 400});
@@ -264,7 +264,7 @@ TEST(CKestoDlgEditing, RemovingTheLastBandStackWithShiftEndsTheBand) {
 TEST(CKestoDlgEditing, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
     BandWindow w;
     ASSERT_TRUE(w.opened);
-    w.Shown().PalletMode = view::kFourPallet;
+    w.Shown().PalletMode = PalletView::FourPallet;
     w.Area().Refresh();
     const IntRect a = *w.Drawing().ScreenRect(w.StackNo(0));
     const IntRect other = *w.Drawing().ScreenRect(w.StackNo(2));

@@ -38,7 +38,7 @@ int FontHeight(CKestoDlg& d, const char* name) {
 struct LabelledJob {
     LabelledJob() {
         Job.Open();
-        Job.Shown().LayoutState = 2;
+        Job.Shown().LayoutState = LayoutStep::Due;
         Job.Dialog->LayoutPass();
     }
     test::WindowJob Job;
@@ -191,20 +191,20 @@ TEST(CKestoDlgLayout, ResizeLaysTheWindowOutAgain) {
 TEST(CKestoDlgLayout, ShowingLaysTheWindowOutBeforeItsFirstPicture) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    EXPECT_EQ(job.Shown().LayoutState, 0);
+    EXPECT_EQ(job.Shown().LayoutState, LayoutStep::NeverShown);
     job.Dialog->LayoutPass();  // does nothing before the window is shown
     EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry().topLeft(), QPoint(0, 0));
     job.Dialog->resize(1600, 900);
     job.Dialog->show();
     // No turn of the event loop in between: the first paint finds every control in place.
-    EXPECT_EQ(job.Shown().LayoutState, 3);
+    EXPECT_EQ(job.Shown().LayoutState, LayoutStep::LaidOut);
     EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry(), QRect(564, 24, 115, 42));
 }
 
 TEST(CKestoDlgLayout, VeryNarrowWindowKeepsTheNegativeRectangles) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    job.Shown().LayoutState = 2;
+    job.Shown().LayoutState = LayoutStep::Due;
     job.Dialog->resize(40, 10);
     job.Dialog->LayoutPass();
     EXPECT_EQ(job.Shown().InfoPlacement.Bottom, -2);

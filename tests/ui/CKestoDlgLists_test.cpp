@@ -220,7 +220,7 @@ TEST(CKestoDlgLists, PalletCountZeroLeavesTheComboEmptyAndNoBlocks) {
     EXPECT_EQ(job.Dialog->findChild<QComboBox*>("LIST-PALLET-SEL")->count(), 0);
     EXPECT_EQ(job.Shown().CurrentPallet, 1);
     job.Dialog->OnInitDialog();
-    EXPECT_EQ(job.App().BlocksCount, 0);
+    EXPECT_EQ(job.App().Blocks.Count(), 0);
 }
 
 TEST(CKestoDlgLists, JobCheckFailureRunsTheCancelHandling) {

@@ -164,7 +164,7 @@ TEST(CKs_DrawArea, BlockCellsFollowTheirCornerMaskWhenBlockDrawingIsOn) {
     ASSERT_TRUE(a.opened);
     a.job.Shown().IsBlockDraw = 1;
     // The middle cell (x 390..690, y 260..510) is at (438, 198)-(605, 337).
-    for (BlockInfo& block : a.job.App().Blocks) {
+    for (BlockInfo& block : a.job.App().Blocks.Entries()) {
         if (block.KouteiNo == 1 && block.PalletNo == 1 && block.MinX == 390 && block.MinY == 260)
             block.CornerMask = 0x02;
     }
@@ -239,7 +239,7 @@ TEST(CKs_DrawArea, RackLinesAreDottedWhiteAndRunPastThePalletEdge) {
 TEST(CKs_DrawArea, DanmenShowsTheSectionBandTheHeightLimitAndTheStackBar) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
-    a.job.Shown().PalletMode = 1;
+    a.job.Shown().PalletMode = PalletView::Danmen;
     a.job.Shown().GridFlag = 0;
     a.Area().Refresh();
     const QImage& image = a.Area().Image();
@@ -301,12 +301,12 @@ TEST(CKs_DrawArea, HighlightModePaintsThePickedStackGreen) {
     ASSERT_TRUE(a.opened);
     a.Area().Refresh();
     a.Area().Drawing().Select().SetPicked(&a.FirstStack());
-    a.Area().DrawParts(drawmode::kHighlight);
+    a.Area().DrawParts(DrawMode::Highlight);
     a.ExpectPixels({
         {326, 402, colour::kPicked},
         {322, 440, colour::kPartPen},
     });
-    a.Area().DrawParts(drawmode::kAllNormal);
+    a.Area().DrawParts(DrawMode::AllNormal);
     EXPECT_EQ(a.At(326, 402), colour::kPartNormal);
 }
 
@@ -315,7 +315,7 @@ TEST(CKs_DrawArea, FourPalletCaptionsNameFourPalletsFromTheCurrentOne) {
     ini.replace(ini.find("PalletInfo=2,P"), 14, "PalletInfo=4,P");
     AreaJob a(test::kDefaultPallet, ini);
     ASSERT_TRUE(a.opened);
-    a.job.Shown().PalletMode = 2;
+    a.job.Shown().PalletMode = PalletView::FourPallet;
     a.job.Shown().CurrentPallet = 2;
     a.Area().Refresh();
     // Captions 1045, 1048, 1046, 1047: top left, top right, bottom left, bottom right.
@@ -343,7 +343,7 @@ TEST(CKs_DrawArea, ImageSurvivesAnExpose) {
     ASSERT_TRUE(a.opened);
     a.Area().Refresh();
     a.Area().Drawing().Select().SetPicked(&a.FirstStack());
-    a.Area().DrawParts(drawmode::kHighlight);
+    a.Area().DrawParts(DrawMode::Highlight);
     const QImage before = a.Area().Image();
     const QImage shown = a.Area().grab().toImage().convertToFormat(QImage::Format_RGB32);
     EXPECT_EQ(PixelAt(shown, 326, 402), colour::kPicked);

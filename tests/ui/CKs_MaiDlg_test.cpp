@@ -239,7 +239,7 @@ TEST(CKs_MaiDlg, CancelAndEscapeReturnNoChangeWithoutAsking) {
 
 TEST(CKs_MaiDlg, OverTheAllPartsDialogItSitsOnTheDrawingAreasUpperHalf) {
     MaiDialogJob j;
-    j.Shown.PartsAllState = 2;
+    j.Shown.PartsAllState = Visibility::Shown;
     j.Shown.AreaWindowRect = IntRect{100, 50, 900, 650};
     j.D().Prepare();
     // Left 100 + 2; bottom at 50 + 600 / 2 = 350.

@@ -224,7 +224,7 @@ TEST_F(BlockCells, FourPalletSlotsWrapTheirPalletNumbersAndAddTheQuadrantOffsets
     const WorldCell c00 = World(0, 0);
     const int32_t onThree = job.AddBlock(1, 3, c00.MinX, c00.MinY, c00.MaxX, c00.MaxY);
     const int32_t onFour = job.AddBlock(1, 4, c00.MinX, c00.MinY, c00.MaxX, c00.MaxY);
-    job.shown.PalletMode = 2;
+    job.shown.PalletMode = PalletView::FourPallet;
     job.shown.CurrentPallet = 2;
     job.shown.AreaRect = IntRect{0, 0, 1000, 701};
     DisplayList canvas;

@@ -186,14 +186,14 @@ TEST_F(Outlines, DrawingModesUseTheOutlineOnlyWhenArrangedDirectly) {
     AddElement(kShapeLine, {{0, 10.3}, {1, 20.6}, {2, 150.9}, {3, 120.2}});
     job.app.IsDirect = 1;
     DisplayList direct;
-    drawing.DrawParts(direct, drawmode::kAll);
+    drawing.DrawParts(direct, DrawMode::All);
     EXPECT_TRUE(test::Rectangles(direct).empty());
     ASSERT_EQ(1u, test::Lines(direct).size());
     ExpectLine(test::Lines(direct)[0], {217, 637}, {321, 563}, kOwn);
 
     job.app.IsDirect = 0;
     DisplayList filled;
-    drawing.DrawParts(filled, drawmode::kAll);
+    drawing.DrawParts(filled, DrawMode::All);
     ASSERT_EQ(1u, test::Rectangles(filled).size());
     EXPECT_EQ(kStack, test::Rectangles(filled)[0].Rect);
     EXPECT_TRUE(test::Lines(filled).empty());
@@ -220,7 +220,7 @@ TEST_F(Outlines, HighlightedOutlinesUseThePickedAndSamePartColours) {
     job.app.IsDirect = 1;
     drawing.Select().SetPicked(record);
     DisplayList canvas;
-    drawing.DrawParts(canvas, drawmode::kHighlight);
+    drawing.DrawParts(canvas, DrawMode::Highlight);
     const std::vector<Primitive> lines = test::Lines(canvas);
     ASSERT_EQ(2u, lines.size());
     EXPECT_EQ(colour::kPicked, lines[0].Pen);

@@ -163,7 +163,7 @@ TEST_F(FlatParts, ModeZeroFillsEveryStackAndLabelsIt) {
         {.Block = otherPallet, .Pieces = 5, .X = 350.2, .Y = 30.5});  // pallet 2: not on the view
     Small();
     LayOut();
-    drawing.DrawParts(canvas, drawmode::kAll);
+    drawing.DrawParts(canvas, DrawMode::All);
     const auto& items = canvas.Items();
     ASSERT_EQ(8u, items.size());
     // BRACKET: fh 14, w 178 > 7 * 14 / 2 = 49, ht 112 > trunc(35) = 35: two lines;
@@ -217,7 +217,7 @@ TEST_F(FlatParts, TaggedStacksShowTheirTagsInPlaceOfNameAndCount) {
     drawing.TagStacks(&tags);
     LayOut();
     DisplayList parts;
-    drawing.DrawParts(parts, drawmode::kAll);
+    drawing.DrawParts(parts, DrawMode::All);
     const std::vector<Primitive> drawn = test::Labels(parts);
     // The rail has no tag and so no label.
     ASSERT_EQ(2u, drawn.size());
@@ -230,13 +230,13 @@ TEST_F(FlatParts, TaggedStacksShowTheirTagsInPlaceOfNameAndCount) {
     // A stack no font fits takes the last, standing over its edges.
     tags.Texts = {{&bracketStack, "123456789012345678901234567890"}};
     DisplayList tight;
-    drawing.DrawParts(tight, drawmode::kAll);
+    drawing.DrawParts(tight, DrawMode::All);
     ASSERT_EQ(1u, test::Labels(tight).size());
     // 30 bytes at 12 pixels: 225 wide, wider than the bracket's 178.
     ExpectLabel(test::Labels(tight)[0], "123456789012345678901234567890", {186, 590, 412, 608}, 5);
     drawing.TagStacks(nullptr);
     DisplayList again;
-    drawing.DrawParts(again, drawmode::kAll);
+    drawing.DrawParts(again, DrawMode::All);
     EXPECT_EQ(test::LabelTexts(again),
               (std::vector<std::string>{"BRACKET", "7", "12", "RAIL", "4"}));
 }
@@ -244,7 +244,7 @@ TEST_F(FlatParts, TaggedStacksShowTheirTagsInPlaceOfNameAndCount) {
 TEST_F(FlatParts, AMarkedPartIsDrawnInTheMarkedColour) {
     Rail();
     LayOut();
-    drawing.DrawParts(canvas, drawmode::kAll);
+    drawing.DrawParts(canvas, DrawMode::All);
     const std::vector<Primitive> rects = test::Rectangles(canvas);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, Rgb{224, 48, 186});
@@ -254,7 +254,7 @@ TEST_F(FlatParts, ThreeDStackOfTwentyFivePiecesHasTwentyFourLayers) {
     Bracket(25);
     job.shown.Is3D = 1;
     LayOut();
-    drawing.DrawParts(canvas, drawmode::kAll);
+    drawing.DrawParts(canvas, DrawMode::All);
     const auto& items = canvas.Items();
     ASSERT_EQ(27u, items.size());
     ExpectFill(items[0], kBracket, colour::kPartNormal);
@@ -284,7 +284,7 @@ TEST_F(FlatParts, ThreeDLayersOfAMarkedPartAreMarked) {
     Rail(12);
     job.shown.Is3D = 1;
     LayOut();
-    drawing.DrawParts(canvas, drawmode::kAll);
+    drawing.DrawParts(canvas, DrawMode::All);
     const std::vector<Primitive> rects = test::Rectangles(canvas);
     ASSERT_EQ(12u, rects.size());
     for (const Primitive& p : rects)
@@ -295,7 +295,7 @@ TEST_F(FlatParts, ThreeDLayersOfAMarkedPartAreMarked) {
 TEST_F(FlatParts, WithoutThreeDOnlyTheBaseIsDrawn) {
     Bracket(25);
     LayOut();
-    drawing.DrawParts(canvas, drawmode::kAll);
+    drawing.DrawParts(canvas, DrawMode::All);
     ASSERT_EQ(1u, test::Rectangles(canvas).size());
     ExpectLabel(test::Labels(canvas)[1], "25", {210, 599, 388, 652});
 }
@@ -432,7 +432,7 @@ TEST_F(FlatParts, HitTestModeDrawsNothing) {
     Bracket();
     Rail();
     LayOut();
-    drawing.DrawParts(canvas, drawmode::kHitTest, 300, 550);
+    drawing.DrawParts(canvas, DrawMode::HitTest, 300, 550);
     EXPECT_TRUE(canvas.Items().empty());
     EXPECT_EQ(kRail, drawing.Selected().PickRect());
 }
@@ -483,7 +483,7 @@ class Highlights : public FlatParts {
         c = &BracketFar();
         LayOut();
     }
-    std::vector<Primitive> Draw(int mode) {
+    std::vector<Primitive> Draw(DrawMode mode) {
         canvas.Clear();
         drawing.DrawParts(canvas, mode);
         return test::Rectangles(canvas);
@@ -495,12 +495,12 @@ class Highlights : public FlatParts {
 
 TEST_F(Highlights, HighlightDrawsThePickedStackAndTheOtherPiecesOfItsPart) {
     drawing.Select().SetPicked(a);
-    auto rects = Draw(drawmode::kHighlight);
+    auto rects = Draw(DrawMode::Highlight);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPicked);
     ExpectFill(rects[1], kBracketFar, colour::kSamePart);
     drawing.Select().SetPicked(b);
-    rects = Draw(drawmode::kHighlight);
+    rects = Draw(DrawMode::Highlight);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedPicked);
 }
@@ -509,7 +509,7 @@ TEST_F(Highlights, InThreeDEveryStackGetsItsLayersAndLabelAgainInListOrder) {
     job.shown.Is3D = 1;
     drawing.Select().SetPicked(a);
     canvas.Clear();
-    drawing.DrawParts(canvas, drawmode::kHighlight);
+    drawing.DrawParts(canvas, DrawMode::Highlight);
     // BRACKET (7 pieces): base, layers 2..7 and the top highlight (8); RAIL (4 pieces, not
     // recoloured): its layers 2..4 only (3); BRACKET far (2 pieces): base, layer 2 and its top
     // highlight (3). In list order, so that the stacks cover each other as in the full drawing.
@@ -536,7 +536,7 @@ TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
     job.shown.Is3D = 1;
     drawing.Select().SetLastPicked(c);
     canvas.Clear();
-    drawing.DrawParts(canvas, drawmode::kUnhighlight);
+    drawing.DrawParts(canvas, DrawMode::Unhighlight);
     // BRACKET and BRACKET far in normal colours with their layers; RAIL's layers alone:
     // 1 + 6 + 3 + 1 + 1 = 12.
     EXPECT_EQ(12u, test::Rectangles(canvas).size());
@@ -549,7 +549,7 @@ TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
     // labelled.
     drawing.Select().SetPicked(a);
     canvas.Clear();
-    drawing.DrawParts(canvas, drawmode::kPartPieces);
+    drawing.DrawParts(canvas, DrawMode::PartPieces);
     const auto rects = test::Rectangles(canvas);
     ASSERT_EQ(4u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kSamePart);
@@ -565,7 +565,7 @@ TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
 TEST_F(Highlights, FlatOnlyTheRecolouredStacksAreLabelledAgain) {
     drawing.Select().SetPicked(b);
     canvas.Clear();
-    drawing.DrawParts(canvas, drawmode::kHighlight);
+    drawing.DrawParts(canvas, DrawMode::Highlight);
     for (const Primitive& label : test::Labels(canvas))
         EXPECT_EQ(kRail.Left, label.Rect.Left);
     EXPECT_FALSE(test::Labels(canvas).empty());
@@ -574,7 +574,7 @@ TEST_F(Highlights, FlatOnlyTheRecolouredStacksAreLabelledAgain) {
 TEST_F(Highlights, HighlightWithTheRubberBand) {
     drawing.Select().SetBand(BandState::InForce);
     drawing.Select().AddBandEntry(BandEntry{a, kBracket});
-    const auto rects = Draw(drawmode::kHighlight);
+    const auto rects = Draw(DrawMode::Highlight);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPicked);
     ExpectFill(rects[1], kBracketFar, colour::kSamePart);
@@ -582,11 +582,11 @@ TEST_F(Highlights, HighlightWithTheRubberBand) {
 
 TEST_F(Highlights, UnhighlightDrawsTheLastPickedPartInNormalColours) {
     drawing.Select().SetLastPicked(b);
-    auto rects = Draw(drawmode::kUnhighlight);
+    auto rects = Draw(DrawMode::Unhighlight);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedNormal);
     drawing.Select().SetLastPicked(a);
-    rects = Draw(drawmode::kUnhighlight);
+    rects = Draw(DrawMode::Unhighlight);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPartNormal);
     ExpectFill(rects[1], kBracketFar, colour::kPartNormal);
@@ -595,7 +595,7 @@ TEST_F(Highlights, UnhighlightDrawsTheLastPickedPartInNormalColours) {
 TEST_F(Highlights, UnhighlightWithTheRubberBandRedrawsTheBandsParts) {
     drawing.Select().SetBand(BandState::InForce);
     drawing.Select().AddBandEntry(BandEntry{b, kRail});
-    const auto rects = Draw(drawmode::kUnhighlight);
+    const auto rects = Draw(DrawMode::Unhighlight);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedNormal);
 }
@@ -605,7 +605,7 @@ TEST_F(Highlights, UnhighlightWithTheRubberBandAlsoRedrawsTheLastPickedPart) {
     drawing.Select().SetBand(BandState::InForce);
     drawing.Select().AddBandEntry(BandEntry{b, kRail});
     drawing.Select().SetLastPicked(a);
-    const auto rects = Draw(drawmode::kUnhighlight);
+    const auto rects = Draw(DrawMode::Unhighlight);
     ASSERT_EQ(3u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPartNormal);
     ExpectFill(rects[1], kRail, colour::kMarkedNormal);
@@ -614,7 +614,7 @@ TEST_F(Highlights, UnhighlightWithTheRubberBandAlsoRedrawsTheLastPickedPart) {
 
 TEST_F(Highlights, AllNormalRedrawsEveryStack) {
     drawing.Select().SetPicked(a);
-    const auto rects = Draw(drawmode::kAllNormal);
+    const auto rects = Draw(DrawMode::AllNormal);
     ASSERT_EQ(3u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPartNormal);
     ExpectFill(rects[1], kRail, colour::kMarkedNormal);
@@ -623,12 +623,12 @@ TEST_F(Highlights, AllNormalRedrawsEveryStack) {
 
 TEST_F(Highlights, PartPiecesDrawsEveryPieceOfThePickedPart) {
     drawing.Select().SetPicked(a);
-    auto rects = Draw(drawmode::kPartPieces);
+    auto rects = Draw(DrawMode::PartPieces);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kSamePart);
     ExpectFill(rects[1], kBracketFar, colour::kSamePart);
     drawing.Select().SetPicked(b);
-    rects = Draw(drawmode::kPartPieces);
+    rects = Draw(DrawMode::PartPieces);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedPicked);
 }
@@ -641,7 +641,7 @@ TEST_F(FlatParts, OffsetLinesAreDrawnInRedInTheirOrder) {
     pallet->LimitLeft = 80.9;
     pallet->LimitRight = 95.2;
     LayOut();
-    drawing.DrawParts(canvas, drawmode::kAll);
+    drawing.DrawParts(canvas, DrawMode::All);
     const auto& items = canvas.Items();
     ASSERT_EQ(4u, items.size());
     auto expectLine = [](const Primitive& p, IntPoint from, IntPoint to) {
@@ -668,7 +668,7 @@ TEST_F(FlatParts, OffsetsOfAHundredthOfAMillimetreOrLessAreNotDrawn) {
     pallet->OffsetB = 45.7;
     LayOut();
     Rail();  // y 90.3 and up: clear of the line at 45.7
-    drawing.DrawParts(canvas, drawmode::kAll);
+    drawing.DrawParts(canvas, DrawMode::All);
     const std::vector<Primitive> lines = test::Lines(canvas);
     ASSERT_EQ(1u, lines.size());
     EXPECT_EQ((IntPoint{128, 641}), lines[0].A);
@@ -681,7 +681,7 @@ TEST_F(FlatParts, AStackAcrossAnOffsetLineIsFramedInTheLinesColourAfterTheLines)
     LayOut();
     Bracket();  // y 30.5 to 181.2: across the line at 45.7
     Rail();     // y 90.3 and up: clear of it
-    drawing.DrawParts(canvas, drawmode::kAll);
+    drawing.DrawParts(canvas, DrawMode::All);
     const std::vector<Primitive> lines = test::Lines(canvas);
     ASSERT_EQ(5u, lines.size());
     const std::array<IntPoint, 4> corners{
@@ -697,7 +697,7 @@ TEST_F(FlatParts, AStackAcrossAnOffsetLineIsFramedInTheLinesColourAfterTheLines)
     // Drawn again for a highlight, the frame stays on top.
     canvas.Clear();
     drawing.Select().SetPicked(&*job.app.HaichiList.begin());
-    drawing.DrawParts(canvas, drawmode::kHighlight);
+    drawing.DrawParts(canvas, DrawMode::Highlight);
     EXPECT_EQ(5u, test::Lines(canvas).size());
 }
 
@@ -708,7 +708,7 @@ TEST(CrossSection, BarsAreDrawnFromTheBackToTheFront) {
     job.AddPallet("P1250", 1250, 815, 1234.5);
     job.AddKoutei(1, "CUT", "P1250");
     job.shown.AreaRect = IntRect{0, 0, 1000, 701};
-    job.shown.PalletMode = 1;
+    job.shown.PalletMode = PalletView::Danmen;
     const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
     PartsInfo& front = job.AddPart("FRONT", 300.1, 100.4);
     front.PieceHeight = 12.7;
@@ -748,7 +748,7 @@ TEST(CrossSection, OnlyModeZeroDrawsTheBars) {
     job.AddPallet("P1250", 1250, 815, 1234.5);
     job.AddKoutei(1, "CUT", "P1250");
     job.shown.AreaRect = IntRect{0, 0, 1000, 701};
-    job.shown.PalletMode = 1;
+    job.shown.PalletMode = PalletView::Danmen;
     const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
     PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
     back.PieceHeight = 3.2;
@@ -757,7 +757,7 @@ TEST(CrossSection, OnlyModeZeroDrawsTheBars) {
     DisplayList setUp;
     drawing.Refresh(setUp);
     DisplayList canvas;
-    drawing.DrawParts(canvas, drawmode::kAllNormal);
+    drawing.DrawParts(canvas, DrawMode::AllNormal);
     const std::vector<Primitive> rects = test::Rectangles(canvas);
     ASSERT_EQ(1u, rects.size());
     EXPECT_EQ(colour::kPartNormal, rects[0].Fill);
@@ -768,7 +768,7 @@ TEST(CrossSection, TwoPalletBarsOfTheSecondSlotAreShiftedAndTiesKeepListOrder) {
     job.AddPallet("P1250", 1250, 815, 1234.5);
     job.AddKoutei(1, "CUT", "P1250");
     job.shown.AreaRect = IntRect{0, 0, 1001, 701};
-    job.shown.PalletMode = 3;
+    job.shown.PalletMode = PalletView::TwoPallet;
     job.app.PalletCount = 2;
     PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
     back.PieceHeight = 3.2;
@@ -797,7 +797,7 @@ TEST(FourPalletParts, ThePalletOfASlotNumberBeyondTheCountIsNotDrawn) {
     job.AddPallet("P1250", 1250, 815, 1000);
     job.AddKoutei(1, "CUT", "P1250");
     job.shown.AreaRect = IntRect{0, 0, 1000, 701};
-    job.shown.PalletMode = 2;
+    job.shown.PalletMode = PalletView::FourPallet;
     job.app.PalletCount = 4;
     job.shown.CurrentPallet = 2;
     PartsInfo& shelf = job.AddPart("SHELF", 287.4, 158.6);
@@ -809,7 +809,7 @@ TEST(FourPalletParts, ThePalletOfASlotNumberBeyondTheCountIsNotDrawn) {
     DisplayList setUp;
     drawing.Refresh(setUp);
     DisplayList canvas;
-    drawing.DrawParts(canvas, drawmode::kAll);
+    drawing.DrawParts(canvas, DrawMode::All);
     // Slots show 2, 3, 4 and "5": pallet 1 is nowhere. Rectangles as in the 4PALLET layout:
     // slot 1 {140, 205, 246, 263}, slot 2 + HalfW, slot 3 + HalfH.
     const std::vector<Primitive> rects = test::Rectangles(canvas);

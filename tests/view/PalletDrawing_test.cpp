@@ -21,10 +21,10 @@ namespace {
 using test::AddStack;
 using test::ViewJob;
 
-constexpr int32_t kFlat = 0;
-constexpr int32_t kDanmen = 1;
-constexpr int32_t kFourPallet = 2;
-constexpr int32_t kTwoPallet = 3;
+constexpr PalletView kFlat = PalletView::Flat;
+constexpr PalletView kDanmen = PalletView::Danmen;
+constexpr PalletView kFourPallet = PalletView::FourPallet;
+constexpr PalletView kTwoPallet = PalletView::TwoPallet;
 
 constexpr IntRect kHidden{kNoSlot, kNoSlot, kNoSlot, kNoSlot};
 
@@ -644,7 +644,7 @@ TEST_F(Layout, AnEmptyProcessListDrawsOnlyTheBackground) {
 
 TEST_F(Layout, PalletsInViewPerMode) {
     using P = std::array<int32_t, 4>;
-    auto view = [&](int32_t mode, int32_t current, int32_t count) {
+    auto view = [&](PalletView mode, int32_t current, int32_t count) {
         job.shown.PalletMode = mode;
         job.shown.CurrentPallet = current;
         job.app.PalletCount = count;
@@ -668,7 +668,7 @@ TEST_F(Layout, PalletsInViewPerMode) {
     EXPECT_EQ((P{1, 2, -1, -1}), view(kFourPallet, 1, 2));
     EXPECT_EQ((P{1, -1, -1, -1}), view(kFourPallet, 1, 1));
     // Unknown modes show nothing.
-    EXPECT_EQ((P{-1, -1, -1, -1}), view(7, 1, 4));
+    EXPECT_EQ((P{-1, -1, -1, -1}), view(static_cast<PalletView>(7), 1, 4));
 }
 
 // --- ScreenRect ---------------------------------------------------------------------------

@@ -95,10 +95,7 @@ class ViewJob {
         b.MaxX = maxX;
         b.MaxY = maxY;
         b.CornerMask = cornerMask;
-        app.Blocks.push_back(b);
-        app.BlocksCount = static_cast<int32_t>(app.Blocks.size());
-        app.BlocksCapacity = app.BlocksCount;
-        return app.BlocksCount - 1;
+        return app.Blocks.AddBlock(b);
     }
 
     TempFolder folder;

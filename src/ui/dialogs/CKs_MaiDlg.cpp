@@ -72,7 +72,7 @@ void CKs_MaiDlg::Prepare() {
     ApplyCaptions();
     ShowEditText();
     ApplyLayout();
-    if (shown_.PartsAllState == 2)
+    if (shown_.PartsAllState == Visibility::Shown)
         PlaceOverArea();
 }
 

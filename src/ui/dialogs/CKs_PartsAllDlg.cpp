@@ -73,16 +73,14 @@ QListWidget* CKs_PartsAllDlg::List() const {
     return list_;
 }
 
-void CKs_PartsAllDlg::Place(int32_t state) {
-    const std::optional<PartsAllPlacement> place = PlacePartsAll(shown_, state);
-    if (!place)
-        return;
-    const ControlRect& r = place->Rect;
+void CKs_PartsAllDlg::Place(Visibility state) {
+    const PartsAllPlacement place = PlacePartsAll(shown_, state);
+    const ControlRect& r = place.Rect;
     const QPoint screen(r.X, r.Y);
     const QPoint topLeft =
         parentWidget() != nullptr ? parentWidget()->mapFromGlobal(screen) : screen;
     setGeometry(topLeft.x(), topLeft.y(), r.Width, r.Height);
-    if (!place->Shown) {
+    if (!place.Shown) {
         hide();
         return;
     }
@@ -170,7 +168,8 @@ void CKs_PartsAllDlg::OnSelectLine() {
     if (!chosen)
         return;
     const int32_t seq = *chosen;
-    PickFirstStackOfSeq(app_, area_.Drawing(), seq, [this](int mode) { area_.DrawParts(mode); });
+    PickFirstStackOfSeq(app_, area_.Drawing(), seq,
+                        [this](DrawMode mode) { area_.DrawParts(mode); });
 }
 
 }  // namespace kesto

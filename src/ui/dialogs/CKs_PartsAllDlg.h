@@ -35,7 +35,7 @@ class CKs_PartsAllDlg : public QWidget {
 
     // State 1 hides the dialog over the lower half of the drawing area; state 2 shows it there
     // (over the whole area in FLAT), lays its controls out and fills it for CurrentKoutei.
-    void Place(int32_t state);
+    void Place(Visibility state);
     // Buttons and list from the client size, captions and fonts of "PartsAlInfDlg".
     void LayOutControls();
     // The lines of process koutei; nothing changes when there is no such process.

@@ -90,7 +90,7 @@ void CKs_DrawArea::Refresh() {
     ShowCaptions();
 }
 
-void CKs_DrawArea::DrawParts(int mode, int32_t x, int32_t y) {
+void CKs_DrawArea::DrawParts(DrawMode mode, int32_t x, int32_t y) {
     Paint([&](Canvas& canvas) { drawing_.DrawParts(canvas, mode, x, y); });
 }
 

@@ -43,7 +43,7 @@ class CKs_DrawArea : public ImagePanel {
     // Draws the whole view again: background, pallets, blocks, stacks, captions.
     void Refresh();
     // Paints one drawing mode (highlight, back to normal, ...) over the picture.
-    void DrawParts(int mode, int32_t x = 0, int32_t y = 0);
+    void DrawParts(DrawMode mode, int32_t x = 0, int32_t y = 0);
     // Forgets the rubber-band selection and the picks.
     // Runs draw on a canvas over the picture (a command's own drawing modes).
     void Draw(const std::function<void(Canvas&)>& draw) { Paint(draw); }

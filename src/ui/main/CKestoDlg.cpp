@@ -134,10 +134,10 @@ void CKestoDlg::ConnectCommands() {
     click(kBlockDrawToggle, [this] { OnBlockDraw(); });
     click(kHitByBlock, [this] { OnHit(1); });
     click(kHitSingle, [this] { OnHit(0); });
-    click(kFlatButton, [this] { OnView(0); });
-    click(kDanmenButton, [this] { OnView(1); });
-    click(kFourPalletButton, [this] { OnView(2); });
-    click(kTwoPalletButton, [this] { OnView(3); });
+    click(kFlatButton, [this] { OnView(PalletView::Flat); });
+    click(kDanmenButton, [this] { OnView(PalletView::Danmen); });
+    click(kFourPalletButton, [this] { OnView(PalletView::FourPallet); });
+    click(kTwoPalletButton, [this] { OnView(PalletView::TwoPallet); });
     click(kInfoButton, [this] { OnInfo(); });
     click(kRetryButton, [this] { OnRetry(); });
     click(kAutoButton, [this] { OnAuto(); });
@@ -171,29 +171,29 @@ int CKestoDlg::Run() {
 
 void CKestoDlg::EndIfJobEnded() {
     if (session_.Ended() && !ended_)
-        EndDialog(app_.DialogOk == 1 ? 1 : 2);
+        EndDialog(app_.DialogEnd);
 }
 
-void CKestoDlg::EndDialog(int code) {
+void CKestoDlg::EndDialog(OkCancel end) {
     ended_ = true;
-    endCode_ = code;
-    done(code);
+    endCode_ = static_cast<int>(end);
+    done(endCode_);
 }
 
 // The window is laid out as it is shown, so that its first picture is already the finished
 // one, and again after every resize.
 void CKestoDlg::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    if (shown_.LayoutState == layout::kNeverShown) {
-        shown_.LayoutState = layout::kDue;
+    if (shown_.LayoutState == LayoutStep::NeverShown) {
+        shown_.LayoutState = LayoutStep::Due;
         ApplyLayout();
     }
 }
 
 void CKestoDlg::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
-    if (shown_.LayoutState != layout::kNeverShown) {
-        shown_.LayoutState = layout::kDue;
+    if (shown_.LayoutState != LayoutStep::NeverShown) {
+        shown_.LayoutState = LayoutStep::Due;
         RequestLayout();
     }
 }
@@ -207,15 +207,15 @@ void CKestoDlg::RequestLayout() {
 
 void CKestoDlg::ApplyLayout() {
     layoutQueued_ = false;
-    if (shown_.LayoutState == layout::kNeverShown)
+    if (shown_.LayoutState == LayoutStep::NeverShown)
         return;
     LayoutPass();
     // The images were made anew at the panels' new sizes: everything is drawn again.
     drawArea_->Refresh();
     RepaintPanels();
     DrawHitDisplay();
-    if (shown_.LayoutState == layout::kDue)
-        shown_.LayoutState = layout::kLaidOut;
+    if (shown_.LayoutState == LayoutStep::Due)
+        shown_.LayoutState = LayoutStep::LaidOut;
     update();
 }
 

@@ -71,7 +71,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void OnGrid();
     void On3D();
     void OnHit(int byBlock);
-    void OnView(int mode);
+    void OnView(PalletView mode);
     void OnDirect();
     void OnBlockDraw();
     void OnInfo();
@@ -160,7 +160,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void ShowReloadedJob();
     // Closes the dialog once the session has ended the job.
     void EndIfJobEnded();
-    void EndDialog(int code);
+    void EndDialog(OkCancel end);
 
     // SessionView.
     void ForgetJob() override;

@@ -36,7 +36,7 @@ void CKestoDlg::RepaintPanels() {
 
 void CKestoDlg::DrawHitDisplay() {
     if (drawArea_->Drawing().Selected().Picked() != nullptr)
-        drawArea_->DrawParts(drawmode::kHighlight);
+        drawArea_->DrawParts(DrawMode::Highlight);
 }
 
 bool CKestoDlg::RefusedForBand() {
@@ -122,20 +122,20 @@ void CKestoDlg::OnHit(int byBlock) {
 
 // FLAT hides the all-parts dialog; the other views hide it while the drawing changes and show
 // it again over the new view.
-void CKestoDlg::OnView(int mode) {
+void CKestoDlg::OnView(PalletView mode) {
     if (RefusedForBand())
         return;
-    if (mode == view::kFlat) {
-        partsAll_->Place(partsall::kHidden);
-        shown_.PartsAllState = partsall::kHidden;
-    } else if (shown_.PartsAllState == partsall::kShown) {
-        partsAll_->Place(partsall::kHidden);
+    if (mode == PalletView::Flat) {
+        partsAll_->Place(Visibility::Hidden);
+        shown_.PartsAllState = Visibility::Hidden;
+    } else if (shown_.PartsAllState == Visibility::Shown) {
+        partsAll_->Place(Visibility::Hidden);
     }
     shown_.PalletMode = mode;
     drawArea_->Refresh();
     DrawHitDisplay();
-    if (mode != view::kFlat && shown_.PartsAllState == partsall::kShown)
-        partsAll_->Place(partsall::kShown);
+    if (mode != PalletView::Flat && shown_.PartsAllState == Visibility::Shown)
+        partsAll_->Place(Visibility::Shown);
     RefreshPartsAll();
 }
 
@@ -145,7 +145,7 @@ void CKestoDlg::OnDirect() {
         allParts_->clearSelection();
         OnHit(0);
     }
-    const size_t slot = app_.IsDirect != 0 ? 1 : 0;
+    const size_t slot = app_.IsDirect.IsNotZero() ? 1 : 0;
     SetCaption(Control(kNestToggle), nestCaptionFonts_[slot], nestCaptionTexts_[slot]);
     OnView(shown_.PalletMode);
 }
@@ -154,18 +154,18 @@ void CKestoDlg::OnBlockDraw() {
     shown_.IsBlockDraw = shown_.IsBlockDraw == 0 ? 1 : 0;
     drawArea_->Refresh();
     // With outlines shown the highlight is drawn even without a pick.
-    if (drawArea_->Drawing().Selected().Picked() != nullptr || app_.IsDirect == 1)
-        drawArea_->DrawParts(drawmode::kHighlight);
+    if (drawArea_->Drawing().Selected().Picked() != nullptr || app_.IsDirect.IsOne())
+        drawArea_->DrawParts(DrawMode::Highlight);
 }
 
 void CKestoDlg::OnInfo() {
     if (RefusedForBand())
         return;
-    const int32_t state =
-        shown_.PartsAllState == partsall::kHidden ? partsall::kShown : partsall::kHidden;
+    const Visibility state =
+        shown_.PartsAllState == Visibility::Hidden ? Visibility::Shown : Visibility::Hidden;
     partsAll_->Place(state);
     shown_.PartsAllState = state;
-    if (shown_.PartsAllState == partsall::kHidden) {
+    if (shown_.PartsAllState == Visibility::Hidden) {
         RepaintPanels();
         DrawHitDisplay();
     }

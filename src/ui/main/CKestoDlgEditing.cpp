@@ -98,7 +98,7 @@ void CKestoDlg::OnMaiChg() {
     session_.ApplySheetCount(drawing, *start, count, [this] {
         CommonRefresh();
         drawArea_->Refresh();
-        drawArea_->DrawParts(drawmode::kHighlight);
+        drawArea_->DrawParts(DrawMode::Highlight);
     });
     UpdateUndoActions();
 }

@@ -64,7 +64,7 @@ void CKestoDlg::TitlePass() {
 }
 
 void CKestoDlg::LayoutPass() {
-    if (shown_.LayoutState == layout::kNeverShown)
+    if (shown_.LayoutState == LayoutStep::NeverShown)
         return;
     LabelPass();
     UpdateBoxButtons();
@@ -73,7 +73,7 @@ void CKestoDlg::LayoutPass() {
         if (QWidget* control = Control(id))
             control->setGeometry(r.X, r.Y, r.Width, r.Height);
     }
-    const size_t slot = app_.IsDirect != 0 ? 1 : 0;
+    const size_t slot = app_.IsDirect.IsNotZero() ? 1 : 0;
     SetCaption(Control(kNestToggle), nestCaptionFonts_[slot], nestCaptionTexts_[slot]);
     shown_.AreaPlacement = layout.AreaPlacement;
     shown_.InfoPlacement = layout.InfoPlacement;
@@ -81,7 +81,7 @@ void CKestoDlg::LayoutPass() {
     drawArea_->PlaceArea();
     partsInfo_->PlacePanel();
     partsView_->PlacePanel();
-    if (shown_.PartsAllState != partsall::kHidden)
+    if (shown_.PartsAllState != Visibility::Hidden)
         partsAll_->Place(shown_.PartsAllState);
 }
 

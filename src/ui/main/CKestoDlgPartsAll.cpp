@@ -34,7 +34,7 @@ void CKestoDlg::OnAllPartsSelect() {
     partsInfo_->Choose(seq);
     const QSignalBlocker block(allParts_);
     const bool picked = PickFromAllPartsList(app_, drawArea_->Drawing(), seq,
-                                             [this](int mode) { drawArea_->DrawParts(mode); });
+                                             [this](DrawMode mode) { drawArea_->DrawParts(mode); });
     // A rubber-band selection in force owns the list's selection: the click is undone.
     if (!picked) {
         caret->setSelected(false);

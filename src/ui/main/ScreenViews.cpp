@@ -41,7 +41,7 @@ void SelectProcess(CKestoDlg& dialog, int row) {
 
 // The arrangement toggle until the stacks show their parts' outlines.
 void ShowOutlines(CKestoDlg& dialog) {
-    for (int i = 0; i < 2 && dialog.App().IsDirect != 1; ++i)
+    for (int i = 0; i < 2 && !dialog.App().IsDirect.IsOne(); ++i)
         Click(dialog, kNestToggle);
 }
 
@@ -73,7 +73,7 @@ void PickStack(CKestoDlg& dialog) {
     if (record == nullptr)
         return;
     dialog.Editing().PickAlone(*record);
-    area.DrawParts(drawmode::kHighlight);
+    area.DrawParts(DrawMode::Highlight);
     dialog.PartsInfoPanel()->Refresh();
     dialog.PartsViewPanel()->ShowSize(record->Part->SizeX, record->Part->SizeY);
 }

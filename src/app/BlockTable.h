@@ -1,0 +1,85 @@
+// The block table of a job: the block corners of every process's pallets, built from the
+// pallets' cells. A block is named by its index, which stays its own until the table is built
+// anew; stacks and the save file refer to blocks by it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <ranges>
+#include <span>
+#include <vector>
+
+#include "app/JobModel.h"
+
+namespace kesto {
+
+class BlockTable {
+  public:
+    // --- size and count, as the builder works them out -----------------------------------
+    // BlocksCapacity: the entries the processes' cells ask for (may be absurd; the builder
+    // refuses it then).
+    int32_t Capacity() const { return capacity_; }
+    void SetCapacity(int32_t capacity) { capacity_ = capacity; }
+    // Makes the table `entries` default entries (std::bad_alloc when they cannot be had). The
+    // count is kept.
+    void Allocate(size_t entries) { entries_.assign(entries, BlockInfo{}); }
+    // Entries in the table, filled or not.
+    size_t Size() const { return entries_.size(); }
+    // BlocksCount as stored: it may lie outside the table, as a save file or a table made
+    // smaller leaves it.
+    int32_t Count() const { return count_; }
+    void SetCount(int32_t count) { count_ = count; }
+    // The blocks in use: entries 0..Filled()-1, the count cut to the table.
+    int32_t Filled() const;
+    // The next entry, counted and reset; null when the capacity or the table is used up.
+    BlockInfo* Append();
+    // Adds a filled block at the end, the table, capacity and count grown to take it: for a
+    // table laid out by hand. Returns its index.
+    int32_t AddBlock(const BlockInfo& block);
+    // No entries, capacity and count 0.
+    void Clear();
+    // Frees the entries; the capacity and count stay until the table is built again.
+    void ReleaseEntries() { entries_ = {}; }
+
+    // --- blocks by index ------------------------------------------------------------------
+    // Unchecked, for indexes taken from this table's own loops.
+    BlockInfo& operator[](int32_t index) { return entries_[static_cast<size_t>(index)]; }
+    const BlockInfo& operator[](int32_t index) const {
+        return entries_[static_cast<size_t>(index)];
+    }
+    // The block at index, or null outside the filled blocks. A stack whose stored index lies
+    // there stands in no block: it is not drawn, stands in no one's way and is not written.
+    BlockInfo* At(int32_t index);
+    const BlockInfo* At(int32_t index) const;
+
+    // The filled blocks, and every entry of the table (a snapshot keeps them all).
+    std::span<BlockInfo> FilledBlocks() { return {entries_.data(), static_cast<size_t>(Filled())}; }
+    std::span<const BlockInfo> FilledBlocks() const {
+        return {entries_.data(), static_cast<size_t>(Filled())};
+    }
+    std::span<const BlockInfo> Entries() const { return entries_; }
+    std::span<BlockInfo> Entries() { return entries_; }
+
+    // The indexes of the filled blocks of process kouteiNo, in table order; with a pallet,
+    // of that pallet only.
+    auto OfProcess(int32_t kouteiNo) const {
+        return std::views::iota(int32_t{0}, Filled()) |
+               std::views::filter([this, kouteiNo](int32_t i) {
+                   return entries_[static_cast<size_t>(i)].KouteiNo == kouteiNo;
+               });
+    }
+    auto OfPallet(int32_t kouteiNo, int32_t palletNo) const {
+        return std::views::iota(int32_t{0}, Filled()) |
+               std::views::filter([this, kouteiNo, palletNo](int32_t i) {
+                   const BlockInfo& b = entries_[static_cast<size_t>(i)];
+                   return b.KouteiNo == kouteiNo && b.PalletNo == palletNo;
+               });
+    }
+
+  private:
+    std::vector<BlockInfo> entries_;
+    int32_t capacity_ = 0;
+    int32_t count_ = 0;
+};
+
+}  // namespace kesto
