@@ -5,6 +5,7 @@
 
 #include "common/AllocFailure.h"
 #include "common/Installation.h"
+#include "common/PartFields.h"
 
 namespace kesto {
 namespace {
@@ -92,8 +93,7 @@ TEST_F(CKestoAppTest, HasKoutei) {
 TEST_F(CKestoAppTest, FreeJobEmptiesTheListsButKeepsTheCounts) {
     app.BoxList.Append();
     app.BoxList.Count = 1;
-    app.PartsList.Append().Shapes.resize(2);
-    app.PartsList.Count = 1;
+    test::AddPart(app, {}).Shapes.resize(2);
     app.PalletList.Append();
     app.AddHaichiInfo();
     app.Blocks.Allocate(4);

@@ -7,22 +7,16 @@
 
 #include "app/InputReaders.h"
 #include "common/Installation.h"
+#include "common/PartFields.h"
 
 namespace kesto {
 namespace {
 
+using test::AddPart;
+
 class SortPartsTest : public ::testing::Test {
   protected:
     void AddKoutei(int32_t no) { app.KouteiList.Append().No = no; }
-    void AddPart(const std::string& code, int32_t koutei, const std::string& group, double x,
-                 double y) {
-        PartsInfo& p = app.PartsList.Append();
-        p.Code = code;
-        p.KouteiNo = koutei;
-        p.GroupKey = group;
-        p.SizeX = x;
-        p.SizeY = y;
-    }
     std::vector<std::string> Codes() const {
         std::vector<std::string> codes;
         for (const PartsInfo& p : app.PartsList)
@@ -35,9 +29,9 @@ class SortPartsTest : public ::testing::Test {
 
 TEST_F(SortPartsTest, DecreasingSizeXWithinAGroup) {
     AddKoutei(1);
-    AddPart("a", 1, "G", 10, 5);
-    AddPart("b", 1, "G", 30, 5);
-    AddPart("c", 1, "G", 20, 5);
+    AddPart(app, {.Code = "a", .SizeX = 10, .SizeY = 5, .GroupKey = "G"});
+    AddPart(app, {.Code = "b", .SizeX = 30, .SizeY = 5, .GroupKey = "G"});
+    AddPart(app, {.Code = "c", .SizeX = 20, .SizeY = 5, .GroupKey = "G"});
     SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"b", "c", "a"}));
     for (const PartsInfo& p : app.PartsList)
@@ -47,35 +41,35 @@ TEST_F(SortPartsTest, DecreasingSizeXWithinAGroup) {
 
 TEST_F(SortPartsTest, NearlyEqualSizeXOrderedByDecreasingSizeY) {
     AddKoutei(1);
-    AddPart("a", 1, "G", 100.00005, 10);
-    AddPart("b", 1, "G", 100, 20);
+    AddPart(app, {.Code = "a", .SizeX = 100.00005, .SizeY = 10, .GroupKey = "G"});
+    AddPart(app, {.Code = "b", .SizeX = 100, .SizeY = 20, .GroupKey = "G"});
     SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"b", "a"}));
 }
 
 TEST_F(SortPartsTest, StrictlyGreaterSizeXWinsEvenWithinTheTolerance) {
     AddKoutei(1);
-    AddPart("a", 1, "G", 100, 20);
-    AddPart("b", 1, "G", 100.00005, 10);
+    AddPart(app, {.Code = "a", .SizeX = 100, .SizeY = 20, .GroupKey = "G"});
+    AddPart(app, {.Code = "b", .SizeX = 100.00005, .SizeY = 10, .GroupKey = "G"});
     SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"b", "a"}));
 }
 
 TEST_F(SortPartsTest, CompleteTiesKeepFileOrder) {
     AddKoutei(1);
-    AddPart("a", 1, "G", 100, 20);
-    AddPart("b", 1, "G", 100, 20);
-    AddPart("c", 1, "G", 100.00001, 20);
+    AddPart(app, {.Code = "a", .SizeX = 100, .SizeY = 20, .GroupKey = "G"});
+    AddPart(app, {.Code = "b", .SizeX = 100, .SizeY = 20, .GroupKey = "G"});
+    AddPart(app, {.Code = "c", .SizeX = 100.00001, .SizeY = 20, .GroupKey = "G"});
     SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"c", "a", "b"}));
 }
 
 TEST_F(SortPartsTest, GroupsAreNotInterleaved) {
     AddKoutei(1);
-    AddPart("g1", 1, "G2", 10, 1);
-    AddPart("h1", 1, "G1", 50, 1);
-    AddPart("g2", 1, "G2", 20, 1);
-    AddPart("h2", 1, "G1", 60, 1);
+    AddPart(app, {.Code = "g1", .SizeX = 10, .SizeY = 1, .GroupKey = "G2"});
+    AddPart(app, {.Code = "h1", .SizeX = 50, .SizeY = 1, .GroupKey = "G1"});
+    AddPart(app, {.Code = "g2", .SizeX = 20, .SizeY = 1, .GroupKey = "G2"});
+    AddPart(app, {.Code = "h2", .SizeX = 60, .SizeY = 1, .GroupKey = "G1"});
     SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"g2", "g1", "h2", "h1"}));
 }
@@ -83,18 +77,18 @@ TEST_F(SortPartsTest, GroupsAreNotInterleaved) {
 TEST_F(SortPartsTest, ProcessesInKouteiListOrder) {
     AddKoutei(2);
     AddKoutei(1);
-    AddPart("p1", 1, "G", 10, 1);
-    AddPart("p2", 2, "G", 10, 1);
-    AddPart("q1", 1, "G", 20, 1);
+    AddPart(app, {.Code = "p1", .SizeX = 10, .SizeY = 1, .GroupKey = "G"});
+    AddPart(app, {.Code = "p2", .KouteiNo = 2, .SizeX = 10, .SizeY = 1, .GroupKey = "G"});
+    AddPart(app, {.Code = "q1", .SizeX = 20, .SizeY = 1, .GroupKey = "G"});
     SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"p2", "q1", "p1"}));
 }
 
 TEST_F(SortPartsTest, PartOfNoProcessStaysBehind) {
     AddKoutei(1);
-    AddPart("z", 0, "G", 99, 1);
-    AddPart("y", 7, "G", 98, 1);
-    AddPart("a", 1, "G", 10, 1);
+    AddPart(app, {.Code = "z", .KouteiNo = 0, .SizeX = 99, .SizeY = 1, .GroupKey = "G"});
+    AddPart(app, {.Code = "y", .KouteiNo = 7, .SizeX = 98, .SizeY = 1, .GroupKey = "G"});
+    AddPart(app, {.Code = "a", .SizeX = 10, .SizeY = 1, .GroupKey = "G"});
     SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"a", "z", "y"}));
     EXPECT_EQ(app.PartsList.Items.back().SortDone, 0);
@@ -102,8 +96,8 @@ TEST_F(SortPartsTest, PartOfNoProcessStaysBehind) {
 
 TEST_F(SortPartsTest, SortedListStaysAsItIs) {
     AddKoutei(1);
-    AddPart("a", 1, "G", 30, 1);
-    AddPart("b", 1, "G", 20, 1);
+    AddPart(app, {.Code = "a", .SizeX = 30, .SizeY = 1, .GroupKey = "G"});
+    AddPart(app, {.Code = "b", .SizeX = 20, .SizeY = 1, .GroupKey = "G"});
     SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"a", "b"}));
     EXPECT_TRUE(installation.Operator.Messages.empty());
@@ -112,8 +106,8 @@ TEST_F(SortPartsTest, SortedListStaysAsItIs) {
 TEST_F(SortPartsTest, DuplicateProcessNumberSortsOnce) {
     AddKoutei(1);
     AddKoutei(1);
-    AddPart("a", 1, "G", 10, 1);
-    AddPart("b", 1, "G", 20, 1);
+    AddPart(app, {.Code = "a", .SizeX = 10, .SizeY = 1, .GroupKey = "G"});
+    AddPart(app, {.Code = "b", .SizeX = 20, .SizeY = 1, .GroupKey = "G"});
     SortParts(app, installation.Operator);
     EXPECT_EQ(Codes(), (std::vector<std::string>{"b", "a"}));
 }
@@ -158,14 +152,19 @@ TEST(SortPartsOrder, SameOrderAsTheRuleOnRandomJobs) {
             app.KouteiList.Append().No = 1 + static_cast<int32_t>(random() % 6);
         const int count = static_cast<int>(random() % 80);
         for (int i = 0; i < count; ++i) {
-            PartsInfo& p = app.PartsList.Append();
-            p.Code = std::to_string(i);
-            p.KouteiNo = 1 + static_cast<int32_t>(random() % 7);
-            p.GroupKey = std::string(1, static_cast<char>('A' + random() % 3));
+            // Drawn in this order, whatever the order of the fields.
+            const int32_t koutei = 1 + static_cast<int32_t>(random() % 7);
+            const std::string group(1, static_cast<char>('A' + random() % 3));
             // Widths on a grid finer than the tolerance, so that near-ties are common.
-            p.SizeX = 10 + static_cast<double>(random() % 8) * 0.00004;
-            p.SizeY = static_cast<double>(random() % 4);
-            p.SortDone = random() % 10 == 0 ? 1 : 0;
+            const double sizeX = 10 + static_cast<double>(random() % 8) * 0.00004;
+            const double sizeY = static_cast<double>(random() % 4);
+            const int32_t sortDone = random() % 10 == 0 ? 1 : 0;
+            AddPart(app, {.Code = std::to_string(i),
+                          .KouteiNo = koutei,
+                          .SizeX = sizeX,
+                          .SizeY = sizeY,
+                          .GroupKey = group,
+                          .SortDone = sortDone});
         }
         CKestoApp expected = app;
         SortByTheRule(expected);

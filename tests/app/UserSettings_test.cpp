@@ -4,6 +4,7 @@
 
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
+#include "common/PartFields.h"
 #include "common/TestServices.h"
 #include "support/Platform.h"
 
@@ -117,8 +118,7 @@ TEST(UserSettings, ReadingEmptiesTheJobAndItsFlags) {
     app.BoxList.Count = 1;
     app.KouteiList.Append();
     app.KouteiList.Count = 1;
-    app.PartsList.Append();
-    app.PartsList.Count = 1;
+    test::AddPart(app, {});
     app.AddHaichiInfo();
     app.PalletList.Append();
     app.PalletList.Count = 1;

@@ -5,12 +5,15 @@
 #include <sstream>
 #include <utility>
 
+#include "common/PartFields.h"
 #include "common/StackFields.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
 
 namespace kesto {
 namespace {
+
+using test::AddPart;
 
 using test::AddStack;
 
@@ -33,8 +36,8 @@ class BatchReportTest : public ::testing::Test {
         koutei.Name = "CUT";
         koutei.PalletName = "PAL-A";
         app_->KouteiList.Count = 1;
-        bracket_ = &AddPart(1, "A001", 5);
-        AddPart(2, "A002", 3);
+        bracket_ = &AddPart(*app_, {.Code = "A001", .SizeX = 250, .SizeY = 150, .Quantity = 5});
+        AddPart(*app_, {.Code = "A002", .SizeX = 250, .SizeY = 150, .Quantity = 3});
         app_->PalletCount = 2;
         app_->Blocks.Allocate(2);
         app_->Blocks.SetCount(2);
@@ -54,18 +57,6 @@ class BatchReportTest : public ::testing::Test {
                   .Y = 50,
                   .Corner = kCornerMaxMin,
                   .CountOnPart = true});
-    }
-
-    PartsInfo& AddPart(int seq, const char* code, int quantity) {
-        PartsInfo& p = app_->PartsList.Append();
-        p.Seq = seq;
-        p.Code = code;
-        p.KouteiNo = 1;
-        p.SizeX = 250;
-        p.SizeY = 150;
-        p.Quantity = quantity;
-        app_->PartsList.Count++;
-        return p;
     }
 
     test::TempFolder folder_;

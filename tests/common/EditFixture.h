@@ -72,12 +72,6 @@ class EditTest : public SessionTest {
         EXPECT_EQ(CKs_Block(app, session.Svc()).SetUp(), 1);
     }
 
-    // A part of process 1 of sx x sy and its quantity.
-    PartsInfo& Part(double sx, double sy, int32_t num1) {
-        PartsInfo& p = job.AddPart(1, sx, sy, num1);
-        p.Destination = 0;
-        return p;
-    }
     // The corner marks as the stacks make them, and the picture as the window shows it.
     void Show() {
         CKs_Haichi(app, session.Svc(), shown).RebuildCorners(app.KouteiAt(1), {});
@@ -113,8 +107,8 @@ class EditTest : public SessionTest {
 class TwoPartsTest : public EditTest {
   protected:
     TwoPartsTest()
-        : partA(Part(100, 50, 6)),
-          partB(Part(100, 50, 2)),
+        : partA(test::AddPart(app, {.SizeX = 100, .SizeY = 50, .Quantity = 6, .PieceHeight = 1})),
+          partB(test::AddPart(app, {.SizeX = 100, .SizeY = 50, .Quantity = 2, .PieceHeight = 1})),
           a(AddStack(app, partA,
                      {.Block = 0,
                       .Pieces = 3,

@@ -14,6 +14,7 @@
 #include <string>
 
 #include "app/CKestoApp.h"
+#include "common/PartFields.h"
 #include "common/StackFields.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
@@ -70,19 +71,20 @@ class OutputTest : public ::testing::Test {
     // The output worker on this test's job and services.
     CKs_FileSave FileSave() { return CKs_FileSave(*app_, services_); }
 
-    PartsInfo& AddPart(const std::string& code, int32_t koutei, int32_t num1,
-                       const std::string& groupKey = "G1", int32_t num2 = 0) {
-        PartsInfo& part = app_->PartsList.Append();
-        part.Seq = ++app_->PartsList.Count;
-        part.No = part.Seq;
-        part.Code = code;
-        part.KouteiNo = koutei;
-        part.Name = "N" + code;
-        part.DisplayName = "T" + code;
-        part.Quantity = num1;
-        part.Destination = num2;
-        part.GroupKey = groupKey;
-        part.SensitiveSides = "0000";
+    // A part as named, with the texts the files show filled in where not named: No = Seq, Name
+    // "N<Code>", DisplayName "T<Code>", GroupKey "G1", SensitiveSides "0000".
+    PartsInfo& AddPart(const PartFields& fields) {
+        PartsInfo& part = test::AddPart(*app_, fields);
+        if (part.No == 0)
+            part.No = part.Seq;
+        if (part.Name.empty())
+            part.Name = "N" + part.Code;
+        if (part.DisplayName.empty())
+            part.DisplayName = "T" + part.Code;
+        if (part.GroupKey.empty())
+            part.GroupKey = "G1";
+        if (part.SensitiveSides.empty())
+            part.SensitiveSides = "0000";
         return part;
     }
     int32_t AddBlock(int32_t koutei, int32_t pallet) {

@@ -1,6 +1,6 @@
 // A job built in code for the placement tests: the test's own services (a recording operator,
 // a host machine in memory), temporary folders, and helpers that add pallets, processes,
-// parts, stacks.
+// parts (PartFields.h), blocks and stacks (StackFields.h).
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,6 +13,7 @@
 
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
+#include "common/PartFields.h"
 #include "common/StackFields.h"
 #include "common/TestServices.h"
 #include "placement/CKs_Block.h"
@@ -42,7 +43,8 @@ inline std::filesystem::path FreshFolder(const std::string& what) {
 }
 
 // Adds records to a job as the readers would, and finds a part's stacks. Works on any
-// application object: the placement tests' own one or a job session's.
+// application object: the placement tests' own one or a job session's. Parts are added with
+// AddPart of PartFields.h.
 class JobBuilder {
   public:
     explicit JobBuilder(CKestoApp& app) : app_(app) {}
@@ -59,19 +61,6 @@ class JobBuilder {
         k.PalletName = palletName;
         ++app_.KouteiList.Count;
         return k;
-    }
-    PartsInfo& AddPart(int32_t kouteiNo, double sx, double sy, int32_t num1, int32_t num4 = 0,
-                       double value1 = 1) {
-        PartsInfo& p = app_.PartsList.Append();
-        p.Seq = ++app_.PartsList.Count;
-        p.Code = "A" + std::to_string(p.Seq);
-        p.KouteiNo = kouteiNo;
-        p.SizeX = sx;
-        p.SizeY = sy;
-        p.Quantity = num1;
-        p.PerStackLimit = num4;
-        p.PieceHeight = value1;
-        return p;
     }
     // A box; only boxes numbered below 100 are counted, as the job file reader counts them.
     BoxInfo& AddBox(int32_t no, int32_t kind = 0) {
@@ -136,9 +125,12 @@ class PlacementTest : public ::testing::Test {
     KouteiInfo& AddKoutei(int32_t no, const std::string& palletName) {
         return Job().AddKoutei(no, palletName);
     }
-    PartsInfo& AddPart(int32_t kouteiNo, double sx, double sy, int32_t num1, int32_t num4 = 0,
-                       double value1 = 1) {
-        return Job().AddPart(kouteiNo, sx, sy, num1, num4, value1);
+    // A part of the test's current application object, as named; pieces 1 high where no height
+    // is named.
+    PartsInfo& AddPart(PartFields fields) {
+        if (!fields.PieceHeight)
+            fields.PieceHeight = 1;
+        return test::AddPart(*app, fields);
     }
     // One process numbered 1 on the grid pallet, its blocks built.
     KouteiInfo& GridJob(int32_t startCorner = 3) {

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "common/PartFields.h"
 #include "common/PlacementFixture.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
@@ -35,16 +36,27 @@ class SessionTest : public ::testing::Test {
         job.AddBox(0, 10);
     }
 
-    // A part of process 1, 300 x 200, one piece 1 high, with the texts the files show:
-    // No = Seq, Code "A<Seq>", Name "N<Seq>", Text1 "T<Seq>", GroupKey "G1".
-    PartsInfo& AddPart(int32_t num1, int32_t num2 = 0) {
-        PartsInfo& p = job.AddPart(1, 300, 200, num1);
-        p.No = p.Seq;
-        p.Name = "N" + std::to_string(p.Seq);
-        p.DisplayName = "T" + std::to_string(p.Seq);
-        p.GroupKey = "G1";
-        p.SensitiveSides = "0000";
-        p.Destination = num2;
+    // A part as named, with what the session's files show filled in where not named: 300 x 200,
+    // pieces 1 high, No = Seq, Name "N<Seq>", DisplayName "T<Seq>", GroupKey "G1", SensitiveSides
+    // "0000" (and, as AddPart gives every part, process 1 and Code "A<Seq>").
+    PartsInfo& AddPart(PartFields fields) {
+        if (fields.SizeX == 0 && fields.SizeY == 0) {
+            fields.SizeX = 300;
+            fields.SizeY = 200;
+        }
+        if (!fields.PieceHeight)
+            fields.PieceHeight = 1;
+        PartsInfo& p = test::AddPart(app, fields);
+        if (p.No == 0)
+            p.No = p.Seq;
+        if (p.Name.empty())
+            p.Name = "N" + std::to_string(p.Seq);
+        if (p.DisplayName.empty())
+            p.DisplayName = "T" + std::to_string(p.Seq);
+        if (p.GroupKey.empty())
+            p.GroupKey = "G1";
+        if (p.SensitiveSides.empty())
+            p.SensitiveSides = "0000";
         return p;
     }
     std::string Out(const std::string& name) const { return root / ("out/" + name); }

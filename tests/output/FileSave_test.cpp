@@ -20,7 +20,7 @@ class SaveAll : public OutputTest {
         fs::create_directories(dir_ / "sys" / "out");
     }
     void AddExactPart() {
-        AddStack(*app_, AddPart("A", 1, 4),
+        AddStack(*app_, AddPart({.Code = "A", .Quantity = 4}),
                  {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     }
     fs::path Out(const std::string& name) const { return dir_ / "sys" / "out" / name; }
@@ -78,7 +78,7 @@ TEST_F(SaveAll, SaveKeyMissingFailsAfterTheResultFile) {
 
 TEST_F(SaveAll, ShortPartAcceptedDeletesTheResultAndStillWritesTheSaveFile) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
-    AddStack(*app_, AddPart("A", 1, 10),
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
              {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     WriteFile(Out("res.csv"), "old\n");
 
@@ -90,7 +90,7 @@ TEST_F(SaveAll, ShortPartAcceptedDeletesTheResultAndStillWritesTheSaveFile) {
 
 TEST_F(SaveAll, ShortPartRefusedWritesNoSaveFile) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
-    AddStack(*app_, AddPart("A", 1, 10),
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
              {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     operator_.Answer = OkCancel::Cancel;
 

@@ -23,12 +23,14 @@ class OffsetCheck : public OutputTest {
         WriteFile(dir_ / "sys" / "Kesto.ini",
                   "[KakuDlg]\nMsg209=1,\"Offset over\"\nMsg210=NoFont\n");
     }
-    // A 100 x 100 stack whose right edge is x and lower edge y.
-    void AddStackAt(const std::string& text4, double x, double y) {
-        PartsInfo& part = AddPart("P" + std::to_string(app_->PartsList.Count + 1), 1, 1);
-        part.SizeX = 100;
-        part.SizeY = 100;
-        part.SensitiveSides = text4;
+    // A 100 x 100 stack whose right edge is x and lower edge y, of a part whose sensitive sides
+    // are `sides` (set after the part is made, so that "" stays empty).
+    void AddStackAt(const std::string& sides, double x, double y) {
+        PartsInfo& part = AddPart({.Code = "P" + std::to_string(app_->PartsList.Count + 1),
+                                   .SizeX = 100,
+                                   .SizeY = 100,
+                                   .Quantity = 1});
+        part.SensitiveSides = sides;
         AddStack(*app_, part,
                  {.Block = AddBlock(1, 1), .Pieces = 1, .X = x, .Y = y, .CountOnPart = true});
     }
@@ -97,7 +99,7 @@ TEST_F(OffsetCheck, PartsMarked0000OrWithoutStacksAreNotChecked) {
     AddStackAt("0000", 2000, 2000);
     AddStackAt("", 2000, 2000);
     AddStackAt("1", 2000, 0);
-    AddPart("NoStack", 1, 1).SensitiveSides = "1111";
+    AddPart({.Code = "NoStack", .Quantity = 1, .SensitiveSides = "1111"});
 
     EXPECT_EQ(Check(), 1);
 

@@ -30,14 +30,6 @@ class PlacementFile : public OutputTest {
         a.SaveOffsetX = 10;
         a.SaveOffsetY = 5;
     }
-    PartsInfo& AddSizedPart(const std::string& code, int32_t koutei, double sizeX, double sizeY,
-                            double value1) {
-        PartsInfo& part = AddPart(code, koutei, 1);
-        part.SizeX = sizeX;
-        part.SizeY = sizeY;
-        part.PieceHeight = value1;
-        return part;
-    }
     int Write() { return FileSave().WritePlacementFile(path_); }
 
     std::string path_;
@@ -46,14 +38,19 @@ class PlacementFile : public OutputTest {
 TEST_F(PlacementFile, StackLinesCarryOffsetsBoxKindsAndTheStackFields) {
     AddThreeBoxes();
     AddProcessesAndPallets();
-    PartsInfo& a = AddSizedPart("A", 1, 300, 200, 1.5);
-    a.SaveNumber = 7;
+    PartsInfo& a = AddPart({.Code = "A",
+                            .SizeX = 300,
+                            .SizeY = 200,
+                            .Quantity = 1,
+                            .SaveNumber = 7,
+                            .PieceHeight = 1.5});
     HaichiInfo& stack =
         AddStack(*app_, a,
                  {.Block = AddBlock(1, 2), .Pieces = 4, .X = 500.25, .Y = 40, .CountOnPart = true});
     stack.Level = 3;
     stack.Corner = 4;
-    PartsInfo& b = AddSizedPart("B", 2, 50, 60, 2);
+    PartsInfo& b = AddPart(
+        {.Code = "B", .KouteiNo = 2, .SizeX = 50, .SizeY = 60, .Quantity = 1, .PieceHeight = 2});
     HaichiInfo& b1 = AddStack(
         *app_, b, {.Block = AddBlock(2, 1), .Pieces = 3, .X = 80, .Y = 0, .CountOnPart = true});
     HaichiInfo& b2 = AddStack(
@@ -77,7 +74,8 @@ TEST_F(PlacementFile, WithoutAMatchingPalletTheOffsetsAreZero) {
     AddThreeBoxes();
     AddKoutei(1, "NONE");
     AddPallet(1, "PAL-A").SaveOffsetX = 10;
-    AddStack(*app_, AddSizedPart("A", 1, 30, 20, 1),
+    AddStack(*app_,
+             AddPart({.Code = "A", .SizeX = 30, .SizeY = 20, .Quantity = 1, .PieceHeight = 1}),
              {.Block = AddBlock(1, 1), .Pieces = 1, .X = 100, .Y = 7, .CountOnPart = true});
 
     EXPECT_EQ(Write(), 1);
@@ -89,8 +87,7 @@ TEST_F(PlacementFile, WithoutAMatchingPalletTheOffsetsAreZero) {
 
 TEST_F(PlacementFile, PartWhoseStacksHoldNoPiecesAlsoGetsAnUnplacedLine) {
     AddThreeBoxes();
-    PartsInfo& z = AddSizedPart("Z", 1, 5, 5, 0);
-    z.Quantity = 6;
+    PartsInfo& z = AddPart({.Code = "Z", .SizeX = 5, .SizeY = 5, .Quantity = 6, .PieceHeight = 0});
     AddStack(*app_, z,
              {.Block = AddBlock(1, 1), .Pieces = 0, .X = 10, .Y = 0, .CountOnPart = true});
 
@@ -106,9 +103,12 @@ TEST_F(PlacementFile, PartWhoseStacksHoldNoPiecesAlsoGetsAnUnplacedLine) {
 TEST_F(PlacementFile, PartForASmallBoxGetsOnlyTheUnplacedLineWithTheBoxKind) {
     AddThreeBoxes();
     AddBox(101, 77);
-    PartsInfo& q = AddSizedPart("Q", 1, 1, 2, 0.25);
-    q.Destination = 101;
-    q.Quantity = 2;
+    PartsInfo& q = AddPart({.Code = "Q",
+                            .SizeX = 1,
+                            .SizeY = 2,
+                            .Quantity = 2,
+                            .Destination = 101,
+                            .PieceHeight = 0.25});
     AddStack(*app_, q,
              {.Block = AddBlock(1, 1), .Pieces = 2, .X = 10, .Y = 0, .CountOnPart = true});
 
@@ -120,11 +120,11 @@ TEST_F(PlacementFile, PartForASmallBoxGetsOnlyTheUnplacedLineWithTheBoxKind) {
 
 TEST_F(PlacementFile, BoxKindsFollowTheGlobalPalletSequence) {
     AddThreeBoxes();
-    AddStack(*app_, AddPart("A", 1, 1),
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 1}),
              {.Block = AddBlock(1, 2), .Pieces = 1, .CountOnPart = true});  // s = 2: box 1
-    AddStack(*app_, AddPart("B", 2, 1),
+    AddStack(*app_, AddPart({.Code = "B", .KouteiNo = 2, .Quantity = 1}),
              {.Block = AddBlock(2, 1), .Pieces = 1, .CountOnPart = true});  // s = 3: box 2
-    AddStack(*app_, AddPart("C", 2, 1),
+    AddStack(*app_, AddPart({.Code = "C", .KouteiNo = 2, .Quantity = 1}),
              {.Block = AddBlock(2, 2), .Pieces = 1, .CountOnPart = true});  // s = 4: box 0
 
     EXPECT_EQ(Write(), 1);
@@ -138,8 +138,8 @@ TEST_F(PlacementFile, BoxKindsFollowTheGlobalPalletSequence) {
 
 TEST_F(PlacementFile, DirectCodeIsItsOwnBoxKindOnlyWithDirectFlag) {
     AddThreeBoxes();
-    AddPart("D", 1, 3, "G1", 99998);
-    AddPart("E", 1, 4, "G1", 99999);
+    AddPart({.Code = "D", .Quantity = 3, .Destination = 99998});
+    AddPart({.Code = "E", .Quantity = 4, .Destination = 99999});
 
     ASSERT_EQ(Write(), 1);
     EXPECT_EQ(ReadLines(path_)[0].substr(0, 30), "D,1,ND,0,3,0.0000,0.0000,-1,TD");
@@ -151,11 +151,11 @@ TEST_F(PlacementFile, DirectCodeIsItsOwnBoxKindOnlyWithDirectFlag) {
 
 TEST_F(PlacementFile, ProcessNumbersOutsideTheCounterTableAreGuarded) {
     AddThreeBoxes();
-    AddStack(*app_, AddPart("A", 1, 1),
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 1}),
              {.Block = AddBlock(1, 2), .Pieces = 1, .CountOnPart = true});
-    AddStack(*app_, AddPart("H", 150, 1),
+    AddStack(*app_, AddPart({.Code = "H", .KouteiNo = 150, .Quantity = 1}),
              {.Block = AddBlock(150, 1), .Pieces = 1, .CountOnPart = true});  // s = 1 + 2
-    AddStack(*app_, AddPart("N", -3, 1),
+    AddStack(*app_, AddPart({.Code = "N", .KouteiNo = -3, .Quantity = 1}),
              {.Block = AddBlock(-3, 1), .Pieces = 1, .CountOnPart = true});  // s = 1
 
     EXPECT_EQ(Write(), 1);
@@ -168,7 +168,7 @@ TEST_F(PlacementFile, ProcessNumbersOutsideTheCounterTableAreGuarded) {
 
 TEST_F(PlacementFile, StacksOutsideTheBlockTableAreNotWritten) {
     AddThreeBoxes();
-    PartsInfo& a = AddPart("A", 1, 5);
+    PartsInfo& a = AddPart({.Code = "A", .Quantity = 5});
     AddStack(*app_, a, {.Block = -1, .Pieces = 2, .CountOnPart = true});
     AddStack(*app_, a, {.Block = 40, .Pieces = 3, .CountOnPart = true});
 
@@ -179,7 +179,7 @@ TEST_F(PlacementFile, StacksOutsideTheBlockTableAreNotWritten) {
 }
 
 TEST_F(PlacementFile, NoBoxesGiveKindMinusOne) {
-    AddStack(*app_, AddPart("A", 1, 1),
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 1}),
              {.Block = AddBlock(1, 1), .Pieces = 1, .CountOnPart = true});
 
     EXPECT_EQ(Write(), 1);
@@ -188,7 +188,7 @@ TEST_F(PlacementFile, NoBoxesGiveKindMinusOne) {
 }
 
 TEST_F(PlacementFile, EmptyPathOrMissingFolderSets9023) {
-    AddPart("A", 1, 1);
+    AddPart({.Code = "A", .Quantity = 1});
 
     EXPECT_EQ(FileSave().WritePlacementFile(""), 0);
     EXPECT_EQ(app_->ErrorCode, 9023);
@@ -201,7 +201,7 @@ TEST_F(PlacementFile, EmptyPathOrMissingFolderSets9023) {
 TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
     KESTO_NEEDS_FILE_SIZE_LIMIT();
     AddThreeBoxes();
-    PartsInfo& a = AddPart("A", 1, 1);
+    PartsInfo& a = AddPart({.Code = "A", .Quantity = 1});
     const int32_t block = AddBlock(1, 1);
     for (int i = 0; i < 100; ++i)
         AddStack(*app_, a, {.Block = block, .Pieces = 1, .CountOnPart = true});
@@ -220,7 +220,7 @@ TEST_F(PlacementFile, FailedUnplacedLineSets9025AndKeepsTheOldFile) {
     KESTO_NEEDS_FILE_SIZE_LIMIT();
     AddThreeBoxes();
     for (int i = 0; i < 100; ++i)
-        AddPart("U" + std::to_string(i), 1, 1);
+        AddPart({.Code = "U" + std::to_string(i), .Quantity = 1});
     WriteFile(path_, "old save\n");
     {
         const FileSizeLimit limit(64);
@@ -233,13 +233,13 @@ TEST_F(PlacementFile, FailedUnplacedLineSets9025AndKeepsTheOldFile) {
 
 TEST_F(PlacementFile, FailureOnlySeenWhenClosingIsNamedByTheLastLineWritten) {
     AddThreeBoxes();
-    AddStack(*app_, AddPart("A", 1, 1),
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 1}),
              {.Block = AddBlock(1, 1), .Pieces = 1, .CountOnPart = true});
     fs::create_directories(path_);
     EXPECT_EQ(Write(), 0);
     EXPECT_EQ(app_->ErrorCode, 9024);
 
-    AddPart("U", 1, 1);
+    AddPart({.Code = "U", .Quantity = 1});
     EXPECT_EQ(Write(), 0);
     EXPECT_EQ(app_->ErrorCode, 9025);
     EXPECT_TRUE(fs::is_directory(path_));

@@ -18,11 +18,11 @@ class ResultFile : public OutputTest {
     }
     // One part placed exactly over two pallets, one without stacks, one for a small box.
     void AddExactJob() {
-        PartsInfo& a = AddPart("A01", 1, 10);
+        PartsInfo& a = AddPart({.Code = "A01", .Quantity = 10});
         AddStack(*app_, a, {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
         AddStack(*app_, a, {.Block = AddBlock(1, 2), .Pieces = 6, .CountOnPart = true});
-        AddPart("B", 1, 3).No = 12;
-        AddPart("C", 1, 2, "G1", 101);
+        AddPart({.No = 12, .Code = "B", .Quantity = 3});
+        AddPart({.Code = "C", .Quantity = 2, .Destination = 101});
     }
     int Write() { return FileSave().WriteResultFile(path_); }
 
@@ -43,7 +43,7 @@ TEST_F(ResultFile, EveryPartPlacedExactlyWritesBothFilesWithoutAsking) {
 }
 
 TEST_F(ResultFile, StacksOfNoPiecesAreSummarisedWithTheQuantityAfterThem) {
-    AddStack(*app_, AddPart("D", 1, 5),
+    AddStack(*app_, AddPart({.Code = "D", .Quantity = 5}),
              {.Block = AddBlock(1, 1), .Pieces = 0, .CountOnPart = true});
 
     EXPECT_EQ(Write(), 1);
@@ -64,7 +64,7 @@ TEST_F(ResultFile, SetAsidePiecesAskMessage208AndOkDeletesTheResultFile) {
 }
 
 TEST_F(ResultFile, PartlyStackedPartIsShortAndCancelKeepsTheOldResult) {
-    AddStack(*app_, AddPart("A", 1, 10),
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
              {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     WriteFile(path_, "old result\n");
     operator_.Answer = OkCancel::Cancel;
@@ -78,8 +78,8 @@ TEST_F(ResultFile, PartlyStackedPartIsShortAndCancelKeepsTheOldResult) {
 }
 
 TEST_F(ResultFile, PartWithoutPlacedPiecesIsNotShort) {
-    AddPart("U", 1, 10);
-    AddStack(*app_, AddPart("Z", 1, 10),
+    AddPart({.Code = "U", .Quantity = 10});
+    AddStack(*app_, AddPart({.Code = "Z", .Quantity = 10}),
              {.Block = AddBlock(1, 1), .Pieces = 0, .CountOnPart = true});
 
     EXPECT_EQ(Write(), 1);
@@ -148,7 +148,7 @@ TEST_F(ResultFile, FailedSideWriteLeavesTheOldFilesByteForByte) {
 
 TEST_F(ResultFile, FailedResultWriteLeavesTheOldResultByteForByte) {
     KESTO_NEEDS_FILE_SIZE_LIMIT();
-    AddStack(*app_, AddPart("A", 1, 10),
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
              {.Block = AddBlock(1, 1), .Pieces = 10, .CountOnPart = true});
     WriteFile(path_, "old result\n");
     {

@@ -28,17 +28,17 @@ class ResultGroups : public OutputTest {
 };
 
 TEST_F(ResultGroups, SecondProcessContinuesTheFirstsLastGroupWhenItEndsOnAnOddPallet) {
-    PartsInfo& a = AddPart("A", 1, 10);
+    PartsInfo& a = AddPart({.Code = "A", .Quantity = 10});
     HaichiInfo& a1 =
         AddStack(*app_, a, {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     HaichiInfo& a3 =
         AddStack(*app_, a, {.Block = AddBlock(1, 3), .Pieces = 6, .CountOnPart = true});
-    PartsInfo& b = AddPart("B", 2, 5);
+    PartsInfo& b = AddPart({.Code = "B", .KouteiNo = 2, .Quantity = 5});
     HaichiInfo& b1 =
         AddStack(*app_, b, {.Block = AddBlock(2, 1), .Pieces = 2, .CountOnPart = true});
     HaichiInfo& b2 =
         AddStack(*app_, b, {.Block = AddBlock(2, 2), .Pieces = 3, .CountOnPart = true});
-    PartsInfo& c = AddPart("C", 2, 7, "G2");
+    PartsInfo& c = AddPart({.Code = "C", .KouteiNo = 2, .Quantity = 7, .GroupKey = "G2"});
     HaichiInfo& c3 =
         AddStack(*app_, c, {.Block = AddBlock(2, 3), .Pieces = 7, .CountOnPart = true});
 
@@ -53,15 +53,15 @@ TEST_F(ResultGroups, SecondProcessContinuesTheFirstsLastGroupWhenItEndsOnAnOddPa
 }
 
 TEST_F(ResultGroups, GroupsAlternateBetweenAscendingAndDescendingKeys) {
-    AddStack(*app_, AddPart("P1", 1, 1, "G2"),
+    AddStack(*app_, AddPart({.Code = "P1", .Quantity = 1, .GroupKey = "G2"}),
              {.Block = AddBlock(1, 1), .Pieces = 1, .CountOnPart = true});
-    AddStack(*app_, AddPart("P2", 1, 2, "G1"),
+    AddStack(*app_, AddPart({.Code = "P2", .Quantity = 2}),
              {.Block = AddBlock(1, 2), .Pieces = 2, .CountOnPart = true});
-    AddStack(*app_, AddPart("P3", 1, 3, "G2"),
+    AddStack(*app_, AddPart({.Code = "P3", .Quantity = 3, .GroupKey = "G2"}),
              {.Block = AddBlock(1, 2), .Pieces = 3, .CountOnPart = true});
-    AddStack(*app_, AddPart("P4", 1, 4, "G1"),
+    AddStack(*app_, AddPart({.Code = "P4", .Quantity = 4}),
              {.Block = AddBlock(1, 3), .Pieces = 4, .CountOnPart = true});
-    AddStack(*app_, AddPart("P5", 1, 5, "G3"),
+    AddStack(*app_, AddPart({.Code = "P5", .Quantity = 5, .GroupKey = "G3"}),
              {.Block = AddBlock(1, 4), .Pieces = 5, .CountOnPart = true});
 
     EXPECT_EQ(Write(), (Lines{"P2,1,NP2,1002,2,PLT001-G1,1,P2", "P1,1,NP1,1002,1,PLT001-G2,1,P1",
@@ -70,12 +70,13 @@ TEST_F(ResultGroups, GroupsAlternateBetweenAscendingAndDescendingKeys) {
 }
 
 TEST_F(ResultGroups, PartWhoseGroupKeyYieldsZeroIsNeverWrittenButStillUsesAGroup) {
-    AddStack(*app_, AddPart("Z", 1, 3, "G0"),
+    AddStack(*app_, AddPart({.Code = "Z", .Quantity = 3, .GroupKey = "G0"}),
              {.Block = AddBlock(1, 1), .Pieces = 3, .CountOnPart = true});
-    AddStack(*app_, AddPart("E", 1, 2, ""),
-             {.Block = AddBlock(1, 2), .Pieces = 2, .CountOnPart = true});
-    AddPart("X", 1, 4, "X");
-    AddStack(*app_, AddPart("Y", 1, 5),
+    PartsInfo& ungrouped = AddPart({.Code = "E", .Quantity = 2});
+    ungrouped.GroupKey = "";  // where no group is named the fixture gives G1
+    AddStack(*app_, ungrouped, {.Block = AddBlock(1, 2), .Pieces = 2, .CountOnPart = true});
+    AddPart({.Code = "X", .Quantity = 4, .GroupKey = "X"});
+    AddStack(*app_, AddPart({.Code = "Y", .Quantity = 5}),
              {.Block = AddBlock(1, 3), .Pieces = 5, .CountOnPart = true});
 
     EXPECT_EQ(Write(), (Lines{"Y,1,NY,3004,5,PLT002-G1,2,Y"}));
@@ -85,10 +86,10 @@ TEST_F(ResultGroups, OneBoxGivesOnePalletPerGroupAndNeverContinues) {
     app_->BoxList.Clear();
     app_->BoxList.Count = 0;
     AddBox(0, 10);
-    PartsInfo& a = AddPart("A", 1, 10);
+    PartsInfo& a = AddPart({.Code = "A", .Quantity = 10});
     AddStack(*app_, a, {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     AddStack(*app_, a, {.Block = AddBlock(1, 3), .Pieces = 6, .CountOnPart = true});
-    AddStack(*app_, AddPart("B", 2, 2),
+    AddStack(*app_, AddPart({.Code = "B", .KouteiNo = 2, .Quantity = 2}),
              {.Block = AddBlock(2, 1), .Pieces = 2, .CountOnPart = true});
 
     EXPECT_EQ(Write(), (Lines{"A,1,NA,1001,4,PLT001-G1,1,A", "A,1,NA,3003,6,PLT002-G1,2,A",
@@ -96,12 +97,12 @@ TEST_F(ResultGroups, OneBoxGivesOnePalletPerGroupAndNeverContinues) {
 }
 
 TEST_F(ResultGroups, UnplacedPartsGoIntoTheFirstGroupOfTheirProcess) {
-    AddPart("U", 1, 9);
-    AddStack(*app_, AddPart("S", 1, 4, "G2", 101),
+    AddPart({.Code = "U", .Quantity = 9});
+    AddStack(*app_, AddPart({.Code = "S", .Quantity = 4, .Destination = 101, .GroupKey = "G2"}),
              {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
-    AddStack(*app_, AddPart("O", 1, 0),
+    AddStack(*app_, AddPart({.Code = "O", .Quantity = 0}),
              {.Block = AddBlock(1, 1), .Pieces = 0, .CountOnPart = true});
-    AddStack(*app_, AddPart("W", 1, 5, "G3"),
+    AddStack(*app_, AddPart({.Code = "W", .Quantity = 5, .GroupKey = "G3"}),
              {.Block = AddBlock(1, 3), .Pieces = 5, .CountOnPart = true});
 
     EXPECT_EQ(Write(), (Lines{"U,1,NU,0,9,PLT001-G1,1,U", "O,1,NO,0,0,PLT001-G1,1,O",
@@ -110,10 +111,10 @@ TEST_F(ResultGroups, UnplacedPartsGoIntoTheFirstGroupOfTheirProcess) {
 
 TEST_F(ResultGroups, PalletsBeyondThePalletCountAreNotWritten) {
     app_->PalletCount = 2;
-    PartsInfo& a = AddPart("A", 1, 10);
+    PartsInfo& a = AddPart({.Code = "A", .Quantity = 10});
     AddStack(*app_, a, {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     AddStack(*app_, a, {.Block = AddBlock(1, 3), .Pieces = 6, .CountOnPart = true});
-    AddStack(*app_, AddPart("B", 1, 1),
+    AddStack(*app_, AddPart({.Code = "B", .Quantity = 1}),
              {.Block = AddBlock(1, 5), .Pieces = 1, .CountOnPart = true});
 
     EXPECT_EQ(Write(), (Lines{"A,1,NA,1002,4,PLT001-G1,1,A"}));
@@ -121,18 +122,18 @@ TEST_F(ResultGroups, PalletsBeyondThePalletCountAreNotWritten) {
 
 TEST_F(ResultGroups, NoPalletsMeansNothingIsWritten) {
     app_->PalletCount = 0;
-    AddPart("U", 1, 9);
-    AddStack(*app_, AddPart("A", 1, 4),
+    AddPart({.Code = "U", .Quantity = 9});
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 4}),
              {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
 
     EXPECT_TRUE(Write().empty());
 }
 
 TEST_F(ResultGroups, ProcessWithoutPartsCarriesTheLastPalletAndLowersTheGroup) {
-    PartsInfo& a = AddPart("A", 1, 10);
+    PartsInfo& a = AddPart({.Code = "A", .Quantity = 10});
     AddStack(*app_, a, {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     AddStack(*app_, a, {.Block = AddBlock(1, 3), .Pieces = 6, .CountOnPart = true});
-    AddStack(*app_, AddPart("D", 3, 1),
+    AddStack(*app_, AddPart({.Code = "D", .KouteiNo = 3, .Quantity = 1}),
              {.Block = AddBlock(3, 1), .Pieces = 1, .CountOnPart = true});
 
     EXPECT_EQ(Write(), (Lines{"A,1,NA,1002,4,PLT001-G1,1,A", "A,1,NA,3004,6,PLT002-G1,2,A",
@@ -142,16 +143,16 @@ TEST_F(ResultGroups, ProcessWithoutPartsCarriesTheLastPalletAndLowersTheGroup) {
 TEST_F(ResultGroups, HugeProcessNumberAndPalletCountFinish) {
     app_->PalletCount = std::numeric_limits<int32_t>::max();
     const int32_t last = std::numeric_limits<int32_t>::max();
-    AddStack(*app_, AddPart("A", last, 3),
+    AddStack(*app_, AddPart({.Code = "A", .KouteiNo = last, .Quantity = 3}),
              {.Block = AddBlock(last, 1), .Pieces = 3, .CountOnPart = true});
-    AddPart("N", 0, 2);
-    AddPart("M", -4, 2);
+    AddPart({.Code = "N", .KouteiNo = 0, .Quantity = 2});
+    AddPart({.Code = "M", .KouteiNo = -4, .Quantity = 2});
 
     EXPECT_EQ(Write(), (Lines{"A,2147483647,NA,1002,3,PLT001-G1,1,A"}));
 }
 
 TEST_F(ResultGroups, StacksOutsideTheBlockTableAreIgnored) {
-    PartsInfo& a = AddPart("A", 1, 3);
+    PartsInfo& a = AddPart({.Code = "A", .Quantity = 3});
     AddStack(*app_, a, {.Block = -1, .Pieces = 5, .CountOnPart = true});
     AddStack(*app_, a, {.Block = 7, .Pieces = 5, .CountOnPart = true});
 
@@ -160,22 +161,22 @@ TEST_F(ResultGroups, StacksOutsideTheBlockTableAreIgnored) {
 
 TEST_F(ResultGroups, DirectCodePartJoinsTheGroupOfItsKeyWhenDirectFlagIsSet) {
     app_->DirectCodesAllowed = true;
-    AddStack(*app_, AddPart("A", 1, 4),
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 4}),
              {.Block = AddBlock(1, 3), .Pieces = 4, .CountOnPart = true});
-    AddPart("X", 1, 5, "G1", 99998);
-    AddStack(*app_, AddPart("W", 1, 2, "G2"),
+    AddPart({.Code = "X", .Quantity = 5, .Destination = 99998});
+    AddStack(*app_, AddPart({.Code = "W", .Quantity = 2, .GroupKey = "G2"}),
              {.Block = AddBlock(1, 1), .Pieces = 2, .CountOnPart = true});
-    AddPart("Y", 1, 6, "G9", 99999);
+    AddPart({.Code = "Y", .Quantity = 6, .Destination = 99999, .GroupKey = "G9"});
 
     EXPECT_EQ(Write(), (Lines{"W,1,NW,1002,2,PLT001-G2,1,W", "Y,1,NY,0,6,PLT001-G9,1,Y",
                               "A,1,NA,3004,4,PLT002-G1,2,A", "X,1,NX,0,5,PLT002-G1,2,X"}));
 }
 
 TEST_F(ResultGroups, DirectCodePartIsAnUnplacedPartWithoutDirectFlag) {
-    AddStack(*app_, AddPart("A", 1, 4),
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 4}),
              {.Block = AddBlock(1, 3), .Pieces = 4, .CountOnPart = true});
-    AddPart("X", 1, 5, "G1", 99998);
-    AddStack(*app_, AddPart("W", 1, 2, "G2"),
+    AddPart({.Code = "X", .Quantity = 5, .Destination = 99998});
+    AddStack(*app_, AddPart({.Code = "W", .Quantity = 2, .GroupKey = "G2"}),
              {.Block = AddBlock(1, 1), .Pieces = 2, .CountOnPart = true});
 
     EXPECT_EQ(Write(), (Lines{"X,1,NX,0,5,PLT001-G1,1,X", "W,1,NW,1002,2,PLT001-G2,1,W",
@@ -183,7 +184,7 @@ TEST_F(ResultGroups, DirectCodePartIsAnUnplacedPartWithoutDirectFlag) {
 }
 
 TEST_F(ResultGroups, FailedWriteSets9022) {
-    AddStack(*app_, AddPart("A", 1, 4),
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 4}),
              {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     const std::string path = PathOf("result.csv");
     WriteFile(path, "old\n");

@@ -8,8 +8,8 @@ namespace {
 using StackIndexTest = OutputTest;
 
 TEST_F(StackIndexTest, StacksOfAPartKeepListOrderAndLeaveOutStacksWithoutBlock) {
-    PartsInfo& a = AddPart("A", 1, 9);
-    PartsInfo& b = AddPart("B", 1, 9);
+    PartsInfo& a = AddPart({.Code = "A", .Quantity = 9});
+    PartsInfo& b = AddPart({.Code = "B", .Quantity = 9});
     const int32_t block = AddBlock(1, 2);
     HaichiInfo& first = AddStack(*app_, a, {.Block = block, .Pieces = 1, .CountOnPart = true});
     AddStack(*app_, b, {.Block = block, .Pieces = 2, .CountOnPart = true});

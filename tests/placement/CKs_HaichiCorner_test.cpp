@@ -20,8 +20,8 @@ class CornerTest : public PlacementTest {
         AddBlock(1, 1, 200, 0, 300, 100);
         AddBlock(1, 2, 0, 0, 100, 100);
         AddBlock(2, 1, 0, 0, 100, 100);
-        other = &AddPart(1, 20, 20, 1);
-        part = &AddPart(1, 50, 50, 1);
+        other = &AddPart({.SizeX = 20, .SizeY = 20, .Quantity = 1});
+        part = &AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
     }
     // TestCorner for `part` in process 1 as a placement asks it.
     int Placing(int block, int corner) {
@@ -33,7 +33,7 @@ class CornerTest : public PlacementTest {
     }
     // A stack of `other` whose rectangle (no gaps) is (x0,y0)-(x1,y1), in block `block`.
     HaichiInfo& Obstacle(double x0, double y0, double x1, double y1, int block = 1) {
-        PartsInfo& p = AddPart(1, x1 - x0, y1 - y0, 1);
+        PartsInfo& p = AddPart({.SizeX = x1 - x0, .SizeY = y1 - y0, .Quantity = 1});
         return AddStack(*app, p,
                         {.Block = block, .Pieces = 1, .X = x1, .Y = y0, .Corner = kCornerMaxMin});
     }

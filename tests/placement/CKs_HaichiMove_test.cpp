@@ -16,8 +16,8 @@ class MoveTest : public PlacementTest {
         }
         drop.Slots[0] = {0, 0, 500, 400};
         drop.BlockRects = blockRects;
-        part = &AddPart(1, 100, 50, 1);
-        second = &AddPart(1, 100, 50, 1);
+        part = &AddPart({.SizeX = 100, .SizeY = 50, .Quantity = 1});
+        second = &AddPart({.SizeX = 100, .SizeY = 50, .Quantity = 1});
     }
     // Picks the stacks up as the drawing area does before a drop; a probe only reports the
     // pallet it would land on in probed.
@@ -137,7 +137,7 @@ TEST_F(MoveTest, FreeMoveWithoutPixelDistanceDoesNotStretch) {
 TEST_F(MoveTest, FreeMoveCoveringABlockTakesIt) {
     HaichiInfo& s = AddStack(*app, *part,
                              {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
-    PartsInfo& big = AddPart(1, 300, 200, 1);
+    PartsInfo& big = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     s.Part = &big;
     s.X = 990;
     EXPECT_EQ(Drop({&s}, 195, 295, 340, 395, 1), 1);

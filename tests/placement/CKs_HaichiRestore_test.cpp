@@ -43,8 +43,9 @@ class RestoreTest : public PlacementTest {
             out << l << "\n";
         return path.string();
     }
-    PartsInfo& KeyedPart(int32_t koutei, double sx, double sy, int32_t num1, int32_t num4 = 0) {
-        PartsInfo& p = AddPart(koutei, sx, sy, num1, num4);
+    // A part whose save key is its Seq, as the save file names it.
+    PartsInfo& KeyedPart(const PartFields& fields) {
+        PartsInfo& p = AddPart(fields);
         p.SaveKey = p.Seq;
         return p;
     }
@@ -65,8 +66,8 @@ std::vector<StackKey> Snapshot(const CKestoApp& a) {
 
 TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     GridJob();
-    KeyedPart(1, 300, 200, 10, 4);
-    KeyedPart(1, 50, 50, 6, 2);
+    KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
+    KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .PerStackLimit = 2});
     ASSERT_EQ(
         CKs_Haichi(*app, services, shown).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
         1);
@@ -83,8 +84,8 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     app = std::make_unique<CKestoApp>();
     app->PalletCount = 1;
     GridJob();
-    PartsInfo& a = KeyedPart(1, 300, 200, 10, 4);
-    PartsInfo& b = KeyedPart(1, 50, 50, 6, 2);
+    PartsInfo& a = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
+    PartsInfo& b = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .PerStackLimit = 2});
     ASSERT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement(path), 1);
     EXPECT_EQ(Snapshot(*app), before);
     EXPECT_EQ(a.PiecesPlaced, 10);
@@ -96,15 +97,15 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
 
 TEST_F(RestoreTest, LineWithBlockMinusOneFailsTheRestore) {
     GridJob();
-    KeyedPart(1, 50, 50, 6);
+    KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
     EXPECT_EQ(Restore({Line("A1", 0, 0, 50, 50, 6, -1, -1)}), 0);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
 TEST_F(RestoreTest, LinesOfUnknownOrBoxedPartsOrMissingProcessesAreIgnored) {
     GridJob();
-    KeyedPart(1, 50, 50, 6).Destination = 100;
-    KeyedPart(5, 50, 50, 6);
+    KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .Destination = 100});
+    KeyedPart({.KouteiNo = 5, .SizeX = 50, .SizeY = 50, .Quantity = 6});
     EXPECT_EQ(Restore({Line("A9", 0, 0, 50, 50, 6, -1, -1), Line("A1", 0, 0, 50, 50, 6, -1, -1),
                        Line("A2", 0, 0, 50, 50, 6, -1, -1)}),
               1);
@@ -113,7 +114,7 @@ TEST_F(RestoreTest, LinesOfUnknownOrBoxedPartsOrMissingProcessesAreIgnored) {
 
 TEST_F(RestoreTest, StoredBlockOutsideTheTableIgnoresTheLine) {
     GridJob();
-    PartsInfo& p = KeyedPart(1, 50, 50, 6);
+    PartsInfo& p = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
     EXPECT_EQ(Restore({Line("A1", 940, 10, 50, 50, 6, 999, 4)}), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
     EXPECT_EQ(p.PiecesPlaced, 0);
@@ -123,14 +124,14 @@ TEST_F(RestoreTest, MissingFileOrEmptyListsSucceedWithoutStacks) {
     EXPECT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement("/nonexistent/kesto/save.txt"), 1);
     GridJob();
     EXPECT_EQ(Restore({Line("A1", 940, 10, 50, 50, 6, 0, 4)}), 1);
-    KeyedPart(1, 50, 50, 6);
+    KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
     EXPECT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement(""), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
 TEST_F(RestoreTest, FileThatCannotBeOpenedFailsTheRestore) {
     GridJob();
-    KeyedPart(1, 50, 50, 6);
+    KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
     const auto path = Folder("sock") / "s";
     ASSERT_NO_FATAL_FAILURE(test::MakeUnopenable(path.string()));
     EXPECT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement(path.string()), 0);
@@ -138,7 +139,7 @@ TEST_F(RestoreTest, FileThatCannotBeOpenedFailsTheRestore) {
 
 TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {
     GridJob();
-    PartsInfo& p = KeyedPart(1, 50, 50, 6);
+    PartsInfo& p = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
     ASSERT_EQ(Restore({Line("A1", 940, 160, 50, 50, 4, 0, 8, 3)}), 1);
     const HaichiInfo& h = *StacksOf(p).at(0);
     EXPECT_DOUBLE_EQ(h.X, 990);
@@ -154,21 +155,21 @@ TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {
 
 TEST_F(RestoreTest, LastCoveredBlockWins) {
     GridJob();
-    PartsInfo& p = KeyedPart(1, 300, 410, 1);
+    PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 410, .Quantity = 1});
     ASSERT_EQ(Restore({Line("A1", 690, 10, 300, 410, 1, 5, 4)}), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
 
 TEST_F(RestoreTest, CornerPointFindsTheBlockWhenNoneIsCovered) {
     GridJob();
-    PartsInfo& p = KeyedPart(1, 50, 50, 1);
+    PartsInfo& p = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
     ASSERT_EQ(Restore({Line("A1", 700, 230, 50, 50, 1, 5, 4)}), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
 
 TEST_F(RestoreTest, StoredBlockIsKeptWhenNoBlockIsFound) {
     GridJob();
-    PartsInfo& p = KeyedPart(1, 50, 50, 1);
+    PartsInfo& p = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
     ASSERT_EQ(Restore({Line("A1", 5000, 5000, 50, 50, 1, 5, 4)}), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 5);
     EXPECT_EQ(app->Blocks[5].Occupant, &p);
@@ -177,7 +178,7 @@ TEST_F(RestoreTest, StoredBlockIsKeptWhenNoBlockIsFound) {
 TEST_F(RestoreTest, SearchStaysOnTheStoredBlocksPallet) {
     app->PalletCount = 2;
     GridJob();
-    PartsInfo& p = KeyedPart(1, 300, 200, 1);
+    PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     ASSERT_EQ(Restore({Line("A1", 690, 10, 300, 200, 1, 9, 4)}), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 9);
 }
@@ -187,7 +188,7 @@ TEST_F(RestoreTest, BlocksOfOtherProcessesAreTakenToo) {
     AddKoutei(1, "PAL");
     AddKoutei(2, "PAL");
     ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
-    PartsInfo& p = KeyedPart(1, 300, 200, 1);
+    PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     ASSERT_EQ(Restore({Line("A1", 690, 10, 300, 200, 1, 0, 4)}), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 9);
 }
@@ -214,7 +215,7 @@ class TrimTest : public RestoreTest {
 
 TEST_F(TrimTest, ExcessComesOffTheHighestLevelLastStackFirst) {
     GridJob();
-    PartsInfo& p = KeyedPart(1, 300, 200, 4);
+    PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 4});
     Stacks(p, {{3, 1}, {2, 2}, {2, 2}, {2, 1}});
     ASSERT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
     EXPECT_EQ(p.PiecesPlaced, 4);
@@ -227,7 +228,7 @@ TEST_F(TrimTest, ExcessComesOffTheHighestLevelLastStackFirst) {
 
 TEST_F(TrimTest, StacksOfLevelZeroAreNotTrimmed) {
     GridJob();
-    PartsInfo& p = KeyedPart(1, 300, 200, 2);
+    PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 2});
     Stacks(p, {{3, 0}, {3, 0}});
     ASSERT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
     EXPECT_EQ(p.PiecesPlaced, 6);
@@ -236,8 +237,8 @@ TEST_F(TrimTest, StacksOfLevelZeroAreNotTrimmed) {
 
 TEST_F(TrimTest, EmptyStacksOfAnyPartAreRemoved) {
     GridJob();
-    PartsInfo& p = KeyedPart(1, 300, 200, 3);
-    PartsInfo& q = AddPart(1, 300, 200, 3);
+    PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 3});
+    PartsInfo& q = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 3});
     Stacks(p, {{3, 1}});
     AddStack(*app, q, {.Block = 4, .Pieces = 0, .X = 680, .Y = 220, .Corner = kCornerMaxMin});
     ASSERT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
@@ -251,7 +252,7 @@ TEST_F(TrimTest, EmptyListsSucceed) {
 
 TEST_F(TrimTest, ShortageGoesToTheLowestStackBelowTheLimit) {
     GridJob();
-    PartsInfo& p = KeyedPart(1, 300, 200, 10, 5);
+    PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 5});
     Stacks(p, {{1, 0}, {3, 0}});
     ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{5, 5}));
@@ -260,7 +261,7 @@ TEST_F(TrimTest, ShortageGoesToTheLowestStackBelowTheLimit) {
 
 TEST_F(TrimTest, ShortageBeyondTheLimitIsLeft) {
     GridJob();
-    PartsInfo& p = KeyedPart(1, 300, 200, 10, 3);
+    PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 3});
     Stacks(p, {{1, 0}, {3, 0}});
     ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 3}));
@@ -270,8 +271,8 @@ TEST_F(TrimTest, ShortageBeyondTheLimitIsLeft) {
 TEST_F(TrimTest, PalletHeightLimitsTheFill) {
     GridJob();
     app->PalletList.begin()->MaxStackHeight = 10;
-    PartsInfo& p = KeyedPart(1, 300, 200, 10, 5);
-    p.PieceHeight = 4;
+    PartsInfo& p = KeyedPart(
+        {.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 5, .PieceHeight = 4});
     Stacks(p, {{1, 0}, {1, 0}});
     ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
@@ -279,7 +280,7 @@ TEST_F(TrimTest, PalletHeightLimitsTheFill) {
 
 TEST_F(TrimTest, Num4OfZeroIsSmallerThanAnyLimitSoNothingIsFilled) {
     GridJob();
-    PartsInfo& p = KeyedPart(1, 300, 200, 10, 0);
+    PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 0});
     Stacks(p, {{1, 0}});
     ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1}));
@@ -292,7 +293,8 @@ TEST_F(TrimTest, FillMatchesOnePieceAtATime) {
         app->PalletCount = 1;
         GridJob();
         const int limit = std::uniform_int_distribution<int>(1, 12)(rng);
-        PartsInfo& p = KeyedPart(1, 300, 200, 0, limit);
+        PartsInfo& p =
+            KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 0, .PerStackLimit = limit});
         std::vector<std::pair<int, int>> stacks;
         std::vector<int> expected;
         for (int i = 0; i < 7; ++i) {

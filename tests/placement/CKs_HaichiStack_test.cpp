@@ -26,7 +26,7 @@ using Cand = std::array<int, 4>;
 
 TEST_F(StackPartTest, QuantityTenWithFourPerStackGivesStacksOfFourThreeThree) {
     KouteiInfo& k = GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 10, 4);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 3, 3}));
     EXPECT_EQ(p.PiecesPlaced, 10);
@@ -34,14 +34,14 @@ TEST_F(StackPartTest, QuantityTenWithFourPerStackGivesStacksOfFourThreeThree) {
 
 TEST_F(StackPartTest, QuantityThatIsAMultipleOfNum4GetsStacksOfExactlyNum4) {
     KouteiInfo& k = GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 12, 4);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 12, .PerStackLimit = 4});
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 4, 4}));
 }
 
 TEST_F(StackPartTest, FirstStackStandsInCornerFourOfTheFirstBlock) {
     KouteiInfo& k = GridJob();
-    PartsInfo& p = AddPart(1, 100, 50, 1);
+    PartsInfo& p = AddPart({.SizeX = 100, .SizeY = 50, .Quantity = 1});
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     const HaichiInfo& h = *StacksOf(p).at(0);
     EXPECT_EQ(h.Corner, 4);
@@ -54,7 +54,7 @@ TEST_F(StackPartTest, FirstStackStandsInCornerFourOfTheFirstBlock) {
 TEST_F(StackPartTest, HeightLimitBelowOnePieceRecordsEmptyStacksInTheFirstBlock) {
     KouteiInfo& k = GridJob();
     app->PalletList.begin()->MaxStackHeight = 0.5;
-    PartsInfo& p = AddPart(1, 50, 50, 10, 0, 1.0);
+    PartsInfo& p = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 10, .PieceHeight = 1.0});
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     std::vector<int> flags, blocks;
     for (const HaichiInfo* h : StacksOf(p)) {
@@ -70,7 +70,7 @@ TEST_F(StackPartTest, HeightLimitBelowOnePieceRecordsEmptyStacksInTheFirstBlock)
 TEST_F(StackPartTest, PieceWithoutHeightSetsNoCap) {
     KouteiInfo& k = GridJob();
     app->PalletList.begin()->MaxStackHeight = -5;
-    PartsInfo& p = AddPart(1, 50, 50, 3, 0, 0.0);
+    PartsInfo& p = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 3, .PieceHeight = 0.0});
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3}));
 }
@@ -78,15 +78,15 @@ TEST_F(StackPartTest, PieceWithoutHeightSetsNoCap) {
 TEST_F(StackPartTest, HeightCapCutsPiecesToWhatThePalletHolds) {
     KouteiInfo& k = GridJob();
     app->PalletList.begin()->MaxStackHeight = 10;
-    PartsInfo& p = AddPart(1, 300, 200, 7, 0, 3.0);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 7, .PieceHeight = 3.0});
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 3, 1}));
 }
 
 TEST_F(StackPartTest, BlockServingAnotherPartIsNeverUsed) {
     KouteiInfo& k = GridJob();
-    PartsInfo& other = AddPart(1, 10, 10, 1);
-    PartsInfo& p = AddPart(1, 50, 50, 1);
+    PartsInfo& other = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1});
+    PartsInfo& p = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
     app->Blocks[0].Occupant = &other;
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
@@ -95,8 +95,8 @@ TEST_F(StackPartTest, BlockServingAnotherPartIsNeverUsed) {
 TEST_F(StackPartTest, ClearanceOverAnotherPartsBlockCornerRefusesTheBlock) {
     KouteiInfo& k = GridJob();
     app->PalletList.begin()->StackGapX = 20;
-    PartsInfo& other = AddPart(1, 10, 10, 1);
-    PartsInfo& p = AddPart(1, 300, 200, 1);
+    PartsInfo& other = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1});
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     app->Blocks[3].Occupant = &other;
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
@@ -108,7 +108,7 @@ TEST_F(StackPartTest, StackOutsideTheProcessAreaIsRefused) {
     k.Pallet = &*app->PalletList.begin();
     AddBlock(1, 1, 100, 10, 400, 210);
     AddBlock(1, 1, 410, 10, 710, 210);
-    PartsInfo& p = AddPart(1, 350, 100, 1);
+    PartsInfo& p = AddPart({.SizeX = 350, .SizeY = 100, .Quantity = 1});
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
@@ -118,7 +118,7 @@ TEST_F(StackPartTest, PartAsLargeAsTheAreaIsAcceptedWhereverItFalls) {
     KouteiInfo& k = AddKoutei(1, "PAL");
     k.Pallet = &*app->PalletList.begin();
     AddBlock(1, 1, 100, 10, 400, 210);
-    PartsInfo& p = AddPart(1, 350, 100, 1);
+    PartsInfo& p = AddPart({.SizeX = 350, .SizeY = 100, .Quantity = 1});
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     ASSERT_EQ(StacksOf(p).size(), 1u);
     EXPECT_DOUBLE_EQ(StacksOf(p)[0]->X, 400);
@@ -127,7 +127,7 @@ TEST_F(StackPartTest, PartAsLargeAsTheAreaIsAcceptedWhereverItFalls) {
 TEST_F(StackPartTest, ProcessWithoutPalletPlacesNothing) {
     KouteiInfo& k = AddKoutei(1, "PAL");
     AddBlock(1, 1, 100, 10, 400, 210);
-    PartsInfo& p = AddPart(1, 50, 50, 1);
+    PartsInfo& p = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
     EXPECT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
@@ -158,7 +158,7 @@ TEST_F(StackPartTest, FourPalletViewFromPalletTwoNeverReachesPalletOne) {
     KouteiInfo& k = GridJob();
     shown.PalletMode = PalletView::FourPallet;
     shown.CurrentPallet = 2;
-    PartsInfo& p = AddPart(1, 300, 200, 40, 1);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 40, .PerStackLimit = 1});
     ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
     std::set<int> pallets;
     for (const HaichiInfo* h : StacksOf(p))
@@ -169,7 +169,7 @@ TEST_F(StackPartTest, FourPalletViewFromPalletTwoNeverReachesPalletOne) {
 
 TEST_F(StackPartTest, ModeOneSharesTheQuantityOverThisCallsStacksOnly) {
     KouteiInfo& k = GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 5, 2);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 5, .PerStackLimit = 2});
     HaichiInfo& older =
         AddStack(*app, p, {.Block = 8, .Pieces = 1, .X = 370, .Y = 430, .Corner = kCornerMaxMin});
     app->Blocks[8].Occupant = &p;
@@ -182,8 +182,8 @@ TEST_F(StackPartTest, ModeOneSharesTheQuantityOverThisCallsStacksOnly) {
 
 TEST_F(StackPartTest, ModeOneDoesNotSharePiecesPlacedAsTheyAre) {
     KouteiInfo& k = GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 5, 2);
-    p.PiecesSetAside = 1;
+    PartsInfo& p = AddPart(
+        {.SizeX = 300, .SizeY = 200, .Quantity = 5, .PiecesSetAside = 1, .PerStackLimit = 2});
     ASSERT_EQ(CKs_Haichi(*app, services, shown)
                   .PlaceOnePart(&p, &k, Stacking::PalletsInView, QuantityShare::AsPlaced),
               1);
@@ -192,8 +192,8 @@ TEST_F(StackPartTest, ModeOneDoesNotSharePiecesPlacedAsTheyAre) {
 
 TEST_F(StackPartTest, ModeOneCapsAtNum4AndShares) {
     KouteiInfo& k = GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 5, 2);
-    p.PiecesSetAside = 1;
+    PartsInfo& p = AddPart(
+        {.SizeX = 300, .SizeY = 200, .Quantity = 5, .PiecesSetAside = 1, .PerStackLimit = 2});
     ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 2}));
 }
@@ -202,8 +202,8 @@ TEST_F(StackPartTest, ModeTwoUsesEveryPalletAndModeOneOnlyTheCurrent) {
     app->PalletCount = 2;
     KouteiInfo& k = GridJob();
     shown.CurrentPallet = 2;
-    PartsInfo& p = AddPart(1, 300, 200, 1);
-    PartsInfo& q = AddPart(1, 300, 200, 1);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
+    PartsInfo& q = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     ASSERT_EQ(Stack(k, p, Stacking::AllPalletsCapped), 1);
     ASSERT_EQ(Stack(k, q, Stacking::PalletsInView), 1);
     EXPECT_EQ(app->Blocks[StacksOf(p).at(0)->BlockIndex].PalletNo, 1);
@@ -219,7 +219,7 @@ TEST_F(StackPartTest, OnlyTheFirstThousandStacksOfACallAreShared) {
     KouteiInfo& k = AddKoutei(1, "PAL");
     ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
     ASSERT_EQ(app->Blocks.Count(), 1200);
-    PartsInfo& p = AddPart(1, 10, 10, 1100, 1);
+    PartsInfo& p = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1100, .PerStackLimit = 1});
     ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
     const std::vector<int32_t> values = ValuesOf(p);
     ASSERT_EQ(values.size(), 1100u);
@@ -232,8 +232,7 @@ TEST_F(StackPartTest, OnlyTheFirstThousandStacksOfACallAreShared) {
 
 TEST_F(StackPartTest, PartDoneStopsBeforeTheNextBlock) {
     KouteiInfo& k = GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 2);
-    p.PiecesPlaced = 2;
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 2, .PiecesPlaced = 2});
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }

@@ -21,14 +21,14 @@ std::vector<int32_t> Values(const std::vector<HaichiInfo>& stacks) {
     return out;
 }
 
-std::vector<int32_t> Shared(size_t n, int32_t num1) {
+std::vector<int32_t> Shared(size_t n, int32_t quantity) {
     std::vector<HaichiInfo> stacks(n);
     std::vector<HaichiInfo*> ptrs;
     for (HaichiInfo& h : stacks) {
         h.Pieces = 77;
         ptrs.push_back(&h);
     }
-    ShareOut(ptrs, num1);
+    ShareOut(ptrs, quantity);
     return Values(stacks);
 }
 
@@ -88,14 +88,14 @@ class PlaceAllTest : public PlacementTest {
 };
 
 TEST_F(PlaceAllTest, EmptyProcessListSucceedsWithoutMessage) {
-    AddPart(1, 10, 10, 5);
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 5});
     EXPECT_EQ(PlaceAll(), 1);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
 TEST_F(PlaceAllTest, FullyPlacedJobShowsNoMessage) {
     GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 10, 4);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
     EXPECT_EQ(PlaceAll(), 1);
     EXPECT_EQ(p.PiecesPlaced, 10);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 3, 3}));
@@ -104,7 +104,7 @@ TEST_F(PlaceAllTest, FullyPlacedJobShowsNoMessage) {
 
 TEST_F(PlaceAllTest, PartLeftShortShowsMessageEight) {
     GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 20, 1);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 20, .PerStackLimit = 1});
     EXPECT_EQ(PlaceAll(), 1);
     EXPECT_EQ(p.PiecesPlaced, 9);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{8, 0}}));
@@ -112,7 +112,7 @@ TEST_F(PlaceAllTest, PartLeftShortShowsMessageEight) {
 
 TEST_F(PlaceAllTest, PartialPlacementShowsNoMessageAndKeepsTheQuantity) {
     GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 20, 1);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 20, .PerStackLimit = 1});
     p.PartialQuantity = 3;
     EXPECT_EQ(PlaceAll(PlacedCounts::Kept), 1);
     EXPECT_EQ(p.PiecesPlaced, 3);
@@ -133,7 +133,7 @@ TEST_F(PlaceAllTest, BoundsCoverTheBlocksOfTheProcess) {
 
 TEST_F(PlaceAllTest, StackThatCannotBeAllocatedFailsThePlacement) {
     GridJob();
-    AddPart(1, 300, 200, 10, 4);
+    AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
     int result = -1;
     {
         ScopedAllocFailure fail(sizeof(HaichiInfo));
@@ -147,9 +147,8 @@ TEST_F(PlaceAllTest, StackThatCannotBeAllocatedFailsThePlacement) {
 
 TEST_F(PlaceAllTest, PartsOfSmallBoxesAndOtherProcessesAreSkipped) {
     GridJob();
-    PartsInfo& boxed = AddPart(1, 10, 10, 5);
-    boxed.Destination = 100;
-    PartsInfo& stranger = AddPart(9, 10, 10, 5);
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 5, .Destination = 100});
+    PartsInfo& stranger = AddPart({.KouteiNo = 9, .SizeX = 10, .SizeY = 10, .Quantity = 5});
     EXPECT_EQ(PlaceAll(), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
     EXPECT_EQ(stranger.PiecesPlaced, 0);
@@ -158,10 +157,9 @@ TEST_F(PlaceAllTest, PartsOfSmallBoxesAndOtherProcessesAreSkipped) {
 
 TEST_F(PlaceAllTest, RestoreSkipsRestoredPartsThatNeedNothingMore) {
     GridJob();
-    PartsInfo& restored = AddPart(1, 10, 10, 5);
-    restored.SaveKey = 3;
-    restored.PiecesPlaced = 5;
-    PartsInfo& fresh = AddPart(1, 10, 10, 2);
+    PartsInfo& restored =
+        AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 5, .PiecesPlaced = 5, .SaveKey = 3});
+    PartsInfo& fresh = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 2});
     EXPECT_EQ(PlaceAll(PlacedCounts::Quantity, SavedPlacement::Restore), 1);
     EXPECT_TRUE(StacksOf(restored).empty());
     EXPECT_EQ(fresh.PiecesPlaced, 2);
@@ -169,14 +167,14 @@ TEST_F(PlaceAllTest, RestoreSkipsRestoredPartsThatNeedNothingMore) {
 
 TEST_F(PlaceAllTest, RestoreValueTwoSkipsEveryPart) {
     GridJob();
-    AddPart(1, 10, 10, 2);
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 2});
     EXPECT_EQ(PlaceAll(PlacedCounts::Quantity, static_cast<SavedPlacement>(2)), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
 TEST_F(PlaceAllTest, SharingSpreadsTheQuantityOverAllStacksOfThePart) {
     GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 7, 0, 3.0);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 7, .PieceHeight = 3.0});
     app->PalletList.begin()->MaxStackHeight = 10;
     EXPECT_EQ(PlaceAll(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 2, 2}));
@@ -185,7 +183,7 @@ TEST_F(PlaceAllTest, SharingSpreadsTheQuantityOverAllStacksOfThePart) {
 
 TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack) {
     GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 15);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 15});
     for (int i = 0; i < 3; ++i)
         AddStack(*app, p,
                  {.Block = i, .Pieces = 5, .X = 990, .Y = 10 + 210.0 * i, .Corner = kCornerMaxMin});
@@ -197,7 +195,7 @@ TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack
 
 TEST_F(PlaceAllTest, PlaceOnePartWithModeZeroPlacesNothing) {
     KouteiInfo& k = GridJob();
-    PartsInfo& p = AddPart(1, 10, 10, 2);
+    PartsInfo& p = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 2});
     EXPECT_EQ(CKs_Haichi(*app, services, shown)
                   .PlaceOnePart(&p, &k, Stacking::AllPallets, QuantityShare::SharedOut),
               1);
@@ -206,7 +204,7 @@ TEST_F(PlaceAllTest, PlaceOnePartWithModeZeroPlacesNothing) {
 
 TEST_F(PlaceAllTest, PlaceOnePartClearsCornerMarksWhenNoStackExists) {
     KouteiInfo& k = GridJob();
-    PartsInfo& p = AddPart(1, 300, 200, 1);
+    PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     app->Blocks[0].CornerMask = 15;
     EXPECT_EQ(CKs_Haichi(*app, services, shown)
                   .PlaceOnePart(&p, &k, Stacking::PalletsInView, QuantityShare::SharedOut),

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "common/PartFields.h"
 
 namespace kesto {
 namespace {
@@ -223,12 +224,8 @@ TEST(PlacementIndex, BoundsAreThoseOfTheProcessBlocks) {
 
 TEST(PlacementIndex, StacksAreFiledByPartInListOrderAndByPallet) {
     CKestoApp app = AppWithBlocks();
-    PartsInfo& part = app.PartsList.Append();
-    part.SizeX = 100;
-    part.SizeY = 80;
-    part.SaveKey = 5;
-    PartsInfo& twin = app.PartsList.Append();
-    twin.SaveKey = 5;
+    PartsInfo& part = test::AddPart(app, {.SizeX = 100, .SizeY = 80, .SaveKey = 5});
+    PartsInfo& twin = test::AddPart(app, {.SaveKey = 5});
     HaichiInfo& first = app.HaichiList.Append();
     first.Part = &part;
     first.BlockIndex = 13;  // process 1, pallet 2

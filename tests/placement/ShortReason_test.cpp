@@ -59,7 +59,7 @@ class ShortReasonTest : public PlacementTest {
 
 TEST_F(ShortReasonTest, AWhollyPlacedPartHasNoReason) {
     OneBlockJob();
-    PartsInfo& p = AddPart(1, 600, 500, 5);
+    PartsInfo& p = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 5});
     PlaceAll();
     ASSERT_EQ(p.PiecesPlaced, 5);
     EXPECT_FALSE(WhyShort(*app, services, p).has_value());
@@ -67,14 +67,14 @@ TEST_F(ShortReasonTest, AWhollyPlacedPartHasNoReason) {
 
 TEST_F(ShortReasonTest, APartForASmallBoxHasNoReason) {
     OneBlockJob();
-    PartsInfo& p = AddPart(1, 600, 500, 5);
-    p.Destination = destination::kFirstSmallBox;
+    PartsInfo& p = AddPart(
+        {.SizeX = 600, .SizeY = 500, .Quantity = 5, .Destination = destination::kFirstSmallBox});
     EXPECT_FALSE(WhyShort(*app, services, p).has_value());
 }
 
 TEST_F(ShortReasonTest, PiecesTheOperatorSetAsideAreTheReasonWhenTheyAreAllThatIsMissing) {
     OneBlockJob();
-    PartsInfo& p = AddPart(1, 600, 500, 10);
+    PartsInfo& p = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 10});
     PlaceAll();
     // Four of the ten pieces taken off the stack and set aside: 6 placed, 4 aside.
     p.PiecesPlaced = 6;
@@ -88,7 +88,7 @@ TEST_F(ShortReasonTest, PiecesTheOperatorSetAsideAreTheReasonWhenTheyAreAllThatI
 TEST_F(ShortReasonTest, AProcessWhosePalletIsNotInThePalletFileHasNoPallet) {
     OneBlockJob();
     AddKoutei(2, "NOSUCH");
-    PartsInfo& p = AddPart(2, 100, 100, 3);
+    PartsInfo& p = AddPart({.KouteiNo = 2, .SizeX = 100, .SizeY = 100, .Quantity = 3});
     PlaceAll();
     ASSERT_EQ(p.PiecesPlaced, 0);
     EXPECT_EQ(Why(p).Cause, ShortCause::NoPallet);
@@ -101,7 +101,7 @@ TEST_F(ShortReasonTest, APartWiderThanThePalletFindsNoBlockAndTheLargestBlockIsN
     AddBlock(1, 1, 300, 0, 800, 400);  // 500 x 400 = 200,000, the largest
     AddBlock(1, 1, 0, 400, 600, 700);  // 600 x 300 = 180,000
     // 1200 long: from a low corner it ends at x >= 1200, from a high one it starts below 0.
-    PartsInfo& p = AddPart(1, 1200, 100, 2);
+    PartsInfo& p = AddPart({.SizeX = 1200, .SizeY = 100, .Quantity = 2});
     PlaceAll();
     ASSERT_EQ(p.PiecesPlaced, 0);
     const ShortReason r = Why(p);
@@ -113,7 +113,7 @@ TEST_F(ShortReasonTest, APartWiderThanThePalletFindsNoBlockAndTheLargestBlockIsN
 
 TEST_F(ShortReasonTest, AProcessWithAPalletButNoBlocksSaysSo) {
     OpenJob(3);
-    PartsInfo& p = AddPart(3, 120.5, 80, 2);
+    PartsInfo& p = AddPart({.KouteiNo = 3, .SizeX = 120.5, .SizeY = 80, .Quantity = 2});
     PlaceAll();
     EXPECT_EQ(Why(p).Cause, ShortCause::NoFittingBlock);
     EXPECT_EQ(Text(p), "Process 3 has no blocks: part 120.5 x 80");
@@ -122,7 +122,7 @@ TEST_F(ShortReasonTest, AProcessWithAPalletButNoBlocksSaysSo) {
 TEST_F(ShortReasonTest, AStackingHeightBelowOnePieceAllowsNoPiece) {
     KouteiInfo& k = OneBlockJob();
     k.Pallet->MaxStackHeight = 0.5;
-    PartsInfo& p = AddPart(1, 600, 500, 10, 0, 1.0);
+    PartsInfo& p = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 10, .PieceHeight = 1.0});
     PlaceAll();
     ASSERT_EQ(p.PiecesPlaced, 0);
     const ShortReason r = Why(p);
@@ -135,7 +135,7 @@ TEST_F(ShortReasonTest, AStackingHeightOfTwoPiecesLeavesEightOfTenWhenOneStackFi
     KouteiInfo& k = OneBlockJob();
     // 10 / 4 = 2.5: two pieces of height 4 in a stack, where the ten wanted one stack of ten.
     k.Pallet->MaxStackHeight = 10;
-    PartsInfo& p = AddPart(1, 600, 500, 10, 0, 4.0);
+    PartsInfo& p = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 10, .PieceHeight = 4.0});
     PlaceAll();
     ASSERT_EQ(p.PiecesPlaced, 2);
     const ShortReason r = Why(p);
@@ -152,7 +152,8 @@ TEST_F(ShortReasonTest, NeededPiecesPerStackFollowThePartsOwnLimit) {
     KouteiInfo& k = OneBlockJob();
     // Ten pieces at most four a stack: three stacks of 4, 3, 3; four pieces of 4 are 16 high.
     k.Pallet->MaxStackHeight = 10;
-    PartsInfo& p = AddPart(1, 600, 500, 10, 4, 4.0);
+    PartsInfo& p = AddPart(
+        {.SizeX = 600, .SizeY = 500, .Quantity = 10, .PerStackLimit = 4, .PieceHeight = 4.0});
     PlaceAll();
     const ShortReason r = Why(p);
     EXPECT_EQ(r.Cause, ShortCause::FewPerStack);
@@ -161,8 +162,8 @@ TEST_F(ShortReasonTest, NeededPiecesPerStackFollowThePartsOwnLimit) {
 
 TEST_F(ShortReasonTest, ABlockHeldByAnotherPartIsTakenAndItsStacksAreCounted) {
     OneBlockJob();
-    PartsInfo& a = AddPart(1, 600, 500, 5);
-    PartsInfo& b = AddPart(1, 600, 500, 3);
+    PartsInfo& a = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 5});
+    PartsInfo& b = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 3});
     PlaceAll();
     ASSERT_EQ(a.PiecesPlaced, 5);
     ASSERT_EQ(b.PiecesPlaced, 0);
@@ -181,10 +182,10 @@ TEST_F(ShortReasonTest, TakersAreListedMostStacksFirstAndBeyondFiveAreCounted) {
     // corner; a part of 100 x 100 fills a block with one stack. Part 1 gets two blocks
     // (quantity 2, one per stack), the next five one each, and the seventh part none.
     BlockRow(50);
-    AddPart(1, 100, 100, 2, 1);
+    AddPart({.SizeX = 100, .SizeY = 100, .Quantity = 2, .PerStackLimit = 1});
     for (int i = 0; i < 5; ++i)
-        AddPart(1, 100, 100, 1);
-    PartsInfo& last = AddPart(1, 100, 100, 1);
+        AddPart({.SizeX = 100, .SizeY = 100, .Quantity = 1});
+    PartsInfo& last = AddPart({.SizeX = 100, .SizeY = 100, .Quantity = 1});
     PlaceAll();
     ASSERT_EQ(last.PiecesPlaced, 0);
     const ShortReason r = Why(last);
@@ -202,10 +203,10 @@ TEST_F(ShortReasonTest, AStackHoldsTheTouchingBlockTooSoFewerStacksTakeEveryBloc
     // first one. Part 1 (two stacks of one) takes blocks 0 to 3, part 2 blocks 4 and 5,
     // part 3 block 6: four stacks, and the parts after them find every block taken.
     BlockRow(0);
-    AddPart(1, 100, 100, 2, 1);
-    AddPart(1, 100, 100, 1);
-    AddPart(1, 100, 100, 1);
-    PartsInfo& fourth = AddPart(1, 100, 100, 1);
+    AddPart({.SizeX = 100, .SizeY = 100, .Quantity = 2, .PerStackLimit = 1});
+    AddPart({.SizeX = 100, .SizeY = 100, .Quantity = 1});
+    AddPart({.SizeX = 100, .SizeY = 100, .Quantity = 1});
+    PartsInfo& fourth = AddPart({.SizeX = 100, .SizeY = 100, .Quantity = 1});
     PlaceAll();
     ASSERT_EQ(fourth.PiecesPlaced, 0);
     EXPECT_EQ(Text(fourth),
@@ -215,7 +216,7 @@ TEST_F(ShortReasonTest, AStackHoldsTheTouchingBlockTooSoFewerStacksTakeEveryBloc
 
 TEST_F(ShortReasonTest, TheOperatorsSheetCountIsNamedWhenTheRestackedPartFallsShort) {
     KouteiInfo& k = OneBlockJob();
-    PartsInfo& p = AddPart(1, 600, 500, 10);
+    PartsInfo& p = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 10});
     PlaceAll();
     ASSERT_EQ(p.PiecesPlaced, 10);
     // The part stacked again at four a stack, as the sheet-count change does: one stack of 4.
@@ -239,7 +240,7 @@ TEST_F(ShortReasonTest, TheOperatorsSheetCountIsNamedWhenTheRestackedPartFallsSh
 
 TEST_F(ShortReasonTest, AQuantityRaisedAfterThePlacementLeavesRoom) {
     OneBlockJob();
-    PartsInfo& p = AddPart(1, 100, 100, 2);
+    PartsInfo& p = AddPart({.SizeX = 100, .SizeY = 100, .Quantity = 2});
     PlaceAll();
     p.Quantity = 5;
     EXPECT_EQ(Why(p).Cause, ShortCause::Room);
@@ -248,8 +249,8 @@ TEST_F(ShortReasonTest, AQuantityRaisedAfterThePlacementLeavesRoom) {
 
 TEST_F(ShortReasonTest, AskingLeavesTheJobAsItWas) {
     OneBlockJob();
-    AddPart(1, 600, 500, 5);
-    PartsInfo& b = AddPart(1, 600, 500, 3);
+    AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 5});
+    PartsInfo& b = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 3});
     PlaceAll();
     const BlockInfo before = app->Blocks[0];
     const size_t stacks = app->HaichiList.Items.size();
@@ -263,9 +264,9 @@ TEST_F(ShortReasonTest, AskingLeavesTheJobAsItWas) {
 TEST_F(ShortReasonTest, AllShortPartsComeInListOrderWithTheirOwnReasons) {
     OneBlockJob();
     AddKoutei(2, "NOSUCH");
-    PartsInfo& a = AddPart(1, 600, 500, 5);
-    PartsInfo& b = AddPart(1, 600, 500, 3);
-    PartsInfo& c = AddPart(2, 10, 10, 1);
+    PartsInfo& a = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 5});
+    PartsInfo& b = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 3});
+    PartsInfo& c = AddPart({.KouteiNo = 2, .SizeX = 10, .SizeY = 10, .Quantity = 1});
     PlaceAll();
     const std::vector<ShortPart> all = WhyShortAll(*app, services);
     ASSERT_EQ(all.size(), 2u);

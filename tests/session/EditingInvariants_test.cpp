@@ -488,8 +488,10 @@ class PinnedRuleTest : public EditTest {};
 // two hold the same block corner. The snap moves never do this; the free-move runs above count
 // such corners instead of failing on them.
 TEST_F(PinnedRuleTest, FreeMoveMayDropAStackOntoAnother) {
-    PartsInfo& pa = Part(100, 50, 1);
-    PartsInfo& pb = Part(100, 50, 1);
+    PartsInfo& pa =
+        test::AddPart(app, {.SizeX = 100, .SizeY = 50, .Quantity = 1, .PieceHeight = 1});
+    PartsInfo& pb =
+        test::AddPart(app, {.SizeX = 100, .SizeY = 50, .Quantity = 1, .PieceHeight = 1});
     HaichiInfo& a = AddStack(
         app, pa,
         {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin, .CountOnPart = true});
@@ -509,8 +511,7 @@ TEST_F(PinnedRuleTest, FreeMoveMayDropAStackOntoAnother) {
 // cells take nine stacks of five (45 pieces), and the 100 wanted are shared out as 12 and eight
 // times 11.
 TEST_F(PinnedRuleTest, ShortPartSharesItsQuantityNotItsPlacedPieces) {
-    PartsInfo& p = AddPart(100);
-    p.PerStackLimit = 5;
+    PartsInfo& p = AddPart({.Quantity = 100, .PerStackLimit = 5});
     ASSERT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
     EXPECT_EQ(p.PiecesPlaced, 45);
     EXPECT_EQ(job.ValuesOf(p), std::vector<int32_t>({12, 11, 11, 11, 11, 11, 11, 11, 11}));

@@ -22,7 +22,7 @@ class CheckJobTest : public PlacementTest {
 
 TEST_F(CheckJobTest, ConsistentJobPassesAndBuildsTheBlocks) {
     AddBox(0);
-    AddPart(1, 10, 10, 1);
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1});
     EXPECT_EQ(CheckJob(*app, services), 1);
     EXPECT_EQ(app->Blocks.Capacity(), 50);
     EXPECT_EQ(app->Blocks.Count(), 18);
@@ -47,28 +47,28 @@ TEST_F(CheckJobTest, BlockTableFailureEndsTheCheckWithoutMessage) {
 
 TEST_F(CheckJobTest, DestinationWithoutBoxGivesMessageTwo) {
     AddBox(0);
-    AddPart(1, 10, 10, 1).Destination = 5;
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 5});
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }
 
 TEST_F(CheckJobTest, EmptyBoxListFailsEveryPartEvenSpecialCodes) {
     app->DirectCodesAllowed = true;
-    AddPart(1, 10, 10, 1).Destination = 99999;
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 99999});
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }
 
 TEST_F(CheckJobTest, PartOfAMissingProcessGivesMessageTwo) {
     AddBox(0);
-    AddPart(4, 10, 10, 1);
+    AddPart({.KouteiNo = 4, .SizeX = 10, .SizeY = 10, .Quantity = 1});
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }
 
 TEST_F(CheckJobTest, SpecialCodesPassOnlyWithDirectFlag) {
     AddBox(0);
-    AddPart(1, 10, 10, 1).Destination = 99998;
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 99998});
     app->DirectCodesAllowed = true;
     EXPECT_EQ(CheckJob(*app, services), 1);
     app->DirectCodesAllowed = false;
@@ -78,7 +78,7 @@ TEST_F(CheckJobTest, SpecialCodesPassOnlyWithDirectFlag) {
 
 TEST_F(CheckJobTest, SetAsideDestinationGivesMessageThree) {
     AddBox(1000);
-    AddPart(1, 10, 10, 1).Destination = 1000;
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 1000});
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
 }
@@ -86,7 +86,7 @@ TEST_F(CheckJobTest, SetAsideDestinationGivesMessageThree) {
 TEST_F(CheckJobTest, SmallBoxNeedsItsFlag) {
     AddBox(0);
     AddBox(101);
-    AddPart(1, 10, 10, 1).Destination = 101;
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 101});
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
     app->BoxFlags[2] = 1;
@@ -95,15 +95,15 @@ TEST_F(CheckJobTest, SmallBoxNeedsItsFlag) {
 
 TEST_F(CheckJobTest, CodeAboveTheSmallBoxesGivesMessageThree) {
     AddBox(199);
-    AddPart(1, 10, 10, 1).Destination = 199;
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 199});
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
 }
 
 TEST_F(CheckJobTest, EveryPartIsCheckedForABoxBeforeAnyIsCheckedForItsCode) {
     AddBox(1000);
-    AddPart(1, 10, 10, 1).Destination = 1000;
-    AddPart(1, 10, 10, 1).Destination = 7;
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 1000});
+    AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 7});
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }

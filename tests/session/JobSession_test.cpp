@@ -37,7 +37,7 @@ TEST_F(LoadAndPlaceTest, ResetsTheSelectionStateAndReadsThePalletChoice) {
 }
 
 TEST_F(LoadAndPlaceTest, APlacementMadeAnewForgetsAnEarlierSheetCountChange) {
-    PartsInfo& a = AddPart(2);
+    PartsInfo& a = AddPart({.Quantity = 2});
     a.OperatorPerStack = 1;
     EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
     EXPECT_EQ(a.OperatorPerStack, 0);
@@ -51,9 +51,9 @@ TEST_F(LoadAndPlaceTest, CurrentBoxStaysWhenNoneOfTheFirstThreeBoxesIsDefined) {
 }
 
 TEST_F(LoadAndPlaceTest, KeptCountsBecomeThePartialQuantities) {
-    PartsInfo& a = AddPart(9);
-    PartsInfo& boxed = AddPart(9, 100);
-    PartsInfo& beyond = AddPart(9);
+    PartsInfo& a = AddPart({.Quantity = 9});
+    PartsInfo& boxed = AddPart({.Quantity = 9, .Destination = 100});
+    PartsInfo& beyond = AddPart({.Quantity = 9});
     beyond.PartialQuantity = 1;
     job.AddBox(100);
     app.BoxFlags[1] = 1;
@@ -70,9 +70,8 @@ TEST_F(LoadAndPlaceTest, KeptCountsBecomeThePartialQuantities) {
 }
 
 TEST_F(LoadAndPlaceTest, FullRunRestoresTheSaveFileBeforePlacing) {
-    PartsInfo& a = AddPart(2);
-    a.SaveKey = 1;
-    PartsInfo& b = AddPart(1);
+    PartsInfo& a = AddPart({.Quantity = 2, .SaveKey = 1});
+    PartsInfo& b = AddPart({.Quantity = 1});
     WriteFile(Out("save.csv"),
               "A1,1,N,1,2,690.0000,10.0000,-1,T,300.0000,200.0000,1.0000,0,0,A1,0,4\n");
     EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {}), 1);
@@ -83,7 +82,7 @@ TEST_F(LoadAndPlaceTest, FullRunRestoresTheSaveFileBeforePlacing) {
 }
 
 TEST_F(LoadAndPlaceTest, SaveFileOfAnUnplacedPartFailsTheRun) {
-    AddPart(2).SaveKey = 1;
+    AddPart({.Quantity = 2, .SaveKey = 1});
     WriteFile(Out("save.csv"),
               "A1,1,N,0,2,0.0000,0.0000,-1,T,300.0000,200.0000,1.0000,0,-1,A1,-1,-1\n");
     EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {}), 0);
@@ -91,8 +90,7 @@ TEST_F(LoadAndPlaceTest, SaveFileOfAnUnplacedPartFailsTheRun) {
 }
 
 TEST_F(LoadAndPlaceTest, WithoutFullRunTheSaveFileIsNotRead) {
-    PartsInfo& a = AddPart(2);
-    a.SaveKey = 1;
+    PartsInfo& a = AddPart({.Quantity = 2, .SaveKey = 1});
     WriteFile(Out("save.csv"),
               "A1,1,N,0,2,0.0000,0.0000,-1,T,300.0000,200.0000,1.0000,0,-1,A1,-1,-1\n");
     EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
@@ -110,7 +108,7 @@ class CountingView : public SessionView {
 TEST_F(LoadAndPlaceTest, ViewIsShownThePlacedJobOnlyAfterASuccess) {
     CountingView view;
     session.SetView(&view);
-    AddPart(2).SaveKey = 1;
+    AddPart({.Quantity = 2, .SaveKey = 1});
     EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
     EXPECT_EQ(view.Resets, 1);
     EXPECT_EQ(view.Placed, 1);
@@ -129,8 +127,8 @@ class FailedCheckTest : public SessionTest {};
 // the files as the job stands before anything is placed (the parts have no SaveKey, so the
 // restore that follows ignores what was just written), and the placement still runs.
 TEST_F(FailedCheckTest, CancelHandlingWritesTheFilesAndThePlacementStillRuns) {
-    PartsInfo& a = AddPart(2);
-    PartsInfo& b = AddPart(1, 5);
+    PartsInfo& a = AddPart({.Quantity = 2});
+    PartsInfo& b = AddPart({.Quantity = 1, .Destination = 5});
     EXPECT_TRUE(session.Init());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
     EXPECT_TRUE(session.Ended());
@@ -155,9 +153,8 @@ TEST_F(FailedCheckTest, CancelHandlingWritesTheFilesAndThePlacementStillRuns) {
 // save file the Cancel handling has just written: part 1's line has no block (-1) and the part
 // is bound for a pallet, so the restore fails and nothing is placed.
 TEST_F(FailedCheckTest, PartsWithSaveKeysFailTheRestoreOfTheFileJustWritten) {
-    PartsInfo& a = AddPart(2);
-    a.SaveKey = 1;
-    AddPart(1, 5).SaveKey = 2;
+    PartsInfo& a = AddPart({.Quantity = 2, .SaveKey = 1});
+    AddPart({.Quantity = 1, .Destination = 5, .SaveKey = 2});
     EXPECT_FALSE(session.Init());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
     EXPECT_TRUE(session.Ended());
@@ -168,9 +165,8 @@ TEST_F(FailedCheckTest, PartsWithSaveKeysFailTheRestoreOfTheFileJustWritten) {
 }
 
 TEST_F(FailedCheckTest, OffsetStopDuringTheCancelHandlingAbortsWithoutWritingOrPlacing) {
-    PartsInfo& a = AddPart(2);
-    a.SensitiveSides = "0001";
-    AddPart(1, 5);
+    PartsInfo& a = AddPart({.Quantity = 2, .SensitiveSides = "0001"});
+    AddPart({.Quantity = 1, .Destination = 5});
     // A stack whose right edge 990 lies beyond the right limit 1000 - 20.
     AddStack(app, a, {.Block = 0, .Pieces = 2, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
     app.OffsetSet = 1;
@@ -205,10 +201,8 @@ TEST_F(InitTest, JobWithoutProcessesEndsThroughCancel) {
 // a pallet but saved without a block (-1). The initialisation stops there; OK still writes
 // the job as far as it was restored.
 TEST_F(InitTest, FailedRestoreStopsTheInitialisationButOkWritesWhatWasRestored) {
-    PartsInfo& a = AddPart(2);
-    a.SaveKey = 1;
-    PartsInfo& b = AddPart(1);
-    b.SaveKey = 2;
+    PartsInfo& a = AddPart({.Quantity = 2, .SaveKey = 1});
+    PartsInfo& b = AddPart({.Quantity = 1, .SaveKey = 2});
     WriteFile(Out("save.csv"),
               "A1,1,N1,1,2,690.0000,10.0000,10,T1,300.0000,200.0000,1.0000,0,1,A1,0,4\n"
               "A2,1,N2,0,1,0.0000,0.0000,10,T2,300.0000,200.0000,1.0000,0,-1,A2,-1,-1\n");
@@ -243,7 +237,7 @@ TEST_F(InitTest, FailedRestoreStopsTheInitialisationButOkWritesWhatWasRestored) 
 // Part 1 (two pieces) placed by the session into the first block: one stack at (990, 10).
 class FinishTest : public SessionTest {
   protected:
-    FinishTest() : part(AddPart(2)) {
+    FinishTest() : part(AddPart({.Quantity = 2})) {
         EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {}), 1);
     }
 

@@ -2,42 +2,45 @@
 
 #include <gtest/gtest.h>
 
+#include "common/PartFields.h"
+
 namespace kesto {
 namespace {
 
-PartsInfo Part(int seq, int num1, int placed, int destination) {
-    PartsInfo part;
-    part.Seq = seq;
-    part.Quantity = num1;
-    part.PiecesPlaced = placed;
-    part.Destination = destination;
-    part.DisplayName = "Bracket";
+// The bracket of these lines: DisplayName "Bracket", 200 x 150.5, DirText "UD", the rest as
+// named.
+PartsInfo Bracket(test::PartFields fields) {
+    fields.DisplayName = "Bracket";
+    fields.SizeX = 200;
+    fields.SizeY = 150.5;
+    PartsInfo part = test::MakePart(fields);
     part.DirText = "UD";
-    part.SizeX = 200;
-    part.SizeY = 150.5;
     return part;
 }
 
 TEST(AllPartsLine, FullyPlacedPalletPartShowsPAndBlank) {
-    EXPECT_EQ(AllPartsLine(Part(7, 5, 5, 1)),
+    EXPECT_EQ(AllPartsLine(Bracket({.Seq = 7, .Quantity = 5, .PiecesPlaced = 5, .Destination = 1})),
               "007    5/5    P  UD Bracket                           200.0000 x  150.5000");
 }
 
 TEST(AllPartsLine, MissingPiecesShowPMinus) {
-    EXPECT_EQ(StateMark(Part(7, 5, 3, 1)), "P-");
-    EXPECT_EQ(AllPartsLine(Part(7, 5, 3, 1)).substr(0, 15), "007    3/5    P");
+    EXPECT_EQ(StateMark(Bracket({.Seq = 7, .Quantity = 5, .PiecesPlaced = 3, .Destination = 1})),
+              "P-");
+    EXPECT_EQ(AllPartsLine(Bracket({.Seq = 7, .Quantity = 5, .PiecesPlaced = 3, .Destination = 1}))
+                  .substr(0, 15),
+              "007    3/5    P");
 }
 
 TEST(AllPartsLine, SetAsidePartCountsAsPallet) {
-    EXPECT_EQ(StateMark(Part(1, 4, 0, 1000)), "P-");
+    EXPECT_EQ(StateMark(Bracket({.Seq = 1, .Quantity = 4, .Destination = 1000})), "P-");
 }
 
 TEST(AllPartsLine, SmallBoxPartShowsBlankMark) {
-    EXPECT_EQ(StateMark(Part(1, 4, 0, 100)), "  ");
+    EXPECT_EQ(StateMark(Bracket({.Seq = 1, .Quantity = 4, .Destination = 100})), "  ");
 }
 
 TEST(AllPartsLine, LongTextIsCutTo32Characters) {
-    PartsInfo part = Part(1, 1, 1, 1);
+    PartsInfo part = Bracket({.Seq = 1, .Quantity = 1, .PiecesPlaced = 1, .Destination = 1});
     part.DisplayName = std::string(40, 'x');
     const std::string line = AllPartsLine(part);
     EXPECT_NE(line.find(std::string(32, 'x') + " "), std::string::npos);
@@ -53,15 +56,16 @@ std::string ShiftJisNameOf33Bytes() {
 }
 
 TEST(AllPartsLine, ShiftJisNameKeepsTheColumnWidthWithoutHalfACharacter) {
-    PartsInfo part = Part(1, 1, 1, 1);
+    PartsInfo part = Bracket({.Seq = 1, .Quantity = 1, .PiecesPlaced = 1, .Destination = 1});
     part.DisplayName = ShiftJisNameOf33Bytes();
     const std::string line = AllPartsLine(part);
     EXPECT_EQ(line,
-              AllPartsLine(Part(1, 1, 1, 1)).replace(20, 32, part.DisplayName.substr(0, 31) + " "));
+              AllPartsLine(Bracket({.Seq = 1, .Quantity = 1, .PiecesPlaced = 1, .Destination = 1}))
+                  .replace(20, 32, part.DisplayName.substr(0, 31) + " "));
 }
 
 TEST(AllPartsLine, Utf8NameIsCutBetweenCharacters) {
-    PartsInfo part = Part(1, 1, 1, 1);
+    PartsInfo part = Bracket({.Seq = 1, .Quantity = 1, .PiecesPlaced = 1, .Destination = 1});
     part.DisplayName.clear();
     for (int i = 0; i < 11; ++i)
         part.DisplayName += "\xE3\x83\x86";  // 33 bytes: the cut keeps ten characters
@@ -70,35 +74,39 @@ TEST(AllPartsLine, Utf8NameIsCutBetweenCharacters) {
 }
 
 TEST(SmallBoxLine, ShiftJisNameIsCutBeforeTheCharacterThatDoesNotFit) {
-    PartsInfo part = Part(12, 3, 0, 100);
+    PartsInfo part = Bracket({.Seq = 12, .Quantity = 3, .Destination = 100});
     part.DisplayName = ShiftJisNameOf33Bytes();
     EXPECT_EQ(SmallBoxLine(part), "012    3 " + part.DisplayName.substr(0, 31));
     EXPECT_EQ(ToriokiLine(part), "012    3/3    " + part.DisplayName.substr(0, 31));
 }
 
 TEST(SmallBoxLine, SeqCountAndText) {
-    EXPECT_EQ(SmallBoxLine(Part(12, 3, 0, 100)), "012    3 Bracket");
+    EXPECT_EQ(SmallBoxLine(Bracket({.Seq = 12, .Quantity = 3, .Destination = 100})),
+              "012    3 Bracket");
 }
 
 TEST(ToriokiLine, ShowsRemainingPiecesOfQuantity) {
-    EXPECT_EQ(ToriokiLine(Part(3, 5, 3, 1)), "003    2/5    Bracket");
+    EXPECT_EQ(ToriokiLine(Bracket({.Seq = 3, .Quantity = 5, .PiecesPlaced = 3, .Destination = 1})),
+              "003    2/5    Bracket");
 }
 
 TEST(ToriokiLine, SeqOf1000PrintsFourDigits) {
-    EXPECT_EQ(ToriokiLine(Part(1000, 1, 0, 1000)).substr(0, 5), "1000 ");
+    EXPECT_EQ(ToriokiLine(Bracket({.Seq = 1000, .Quantity = 1, .Destination = 1000})).substr(0, 5),
+              "1000 ");
 }
 
 TEST(InTorioki, OnlySetAsideAndShortPalletParts) {
-    EXPECT_TRUE(InTorioki(Part(1, 5, 3, 1)));
-    EXPECT_FALSE(InTorioki(Part(1, 5, 5, 1)));
-    EXPECT_TRUE(InTorioki(Part(1, 5, 0, 1000)));
-    EXPECT_FALSE(InTorioki(Part(1, 5, 0, 100)));
-    EXPECT_FALSE(InTorioki(Part(1, 5, 0, 99999)));
+    EXPECT_TRUE(InTorioki(Bracket({.Seq = 1, .Quantity = 5, .PiecesPlaced = 3, .Destination = 1})));
+    EXPECT_FALSE(
+        InTorioki(Bracket({.Seq = 1, .Quantity = 5, .PiecesPlaced = 5, .Destination = 1})));
+    EXPECT_TRUE(InTorioki(Bracket({.Seq = 1, .Quantity = 5, .Destination = 1000})));
+    EXPECT_FALSE(InTorioki(Bracket({.Seq = 1, .Quantity = 5, .Destination = 100})));
+    EXPECT_FALSE(InTorioki(Bracket({.Seq = 1, .Quantity = 5, .Destination = 99999})));
 }
 
 TEST(InSmallBox, MatchesTheBoxCodeOnly) {
-    EXPECT_TRUE(InSmallBox(Part(1, 1, 0, 101), 101));
-    EXPECT_FALSE(InSmallBox(Part(1, 1, 0, 101), 100));
+    EXPECT_TRUE(InSmallBox(Bracket({.Seq = 1, .Quantity = 1, .Destination = 101}), 101));
+    EXPECT_FALSE(InSmallBox(Bracket({.Seq = 1, .Quantity = 1, .Destination = 101}), 100));
 }
 
 TEST(ScheduleLine, UsesThePalletsScheduleTextWhenPresent) {

@@ -6,7 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "common/PlacementFixture.h"
+#include "common/PartFields.h"
+#include "common/StackFields.h"
 #include "common/TestServices.h"
 
 namespace kesto {
@@ -14,14 +15,14 @@ namespace {
 
 using test::AddStack;
 
-// One part of quantity q, per-stack limit num4 and piece height h in `stacks` stacks (the
+// One part as named in `part` (its size plays no part in the choice) in `stacks` stacks (the
 // first one picked, holding `value` pieces), under the height limit heightLimit.
 struct MaiJob {
-    MaiJob(int32_t q, int32_t num4, double h, double heightLimit, int32_t stacks = 1,
-           int32_t value = 1)
-        : Job(App), Part(Job.AddPart(1, 100, 100, q, num4, h)) {
+    MaiJob(const test::PartFields& part, double heightLimit, int32_t stacks = 1, int32_t value = 1)
+        : Part(test::AddPart(App, part)) {
         // Another part's stack never counts as one of the part's.
-        PartsInfo& other = Job.AddPart(1, 50, 50, 3, 0, 1);
+        PartsInfo& other =
+            test::AddPart(App, {.SizeX = 50, .SizeY = 50, .Quantity = 3, .PieceHeight = 1});
         AddStack(App, other, {.Block = -1, .Pieces = 3, .X = 0, .Y = 0, .Corner = kCornerMaxMin});
         for (int32_t i = 0; i < stacks; ++i)
             Stacks.push_back(&AddStack(
@@ -33,7 +34,6 @@ struct MaiJob {
     MaiChoice& C() { return *Choice; }
 
     CKestoApp App;
-    test::JobBuilder Job;
     PartsInfo& Part;
     std::vector<HaichiInfo*> Stacks;
     HaichiInfo* Picked = nullptr;
@@ -41,8 +41,8 @@ struct MaiJob {
 };
 
 TEST(MaiChoice, OpensWithThePerStackLimitCutToTheHeightLimit) {
-    // Num4 8 x 10 high = 80 > 50: 50 / 10 = 5 fit.
-    MaiJob j(20, 8, 10, 50);
+    // PerStackLimit 8 x 10 high = 80 > 50: 50 / 10 = 5 fit.
+    MaiJob j({.Quantity = 20, .PerStackLimit = 8, .PieceHeight = 10}, 50);
     EXPECT_EQ(j.C().Count(), 5);
     EXPECT_EQ(j.C().StartCount(), 5);
     EXPECT_EQ(j.C().CompareCount(), 5);
@@ -50,7 +50,7 @@ TEST(MaiChoice, OpensWithThePerStackLimitCutToTheHeightLimit) {
 }
 
 TEST(MaiChoice, OkAtOnceReturnsNoChangeWithoutAsking) {
-    MaiJob j(20, 8, 10, 50);
+    MaiJob j({.Quantity = 20, .PerStackLimit = 8, .PieceHeight = 10}, 50);
     test::RecordingOperator op(OkCancel::Ok);
     EXPECT_EQ(j.C().Confirm(op), -1);
     EXPECT_EQ(j.C().Count(), -1);
@@ -59,7 +59,7 @@ TEST(MaiChoice, OkAtOnceReturnsNoChangeWithoutAsking) {
 }
 
 TEST(MaiChoice, LimitCountKeepsACountThatFitsAndCutsOneThatDoesNot) {
-    MaiJob j(20, 0, 10, 55);
+    MaiJob j({.Quantity = 20, .PerStackLimit = 0, .PieceHeight = 10}, 55);
     EXPECT_EQ(j.C().LimitCount(3), 3);  // 30 <= 55
     EXPECT_EQ(j.C().LimitCount(5), 5);  // 50 <= 55
     EXPECT_EQ(j.C().LimitCount(6), 5);  // 60 > 55: 55 / 10 = 5.5 -> 5
@@ -68,13 +68,13 @@ TEST(MaiChoice, LimitCountKeepsACountThatFitsAndCutsOneThatDoesNot) {
 }
 
 TEST(MaiChoice, LimitCountAtTheLimitExactlyKeepsTheCount) {
-    MaiJob j(20, 0, 12.5, 50);
+    MaiJob j({.Quantity = 20, .PerStackLimit = 0, .PieceHeight = 12.5}, 50);
     EXPECT_EQ(j.C().LimitCount(4), 4);  // 4 x 12.5 = 50, not above 50
     EXPECT_EQ(j.C().LimitCount(5), 4);  // 62.5 > 50: 50 / 12.5 = 4
 }
 
 TEST(MaiChoice, TypedCountAboveTheLimitIsReducedButTheTextStays) {
-    MaiJob j(20, 3, 10, 50);
+    MaiJob j({.Quantity = 20, .PerStackLimit = 3, .PieceHeight = 10}, 50);
     j.C().Type("9");  // 90 > 50: 5
     EXPECT_EQ(j.C().Count(), 5);
     EXPECT_EQ(j.C().EditText(), "9");
@@ -83,7 +83,7 @@ TEST(MaiChoice, TypedCountAboveTheLimitIsReducedButTheTextStays) {
 }
 
 TEST(MaiChoice, TypedTextIsReadAsAtolDoes) {
-    MaiJob j(20, 3, 10, 50);
+    MaiJob j({.Quantity = 20, .PerStackLimit = 3, .PieceHeight = 10}, 50);
     j.C().Type("  4x");
     EXPECT_EQ(j.C().Count(), 4);
     j.C().Type("abc");  // 0: as many as fit, 5
@@ -97,8 +97,8 @@ TEST(MaiChoice, TypedTextIsReadAsAtolDoes) {
 }
 
 TEST(MaiChoice, MaxButtonProposesTheCountThatFits) {
-    // Num4 8: 80 > 50, so 5 pieces.
-    MaiJob j(20, 8, 10, 50);
+    // PerStackLimit 8: 80 > 50, so 5 pieces.
+    MaiJob j({.Quantity = 20, .PerStackLimit = 8, .PieceHeight = 10}, 50);
     j.C().Type("2");
     j.C().Press(MaiButton::Max);
     EXPECT_EQ(j.C().Count(), 5);
@@ -109,7 +109,7 @@ TEST(MaiChoice, MaxButtonProposesTheCountThatFits) {
 TEST(MaiChoice, MaxButtonProposesAtLeastOne) {
     // One piece of 10 is already above the limit 5: LimitCount 0, proposed 1; the edit box's
     // change notice limits it again to 5 / 10 = 0.
-    MaiJob j(20, 3, 10, 5);
+    MaiJob j({.Quantity = 20, .PerStackLimit = 3, .PieceHeight = 10}, 5);
     EXPECT_EQ(j.C().Proposal(MaiButton::Max), 1);
     j.C().Press(MaiButton::Max);
     EXPECT_EQ(j.C().EditText(), "1");
@@ -117,9 +117,9 @@ TEST(MaiChoice, MaxButtonProposesAtLeastOne) {
 }
 
 TEST(MaiChoice, EvenButtonWithQuantity10AndCap4Proposes4) {
-    // Cap: Num4 0 -> 45 / 10 = 4. c = min(10, 4) = 4; n = ceil(10 / 4) = 3; 10 % 4 = 2, so
+    // Cap: PerStackLimit 0 -> 45 / 10 = 4. c = min(10, 4) = 4; n = ceil(10 / 4) = 3; 10 % 4 = 2, so
     // ceil(10 / 3) = 4.
-    MaiJob j(10, 0, 10, 45);
+    MaiJob j({.Quantity = 10, .PerStackLimit = 0, .PieceHeight = 10}, 45);
     EXPECT_EQ(j.C().Proposal(MaiButton::Even), 4);
     j.C().Press(MaiButton::Even);
     EXPECT_EQ(j.C().Count(), 4);
@@ -128,19 +128,19 @@ TEST(MaiChoice, EvenButtonWithQuantity10AndCap4Proposes4) {
 
 TEST(MaiChoice, EvenButtonWithQuantity12AndCap5Proposes4) {
     // Cap 50 / 10 = 5; c = 5; n = ceil(12 / 5) = 3; 12 % 5 = 2: ceil(12 / 3) = 4.
-    MaiJob j(12, 0, 10, 50);
+    MaiJob j({.Quantity = 12, .PerStackLimit = 0, .PieceHeight = 10}, 50);
     EXPECT_EQ(j.C().Proposal(MaiButton::Even), 4);
 }
 
 TEST(MaiChoice, EvenButtonKeepsTheCapWhenItDividesTheQuantity) {
     // Cap 5, 10 % 5 = 0: 5.
-    MaiJob j(10, 0, 10, 50);
+    MaiJob j({.Quantity = 10, .PerStackLimit = 0, .PieceHeight = 10}, 50);
     EXPECT_EQ(j.C().Proposal(MaiButton::Even), 5);
 }
 
 TEST(MaiChoice, EvenButtonGivingTheSameStacksBackIsNoChange) {
     // 12 pieces, cap 5: 3 stacks of 4; the part has 3 stacks and the picked one holds 4.
-    MaiJob j(12, 0, 10, 50, 3, 4);
+    MaiJob j({.Quantity = 12, .PerStackLimit = 0, .PieceHeight = 10}, 50, 3, 4);
     EXPECT_EQ(j.C().StartCount(), 5);
     j.C().Press(MaiButton::Even);
     EXPECT_EQ(j.C().Count(), 4);
@@ -152,7 +152,7 @@ TEST(MaiChoice, EvenButtonGivingTheSameStacksBackIsNoChange) {
 
 TEST(MaiChoice, EvenButtonWithOtherStacksKeepsCompareCountAndAsks) {
     // 3 stacks of 4 proposed, but the part has 2: CompareCount stays 5, 4 differs.
-    MaiJob j(12, 0, 10, 50, 2, 6);
+    MaiJob j({.Quantity = 12, .PerStackLimit = 0, .PieceHeight = 10}, 50, 2, 6);
     j.C().Press(MaiButton::Even);
     EXPECT_EQ(j.C().CompareCount(), 5);
     test::RecordingOperator op(OkCancel::Ok);
@@ -162,31 +162,31 @@ TEST(MaiChoice, EvenButtonWithOtherStacksKeepsCompareCountAndAsks) {
 }
 
 TEST(MaiChoice, HalfButtonWith10InOneStackProposes5CappedByNum4) {
-    // ceil(10 / (1 x 2)) = 5; below Num4 8: 5. With Num4 3: 3.
-    MaiJob j(10, 8, 1, 1000);
+    // ceil(10 / (1 x 2)) = 5; below PerStackLimit 8: 5. With PerStackLimit 3: 3.
+    MaiJob j({.Quantity = 10, .PerStackLimit = 8, .PieceHeight = 1}, 1000);
     EXPECT_EQ(j.C().Proposal(MaiButton::Half), 5);
     j.C().Press(MaiButton::Half);
     EXPECT_EQ(j.C().Count(), 5);
     EXPECT_EQ(j.C().CompareCount(), 8);
-    MaiJob capped(10, 3, 1, 1000);
+    MaiJob capped({.Quantity = 10, .PerStackLimit = 3, .PieceHeight = 1}, 1000);
     EXPECT_EQ(capped.C().Proposal(MaiButton::Half), 3);
 }
 
 TEST(MaiChoice, ThirdAndQuarterButtonsShareOverTheStacks) {
     // 25 pieces in 1 stack: ceil(25 / 3) = 9, ceil(25 / 4) = 7; in 2 stacks: ceil(25 / 6) = 5,
     // ceil(25 / 8) = 4.
-    MaiJob one(25, 30, 1, 1000);
+    MaiJob one({.Quantity = 25, .PerStackLimit = 30, .PieceHeight = 1}, 1000);
     EXPECT_EQ(one.C().Proposal(MaiButton::Third), 9);
     EXPECT_EQ(one.C().Proposal(MaiButton::Quarter), 7);
-    MaiJob two(25, 30, 1, 1000, 2);
+    MaiJob two({.Quantity = 25, .PerStackLimit = 30, .PieceHeight = 1}, 1000, 2);
     EXPECT_EQ(two.C().StackCount(), 2);
     EXPECT_EQ(two.C().Proposal(MaiButton::Third), 5);
     EXPECT_EQ(two.C().Proposal(MaiButton::Quarter), 4);
 }
 
 TEST(MaiChoice, ShareButtonAboveTheLimitIsReducedThroughTheEditBox) {
-    // Raw cap Num4 30: ceil(40 / 2) = 20 proposed and shown; 20 x 10 = 200 > 50: Count 5.
-    MaiJob j(40, 30, 10, 50);
+    // Raw cap PerStackLimit 30: ceil(40 / 2) = 20 proposed and shown; 20 x 10 = 200 > 50: Count 5.
+    MaiJob j({.Quantity = 40, .PerStackLimit = 30, .PieceHeight = 10}, 50);
     EXPECT_EQ(j.C().Proposal(MaiButton::Half), 20);
     j.C().Press(MaiButton::Half);
     EXPECT_EQ(j.C().EditText(), "20");
@@ -195,19 +195,19 @@ TEST(MaiChoice, ShareButtonAboveTheLimitIsReducedThroughTheEditBox) {
 
 TEST(MaiChoice, ShareButtonResetsCompareCountToTheStartCount) {
     // Even split gives the stacks back (CompareCount -1); the half button restores 5.
-    MaiJob j(12, 0, 10, 50, 3, 4);
+    MaiJob j({.Quantity = 12, .PerStackLimit = 0, .PieceHeight = 10}, 50, 3, 4);
     j.C().Press(MaiButton::Even);
     ASSERT_EQ(j.C().CompareCount(), -1);
     j.C().Press(MaiButton::Max);
     EXPECT_EQ(j.C().CompareCount(), -1);
-    j.C().Press(MaiButton::Half);  // ceil(12 / 6) = 2, Num4 0 caps it to 0
+    j.C().Press(MaiButton::Half);  // ceil(12 / 6) = 2, PerStackLimit 0 caps it to 0
     EXPECT_EQ(j.C().EditText(), "0");
     EXPECT_EQ(j.C().Count(), 5);  // 0 typed: as many as fit
     EXPECT_EQ(j.C().CompareCount(), 5);
 }
 
 TEST(MaiChoice, ChangedCountConfirmedWithOkIsReturned) {
-    MaiJob j(20, 8, 10, 50);
+    MaiJob j({.Quantity = 20, .PerStackLimit = 8, .PieceHeight = 10}, 50);
     j.C().Type("3");
     test::RecordingOperator op(OkCancel::Ok);
     EXPECT_EQ(j.C().Confirm(op), 3);
@@ -216,7 +216,7 @@ TEST(MaiChoice, ChangedCountConfirmedWithOkIsReturned) {
 }
 
 TEST(MaiChoice, CancelToTheQuestionReturnsNoChange) {
-    MaiJob j(20, 8, 10, 50);
+    MaiJob j({.Quantity = 20, .PerStackLimit = 8, .PieceHeight = 10}, 50);
     j.C().Type("3");
     test::RecordingOperator op(OkCancel::Cancel);
     EXPECT_EQ(j.C().Confirm(op), -1);
@@ -226,7 +226,7 @@ TEST(MaiChoice, CancelToTheQuestionReturnsNoChange) {
 
 TEST(MaiChoice, PieceHeightZeroNeverReachesTheLimit) {
     // Any count fits; "as many as fit" is the quantity 10.
-    MaiJob j(10, 0, 0, 50);
+    MaiJob j({.Quantity = 10, .PerStackLimit = 0, .PieceHeight = 0}, 50);
     EXPECT_EQ(j.C().Count(), 10);
     EXPECT_EQ(j.C().LimitCount(25), 25);
     EXPECT_EQ(j.C().Proposal(MaiButton::Max), 10);
@@ -237,14 +237,14 @@ TEST(MaiChoice, PieceHeightZeroNeverReachesTheLimit) {
 
 TEST(MaiChoice, ZeroQuantityAndZeroCapDivideByNothing) {
     // Quantity 0: even split of at least 1 a stack; shares ceil(0 / 2) = 0.
-    MaiJob none(0, 4, 1, 100);
+    MaiJob none({.Quantity = 0, .PerStackLimit = 4, .PieceHeight = 1}, 100);
     EXPECT_EQ(none.C().Proposal(MaiButton::Even), 1);
     EXPECT_EQ(none.C().Proposal(MaiButton::Half), 0);
     // Cap 0 (a piece of 10 under a limit of 5): c = 0 becomes 1, so 7 stacks of 1.
-    MaiJob tall(7, 0, 10, 5);
+    MaiJob tall({.Quantity = 7, .PerStackLimit = 0, .PieceHeight = 10}, 5);
     EXPECT_EQ(tall.C().Proposal(MaiButton::Even), 1);
     // A negative quantity counts as none.
-    MaiJob negative(-9, 4, 1, 100);
+    MaiJob negative({.Quantity = -9, .PerStackLimit = 4, .PieceHeight = 1}, 100);
     EXPECT_EQ(negative.C().Proposal(MaiButton::Even), 1);
     EXPECT_EQ(negative.C().Proposal(MaiButton::Quarter), 0);
 }
@@ -258,9 +258,10 @@ TEST(MaiChoice, EvenCountGuardsItsDivisor) {
 }
 
 TEST(MaiChoice, ExtremeHeightsStayInRange) {
-    MaiJob huge(5, 0, 1e-300, 1e300);
+    MaiJob huge({.Quantity = 5, .PerStackLimit = 0, .PieceHeight = 1e-300}, 1e300);
     EXPECT_EQ(huge.C().Count(), INT_MAX);
-    MaiJob negative(5, 3, 10, -50);  // a negative limit lets nothing fit
+    MaiJob negative({.Quantity = 5, .PerStackLimit = 3, .PieceHeight = 10},
+                    -50);  // a negative limit lets nothing fit
     EXPECT_EQ(negative.C().Count(), 0);
     EXPECT_EQ(negative.C().LimitCount(0), 0);
 }

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/PartFields.h"
 #include "view/Colours.h"
 #include "view/DisplayList.h"
 #include "view/ViewJob.h"
@@ -16,7 +17,9 @@
 namespace kesto {
 namespace {
 
+using test::AddPart;
 using test::AddStack;
+using test::MakePart;
 
 // --- sort buttons ---------------------------------------------------------------------------
 
@@ -55,18 +58,6 @@ TEST(NextSortKey, TwoKeyButtonsSetTheirFirstKeyThenToggle) {
 // --- selection sort -------------------------------------------------------------------------
 
 struct Parts {
-    PartsInfo& Add(const std::string& name, double sx = 0, double sy = 0, int32_t quantity = 0,
-                   const std::string& material = "") {
-        PartsInfo& part = app.PartsList.Append();
-        part.Seq = ++app.PartsList.Count;
-        part.KouteiNo = 1;
-        part.DisplayName = name;
-        part.MaterialName = material;
-        part.SizeX = sx;
-        part.SizeY = sy;
-        part.Quantity = quantity;
-        return part;
-    }
     std::vector<int32_t> SortedSeqs(int32_t key) const {
         std::vector<const PartsInfo*> parts;
         for (const PartsInfo& part : app.PartsList)
@@ -82,9 +73,9 @@ struct Parts {
 
 TEST(SortPartsAll, EqualNamesTakeTheOrderTheSwapsLeave) {
     Parts p;
-    p.Add("B");
-    p.Add("B");
-    p.Add("A");
+    AddPart(p.app, {.DisplayName = "B"});
+    AddPart(p.app, {.DisplayName = "B"});
+    AddPart(p.app, {.DisplayName = "A"});
     // Key 51 (Text1 up): position 0 takes "A" (Seq 3) and Seq 1 goes to its place: 3, 2, 1.
     // Position 1: Seq 1's "B" is not strictly smaller than Seq 2's, so Seq 2 stays before it.
     EXPECT_EQ(p.SortedSeqs(sortkey::kNameUp), (std::vector<int32_t>{3, 2, 1}));
@@ -94,9 +85,9 @@ TEST(SortPartsAll, EqualNamesTakeTheOrderTheSwapsLeave) {
 
 TEST(SortPartsAll, TextColumnsCompareBytes) {
     Parts p;
-    p.Add("", 0, 0, 0, "b");
-    p.Add("", 0, 0, 0, "B");
-    p.Add("", 0, 0, 0, "a");
+    AddPart(p.app, {.MaterialName = "b"});
+    AddPart(p.app, {.MaterialName = "B"});
+    AddPart(p.app, {.MaterialName = "a"});
     // Bytes: 'B' 66 < 'a' 97 < 'b' 98. Key 21 sorts Text3 up, key 20 down.
     EXPECT_EQ(p.SortedSeqs(sortkey::kMaterialUp), (std::vector<int32_t>{2, 3, 1}));
     EXPECT_EQ(p.SortedSeqs(sortkey::kMaterialDown), (std::vector<int32_t>{1, 3, 2}));
@@ -104,9 +95,9 @@ TEST(SortPartsAll, TextColumnsCompareBytes) {
 
 TEST(SortPartsAll, NumberColumnsUpAndDown) {
     Parts p;
-    p.Add("", 300, 10, 5);
-    p.Add("", 100, 30, 9);
-    p.Add("", 200, 20, 1);
+    AddPart(p.app, {.SizeX = 300, .SizeY = 10, .Quantity = 5});
+    AddPart(p.app, {.SizeX = 100, .SizeY = 30, .Quantity = 9});
+    AddPart(p.app, {.SizeX = 200, .SizeY = 20, .Quantity = 1});
     EXPECT_EQ(p.SortedSeqs(sortkey::kSeqDown), (std::vector<int32_t>{3, 2, 1}));
     EXPECT_EQ(p.SortedSeqs(sortkey::kSeqUp), (std::vector<int32_t>{1, 2, 3}));
     EXPECT_EQ(p.SortedSeqs(sortkey::kSizeXUp), (std::vector<int32_t>{2, 3, 1}));
@@ -119,47 +110,37 @@ TEST(SortPartsAll, NumberColumnsUpAndDown) {
 
 TEST(SortPartsAll, UnknownKeyKeepsTheListOrder) {
     Parts p;
-    p.Add("C");
-    p.Add("A");
+    AddPart(p.app, {.DisplayName = "C"});
+    AddPart(p.app, {.DisplayName = "A"});
     EXPECT_EQ(p.SortedSeqs(0), (std::vector<int32_t>{1, 2}));
     EXPECT_EQ(p.SortedSeqs(34), (std::vector<int32_t>{1, 2}));
 }
 
 // --- line text ------------------------------------------------------------------------------
 
-PartsInfo LinePart(int32_t destination, int32_t placed, int32_t quantity) {
-    PartsInfo part;
-    part.Seq = 7;
-    part.Destination = destination;
-    part.PiecesPlaced = placed;
-    part.Quantity = quantity;
-    return part;
-}
-
 TEST(LocationText, SmallBoxFourShowsBX4) {
-    EXPECT_EQ(LocationText(LinePart(103, 0, 3)), "BX4");  // 103 - 99
-    EXPECT_EQ(LocationText(LinePart(100, 0, 3)), "BX1");
-    EXPECT_EQ(LocationText(LinePart(99999, 0, 3)), "BX99900");  // any code from 100 on
+    EXPECT_EQ(LocationText(MakePart({.Quantity = 3, .Destination = 103})), "BX4");  // 103 - 99
+    EXPECT_EQ(LocationText(MakePart({.Quantity = 3, .Destination = 100})), "BX1");
+    // Any code from 100 on.
+    EXPECT_EQ(LocationText(MakePart({.Quantity = 3, .Destination = 99999})), "BX99900");
 }
 
 TEST(LocationText, PalletPartWithTwoOfThreePlacedShowsPLMinus) {
-    EXPECT_EQ(LocationText(LinePart(1, 2, 3)), "PL-");
-    EXPECT_EQ(LocationText(LinePart(1, 3, 3)), "PL ");
-    EXPECT_EQ(LocationText(LinePart(99, 3, 3)), "PL ");
+    EXPECT_EQ(LocationText(MakePart({.Quantity = 3, .PiecesPlaced = 2, .Destination = 1})), "PL-");
+    EXPECT_EQ(LocationText(MakePart({.Quantity = 3, .PiecesPlaced = 3, .Destination = 1})), "PL ");
+    EXPECT_EQ(LocationText(MakePart({.Quantity = 3, .PiecesPlaced = 3, .Destination = 99})), "PL ");
 }
 
 TEST(LocationText, SetAsidePartShowsPLLikeAPalletPart) {
-    EXPECT_EQ(LocationText(LinePart(1000, 0, 3)), "PL-");
-    EXPECT_EQ(LocationText(LinePart(1000, 0, 0)), "PL ");
+    EXPECT_EQ(LocationText(MakePart({.Quantity = 3, .Destination = 1000})), "PL-");
+    EXPECT_EQ(LocationText(MakePart({.Quantity = 0, .Destination = 1000})), "PL ");
 }
 
 TEST(DirectionText, TwoCharactersFromTheDirectionCode) {
     const std::pair<int32_t, const char*> cases[] = {{1, "U "}, {10, "D "}, {11, "UD"},
                                                      {0, "  "}, {2, "  "},  {-1, "  "}};
     for (const auto& [code, text] : cases) {
-        PartsInfo part;
-        part.DirCode = code;
-        EXPECT_EQ(DirectionText(part), text) << code;
+        EXPECT_EQ(DirectionText(MakePart({.DirCode = code})), text) << code;
     }
 }
 
@@ -173,14 +154,17 @@ TEST(SheetCountText, NoLimitShowsThreeDashes) {
 }
 
 TEST(PartsAllLine, EveryColumnOfAMarkedPalletPart) {
-    PartsInfo part = LinePart(1, 2, 3);
-    part.MaterialName = "SPCC";
-    part.Thickness = 1.6;
-    part.DirCode = 11;
-    part.PerStackLimit = 4;
-    part.SizeX = 200;
-    part.SizeY = 150.5;
-    part.DisplayName = "Bracket";
+    const PartsInfo part = MakePart({.Seq = 7,
+                                     .DisplayName = "Bracket",
+                                     .SizeX = 200,
+                                     .SizeY = 150.5,
+                                     .DirCode = 11,
+                                     .Quantity = 3,
+                                     .PiecesPlaced = 2,
+                                     .Destination = 1,
+                                     .PerStackLimit = 4,
+                                     .MaterialName = "SPCC",
+                                     .Thickness = 1.6});
     EXPECT_EQ(PartsAllLine(part, true),
               "007"                                  // %.3d
               " * PL-"                               // mark, location
@@ -194,13 +178,15 @@ TEST(PartsAllLine, EveryColumnOfAMarkedPalletPart) {
 }
 
 TEST(PartsAllLine, SmallBoxPartWithoutLimitAndLongTexts) {
-    PartsInfo part = LinePart(103, 0, 10);
-    part.Seq = 12;
-    part.MaterialName = "ABCDEFGHIJKLMNOPQRS";  // 19 characters: %-16s does not cut
-    part.Thickness = 12.5;
-    part.SizeX = 1234.5;
-    part.SizeY = 0.25;
-    part.DisplayName = std::string(40, 'x');  // cut to 32
+    const PartsInfo part = MakePart({.Seq = 12,
+                                     .DisplayName = std::string(40, 'x'),  // cut to 32
+                                     .SizeX = 1234.5,
+                                     .SizeY = 0.25,
+                                     .Quantity = 10,
+                                     .Destination = 103,
+                                     // 19 characters: %-16s does not cut
+                                     .MaterialName = "ABCDEFGHIJKLMNOPQRS",
+                                     .Thickness = 12.5});
     EXPECT_EQ(PartsAllLine(part, false),
               "012   BX4 ABCDEFGHIJKLMNOPQRS 12.500    ---    0/10  "
               " 1234.5000 x    0.2500 " +
@@ -226,13 +212,6 @@ struct MarkedJob {
         b.KouteiNo = koutei;
         b.PalletNo = pallet;
         app.Blocks.AddBlock(b);
-    }
-    PartsInfo& AddPart(int32_t koutei, const std::string& name) {
-        PartsInfo& part = app.PartsList.Append();
-        part.Seq = ++app.PartsList.Count;
-        part.KouteiNo = koutei;
-        part.DisplayName = name;
-        return part;
     }
     // The mark column of each line (the character after "NNN ").
     std::string Marks(int32_t koutei, int32_t key, std::array<int32_t, 4> inView) const {
@@ -260,11 +239,11 @@ TEST(PartsAllLines, NoPartsGiveAnEmptyList) {
 
 TEST(PartsAllLines, MarksPartsOnTheFirstTwoPalletsOfTheCurrentProcess) {
     MarkedJob job;
-    PartsInfo& onOne = job.AddPart(1, "A");
-    PartsInfo& onThree = job.AddPart(1, "B");
-    PartsInfo& onTwo = job.AddPart(1, "C");
-    PartsInfo& badBlock = job.AddPart(1, "D");
-    job.AddPart(2, "E");
+    PartsInfo& onOne = AddPart(job.app, {.DisplayName = "A"});
+    PartsInfo& onThree = AddPart(job.app, {.DisplayName = "B"});
+    PartsInfo& onTwo = AddPart(job.app, {.DisplayName = "C"});
+    PartsInfo& badBlock = AddPart(job.app, {.DisplayName = "D"});
+    AddPart(job.app, {.KouteiNo = 2, .DisplayName = "E"});
     AddStack(job.app, onOne, {.Block = 0});
     AddStack(job.app, onThree, {.Block = 2});  // pallet 3: the third slot does not count
     AddStack(job.app, onTwo, {.Block = 1});
@@ -279,7 +258,7 @@ TEST(PartsAllLines, MarksPartsOnTheFirstTwoPalletsOfTheCurrentProcess) {
 
 TEST(PartsAllLines, MarksFollowTheCurrentProcessNotTheListedOne) {
     MarkedJob job;
-    PartsInfo& second = job.AddPart(2, "E");
+    PartsInfo& second = AddPart(job.app, {.KouteiNo = 2, .DisplayName = "E"});
     AddStack(job.app, second, {.Block = 3});  // process 2, pallet 1
     EXPECT_EQ(job.Marks(2, sortkey::kSeqUp, {1, -1, -1, -1}), "001 ");
     job.shown.CurrentKoutei = 2;
@@ -288,9 +267,9 @@ TEST(PartsAllLines, MarksFollowTheCurrentProcessNotTheListedOne) {
 
 TEST(PartsAllLines, SortedByTheKey) {
     MarkedJob job;
-    job.AddPart(1, "B");
-    job.AddPart(1, "C");
-    job.AddPart(1, "A");
+    AddPart(job.app, {.DisplayName = "B"});
+    AddPart(job.app, {.DisplayName = "C"});
+    AddPart(job.app, {.DisplayName = "A"});
     EXPECT_EQ(job.Marks(1, sortkey::kNameUp, {1, 2, -1, -1}), "003 001 002 ");
     EXPECT_EQ(job.Marks(1, sortkey::kNameDown, {1, 2, -1, -1}), "002 001 003 ");
 }
@@ -399,8 +378,9 @@ class Picks : public ::testing::Test {
         job.AddKoutei(1, "CUT", "BLK");
         job.AddKoutei(2, "BEND", "BLK");
         const int32_t block = job.AddBlock(1, 1, 0, 0, 1003.7, 840);
-        bracket = &job.AddPart("BRACKET", 240.3, 150.7);
-        rail = &job.AddPart("RAIL", 200, 150, "0010");
+        bracket = &job.AddPart({.DisplayName = "BRACKET", .SizeX = 240.3, .SizeY = 150.7});
+        rail = &job.AddPart(
+            {.DisplayName = "RAIL", .SizeX = 200, .SizeY = 150, .SensitiveSides = "0010"});
         railStack = &AddStack(job.app, *rail, {.Block = block, .Pieces = 4, .X = 420.1, .Y = 90.3});
         first = &AddStack(job.app, *bracket, {.Block = block, .Pieces = 7, .X = 350.2, .Y = 30.5});
         far = &AddStack(job.app, *bracket, {.Block = block, .Pieces = 2, .X = 900.6, .Y = 600.4});
@@ -447,11 +427,11 @@ TEST_F(Picks, UnknownSeqOnlyDrawsBackAndKeepsLastPicked) {
 }
 
 TEST_F(Picks, FirstPartOfThatSeqWithAStackInAnyProcess) {
-    PartsInfo& unplaced = job.AddPart("UNPLACED", 10, 10);
+    PartsInfo& unplaced = job.AddPart({.DisplayName = "UNPLACED", .SizeX = 10, .SizeY = 10});
     unplaced.Seq = 9;
-    PartsInfo& other = job.AddPart("OTHER", 10, 10);
+    PartsInfo& other =
+        job.AddPart({.KouteiNo = 2, .DisplayName = "OTHER", .SizeX = 10, .SizeY = 10});
     other.Seq = 9;
-    other.KouteiNo = 2;
     HaichiInfo& stack = AddStack(job.app, other, {.Block = 0, .Pieces = 1, .X = 100, .Y = 100});
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 9, Recorder()));
     EXPECT_EQ(drawing.Selected().LastPicked(), &stack);

@@ -14,16 +14,12 @@ namespace {
 class WhyShortTextTest : public SessionTest {};
 
 TEST_F(WhyShortTextTest, APartSetAsideWhollyOnThePalletsSideSaysSo) {
-    PartsInfo& p = AddPart(4);
-    p.PiecesSetAside = 4;
+    PartsInfo& p = AddPart({.Quantity = 4, .PiecesSetAside = 4});
     EXPECT_EQ(session.WhyShortText(p.Seq), "Pieces set aside by the operator: 4");
 }
 
 TEST_F(WhyShortTextTest, APartOfAnyProcessIsFoundAndOneNotShortSaysNothing) {
-    PartsInfo& p = AddPart(4);
-    p.KouteiNo = 2;
-    p.PiecesSetAside = 1;
-    p.PiecesPlaced = 3;
+    PartsInfo& p = AddPart({.KouteiNo = 2, .Quantity = 4, .PiecesPlaced = 3, .PiecesSetAside = 1});
     EXPECT_EQ(session.WhyShortText(p.Seq), "Pieces set aside by the operator: 1");
     p.PiecesPlaced = 4;
     EXPECT_EQ(session.WhyShortText(p.Seq), "");
@@ -33,7 +29,7 @@ TEST_F(WhyShortTextTest, APartOfAnyProcessIsFoundAndOneNotShortSaysNothing) {
 class DownTest : public SessionTest {};
 
 TEST_F(DownTest, NoSelectedLineShowsMessageSeven) {
-    PartsInfo& p = AddPart(4, 100);
+    PartsInfo& p = AddPart({.Quantity = 4, .Destination = 100});
     EXPECT_FALSE(session.Down(std::nullopt));
     EXPECT_EQ(op.KakuNumbers, (Kaku{{7, 0}}));
     EXPECT_EQ(p.Destination, 100);
@@ -41,8 +37,8 @@ TEST_F(DownTest, NoSelectedLineShowsMessageSeven) {
 }
 
 TEST_F(DownTest, SetsThePartAsideWithAllItsPieces) {
-    AddPart(3, 100);
-    PartsInfo& p = AddPart(4, 100);
+    AddPart({.Quantity = 3, .Destination = 100});
+    PartsInfo& p = AddPart({.Quantity = 4, .Destination = 100});
     EXPECT_TRUE(session.Down(p.Seq));
     EXPECT_EQ(p.Destination, 1000);
     EXPECT_EQ(p.PiecesSetAside, 4);
@@ -51,8 +47,7 @@ TEST_F(DownTest, SetsThePartAsideWithAllItsPieces) {
 }
 
 TEST_F(DownTest, PartOfAnotherProcessIsNotFoundAndNothingChanges) {
-    PartsInfo& p = AddPart(4, 100);
-    p.KouteiNo = 2;
+    PartsInfo& p = AddPart({.KouteiNo = 2, .Quantity = 4, .Destination = 100});
     EXPECT_TRUE(session.Down(p.Seq));
     EXPECT_EQ(p.Destination, 100);
     EXPECT_EQ(p.PiecesSetAside, 0);
@@ -67,18 +62,18 @@ class UpTest : public SessionTest {
         box.PartSizes = {100, 200, 150, 250};
         shown.CurrentBox = 100;
     }
-    // A part set aside by Down: destination 1000, every piece set aside.
-    PartsInfo& SetAside(double sx, double sy) {
-        PartsInfo& p = AddPart(4, 1000);
-        p.SizeX = sx;
-        p.SizeY = sy;
-        p.PiecesSetAside = 4;
-        return p;
+    // A part of the size named set aside by Down: four pieces, destination 1000, every piece set
+    // aside.
+    PartsInfo& SetAside(PartFields fields) {
+        fields.Quantity = 4;
+        fields.Destination = 1000;
+        fields.PiecesSetAside = 4;
+        return AddPart(fields);
     }
 };
 
 TEST_F(UpTest, CurrentBoxOutsideTheSmallBoxesShowsMessageFour) {
-    PartsInfo& p = SetAside(150, 200);
+    PartsInfo& p = SetAside({.SizeX = 150, .SizeY = 200});
     for (int32_t box : {99, 199, 1000}) {
         op.KakuNumbers.clear();
         shown.CurrentBox = box;
@@ -101,7 +96,7 @@ TEST_F(UpTest, NoSelectedLineShowsMessageSeven) {
 }
 
 TEST_F(UpTest, PartThatFitsGoesIntoTheSmallBox) {
-    PartsInfo& p = SetAside(150, 200);
+    PartsInfo& p = SetAside({.SizeX = 150, .SizeY = 200});
     EXPECT_TRUE(session.Up(p.Seq));
     EXPECT_EQ(p.Destination, 100);
     EXPECT_EQ(p.PiecesPlaced, 0);
@@ -110,8 +105,8 @@ TEST_F(UpTest, PartThatFitsGoesIntoTheSmallBox) {
 }
 
 TEST_F(UpTest, SizeBoundsAreInclusive) {
-    PartsInfo& largest = SetAside(200, 250);
-    PartsInfo& smallest = SetAside(100, 150);
+    PartsInfo& largest = SetAside({.SizeX = 200, .SizeY = 250});
+    PartsInfo& smallest = SetAside({.SizeX = 100, .SizeY = 150});
     EXPECT_TRUE(session.Up(largest.Seq));
     EXPECT_TRUE(session.Up(smallest.Seq));
     EXPECT_EQ(largest.Destination, 100);
@@ -120,10 +115,10 @@ TEST_F(UpTest, SizeBoundsAreInclusive) {
 }
 
 TEST_F(UpTest, PartOutsideTheSizeRangeShowsMessagesFiveAndSix) {
-    PartsInfo& wide = SetAside(200.5, 200);
-    PartsInfo& narrow = SetAside(99.5, 200);
-    PartsInfo& deep = SetAside(150, 250.5);
-    PartsInfo& shallow = SetAside(150, 149.5);
+    PartsInfo& wide = SetAside({.SizeX = 200.5, .SizeY = 200});
+    PartsInfo& narrow = SetAside({.SizeX = 99.5, .SizeY = 200});
+    PartsInfo& deep = SetAside({.SizeX = 150, .SizeY = 250.5});
+    PartsInfo& shallow = SetAside({.SizeX = 150, .SizeY = 149.5});
     for (PartsInfo* p : {&wide, &narrow, &deep, &shallow}) {
         op.KakuNumbers.clear();
         EXPECT_FALSE(session.Up(p->Seq)) << p->Seq;
@@ -135,14 +130,14 @@ TEST_F(UpTest, PartOutsideTheSizeRangeShowsMessagesFiveAndSix) {
 
 TEST_F(UpTest, BoxWithoutARecordChecksNoSize) {
     shown.CurrentBox = 101;
-    PartsInfo& p = SetAside(900, 900);
+    PartsInfo& p = SetAside({.SizeX = 900, .SizeY = 900});
     EXPECT_TRUE(session.Up(p.Seq));
     EXPECT_EQ(p.Destination, 101);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
 TEST_F(UpTest, PartWithPiecesOnThePalletsShowsElevenAndTwelveAndStays) {
-    PartsInfo& p = SetAside(150, 200);
+    PartsInfo& p = SetAside({.SizeX = 150, .SizeY = 200});
     p.Destination = 0;
     p.PiecesPlaced = 1;
     p.PiecesSetAside = 0;
@@ -154,7 +149,7 @@ TEST_F(UpTest, PartWithPiecesOnThePalletsShowsElevenAndTwelveAndStays) {
 }
 
 TEST_F(UpTest, PartOfAnotherProcessIsNotFoundAndNothingChanges) {
-    PartsInfo& p = SetAside(150, 200);
+    PartsInfo& p = SetAside({.SizeX = 150, .SizeY = 200});
     p.KouteiNo = 2;
     EXPECT_TRUE(session.Up(p.Seq));
     EXPECT_EQ(p.Destination, 1000);
@@ -165,11 +160,10 @@ TEST_F(UpTest, PartOfAnotherProcessIsNotFoundAndNothingChanges) {
 class KeepTableTest : public SessionTest {};
 
 TEST_F(KeepTableTest, HoldsThePlacedCountOfEachPartBySeq) {
-    AddPart(5).PiecesPlaced = 3;
-    AddPart(5);
-    PartsInfo& last = AddPart(9);
+    AddPart({.Quantity = 5, .PiecesPlaced = 3});
+    AddPart({.Quantity = 5});
+    PartsInfo& last = AddPart({.Quantity = 9, .PiecesPlaced = 7});
     last.Seq = 999;
-    last.PiecesPlaced = 7;
     const std::vector<int> keep = session.KeepTable();
     ASSERT_EQ(keep.size(), 1000u);
     EXPECT_EQ(keep[1], 3);
@@ -179,12 +173,10 @@ TEST_F(KeepTableTest, HoldsThePlacedCountOfEachPartBySeq) {
 }
 
 TEST_F(KeepTableTest, PartsNumberedBeyondTheTableAreLeftOut) {
-    PartsInfo& beyond = AddPart(5);
+    PartsInfo& beyond = AddPart({.Quantity = 5, .PiecesPlaced = 4});
     beyond.Seq = 1000;
-    beyond.PiecesPlaced = 4;
-    PartsInfo& negative = AddPart(5);
+    PartsInfo& negative = AddPart({.Quantity = 5, .PiecesPlaced = 4});
     negative.Seq = -1;
-    negative.PiecesPlaced = 4;
     const std::vector<int> keep = session.KeepTable();
     ASSERT_EQ(keep.size(), 1000u);
     EXPECT_EQ(std::accumulate(keep.begin(), keep.end(), 0), 0);

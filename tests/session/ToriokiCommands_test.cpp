@@ -70,8 +70,8 @@ TEST_F(LeftTest, WithoutAPickNothingHappens) {
 // now has lines, so OK is to be disabled.
 TEST_F(LeftTest, ThreePickedStacksAllGoAndTheListIsNoLongerEmpty) {
     shown.HitByBlock = 1;
-    PartsInfo& c = Part(100, 50, 1);
-    PartsInfo& d = Part(100, 50, 4);
+    PartsInfo& c = test::AddPart(app, {.SizeX = 100, .SizeY = 50, .Quantity = 1, .PieceHeight = 1});
+    PartsInfo& d = test::AddPart(app, {.SizeX = 100, .SizeY = 50, .Quantity = 4, .PieceHeight = 1});
     HaichiInfo& sc = AddStack(app, c,
                               {.Block = 0,
                                .Pieces = 1,
@@ -132,23 +132,23 @@ TEST_F(LeftTest, PartsLeftShortAreNotSetAsideButAnyProcessesSetAsidePiecesAre) {
 class RightTest : public EditTest {
   protected:
     RightTest() { app.BoxList.begin()->PartSizes = {0, 2000, 0, 2000}; }
-    // A 300 x 200 part set aside whole, as Down leaves it.
-    PartsInfo& SetAside(int32_t num1, int32_t num4 = 0) {
-        PartsInfo& p = AddPart(num1, destination::kTorioki);
-        p.PerStackLimit = num4;
-        p.PiecesSetAside = num1;
-        return p;
+    // A part as named set aside whole, as Down leaves it.
+    PartsInfo& SetAside(PartFields fields) {
+        fields.Destination = destination::kTorioki;
+        fields.PiecesSetAside = fields.Quantity;
+        return AddPart(fields);
     }
     // Every cell of pallet 1 but the first `free` serves another part.
     void FillPalletOne(int free) {
-        PartsInfo& other = Part(10, 10, 1);
+        PartsInfo& other =
+            test::AddPart(app, {.SizeX = 10, .SizeY = 10, .Quantity = 1, .PieceHeight = 1});
         for (int i = free; i < 9; ++i)
             app.Blocks[static_cast<size_t>(i)].Occupant = &other;
     }
 };
 
 TEST_F(RightTest, PartGoesBackOntoThePalletsAndTheListEmpties) {
-    PartsInfo& p = SetAside(2);
+    PartsInfo& p = SetAside({.Quantity = 2});
     const ToriokiChange change = session.Right(p.Seq);
     EXPECT_TRUE(change.Changed);
     EXPECT_FALSE(session.AnyPartSetAside());
@@ -160,7 +160,7 @@ TEST_F(RightTest, PartGoesBackOntoThePalletsAndTheListEmpties) {
 }
 
 TEST_F(RightTest, StacksBroughtBackAreMarkedAsTheOperators) {
-    PartsInfo& p = SetAside(5, 4);
+    PartsInfo& p = SetAside({.Quantity = 5, .PerStackLimit = 4});
     session.Right(p.Seq);
     const std::vector<HaichiInfo*> stacks = job.StacksOf(p);
     ASSERT_EQ(stacks.size(), 2u);
@@ -170,14 +170,14 @@ TEST_F(RightTest, StacksBroughtBackAreMarkedAsTheOperators) {
 
 // Five pieces, four a stack: 4 and then 1, left as placed (sharing out would give 3 and 2).
 TEST_F(RightTest, PiecesPlacedBackAreNotSharedOut) {
-    PartsInfo& p = SetAside(5, 4);
+    PartsInfo& p = SetAside({.Quantity = 5, .PerStackLimit = 4});
     session.Right(p.Seq);
     EXPECT_EQ(job.ValuesOf(p), std::vector<int32_t>({4, 1}));
     EXPECT_EQ(p.PiecesPlaced, 5);
 }
 
 TEST_F(RightTest, NoSelectedLineShowsMessage7) {
-    PartsInfo& p = SetAside(2);
+    PartsInfo& p = SetAside({.Quantity = 2});
     EXPECT_FALSE(session.Right(std::nullopt).Changed);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{7, 0}}));
     EXPECT_EQ(p.Destination, destination::kTorioki);
@@ -189,7 +189,7 @@ TEST_F(RightTest, EmptyPartListDoesNothing) {
 }
 
 TEST_F(RightTest, PartOfAnotherProcessIsNotFound) {
-    PartsInfo& p = SetAside(2);
+    PartsInfo& p = SetAside({.Quantity = 2});
     p.KouteiNo = 2;
     EXPECT_FALSE(session.Right(p.Seq).Changed);
     EXPECT_TRUE(op.KakuNumbers.empty());
@@ -197,7 +197,7 @@ TEST_F(RightTest, PartOfAnotherProcessIsNotFound) {
 }
 
 TEST_F(RightTest, PartFittingNoPalletBoxShowsMessage13And14AndStaysSetAside) {
-    PartsInfo& p = SetAside(2);
+    PartsInfo& p = SetAside({.Quantity = 2});
     job.AddBox(1).PartSizes = {0, 299, 0, 2000};
     EXPECT_FALSE(session.Right(p.Seq).Changed);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{13, 14}}));
@@ -207,7 +207,7 @@ TEST_F(RightTest, PartFittingNoPalletBoxShowsMessage13And14AndStaysSetAside) {
 }
 
 TEST_F(RightTest, PalletBoxBoundsAreInclusiveAndSmallBoxesAreNotChecked) {
-    PartsInfo& p = SetAside(1);
+    PartsInfo& p = SetAside({.Quantity = 1});
     app.BoxList.begin()->PartSizes = {300, 300, 200, 200};
     job.AddBox(100).PartSizes = {0, 1, 0, 1};
     EXPECT_TRUE(session.Right(p.Seq).Changed);
@@ -216,7 +216,7 @@ TEST_F(RightTest, PalletBoxBoundsAreInclusiveAndSmallBoxesAreNotChecked) {
 }
 
 TEST_F(RightTest, NothingPlacedShowsMessage9) {
-    PartsInfo& p = SetAside(2);
+    PartsInfo& p = SetAside({.Quantity = 2});
     FillPalletOne(0);
     const ToriokiChange change = session.Right(p.Seq);
     EXPECT_TRUE(change.Changed);
@@ -229,7 +229,7 @@ TEST_F(RightTest, NothingPlacedShowsMessage9) {
 
 // The window shows the lists and the drawing again before the message reports the outcome.
 TEST_F(RightTest, TheRefreshComesBeforeMessage9) {
-    PartsInfo& p = SetAside(2);
+    PartsInfo& p = SetAside({.Quantity = 2});
     FillPalletOne(0);
     std::vector<std::string> order;
     op.OnAsk = [&](int no1) { order.push_back("message " + std::to_string(no1)); };
@@ -239,7 +239,7 @@ TEST_F(RightTest, TheRefreshComesBeforeMessage9) {
 
 // Two pieces, one a stack, and one free cell: the second stack finds no corner left in it.
 TEST_F(RightTest, SomePiecesPlacedShowsMessage10) {
-    PartsInfo& p = SetAside(2, 1);
+    PartsInfo& p = SetAside({.Quantity = 2, .PerStackLimit = 1});
     FillPalletOne(1);
     session.Right(p.Seq);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{10, 0}}));
@@ -247,8 +247,8 @@ TEST_F(RightTest, SomePiecesPlacedShowsMessage10) {
 }
 
 TEST_F(RightTest, OtherPartsStillSetAsideKeepTheListFull) {
-    PartsInfo& p = SetAside(1);
-    SetAside(1);
+    PartsInfo& p = SetAside({.Quantity = 1});
+    SetAside({.Quantity = 1});
     const ToriokiChange change = session.Right(p.Seq);
     EXPECT_TRUE(change.Changed);
     EXPECT_TRUE(session.AnyPartSetAside());

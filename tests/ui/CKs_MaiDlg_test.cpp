@@ -2,9 +2,9 @@
 // picture {5, 7, 425, 405}; uy = 398 / 20 = 19, ux = 42; with the limit 570 the scale is
 // 570 / (15 x 19) = 2; floor y0 = 405 - 38 = 367; the stack between xa 294 and xb 336; the
 // limit line at 367 - 285 = 82 from x1 252 to 425 - 57 = 368.
-// The part: 30 pieces, Num4 20, 60 high, in two stacks of 4 (the first picked). Count opens at
-// 570 / 60 = 9 (20 x 60 = 1200 > 570): the new stack is 540 high, 270 px, its top at 97; the
-// current one 240 high, 120 px, filled from 247 to 365.
+// The part: 30 pieces, at most 20 per stack, 60 high, in two stacks of 4 (the first picked). Count
+// opens at 570 / 60 = 9 (20 x 60 = 1200 > 570): the new stack is 540 high, 270 px, its top at 97;
+// the current one 240 high, 120 px, filled from 247 to 365.
 #include "ui/dialogs/CKs_MaiDlg.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,8 @@
 #include <memory>
 
 #include "common/EventCounter.h"
-#include "common/PlacementFixture.h"
+#include "common/PartFields.h"
+#include "common/StackFields.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
 #include "common/WindowJob.h"
@@ -54,15 +55,19 @@ constexpr const char* kMessages =
     "Label05=1,Dir\n";
 
 struct MaiDialogJob {
-    explicit MaiDialogJob(OkCancel answer = OkCancel::Ok) : Op(answer), Job(App) {
+    explicit MaiDialogJob(OkCancel answer = OkCancel::Ok) : Op(answer) {
         test::EnsureQApplication();
         App.FontHeight = {0, 16, 12, 0, 0};
         App.FontNames = {"", "DejaVuSans", "DejaVuSans", "", ""};
         Fonts.Build(App);
         test::WriteFile(Folder / "Kesto.ini", kMessages);
         EXPECT_EQ(Messages.Load(Folder / "Kesto.ini", Op), 0);
-        PartsInfo& part = Job.AddPart(1, 100, 100, 30, 20, 60);
-        part.DisplayName = "Bracket";
+        PartsInfo& part = test::AddPart(App, {.DisplayName = "Bracket",
+                                              .SizeX = 100,
+                                              .SizeY = 100,
+                                              .Quantity = 30,
+                                              .PerStackLimit = 20,
+                                              .PieceHeight = 60});
         Picked = &AddStack(App, part,
                            {.Block = -1, .Pieces = 4, .X = 0, .Y = 0, .Corner = kCornerMaxMin});
         AddStack(App, part, {.Block = -1, .Pieces = 4, .X = 200, .Y = 0, .Corner = kCornerMaxMin});
@@ -87,7 +92,6 @@ struct MaiDialogJob {
     test::RecordingOperator Op;
     CKestoApp App;
     ViewState Shown;
-    test::JobBuilder Job;
     MessageTable Messages;
     FontTable Fonts;
     HaichiInfo* Picked = nullptr;
@@ -181,7 +185,7 @@ TEST(CKs_MaiDlg, ButtonsWriteTheProposedCountIntoTheEditBox) {
         const char* Name;
         const char* Shown;
     } cases[] = {
-        {"BT2", "8"},    // ceil(30 / (2 stacks x 2)) = 8, below Num4 20
+        {"BT2", "8"},    // ceil(30 / (2 stacks x 2)) = 8, below the per-stack limit 20
         {"BTKAI", "9"},  // 570 / 60 = 9
         {"BT1", "8"},    // cap 9: ceil(30 / 9) = 4 stacks, ceil(30 / 4) = 8
         {"BT3", "5"},    // ceil(30 / 6)

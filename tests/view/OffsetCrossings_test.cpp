@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include "common/PartFields.h"
 #include "support/MessageFile.h"
 
 namespace kesto {
 namespace {
+
+using test::AddPart;
 
 // Process 1 on a pallet "PAL" of 1000 x 800 with one block over the whole of it.
 class OffsetCrossingTest : public ::testing::Test {
@@ -27,16 +30,6 @@ class OffsetCrossingTest : public ::testing::Test {
         app.Blocks.AddBlock(b);
     }
     PalletInfo& Pallet() { return app.PalletList.Items.front(); }
-    PartsInfo& Part(double sx, double sy, const std::string& name = "") {
-        PartsInfo& p = app.PartsList.Append();
-        p.Seq = static_cast<int32_t>(app.PartsList.Items.size());
-        p.Code = "A" + std::to_string(p.Seq);
-        p.DisplayName = name;
-        p.KouteiNo = 1;
-        p.SizeX = sx;
-        p.SizeY = sy;
-        return p;
-    }
     // A stack's reference point is its right edge and lower edge.
     HaichiInfo& StackAt(PartsInfo& part, double x, double y) {
         HaichiInfo& h = app.HaichiList.Append();
@@ -54,7 +47,7 @@ class OffsetCrossingTest : public ::testing::Test {
 
 TEST_F(OffsetCrossingTest, AStackBelowTheLowerLineCrossesItByTheDifference) {
     Pallet().OffsetB = 50;
-    PartsInfo& p = Part(100, 100, "Bracket");
+    PartsInfo& p = AddPart(app, {.DisplayName = "Bracket", .SizeX = 100, .SizeY = 100});
     const HaichiInfo& h = StackAt(p, 300, 10);  // y 10..110, the line at 50
     StackAt(p, 600, 50);                        // on the line: not across
     const std::vector<OffsetCrossing> all = OffsetCrossings(app);
@@ -69,7 +62,7 @@ TEST_F(OffsetCrossingTest, AStackBelowTheLowerLineCrossesItByTheDifference) {
 
 TEST_F(OffsetCrossingTest, TheUpperLineLiesItsOffsetBelowThePalletsFarEdge) {
     Pallet().OffsetA = 100;  // the line at y = 800 - 100 = 700
-    PartsInfo& p = Part(100, 100);
+    PartsInfo& p = AddPart(app, {.SizeX = 100, .SizeY = 100});
     StackAt(p, 300, 650.5);  // reaches 750.5
     const std::vector<OffsetCrossing> all = OffsetCrossings(app);
     ASSERT_EQ(all.size(), 1u);
@@ -81,7 +74,7 @@ TEST_F(OffsetCrossingTest, TheUpperLineLiesItsOffsetBelowThePalletsFarEdge) {
 
 TEST_F(OffsetCrossingTest, LinesOfAHundredthOrLessAreNotDrawnAndNotCrossed) {
     Pallet().OffsetB = 0.01;
-    PartsInfo& p = Part(100, 100);
+    PartsInfo& p = AddPart(app, {.SizeX = 100, .SizeY = 100});
     StackAt(p, 300, 0);
     EXPECT_TRUE(OffsetCrossings(app).empty());
 }
@@ -89,7 +82,7 @@ TEST_F(OffsetCrossingTest, LinesOfAHundredthOrLessAreNotDrawnAndNotCrossed) {
 TEST_F(OffsetCrossingTest, AStackPastTwoLimitsIsNamedForEach) {
     Pallet().LimitLeft = 20;   // x = 20
     Pallet().LimitRight = 30;  // x = 1000 - 30 = 970
-    PartsInfo& wide = Part(990, 100);
+    PartsInfo& wide = AddPart(app, {.SizeX = 990, .SizeY = 100});
     StackAt(wide, 995, 200);  // x 5..995
     const std::vector<OffsetCrossing> all = OffsetCrossings(app);
     ASSERT_EQ(all.size(), 2u);
@@ -103,14 +96,14 @@ TEST_F(OffsetCrossingTest, AStackPastTwoLimitsIsNamedForEach) {
 TEST_F(OffsetCrossingTest, AProcessWhosePalletIsMissingHasNoLinesToCross) {
     Pallet().OffsetB = 50;
     app.KouteiList.Items.front().PalletName = "OTHER";
-    PartsInfo& p = Part(100, 100);
+    PartsInfo& p = AddPart(app, {.SizeX = 100, .SizeY = 100});
     StackAt(p, 300, 10);
     EXPECT_TRUE(OffsetCrossings(app).empty());
 }
 
 TEST_F(OffsetCrossingTest, AStackWithoutAPartOrBlockIsPassedOver) {
     Pallet().OffsetB = 50;
-    PartsInfo& p = Part(100, 100);
+    PartsInfo& p = AddPart(app, {.SizeX = 100, .SizeY = 100});
     StackAt(p, 300, 10).BlockIndex = 7;
     StackAt(p, 300, 10).Part = nullptr;
     EXPECT_TRUE(OffsetCrossings(app).empty());

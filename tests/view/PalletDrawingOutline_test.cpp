@@ -33,7 +33,7 @@ class Outlines : public ::testing::Test {
         job.AddPallet("BLK", 1003.7, 840, 900);
         job.AddKoutei(1, "CUT", "BLK");
         block = job.AddBlock(1, 1, 0, 0, 1003.7, 840);
-        part = &job.AddPart("PLATE", 240.3, 150.7);
+        part = &job.AddPart({.DisplayName = "PLATE", .SizeX = 240.3, .SizeY = 150.7});
         part->HasOutline = 1;
         record = &AddStack(job.app, *part, {.Block = block, .Pieces = 1, .X = 350.2, .Y = 30.5});
         DisplayList setUp;

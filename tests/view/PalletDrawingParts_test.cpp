@@ -110,9 +110,10 @@ class FlatParts : public ::testing::Test {
         job.app.PalletCount = 2;
         block = job.AddBlock(1, 1, 0, 0, 1003.7, 840);
         otherPallet = job.AddBlock(1, 2, 0, 0, 1003.7, 840);
-        bracket = &job.AddPart("BRACKET", 240.3, 150.7);
-        rail = &job.AddPart("RAIL", 200, 150, "0010");
-        small = &job.AddPart("SMALLPART", 120.6, 30.3);
+        bracket = &job.AddPart({.DisplayName = "BRACKET", .SizeX = 240.3, .SizeY = 150.7});
+        rail = &job.AddPart(
+            {.DisplayName = "RAIL", .SizeX = 200, .SizeY = 150, .SensitiveSides = "0010"});
+        small = &job.AddPart({.DisplayName = "SMALLPART", .SizeX = 120.6, .SizeY = 30.3});
     }
     void LayOut() {
         DisplayList setUp;
@@ -306,7 +307,7 @@ class PartLabels : public FlatParts {
   protected:
     void SetUp() override {
         FlatParts::SetUp();
-        PartsInfo& ab = job.AddPart("AB", 10, 10);
+        PartsInfo& ab = job.AddPart({.DisplayName = "AB", .SizeX = 10, .SizeY = 10});
         record = &AddStack(job.app, ab, {.Block = block, .Pieces = 5, .X = 100, .Y = 100});
     }
     std::vector<Primitive> Label(const IntRect& r, int32_t font) {
@@ -710,12 +711,15 @@ TEST(CrossSection, BarsAreDrawnFromTheBackToTheFront) {
     job.shown.AreaRect = IntRect{0, 0, 1000, 701};
     job.shown.PalletMode = PalletView::Danmen;
     const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
-    PartsInfo& front = job.AddPart("FRONT", 300.1, 100.4);
-    front.PieceHeight = 12.7;
-    PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
-    back.PieceHeight = 3.2;
-    PartsInfo& mid = job.AddPart("MID", 150.6, 120.5, "1000");
-    mid.PieceHeight = 5.5;
+    PartsInfo& front =
+        job.AddPart({.DisplayName = "FRONT", .SizeX = 300.1, .SizeY = 100.4, .PieceHeight = 12.7});
+    PartsInfo& back =
+        job.AddPart({.DisplayName = "BACK", .SizeX = 250.2, .SizeY = 200.3, .PieceHeight = 3.2});
+    PartsInfo& mid = job.AddPart({.DisplayName = "MID",
+                                  .SizeX = 150.6,
+                                  .SizeY = 120.5,
+                                  .SensitiveSides = "1000",
+                                  .PieceHeight = 5.5});
     AddStack(job.app, front,
              {.Block = block, .Pieces = 9, .X = 400.3, .Y = 50.2});  // back edge 150.6
     AddStack(job.app, back,
@@ -750,8 +754,8 @@ TEST(CrossSection, OnlyModeZeroDrawsTheBars) {
     job.shown.AreaRect = IntRect{0, 0, 1000, 701};
     job.shown.PalletMode = PalletView::Danmen;
     const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
-    PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
-    back.PieceHeight = 3.2;
+    PartsInfo& back =
+        job.AddPart({.DisplayName = "BACK", .SizeX = 250.2, .SizeY = 200.3, .PieceHeight = 3.2});
     AddStack(job.app, back, {.Block = block, .Pieces = 40, .X = 900.7, .Y = 500.9});
     PalletDrawing drawing(job.app, job.shown, job.messages);
     DisplayList setUp;
@@ -770,8 +774,8 @@ TEST(CrossSection, TwoPalletBarsOfTheSecondSlotAreShiftedAndTiesKeepListOrder) {
     job.shown.AreaRect = IntRect{0, 0, 1001, 701};
     job.shown.PalletMode = PalletView::TwoPallet;
     job.app.PalletCount = 2;
-    PartsInfo& back = job.AddPart("BACK", 250.2, 200.3);
-    back.PieceHeight = 3.2;
+    PartsInfo& back =
+        job.AddPart({.DisplayName = "BACK", .SizeX = 250.2, .SizeY = 200.3, .PieceHeight = 3.2});
     AddStack(job.app, back,
              {.Block = job.AddBlock(1, 2, 0, 0, 1250, 815), .Pieces = 40, .X = 900.9, .Y = 500.9});
     AddStack(job.app, back,
@@ -800,7 +804,7 @@ TEST(FourPalletParts, ThePalletOfASlotNumberBeyondTheCountIsNotDrawn) {
     job.shown.PalletMode = PalletView::FourPallet;
     job.app.PalletCount = 4;
     job.shown.CurrentPallet = 2;
-    PartsInfo& shelf = job.AddPart("SHELF", 287.4, 158.6);
+    PartsInfo& shelf = job.AddPart({.DisplayName = "SHELF", .SizeX = 287.4, .SizeY = 158.6});
     for (int32_t p = 1; p <= 4; ++p)
         AddStack(
             job.app, shelf,

@@ -680,7 +680,7 @@ class ScreenRects : public Layout {
         Area(1000, 701);
         job.shown.PalletMode = kFourPallet;
         job.app.PalletCount = 4;
-        part = &job.AddPart("SHELF", 287.4, 158.6);
+        part = &job.AddPart({.DisplayName = "SHELF", .SizeX = 287.4, .SizeY = 158.6});
         for (int32_t p = 1; p <= 4; ++p)
             blockOf[p] = job.AddBlock(1, p, 0, 0, 1250, 815);
         otherProcessBlock = job.AddBlock(2, 1, 0, 0, 1250, 815);

@@ -29,7 +29,7 @@ class InfoPanel : public ::testing::Test {
         job.AddKoutei(1, "LASER-1", "P");
         job.shown.CurrentKoutei = 1;  // by number: the second process in the list
         job.shown.InfoRect = IntRect{0, 0, 430, 157};
-        part = &job.AddPart("SIDE PANEL", 1220.75, 607.125);
+        part = &job.AddPart({.DisplayName = "SIDE PANEL", .SizeX = 1220.75, .SizeY = 607.125});
         part->DirText = "UD";
         part->Quantity = 48;
         part->MaterialName = "BIRCH PLY";

@@ -9,6 +9,7 @@
 
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
+#include "common/PartFields.h"
 #include "common/StackFields.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
@@ -71,17 +72,11 @@ class ViewJob {
         return k;
     }
 
-    PartsInfo& AddPart(const std::string& displayName, double sizeX, double sizeY,
-                       const std::string& sensitiveSides = "0000") {
-        PartsInfo& part = app.PartsList.Append();
-        app.PartsList.Count++;
-        part.Seq = app.PartsList.Count;
-        part.KouteiNo = 1;
-        part.DisplayName = displayName;
-        part.SizeX = sizeX;
-        part.SizeY = sizeY;
-        part.SensitiveSides = sensitiveSides;
-        return part;
+    // A part as named, its sensitive sides "0000" where not named.
+    PartsInfo& AddPart(PartFields fields) {
+        if (fields.SensitiveSides.empty())
+            fields.SensitiveSides = "0000";
+        return test::AddPart(app, fields);
     }
 
     // Appends a block entry and returns its index.
