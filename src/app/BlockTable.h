@@ -3,6 +3,7 @@
 // anew; stacks and the save file refer to blocks by it.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <ranges>
@@ -30,9 +31,17 @@ class BlockTable {
     int32_t Count() const { return count_; }
     void SetCount(int32_t count) { count_ = count; }
     // The blocks in use: entries 0..Filled()-1, the count cut to the table.
-    int32_t Filled() const;
+    int32_t Filled() const {
+        return std::clamp<int32_t>(count_, 0, static_cast<int32_t>(entries_.size()));
+    }
     // The next entry, counted and reset; null when the capacity or the table is used up.
-    BlockInfo* Append();
+    BlockInfo* Append() {
+        if (count_ >= capacity_ || count_ < 0 || count_ >= static_cast<int32_t>(entries_.size()))
+            return nullptr;
+        BlockInfo& b = entries_[static_cast<size_t>(count_++)];
+        b = BlockInfo{};
+        return &b;
+    }
     // Adds a filled block at the end, the table, capacity and count grown to take it: for a
     // table laid out by hand. Returns its index.
     int32_t AddBlock(const BlockInfo& block);
@@ -49,8 +58,12 @@ class BlockTable {
     }
     // The block at index, or null outside the filled blocks. A stack whose stored index lies
     // there stands in no block: it is not drawn, stands in no one's way and is not written.
-    BlockInfo* At(int32_t index);
-    const BlockInfo* At(int32_t index) const;
+    BlockInfo* At(int32_t index) {
+        return index >= 0 && index < Filled() ? &entries_[static_cast<size_t>(index)] : nullptr;
+    }
+    const BlockInfo* At(int32_t index) const {
+        return index >= 0 && index < Filled() ? &entries_[static_cast<size_t>(index)] : nullptr;
+    }
 
     // The filled blocks, and every entry of the table (a snapshot keeps them all).
     std::span<BlockInfo> FilledBlocks() { return {entries_.data(), static_cast<size_t>(Filled())}; }

@@ -10,8 +10,8 @@
 
 #include "cli/ProgramRun.h"
 #include "session/JobSession.h"
-#include "session/PlacementPicture.h"
-#include "session/SortSheet.h"
+#include "sheet/PlacementPicture.h"
+#include "sheet/SortSheet.h"
 #include "support/TextFormat.h"
 
 #ifdef _WIN32

@@ -10,7 +10,7 @@
 #include "app/Codes.h"
 #include "cli/TerminalText.h"
 #include "placement/ShortReason.h"
-#include "session/ListLines.h"
+#include "rules/ListLines.h"
 #include "support/Services.h"
 #include "support/TextColumns.h"
 #include "support/TextFormat.h"

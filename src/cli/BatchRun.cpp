@@ -6,7 +6,7 @@
 #include "cli/BatchReport.h"
 #include "cli/ProgramRun.h"
 #include "session/JobSession.h"
-#include "session/PlacementPicture.h"
+#include "sheet/PlacementPicture.h"
 #include "support/SetupList.h"
 #include "support/TextFormat.h"
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "session/PlacementPicture.h"
+#include "view/PictureDocument.h"
 
 class QPagedPaintDevice;
 class QPainter;

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "render/PictureWriter.h"
-#include "session/PlacementPicture.h"
 #include "support/Version.h"
+#include "view/PictureDocument.h"
 
 namespace {
 

@@ -20,7 +20,6 @@ namespace kesto {
 
 class CKs_Haichi;
 
-// What the editing asks of the window around the drawing area.
 // Why a drop moved nothing.
 enum class DropRefusal {
     OffThePallets,   // the dropped rectangle is on no pallet in view
@@ -32,6 +31,7 @@ enum class DropRefusal {
 // "S-DROP-ROOM", "S-DROP-PALLET"), or an English text when the message file has none.
 std::string DropRefusalText(DropRefusal why, const MessageTable& messages);
 
+// What the editing asks of the window around the drawing area.
 class DrawAreaView {
   public:
     virtual ~DrawAreaView() = default;

@@ -11,7 +11,7 @@
 
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
-#include "session/EditHistory.h"
+#include "history/EditHistory.h"
 #include "support/Services.h"
 
 namespace kesto {
@@ -20,19 +20,17 @@ class Canvas;
 class PalletDrawing;
 class Selection;
 
-// What a set-aside command (left, right) did: Changed when the lists, the part view and the
-// drawing are to be shown again.
 // Where the picked stack stood when MaiChg began.
 struct SheetCountStart {
     double X = 0;
     double Y = 0;
 };
 
+// What a set-aside command (left, right) did: Changed when the lists, the part view and the
+// drawing are to be shown again.
 struct ToriokiChange {
     bool Changed = false;
 };
-
-// How the operator ends the job; the values are the dialog results.
 
 // What a view of the session does when the session changes the whole job under it.
 class SessionView {
@@ -152,8 +150,6 @@ class JobSession {
     void RereadJob();
     // The offset check; false after the operator's stop, which ends the job.
     bool PassesExitCheck();
-    // Restore, trim and fill (SavedPlacement::Restore) and PlaceAll, after the kept counts
-    // went to Work[0].
     // Records the step of a correction about to change the job.
     void RecordStep(const char* name, const Selection& selection);
     void RecordStep(const char* name);

@@ -5,8 +5,8 @@
 
 #include "app/Codes.h"
 #include "placement/CKs_Haichi.h"
+#include "rules/ListLines.h"
 #include "session/JobSession.h"
-#include "session/ListLines.h"
 #include "view/PalletDrawing.h"
 
 namespace kesto {

@@ -1,5 +1,7 @@
 #include "view/OffsetCrossings.h"
 
+#include <array>
+#include <optional>
 #include <unordered_map>
 
 #include "support/MessageFile.h"
@@ -30,19 +32,25 @@ double PastBy(const OffsetLine& line, double x0, double y0, double x1, double y1
 
 std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app) {
     std::vector<OffsetCrossing> out;
-    // The pallet of each process, by the name the drawing finds it by.
-    std::unordered_map<int32_t, const PalletInfo*> pallets;
-    for (const KouteiInfo& k : app.KouteiList)
-        pallets.try_emplace(k.No, app.PalletByName(k.PalletName));
+    // The offset lines of each process's pallet, found by the name the drawing finds it by;
+    // none for a process whose pallet is missing.
+    std::unordered_map<int32_t, std::optional<std::array<OffsetLine, 4>>> lines;
+    for (const KouteiInfo& k : app.KouteiList) {
+        if (lines.contains(k.No))
+            continue;
+        const PalletInfo* pallet = app.PalletByName(k.PalletName);
+        lines.emplace(k.No,
+                      pallet != nullptr ? std::optional(OffsetLinesOf(*pallet)) : std::nullopt);
+    }
     for (const HaichiInfo& h : app.HaichiList) {
         const BlockInfo* b = app.BlockOf(h);
         if (h.Part == nullptr || b == nullptr)
             continue;
-        const auto it = pallets.find(b->KouteiNo);
-        if (it == pallets.end() || it->second == nullptr)
+        const auto it = lines.find(b->KouteiNo);
+        if (it == lines.end() || !it->second)
             continue;
         const double x0 = h.X - h.Part->SizeX, y1 = h.Y + h.Part->SizeY;
-        for (const OffsetLine& line : OffsetLinesOf(*it->second)) {
+        for (const OffsetLine& line : *it->second) {
             const double by = PastBy(line, x0, h.Y, h.X, y1);
             // Less than the tolerance past a line is on it.
             if (line.Drawn() && by > kLengthTolerance)

@@ -142,7 +142,7 @@ class PalletDrawing {
     // The parts of DrawBlocks after the cells (grid marks only with GridFlag).
     void DrawGridMarks(Canvas& canvas) const;
     void DrawRackLines(Canvas& canvas) const;
-    // The side view of the stacks in the cross-section band (DrawParts mode 0).
+    // The side view of the stacks in the cross-section band (DrawParts with DrawMode::All).
     void DrawSection(Canvas& canvas) const;
     // The record's tag centred on rect, in the largest font it fits there in.
     void DrawTag(Canvas& canvas, const IntRect& rect, const HaichiInfo& record) const;

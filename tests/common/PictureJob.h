@@ -11,8 +11,8 @@
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
 #include "session/JobSession.h"
-#include "session/PlacementPicture.h"
-#include "session/SortSheet.h"
+#include "sheet/PlacementPicture.h"
+#include "sheet/SortSheet.h"
 
 namespace kesto::test {
 

@@ -17,7 +17,7 @@
 #include "common/PicturePdf.h"
 #include "common/TestFiles.h"
 #include "render/FontTable.h"
-#include "session/SheetTable.h"
+#include "sheet/SheetTable.h"
 #include "view/Colours.h"
 
 namespace kesto {

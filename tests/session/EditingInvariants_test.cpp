@@ -17,9 +17,9 @@
 #include "common/EditInvariants.h"
 #include "common/RandomOperator.h"
 #include "common/TestFiles.h"
+#include "rules/ListLines.h"
+#include "rules/MaiChoice.h"
 #include "session/DrawingEdit.h"
-#include "session/ListLines.h"
-#include "session/MaiChoice.h"
 
 namespace kesto::test {
 namespace {

@@ -7,7 +7,7 @@
 #include <QtTest/QTest>
 
 #include "common/WindowJob.h"
-#include "session/ListLines.h"
+#include "rules/ListLines.h"
 
 namespace kesto {
 namespace {

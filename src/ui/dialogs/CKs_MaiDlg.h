@@ -8,7 +8,7 @@
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
 #include "render/FontTable.h"
-#include "session/MaiChoice.h"
+#include "rules/MaiChoice.h"
 #include "support/MessageFile.h"
 #include "view/MaiPicture.h"
 

@@ -14,7 +14,7 @@
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
 #include "render/FontTable.h"
-#include "session/PartsAllList.h"
+#include "rules/PartsAllList.h"
 #include "support/MessageFile.h"
 #include "ui/dialogs/ShortTipItem.h"
 

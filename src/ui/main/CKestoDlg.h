@@ -13,9 +13,9 @@
 
 #include "app/CKestoApp.h"
 #include "render/FontTable.h"
+#include "rules/SmallBoxPages.h"
 #include "session/DrawingEdit.h"
 #include "session/JobSession.h"
-#include "session/SmallBoxPages.h"
 #include "ui/dialogs/ShortTipItem.h"
 #include "view/Controls.h"
 

@@ -6,8 +6,8 @@
 
 #include "app/Codes.h"
 #include "render/TextCodec.h"
-#include "session/ListLines.h"
-#include "session/PartsAllList.h"
+#include "rules/ListLines.h"
+#include "rules/PartsAllList.h"
 #include "ui/dialogs/CKs_PartsAllDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"

@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "render/TextCodec.h"
-#include "session/ListLines.h"
+#include "rules/ListLines.h"
 #include "ui/dialogs/CKs_MaiDlg.h"
 #include "ui/dialogs/CKs_PartsAllDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"

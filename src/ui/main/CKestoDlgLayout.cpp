@@ -4,7 +4,7 @@
 #include <QLabel>
 
 #include "render/TextCodec.h"
-#include "session/PartsAllList.h"
+#include "rules/PartsAllList.h"
 #include "support/MessageFile.h"
 #include "ui/dialogs/CKs_PartsAllDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"

@@ -6,7 +6,7 @@
 
 #include "app/Codes.h"
 #include "render/TextCodec.h"
-#include "session/ListLines.h"
+#include "rules/ListLines.h"
 #include "ui/main/CKestoDlg.h"
 
 namespace kesto {

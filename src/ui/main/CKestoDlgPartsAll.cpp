@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "render/TextCodec.h"
-#include "session/ListLines.h"
-#include "session/PartsAllList.h"
+#include "rules/ListLines.h"
+#include "rules/PartsAllList.h"
 #include "ui/dialogs/CKs_PartsAllDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/draw/CKs_DrawArea.h"

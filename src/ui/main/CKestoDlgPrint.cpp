@@ -6,7 +6,7 @@
 
 #include "render/PictureWriter.h"
 #include "render/TextCodec.h"
-#include "session/SortSheet.h"
+#include "sheet/SortSheet.h"
 #include "ui/main/CKestoDlg.h"
 
 namespace kesto {

@@ -1,0 +1,133 @@
+#include "history/EditHistory.h"
+
+#include <cctype>
+#include <set>
+
+#include "app/CKestoApp.h"
+#include "view/Selection.h"
+
+namespace kesto {
+
+namespace {
+
+// "To set-aside" -> "STEP-TO-SET-ASIDE".
+std::string StepKey(const std::string& name) {
+    std::string key = "STEP-";
+    for (const char c : name)
+        key += c == ' ' ? '-' : static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return key;
+}
+
+std::string Word(const MessageTable& messages, const std::string& key, const std::string& english) {
+    return TextOr(messages, "MainDlg", key, english);
+}
+
+std::string MenuText(const MessageTable& messages, const char* key, const char* english,
+                     const std::string& step) {
+    const std::string word = Word(messages, key, english);
+    return step.empty() ? word : word + " " + Word(messages, StepKey(step), step);
+}
+
+}  // namespace
+
+std::string UndoMenuText(const EditHistory& history, const MessageTable& messages) {
+    return MenuText(messages, "M-UNDO", "Undo", history.UndoName());
+}
+
+std::string RedoMenuText(const EditHistory& history, const MessageTable& messages) {
+    return MenuText(messages, "M-REDO", "Redo", history.RedoName());
+}
+
+EditHistory::EditHistory(size_t maxSteps, size_t maxBytes)
+    : maxSteps_(maxSteps), maxBytes_(maxBytes) {}
+
+EditHistory::Step EditHistory::Capture(const std::string& name, const CKestoApp& app,
+                                       const Selection& selection, ViewPlace view,
+                                       const JobSnapshot* like) {
+    return Step{name, JobSnapshot::Take(app, like), SelectionIndex::Of(selection, app), view};
+}
+
+void EditHistory::Apply(const Step& step, CKestoApp& app, Selection& selection) {
+    // The selection points into the records the restore frees: it lets go of them first.
+    selection.Reset();
+    step.Job.Restore(app);
+    step.Picks.ApplyTo(selection, app);
+}
+
+void EditHistory::Record(const std::string& name, const CKestoApp& app, const Selection& selection,
+                         ViewPlace view) {
+    redo_.clear();
+    undo_.push_back(Capture(name, app, selection, view, CanUndo() ? &undo_.back().Job : nullptr));
+    Trim();
+}
+
+void EditHistory::Begin(const std::string& name, const CKestoApp& app, const Selection& selection,
+                        ViewPlace view) {
+    pending_ = Capture(name, app, selection, view, CanUndo() ? &undo_.back().Job : nullptr);
+}
+
+void EditHistory::Commit() {
+    if (!pending_)
+        return;
+    redo_.clear();
+    undo_.push_back(std::move(*pending_));
+    pending_.reset();
+    Trim();
+}
+
+void EditHistory::Swap(std::deque<Step>& from, std::deque<Step>& to, CKestoApp& app,
+                       Selection& selection, ViewPlace* view) {
+    Step step = std::move(from.back());
+    from.pop_back();
+    to.push_back(
+        Capture(step.Name, app, selection, view != nullptr ? *view : ViewPlace{}, &step.Job));
+    Apply(step, app, selection);
+    if (view != nullptr)
+        *view = step.View;
+}
+
+bool EditHistory::Undo(CKestoApp& app, Selection& selection, ViewPlace* view) {
+    if (!CanUndo())
+        return false;
+    Swap(undo_, redo_, app, selection, view);
+    return true;
+}
+
+bool EditHistory::Redo(CKestoApp& app, Selection& selection, ViewPlace* view) {
+    if (!CanRedo())
+        return false;
+    Swap(redo_, undo_, app, selection, view);
+    return true;
+}
+
+void EditHistory::Trim() {
+    while (undo_.size() > maxSteps_)
+        undo_.pop_front();
+    while (undo_.size() > 1 && Bytes() > maxBytes_)
+        undo_.pop_front();
+}
+
+std::vector<std::string> EditHistory::UndoNames() const {
+    std::vector<std::string> names;
+    for (const Step& s : undo_)
+        names.push_back(s.Name);
+    return names;
+}
+
+size_t EditHistory::Bytes() const {
+    std::set<const void*> seen;
+    size_t bytes = sizeof(EditHistory);
+    for (const std::deque<Step>* steps : {&undo_, &redo_}) {
+        for (const Step& s : *steps)
+            bytes += sizeof(Step) + s.Name.capacity() + s.Job.Bytes(seen) + s.Picks.Bytes();
+    }
+    return bytes;
+}
+
+void EditHistory::Clear() {
+    undo_.clear();
+    redo_.clear();
+    pending_.reset();
+}
+
+}  // namespace kesto
