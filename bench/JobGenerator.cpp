@@ -199,7 +199,7 @@ void FillApp(CKestoApp& app, const GeneratedJob& job) {
     app.PartsList.Count = static_cast<int32_t>(job.Parts.size());
     for (int n = 1; n <= job.SmallBoxes; ++n)
         app.BoxFlags[n] = 1;
-    app.PalletCount = job.PalletCount;
+    app.Settings.PalletCount = job.PalletCount;
 }
 
 namespace {

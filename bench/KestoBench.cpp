@@ -95,7 +95,7 @@ void BM_PlaceAllSample(benchmark::State& state) {
     run.Host.Folder = KESTO_SAMPLE_DIR;
     std::filesystem::current_path(KESTO_SAMPLE_DIR);
     CKestoApp app;
-    app.CommandLine = "kesto pallet/pallets.txt 0 0 0 0 1";
+    app.Run.CommandLine = "kesto pallet/pallets.txt 0 0 0 0 1";
     const bool read = app.InitSettings(run.Get()) == 1 && app.ReadInput(run.Get()) == 1;
     // As LoadAndPlace does before the check: the pallet count sizes the block table.
     app.ReadPalletSelect(run.Messages);
@@ -131,7 +131,7 @@ void BM_ReadInputLargest(benchmark::State& state) {
     run.Host.Folder = inst.Root;
     for (auto _ : state) {
         CKestoApp app;
-        app.CommandLine = inst.CommandLine;
+        app.Run.CommandLine = inst.CommandLine;
         benchmark::DoNotOptimize(app.ReadInput(run.Get()));
         state.counters["parts"] = app.PartsList.Count;
     }

@@ -37,7 +37,7 @@ std::vector<std::string> Arguments(const uint8_t* data, size_t size) {
 int FuzzPalletFile(FuzzSite& site, const uint8_t* data, size_t size) {
     site.Write("pallet/pallets.txt", data, size);
     CKestoApp app;
-    app.CommandLine = "kesto " + site.Path("pallet/pallets.txt") + " 0 0 0 0 1";
+    app.Run.CommandLine = "kesto " + site.Path("pallet/pallets.txt") + " 0 0 0 0 1";
     app.ParseCommandLine();
     if (ReadPalletFile(app) == 0)
         return -1;
@@ -79,7 +79,7 @@ int FuzzMessageFile(FuzzSite& site, const uint8_t* data, size_t size) {
     messages.GetFontText("KakuDlg", "TitleName");
     messages.Get("KakuDlg", KakuKey(1));
     app.ReadPalletSelect(messages);
-    return app.PalletCount;
+    return app.Settings.PalletCount;
 }
 
 int FuzzSetupList(FuzzSite& site, const uint8_t* data, size_t size) {
@@ -99,11 +99,11 @@ int FuzzCommandLine(FuzzSite& /*site*/, const uint8_t* data, size_t size) {
     if (!options.Error.empty())
         return -1;
     CKestoApp app;
-    app.CommandLine = "kesto";
+    app.Run.CommandLine = "kesto";
     for (const std::string& token : options.Tokens)
-        app.CommandLine += " " + token;
+        app.Run.CommandLine += " " + token;
     app.ParseCommandLine();
-    return app.StartCorner;
+    return app.Settings.StartCorner;
 }
 
 int FuzzPlacementFile(FuzzSite& site, const uint8_t* data, size_t size) {

@@ -45,9 +45,9 @@ struct PlacedJob {
         std::filesystem::remove_all(folder);
 
         FillApp(App, GenerateJob(LargestJobShape()));
-        App.FontHeight = {0, 12, 16, 0, 0};
-        App.FontNames = {"", "DejaVu Sans", "DejaVu Sans", "", ""};
-        App.PalletPrefix = "P";
+        App.Settings.FontHeight = {0, 12, 16, 0, 0};
+        App.Settings.FontNames = {"", "DejaVu Sans", "DejaVu Sans", "", ""};
+        App.Settings.PalletPrefix = "P";
         const Services services{Quiet, Host, Messages};
         CheckJob(App, services);
         CKs_Haichi(App, services, Shown).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore);
@@ -67,7 +67,7 @@ struct PlacedJob {
         Shown.Is3D = 1;
         Shown.GridFlag = 1;
         Shown.IsBlockDraw = 1;
-        App.IsDirect = 0;
+        App.Settings.IsDirect = 0;
         Fonts.Build(App);
     }
 
@@ -114,7 +114,7 @@ void CountShown(benchmark::State& state, const PalletDrawing& drawing) {
 void BM_Refresh(benchmark::State& state) {
     PlacedJob& job = Job();
     job.Shown.PalletMode = static_cast<PalletView>(state.range(0));
-    job.App.IsDirect = static_cast<int32_t>(state.range(1));
+    job.App.Settings.IsDirect = static_cast<int32_t>(state.range(1));
     QImage image(kWidth, kHeight, QImage::Format_RGB32);
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
     for (auto _ : state) {
@@ -123,7 +123,7 @@ void BM_Refresh(benchmark::State& state) {
         drawing.Refresh(canvas);
     }
     CountShown(state, drawing);
-    job.App.IsDirect = 0;
+    job.App.Settings.IsDirect = 0;
 }
 
 // The same redraw recorded instead of painted: the share of the work that is the core's.
@@ -262,7 +262,7 @@ void BM_Drop(benchmark::State& state) {
     PlacedJob& job = Job();
     job.Shown.PalletMode = PalletView::Flat;
     job.Shown.AreaRect = {0, 0, kWidth, kHeight};
-    job.App.IsDirect = 1;
+    job.App.Settings.IsDirect = 1;
     job.Shown.Is3D = 0;
     QImage picture(kWidth, kHeight, QImage::Format_RGB32);
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
@@ -300,7 +300,7 @@ void BM_Drop(benchmark::State& state) {
     }
     state.counters["band_stacks"] = static_cast<double>(drawing.Selected().BandList().size());
     drawing.Select().Reset();
-    job.App.IsDirect = 0;
+    job.App.Settings.IsDirect = 0;
     job.Shown.Is3D = 1;
 }
 

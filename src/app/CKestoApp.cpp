@@ -16,7 +16,7 @@ HaichiInfo* CKestoApp::AddHaichiInfo() {
         rec.Corner = 0;
         return &rec;
     } catch (const std::bad_alloc&) {
-        ErrorCode = error::kNoMemoryForStack;
+        Run.ErrorCode = error::kNoMemoryForStack;
         return nullptr;
     }
 }

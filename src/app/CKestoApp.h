@@ -22,39 +22,49 @@ namespace kesto {
 // job reads it (CKestoApp::CommandLine).
 std::string JoinCommandLine(const std::vector<std::string>& words);
 
+// How this job is set up: the settings' fonts, what the command line gave and the operator's
+// Direct mode. Undo and redo leave them as they are.
+struct JobSettings {
+    std::array<int32_t, 5> FontHeight{};
+    std::array<int32_t, 5> FontCharSet{};
+    std::array<std::string, 5> FontNames;
+    // DirectFlag: the command line allows the special destinations (kDirectA, kDirectB).
+    bool DirectCodesAllowed = false;
+    DirectMode IsDirect;
+    int32_t InchMode = 0;
+    int32_t StartCorner = 3;
+    int32_t OffsetSet = 0;
+    double OffsetA = 0;
+    double OffsetB = 0;
+    // PalletInfo "PalletSelect": how many pallets a process has and the prefix of their names.
+    int32_t PalletCount = 0;
+    std::string PalletPrefix;
+};
+
+// The program's run around the job: its command line, the first failure and how it ends.
+struct JobRun {
+    std::string CommandLine;     // the whole command line, the program's own path included
+    std::string PalletFilePath;  // token 2 of the command line
+    int32_t ErrorCode = 0;       // the first failure of start-up, input, placement or output
+    int32_t ExitParam = 0;       // the code the process ends with (wParam of the last message)
+    OkCancel DialogEnd = OkCancel::Cancel;  // DialogOk: OK once the job ended with OK
+};
+
 class CKestoApp {
   public:
     CKestoApp() = default;  // defaults only; nothing is read
 
-    // --- job state -------------------------------------------------------------------
-    int32_t ErrorCode = 0;
-    std::array<int32_t, 5> FontHeight{};
-    std::array<int32_t, 5> FontCharSet{};
-    std::array<std::string, 5> FontNames;
+    // --- the job's records: what a correction changes and undo puts back -------------
     RecordList<BoxInfo> BoxList;
     RecordList<KouteiInfo> KouteiList;
     RecordList<PartsInfo> PartsList;
     RecordList<HaichiInfo> HaichiList;
-    // DirectFlag: the command line allows the special destinations (kDirectA, kDirectB).
-    bool DirectCodesAllowed = false;
     RecordList<PalletInfo> PalletList;
     std::array<int32_t, 100> BoxFlags{};  // index 1..99
     BlockTable Blocks;
-    DirectMode IsDirect;
-    int32_t InchMode = 0;
-    int32_t StartCorner = 3;
-    OkCancel DialogEnd = OkCancel::Cancel;  // DialogOk: OK once the job ended with OK
-    int32_t OffsetSet = 0;
-    double OffsetA = 0;
-    double OffsetB = 0;
 
-    // PalletInfo "PalletSelect": how many pallets a process has and the prefix of their names.
-    int32_t PalletCount = 0;
-    std::string PalletPrefix;
-
-    // --- process -------------------------------------------------------------------
-    std::string CommandLine;  // the whole command line, the program's own path included
-    int32_t ExitParam = 0;    // the code the process ends with (wParam of the last message)
+    JobSettings Settings;
+    JobRun Run;
 
     // --- model operations ------------------------------------------------------------
     HaichiInfo* AddHaichiInfo();  // null and ErrorCode 9015 when out of memory
@@ -81,9 +91,6 @@ class CKestoApp {
     // PalletCount/PalletPrefix from "PalletSelect"/"PalletInfo"; LoadAndPlace reads them each
     // time the job is placed.
     void ReadPalletSelect(const MessageTable& messages);
-
-    // Token 2 of the command line (the pallet file's path).
-    std::string PalletFilePath;
 };
 
 }  // namespace kesto

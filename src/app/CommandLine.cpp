@@ -67,14 +67,14 @@ bool BeginsWithOne(const std::string& token) {
 }  // namespace
 
 void CKestoApp::ParseCommandLine() {
-    const auto tokens = SplitTokens(CommandLine);
-    PalletFilePath = tokens[1];
-    DirectCodesAllowed = BeginsWithOne(tokens[2]);
+    const auto tokens = SplitTokens(Run.CommandLine);
+    Run.PalletFilePath = tokens[1];
+    Settings.DirectCodesAllowed = BeginsWithOne(tokens[2]);
     if (BeginsWithOne(tokens[3]))
-        InchMode = 1;
-    ScanDouble(tokens[4], OffsetA);
-    ScanDouble(tokens[5], OffsetB);
-    StartCorner = StartCornerOf(tokens[6]);
+        Settings.InchMode = 1;
+    ScanDouble(tokens[4], Settings.OffsetA);
+    ScanDouble(tokens[5], Settings.OffsetB);
+    Settings.StartCorner = StartCornerOf(tokens[6]);
 }
 
 }  // namespace kesto

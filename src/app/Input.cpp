@@ -7,7 +7,7 @@ int CKestoApp::ReadInput(const Services& services) {
     ParseCommandLine();
     // Every reader stops at its first failure, so only the first code is reported.
     if (ReadPalletFile(*this) == 0 || ReadJobFile(*this, services) == 0) {
-        ExitParam = ErrorCode;
+        Run.ExitParam = Run.ErrorCode;
         return 0;
     }
     return 1;

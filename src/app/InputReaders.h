@@ -9,7 +9,7 @@
 
 namespace kesto {
 
-// Pallet file named by command-line token 2 (app.PalletFilePath). 1 on success;
+// Pallet file named by command-line token 2 (app.Run.PalletFilePath). 1 on success;
 // 0 with ErrorCode 9020 (not given or missing), 9021 (cannot open), 9022 (no memory).
 int ReadPalletFile(CKestoApp& app);
 // Reads one open pallet file's lines into PalletList and BoxFlags (used by ReadPalletFile).

@@ -22,7 +22,7 @@ T* AppendRecord(CKestoApp& app, RecordList<T>& list, int32_t code) {
     try {
         return &list.Append();
     } catch (const std::bad_alloc&) {
-        app.ErrorCode = code;
+        app.Run.ErrorCode = code;
         return nullptr;
     }
 }
@@ -159,12 +159,12 @@ int ReadJobLines(CKestoApp& app, std::FILE* file) {
 int ReadJobFile(CKestoApp& app, const Services& services) {
     const std::string path = GetDataFilePath(services, DataFile::Job);
     if (path.empty() || FileExists(path) == 0) {
-        app.ErrorCode = error::kJobFileMissing;
+        app.Run.ErrorCode = error::kJobFileMissing;
         return 0;
     }
     TextFile file;
     if (OpenFile(path, "rt", file) == 0) {
-        app.ErrorCode = error::kJobFileUnreadable;
+        app.Run.ErrorCode = error::kJobFileUnreadable;
         return 0;
     }
     if (ReadJobLines(app, file.get()) == 0)

@@ -99,7 +99,7 @@ WholeFile LoadOutline(PartsInfo& part) {
 // but cannot be opened.
 int Record(CKestoApp& app, WholeFile read) {
     if (read == WholeFile::Unreadable)
-        app.ErrorCode = error::kOutlineUnreadable;
+        app.Run.ErrorCode = error::kOutlineUnreadable;
     return read == WholeFile::Read ? 1 : 0;
 }
 

@@ -18,7 +18,7 @@ constexpr int32_t kRackMax = 5;
 constexpr int kBoxFlagMax = 99;
 
 double LengthFactor(const CKestoApp& app) {
-    return app.InchMode ? kInchFactor : 1.0;
+    return app.Settings.InchMode ? kInchFactor : 1.0;
 }
 
 // A line that is exactly "B" followed by n (1..99) sets BoxFlags[n].
@@ -48,18 +48,18 @@ void FillPallet(PalletInfo& pallet, const FieldList& fields, double factor) {
 // stored differently on purpose.
 void ApplyOffsets(CKestoApp& app, PalletInfo& pallet) {
     const double reach = pallet.LengthY + pallet.SaveOffsetY;
-    if (app.OffsetA > 0) {
-        const double d = reach - app.OffsetA * LengthFactor(app);
+    if (app.Settings.OffsetA > 0) {
+        const double d = reach - app.Settings.OffsetA * LengthFactor(app);
         if (d > 0) {
             pallet.OffsetA = d;
-            app.OffsetSet = 1;
+            app.Settings.OffsetSet = 1;
         }
     }
-    if (app.OffsetB > 0) {
-        const double v = app.OffsetB * LengthFactor(app);
+    if (app.Settings.OffsetB > 0) {
+        const double v = app.Settings.OffsetB * LengthFactor(app);
         if (reach - v > 0) {
             pallet.OffsetB = v;
-            app.OffsetSet = 1;
+            app.Settings.OffsetSet = 1;
         }
     }
 }
@@ -69,7 +69,7 @@ bool AddPallet(CKestoApp& app, const std::string& line) {
     try {
         pallet = &app.PalletList.Append();
     } catch (const std::bad_alloc&) {
-        app.ErrorCode = error::kNoMemoryForPallet;
+        app.Run.ErrorCode = error::kNoMemoryForPallet;
         return false;
     }
     FieldList fields;
@@ -100,7 +100,7 @@ void AddRacks(CKestoApp& app, const std::string& line) {
     PalletInfo* pallet = FirstPalletNumbered(app, AtoLFromSecond(fields[0]));
     if (pallet == nullptr)
         return;
-    app.PalletList.Items.back().RackPitch = app.InchMode ? kRackPitchInch : kRackPitchMm;
+    app.PalletList.Items.back().RackPitch = app.Settings.InchMode ? kRackPitchInch : kRackPitchMm;
     const bool x = fields[0].find('X') != std::string::npos;
     const bool y = fields[0].find('Y') != std::string::npos;
     for (int i = 1; i < fields.Count; ++i) {
@@ -130,13 +130,13 @@ int ReadPalletLines(CKestoApp& app, std::FILE* file) {
 }
 
 int ReadPalletFile(CKestoApp& app) {
-    if (app.PalletFilePath.empty() || FileExists(app.PalletFilePath) == 0) {
-        app.ErrorCode = error::kPalletFileMissing;
+    if (app.Run.PalletFilePath.empty() || FileExists(app.Run.PalletFilePath) == 0) {
+        app.Run.ErrorCode = error::kPalletFileMissing;
         return 0;
     }
     TextFile file;
-    if (OpenFile(app.PalletFilePath, "rt", file) == 0) {
-        app.ErrorCode = error::kPalletFileUnreadable;
+    if (OpenFile(app.Run.PalletFilePath, "rt", file) == 0) {
+        app.Run.ErrorCode = error::kPalletFileUnreadable;
         return 0;
     }
     return ReadPalletLines(app, file.get());

@@ -29,11 +29,11 @@ std::string SettingsFilePath(const Services& services) {
 }  // namespace
 
 int CKestoApp::InitSettings(const Services& services) {
-    FontHeight.fill(0);
+    Settings.FontHeight.fill(0);
     const std::string path = SettingsFilePath(services);
     if (path.empty() || FileExists(path) == 0) {
         services.Op.ShowMessageBox("Initial File Not found");
-        ErrorCode = error::kSettingsFileMissing;
+        Run.ErrorCode = error::kSettingsFileMissing;
         return 0;
     }
     // No code is stored here: the run ends as one left without OK.
@@ -48,9 +48,9 @@ int CKestoApp::InitSettings(const Services& services) {
         // "Message Not Define" of a missing key has one column and defines nothing.
         if (fields.Count <= 2)
             continue;
-        FontHeight[n] = AtoL(fields[kHeightColumn]);
-        FontCharSet[n] = AtoL(fields[kCharSetColumn]) & 0xFF;
-        FontNames[n] = fields[kFaceColumn];
+        Settings.FontHeight[n] = AtoL(fields[kHeightColumn]);
+        Settings.FontCharSet[n] = AtoL(fields[kCharSetColumn]) & 0xFF;
+        Settings.FontNames[n] = fields[kFaceColumn];
     }
     return 1;
 }
@@ -59,8 +59,8 @@ void CKestoApp::ReadPalletSelect(const MessageTable& messages) {
     FieldList fields;
     fields.Line = messages.Get("PalletSelect", "PalletInfo");
     SplitFields(fields);
-    PalletCount = AtoL(fields[0]);
-    PalletPrefix = CutField(fields[1], kName32);
+    Settings.PalletCount = AtoL(fields[0]);
+    Settings.PalletPrefix = CutField(fields[1], kName32);
 }
 
 }  // namespace kesto

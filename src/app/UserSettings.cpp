@@ -31,16 +31,16 @@ void CKestoApp::ReadRegistrySettings(HostStore& host) {
     BoxFlags.fill(0);
     Blocks.Clear();
     // The direct setting is read once a run, so a change by the operator survives Retry.
-    if (IsDirect.Unread()) {
+    if (Settings.IsDirect.Unread()) {
         int32_t stored = DirectMode::kUnread;
         ReadUserInt(host, "IsDirect", stored);
-        IsDirect = stored;
+        Settings.IsDirect = stored;
     }
 }
 
 void CKestoApp::WriteRegistrySettings(HostStore& host) {
     // A value that cannot be written is simply not kept.
-    host.WriteUserValue("IsDirect", std::to_string(IsDirect.Stored()));
+    host.WriteUserValue("IsDirect", std::to_string(Settings.IsDirect.Stored()));
 }
 
 void ReadViewSettings(HostStore& host, ViewState& shown) {

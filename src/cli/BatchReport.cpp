@@ -153,7 +153,7 @@ StacksByPlace StacksOnPallets(const CKestoApp& app) {
 }
 
 int HighestPallet(const CKestoApp& app, const StacksByPlace& stacks) {
-    int highest = app.PalletCount;
+    int highest = app.Settings.PalletCount;
     for (const auto& [place, list] : stacks)
         highest = std::max(highest, place.second);
     return highest;

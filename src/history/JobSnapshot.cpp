@@ -9,41 +9,6 @@
 namespace kesto {
 namespace {
 
-// Everything of the application object but its record lists and block table. The bindings
-// name every member, so a member added to CKestoApp stops this from compiling until it is
-// placed here.
-void CopyFlags(const CKestoApp& from, CKestoApp& to) {
-    const auto& [errorCode, fontHeight, fontCharSet, fontNames, boxList, kouteiList, partsList,
-                 haichiList, directCodesAllowed, palletList, boxFlags, blocks, isDirect, inchMode,
-                 startCorner, dialogEnd, offsetSet, offsetA, offsetB, palletCount, palletPrefix,
-                 commandLine, exitParam, palletFilePath] = from;
-    static_cast<void>(boxList);
-    static_cast<void>(kouteiList);
-    static_cast<void>(partsList);
-    static_cast<void>(haichiList);
-    static_cast<void>(palletList);
-    to.ErrorCode = errorCode;
-    to.FontHeight = fontHeight;
-    to.FontCharSet = fontCharSet;
-    to.FontNames = fontNames;
-    to.DirectCodesAllowed = directCodesAllowed;
-    to.BoxFlags = boxFlags;
-    to.Blocks.SetCapacity(blocks.Capacity());
-    to.Blocks.SetCount(blocks.Count());
-    to.IsDirect = isDirect;
-    to.InchMode = inchMode;
-    to.StartCorner = startCorner;
-    to.DialogEnd = dialogEnd;
-    to.OffsetSet = offsetSet;
-    to.OffsetA = offsetA;
-    to.OffsetB = offsetB;
-    to.PalletCount = palletCount;
-    to.PalletPrefix = palletPrefix;
-    to.CommandLine = commandLine;
-    to.ExitParam = exitParam;
-    to.PalletFilePath = palletFilePath;
-}
-
 // Equal down to the bit: a part shared between snapshots must write the same bytes, and
 // -0.0 is written differently from 0.0.
 bool Same(double a, double b) {
@@ -136,7 +101,9 @@ size_t PartBytes(const PartsInfo& p) {
 
 JobSnapshot JobSnapshot::Take(const CKestoApp& app, const JobSnapshot* like) {
     JobSnapshot s;
-    CopyFlags(app, s.flags_);
+    s.boxFlags_ = app.BoxFlags;
+    s.blockCapacity_ = app.Blocks.Capacity();
+    s.blockCount_ = app.Blocks.Count();
     s.boxCount_ = app.BoxList.Count;
     s.kouteiCount_ = app.KouteiList.Count;
     s.partsCount_ = app.PartsList.Count;
@@ -196,7 +163,6 @@ JobSnapshot JobSnapshot::Take(const CKestoApp& app, const JobSnapshot* like) {
 void JobSnapshot::Restore(CKestoApp& app) const {
     // Built aside and swapped in, so that app is never half old and half new.
     CKestoApp job;
-    CopyFlags(flags_, job);
 
     job.BoxList.Items.assign(boxes_.begin(), boxes_.end());
     job.BoxList.Count = boxCount_;
@@ -234,6 +200,8 @@ void JobSnapshot::Restore(CKestoApp& app) const {
     job.HaichiList.Count = stackCount_;
 
     job.Blocks.Allocate(blockTableSize_);
+    job.Blocks.SetCapacity(blockCapacity_);
+    job.Blocks.SetCount(blockCount_);
     const std::span<BlockInfo> entries = job.Blocks.Entries();
     for (size_t b = 0; b < blockUses_.size(); ++b) {
         const BlockPlace& r = (*blockPlaces_)[b];
@@ -249,7 +217,7 @@ void JobSnapshot::Restore(CKestoApp& app) const {
     app.HaichiList = std::move(job.HaichiList);
     app.PalletList = std::move(job.PalletList);
     app.Blocks = std::move(job.Blocks);
-    CopyFlags(job, app);
+    app.BoxFlags = boxFlags_;
 }
 
 size_t JobSnapshot::Bytes(std::set<const void*>& seen) const {
@@ -260,10 +228,6 @@ size_t JobSnapshot::Bytes(std::set<const void*>& seen) const {
                    blockUses_.capacity() * sizeof(BlockUse);
     if (blockPlaces_ != nullptr && seen.insert(blockPlaces_.get()).second)
         bytes += blockPlaces_->capacity() * sizeof(BlockPlace) + 2 * sizeof(void*);
-    for (const std::string& s : flags_.FontNames)
-        bytes += HeapBytes(s);
-    bytes += HeapBytes(flags_.PalletPrefix) + HeapBytes(flags_.CommandLine) +
-             HeapBytes(flags_.PalletFilePath);
     for (const BoxInfo& b : boxes_)
         bytes += HeapBytes(b.Name);
     for (const Process& k : koutei_)

@@ -1,10 +1,11 @@
 // The whole state of a job that a correction can change, copied so that it can be put back
-// exactly: every record list with its count, the block table, the flags. Retry and Auto make
-// new records, so a snapshot is a full copy; links between records are kept as list positions
-// and re-linked into the records a restore makes. Parts that did not change since the snapshot
-// it is taken after are shared with it, which keeps a history of many steps small.
+// exactly: every record list with its count, the block table, the small boxes' flags. Retry and
+// Auto make new records, so a snapshot is a full copy; links between records are kept as list
+// positions and re-linked into the records a restore makes. Parts that did not change since the
+// snapshot it is taken after are shared with it, which keeps a history of many steps small.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -70,8 +71,11 @@ class JobSnapshot {
         RecordIndex Pallet = kNoRecord;
     };
 
-    // The flags and settings: the application object with its lists and table left empty.
-    CKestoApp flags_;
+    // The small boxes' flags and the block table's capacity and count; the job's settings and
+    // run are not the records' and stay as they are.
+    std::array<int32_t, 100> boxFlags_{};
+    int32_t blockCapacity_ = 0;
+    int32_t blockCount_ = 0;
     std::vector<BoxInfo> boxes_;
     std::vector<Process> koutei_;
     std::vector<std::shared_ptr<const PartsInfo>> parts_;

@@ -65,7 +65,7 @@ std::string TextOfFontValue(const std::string& value) {
 }  // namespace
 
 int CKs_FileSave::CheckOffsets(int32_t processOnView) {
-    if (app_.OffsetSet == 0)
+    if (app_.Settings.OffsetSet == 0)
         return 1;
     // That process's pallet: with none of its name there is nothing to check against.
     const KouteiInfo* process = app_.KouteiAt(processOnView);

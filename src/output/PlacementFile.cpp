@@ -84,7 +84,7 @@ void StackLine(const CKestoApp& app, const PalletCounts& counts, const SaveOffse
 }
 
 std::string UnplacedLine(const CKestoApp& app, const PartsInfo& part) {
-    const bool direct = IsDirectCode(part.Destination) && app.DirectCodesAllowed;
+    const bool direct = IsDirectCode(part.Destination) && app.Settings.DirectCodesAllowed;
     const int32_t kind = direct ? part.Destination : BoxKind(app, part.Destination);
     // "%s,%d,%s,0,%d,0.0000,0.0000,%d,%s,%10.4lf,%10.4lf,%10.4lf,0,-1,%s,-1,-1"
     TextBuilder line;
@@ -131,19 +131,19 @@ int WritePartLines(SaveContext& ctx, const PartsInfo& part) {
 int CKs_FileSave::WritePlacementFile(const std::string& path) {
     AtomicFile file(path);
     if (path.empty() || !file.Open()) {
-        app_.ErrorCode = error::kSaveFileUnopened;
+        app_.Run.ErrorCode = error::kSaveFileUnopened;
         return 0;
     }
     SaveContext ctx{app_,       StackIndex(app_),         CountPallets(app_), FindOffsets(app_),
                     file.get(), error::kSaveFileUnopened, TextBuilder()};
     for (const PartsInfo& part : app_.PartsList) {
         if (const int failed = WritePartLines(ctx, part); failed != 0) {
-            app_.ErrorCode = failed;
+            app_.Run.ErrorCode = failed;
             return 0;
         }
     }
     if (!file.Commit()) {
-        app_.ErrorCode = ctx.LastKind;
+        app_.Run.ErrorCode = ctx.LastKind;
         return 0;
     }
     return 1;

@@ -39,17 +39,17 @@ bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* fi
 int WriteSideFile(CKestoApp& app, const StackIndex& stacks, const std::string& path) {
     AtomicFile file(path);
     if (!file.Open()) {
-        app.ErrorCode = error::kResultFileUnopened;
+        app.Run.ErrorCode = error::kResultFileUnopened;
         return 0;
     }
     for (const PartsInfo& part : app.PartsList) {
         if (!WriteSummary(part, stacks, file.get())) {
-            app.ErrorCode = error::kResultFileUnwritten;
+            app.Run.ErrorCode = error::kResultFileUnwritten;
             return 0;
         }
     }
     if (!file.Commit()) {
-        app.ErrorCode = error::kResultFileUnwritten;
+        app.Run.ErrorCode = error::kResultFileUnwritten;
         return 0;
     }
     return 1;
@@ -78,13 +78,13 @@ bool AnyPartShort(const CKestoApp& app, const StackIndex& stacks) {
 int WriteGroupFile(CKestoApp& app, const StackIndex& stacks, const std::string& path) {
     AtomicFile file(path);
     if (!file.Open()) {
-        app.ErrorCode = error::kResultFileUnopened;
+        app.Run.ErrorCode = error::kResultFileUnopened;
         return 0;
     }
     if (WriteResultGroups(app, stacks, file.get()) != 1)
         return 0;
     if (!file.Commit()) {
-        app.ErrorCode = error::kResultFileUnwritten;
+        app.Run.ErrorCode = error::kResultFileUnwritten;
         return 0;
     }
     return 1;
@@ -95,7 +95,7 @@ int WriteGroupFile(CKestoApp& app, const StackIndex& stacks, const std::string& 
 int CKs_FileSave::WriteResultFile(const std::string& path) {
     // An empty path would put the files into the current folder.
     if (path.empty()) {
-        app_.ErrorCode = error::kResultFileUnopened;
+        app_.Run.ErrorCode = error::kResultFileUnopened;
         return 0;
     }
     const StackIndex stacks(app_);

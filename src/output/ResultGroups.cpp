@@ -106,7 +106,7 @@ bool GroupWriter::RunProcess(const std::vector<PartsInfo*>& parts) {
     }
     int64_t a = 1;
     int64_t b = startsAlone ? 1 : 2;
-    while (a <= app_.PalletCount && (a == 1 || a <= maxPallet)) {
+    while (a <= app_.Settings.PalletCount && (a == 1 || a <= maxPallet)) {
         std::vector<BufferedLine> lines;
         for (PartsInfo* part : parts)
             ScanPart(*part, a, b, lines);
@@ -160,7 +160,7 @@ bool GroupWriter::Flush(std::vector<BufferedLine>& lines) {
         if (line.Key < 1 || file_ == nullptr)
             continue;
         if (WriteLine(line.Text, file_) != 1) {
-            app_.ErrorCode = error::kResultFileUnwritten;
+            app_.Run.ErrorCode = error::kResultFileUnwritten;
             return false;
         }
     }
@@ -212,7 +212,7 @@ std::map<const PartsInfo*, int64_t> DirectPairs(CKestoApp& app, const StackIndex
 
 int WriteResultGroups(CKestoApp& app, const StackIndex& stacks, std::FILE* file) {
     std::map<const PartsInfo*, int64_t> directPairs;
-    if (app.DirectCodesAllowed)
+    if (app.Settings.DirectCodesAllowed)
         directPairs = DirectPairs(app, stacks);
     GroupWriter writer(app, stacks, file, std::move(directPairs));
     return writer.Run() ? 1 : 0;

@@ -58,7 +58,7 @@ int CKs_Block::SetUp() {
         }
         capacity += int64_t{k.Pallet->CellsX} * k.Pallet->CellsY;
     }
-    capacity *= app_.PalletCount;
+    capacity *= app_.Settings.PalletCount;
     // Beyond the int32 range the capacity is absurd; the builder refuses it.
     app_.Blocks.SetCapacity(
         static_cast<int32_t>(std::clamp<int64_t>(capacity, INT32_MIN, INT32_MAX)));
@@ -72,7 +72,7 @@ int CKs_Block::Build() {
             throw std::bad_alloc();
         app_.Blocks.Allocate(static_cast<size_t>(capacity));
     } catch (const std::bad_alloc&) {
-        app_.ErrorCode = error::kBlockTableAlloc;
+        app_.Run.ErrorCode = error::kBlockTableAlloc;
         return 0;
     }
     // The count is not reset here; it is only cut so that it never exceeds the table.
@@ -89,16 +89,16 @@ int CKs_Block::Build() {
 }
 
 int CKs_Block::BuildKoutei(const KouteiInfo& koutei, const PalletInfo& p) {
-    const int32_t sc = app_.StartCorner;
+    const int32_t sc = app_.Settings.StartCorner;
     const int32_t nx = p.CellsX, ny = p.CellsY;
     // Without cells nothing is built, and the start computations have nothing to move.
-    if (nx < 1 || ny < 1 || app_.PalletCount < 1)
+    if (nx < 1 || ny < 1 || app_.Settings.PalletCount < 1)
         return 1;
     const double x0 = ColumnStart(p, sc), y0 = RowStart(p, sc);
     const double w = p.CellWidth, d = p.CellDepth, gx = p.CellGapX, gy = p.CellGapY;
     const bool fromLeft = sc == 0 || sc == 1;
     const bool fromBottom = sc == 0 || sc == 3;
-    for (int32_t pallet = 1; pallet <= app_.PalletCount; ++pallet) {
+    for (int32_t pallet = 1; pallet <= app_.Settings.PalletCount; ++pallet) {
         for (int32_t i = 0; i < nx; ++i) {
             const double x = fromLeft ? i * gx + i * w + x0 : p.LengthX - x0 - i * w - i * gx;
             const bool colValid = fromLeft ? x < p.LengthX - p.MarginX + kLengthTolerance : w <= x;
@@ -113,7 +113,7 @@ int CKs_Block::BuildKoutei(const KouteiInfo& koutei, const PalletInfo& p) {
                 BlockInfo* added = app_.Blocks.Append();
                 if (added == nullptr) {
                     services_.Op.ShowMessageBox("Block Data Area Set Count Over");
-                    app_.ErrorCode = error::kBlockTableOverflow;
+                    app_.Run.ErrorCode = error::kBlockTableOverflow;
                     return 0;
                 }
                 BlockInfo& b = *added;

@@ -12,7 +12,7 @@ namespace kesto {
 std::array<int, 4> CKs_Haichi::CandidatePallets() const {
     std::array<int, 4> c{-1, -1, -1, -1};
     const int64_t cur = shown_.CurrentPallet;
-    const int64_t n = app_.PalletCount;
+    const int64_t n = app_.Settings.PalletCount;
     // Values that name no pallet never match a block; cut them into the int range.
     auto narrow = [](int64_t v) { return static_cast<int>(std::clamp<int64_t>(v, -1, INT32_MAX)); };
     switch (shown_.PalletMode) {

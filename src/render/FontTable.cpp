@@ -38,8 +38,9 @@ QFont MakeFont(int height, int charSet, const std::string& faceName) {
 void FontTable::Build(const CKestoApp& app) {
     for (size_t n = 0; n < fonts_.size(); ++n)
         fonts_[n].reset();
-    for (size_t n = 0; n < app.FontHeight.size(); ++n)
-        Set(static_cast<int>(n), app.FontHeight[n], app.FontCharSet[n], app.FontNames[n], false);
+    for (size_t n = 0; n < app.Settings.FontHeight.size(); ++n)
+        Set(static_cast<int>(n), app.Settings.FontHeight[n], app.Settings.FontCharSet[n],
+            app.Settings.FontNames[n], false);
 }
 
 void FontTable::Set(int number, int height, int charSet, const std::string& faceName, bool bold) {

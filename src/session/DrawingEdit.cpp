@@ -58,8 +58,8 @@ void DrawingEdit::PressSteps(Canvas& canvas, int32_t x, int32_t y, bool shift) {
     // Every press counts its moves afresh, so a click without moving never drops.
     MoveCount = -1;
     tracking_ = false;
-    const bool bandFromPick = shift && app_.IsDirect.IsOne() && Sel().Band() == BandState::Off &&
-                              Sel().LastPicked() != nullptr;
+    const bool bandFromPick = shift && app_.Settings.IsDirect.IsOne() &&
+                              Sel().Band() == BandState::Off && Sel().LastPicked() != nullptr;
     if (bandFromPick && !StartBandFromPick(canvas, x, y)) {
         SinglePick(canvas, x, y);
         return;
@@ -154,7 +154,7 @@ void DrawingEdit::SinglePick(Canvas& canvas, int32_t x, int32_t y) {
         return;
     }
     // Nothing hit: the rubber band is tracked from here until the release.
-    if (app_.IsDirect.IsOne()) {
+    if (app_.Settings.IsDirect.IsOne()) {
         tracking_ = true;
         trackFrom_ = trackTo_ = IntPoint{x, y};
     }
@@ -337,7 +337,7 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
             const auto before = Positions(Sel().PickHistory());
             const DropInput drop{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), false};
             engine.MoveGroup(koutei, Sel().PickHistory(), r.Left, r.Top, r.Right, r.Bottom,
-                             DropPlacementFor(app_.IsDirect), drop);
+                             DropPlacementFor(app_.Settings.IsDirect), drop);
             // Put back where it was picked up, nothing had to move.
             const bool inPlace = std::abs(r.Left - Sel().PickRect().Left) <= kPutBackPixels &&
                                  std::abs(r.Top - Sel().PickRect().Top) <= kPutBackPixels;
@@ -385,8 +385,9 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
     for (const BandEntry& e : Sel().BandList()) {
         const IntRect r = Moved(e.Rect, dx, dy);
         const DropInput probe{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), true};
-        const DropResult res = engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right,
-                                                r.Bottom, DropPlacementFor(app_.IsDirect), probe);
+        const DropResult res =
+            engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right, r.Bottom,
+                             DropPlacementFor(app_.Settings.IsDirect), probe);
         if (res.Target < 0)
             return DropRefusal::OffThePallets;
         if (target && *target != res.Target)
@@ -402,7 +403,7 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
         const IntRect r = Moved(e.Rect, dx, dy);
         const DropInput move{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), false};
         engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right, r.Bottom,
-                         DropPlacementFor(app_.IsDirect), move);
+                         DropPlacementFor(app_.Settings.IsDirect), move);
         Sel().MoveBandEntry(i, r);
     }
     if (Positions(records) == before && (dx != 0 || dy != 0))
@@ -418,8 +419,8 @@ void DrawingEdit::InfoFollowsPick(const HaichiInfo* before) {
 }
 
 bool DrawingEdit::SwitchDirect() {
-    app_.IsDirect.Switch();
-    if (app_.IsDirect.IsOne())
+    app_.Settings.IsDirect.Switch();
+    if (app_.Settings.IsDirect.IsOne())
         return false;
     if (Sel().Band() == BandState::Off)
         return false;

@@ -15,14 +15,15 @@ bool KnownDestination(const CKestoApp& app, const PartsInfo& p) {
     if (app.HasKoutei(p.KouteiNo) == 0)
         return false;
     return std::any_of(app.BoxList.begin(), app.BoxList.end(), [&](const BoxInfo& b) {
-        return b.No == p.Destination || (IsDirectCode(p.Destination) && app.DirectCodesAllowed);
+        return b.No == p.Destination ||
+               (IsDirectCode(p.Destination) && app.Settings.DirectCodesAllowed);
     });
 }
 
 bool AllowedDestination(const CKestoApp& app, const PartsInfo& p) {
     const int32_t code = p.Destination;
     if (IsDirectCode(code))
-        return app.DirectCodesAllowed;
+        return app.Settings.DirectCodesAllowed;
     if (IsPalletCode(code))
         return true;
     return IsSmallBox(code) && app.BoxFlags[SmallBoxNumber(code)] == 1;

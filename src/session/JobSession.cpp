@@ -16,16 +16,16 @@ namespace kesto {
 
 JobSession::JobSession(const Services& services, std::string commandLine, ViewState& view)
     : services_(services), shown_(view) {
-    app_.CommandLine = std::move(commandLine);
+    app_.Run.CommandLine = std::move(commandLine);
 }
 
 bool JobSession::StartUp() {
     // What constructing the application object did: the per-user values come first.
     app_.ReadRegistrySettings(services_.Host);
     ReadViewSettings(services_.Host, shown_);
-    app_.DialogEnd = OkCancel::Cancel;
+    app_.Run.DialogEnd = OkCancel::Cancel;
     if (!app_.InitSettings(services_)) {
-        app_.ExitParam = app_.ErrorCode;
+        app_.Run.ExitParam = app_.Run.ErrorCode;
         return false;
     }
     return app_.ReadInput(services_) == 1;
@@ -94,9 +94,9 @@ void JobSession::RereadJob() {
     ReadViewSettings(services_.Host, shown_);
     // A code that a failed re-read stores belongs to the command's own message, not to the
     // one the program ends on.
-    const int32_t exitParam = app_.ExitParam;
+    const int32_t exitParam = app_.Run.ExitParam;
     app_.ReadInput(services_);
-    app_.ExitParam = exitParam;
+    app_.Run.ExitParam = exitParam;
 }
 
 ViewPlace JobSession::Place() const {
@@ -184,7 +184,7 @@ bool JobSession::Finish(OkCancel end) {
     if (CKs_FileSave(app_, services_).SaveAll() == 0)
         return false;
     ended_ = true;
-    app_.DialogEnd = end;
+    app_.Run.DialogEnd = end;
     return true;
 }
 
@@ -204,7 +204,7 @@ int JobSession::Exit() {
     } else {
         app_.WriteRegistrySettings(services_.Host);
         WriteViewSettings(services_.Host, shown_);
-        exitCode_ = SettleExitCode(app_.ExitParam, app_.DialogEnd);
+        exitCode_ = SettleExitCode(app_.Run.ExitParam, app_.Run.DialogEnd);
     }
     app_.FreeJob();
     services_.Messages.Free();

@@ -32,7 +32,7 @@ int32_t ChooseFont(const CKestoApp& app, const std::vector<int32_t>& preferred) 
         if (FontDefined(app, slot))
             return slot;
     }
-    for (int32_t slot = 0; slot < static_cast<int32_t>(app.FontHeight.size()); ++slot) {
+    for (int32_t slot = 0; slot < static_cast<int32_t>(app.Settings.FontHeight.size()); ++slot) {
         if (FontDefined(app, slot))
             return slot;
     }
@@ -77,10 +77,10 @@ void DrawCaptions(const CKestoApp& app, const PalletDrawing& drawing, Canvas& ca
 std::string ProcessTitle(const CKestoApp& app, const KouteiInfo& koutei, int32_t firstPallet,
                          const std::string& jobName) {
     std::string title = ScheduleLine(app, koutei) + " - " + jobName;
-    if (app.PalletCount > kPalletsPerPage) {
-        const int32_t last = std::min(app.PalletCount, firstPallet + kPalletsPerPage - 1);
-        title += " (" + PalletSelectLine(app.PalletPrefix, firstPallet) + " .. " +
-                 PalletSelectLine(app.PalletPrefix, last) + ")";
+    if (app.Settings.PalletCount > kPalletsPerPage) {
+        const int32_t last = std::min(app.Settings.PalletCount, firstPallet + kPalletsPerPage - 1);
+        title += " (" + PalletSelectLine(app.Settings.PalletPrefix, firstPallet) + " .. " +
+                 PalletSelectLine(app.Settings.PalletPrefix, last) + ")";
     }
     return title;
 }
@@ -93,13 +93,14 @@ void AddProcessPages(CKestoApp& app, const ViewState& shown, const MessageTable&
     const int32_t titleFont = TitleFont(app, messages);
     const int32_t strip = TitleStripHeight(app, titleFont, height);
     ViewState pages = shown;
-    pages.PalletMode = app.PalletCount > 1 ? PalletView::FourPallet : PalletView::Flat;
+    pages.PalletMode = app.Settings.PalletCount > 1 ? PalletView::FourPallet : PalletView::Flat;
     pages.Is3D = 0;
     pages.AreaRect = IntRect{0, 0, width, height - strip};
     int32_t position = 0;
     for (const KouteiInfo& koutei : app.KouteiList) {
         pages.CurrentKoutei = ++position;
-        for (int32_t first = 1; first == 1 || first <= app.PalletCount; first += kPalletsPerPage) {
+        for (int32_t first = 1; first == 1 || first <= app.Settings.PalletCount;
+             first += kPalletsPerPage) {
             pages.CurrentPallet = first;
             PicturePage& page = document.Pages.emplace_back();
             page.Width = width;

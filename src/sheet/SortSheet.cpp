@@ -88,12 +88,13 @@ PalletLayout LayOutPalletPage(const PalletInfo& pallet) {
 void DefineSheetFonts(const CKestoApp& app, const MessageTable& messages,
                       PictureDocument& document) {
     int32_t face = messages.GetFontText("MainDlg", "L-SMALLBOX").Font;
-    const auto slots = static_cast<int32_t>(app.FontHeight.size());
+    const auto slots = static_cast<int32_t>(app.Settings.FontHeight.size());
     for (int32_t slot = 0; !FontDefined(app, face) && slot < slots; ++slot)
         face = slot;
     const bool found = FontDefined(app, face);
-    const std::string name = found ? app.FontNames[static_cast<size_t>(face)] : std::string();
-    const int32_t charSet = found ? app.FontCharSet[static_cast<size_t>(face)] : 0;
+    const std::string name =
+        found ? app.Settings.FontNames[static_cast<size_t>(face)] : std::string();
+    const int32_t charSet = found ? app.Settings.FontCharSet[static_cast<size_t>(face)] : 0;
     const auto define = [&](const SheetFont& font, bool bold) {
         document.Fonts[static_cast<size_t>(font.Slot)] =
             PictureFont{font.Height, charSet, name, bold};
@@ -282,7 +283,7 @@ void AddPalletPages(CKestoApp& app, const MessageTable& messages, const SheetTex
     for (const SheetFont& font : {sheetfont::kTag, sheetfont::kBold, sheetfont::kSmall})
         tags.Fonts.push_back({font.Slot, font.Height});
     const std::string process = SheetProcessText(koutei);
-    const std::string palletText = PalletSelectLine(app.PalletPrefix, pallet);
+    const std::string palletText = PalletSelectLine(app.Settings.PalletPrefix, pallet);
     const std::string title = process + " " + palletText;
     PicturePage& first = book.NewPalletPage(process, palletText, title);
     DrawPallet(app, messages, position, pallet, stacks, tags, numbers, layout.Drawing, first);
@@ -343,7 +344,7 @@ PictureDocument BuildSortSheet(CKestoApp& app, const Services& services,
         // The drawing shows the process's stacks on the pallet type it names.
         if (app.PalletByName(koutei.PalletName) == nullptr)
             continue;
-        for (int32_t pallet = 1; pallet <= app.PalletCount; ++pallet) {
+        for (int32_t pallet = 1; pallet <= app.Settings.PalletCount; ++pallet) {
             const auto on = stacks.find({koutei.No, pallet});
             if (on != stacks.end()) {
                 AddPalletPages(app, services.Messages, texts, position, koutei, pallet, on->second,

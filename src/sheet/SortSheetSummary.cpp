@@ -110,7 +110,8 @@ Section Crossings(const CKestoApp& app, const MessageTable& messages, const Shee
     for (const OffsetCrossing& c : OffsetCrossings(app)) {
         const BlockInfo& block = *app.BlockOf(*c.Stack);
         section.Table.AddRow(
-            {ProcessOf(app, block.KouteiNo), PalletSelectLine(app.PalletPrefix, c.PalletNo),
+            {ProcessOf(app, block.KouteiNo),
+             PalletSelectLine(app.Settings.PalletPrefix, c.PalletNo),
              std::to_string(blockNumbers[static_cast<size_t>(c.Stack->BlockIndex)]),
              texts.CornerText(StandingCorner(app, *c.Stack)), OffsetCrossingText(c, messages)});
     }

@@ -15,13 +15,13 @@ int32_t FontPixelHeight(const CKestoApp& app, int32_t slot) {
     if (!FontDefined(app, slot))
         return 0;
     // A negative height asks for the character height; either way it is |h| pixels.
-    const int64_t height = std::llabs(static_cast<int64_t>(app.FontHeight[slot]));
+    const int64_t height = std::llabs(static_cast<int64_t>(app.Settings.FontHeight[slot]));
     return static_cast<int32_t>(std::min<int64_t>(height, kMaxFontPixels));
 }
 
 bool FontDefined(const CKestoApp& app, int32_t slot) {
-    return slot >= 0 && slot < static_cast<int32_t>(app.FontHeight.size()) &&
-           app.FontHeight[slot] != 0;
+    return slot >= 0 && slot < static_cast<int32_t>(app.Settings.FontHeight.size()) &&
+           app.Settings.FontHeight[slot] != 0;
 }
 
 int32_t TextWidthAtMost(const std::string& text, int32_t fontHeight) {

@@ -87,10 +87,10 @@ void SetCaptionTexts(PalletDrawing& d, const CKestoApp& app, const MessageTable&
     for (int32_t k = 1; k <= 4; ++k) {
         PalletCaption& caption = d.Captions[static_cast<size_t>(k - 1)];
         caption.FontSlot = font;
-        caption.Text = app.PalletCount < k
+        caption.Text = app.Settings.PalletCount < k
                            ? std::string()
-                           : FormatText("%s-%.2d", app.PalletPrefix.c_str(), pallet);
-        pallet = NextPallet(pallet, app.PalletCount);
+                           : FormatText("%s-%.2d", app.Settings.PalletPrefix.c_str(), pallet);
+        pallet = NextPallet(pallet, app.Settings.PalletCount);
     }
 }
 
@@ -102,7 +102,7 @@ void PlaceCaption(PalletDrawing& d, size_t slot, const IntRect& rect) {
 // A slot's frame exists only for a pallet of the job.
 void SlotFrame(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, size_t slot,
                const IntRect& rect) {
-    if (app.PalletCount < static_cast<int32_t>(slot) + 1)
+    if (app.Settings.PalletCount < static_cast<int32_t>(slot) + 1)
         return;
     FillFrame(d, canvas, rect);
     d.PalletRect[slot] = rect;
@@ -171,9 +171,9 @@ void LayOutTwoPallet(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, con
     const IntRect second = Shifted(frame, d.HalfW, 0);
     SlotFrame(d, canvas, app, 1, second);
     PlaceCaption(d, 1, IntRect{midX, 0, midX + midX, a.Caption});
-    if (app.PalletCount >= 2)
+    if (app.Settings.PalletCount >= 2)
         SectionBand(d, canvas, second, a.Height);
-    if (app.PalletCount >= 1)
+    if (app.Settings.PalletCount >= 1)
         SectionBand(d, canvas, frame, a.Height);
     d.SectionTop = TruncToPixel(0.95 * a.Height);
 }
@@ -276,9 +276,9 @@ void PalletDrawing::SetUpView(Canvas& canvas) {
         HeightLimit(*this, canvas, app_, font, LabelGap(*this, app_, font), frame);
     } else if (mode == PalletView::TwoPallet) {
         const int32_t gap = LabelGap(*this, app_, font);
-        if (app_.PalletCount >= 1)
+        if (app_.Settings.PalletCount >= 1)
             HeightLimit(*this, canvas, app_, font, gap, frame);
-        if (app_.PalletCount >= 2)
+        if (app_.Settings.PalletCount >= 2)
             HeightLimit(*this, canvas, app_, font, gap, Shifted(frame, HalfW, 0));
     }
 }
@@ -326,21 +326,21 @@ std::vector<PalletDrawing::Slot> PalletDrawing::ShownSlots() const {
         slots = 4;
     else if (shown_.PalletMode == PalletView::TwoPallet)
         slots = 2;
-    slots = std::min(slots, app_.PalletCount);
+    slots = std::min(slots, app_.Settings.PalletCount);
     const std::array<IntPoint, 4> offsets{IntPoint{0, 0}, IntPoint{HalfW, 0}, IntPoint{0, HalfH},
                                           IntPoint{HalfW, HalfH}};
     std::vector<Slot> shown;
     int32_t pallet = shown_.CurrentPallet;
     for (int32_t s = 0; s < slots; ++s) {
         shown.push_back(Slot{s, pallet, offsets[static_cast<size_t>(s)]});
-        pallet = NextPallet(pallet, app_.PalletCount);
+        pallet = NextPallet(pallet, app_.Settings.PalletCount);
     }
     return shown;
 }
 
 std::array<int32_t, 4> PalletDrawing::PalletsInView() const {
     std::array<int32_t, 4> p{-1, -1, -1, -1};
-    const int32_t count = app_.PalletCount;
+    const int32_t count = app_.Settings.PalletCount;
     switch (shown_.PalletMode) {
         case PalletView::Flat:
         case PalletView::Danmen:

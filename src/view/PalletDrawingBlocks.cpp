@@ -86,7 +86,7 @@ void PalletDrawing::DrawBlocks(Canvas& canvas) {
     if (BlockRects.size() < static_cast<size_t>(count))
         BlockRects.resize(static_cast<size_t>(count));
     for (const Slot& slot : ShownSlots()) {
-        ForEachCell(g, app_.StartCorner, [&](double x, double y) {
+        ForEachCell(g, app_.Settings.StartCorner, [&](double x, double y) {
             const IntPoint a = WorldToScreen(x - g.Bw, y);
             const IntPoint b = WorldToScreen(x, y + g.Bl);
             const int32_t dx = OriginDX + slot.Offset.X;
@@ -120,7 +120,7 @@ IntRect PalletDrawing::LocateBlock(int32_t index) const {
     const Grid g = GridOf(ViewPallet);
     bool done = false;
     for (const Slot& slot : ShownSlots()) {
-        ForEachCell(g, app_.StartCorner, [&](double x, double y) {
+        ForEachCell(g, app_.Settings.StartCorner, [&](double x, double y) {
             if (done)
                 return;
             const BlockInfo& block = app_.Blocks[index];

@@ -17,7 +17,7 @@ constexpr Rgb kBlackPen{0, 0, 0};
 constexpr double kNoBackEdge = -kNoBound;
 
 bool OutlineMode(const CKestoApp& app, const PartsInfo& part) {
-    return part.HasOutline == 1 && app.IsDirect.IsOne();
+    return part.HasOutline == 1 && app.Settings.IsDirect.IsOne();
 }
 
 IntRect Shifted(const IntRect& r, int32_t d) {
@@ -139,7 +139,7 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
     const std::vector<HaichiInfo*>& history = selection_.PickHistory();
     if (history.empty() || history.back() != picked)
         selection_.AddToHistory(picked);
-    if (shown_.HitByBlock != 1 || app_.IsDirect.IsNotZero())
+    if (shown_.HitByBlock != 1 || app_.Settings.IsDirect.IsNotZero())
         return;
     // Picking by block takes the block's other stacks along.
     for (HaichiInfo& h : app_.HaichiList) {

@@ -66,9 +66,9 @@ std::optional<PicturePage> ReadPage(std::istream& in) {
 }  // namespace
 
 void TakeSettingsFonts(const CKestoApp& app, PictureDocument& document) {
-    for (size_t i = 0; i < app.FontHeight.size(); ++i) {
-        document.Fonts[i] =
-            PictureFont{app.FontHeight[i], app.FontCharSet[i], app.FontNames[i], false};
+    for (size_t i = 0; i < app.Settings.FontHeight.size(); ++i) {
+        document.Fonts[i] = PictureFont{app.Settings.FontHeight[i], app.Settings.FontCharSet[i],
+                                        app.Settings.FontNames[i], false};
     }
 }
 

@@ -21,12 +21,12 @@ class CKestoAppTest : public ::testing::Test {
 TEST_F(CKestoAppTest, StartedEmptyWithItsDefaults) {
     app.ReadRegistrySettings(installation.Host);
     ReadViewSettings(installation.Host, shown);
-    EXPECT_EQ(app.IsDirect, 0);
+    EXPECT_EQ(app.Settings.IsDirect, 0);
     EXPECT_EQ(shown.IsBlockDraw, 0);
     EXPECT_EQ(shown.PartsAllState, Visibility::Hidden);
-    EXPECT_EQ(app.InchMode, 0);
-    EXPECT_EQ(app.OffsetSet, 0);
-    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_EQ(app.Settings.InchMode, 0);
+    EXPECT_EQ(app.Settings.OffsetSet, 0);
+    EXPECT_EQ(app.Run.ErrorCode, 0);
     EXPECT_TRUE(app.PartsList.Empty());
     EXPECT_EQ(app.HaichiList.Count, 0);
 }
@@ -51,7 +51,7 @@ TEST_F(CKestoAppTest, AddHaichiInfoWithoutMemory) {
         rec = app.AddHaichiInfo();
     }
     EXPECT_EQ(rec, nullptr);
-    EXPECT_EQ(app.ErrorCode, 9015);
+    EXPECT_EQ(app.Run.ErrorCode, 9015);
     EXPECT_EQ(app.HaichiList.Count, 0);
 }
 

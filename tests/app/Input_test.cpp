@@ -21,7 +21,7 @@ class InputTest : public ::testing::Test {
                                      "P1,PAL-A,0,100,0,50,0,0,0,0,0,0,0,3,3,5,5,Pallet A\nB1\n");
     }
     int Run(const std::string& arguments) {
-        app.CommandLine = "kesto.exe " + arguments;
+        app.Run.CommandLine = "kesto.exe " + arguments;
         return app.ReadInput(installation);
     }
     test::Installation installation;
@@ -32,10 +32,10 @@ class InputTest : public ::testing::Test {
 TEST_F(InputTest, WholeInputIsRead) {
     installation.Write("job/job.txt", kJob);
     ASSERT_EQ(Run(pallets + " 1 0 20 0 2"), 1);
-    EXPECT_EQ(app.ExitParam, 0);
-    EXPECT_EQ(app.ErrorCode, 0);
-    EXPECT_TRUE(app.DirectCodesAllowed);
-    EXPECT_EQ(app.StartCorner, 2);
+    EXPECT_EQ(app.Run.ExitParam, 0);
+    EXPECT_EQ(app.Run.ErrorCode, 0);
+    EXPECT_TRUE(app.Settings.DirectCodesAllowed);
+    EXPECT_EQ(app.Settings.StartCorner, 2);
     EXPECT_EQ(app.PalletList.Count, 1);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 130);
     EXPECT_EQ(app.BoxFlags[1], 1);
@@ -45,10 +45,10 @@ TEST_F(InputTest, WholeInputIsRead) {
 }
 
 TEST_F(InputTest, OnlyTheProgramPathIsPalletNotFound) {
-    app.CommandLine = "kesto.exe";
+    app.Run.CommandLine = "kesto.exe";
     EXPECT_EQ(app.ReadInput(installation), 0);
-    EXPECT_EQ(app.ErrorCode, 9020);
-    EXPECT_EQ(app.ExitParam, 9020);
+    EXPECT_EQ(app.Run.ErrorCode, 9020);
+    EXPECT_EQ(app.Run.ExitParam, 9020);
 }
 
 TEST_F(InputTest, OffsetAZeroOrNegativeAppliesNoOffset) {
@@ -59,7 +59,7 @@ TEST_F(InputTest, OffsetAZeroOrNegativeAppliesNoOffset) {
     app.ReadRegistrySettings(installation.Host);
     ASSERT_EQ(Run(pallets + " 0 0 -5"), 1);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
-    EXPECT_EQ(app.OffsetSet, 0);
+    EXPECT_EQ(app.Settings.OffsetSet, 0);
 }
 
 TEST_F(InputTest, PalletFileThatCannotBeOpenedStopsBeforeTheJob) {
@@ -67,20 +67,20 @@ TEST_F(InputTest, PalletFileThatCannotBeOpenedStopsBeforeTheJob) {
     const std::string path = installation.Path("pallet/p.sock");
     test::MakeUnopenable(path);
     EXPECT_EQ(Run(path), 0);
-    EXPECT_EQ(app.ExitParam, 9021);
+    EXPECT_EQ(app.Run.ExitParam, 9021);
     EXPECT_TRUE(app.PartsList.Empty());
 }
 
 TEST_F(InputTest, MissingJobFile) {
     EXPECT_EQ(Run(pallets), 0);
-    EXPECT_EQ(app.ExitParam, 9010);
+    EXPECT_EQ(app.Run.ExitParam, 9010);
     EXPECT_EQ(app.PalletList.Count, 1);
 }
 
 TEST_F(InputTest, JobFileThatCannotBeOpened) {
     test::MakeUnopenable(installation.Path("job/job.txt"));
     EXPECT_EQ(Run(pallets), 0);
-    EXPECT_EQ(app.ExitParam, 9011);
+    EXPECT_EQ(app.Run.ExitParam, 9011);
 }
 
 TEST_F(InputTest, UnreadableOutlineIsStoredWithoutStopping) {
@@ -89,8 +89,8 @@ TEST_F(InputTest, UnreadableOutlineIsStoredWithoutStopping) {
     installation.Write("job/job.txt", "#PartsInfo\nA1,1,N,T,1,1,1,1,0,0,0,,,1,G,0000," + outline +
                                           ",1,,K1,1\n#End\n");
     EXPECT_EQ(Run(pallets), 1);
-    EXPECT_EQ(app.ErrorCode, 9026);
-    EXPECT_EQ(app.ExitParam, 0);
+    EXPECT_EQ(app.Run.ErrorCode, 9026);
+    EXPECT_EQ(app.Run.ExitParam, 0);
     EXPECT_EQ(app.PartsList.Items.front().HasOutline, 0);
 }
 

@@ -40,7 +40,7 @@ TEST_F(JobFileTest, FileWithoutSectionsGivesEmptyListsAndSuccess) {
     EXPECT_TRUE(app.BoxList.Empty());
     EXPECT_TRUE(app.KouteiList.Empty());
     EXPECT_TRUE(app.PartsList.Empty());
-    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_EQ(app.Run.ErrorCode, 0);
 }
 
 TEST_F(JobFileTest, BoxLineFillsItsColumns) {
@@ -239,7 +239,7 @@ TEST_F(JobFileTest, MissingOutlineResetsHasOutline) {
     ASSERT_EQ(Read("#PartsInfo\n" + PartLine("A1", installation.Path("none.txt"), "1") + "#End\n"),
               1);
     EXPECT_EQ(app.PartsList.Items.front().HasOutline, 0);
-    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_EQ(app.Run.ErrorCode, 0);
 }
 
 TEST_F(JobFileTest, OutlineIsReadWhenHasOutlineIsOne) {
@@ -259,7 +259,7 @@ TEST_F(JobFileTest, UnopenableOutlineStoresItsCodeWithoutStopping) {
     const std::string outline = installation.Path("shape/a1.sock");
     test::MakeUnopenable(outline);
     ASSERT_EQ(Read("#PartsInfo\n" + PartLine("A1", outline, "1") + PartLine("A2") + "#End\n"), 1);
-    EXPECT_EQ(app.ErrorCode, 9026);
+    EXPECT_EQ(app.Run.ErrorCode, 9026);
     EXPECT_EQ(app.PartsList.Items.front().HasOutline, 0);
     EXPECT_EQ(app.PartsList.Count, 2);
 }
@@ -281,20 +281,20 @@ TEST_F(JobFileTest, PartsStayInFileOrderWithoutProcesses) {
 TEST_F(JobFileTest, NoJobEntryInTheSetupList) {
     installation.WriteSetupList({"MSG : ./"});
     EXPECT_EQ(ReadJobFile(app, installation), 0);
-    EXPECT_EQ(app.ErrorCode, 9010);
+    EXPECT_EQ(app.Run.ErrorCode, 9010);
 }
 
 TEST_F(JobFileTest, MissingJobFile) {
     installation.WriteDefaultSetupList();
     EXPECT_EQ(ReadJobFile(app, installation), 0);
-    EXPECT_EQ(app.ErrorCode, 9010);
+    EXPECT_EQ(app.Run.ErrorCode, 9010);
 }
 
 TEST_F(JobFileTest, JobFileThatCannotBeOpened) {
     installation.WriteDefaultSetupList();
     test::MakeUnopenable(installation.Path("job/job.txt"));
     EXPECT_EQ(ReadJobFile(app, installation), 0);
-    EXPECT_EQ(app.ErrorCode, 9011);
+    EXPECT_EQ(app.Run.ErrorCode, 9011);
 }
 
 // Reads text with every allocation of at least minSize bytes failing.
@@ -309,21 +309,21 @@ int ReadFailing(CKestoApp& app, const std::string& path, size_t minSize) {
 TEST_F(JobFileTest, NoMemoryForABox) {
     const std::string path = installation.Write("j.txt", "#BoxInfo\nA,1\n#End\n");
     EXPECT_EQ(ReadFailing(app, path, sizeof(BoxInfo)), 0);
-    EXPECT_EQ(app.ErrorCode, 9012);
+    EXPECT_EQ(app.Run.ErrorCode, 9012);
     EXPECT_EQ(app.BoxList.Count, 0);
 }
 
 TEST_F(JobFileTest, NoMemoryForAKoutei) {
     const std::string path = installation.Write("j.txt", "#KouteiInfo\n1,A\n#End\n");
     EXPECT_EQ(ReadFailing(app, path, sizeof(KouteiInfo)), 0);
-    EXPECT_EQ(app.ErrorCode, 9013);
+    EXPECT_EQ(app.Run.ErrorCode, 9013);
 }
 
 TEST_F(JobFileTest, NoMemoryForAPartKeepsTheRecordsReadSoFar) {
     const std::string path = installation.Write(
         "j.txt", "#BoxInfo\nA,1\n#End\n#KouteiInfo\n1,A\n#End\n#PartsInfo\nP1\n#End\n");
     EXPECT_EQ(ReadFailing(app, path, sizeof(PartsInfo)), 0);
-    EXPECT_EQ(app.ErrorCode, 9014);
+    EXPECT_EQ(app.Run.ErrorCode, 9014);
     EXPECT_EQ(app.BoxList.Count, 1);
     EXPECT_EQ(app.KouteiList.Count, 1);
     EXPECT_TRUE(app.PartsList.Empty());

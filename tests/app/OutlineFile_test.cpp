@@ -144,20 +144,20 @@ TEST_F(OutlineFileTest, MissingFileFailsWithoutCode) {
     part.ShapeCount = 3;
     EXPECT_EQ(ReadOutline(app, part), 0);
     EXPECT_EQ(part.ShapeCount, 0);
-    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_EQ(app.Run.ErrorCode, 0);
     EXPECT_TRUE(installation.Operator.Messages.empty());
 }
 
 TEST_F(OutlineFileTest, EmptyPathFailsWithoutCode) {
     EXPECT_EQ(ReadOutline(app, part), 0);
-    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_EQ(app.Run.ErrorCode, 0);
 }
 
 TEST_F(OutlineFileTest, FileThatCannotBeOpenedStores9026) {
     part.OutlinePath = installation.Path("shape/part.sock");
     test::MakeUnopenable(part.OutlinePath);
     EXPECT_EQ(ReadOutline(app, part), 0);
-    EXPECT_EQ(app.ErrorCode, 9026);
+    EXPECT_EQ(app.Run.ErrorCode, 9026);
     EXPECT_EQ(part.ShapeCount, 0);
 }
 
@@ -170,7 +170,7 @@ TEST_F(OutlineFileTest, NoMemoryForTheElementsFails) {
     }
     EXPECT_EQ(result, 0);
     EXPECT_EQ(part.ShapeCount, 0);
-    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_EQ(app.Run.ErrorCode, 0);
 }
 
 // 200 parts, enough to be read by several threads: every third outline has i + 1 lines, every
@@ -197,7 +197,7 @@ TEST_F(OutlineFileTest, ManyOutlinesReadAtOnceEndAsReadOneByOne) {
         pointers.push_back(&p);
     }
     ReadOutlines(app, pointers);
-    EXPECT_EQ(app.ErrorCode, 9026);
+    EXPECT_EQ(app.Run.ErrorCode, 9026);
     for (size_t i = 0; i < parts.size(); ++i) {
         const int32_t lines = i % 3 == 0 ? static_cast<int32_t>(i + 1) : 0;
         EXPECT_EQ(parts[i].HasOutline, i % 3 == 0 ? 1 : 0) << i;
@@ -208,7 +208,7 @@ TEST_F(OutlineFileTest, ManyOutlinesReadAtOnceEndAsReadOneByOne) {
 
 TEST_F(OutlineFileTest, ReadingNoOutlinesChangesNothing) {
     ReadOutlines(app, {});
-    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_EQ(app.Run.ErrorCode, 0);
 }
 
 }  // namespace

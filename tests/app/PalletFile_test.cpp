@@ -13,7 +13,7 @@ namespace {
 class PalletFileTest : public ::testing::Test {
   protected:
     int Read(const std::string& text) {
-        app.PalletFilePath = installation.Write("pallet/pallets.txt", text);
+        app.Run.PalletFilePath = installation.Write("pallet/pallets.txt", text);
         return ReadPalletFile(app);
     }
     test::Installation installation;
@@ -43,7 +43,7 @@ TEST_F(PalletFileTest, PLineFillsEveryColumn) {
     EXPECT_DOUBLE_EQ(p.OffsetB, 0);
     EXPECT_DOUBLE_EQ(p.RackPitch, 0);
     EXPECT_EQ(p.RackXCount, 0);
-    EXPECT_EQ(app.OffsetSet, 0);
+    EXPECT_EQ(app.Settings.OffsetSet, 0);
 }
 
 TEST_F(PalletFileTest, OnlyB3AndB100SetOnlyFlag3) {
@@ -68,7 +68,7 @@ TEST_F(PalletFileTest, BLinesMustMatchExactly) {
 }
 
 TEST_F(PalletFileTest, InchModeConvertsLengths) {
-    app.InchMode = 1;
+    app.Settings.InchMode = 1;
     ASSERT_EQ(Read("P1,A,100,200,0,0,0,0,0,0,0,0,0,5,6,10,20,T\n"), 1);
     const PalletInfo& p = app.PalletList.Items.front();
     EXPECT_DOUBLE_EQ(p.SaveOffsetX, 100 * 0.03937);
@@ -79,52 +79,52 @@ TEST_F(PalletFileTest, InchModeConvertsLengths) {
 }
 
 TEST_F(PalletFileTest, OffsetAZeroComputesNoOffset) {
-    app.OffsetA = 0;
+    app.Settings.OffsetA = 0;
     ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
-    EXPECT_EQ(app.OffsetSet, 0);
+    EXPECT_EQ(app.Settings.OffsetSet, 0);
 }
 
 TEST_F(PalletFileTest, NegativeOffsetAComputesNoOffset) {
-    app.OffsetA = -20;
+    app.Settings.OffsetA = -20;
     ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
-    EXPECT_EQ(app.OffsetSet, 0);
+    EXPECT_EQ(app.Settings.OffsetSet, 0);
 }
 
 TEST_F(PalletFileTest, OffsetAKeepsTheRemainingDistance) {
-    app.OffsetA = 20;
+    app.Settings.OffsetA = 20;
     ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 130);
-    EXPECT_EQ(app.OffsetSet, 1);
+    EXPECT_EQ(app.Settings.OffsetSet, 1);
 }
 
 TEST_F(PalletFileTest, OffsetAWithInchMode) {
-    app.InchMode = 1;
-    app.OffsetA = 20;
+    app.Settings.InchMode = 1;
+    app.Settings.OffsetA = 20;
     ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
     EXPECT_NEAR(app.PalletList.Items.front().OffsetA, (150 - 20) * 0.03937, 1e-12);
 }
 
 TEST_F(PalletFileTest, OffsetABeyondThePalletIsNotStored) {
-    app.OffsetA = 150;
+    app.Settings.OffsetA = 150;
     ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
-    EXPECT_EQ(app.OffsetSet, 0);
+    EXPECT_EQ(app.Settings.OffsetSet, 0);
 }
 
 TEST_F(PalletFileTest, OffsetBKeepsTheValueItself) {
-    app.OffsetB = 30;
+    app.Settings.OffsetB = 30;
     ASSERT_EQ(Read(PLine(1, 100, 50) + PLine(2, 10, 10)), 1);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetB, 30);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.back().OffsetB, 0);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
-    EXPECT_EQ(app.OffsetSet, 1);
+    EXPECT_EQ(app.Settings.OffsetSet, 1);
 }
 
 TEST_F(PalletFileTest, OffsetBWithInchModeIsConverted) {
-    app.InchMode = 1;
-    app.OffsetB = 30;
+    app.Settings.InchMode = 1;
+    app.Settings.OffsetB = 30;
     ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetB, 30 * 0.03937);
 }
@@ -187,7 +187,7 @@ TEST_F(PalletFileTest, DuplicateNumberRacksFillTheFirst) {
 }
 
 TEST_F(PalletFileTest, InchModeRacks) {
-    app.InchMode = 1;
+    app.Settings.InchMode = 1;
     ASSERT_EQ(Read(PLine(1, 0, 0) + "R1X,100\n"), 1);
     const PalletInfo& p = app.PalletList.Items.front();
     EXPECT_DOUBLE_EQ(p.RackPitch, 1.1811);
@@ -202,7 +202,7 @@ TEST_F(PalletFileTest, OtherLinesAreIgnored) {
 TEST_F(PalletFileTest, EmptyFileReadsNothing) {
     ASSERT_EQ(Read(""), 1);
     EXPECT_TRUE(app.PalletList.Empty());
-    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_EQ(app.Run.ErrorCode, 0);
 }
 
 TEST_F(PalletFileTest, LastLineWithoutLineFeedIsNotRead) {
@@ -253,22 +253,22 @@ TEST_F(PalletFileTest, BinaryBytesDoNotDisturbTheReader) {
 }
 
 TEST_F(PalletFileTest, NoPathIsNotFound) {
-    app.PalletFilePath = "";
+    app.Run.PalletFilePath = "";
     EXPECT_EQ(ReadPalletFile(app), 0);
-    EXPECT_EQ(app.ErrorCode, 9020);
+    EXPECT_EQ(app.Run.ErrorCode, 9020);
 }
 
 TEST_F(PalletFileTest, MissingFileIsNotFound) {
-    app.PalletFilePath = installation.Path("none.txt");
+    app.Run.PalletFilePath = installation.Path("none.txt");
     EXPECT_EQ(ReadPalletFile(app), 0);
-    EXPECT_EQ(app.ErrorCode, 9020);
+    EXPECT_EQ(app.Run.ErrorCode, 9020);
 }
 
 TEST_F(PalletFileTest, FileThatCannotBeOpened) {
-    app.PalletFilePath = installation.Path("pallet.sock");
-    test::MakeUnopenable(app.PalletFilePath);
+    app.Run.PalletFilePath = installation.Path("pallet.sock");
+    test::MakeUnopenable(app.Run.PalletFilePath);
     EXPECT_EQ(ReadPalletFile(app), 0);
-    EXPECT_EQ(app.ErrorCode, 9021);
+    EXPECT_EQ(app.Run.ErrorCode, 9021);
 }
 
 TEST_F(PalletFileTest, NoMemoryForAPallet) {
@@ -280,7 +280,7 @@ TEST_F(PalletFileTest, NoMemoryForAPallet) {
         result = ReadPalletLines(app, file.get());
     }
     EXPECT_EQ(result, 0);
-    EXPECT_EQ(app.ErrorCode, 9022);
+    EXPECT_EQ(app.Run.ErrorCode, 9022);
     EXPECT_EQ(app.BoxFlags[4], 1);
     EXPECT_EQ(app.PalletList.Count, 0);
 }

@@ -24,28 +24,28 @@ TEST_F(SettingsTest, FontSetsAreReadAsData) {
     ASSERT_EQ(Init("[FontDefine]\nFontSet1=-12,0,0,128,\"MS Gothic\"\nFontSet2=12,0,0\n"
                    "FontSet3=10,0\nFontSet4=9,1,2,300,Sans,extra\n"),
               1);
-    EXPECT_EQ(app.FontHeight[1], -12);
-    EXPECT_EQ(app.FontCharSet[1], 128);
-    EXPECT_EQ(app.FontNames[1], "MS Gothic");
-    EXPECT_EQ(app.FontHeight[2], 12);
-    EXPECT_EQ(app.FontCharSet[2], 0);
-    EXPECT_EQ(app.FontNames[2], "");
-    EXPECT_EQ(app.FontHeight[3], 0);
-    EXPECT_EQ(app.FontHeight[4], 9);
-    EXPECT_EQ(app.FontCharSet[4], 44);
-    EXPECT_EQ(app.FontNames[4], "Sans");
-    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_EQ(app.Settings.FontHeight[1], -12);
+    EXPECT_EQ(app.Settings.FontCharSet[1], 128);
+    EXPECT_EQ(app.Settings.FontNames[1], "MS Gothic");
+    EXPECT_EQ(app.Settings.FontHeight[2], 12);
+    EXPECT_EQ(app.Settings.FontCharSet[2], 0);
+    EXPECT_EQ(app.Settings.FontNames[2], "");
+    EXPECT_EQ(app.Settings.FontHeight[3], 0);
+    EXPECT_EQ(app.Settings.FontHeight[4], 9);
+    EXPECT_EQ(app.Settings.FontCharSet[4], 44);
+    EXPECT_EQ(app.Settings.FontNames[4], "Sans");
+    EXPECT_EQ(app.Run.ErrorCode, 0);
     EXPECT_TRUE(installation.Operator.Messages.empty());
 }
 
 TEST_F(SettingsTest, MissingFontKeyLeavesTheSetUndefined) {
-    app.FontHeight = {7, 7, 7, 7, 7};
+    app.Settings.FontHeight = {7, 7, 7, 7, 7};
     ASSERT_EQ(Init("[FontDefine]\nFontSet3=14,0,0,0,Mono\n"), 1);
-    EXPECT_EQ(app.FontHeight[0], 0);
-    EXPECT_EQ(app.FontHeight[1], 0);
-    EXPECT_EQ(app.FontHeight[2], 0);
-    EXPECT_EQ(app.FontHeight[3], 14);
-    EXPECT_EQ(app.FontHeight[4], 0);
+    EXPECT_EQ(app.Settings.FontHeight[0], 0);
+    EXPECT_EQ(app.Settings.FontHeight[1], 0);
+    EXPECT_EQ(app.Settings.FontHeight[2], 0);
+    EXPECT_EQ(app.Settings.FontHeight[3], 14);
+    EXPECT_EQ(app.Settings.FontHeight[4], 0);
 }
 
 TEST_F(SettingsTest, MessageFileIsLoaded) {
@@ -56,28 +56,28 @@ TEST_F(SettingsTest, MessageFileIsLoaded) {
 TEST_F(SettingsTest, PalletSelectionIsRead) {
     ASSERT_EQ(Init("[PalletSelect]\nPalletInfo=4,P\n"), 1);
     app.ReadPalletSelect(installation.Messages);
-    EXPECT_EQ(app.PalletCount, 4);
-    EXPECT_EQ(app.PalletPrefix, "P");
+    EXPECT_EQ(app.Settings.PalletCount, 4);
+    EXPECT_EQ(app.Settings.PalletPrefix, "P");
 }
 
 TEST_F(SettingsTest, MissingPalletSelectionGivesNoPallets) {
-    app.PalletCount = 5;
+    app.Settings.PalletCount = 5;
     ASSERT_EQ(Init("[FontDefine]\n"), 1);
     app.ReadPalletSelect(installation.Messages);
-    EXPECT_EQ(app.PalletCount, 0);
-    EXPECT_EQ(app.PalletPrefix, "");
+    EXPECT_EQ(app.Settings.PalletCount, 0);
+    EXPECT_EQ(app.Settings.PalletPrefix, "");
 }
 
 TEST_F(SettingsTest, PalletPrefixIsCut) {
     ASSERT_EQ(Init("[PalletSelect]\nPalletInfo=2," + std::string(40, 'Q') + "\n"), 1);
     app.ReadPalletSelect(installation.Messages);
-    EXPECT_EQ(app.PalletPrefix, std::string(31, 'Q'));
+    EXPECT_EQ(app.Settings.PalletPrefix, std::string(31, 'Q'));
 }
 
 TEST_F(SettingsTest, MissingSettingsFile) {
     installation.WriteDefaultSetupList();
     EXPECT_EQ(app.InitSettings(installation), 0);
-    EXPECT_EQ(app.ErrorCode, 9001);
+    EXPECT_EQ(app.Run.ErrorCode, 9001);
     ASSERT_FALSE(installation.Operator.Messages.empty());
     EXPECT_EQ(installation.Operator.Messages.back(), "Initial File Not found");
 }
@@ -86,7 +86,7 @@ TEST_F(SettingsTest, NoSettingsFolderInTheSetupList) {
     installation.WriteSetupList({"IEJ : job/job.txt"});
     installation.Write("Kesto.ini", "[FontDefine]\n");
     EXPECT_EQ(app.InitSettings(installation), 0);
-    EXPECT_EQ(app.ErrorCode, 9001);
+    EXPECT_EQ(app.Run.ErrorCode, 9001);
     EXPECT_EQ(installation.Operator.Messages.back(), "Initial File Not found");
 }
 
@@ -101,7 +101,7 @@ TEST_F(SettingsTest, SettingsFileThatCannotBeLoaded) {
     installation.WriteDefaultSetupList();
     test::MakeUnopenable(installation.Path("Kesto.ini"));
     EXPECT_EQ(app.InitSettings(installation), 0);
-    EXPECT_EQ(app.ErrorCode, 0);
+    EXPECT_EQ(app.Run.ErrorCode, 0);
     ASSERT_EQ(installation.Operator.Messages.size(), 2u);
     EXPECT_EQ(installation.Operator.Messages[0].rfind("File Open Error!![", 0), 0u);
     EXPECT_EQ(installation.Operator.Messages[1], "Initial File Initial Error");
@@ -109,9 +109,9 @@ TEST_F(SettingsTest, SettingsFileThatCannotBeLoaded) {
 
 TEST_F(SettingsTest, EmptySettingsFileDefinesNothing) {
     ASSERT_EQ(Init(""), 1);
-    EXPECT_EQ(app.FontHeight[1], 0);
+    EXPECT_EQ(app.Settings.FontHeight[1], 0);
     app.ReadPalletSelect(installation.Messages);
-    EXPECT_EQ(app.PalletCount, 0);
+    EXPECT_EQ(app.Settings.PalletCount, 0);
 }
 
 }  // namespace

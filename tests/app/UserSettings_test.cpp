@@ -33,7 +33,7 @@ TEST(UserSettings, ConstructionReadsNothing) {
     host.UserValues["IsBlockDraw"] = "1";
     CKestoApp app;
     ViewState shown;
-    EXPECT_EQ(app.IsDirect, -1);
+    EXPECT_EQ(app.Settings.IsDirect, -1);
     EXPECT_EQ(shown.IsBlockDraw, 0);
 }
 
@@ -42,7 +42,7 @@ TEST(UserSettings, FirstRunReadsZeroAndExitWritesBoth) {
     CKestoApp app;
     ViewState shown;
     ReadAll(host, app, shown);
-    EXPECT_EQ(app.IsDirect, 0);
+    EXPECT_EQ(app.Settings.IsDirect, 0);
     EXPECT_EQ(shown.IsBlockDraw, 0);
     EXPECT_EQ(StoredValue(host, "IsDirect"), "<missing>");
     WriteAll(host, app, shown);
@@ -57,7 +57,7 @@ TEST(UserSettings, StoredValuesAreRead) {
     CKestoApp app;
     ViewState shown;
     ReadAll(host, app, shown);
-    EXPECT_EQ(app.IsDirect, 1);
+    EXPECT_EQ(app.Settings.IsDirect, 1);
     EXPECT_EQ(shown.IsBlockDraw, 1);
 }
 
@@ -67,9 +67,9 @@ TEST(UserSettings, AStoredTwoIsKeptAndWrittenBackAsTwo) {
     CKestoApp app;
     ViewState shown;
     ReadAll(host, app, shown);
-    EXPECT_EQ(app.IsDirect.Stored(), 2);
-    EXPECT_FALSE(app.IsDirect.IsOne());
-    EXPECT_TRUE(app.IsDirect.IsNotZero());
+    EXPECT_EQ(app.Settings.IsDirect.Stored(), 2);
+    EXPECT_FALSE(app.Settings.IsDirect.IsOne());
+    EXPECT_TRUE(app.Settings.IsDirect.IsNotZero());
     WriteAll(host, app, shown);
     EXPECT_EQ(StoredValue(host, "IsDirect"), "2");
 }
@@ -81,11 +81,11 @@ TEST(UserSettings, RetryKeepsTheDirectSettingButRereadsBlockDraw) {
     CKestoApp app;
     ViewState shown;
     ReadAll(host, app, shown);
-    app.IsDirect = 0;
+    app.Settings.IsDirect = 0;
     shown.IsBlockDraw = 1;
     host.WriteUserValue("IsBlockDraw", "0");
     ReadAll(host, app, shown);
-    EXPECT_EQ(app.IsDirect, 0);
+    EXPECT_EQ(app.Settings.IsDirect, 0);
     EXPECT_EQ(shown.IsBlockDraw, 0);
 }
 
@@ -93,7 +93,7 @@ TEST(UserSettings, ValuesAreWrittenAsDecimalText) {
     MemoryHostStore host;
     CKestoApp app;
     ViewState shown;
-    app.IsDirect = 1;
+    app.Settings.IsDirect = 1;
     shown.IsBlockDraw = -3;
     WriteAll(host, app, shown);
     EXPECT_EQ(StoredValue(host, "IsDirect"), "1");
@@ -107,7 +107,7 @@ TEST(UserSettings, TextWithoutNumberChangesNothing) {
     CKestoApp app;
     ViewState shown;
     ReadAll(host, app, shown);
-    EXPECT_EQ(app.IsDirect, -1);
+    EXPECT_EQ(app.Settings.IsDirect, -1);
     EXPECT_EQ(shown.IsBlockDraw, 7);
 }
 
@@ -141,10 +141,10 @@ TEST(UserSettings, FailedWriteIsIgnored) {
     MemoryHostStore host;
     host.FailWrites = true;
     CKestoApp app;
-    app.IsDirect = 1;
+    app.Settings.IsDirect = 1;
     app.WriteRegistrySettings(host);
     EXPECT_EQ(StoredValue(host, "IsDirect"), "<missing>");
-    EXPECT_EQ(app.IsDirect, 1);
+    EXPECT_EQ(app.Settings.IsDirect, 1);
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ class BatchReportTest : public ::testing::Test {
         app_->KouteiList.Count = 1;
         bracket_ = &AddPart(*app_, {.Code = "A001", .SizeX = 250, .SizeY = 150, .Quantity = 5});
         AddPart(*app_, {.Code = "A002", .SizeX = 250, .SizeY = 150, .Quantity = 3});
-        app_->PalletCount = 2;
+        app_->Settings.PalletCount = 2;
         app_->Blocks.Allocate(2);
         app_->Blocks.SetCount(2);
         app_->Blocks[0] = {1, 1, 0, 0, 300, 200};

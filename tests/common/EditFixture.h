@@ -63,10 +63,10 @@ class RecordingDrawAreaView : public DrawAreaView {
 class EditTest : public SessionTest {
   protected:
     EditTest() {
-        app.PalletCount = 2;
+        app.Settings.PalletCount = 2;
         shown.CurrentPallet = 1;
-        app.StartCorner = 3;
-        app.IsDirect = 0;
+        app.Settings.StartCorner = 3;
+        app.Settings.IsDirect = 0;
         shown.HitByBlock = 0;
         shown.AreaRect = {0, 0, 1080, 900};
         EXPECT_EQ(CKs_Block(app, session.Svc()).SetUp(), 1);

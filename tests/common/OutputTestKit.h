@@ -64,7 +64,7 @@ class OutputTest : public ::testing::Test {
         fs::create_directories(dir_ / "sys");
         testServices_.Host.Folder.Folder = (dir_ / "sys").string();
         app_ = std::make_unique<CKestoApp>();
-        app_->PalletCount = 4;
+        app_->Settings.PalletCount = 4;
     }
     void TearDown() override { app_.reset(); }
 

@@ -104,8 +104,8 @@ class JobBuilder {
 class PlacementTest : public ::testing::Test {
   protected:
     PlacementTest() : app(std::make_unique<CKestoApp>()) {
-        app->PalletCount = 1;
-        app->StartCorner = 3;
+        app->Settings.PalletCount = 1;
+        app->Settings.StartCorner = 3;
     }
     ~PlacementTest() override {
         for (const auto& f : folders_)
@@ -136,7 +136,7 @@ class PlacementTest : public ::testing::Test {
     KouteiInfo& GridJob(int32_t startCorner = 3) {
         AddPallet(GridPallet("PAL"));
         KouteiInfo& k = AddKoutei(1, "PAL");
-        app->StartCorner = startCorner;
+        app->Settings.StartCorner = startCorner;
         EXPECT_EQ(CKs_Block(*app, services).SetUp(), 1);
         return k;
     }

@@ -62,7 +62,7 @@ class PlacedJob {
         session_.SetView(&forget_);
         started_ = session_.StartUp() && session_.Init();
         shown_.AreaRect = {0, 0, 1200, 800};
-        session_.App().IsDirect = 0;
+        session_.App().Settings.IsDirect = 0;
         view_.Refresh();
     }
     PlacedJob(const PlacedJob&) = delete;

@@ -30,7 +30,7 @@ TEST_F(SaveAll, EmptyPartsListSucceedsAtOnceWithoutFiles) {
     EXPECT_EQ(FileSave().SaveAll(), 1);
 
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_ / "sys"), fs::directory_iterator{}), 0);
-    EXPECT_EQ(app_->ErrorCode, 0);
+    EXPECT_EQ(app_->Run.ErrorCode, 0);
 }
 
 TEST_F(SaveAll, WritesTheResultFileThenTheSaveFile) {
@@ -52,7 +52,7 @@ TEST_F(SaveAll, FailedResultFileWritesNoSaveFile) {
 
     EXPECT_EQ(FileSave().SaveAll(), 0);
 
-    EXPECT_EQ(app_->ErrorCode, 9021);
+    EXPECT_EQ(app_->Run.ErrorCode, 9021);
     EXPECT_FALSE(fs::exists(Out("save.csv")));
 }
 
@@ -62,7 +62,7 @@ TEST_F(SaveAll, ResultKeyMissingCountsAsCannotOpen) {
 
     EXPECT_EQ(FileSave().SaveAll(), 0);
 
-    EXPECT_EQ(app_->ErrorCode, 9021);
+    EXPECT_EQ(app_->Run.ErrorCode, 9021);
     EXPECT_FALSE(fs::exists(Out("save.csv")));
 }
 
@@ -72,7 +72,7 @@ TEST_F(SaveAll, SaveKeyMissingFailsAfterTheResultFile) {
 
     EXPECT_EQ(FileSave().SaveAll(), 0);
 
-    EXPECT_EQ(app_->ErrorCode, 9023);
+    EXPECT_EQ(app_->Run.ErrorCode, 9023);
     EXPECT_TRUE(fs::exists(Out("res.csv")));
 }
 
@@ -97,7 +97,7 @@ TEST_F(SaveAll, ShortPartRefusedWritesNoSaveFile) {
     EXPECT_EQ(FileSave().SaveAll(), 0);
 
     EXPECT_FALSE(fs::exists(Out("save.csv")));
-    EXPECT_EQ(app_->ErrorCode, 0);
+    EXPECT_EQ(app_->Run.ErrorCode, 0);
 }
 
 TEST_F(SaveAll, RemovesTheStaleTemporariesOfItsThreeFilesBeforeWriting) {

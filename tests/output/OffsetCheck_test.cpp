@@ -11,7 +11,7 @@ class OffsetCheck : public OutputTest {
   protected:
     void SetUp() override {
         OutputTest::SetUp();
-        app_->OffsetSet = 1;
+        app_->Settings.OffsetSet = 1;
         AddKoutei(1, "PAL");
         PalletInfo& pallet = AddPallet(1, "PAL");
         pallet.LengthX = 1000;
@@ -88,7 +88,7 @@ TEST_F(OffsetCheck, CancelAtTheWarningAsksToEndTheProcess) {
 
 TEST_F(OffsetCheck, OffsetSetZeroChecksNothing) {
     AddStackAt("1111", 2000, 2000);
-    app_->OffsetSet = 0;
+    app_->Settings.OffsetSet = 0;
 
     EXPECT_EQ(Check(), 1);
 

@@ -67,7 +67,7 @@ TEST_F(PlacementFile, StackLinesCarryOffsetsBoxKindsAndTheStackFields) {
             "A,1,NA,2,4,  190.2500,   45.0000,11,TA,  300.0000,  200.0000,    1.5000,7,3,A,0,4",
             "B,2,NB,1,3,   20.0000,    5.0000,12,TB,   50.0000,   60.0000,    2.0000,0,5,B,1,1",
             "B,2,NB,2,0,   20.0000,    5.0000,10,TB,   50.0000,   60.0000,    2.0000,0,5,B,2,2"}));
-    EXPECT_EQ(app_->ErrorCode, 0);
+    EXPECT_EQ(app_->Run.ErrorCode, 0);
 }
 
 TEST_F(PlacementFile, WithoutAMatchingPalletTheOffsetsAreZero) {
@@ -143,7 +143,7 @@ TEST_F(PlacementFile, DirectCodeIsItsOwnBoxKindOnlyWithDirectFlag) {
 
     ASSERT_EQ(Write(), 1);
     EXPECT_EQ(ReadLines(path_)[0].substr(0, 30), "D,1,ND,0,3,0.0000,0.0000,-1,TD");
-    app_->DirectCodesAllowed = true;
+    app_->Settings.DirectCodesAllowed = true;
     ASSERT_EQ(Write(), 1);
     EXPECT_EQ(ReadLines(path_)[0].substr(0, 33), "D,1,ND,0,3,0.0000,0.0000,99998,TD");
     EXPECT_EQ(ReadLines(path_)[1].substr(0, 33), "E,1,NE,0,4,0.0000,0.0000,99999,TE");
@@ -191,11 +191,11 @@ TEST_F(PlacementFile, EmptyPathOrMissingFolderSets9023) {
     AddPart({.Code = "A", .Quantity = 1});
 
     EXPECT_EQ(FileSave().WritePlacementFile(""), 0);
-    EXPECT_EQ(app_->ErrorCode, 9023);
-    app_->ErrorCode = 0;
+    EXPECT_EQ(app_->Run.ErrorCode, 9023);
+    app_->Run.ErrorCode = 0;
     path_ = PathOf("missing/save.csv");
     EXPECT_EQ(Write(), 0);
-    EXPECT_EQ(app_->ErrorCode, 9023);
+    EXPECT_EQ(app_->Run.ErrorCode, 9023);
 }
 
 TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
@@ -211,7 +211,7 @@ TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
         EXPECT_EQ(Write(), 0);
     }
 
-    EXPECT_EQ(app_->ErrorCode, 9024);
+    EXPECT_EQ(app_->Run.ErrorCode, 9024);
     EXPECT_EQ(ReadFile(path_), "old save\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator{}), 2);
 }
@@ -227,7 +227,7 @@ TEST_F(PlacementFile, FailedUnplacedLineSets9025AndKeepsTheOldFile) {
         EXPECT_EQ(Write(), 0);
     }
 
-    EXPECT_EQ(app_->ErrorCode, 9025);
+    EXPECT_EQ(app_->Run.ErrorCode, 9025);
     EXPECT_EQ(ReadFile(path_), "old save\n");
 }
 
@@ -237,11 +237,11 @@ TEST_F(PlacementFile, FailureOnlySeenWhenClosingIsNamedByTheLastLineWritten) {
              {.Block = AddBlock(1, 1), .Pieces = 1, .CountOnPart = true});
     fs::create_directories(path_);
     EXPECT_EQ(Write(), 0);
-    EXPECT_EQ(app_->ErrorCode, 9024);
+    EXPECT_EQ(app_->Run.ErrorCode, 9024);
 
     AddPart({.Code = "U", .Quantity = 1});
     EXPECT_EQ(Write(), 0);
-    EXPECT_EQ(app_->ErrorCode, 9025);
+    EXPECT_EQ(app_->Run.ErrorCode, 9025);
     EXPECT_TRUE(fs::is_directory(path_));
 }
 

@@ -39,7 +39,7 @@ TEST_F(ResultFile, EveryPartPlacedExactlyWritesBothFilesWithoutAsking) {
     EXPECT_EQ(ReadLines(path_), (Lines{"A01,1,NA01,1002,10,PLT001-G1,1,A01",
                                        "B,1,NB,0,3,PLT001-G1,1,B", "C,1,NC,0,2,PLT001-G1,1,C"}));
     EXPECT_TRUE(operator_.KakuNumbers.empty());
-    EXPECT_EQ(app_->ErrorCode, 0);
+    EXPECT_EQ(app_->Run.ErrorCode, 0);
 }
 
 TEST_F(ResultFile, StacksOfNoPiecesAreSummarisedWithTheQuantityAfterThem) {
@@ -74,7 +74,7 @@ TEST_F(ResultFile, PartlyStackedPartIsShortAndCancelKeepsTheOldResult) {
     EXPECT_EQ(operator_.KakuNumbers.size(), 1u);
     EXPECT_EQ(ReadFile(path_), "old result\n");
     EXPECT_EQ(ReadLines(path_ + "_tmp"), (Lines{"A,1,NA,1,4"}));
-    EXPECT_EQ(app_->ErrorCode, 0);
+    EXPECT_EQ(app_->Run.ErrorCode, 0);
 }
 
 TEST_F(ResultFile, PartWithoutPlacedPiecesIsNotShort) {
@@ -93,7 +93,7 @@ TEST_F(ResultFile, EmptyPathCannotBeOpened) {
 
     EXPECT_EQ(FileSave().WriteResultFile(""), 0);
 
-    EXPECT_EQ(app_->ErrorCode, 9021);
+    EXPECT_EQ(app_->Run.ErrorCode, 9021);
     EXPECT_FALSE(fs::exists("_tmp"));
 }
 
@@ -103,7 +103,7 @@ TEST_F(ResultFile, SideFileInAMissingFolderSets9021) {
 
     EXPECT_EQ(Write(), 0);
 
-    EXPECT_EQ(app_->ErrorCode, 9021);
+    EXPECT_EQ(app_->Run.ErrorCode, 9021);
     EXPECT_FALSE(fs::exists(PathOf("missing")));
 }
 
@@ -114,7 +114,7 @@ TEST_F(ResultFile, SideFileThatCannotBeReplacedSets9022AndLeavesTheResult) {
 
     EXPECT_EQ(Write(), 0);
 
-    EXPECT_EQ(app_->ErrorCode, 9022);
+    EXPECT_EQ(app_->Run.ErrorCode, 9022);
     EXPECT_EQ(ReadFile(path_), "old result\n");
     EXPECT_TRUE(fs::is_directory(path_ + "_tmp"));
 }
@@ -125,7 +125,7 @@ TEST_F(ResultFile, ResultFileThatCannotBeReplacedSets9022) {
 
     EXPECT_EQ(Write(), 0);
 
-    EXPECT_EQ(app_->ErrorCode, 9022);
+    EXPECT_EQ(app_->Run.ErrorCode, 9022);
     EXPECT_TRUE(fs::is_directory(path_));
     EXPECT_EQ(ReadLines(path_ + "_tmp").size(), 4u);
 }
@@ -140,7 +140,7 @@ TEST_F(ResultFile, FailedSideWriteLeavesTheOldFilesByteForByte) {
         EXPECT_EQ(Write(), 0);
     }
 
-    EXPECT_EQ(app_->ErrorCode, 9022);
+    EXPECT_EQ(app_->Run.ErrorCode, 9022);
     EXPECT_EQ(ReadFile(path_ + "_tmp"), "old side\r\n");
     EXPECT_EQ(ReadFile(path_), "old result\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator{}), 3);
@@ -156,7 +156,7 @@ TEST_F(ResultFile, FailedResultWriteLeavesTheOldResultByteForByte) {
         EXPECT_EQ(Write(), 0);
     }
 
-    EXPECT_EQ(app_->ErrorCode, 9022);
+    EXPECT_EQ(app_->Run.ErrorCode, 9022);
     EXPECT_EQ(ReadLines(path_ + "_tmp"), (Lines{"A,1,NA,1,10"}));
     EXPECT_EQ(ReadFile(path_), "old result\n");
 }

@@ -110,7 +110,7 @@ TEST_F(ResultGroups, UnplacedPartsGoIntoTheFirstGroupOfTheirProcess) {
 }
 
 TEST_F(ResultGroups, PalletsBeyondThePalletCountAreNotWritten) {
-    app_->PalletCount = 2;
+    app_->Settings.PalletCount = 2;
     PartsInfo& a = AddPart({.Code = "A", .Quantity = 10});
     AddStack(*app_, a, {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     AddStack(*app_, a, {.Block = AddBlock(1, 3), .Pieces = 6, .CountOnPart = true});
@@ -121,7 +121,7 @@ TEST_F(ResultGroups, PalletsBeyondThePalletCountAreNotWritten) {
 }
 
 TEST_F(ResultGroups, NoPalletsMeansNothingIsWritten) {
-    app_->PalletCount = 0;
+    app_->Settings.PalletCount = 0;
     AddPart({.Code = "U", .Quantity = 9});
     AddStack(*app_, AddPart({.Code = "A", .Quantity = 4}),
              {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
@@ -141,7 +141,7 @@ TEST_F(ResultGroups, ProcessWithoutPartsCarriesTheLastPalletAndLowersTheGroup) {
 }
 
 TEST_F(ResultGroups, HugeProcessNumberAndPalletCountFinish) {
-    app_->PalletCount = std::numeric_limits<int32_t>::max();
+    app_->Settings.PalletCount = std::numeric_limits<int32_t>::max();
     const int32_t last = std::numeric_limits<int32_t>::max();
     AddStack(*app_, AddPart({.Code = "A", .KouteiNo = last, .Quantity = 3}),
              {.Block = AddBlock(last, 1), .Pieces = 3, .CountOnPart = true});
@@ -160,7 +160,7 @@ TEST_F(ResultGroups, StacksOutsideTheBlockTableAreIgnored) {
 }
 
 TEST_F(ResultGroups, DirectCodePartJoinsTheGroupOfItsKeyWhenDirectFlagIsSet) {
-    app_->DirectCodesAllowed = true;
+    app_->Settings.DirectCodesAllowed = true;
     AddStack(*app_, AddPart({.Code = "A", .Quantity = 4}),
              {.Block = AddBlock(1, 3), .Pieces = 4, .CountOnPart = true});
     AddPart({.Code = "X", .Quantity = 5, .Destination = 99998});
@@ -192,7 +192,7 @@ TEST_F(ResultGroups, FailedWriteSets9022) {
     const StackIndex stacks(*app_);
 
     EXPECT_EQ(WriteResultGroups(*app_, stacks, readOnly), 0);
-    EXPECT_EQ(app_->ErrorCode, 9022);
+    EXPECT_EQ(app_->Run.ErrorCode, 9022);
     std::fclose(readOnly);
 }
 

@@ -87,7 +87,7 @@ TEST_F(BlockTest, TableIsOrderedByProcessThenPalletThenColumnThenRow) {
     AddPallet(GridPallet("B"));
     AddKoutei(7, "B");
     AddKoutei(3, "A");
-    app->PalletCount = 2;
+    app->Settings.PalletCount = 2;
     ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
     ASSERT_EQ(app->Blocks.Count(), 36);
     EXPECT_EQ(app->Blocks.Capacity(), 100);
@@ -113,10 +113,10 @@ TEST_F(BlockTest, ZeroColumnsYieldNoBlocks) {
     p.CellsX = 0;
     AddPallet(p);
     AddKoutei(1, "PAL");
-    app->StartCorner = 0;
+    app->Settings.StartCorner = 0;
     EXPECT_EQ(CKs_Block(*app, services).SetUp(), 1);
     EXPECT_EQ(app->Blocks.Count(), 0);
-    EXPECT_EQ(app->ErrorCode, 0);
+    EXPECT_EQ(app->Run.ErrorCode, 0);
 }
 
 TEST_F(BlockTest, ProcessWithoutPalletShowsMessageOneAndBuildsNothing) {
@@ -134,7 +134,7 @@ TEST_F(BlockTest, MoreCellsThanTheCapacityShowCountOverAnd9102) {
     k.Pallet = &*app->PalletList.begin();
     app->Blocks.SetCapacity(4);
     EXPECT_EQ(CKs_Block(*app, services).Build(), 0);
-    EXPECT_EQ(app->ErrorCode, 9102);
+    EXPECT_EQ(app->Run.ErrorCode, 9102);
     EXPECT_EQ(app->Blocks.Count(), 4);
     EXPECT_EQ(op.Messages, (std::vector<std::string>{"Block Data Area Set Count Over"}));
 }
@@ -146,7 +146,7 @@ TEST_F(BlockTest, AbsurdCapacityFailsWith9101WithoutAllocating) {
     AddPallet(p);
     AddKoutei(1, "PAL");
     EXPECT_EQ(CKs_Block(*app, services).SetUp(), 0);
-    EXPECT_EQ(app->ErrorCode, 9101);
+    EXPECT_EQ(app->Run.ErrorCode, 9101);
     EXPECT_TRUE(op.Messages.empty());
 }
 
@@ -158,13 +158,13 @@ TEST_F(BlockTest, TableThatCannotBeAllocatedFailsWith9101) {
         result = CKs_Block(*app, services).Build();
     }
     EXPECT_EQ(result, 0);
-    EXPECT_EQ(app->ErrorCode, 9101);
+    EXPECT_EQ(app->Run.ErrorCode, 9101);
 }
 
 TEST_F(BlockTest, NegativeCapacityFailsWith9101) {
     app->Blocks.SetCapacity(-1);
     EXPECT_EQ(CKs_Block(*app, services).Build(), 0);
-    EXPECT_EQ(app->ErrorCode, 9101);
+    EXPECT_EQ(app->Run.ErrorCode, 9101);
 }
 
 TEST_F(BlockTest, EmptyProcessListBuildsNothingAndSucceeds) {
@@ -175,7 +175,7 @@ TEST_F(BlockTest, EmptyProcessListBuildsNothingAndSucceeds) {
 }
 
 TEST_F(BlockTest, ZeroPalletsGiveAnEmptyTable) {
-    app->PalletCount = 0;
+    app->Settings.PalletCount = 0;
     GridJob(3);
     EXPECT_EQ(app->Blocks.Capacity(), 0);
     EXPECT_EQ(app->Blocks.Count(), 0);

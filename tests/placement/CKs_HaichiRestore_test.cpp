@@ -82,7 +82,7 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     const std::string path = WriteSave(lines);
 
     app = std::make_unique<CKestoApp>();
-    app->PalletCount = 1;
+    app->Settings.PalletCount = 1;
     GridJob();
     PartsInfo& a = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
     PartsInfo& b = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .PerStackLimit = 2});
@@ -176,7 +176,7 @@ TEST_F(RestoreTest, StoredBlockIsKeptWhenNoBlockIsFound) {
 }
 
 TEST_F(RestoreTest, SearchStaysOnTheStoredBlocksPallet) {
-    app->PalletCount = 2;
+    app->Settings.PalletCount = 2;
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     ASSERT_EQ(Restore({Line("A1", 690, 10, 300, 200, 1, 9, 4)}), 1);
@@ -290,7 +290,7 @@ TEST_F(TrimTest, FillMatchesOnePieceAtATime) {
     std::mt19937 rng(7);
     for (int trial = 0; trial < 40; ++trial) {
         app = std::make_unique<CKestoApp>();
-        app->PalletCount = 1;
+        app->Settings.PalletCount = 1;
         GridJob();
         const int limit = std::uniform_int_distribution<int>(1, 12)(rng);
         PartsInfo& p =

@@ -16,7 +16,7 @@ class StackPartTest : public PlacementTest {
     }
     std::array<int, 4> Candidates(PalletView mode, int count, int current) {
         shown.PalletMode = mode;
-        app->PalletCount = count;
+        app->Settings.PalletCount = count;
         shown.CurrentPallet = current;
         return CKs_Haichi(*app, services, shown).CandidatePallets();
     }
@@ -154,7 +154,7 @@ TEST_F(StackPartTest, CandidatesOfOtherViews) {
 }
 
 TEST_F(StackPartTest, FourPalletViewFromPalletTwoNeverReachesPalletOne) {
-    app->PalletCount = 4;
+    app->Settings.PalletCount = 4;
     KouteiInfo& k = GridJob();
     shown.PalletMode = PalletView::FourPallet;
     shown.CurrentPallet = 2;
@@ -199,7 +199,7 @@ TEST_F(StackPartTest, ModeOneCapsAtNum4AndShares) {
 }
 
 TEST_F(StackPartTest, ModeTwoUsesEveryPalletAndModeOneOnlyTheCurrent) {
-    app->PalletCount = 2;
+    app->Settings.PalletCount = 2;
     KouteiInfo& k = GridJob();
     shown.CurrentPallet = 2;
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});

@@ -140,7 +140,7 @@ TEST_F(PlaceAllTest, StackThatCannotBeAllocatedFailsThePlacement) {
         result = PlaceAll();
     }
     EXPECT_EQ(result, 0);
-    EXPECT_EQ(app->ErrorCode, 9015);
+    EXPECT_EQ(app->Run.ErrorCode, 9015);
     EXPECT_TRUE(app->HaichiList.Empty());
     EXPECT_TRUE(op.KakuNumbers.empty());
 }

@@ -132,7 +132,7 @@ TEST_F(GeneratedInstallationTest, CrowdedOutlinesMissEverySeventh) {
     EXPECT_TRUE(std::filesystem::exists(root / "job" / "outline" / "A006.txt"));
     EXPECT_TRUE(std::filesystem::exists(root / "job" / "outline" / "A040.txt"));
     testServices.Host.Folder.Folder = inst.Root;
-    app->CommandLine = inst.CommandLine;
+    app->Run.CommandLine = inst.CommandLine;
     ASSERT_EQ(app->ReadInput(services), 1);
     int without = 0;
     for (const PartsInfo& p : app->PartsList) {
@@ -151,7 +151,7 @@ TEST_F(GeneratedInstallationTest, CrowdedJobLeavesPartsShort) {
     const Installation inst =
         WriteInstallation(root.string(), GenerateJob(CrowdedJobShape()), CrowdedInstallOptions());
     testServices.Host.Folder.Folder = inst.Root;
-    app->CommandLine = inst.CommandLine;
+    app->Run.CommandLine = inst.CommandLine;
     ASSERT_EQ(app->InitSettings(services), 1);
     ASSERT_EQ(app->ReadInput(services), 1);
     app->ReadPalletSelect(testServices.Messages);
@@ -182,7 +182,7 @@ TEST_F(GeneratedInstallationTest, WrittenInstallationReadsBackAsTheJob) {
     const GeneratedJob job = GenerateJob(SampleLikeJobShape());
     const Installation inst = WriteInstallation(root.string(), job);
     testServices.Host.Folder.Folder = inst.Root;
-    app->CommandLine = inst.CommandLine;
+    app->Run.CommandLine = inst.CommandLine;
     ASSERT_EQ(app->ReadInput(services), 1);
     EXPECT_EQ(app->PartsList.Count, 40);
     EXPECT_EQ(app->PalletList.Count, 3);

@@ -12,9 +12,9 @@ namespace {
 CKestoApp AppWithFonts() {
     test::EnsureGuiApplication();
     CKestoApp app;
-    app.FontHeight = {0, 16, -20, 12, 0};
-    app.FontCharSet = {0, 0, 128, 0, 0};
-    app.FontNames = {"", "DejaVu Sans", "DejaVu Sans", "", ""};
+    app.Settings.FontHeight = {0, 16, -20, 12, 0};
+    app.Settings.FontCharSet = {0, 0, 128, 0, 0};
+    app.Settings.FontNames = {"", "DejaVu Sans", "DejaVu Sans", "", ""};
     return app;
 }
 
@@ -59,7 +59,7 @@ TEST(FontTable, HeightZeroAndNumbersOutOfRangeAreUndefined) {
 
 TEST(FontTable, SaturatedHeightIsCutToAUsableSize) {
     CKestoApp app = AppWithFonts();
-    app.FontHeight[4] = INT32_MIN;
+    app.Settings.FontHeight[4] = INT32_MIN;
     FontTable fonts;
     fonts.Build(app);
     EXPECT_EQ(fonts.PixelHeight(4), 32767);
@@ -89,7 +89,7 @@ TEST(FontTable, RebuildForgetsFontsThatAreGone) {
     CKestoApp app = AppWithFonts();
     FontTable fonts;
     fonts.Build(app);
-    app.FontHeight[1] = 0;
+    app.Settings.FontHeight[1] = 0;
     fonts.Build(app);
     EXPECT_FALSE(fonts.Defined(1));
 }

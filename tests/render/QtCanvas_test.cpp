@@ -28,8 +28,8 @@ Rgb At(const QImage& image, int x, int y) {
 struct Painted {
     Painted() {
         test::EnsureGuiApplication();
-        app.FontHeight = {0, 20, 0, 0, 0};
-        app.FontNames = {"", "DejaVu Sans", "", "", ""};
+        app.Settings.FontHeight = {0, 20, 0, 0, 0};
+        app.Settings.FontNames = {"", "DejaVu Sans", "", "", ""};
         fonts.Build(app);
         image.fill(Qt::white);
     }

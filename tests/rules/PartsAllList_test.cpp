@@ -441,7 +441,7 @@ TEST_F(Picks, FirstPartOfThatSeqWithAStackInAnyProcess) {
 // 99, py = trunc((873.6 - y) / 1.35) + 28. BRACKET at X 350.2, Y 30.5: {210, 540, 388, 652};
 // at X 900.6, Y 600.4: {617, 118, 795, 230}; RAIL at X 420.1, Y 90.3: {291, 497, 439, 608}.
 TEST_F(Picks, OnACanvasTheOldPartGoesBackAndEveryPieceOfTheNewOneLightsUp) {
-    job.app.PalletCount = 2;
+    job.app.Settings.PalletCount = 2;
     DisplayList setUp;
     drawing.Refresh(setUp);
     drawing.Select().SetLastPicked(railStack);

@@ -172,7 +172,7 @@ TEST_F(DrawingEditTest, AStackThatMovedIsMarkedAsTheOperatorsAndOneThatStayedIsN
 // X += (880 - 730) + 690 - 990 = -150, Y += 10 - (858 - 858) - 10 = 0. No block is covered, so
 // the stack takes the pallet's last block, 8.
 TEST_F(DrawingEditTest, DirectDragMovesTheStackWhereItIsDropped) {
-    app.IsDirect = 1;
+    app.Settings.IsDirect = 1;
     Drag(980, 833, 830, 833);
     EXPECT_DOUBLE_EQ(a.X, 840);
     EXPECT_DOUBLE_EQ(a.Y, 10);
@@ -249,7 +249,7 @@ TEST_F(DrawingEditTest, MoveCountRestartsAtOneAfter30000) {
 
 class BandTest : public DrawingEditTest {
   protected:
-    BandTest() { app.IsDirect = 1; }
+    BandTest() { app.Settings.IsDirect = 1; }
     void Band(int32_t x0, int32_t y0, int32_t x1, int32_t y1) {
         edit.Press(canvas, x0, y0, false);
         edit.Move(canvas, x1, y1, true);
@@ -297,7 +297,7 @@ TEST_F(BandTest, BandAroundNothingLeavesNoBand) {
 }
 
 TEST_F(BandTest, WithoutDirectNoBandIsTracked) {
-    app.IsDirect = 0;
+    app.Settings.IsDirect = 0;
     edit.Press(canvas, 1035, 790, false);
     EXPECT_FALSE(edit.Tracking());
     edit.Move(canvas, 600, 860, true);
@@ -538,7 +538,7 @@ TEST_F(DrawingEditTest, EditingAnEmptyJobDoesNothing) {
     view.Refresh();
     Click(980, 833);
     Drag(980, 833, 500, 500);
-    app.IsDirect = 1;
+    app.Settings.IsDirect = 1;
     Drag(100, 100, 400, 400);
     EXPECT_EQ(drawing.Selected().Picked(), nullptr);
     EXPECT_EQ(drawing.Selected().Band(), BandState::Off);

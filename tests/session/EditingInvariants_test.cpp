@@ -75,7 +75,7 @@ class EditRun : private RandomOperator {
         session_.SetView(&forget_);
         started_ = session_.StartUp() && session_.Init();
         shown_.AreaRect = {0, 0, 1200, 800};
-        app_.IsDirect = 0;
+        app_.Settings.IsDirect = 0;
         view_.Refresh();
     }
 
@@ -200,7 +200,7 @@ void EditRun::Band() {
 void EditRun::SwitchDirect() {
     log_.push_back("direct");
     // Without free moves the run never switches them on.
-    if (app_.IsDirect == 0 && !freeMoves_)
+    if (app_.Settings.IsDirect == 0 && !freeMoves_)
         return;
     if (edit_.SwitchDirect())
         shown_.HitByBlock = 0;
@@ -212,7 +212,7 @@ void EditRun::SwitchView() {
     if (drawing_.Selected().Band() != BandState::Off)
         return;
     shown_.PalletMode = static_cast<PalletView>(Uniform(0, 3));
-    shown_.CurrentPallet = Uniform(1, std::max(app_.PalletCount, 1));
+    shown_.CurrentPallet = Uniform(1, std::max(app_.Settings.PalletCount, 1));
     if (Chance(30))
         shown_.CurrentKoutei = Uniform(1, std::max(app_.KouteiList.Count, 1));
     shown_.HitByBlock = Uniform(0, 1);
@@ -310,8 +310,8 @@ void EditRun::PlaceEverythingBack() {
             if (p.Seq != fromFile.Seq || p.PiecesPlaced == p.Quantity)
                 continue;
             shown_.CurrentKoutei = p.KouteiNo;
-            for (int32_t pallet = 1; pallet <= app_.PalletCount && p.PiecesPlaced < p.Quantity;
-                 pallet += 4) {
+            for (int32_t pallet = 1;
+                 pallet <= app_.Settings.PalletCount && p.PiecesPlaced < p.Quantity; pallet += 4) {
                 shown_.CurrentPallet = pallet;
                 session_.Right(p.Seq);
             }
@@ -499,7 +499,7 @@ TEST_F(PinnedRuleTest, FreeMoveMayDropAStackOntoAnother) {
         app, pb,
         {.Block = 3, .Pieces = 1, .X = 680, .Y = 10, .Corner = kCornerMaxMin, .CountOnPart = true});
     Show();
-    app.IsDirect = 1;
+    app.Settings.IsDirect = 1;
     // Dropped with its rectangle at (620, 808)-(720, 858): X = 990 + (720 - 730) + 690 - 990.
     Drag(980, 833, 670, 833);
     EXPECT_DOUBLE_EQ(a.X, 680);

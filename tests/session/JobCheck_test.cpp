@@ -15,7 +15,7 @@ class CheckJobTest : public PlacementTest {
     CheckJobTest() {
         AddPallet(GridPallet("PAL"));
         AddKoutei(1, "PAL");
-        app->PalletCount = 2;
+        app->Settings.PalletCount = 2;
     }
     void AddBox(int32_t no) { Job().AddBox(no); }
 };
@@ -41,7 +41,7 @@ TEST_F(CheckJobTest, BlockTableFailureEndsTheCheckWithoutMessage) {
     app->PalletList.begin()->CellsX = 100000;
     app->PalletList.begin()->CellsY = 100000;
     EXPECT_EQ(CheckJob(*app, services), 0);
-    EXPECT_EQ(app->ErrorCode, 9101);
+    EXPECT_EQ(app->Run.ErrorCode, 9101);
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
@@ -53,7 +53,7 @@ TEST_F(CheckJobTest, DestinationWithoutBoxGivesMessageTwo) {
 }
 
 TEST_F(CheckJobTest, EmptyBoxListFailsEveryPartEvenSpecialCodes) {
-    app->DirectCodesAllowed = true;
+    app->Settings.DirectCodesAllowed = true;
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 99999});
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
@@ -69,9 +69,9 @@ TEST_F(CheckJobTest, PartOfAMissingProcessGivesMessageTwo) {
 TEST_F(CheckJobTest, SpecialCodesPassOnlyWithDirectFlag) {
     AddBox(0);
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 99998});
-    app->DirectCodesAllowed = true;
+    app->Settings.DirectCodesAllowed = true;
     EXPECT_EQ(CheckJob(*app, services), 1);
-    app->DirectCodesAllowed = false;
+    app->Settings.DirectCodesAllowed = false;
     EXPECT_EQ(CheckJob(*app, services), 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }

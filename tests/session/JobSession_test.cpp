@@ -23,7 +23,7 @@ TEST_F(LoadAndPlaceTest, ResetsTheSelectionStateAndReadsThePalletChoice) {
     shown.GridFlag = 0;
     shown.CurrentKoutei = 3;
     shown.CurrentPallet = 2;
-    app.PalletCount = 4;
+    app.Settings.PalletCount = 4;
     app.BoxFlags[2] = 1;
     app.BoxFlags[3] = 1;
     EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
@@ -31,8 +31,8 @@ TEST_F(LoadAndPlaceTest, ResetsTheSelectionStateAndReadsThePalletChoice) {
     EXPECT_EQ(shown.GridFlag, 1);
     EXPECT_EQ(shown.CurrentKoutei, 1);
     EXPECT_EQ(shown.CurrentBox, 101);
-    EXPECT_EQ(app.PalletCount, 1);
-    EXPECT_EQ(app.PalletPrefix, "P");
+    EXPECT_EQ(app.Settings.PalletCount, 1);
+    EXPECT_EQ(app.Settings.PalletPrefix, "P");
     EXPECT_EQ(shown.CurrentPallet, 1);
 }
 
@@ -169,7 +169,7 @@ TEST_F(FailedCheckTest, OffsetStopDuringTheCancelHandlingAbortsWithoutWritingOrP
     AddPart({.Quantity = 1, .Destination = 5});
     // A stack whose right edge 990 lies beyond the right limit 1000 - 20.
     AddStack(app, a, {.Block = 0, .Pieces = 2, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
-    app.OffsetSet = 1;
+    app.Settings.OffsetSet = 1;
     pallet->LimitRight = 20;
     op.Answer = OkCancel::Cancel;
     EXPECT_FALSE(session.Init());
@@ -244,7 +244,7 @@ class FinishTest : public SessionTest {
     // Part 1's right side is checked against a right limit of 1000 - 20: its stack violates it.
     void StackBeyondTheOffset() {
         part.SensitiveSides = "0001";
-        app.OffsetSet = 1;
+        app.Settings.OffsetSet = 1;
         pallet->LimitRight = 20;
     }
     void ExpectPlacedFiles() {
@@ -263,7 +263,7 @@ TEST_F(FinishTest, OkWritesTheFilesAndExitsWithZero) {
     EXPECT_TRUE(session.Finish(OkCancel::Ok));
     EXPECT_TRUE(session.Ended());
     EXPECT_FALSE(session.Aborted());
-    EXPECT_EQ(app.DialogEnd, OkCancel::Ok);
+    EXPECT_EQ(app.Run.DialogEnd, OkCancel::Ok);
     ExpectPlacedFiles();
     EXPECT_TRUE(op.KakuNumbers.empty());
     EXPECT_TRUE(op.Warnings.empty());
@@ -277,7 +277,7 @@ TEST_F(FinishTest, OkWritesTheFilesAndExitsWithZero) {
 TEST_F(FinishTest, CancelWritesTheSameFilesAndExitsWithHundred) {
     EXPECT_TRUE(session.Finish(OkCancel::Cancel));
     EXPECT_TRUE(session.Ended());
-    EXPECT_EQ(app.DialogEnd, OkCancel::Cancel);
+    EXPECT_EQ(app.Run.DialogEnd, OkCancel::Cancel);
     ExpectPlacedFiles();
     EXPECT_EQ(session.Exit(), 100);
 }

@@ -27,7 +27,7 @@ TEST(WindowStartUp, OnlyTheProgramPathEndsWith9020) {
     ViewState shown;
     JobSession session(services, "kesto", shown);
     EXPECT_FALSE(session.StartUp());
-    EXPECT_EQ(session.App().ExitParam, 9020);
+    EXPECT_EQ(session.App().Run.ExitParam, 9020);
     EXPECT_EQ(session.Exit(), 9020);
 }
 
@@ -38,7 +38,7 @@ TEST(WindowStartUp, MissingSettingsFileEndsWith9001) {
     ViewState shown;
     JobSession session(services, install.CommandLine(), shown);
     EXPECT_FALSE(session.StartUp());
-    EXPECT_EQ(session.App().ExitParam, 9001);
+    EXPECT_EQ(session.App().Run.ExitParam, 9001);
     EXPECT_EQ(services.Op.Messages, std::vector<std::string>({"Initial File Not found"}));
 }
 
@@ -49,7 +49,7 @@ TEST(WindowStartUp, ReadsTheJob) {
     JobSession session(services, install.CommandLine(), shown);
     EXPECT_TRUE(session.StartUp());
     EXPECT_EQ(session.App().KouteiList.Items.size(), 2u);
-    EXPECT_EQ(session.App().DialogEnd, OkCancel::Cancel);
+    EXPECT_EQ(session.App().Run.DialogEnd, OkCancel::Cancel);
 }
 
 TEST(WindowExit, WritesThePerUserValuesAndSettlesTheCode) {
@@ -59,8 +59,8 @@ TEST(WindowExit, WritesThePerUserValuesAndSettlesTheCode) {
         ViewState shown;
         JobSession session(services, install.CommandLine(), shown);
         ASSERT_TRUE(session.StartUp());
-        EXPECT_EQ(session.App().IsDirect, 0);
-        session.App().IsDirect = 1;
+        EXPECT_EQ(session.App().Settings.IsDirect, 0);
+        session.App().Settings.IsDirect = 1;
         session.Shown().IsBlockDraw = 1;
         EXPECT_EQ(session.Exit(), 100);
     }
@@ -70,8 +70,8 @@ TEST(WindowExit, WritesThePerUserValuesAndSettlesTheCode) {
     const auto settled = [&](int exitParam, OkCancel end) {
         ViewState shown;
         JobSession session(services, install.CommandLine(), shown);
-        session.App().ExitParam = exitParam;
-        session.App().DialogEnd = end;
+        session.App().Run.ExitParam = exitParam;
+        session.App().Run.DialogEnd = end;
         return session.Exit();
     };
     EXPECT_EQ(settled(0, OkCancel::Ok), 0);

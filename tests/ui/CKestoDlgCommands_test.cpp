@@ -176,10 +176,10 @@ TEST(CKestoDlgCommands, RetryReadsTheJobAgainAndPlacesItAnew) {
 TEST(CKestoDlgCommands, RetryKeepsTheChangedDirectSettingAndRereadsBlockDrawing) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    job.App().IsDirect = 1;
+    job.App().Settings.IsDirect = 1;
     job.Shown().IsBlockDraw = 1;
     Click(*job.Dialog, "B-RETRY");
-    EXPECT_EQ(job.App().IsDirect, 1);
+    EXPECT_EQ(job.App().Settings.IsDirect, 1);
     EXPECT_EQ(job.Shown().IsBlockDraw, 0);
     EXPECT_FALSE(job.Dialog->findChild<QPushButton*>("B-BLOCKDRAW")->isChecked());
 }
@@ -217,7 +217,7 @@ TEST(CKestoDlgCommands, OkWritesTheFilesAndEndsWithOne) {
     EXPECT_TRUE(job.Install.Exists("out/result.csv"));
     EXPECT_TRUE(job.Install.Exists("out/haichi.csv"));
     // The session took the OK: the exit code is 0 without anyone setting the dialog's end.
-    EXPECT_EQ(job.App().DialogEnd, OkCancel::Ok);
+    EXPECT_EQ(job.App().Run.DialogEnd, OkCancel::Ok);
     EXPECT_EQ(job.Session->Exit(), 0);
 }
 
@@ -255,7 +255,7 @@ TEST(CKestoDlgCommands, OkStaysWhenTheResultCannotBeWritten) {
     job.Install.Write("out", "a file where the folder should be");
     Click(*job.Dialog, "B-OK");
     EXPECT_FALSE(job.Dialog->Ended());
-    EXPECT_NE(job.App().ErrorCode, 0);
+    EXPECT_NE(job.App().Run.ErrorCode, 0);
 }
 
 TEST(CKestoDlgCommands, DisplayTogglesSetTheirFields) {
@@ -311,13 +311,13 @@ TEST(CKestoDlgCommands, DirectSwitchesItsCaptionAndDropsABandSelection) {
     CKestoDlg& d = *job.Dialog;
     job.Shown().LayoutState = LayoutStep::Due;
     d.LayoutPass();  // stores both captions
-    job.App().IsDirect = 0;
+    job.App().Settings.IsDirect = 0;
     Click(d, "B-NEST-A");
-    EXPECT_EQ(job.App().IsDirect, 1);
+    EXPECT_EQ(job.App().Settings.IsDirect, 1);
     EXPECT_EQ(d.findChild<QPushButton*>("B-NEST-A")->text(), "NestD");
     d.DrawArea()->Drawing().Select().SetBand(BandState::InForce);
     Click(d, "B-NEST-A");
-    EXPECT_EQ(job.App().IsDirect, 0);
+    EXPECT_EQ(job.App().Settings.IsDirect, 0);
     EXPECT_EQ(d.findChild<QPushButton*>("B-NEST-A")->text(), "NestA");
     EXPECT_EQ(d.DrawArea()->Drawing().Selected().Band(), BandState::Off);
     EXPECT_EQ(job.Shown().HitByBlock, 0);
@@ -353,7 +353,7 @@ TEST(CKestoDlgCommands, OkStoppedAtTheOffsetWarningEndsWith999AndWritesNothing) 
     test::WindowJob job;
     BreakTheOffsetLimit(job);
     ASSERT_TRUE(job.Open(job.Install.CommandLine("0 799")));
-    ASSERT_EQ(job.App().OffsetSet, 1);
+    ASSERT_EQ(job.App().Settings.OffsetSet, 1);
     job.Dialog->show();
     job.Svc.Op.Answer = OkCancel::Cancel;
     Click(*job.Dialog, "B-OK");

@@ -212,7 +212,7 @@ TEST(CKestoDlgEditing, RefusedDropFlashesAndSaysWhyThenGoesQuiet) {
 
 struct BandWindow : EditingWindow {
     BandWindow() {
-        App().IsDirect = 1;
+        App().Settings.IsDirect = 1;
         Area().Refresh();
     }
     void Band(QPoint from, QPoint to) {

@@ -113,11 +113,11 @@ TEST(CKestoDlgLayout, ArrangementToggleFollowsIsDirect) {
     LabelledJob l;
     CKestoDlg& d = *l.Job.Dialog;
     CKestoApp& app = l.Job.App();
-    app.IsDirect = 0;
+    app.Settings.IsDirect = 0;
     d.LayoutPass();
     EXPECT_EQ(Text(d, "B-NEST-A"), "NestA");
     EXPECT_EQ(FontHeight(d, "B-NEST-A"), 16);
-    app.IsDirect = 1;
+    app.Settings.IsDirect = 1;
     d.LayoutPass();
     EXPECT_EQ(Text(d, "B-NEST-A"), "NestD");
     EXPECT_EQ(FontHeight(d, "B-NEST-A"), 20);

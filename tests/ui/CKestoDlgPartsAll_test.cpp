@@ -83,7 +83,7 @@ TEST(CKestoDlgPartsAll, DroppingTheBandWithDirectPicksNothing) {
     MainListJob s;
     ASSERT_TRUE(s.shown);
     s.ClickLine(0);
-    s.job.App().IsDirect = 1;
+    s.job.App().Settings.IsDirect = 1;
     s.Drawing().Select().SetBand(BandState::InForce);
     QTest::mouseClick(s.job.Dialog->findChild<QPushButton*>("B-NEST-A"), Qt::LeftButton);
     EXPECT_TRUE(s.SelectedRows().empty());

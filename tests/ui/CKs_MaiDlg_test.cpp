@@ -57,8 +57,8 @@ constexpr const char* kMessages =
 struct MaiDialogJob {
     explicit MaiDialogJob(OkCancel answer = OkCancel::Ok) : Op(answer) {
         test::EnsureQApplication();
-        App.FontHeight = {0, 16, 12, 0, 0};
-        App.FontNames = {"", "DejaVuSans", "DejaVuSans", "", ""};
+        App.Settings.FontHeight = {0, 16, 12, 0, 0};
+        App.Settings.FontNames = {"", "DejaVuSans", "DejaVuSans", "", ""};
         Fonts.Build(App);
         test::WriteFile(Folder / "Kesto.ini", kMessages);
         EXPECT_EQ(Messages.Load(Folder / "Kesto.ini", Op), 0);

@@ -8,7 +8,7 @@ namespace {
 
 TEST(FontSlots, DefinedSlotsGiveTheirPixelHeight) {
     CKestoApp app;
-    app.FontHeight = {0, 12, 14, 0, 15};
+    app.Settings.FontHeight = {0, 12, 14, 0, 15};
     EXPECT_EQ(12, FontPixelHeight(app, 1));
     EXPECT_EQ(14, FontPixelHeight(app, 2));
     EXPECT_EQ(15, FontPixelHeight(app, 4));
@@ -18,7 +18,7 @@ TEST(FontSlots, DefinedSlotsGiveTheirPixelHeight) {
 
 TEST(FontSlots, AHeightOfZeroIsNoFont) {
     CKestoApp app;
-    app.FontHeight = {0, 12, 14, 0, 15};
+    app.Settings.FontHeight = {0, 12, 14, 0, 15};
     EXPECT_EQ(0, FontPixelHeight(app, 0));
     EXPECT_EQ(0, FontPixelHeight(app, 3));
     EXPECT_FALSE(FontDefined(app, 0));
@@ -27,7 +27,7 @@ TEST(FontSlots, AHeightOfZeroIsNoFont) {
 
 TEST(FontSlots, SlotsOutsideTheTableAreNoFont) {
     CKestoApp app;
-    app.FontHeight = {9, 12, 14, 20, 15};
+    app.Settings.FontHeight = {9, 12, 14, 20, 15};
     for (int32_t slot : {-1, 5, 100, -1000}) {
         EXPECT_EQ(0, FontPixelHeight(app, slot)) << slot;
         EXPECT_FALSE(FontDefined(app, slot)) << slot;

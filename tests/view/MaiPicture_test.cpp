@@ -38,7 +38,7 @@ int32_t FixedWidth(const std::string& text, int32_t) {
 
 struct PictureJob {
     explicit PictureJob(const std::string& messages = kMessages) {
-        App.FontHeight = {0, 16, 12, 0, 20};
+        App.Settings.FontHeight = {0, 16, 12, 0, 20};
         test::WriteFile(Folder / "Kesto.ini", messages);
         EXPECT_EQ(Messages.Load(Folder / "Kesto.ini", Op), 0);
         Part.PieceHeight = 4;

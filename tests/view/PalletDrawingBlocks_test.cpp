@@ -65,7 +65,7 @@ class BlockCells : public ::testing::Test {
         p.CellsX = 5;
         p.CellsY = 5;
         job.AddKoutei(1, "CUT", "BLK");
-        job.app.PalletCount = 4;
+        job.app.Settings.PalletCount = 4;
         job.shown.IsBlockDraw = 1;
         // Decoys first: another process and another pallet over cell (0, 0).
         const WorldCell c00 = World(0, 0);
@@ -125,29 +125,29 @@ TEST_F(BlockCells, FrameOfTheBlockPallet) {
 }
 
 TEST_F(BlockCells, CornerZeroCountsColumnsFromTheLeftAndRowsFromTheBottom) {
-    job.app.StartCorner = 0;
+    job.app.Settings.StartCorner = 0;
     ExpectOrder({{0, 0}, {0, 1}, {0, 2}, {1, 0}, {1, 1}, {1, 2}, {2, 0}, {2, 1}, {2, 2}});
 }
 
 TEST_F(BlockCells, CornerOneCountsColumnsFromTheLeftAndRowsFromTheTop) {
     // Rows: origin L - 435.1 = 404.9, y = 840 - 404.9 - j * 212.7 = 435.1, 222.4, 9.7.
-    job.app.StartCorner = 1;
+    job.app.Settings.StartCorner = 1;
     ExpectOrder({{0, 2}, {0, 1}, {0, 0}, {1, 2}, {1, 1}, {1, 0}, {2, 2}, {2, 1}, {2, 0}});
 }
 
 TEST_F(BlockCells, CornerTwoCountsColumnsFromTheRightAndRowsFromTheTop) {
     // Columns: x = 1003.7 - 12.4 - i * 308.7 = 991.3, 682.6, 373.9 (65.2 is not > 297.5).
-    job.app.StartCorner = 2;
+    job.app.Settings.StartCorner = 2;
     ExpectOrder({{2, 2}, {2, 1}, {2, 0}, {1, 2}, {1, 1}, {1, 0}, {0, 2}, {0, 1}, {0, 0}});
 }
 
 TEST_F(BlockCells, CornerThreeCountsColumnsFromTheRightAndRowsFromTheBottom) {
-    job.app.StartCorner = 3;
+    job.app.Settings.StartCorner = 3;
     ExpectOrder({{2, 0}, {2, 1}, {2, 2}, {1, 0}, {1, 1}, {1, 2}, {0, 0}, {0, 1}, {0, 2}});
 }
 
 TEST_F(BlockCells, ThePrintPaletteDrawsCellsWhiteOrGreyWithAGreyOutline) {
-    job.app.StartCorner = 0;
+    job.app.Settings.StartCorner = 0;
     PalletDrawing paper(job.app, job.shown, job.messages, colour::kPrintPalette);
     DisplayList setUp;
     paper.Refresh(setUp);
@@ -164,7 +164,7 @@ TEST_F(BlockCells, ThePrintPaletteDrawsCellsWhiteOrGreyWithAGreyOutline) {
 }
 
 TEST_F(BlockCells, EachBlockStoresItsPixelRectangle) {
-    job.app.StartCorner = 0;
+    job.app.Settings.StartCorner = 0;
     DrawnCells();
     for (int c = 0; c < 3; ++c) {
         for (int r = 0; r < 3; ++r) {
@@ -188,7 +188,7 @@ TEST_F(BlockCells, TheFirstMatchingEntryColoursTheCell) {
     // its pixel rectangle at 0.
     const WorldCell w = World(0, 1);
     const int32_t late = job.AddBlock(1, 1, w.MinX, w.MinY, w.MaxX, w.MaxY, 0x0F);
-    job.app.StartCorner = 0;
+    job.app.Settings.StartCorner = 0;
     const std::vector<Primitive> cells = DrawnCells();
     ASSERT_EQ(9u, cells.size());
     EXPECT_EQ(Cell(0, 1), cells[1].Rect);
@@ -255,7 +255,7 @@ std::vector<IntRect> MarksOf(const IntRect& c) {
 TEST_F(BlockCells, GridMarksSitInsideEveryCellLaidOutFromTheRight) {
     job.shown.GridFlag = 1;
     job.shown.IsBlockDraw = 0;
-    job.app.StartCorner = 0;  // the marks ignore the start corner
+    job.app.Settings.StartCorner = 0;  // the marks ignore the start corner
     DisplayList setUp;
     drawing.Refresh(setUp);
     DisplayList canvas;
@@ -345,9 +345,9 @@ TEST(InchBlockCells, APalletInInchesIsLaidOutLikeAnyOther) {
     p.CellsX = 3;
     p.CellsY = 3;
     job.AddKoutei(1, "CUT", "INCH");
-    job.app.InchMode = 1;
+    job.app.Settings.InchMode = 1;
     job.shown.IsBlockDraw = 1;
-    job.app.StartCorner = 0;
+    job.app.Settings.StartCorner = 0;
     // Columns: v = 39.03, 26.88, 14.73 never reach 11.71, so the origin is the last v,
     // 14.73: cells 3.02..14.73, 15.17..26.88, 27.32..39.03. Rows 0.38, 8.75, 17.12.
     const int32_t low = job.AddBlock(1, 1, 3.02, 0.38, 14.73, 8.4, 0x00);

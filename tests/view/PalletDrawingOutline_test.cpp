@@ -184,14 +184,14 @@ TEST_F(Outlines, AGivenColourOverridesTheElementsOwn) {
 
 TEST_F(Outlines, DrawingModesUseTheOutlineOnlyWhenArrangedDirectly) {
     AddElement(kShapeLine, {{0, 10.3}, {1, 20.6}, {2, 150.9}, {3, 120.2}});
-    job.app.IsDirect = 1;
+    job.app.Settings.IsDirect = 1;
     DisplayList direct;
     drawing.DrawParts(direct, DrawMode::All);
     EXPECT_TRUE(test::Rectangles(direct).empty());
     ASSERT_EQ(1u, test::Lines(direct).size());
     ExpectLine(test::Lines(direct)[0], {217, 637}, {321, 563}, kOwn);
 
-    job.app.IsDirect = 0;
+    job.app.Settings.IsDirect = 0;
     DisplayList filled;
     drawing.DrawParts(filled, DrawMode::All);
     ASSERT_EQ(1u, test::Rectangles(filled).size());
@@ -203,7 +203,7 @@ TEST_F(Outlines, DrawingModesUseTheOutlineOnlyWhenArrangedDirectly) {
 // palette draws every element with its dark pen.
 TEST_F(Outlines, ThePrintPaletteDrawsOutlinesInItsOwnPen) {
     AddElement(kShapeLine, {{0, 10.3}, {1, 20.6}, {2, 150.9}, {3, 120.2}});
-    job.app.IsDirect = 1;
+    job.app.Settings.IsDirect = 1;
     PalletDrawing paper(job.app, job.shown, job.messages, colour::kPrintPalette);
     DisplayList setUp;
     paper.Refresh(setUp);
@@ -217,7 +217,7 @@ TEST_F(Outlines, HighlightedOutlinesUseThePickedAndSamePartColours) {
     AddStack(
         job.app, *part,
         {.Block = block, .Pieces = 2, .X = 900.6, .Y = 600.4});  // another piece of the same part
-    job.app.IsDirect = 1;
+    job.app.Settings.IsDirect = 1;
     drawing.Select().SetPicked(record);
     DisplayList canvas;
     drawing.DrawParts(canvas, DrawMode::Highlight);

@@ -107,7 +107,7 @@ class FlatParts : public ::testing::Test {
     void SetUp() override {
         pallet = &job.AddPallet("BLK", 1003.7, 840, 900);
         job.AddKoutei(1, "CUT", "BLK");
-        job.app.PalletCount = 2;
+        job.app.Settings.PalletCount = 2;
         block = job.AddBlock(1, 1, 0, 0, 1003.7, 840);
         otherPallet = job.AddBlock(1, 2, 0, 0, 1003.7, 840);
         bracket = &job.AddPart({.DisplayName = "BRACKET", .SizeX = 240.3, .SizeY = 150.7});
@@ -773,7 +773,7 @@ TEST(CrossSection, TwoPalletBarsOfTheSecondSlotAreShiftedAndTiesKeepListOrder) {
     job.AddKoutei(1, "CUT", "P1250");
     job.shown.AreaRect = IntRect{0, 0, 1001, 701};
     job.shown.PalletMode = PalletView::TwoPallet;
-    job.app.PalletCount = 2;
+    job.app.Settings.PalletCount = 2;
     PartsInfo& back =
         job.AddPart({.DisplayName = "BACK", .SizeX = 250.2, .SizeY = 200.3, .PieceHeight = 3.2});
     AddStack(job.app, back,
@@ -802,7 +802,7 @@ TEST(FourPalletParts, ThePalletOfASlotNumberBeyondTheCountIsNotDrawn) {
     job.AddKoutei(1, "CUT", "P1250");
     job.shown.AreaRect = IntRect{0, 0, 1000, 701};
     job.shown.PalletMode = PalletView::FourPallet;
-    job.app.PalletCount = 4;
+    job.app.Settings.PalletCount = 4;
     job.shown.CurrentPallet = 2;
     PartsInfo& shelf = job.AddPart({.DisplayName = "SHELF", .SizeX = 287.4, .SizeY = 158.6});
     for (int32_t p = 1; p <= 4; ++p)

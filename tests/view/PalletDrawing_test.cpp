@@ -330,7 +330,7 @@ TEST_P(Danmen, PlacesThePalletTheSectionBandAndTheHeightLimit) {
     Area(c.Width, c.Height);
     job.shown.PalletMode = kDanmen;
     if (c.LabelFontHeight != 0) {
-        job.app.FontHeight[test::kLabelFont] = c.LabelFontHeight;
+        job.app.Settings.FontHeight[test::kLabelFont] = c.LabelFontHeight;
     }
     drawing.Refresh(canvas);
     if (c.CaptionHeight) {
@@ -383,7 +383,7 @@ TEST_F(Layout, FourPalletPlacesFourFramesCaptionsAndSeparators) {
     MakePallet(1250, 815);
     Area(1000, 701);
     job.shown.PalletMode = kFourPallet;
-    job.app.PalletCount = 4;
+    job.app.Settings.PalletCount = 4;
     drawing.Refresh(canvas);
     // World x -100 .. 2600, y -65.2 .. 1695.2; sx = 2.7, sy = 1760.4/645 = 2.7293: sy.
     EXPECT_DOUBLE_EQ(-100, drawing.XMin);
@@ -431,7 +431,7 @@ TEST_F(Layout, FourPalletInAWideAreaIsScaledByWidth) {
     MakePallet(1250, 815);
     Area(1101, 851);
     job.shown.PalletMode = kFourPallet;
-    job.app.PalletCount = 4;
+    job.app.Settings.PalletCount = 4;
     drawing.Refresh(canvas);
     // cap = trunc(34.04) = 34; sx = 2700/1101 = 2.4523 > sy = 1760.4/783 = 2.2483.
     EXPECT_DOUBLE_EQ(2700.0 / 1101, drawing.Scale);
@@ -462,7 +462,7 @@ TEST_F(Layout, FourPalletWithOnePalletShowsOneFrameAndThreeEmptyCaptions) {
     MakePallet(1250, 815);
     Area(1000, 701);
     job.shown.PalletMode = kFourPallet;
-    job.app.PalletCount = 1;
+    job.app.Settings.PalletCount = 1;
     drawing.Refresh(canvas);
     EXPECT_EQ((IntRect{21, 39, 479, 338}), drawing.PalletRect[0]);
     EXPECT_EQ(kHidden, drawing.PalletRect[1]);
@@ -481,7 +481,7 @@ TEST_F(Layout, FourPalletFromPalletTwoCaptionsWrapButPalletsInViewDoesNot) {
     MakePallet(1250, 815);
     Area(1000, 701);
     job.shown.PalletMode = kFourPallet;
-    job.app.PalletCount = 4;
+    job.app.Settings.PalletCount = 4;
     job.shown.CurrentPallet = 2;
     drawing.Refresh(canvas);
     EXPECT_EQ("PL-02", drawing.Captions[0].Text);
@@ -497,7 +497,7 @@ TEST_F(Layout, TwoPalletDrawsTwoFramesTwoBandsAndTwoHeightLimits) {
     MakePallet(1250, 815);
     Area(1001, 701);
     job.shown.PalletMode = kTwoPallet;
-    job.app.PalletCount = 2;
+    job.app.Settings.PalletCount = 2;
     drawing.Refresh(canvas);
     // sx = 2700/1001 = 2.6973 > sy = 1760.4/673 = 2.6157.
     EXPECT_DOUBLE_EQ(2700.0 / 1001, drawing.Scale);
@@ -541,7 +541,7 @@ TEST_F(Layout, TwoPalletInALargerArea) {
     MakePallet(1250, 815);
     Area(1201, 901);
     job.shown.PalletMode = kTwoPallet;
-    job.app.PalletCount = 3;
+    job.app.Settings.PalletCount = 3;
     job.shown.CurrentPallet = 3;
     drawing.Refresh(canvas);
     // cap 36; sx = 2700/1201 = 2.2481 > sy = 1760.4/865 = 2.0351.
@@ -569,7 +569,7 @@ TEST_F(Layout, TwoPalletWithOnePalletDrawsOnlyTheFirstSlot) {
     MakePallet(1250, 815);
     Area(1001, 701);
     job.shown.PalletMode = kTwoPallet;
-    job.app.PalletCount = 1;
+    job.app.Settings.PalletCount = 1;
     drawing.Refresh(canvas);
     EXPECT_EQ((IntRect{18, 38, 481, 340}), drawing.PalletRect[0]);
     EXPECT_EQ(kHidden, drawing.PalletRect[1]);
@@ -588,7 +588,7 @@ TEST_F(Layout, EveryRefreshHidesTheCaptionsTheNewLayoutDoesNotShow) {
     MakePallet(1250, 815);
     Area(1000, 701);
     job.shown.PalletMode = kFourPallet;
-    job.app.PalletCount = 4;
+    job.app.Settings.PalletCount = 4;
     drawing.Refresh(canvas);
     ASSERT_TRUE(drawing.Captions[3].Visible);
     job.shown.PalletMode = kFlat;
@@ -647,7 +647,7 @@ TEST_F(Layout, PalletsInViewPerMode) {
     auto view = [&](PalletView mode, int32_t current, int32_t count) {
         job.shown.PalletMode = mode;
         job.shown.CurrentPallet = current;
-        job.app.PalletCount = count;
+        job.app.Settings.PalletCount = count;
         return drawing.PalletsInView();
     };
     EXPECT_EQ((P{3, -1, -1, -1}), view(kFlat, 3, 5));
@@ -679,7 +679,7 @@ class ScreenRects : public Layout {
         MakePallet(1250, 815);
         Area(1000, 701);
         job.shown.PalletMode = kFourPallet;
-        job.app.PalletCount = 4;
+        job.app.Settings.PalletCount = 4;
         part = &job.AddPart({.DisplayName = "SHELF", .SizeX = 287.4, .SizeY = 158.6});
         for (int32_t p = 1; p <= 4; ++p)
             blockOf[p] = job.AddBlock(1, p, 0, 0, 1250, 815);

@@ -38,13 +38,13 @@ class ViewJob {
         const std::string path = folder / "Kesto.ini";
         WriteFile(path, messageText);
         EXPECT_EQ(0, messages.Load(path, op));
-        app.FontHeight = {0, 12, 14, 20, 15};
+        app.Settings.FontHeight = {0, 12, 14, 20, 15};
         shown.AreaRect = IntRect{0, 0, 1000, 700};
-        app.PalletCount = 1;
+        app.Settings.PalletCount = 1;
         shown.CurrentPallet = 1;
         shown.CurrentKoutei = 1;
-        app.PalletPrefix = "PL";
-        app.IsDirect = 0;
+        app.Settings.PalletPrefix = "PL";
+        app.Settings.IsDirect = 0;
         shown.IsBlockDraw = 0;
         shown.HitByBlock = 0;
     }

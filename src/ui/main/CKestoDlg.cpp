@@ -171,7 +171,7 @@ int CKestoDlg::Run() {
 
 void CKestoDlg::EndIfJobEnded() {
     if (session_.Ended() && !ended_)
-        EndDialog(app_.DialogEnd);
+        EndDialog(app_.Run.DialogEnd);
 }
 
 void CKestoDlg::EndDialog(OkCancel end) {

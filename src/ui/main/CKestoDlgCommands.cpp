@@ -145,7 +145,7 @@ void CKestoDlg::OnDirect() {
         allParts_->clearSelection();
         OnHit(0);
     }
-    const size_t slot = app_.IsDirect.IsNotZero() ? 1 : 0;
+    const size_t slot = app_.Settings.IsDirect.IsNotZero() ? 1 : 0;
     SetCaption(Control(kNestToggle), nestCaptionFonts_[slot], nestCaptionTexts_[slot]);
     OnView(shown_.PalletMode);
 }
@@ -154,7 +154,7 @@ void CKestoDlg::OnBlockDraw() {
     shown_.IsBlockDraw = shown_.IsBlockDraw == 0 ? 1 : 0;
     drawArea_->Refresh();
     // With outlines shown the highlight is drawn even without a pick.
-    if (drawArea_->Drawing().Selected().Picked() != nullptr || app_.IsDirect.IsOne())
+    if (drawArea_->Drawing().Selected().Picked() != nullptr || app_.Settings.IsDirect.IsOne())
         drawArea_->DrawParts(DrawMode::Highlight);
 }
 

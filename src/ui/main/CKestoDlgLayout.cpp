@@ -73,7 +73,7 @@ void CKestoDlg::LayoutPass() {
         if (QWidget* control = Control(id))
             control->setGeometry(r.X, r.Y, r.Width, r.Height);
     }
-    const size_t slot = app_.IsDirect.IsNotZero() ? 1 : 0;
+    const size_t slot = app_.Settings.IsDirect.IsNotZero() ? 1 : 0;
     SetCaption(Control(kNestToggle), nestCaptionFonts_[slot], nestCaptionTexts_[slot]);
     shown_.AreaPlacement = layout.AreaPlacement;
     shown_.InfoPlacement = layout.InfoPlacement;

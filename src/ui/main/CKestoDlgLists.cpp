@@ -77,8 +77,8 @@ void CKestoDlg::FillTorioki(int koutei) {
 void CKestoDlg::FillPalletSelect() {
     const QSignalBlocker block(palletSelect_);
     palletSelect_->clear();
-    for (int i = 1; i <= app_.PalletCount; ++i)
-        palletSelect_->addItem(DecodeText(PalletSelectLine(app_.PalletPrefix, i)));
+    for (int i = 1; i <= app_.Settings.PalletCount; ++i)
+        palletSelect_->addItem(DecodeText(PalletSelectLine(app_.Settings.PalletPrefix, i)));
     palletSelect_->setCurrentIndex(palletSelect_->count() > 0 ? 0 : -1);
 }
 

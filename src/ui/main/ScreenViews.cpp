@@ -41,7 +41,7 @@ void SelectProcess(CKestoDlg& dialog, int row) {
 
 // The arrangement toggle until the stacks show their parts' outlines.
 void ShowOutlines(CKestoDlg& dialog) {
-    for (int i = 0; i < 2 && !dialog.App().IsDirect.IsOne(); ++i)
+    for (int i = 0; i < 2 && !dialog.App().Settings.IsDirect.IsOne(); ++i)
         Click(dialog, kNestToggle);
 }
 
