@@ -73,15 +73,22 @@ test-windows: deps-windows
 	cmake --build $(WINDOWS_BUILD)/linux --target kesto-batch -j $(JOBS)
 	$(WINDOWS_CONFIGURE) -DKESTO_LINUX_BATCH=$(CURDIR)/$(WINDOWS_BUILD)/linux/kesto-batch
 	cmake --build $(WINDOWS_BUILD) -j $(JOBS)
-	@test -f $(WINDOWS_BUILD)/wineprefix/system.reg || \
-	  { echo "test-windows: making the Wine prefix"; $(WINDOWS_ENV) wineboot -i >/dev/null 2>&1; \
-	    $(WINDOWS_ENV) wineserver -w; }
 # Wine's background programs (desktop, services) started once, away from ctest's output, and
 # kept up by a persistent server: started by a test instead, they would inherit its output and
-# hold its ctest entry open until they quit. The server is stopped whatever the result.
-	@$(WINDOWS_ENV) wineserver -k >/dev/null 2>&1 || true; $(WINDOWS_ENV) wineserver -w
-	$(WINDOWS_ENV) wineserver -p </dev/null >/dev/null 2>&1
-	$(WINDOWS_ENV) wine cmd /c exit </dev/null >/dev/null 2>&1
+# hold its ctest entry open until they quit. The server is stopped whatever the result. A
+# prefix that starts no program (its making was cut short: "could not load kernel32.dll") is
+# made again, once.
+	@for attempt in 1 2; do \
+	  test -f $(WINDOWS_BUILD)/wineprefix/system.reg || \
+	    { echo "test-windows: making the Wine prefix"; $(WINDOWS_ENV) wineboot -i >/dev/null 2>&1; \
+	      $(WINDOWS_ENV) wineserver -w; }; \
+	  $(WINDOWS_ENV) wineserver -k >/dev/null 2>&1 || true; $(WINDOWS_ENV) wineserver -w; \
+	  $(WINDOWS_ENV) wineserver -p </dev/null >/dev/null 2>&1; \
+	  if $(WINDOWS_ENV) wine cmd /c exit </dev/null >/dev/null 2>&1; then exit 0; fi; \
+	  echo "test-windows: the Wine prefix starts no program; making it again"; \
+	  $(WINDOWS_ENV) wineserver -k >/dev/null 2>&1 || true; $(WINDOWS_ENV) wineserver -w; \
+	  rm -rf $(WINDOWS_BUILD)/wineprefix; \
+	done; exit 1
 	cd $(WINDOWS_BUILD) && status=0; $(WINDOWS_ENV) ctest --output-on-failure -j $(JOBS) || status=$$?; \
 	  $(WINDOWS_ENV) wineserver -k || true; exit $$status
 
