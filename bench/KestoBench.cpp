@@ -56,7 +56,7 @@ void ResetPlacement(CKestoApp& app) {
         p.PiecesPlaced = 0;
     for (BlockInfo& b : app.Blocks.Entries()) {
         b.CornerMask = 0;
-        b.Occupant = nullptr;
+        b.Occupant = kNoOccupant;
     }
 }
 
@@ -68,12 +68,12 @@ void PlaceAllBench(benchmark::State& state, const JobShape& shape) {
         state.PauseTiming();
         ResetPlacement(*app);
         state.ResumeTiming();
-        benchmark::DoNotOptimize(CKs_Haichi(*app, run.Get(), shown)
-                                     .PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore));
+        benchmark::DoNotOptimize(
+            CKs_Haichi(*app, run.Get()).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore));
     }
     state.counters["parts"] = static_cast<double>(app->PartsList.Items.size());
     state.counters["blocks"] = app->Blocks.Count();
-    state.counters["stacks"] = static_cast<double>(app->HaichiList.Items.size());
+    state.counters["stacks"] = static_cast<double>(app->HaichiList.size());
 }
 
 void BM_PlaceAllSmall(benchmark::State& s) {
@@ -108,12 +108,12 @@ void BM_PlaceAllSample(benchmark::State& state) {
         state.PauseTiming();
         ResetPlacement(app);
         state.ResumeTiming();
-        benchmark::DoNotOptimize(CKs_Haichi(app, run.Get(), shown)
-                                     .PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore));
+        benchmark::DoNotOptimize(
+            CKs_Haichi(app, run.Get()).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore));
     }
     state.counters["parts"] = static_cast<double>(app.PartsList.Items.size());
     state.counters["blocks"] = app.Blocks.Count();
-    state.counters["stacks"] = static_cast<double>(app.HaichiList.Items.size());
+    state.counters["stacks"] = static_cast<double>(app.HaichiList.size());
 }
 
 void BM_BlockTableLargest(benchmark::State& state) {

@@ -117,7 +117,7 @@ int FuzzPlacementFile(FuzzSite& site, const uint8_t* data, size_t size) {
         return -1;
     session.Init();
     session.Finish(OkCancel::Ok);
-    return static_cast<int>(session.App().HaichiList.Items.size());
+    return static_cast<int>(session.App().HaichiList.size());
 }
 
 }  // namespace kesto::fuzz

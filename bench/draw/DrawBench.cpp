@@ -50,7 +50,7 @@ struct PlacedJob {
         App.Settings.PalletPrefix = "P";
         const Services services{Quiet, Host, Messages};
         CheckJob(App, services);
-        CKs_Haichi(App, services, Shown).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore);
+        CKs_Haichi(App, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore);
         for (PartsInfo& p : App.PartsList) {
             ShapeElement frame;
             frame.Kind = kShapeNoAngRect;
@@ -162,8 +162,8 @@ void BM_HighlightChange(benchmark::State& state) {
     for (auto _ : state) {
         QPainter painter(&image);
         QtCanvas canvas(painter, job.Fonts);
-        drawing.Select().SetLastPicked(shown[next % shown.size()]);
-        drawing.Select().SetPicked(shown[(next + 1) % shown.size()]);
+        drawing.Select().SetLastPicked(shown[next % shown.size()]->Id);
+        drawing.Select().SetPicked(shown[(next + 1) % shown.size()]->Id);
         drawing.DrawParts(canvas, DrawMode::Unhighlight);
         drawing.DrawParts(canvas, DrawMode::PartPieces);
         ++next;
@@ -281,7 +281,7 @@ void BM_Drop(benchmark::State& state) {
     }
     drawing.Select().SetBand(BandState::InForce);
     for (HaichiInfo* h : shown)
-        drawing.Select().AddBandEntry(BandEntry{h, *drawing.ScreenRect(*h)});
+        drawing.Select().AddBandEntry(BandEntry{h->Id, *drawing.ScreenRect(*h)});
     DrawingEdit edit(job.App, Services{job.Quiet, job.Host, job.Messages}, drawing, view);
     DisplayList canvas;
     int32_t dx = 12;
@@ -315,7 +315,7 @@ void BM_UndoRedo(benchmark::State& state) {
     EditHistory history;
     // The step: the first stack of the job set aside, as left does.
     history.Record(step::kLeft, job.App, drawing.Selected());
-    HaichiInfo& first = job.App.HaichiList.Items.front();
+    HaichiInfo& first = job.App.HaichiList.front();
     first.Part->PiecesSetAside += first.Pieces;
     first.Part->PiecesPlaced -= first.Pieces;
     job.App.RemoveHaichiInfo(&first);
@@ -336,7 +336,7 @@ void BM_UndoRedo(benchmark::State& state) {
         history.Redo(job.App, drawing.Select());
     history.Undo(job.App, drawing.Select());
     state.counters["history_bytes"] = static_cast<double>(history.Bytes());
-    state.counters["stacks"] = static_cast<double>(job.App.HaichiList.Items.size());
+    state.counters["stacks"] = static_cast<double>(job.App.HaichiList.size());
 }
 
 // A view as a benchmark's argument.

@@ -23,7 +23,7 @@ HaichiInfo* CKestoApp::AddHaichiInfo() {
 
 void CKestoApp::RemoveHaichiInfo(HaichiInfo* rec) {
     // The count is deliberately left as it was: it counts stacks ever made in this job.
-    HaichiList.Items.remove_if([rec](const HaichiInfo& h) { return &h == rec; });
+    HaichiList.Remove(rec);
 }
 
 int CKestoApp::HasKoutei(int32_t no) const {

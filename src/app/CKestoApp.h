@@ -14,6 +14,7 @@
 #include "app/DirectMode.h"
 #include "app/JobModel.h"
 #include "app/Rect.h"
+#include "app/StackList.h"
 #include "support/Services.h"
 
 namespace kesto {
@@ -58,7 +59,7 @@ class CKestoApp {
     RecordList<BoxInfo> BoxList;
     RecordList<KouteiInfo> KouteiList;
     RecordList<PartsInfo> PartsList;
-    RecordList<HaichiInfo> HaichiList;
+    StackList HaichiList;
     RecordList<PalletInfo> PalletList;
     std::array<int32_t, 100> BoxFlags{};  // index 1..99
     BlockTable Blocks;

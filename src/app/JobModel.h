@@ -167,8 +167,15 @@ inline bool PartFitsBox(const PartsInfo& part, const BoxInfo& box) {
            part.SizeY <= r.MaxY;
 }
 
+// The name of a stack that stays the same while the stack exists, through undo and redo:
+// what the selection, the drawing's tags and the history keep between commands. Ids are
+// handed out in list order and never twice in one run; kNoStack names none.
+enum class StackId : int32_t {};
+inline constexpr StackId kNoStack{0};
+
 // One stack of a part's pieces in a block corner.
 struct HaichiInfo {
+    StackId Id = kNoStack;  // given by the stack list
     PartsInfo* Part = nullptr;
     int32_t Pieces = 0;       // Value: pieces in the stack
     int32_t BlockIndex = -1;  // the block it stands in (CKestoApp::BlockOf)
@@ -190,6 +197,9 @@ inline constexpr uint8_t kCornerMinMax = 2;  // (MinX, MaxY)
 inline constexpr uint8_t kCornerMaxMin = 4;  // (MaxX, MinY)
 inline constexpr uint8_t kCornerMaxMax = 8;  // (MaxX, MaxY)
 
+// BlockInfo::Occupant of a block no part holds. Parts are numbered from 1.
+inline constexpr int32_t kNoOccupant = 0;
+
 struct BlockInfo {
     int32_t KouteiNo = 0;
     int32_t PalletNo = 0;
@@ -198,8 +208,14 @@ struct BlockInfo {
     double MaxX = 0;
     double MaxY = 0;
     uint8_t CornerMask = 0;
-    PartsInfo* Occupant = nullptr;
+    // The Seq of the part whose stacks hold the block; kNoOccupant while free.
+    int32_t Occupant = kNoOccupant;
 };
+
+// The Occupant naming part (none: kNoOccupant).
+inline int32_t OccupantOf(const PartsInfo* part) {
+    return part != nullptr ? part->Seq : kNoOccupant;
+}
 
 // A list of records in append order with the system's own count, which is not always the
 // number of records (boxes numbered 100 or more are not counted; removing a stack does not

@@ -13,8 +13,8 @@ void ReadUserInt(HostStore& host, const char* name, int32_t& value) {
     ScanInt(host.ReadUserValue(name).value_or("0"), value);
 }
 
-template <class T>
-void Forget(RecordList<T>& list) {
+template <class List>
+void Forget(List& list) {
     list.Clear();
     list.Count = 0;
 }

@@ -44,14 +44,13 @@ EditHistory::EditHistory(size_t maxSteps, size_t maxBytes)
 EditHistory::Step EditHistory::Capture(const std::string& name, const CKestoApp& app,
                                        const Selection& selection, ViewPlace view,
                                        const JobSnapshot* like) {
-    return Step{name, JobSnapshot::Take(app, like), SelectionIndex::Of(selection, app), view};
+    return Step{name, JobSnapshot::Take(app, like), selection, view};
 }
 
 void EditHistory::Apply(const Step& step, CKestoApp& app, Selection& selection) {
-    // The selection points into the records the restore frees: it lets go of them first.
-    selection.Reset();
+    // The selection names stacks by id, which the restore gives back to them.
     step.Job.Restore(app);
-    step.Picks.ApplyTo(selection, app);
+    selection = step.Picks;
 }
 
 void EditHistory::Record(const std::string& name, const CKestoApp& app, const Selection& selection,

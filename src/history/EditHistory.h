@@ -12,11 +12,11 @@
 
 #include "history/JobSnapshot.h"
 #include "support/MessageFile.h"
+#include "view/Selection.h"
 
 namespace kesto {
 
 class CKestoApp;
-class Selection;
 
 // The names of the steps, as the commands are called.
 namespace step {
@@ -89,7 +89,7 @@ class EditHistory {
     struct Step {
         std::string Name;
         JobSnapshot Job;
-        SelectionIndex Picks;
+        Selection Picks;
         ViewPlace View;
     };
     static Step Capture(const std::string& name, const CKestoApp& app, const Selection& selection,

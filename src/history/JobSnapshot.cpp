@@ -81,7 +81,7 @@ T* At(const std::vector<T*>& records, RecordIndex i) {
 
 bool IsDefault(const BlockInfo& b) {
     return b.KouteiNo == 0 && b.PalletNo == 0 && Same(b.MinX, 0.0) && Same(b.MinY, 0.0) &&
-           Same(b.MaxX, 0.0) && Same(b.MaxY, 0.0) && b.CornerMask == 0 && b.Occupant == nullptr;
+           Same(b.MaxX, 0.0) && Same(b.MaxY, 0.0) && b.CornerMask == 0 && b.Occupant == kNoOccupant;
 }
 
 // Bytes a string holds outside its object.
@@ -108,6 +108,8 @@ JobSnapshot JobSnapshot::Take(const CKestoApp& app, const JobSnapshot* like) {
     s.kouteiCount_ = app.KouteiList.Count;
     s.partsCount_ = app.PartsList.Count;
     s.stackCount_ = app.HaichiList.Count;
+    s.firstStackId_ = app.HaichiList.FirstId();
+    s.nextStackId_ = app.HaichiList.NextId();
     s.palletCount_ = app.PalletList.Count;
 
     s.boxes_.assign(app.BoxList.begin(), app.BoxList.end());
@@ -133,9 +135,9 @@ JobSnapshot JobSnapshot::Take(const CKestoApp& app, const JobSnapshot* like) {
     }
 
     const auto parts = Positions(app.PartsList);
-    s.stacks_.reserve(app.HaichiList.Items.size());
+    s.stacks_.reserve(app.HaichiList.size());
     for (const HaichiInfo& h : app.HaichiList) {
-        s.stacks_.push_back(Stack{PositionOf(parts, static_cast<const PartsInfo*>(h.Part)),
+        s.stacks_.push_back(Stack{h.Id, PositionOf(parts, static_cast<const PartsInfo*>(h.Part)),
                                   h.Pieces, h.BlockIndex, h.Level, h.X, h.Y, h.Corner, h.Edits});
     }
 
@@ -150,8 +152,7 @@ JobSnapshot JobSnapshot::Take(const CKestoApp& app, const JobSnapshot* like) {
     for (size_t b = 0; b < used; ++b) {
         const BlockInfo& r = entries[b];
         places.push_back(BlockPlace{r.MinX, r.MinY, r.MaxX, r.MaxY, r.KouteiNo, r.PalletNo});
-        s.blockUses_.push_back(
-            BlockUse{PositionOf(parts, static_cast<const PartsInfo*>(r.Occupant)), r.CornerMask});
+        s.blockUses_.push_back(BlockUse{r.Occupant, r.CornerMask});
     }
     if (like != nullptr && like->blockPlaces_ != nullptr && SamePlaces(*like->blockPlaces_, places))
         s.blockPlaces_ = like->blockPlaces_;
@@ -186,8 +187,9 @@ void JobSnapshot::Restore(CKestoApp& app) const {
         parts.push_back(&job.PartsList.Items.emplace_back(*p));
     job.PartsList.Count = partsCount_;
 
+    job.HaichiList.ResetIds(firstStackId_, nextStackId_);
     for (const Stack& st : stacks_) {
-        HaichiInfo& h = job.HaichiList.Append();
+        HaichiInfo& h = job.HaichiList.AppendWithId(st.Id);
         h.Part = At(parts, st.Part);
         h.Pieces = st.Pieces;
         h.BlockIndex = st.BlockIndex;
@@ -207,7 +209,7 @@ void JobSnapshot::Restore(CKestoApp& app) const {
         const BlockPlace& r = (*blockPlaces_)[b];
         const BlockUse& u = blockUses_[b];
         entries[b] = BlockInfo{r.KouteiNo, r.PalletNo, r.MinX,       r.MinY,
-                               r.MaxX,     r.MaxY,     u.CornerMask, At(parts, u.Occupant)};
+                               r.MaxX,     r.MaxY,     u.CornerMask, u.Occupant};
     }
 
     // Moving the lists keeps the new records where they are, so the links made above hold.
@@ -245,44 +247,6 @@ size_t JobSnapshot::Bytes(std::set<const void*>& seen) const {
 size_t JobSnapshot::Bytes() const {
     std::set<const void*> seen;
     return Bytes(seen);
-}
-
-SelectionIndex SelectionIndex::Of(const Selection& selection, const CKestoApp& app) {
-    const auto stacks = Positions(app.HaichiList);
-    auto at = [&stacks](const HaichiInfo* h) { return PositionOf(stacks, h); };
-    SelectionIndex s;
-    s.Picked = at(selection.Picked());
-    s.LastPicked = at(selection.LastPicked());
-    for (const HaichiInfo* h : selection.PickHistory())
-        s.History.push_back(at(h));
-    s.PickRect = selection.PickRect();
-    s.State = selection.Band();
-    for (const BandEntry& e : selection.BandList())
-        s.BandList.push_back(Band{at(e.Record), e.Rect});
-    s.BandRect = selection.BandRect();
-    return s;
-}
-
-void SelectionIndex::ApplyTo(Selection& selection, CKestoApp& app) const {
-    std::vector<HaichiInfo*> stacks;
-    for (HaichiInfo& h : app.HaichiList)
-        stacks.push_back(&h);
-    selection.Reset();
-    selection.SetPicked(At(stacks, Picked));
-    selection.SetLastPicked(At(stacks, LastPicked));
-    for (const RecordIndex i : History)
-        selection.AddToHistory(At(stacks, i));
-    selection.SetPickRect(PickRect);
-    // StartBand is the one way to the band's rectangle; the state comes after it.
-    selection.StartBand(BandRect);
-    for (const Band& e : BandList)
-        selection.AddBandEntry(BandEntry{At(stacks, e.Stack), e.Rect});
-    selection.SetBand(State);
-}
-
-size_t SelectionIndex::Bytes() const {
-    return sizeof(SelectionIndex) + History.capacity() * sizeof(RecordIndex) +
-           BandList.capacity() * sizeof(Band);
 }
 
 }  // namespace kesto

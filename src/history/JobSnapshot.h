@@ -1,7 +1,8 @@
 // The whole state of a job that a correction can change, copied so that it can be put back
 // exactly: every record list with its count, the block table, the small boxes' flags. Retry and
 // Auto make new records, so a snapshot is a full copy; links between records are kept as list
-// positions and re-linked into the records a restore makes. Parts that did not change since the
+// positions and re-linked into the records a restore makes, and the stacks get their ids back,
+// so that a selection kept by id finds them again. Parts that did not change since the
 // snapshot it is taken after are shared with it, which keeps a history of many steps small.
 #pragma once
 
@@ -14,8 +15,6 @@
 
 #include "app/CKestoApp.h"
 #include "app/JobModel.h"
-#include "app/Rect.h"
-#include "view/Selection.h"
 
 namespace kesto {
 
@@ -43,6 +42,7 @@ class JobSnapshot {
 
   private:
     struct Stack {
+        StackId Id = kNoStack;
         RecordIndex Part = kNoRecord;
         int32_t Pieces = 0;
         int32_t BlockIndex = -1;
@@ -63,7 +63,7 @@ class JobSnapshot {
         int32_t PalletNo = 0;
     };
     struct BlockUse {
-        RecordIndex Occupant = kNoRecord;
+        int32_t Occupant = kNoOccupant;
         uint8_t CornerMask = 0;
     };
     struct Process {
@@ -90,31 +90,9 @@ class JobSnapshot {
     int32_t kouteiCount_ = 0;
     int32_t partsCount_ = 0;
     int32_t stackCount_ = 0;
+    StackId firstStackId_{1};  // the stack list's ids, which a restore gives out again
+    StackId nextStackId_{1};
     int32_t palletCount_ = 0;
-};
-
-// The operator's selection with stacks as positions in the job's stack list, so that it can be
-// given back after the job's records were made anew.
-struct SelectionIndex {
-    struct Band {
-        RecordIndex Stack = kNoRecord;
-        IntRect Rect{};
-        bool operator==(const Band&) const = default;
-    };
-    RecordIndex Picked = kNoRecord;
-    RecordIndex LastPicked = kNoRecord;
-    std::vector<RecordIndex> History;
-    IntRect PickRect{};
-    BandState State = BandState::Off;
-    std::vector<Band> BandList;
-    IntRect BandRect{};
-
-    bool operator==(const SelectionIndex&) const = default;
-
-    static SelectionIndex Of(const Selection& selection, const CKestoApp& app);
-    // The selection over app's stacks; a position past the list gives no stack.
-    void ApplyTo(Selection& selection, CKestoApp& app) const;
-    size_t Bytes() const;
 };
 
 }  // namespace kesto

@@ -32,8 +32,58 @@ void ShareOut(const std::vector<HaichiInfo*>& stacks, int32_t num1) {
     }
 }
 
-CKs_Haichi::CKs_Haichi(CKestoApp& app, const Services& services, const ViewState& shown)
-    : app_(app), services_(services), shown_(shown) {}
+PalletsOnView CandidatePallets(const ViewState& shown, int32_t palletCount) {
+    PalletsOnView c = kNoPalletsOnView;
+    const int64_t cur = shown.CurrentPallet;
+    const int64_t n = palletCount;
+    // Values that name no pallet never match a block; cut them into the int range.
+    auto narrow = [](int64_t v) { return static_cast<int>(std::clamp<int64_t>(v, -1, INT32_MAX)); };
+    switch (shown.PalletMode) {
+        case PalletView::Flat:
+        case PalletView::Danmen:
+            c[0] = narrow(cur);
+            break;
+        case PalletView::FourPallet:
+            c[0] = narrow(cur);
+            if (n >= 4) {
+                const int64_t c2 = cur + 1 > n ? 1 : cur + 1;
+                const int64_t c3 = c2 + 1 > n ? 1 : c2 + 1;
+                // c4 is not wrapped: from the second-last pallet it names pallet n + 1,
+                // so that pallet 1 is not reached from there.
+                c[1] = narrow(c2);
+                c[2] = narrow(c3);
+                c[3] = narrow(c3 + 1);
+            } else {
+                for (int k = 1; k < 4; ++k)
+                    c[k] = cur + k > n ? -1 : narrow(cur + k);
+            }
+            break;
+        case PalletView::TwoPallet:
+            c[0] = narrow(cur);
+            c[1] = n < 2 ? -1 : (cur + 1 > n ? 1 : narrow(cur + 1));
+            break;
+        default:
+            break;
+    }
+    return c;
+}
+
+LengthRect ProcessBounds(const CKestoApp& app, const KouteiInfo* koutei) {
+    LengthRect r{kNoBound, kNoBound, -kNoBound, -kNoBound};
+    if (koutei == nullptr)
+        return r;
+    for (const int32_t i : app.Blocks.OfProcess(koutei->No)) {
+        const BlockInfo& b = app.Blocks[i];
+        r.X0 = std::min(r.X0, b.MinX);
+        r.X1 = std::max(r.X1, b.MaxX);
+        r.Y0 = std::min(r.Y0, b.MinY);
+        r.Y1 = std::max(r.Y1, b.MaxY);
+    }
+    return r;
+}
+
+CKs_Haichi::CKs_Haichi(CKestoApp& app, const Services& services, const PalletsOnView& onView)
+    : app_(app), services_(services), onView_(onView) {}
 
 CKs_Haichi::~CKs_Haichi() = default;
 
@@ -55,13 +105,11 @@ void CKs_Haichi::ComputeBounds(const KouteiInfo* koutei) {
         }
         return;
     }
-    for (const int32_t i : app_.Blocks.OfProcess(koutei->No)) {
-        const BlockInfo& b = app_.Blocks[i];
-        BoundMinX = std::min(BoundMinX, b.MinX);
-        BoundMaxX = std::max(BoundMaxX, b.MaxX);
-        BoundMinY = std::min(BoundMinY, b.MinY);
-        BoundMaxY = std::max(BoundMaxY, b.MaxY);
-    }
+    const LengthRect r = ProcessBounds(app_, koutei);
+    BoundMinX = r.X0;
+    BoundMaxX = r.X1;
+    BoundMinY = r.Y0;
+    BoundMaxY = r.Y1;
 }
 
 bool CKs_Haichi::CoversArea(double sx, double sy) const {
@@ -88,6 +136,7 @@ std::vector<HaichiInfo*> CKs_Haichi::StacksOf(const PartsInfo* part, size_t limi
 }
 
 int CKs_Haichi::PlaceAll(PlacedCounts counts, SavedPlacement saved) {
+    const CallScope call(*this);
     if (app_.KouteiList.Empty())
         return 1;
     IndexScope scope(*this);
@@ -149,6 +198,7 @@ int CKs_Haichi::PlaceKoutei(PlacedCounts counts, SavedPlacement saved) {
 
 int CKs_Haichi::PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, Stacking mode,
                              QuantityShare share) {
+    const CallScope call(*this);
     CurPart = part;
     CurKoutei = koutei;
     if (app_.PartsList.Empty())

@@ -39,6 +39,13 @@ struct CornerPlace {
 // The corners in the order in which every search tries them.
 inline constexpr std::array<uint8_t, 4> kCornerSearchOrder{kCornerMaxMin, kCornerMaxMax,
                                                            kCornerMinMin, kCornerMinMax};
+// The Occupant of the blocks a group move marked: the group's part lived for the move only,
+// and this number matches no part (parts are numbered from 1).
+inline constexpr int32_t kMovedGroup = -1;
+// The Occupant that the group's part marks blocks with during the move, apart from the marks
+// of earlier moves.
+inline constexpr int32_t kGroupMoving = -2;
+
 // Most parts and stacks one operation remembers.
 inline constexpr size_t kRememberLimit = 1000;
 
@@ -100,6 +107,18 @@ inline DropPlacement DropPlacementFor(DirectMode direct) {
     return direct.IsOne() ? DropPlacement::Free : DropPlacement::Snap;
 }
 
+// The pallets on view that a part is stacked onto (Stacking::PalletsInView) and a drop lands
+// on, slot by slot; -1: the slot shows none.
+using PalletsOnView = std::array<int, 4>;
+inline constexpr PalletsOnView kNoPalletsOnView{-1, -1, -1, -1};
+
+// The pallets c1..c4 of the view's mode from its current pallet, of palletCount pallets.
+PalletsOnView CandidatePallets(const ViewState& shown, int32_t palletCount);
+
+// The bounding rectangle of the blocks of koutei; null or a process without blocks: the empty
+// bounds (kNoBound, kNoBound)-(-kNoBound, -kNoBound).
+LengthRect ProcessBounds(const CKestoApp& app, const KouteiInfo* koutei);
+
 // MoveGroup's result (1 moved, 0 not) and, for a probe, the pallet the drop would land on
 // (-1: none).
 struct DropResult {
@@ -107,13 +126,13 @@ struct DropResult {
     int32_t Target = -1;
 };
 
-// Every operation called from outside takes the process, part and drop data it works on. The
-// engine keeps the process and part as its current state (Bounds and LastKoutei report on the
-// last call); the drop data it holds only for the length of the call.
+// Every operation called from outside takes the process, part and drop data it works on, and
+// holds them only for the length of the call: what one call leaves behind is in the job alone.
 class CKs_Haichi {
   public:
-    // shown: the pallets on view, which a part is stacked onto and a drop lands on.
-    CKs_Haichi(CKestoApp& app, const Services& services, const ViewState& shown);
+    // onView: the pallets a part is stacked onto (Stacking::PalletsInView) and a drop lands on.
+    CKs_Haichi(CKestoApp& app, const Services& services,
+               const PalletsOnView& onView = kNoPalletsOnView);
     virtual ~CKs_Haichi();
 
     int PlaceAll(PlacedCounts counts, SavedPlacement saved);
@@ -150,18 +169,6 @@ class CKs_Haichi {
     // Runs survey with one placement index kept over all the RoomFor calls it makes.
     void Survey(const std::function<void()>& survey);
 
-    // Candidate pallets c1..c4 (-1 none) for the current pallet, count and view mode.
-    std::array<int, 4> CandidatePallets() const;
-
-    // The Occupant of the blocks a group move marked: the group's temporary part is gone, and
-    // this marker matches no part of any job.
-    static PartsInfo* MovedGroupMarker();
-
-    // The bounding rectangle of the blocks of the process placed or stacked last.
-    LengthRect Bounds() const { return {BoundMinX, BoundMinY, BoundMaxX, BoundMaxY}; }
-    // The process the last operation worked on (null when it had none).
-    const KouteiInfo* LastKoutei() const { return CurKoutei; }
-
   private:
     // The operations as the engine runs them on its current process and part.
     int PlaceKoutei(PlacedCounts counts, SavedPlacement saved);
@@ -179,9 +186,36 @@ class CKs_Haichi {
     int32_t DropPallet = 0;               // -1 during a probe; the target pallet after it
     void ClearDrop();
 
+    // The process, part and bounds in hand. Each public operation sets what it needs and, on
+    // its way out, puts back what was there before it (nothing, unless it is called by another
+    // operation), so that nothing of one call reaches the next.
     double BoundMinX = 0, BoundMaxX = 0, BoundMinY = 0, BoundMaxY = 0;
     KouteiInfo* CurKoutei = nullptr;
     PartsInfo* CurPart = nullptr;
+    class CallScope {
+      public:
+        explicit CallScope(CKs_Haichi& engine)
+            : engine_(engine),
+              koutei_(engine.CurKoutei),
+              part_(engine.CurPart),
+              bounds_{engine.BoundMinX, engine.BoundMinY, engine.BoundMaxX, engine.BoundMaxY} {}
+        CallScope(const CallScope&) = delete;
+        CallScope& operator=(const CallScope&) = delete;
+        ~CallScope() {
+            engine_.CurKoutei = koutei_;
+            engine_.CurPart = part_;
+            engine_.BoundMinX = bounds_.X0;
+            engine_.BoundMinY = bounds_.Y0;
+            engine_.BoundMaxX = bounds_.X1;
+            engine_.BoundMaxY = bounds_.Y1;
+        }
+
+      private:
+        CKs_Haichi& engine_;
+        KouteiInfo* koutei_;
+        PartsInfo* part_;
+        LengthRect bounds_;
+    };
 
     // Bounding rectangle of the blocks of koutei (or the empty bounds for null).
     void ComputeBounds(const KouteiInfo* koutei);
@@ -249,7 +283,7 @@ class CKs_Haichi {
 
     CKestoApp& app_;
     Services services_;
-    const ViewState& shown_;
+    PalletsOnView onView_;
     std::unique_ptr<PlacementIndex> index_;
 };
 

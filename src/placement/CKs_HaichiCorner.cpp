@@ -67,6 +67,7 @@ bool CKs_Haichi::Collides(const HaichiInfo& stack, const LengthRect& f, double g
 
 int CKs_Haichi::TestCorner(KouteiInfo* koutei, PartsInfo* part, CornerTestMode mode, int blockIndex,
                            int corner, const std::vector<HaichiInfo*>& selection) {
+    const CallScope call(*this);
     CurKoutei = koutei;
     CurPart = part;
     Selection = selection;
@@ -81,7 +82,8 @@ int CKs_Haichi::TestCorner(CornerTestMode mode, int blockIndex, int corner) {
         CurPart == nullptr) {
         return 0;
     }
-    if (mode != CornerTestMode::Dragging && b->Occupant != nullptr && b->Occupant != CurPart)
+    if (mode != CornerTestMode::Dragging && b->Occupant != kNoOccupant &&
+        b->Occupant != CurPart->Seq)
         return 0;
     if (corner != kCornerMinMin && corner != kCornerMinMax && corner != kCornerMaxMin &&
         corner != kCornerMaxMax)
@@ -155,6 +157,7 @@ void CKs_Haichi::ForPalletBlocks(int pallet, const LengthRect& near, Visit&& vis
 
 int CKs_Haichi::TestRect(KouteiInfo* koutei, double x0, double y0, double x1, double y1, int pallet,
                          const PartsInfo* part) {
+    const CallScope call(*this);
     CurKoutei = koutei;
     return TestRect(x0, y0, x1, y1, pallet, part);
 }
@@ -165,7 +168,7 @@ int CKs_Haichi::TestRect(double x0, double y0, double x1, double y1, int pallet,
         return 1;
     bool blocked = false;
     ForPalletBlocks(pallet, {x0, y0, x1, y1}, [&](BlockInfo& b) {
-        if (b.Occupant == nullptr || b.Occupant == part)
+        if (b.Occupant == kNoOccupant || b.Occupant == OccupantOf(part))
             return false;
         for (const BlockCorner& c : CornersOf(b)) {
             if (CornerIn(c.X, c.Y, x0, y0, x1, y1))
@@ -178,6 +181,7 @@ int CKs_Haichi::TestRect(double x0, double y0, double x1, double y1, int pallet,
 
 void CKs_Haichi::MarkCorners(KouteiInfo* koutei, double x0, double y0, double x1, double y1,
                              int pallet, PartsInfo* part) {
+    const CallScope call(*this);
     CurKoutei = koutei;
     MarkCorners(x0, y0, x1, y1, pallet, part);
 }
@@ -191,21 +195,22 @@ void CKs_Haichi::MarkCorners(double x0, double y0, double x1, double y1, int pal
             if (!CornerIn(c.X, c.Y, x0, y0, x1, y1))
                 continue;
             b.CornerMask |= c.Bit;
-            if (b.Occupant == nullptr)
-                b.Occupant = part;
+            if (b.Occupant == kNoOccupant)
+                b.Occupant = OccupantOf(part);
         }
         return false;
     });
 }
 
 void CKs_Haichi::RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo*>& leaveOut) {
+    const CallScope call(*this);
     CurKoutei = koutei;
     if (koutei == nullptr)
         return;
     for (const int32_t i : app_.Blocks.OfProcess(koutei->No)) {
         BlockInfo& b = app_.Blocks[i];
         b.CornerMask = 0;
-        b.Occupant = nullptr;
+        b.Occupant = kNoOccupant;
     }
     const double gx = koutei->Pallet != nullptr ? koutei->Pallet->StackGapX : 0;
     const double gy = koutei->Pallet != nullptr ? koutei->Pallet->StackGapY : 0;

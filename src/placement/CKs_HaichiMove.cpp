@@ -33,14 +33,8 @@ int CornerDistance(const IntRect& b, int corner, int left, int top, int right, i
 
 }  // namespace
 
-PartsInfo* CKs_Haichi::MovedGroupMarker() {
-    // Never written and never in PartsList; only its address is used.
-    static PartsInfo marker;
-    return &marker;
-}
-
 int CKs_Haichi::DropTarget(int left, int top, int right, int bottom) const {
-    const std::array<int, 4> candidates = CandidatePallets();
+    const PalletsOnView& candidates = onView_;
     for (size_t s = 0; s < Slots.size(); ++s) {
         const SlotRect& r = Slots[s];
         if (InSlot(left, bottom, r) || InSlot(left, top, r) || InSlot(right, top, r) ||
@@ -149,6 +143,7 @@ void CKs_Haichi::SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRe
 DropResult CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks,
                                  int left, int top, int right, int bottom, DropPlacement placement,
                                  const DropInput& drop) {
+    const CallScope call(*this);
     Slots = drop.Slots;
     BlockRects = drop.BlockRects;
     Selection = drop.Selection;
@@ -192,6 +187,7 @@ int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& st
     PartsInfo groupPart;
     groupPart.SizeX = g.X1 - g.X0;
     groupPart.SizeY = g.Y1 - g.Y0;
+    groupPart.Seq = kGroupMoving;
     CurPart = &groupPart;
     const int target = DropTarget(left, top, right, bottom);
     int result = 0;
@@ -208,10 +204,9 @@ int CKs_Haichi::MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& st
     // The group part dies with this call; the blocks it marked keep a marker that no part
     // matches, so they stay unusable until the next corner rebuild.
     for (BlockInfo& b : app_.Blocks.Entries()) {
-        if (b.Occupant == &groupPart)
-            b.Occupant = MovedGroupMarker();
+        if (b.Occupant == kGroupMoving)
+            b.Occupant = kMovedGroup;
     }
-    CurPart = nullptr;
     return result;
 }
 

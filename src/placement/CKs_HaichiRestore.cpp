@@ -113,13 +113,14 @@ int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
     h->Part = part;
     h->Pieces = count;
     IndexStack(h);
-    b.Occupant = part;
+    b.Occupant = part->Seq;
     part->PiecesPlaced = AddClamped(part->PiecesPlaced, count);
     MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, part);
     return 1;
 }
 
 int CKs_Haichi::RestorePlacement(const std::string& path) {
+    const CallScope call(*this);
     if (app_.PartsList.Empty() || app_.KouteiList.Empty())
         return 1;
     if (path.empty() || FileExists(path) == 0)
@@ -182,6 +183,7 @@ void CKs_Haichi::RemoveEmptyStacks() {
 }
 
 int CKs_Haichi::TrimExcess() {
+    const CallScope call(*this);
     if (app_.PartsList.Empty() || app_.KouteiList.Empty() || app_.HaichiList.Empty())
         return 1;
     std::vector<PartsInfo*> trimmed;
@@ -238,6 +240,7 @@ void CKs_Haichi::FillPart(PartsInfo& part) {
 }
 
 int CKs_Haichi::FillShortage() {
+    const CallScope call(*this);
     if (app_.PartsList.Empty() || app_.KouteiList.Empty() || app_.HaichiList.Empty())
         return 1;
     std::vector<PartsInfo*> parts;

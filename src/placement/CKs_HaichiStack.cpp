@@ -9,42 +9,6 @@
 
 namespace kesto {
 
-std::array<int, 4> CKs_Haichi::CandidatePallets() const {
-    std::array<int, 4> c{-1, -1, -1, -1};
-    const int64_t cur = shown_.CurrentPallet;
-    const int64_t n = app_.Settings.PalletCount;
-    // Values that name no pallet never match a block; cut them into the int range.
-    auto narrow = [](int64_t v) { return static_cast<int>(std::clamp<int64_t>(v, -1, INT32_MAX)); };
-    switch (shown_.PalletMode) {
-        case PalletView::Flat:
-        case PalletView::Danmen:
-            c[0] = narrow(cur);
-            break;
-        case PalletView::FourPallet:
-            c[0] = narrow(cur);
-            if (n >= 4) {
-                const int64_t c2 = cur + 1 > n ? 1 : cur + 1;
-                const int64_t c3 = c2 + 1 > n ? 1 : c2 + 1;
-                // c4 is not wrapped: from the second-last pallet it names pallet n + 1,
-                // so that pallet 1 is not reached from there.
-                c[1] = narrow(c2);
-                c[2] = narrow(c3);
-                c[3] = narrow(c3 + 1);
-            } else {
-                for (int k = 1; k < 4; ++k)
-                    c[k] = cur + k > n ? -1 : narrow(cur + k);
-            }
-            break;
-        case PalletView::TwoPallet:
-            c[0] = narrow(cur);
-            c[1] = n < 2 ? -1 : (cur + 1 > n ? 1 : narrow(cur + 1));
-            break;
-        default:
-            break;
-    }
-    return c;
-}
-
 bool CKs_Haichi::IsCandidate(int pallet, const std::array<int, 4>& candidates) const {
     return std::find(candidates.begin(), candidates.end(), pallet) != candidates.end();
 }
@@ -139,7 +103,7 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, Stacking mode, std::vector<Haichi
         h->Part = CurPart;
         h->Pieces = pieces;
         h->Corner = static_cast<uint8_t>(corner);
-        b.Occupant = CurPart;
+        b.Occupant = CurPart->Seq;
         CurPart->PiecesPlaced = AddClamped(CurPart->PiecesPlaced, pieces);
         const LengthRect& r = at.Clear;
         MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart);
@@ -151,6 +115,7 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, Stacking mode, std::vector<Haichi
 }
 
 int CKs_Haichi::StackPart(KouteiInfo* koutei, PartsInfo* part, Stacking mode) {
+    const CallScope call(*this);
     CurKoutei = koutei;
     CurPart = part;
     return StackPart(mode, QuantityShare::SharedOut);
@@ -163,7 +128,7 @@ int CKs_Haichi::StackPart(Stacking mode, QuantityShare share) {
         return 1;
     std::array<int, 4> candidates{-1, -1, -1, -1};
     if (mode == Stacking::PalletsInView)
-        candidates = CandidatePallets();
+        candidates = onView_;
     std::vector<HaichiInfo*> made;
     int result = 1;
     {
@@ -184,7 +149,7 @@ int CKs_Haichi::StackOverBlocks(Stacking mode, const std::array<int, 4>& candida
     // One block of the process; true ends the loop.
     auto stackInto = [&](int i) {
         const BlockInfo& b = app_.Blocks[i];
-        if (b.Occupant != nullptr && b.Occupant != CurPart)
+        if (b.Occupant != kNoOccupant && b.Occupant != CurPart->Seq)
             return false;
         if (mode == Stacking::PalletsInView && !IsCandidate(b.PalletNo, candidates))
             return false;
@@ -212,6 +177,7 @@ int CKs_Haichi::StackOverBlocks(Stacking mode, const std::array<int, 4>& candida
 }
 
 CKs_Haichi::BlockRoom CKs_Haichi::RoomFor(KouteiInfo* koutei, PartsInfo* part) {
+    const CallScope call(*this);
     BlockRoom room;
     CurKoutei = koutei;
     CurPart = part;
@@ -238,7 +204,7 @@ CKs_Haichi::BlockRoom CKs_Haichi::RoomFor(KouteiInfo* koutei, PartsInfo* part) {
     }
     for (int i : room.Fitting) {
         const BlockInfo& b = app_.Blocks[i];
-        if (b.Occupant != nullptr && b.Occupant != part)
+        if (b.Occupant != kNoOccupant && b.Occupant != OccupantOf(part))
             continue;
         uint8_t blocked = 0;
         CornerPlace at;

@@ -45,6 +45,8 @@ class ShortSurvey {
             if (h.Part != nullptr && app.BlockOf(h) != nullptr)
                 stacksIn_[static_cast<size_t>(h.BlockIndex)].push_back(h.Part);
         }
+        for (const PartsInfo& p : app.PartsList)
+            partsBySeq_.try_emplace(p.Seq, &p);
         for (const BlockInfo& b : app.Blocks.FilledBlocks()) {
             const double w = b.MaxX - b.MinX, h = b.MaxY - b.MinY;
             Largest& l = largest_[b.KouteiNo];
@@ -71,6 +73,7 @@ class ShortSurvey {
     CKs_Haichi& engine_;
     std::vector<std::vector<const PartsInfo*>> stacksIn_;
     std::unordered_map<int32_t, Largest> largest_;
+    std::unordered_map<int32_t, const PartsInfo*> partsBySeq_;  // the first part of each Seq
     std::map<std::vector<int>, Taken> taken_;
 };
 
@@ -87,10 +90,10 @@ const ShortSurvey::Taken& ShortSurvey::TakersOf(const std::vector<int>& fitting)
             ++stacks[part];
             ++t.Stacks;
         }
-        const PartsInfo* holder = app_.Blocks[i].Occupant;
-        // The marker of a group move names no part.
-        if (holder != nullptr && holder != CKs_Haichi::MovedGroupMarker())
-            stacks.try_emplace(holder, 0);
+        // A free block and the marker of a group move name no part.
+        const auto holder = partsBySeq_.find(app_.Blocks[i].Occupant);
+        if (holder != partsBySeq_.end())
+            stacks.try_emplace(holder->second, 0);
     }
     for (const auto& [part, count] : stacks)
         t.Takers.push_back({part, count});
@@ -186,8 +189,7 @@ std::string TakerList(const ShortReason& r, const MessageTable& messages) {
 
 std::optional<ShortReason> WhyShort(CKestoApp& app, const Services& services,
                                     const PartsInfo& part) {
-    const ViewState none;
-    CKs_Haichi engine(app, services, none);
+    CKs_Haichi engine(app, services);
     return ShortSurvey(app, engine).Reason(part);
 }
 
@@ -196,8 +198,7 @@ std::vector<ShortPart> WhyShortAll(CKestoApp& app, const Services& services) {
     // Most jobs have no short part: then there is nothing to survey or index.
     if (std::none_of(app.PartsList.begin(), app.PartsList.end(), IsShort))
         return out;
-    const ViewState none;
-    CKs_Haichi engine(app, services, none);
+    CKs_Haichi engine(app, services);
     ShortSurvey survey(app, engine);
     engine.Survey([&] {
         for (const PartsInfo& p : app.PartsList) {

@@ -231,9 +231,9 @@ std::optional<size_t> LineOfSeq(const std::vector<std::string>& lines, int32_t s
 
 bool PickFirstStackOfSeq(CKestoApp& app, PalletDrawing& drawing, int32_t seq,
                          const DrawPartsFn& draw) {
-    if (drawing.Selected().LastPicked() != nullptr)
+    if (drawing.Selected().LastPicked() != kNoStack)
         draw(DrawMode::Unhighlight);
-    drawing.Select().SetPicked(nullptr);
+    drawing.Select().SetPicked(kNoStack);
     bool found = false;
     for (const PartsInfo& part : app.PartsList) {
         if (part.Seq != seq)
@@ -242,13 +242,13 @@ bool PickFirstStackOfSeq(CKestoApp& app, PalletDrawing& drawing, int32_t seq,
                                   [&](const HaichiInfo& h) { return h.Part == &part; });
         if (stack == app.HaichiList.end())
             continue;
-        drawing.Select().SetPicked(&*stack);
+        drawing.Select().SetPicked(stack->Id);
         draw(DrawMode::PartPieces);
         drawing.Select().SetLastPicked(drawing.Selected().Picked());
         found = true;
         break;
     }
-    drawing.Select().SetPicked(nullptr);
+    drawing.Select().SetPicked(kNoStack);
     return found;
 }
 

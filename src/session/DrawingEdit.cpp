@@ -46,7 +46,7 @@ DrawingEdit::DrawingEdit(CKestoApp& app, const Services& services, PalletDrawing
 // --- press ----------------------------------------------------------------------------------
 
 void DrawingEdit::Press(Canvas& canvas, int32_t x, int32_t y, bool shift) {
-    const HaichiInfo* before = Sel().Picked();
+    const StackId before = Sel().Picked();
     PressSteps(canvas, x, y, shift);
     InfoFollowsPick(before);
 }
@@ -54,12 +54,12 @@ void DrawingEdit::Press(Canvas& canvas, int32_t x, int32_t y, bool shift) {
 void DrawingEdit::PressSteps(Canvas& canvas, int32_t x, int32_t y, bool shift) {
     x = Cut(x);
     y = Cut(y);
-    DragAnchor = nullptr;
+    DragAnchor = kNoStack;
     // Every press counts its moves afresh, so a click without moving never drops.
     MoveCount = -1;
     tracking_ = false;
     const bool bandFromPick = shift && app_.Settings.IsDirect.IsOne() &&
-                              Sel().Band() == BandState::Off && Sel().LastPicked() != nullptr;
+                              Sel().Band() == BandState::Off && Sel().LastPicked() != kNoStack;
     if (bandFromPick && !StartBandFromPick(canvas, x, y)) {
         SinglePick(canvas, x, y);
         return;
@@ -75,8 +75,8 @@ void DrawingEdit::PressSteps(Canvas& canvas, int32_t x, int32_t y, bool shift) {
     SinglePick(canvas, x, y);
 }
 
-HaichiInfo* DrawingEdit::PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t y) {
-    Sel().SetPicked(nullptr);
+StackId DrawingEdit::PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t y) {
+    Sel().SetPicked(kNoStack);
     Sel().SetBand(BandState::Aside);
     d_.DrawParts(canvas, DrawMode::HitTest, x, y);
     Sel().SetBand(BandState::InForce);
@@ -84,15 +84,17 @@ HaichiInfo* DrawingEdit::PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t
 }
 
 bool DrawingEdit::StartBandFromPick(Canvas& canvas, int32_t x, int32_t y) {
-    HaichiInfo* const oldPicked = Sel().Picked();
+    const StackId oldPicked = Sel().Picked();
     const IntRect oldRect = Sel().PickRect();
-    if (PointTestKeepingBand(canvas, x, y) == nullptr) {
+    if (PointTestKeepingBand(canvas, x, y) == kNoStack) {
         Sel().SetPicked(oldPicked);
         // A band without entries is not in force: the press is a plain pick.
         Sel().SetBand(BandState::Off);
         return false;
     }
-    const std::optional<IntRect> shown = d_.ScreenRect(*Sel().LastPicked());
+    const HaichiInfo* last = StackOf(Sel().LastPicked());
+    const std::optional<IntRect> shown =
+        last != nullptr ? d_.ScreenRect(*last) : std::optional<IntRect>();
     Sel().ClearBandList();
     Sel().AddBandEntry(BandEntry{Sel().LastPicked(), shown ? *shown : oldRect});
     return true;
@@ -100,8 +102,8 @@ bool DrawingEdit::StartBandFromPick(Canvas& canvas, int32_t x, int32_t y) {
 
 void DrawingEdit::ShiftInBand(Canvas& canvas, int32_t x, int32_t y) {
     // The hit test leaves Picked on the record hit, so that MaiChg and left work on it.
-    HaichiInfo* hit = PointTestKeepingBand(canvas, x, y);
-    if (hit != nullptr && PalletOf(*hit) == PalletOf(*Sel().BandList().front().Record)) {
+    const StackId hit = PointTestKeepingBand(canvas, x, y);
+    if (hit != kNoStack && PalletOf(hit) == PalletOf(Sel().BandList().front().Stack)) {
         if (Sel().HasBandEntry(hit)) {
             d_.DrawParts(canvas, DrawMode::Unhighlight);
             Sel().RemoveBandEntry(hit);
@@ -113,14 +115,14 @@ void DrawingEdit::ShiftInBand(Canvas& canvas, int32_t x, int32_t y) {
     }
     if (Sel().BandList().empty()) {
         Sel().SetBand(BandState::Off);
-        Sel().SetLastPicked(nullptr);
+        Sel().SetLastPicked(kNoStack);
     }
     Sel().ClearHistory();
 }
 
 bool DrawingEdit::GrabBand(Canvas& canvas, int32_t x, int32_t y) {
-    HaichiInfo* hit = PointTestKeepingBand(canvas, x, y);
-    if (hit != nullptr && Sel().HasBandEntry(hit)) {
+    const StackId hit = PointTestKeepingBand(canvas, x, y);
+    if (hit != kNoStack && Sel().HasBandEntry(hit)) {
         DragAnchor = hit;
         pressAt_ = IntPoint{x, y};
         BandOffsets.clear();
@@ -143,13 +145,13 @@ void DrawingEdit::SinglePick(Canvas& canvas, int32_t x, int32_t y) {
     view_.HideDragImage();
     Sel().ClearHistory();
     MoveCount = -1;
-    Sel().SetPicked(nullptr);
+    Sel().SetPicked(kNoStack);
     // A band whose entries were all dropped is not in force: this is a point test, not a
     // collection in the old band.
     if (Sel().Band() != BandState::Off && Sel().BandList().empty())
         Sel().SetBand(BandState::Off);
     d_.DrawParts(canvas, DrawMode::HitTest, x, y);
-    if (Sel().Picked() != nullptr) {
+    if (Sel().Picked() != kNoStack) {
         PartHit(canvas, x, y);
         return;
     }
@@ -161,13 +163,14 @@ void DrawingEdit::SinglePick(Canvas& canvas, int32_t x, int32_t y) {
 }
 
 void DrawingEdit::PartHit(Canvas& canvas, int32_t x, int32_t y) {
-    if (Sel().LastPicked() != nullptr)
+    if (Sel().LastPicked() != kNoStack)
         d_.DrawParts(canvas, DrawMode::Unhighlight);
     LastMouse = IntPoint{x, y};
     DragOffset = IntPoint{Sel().PickRect().Left - x, Sel().PickRect().Top - y};
     Sync();
-    if (Sel().Picked()->Part != nullptr)
-        view_.SelectPartsAllLine(Sel().Picked()->Part->Seq);
+    if (const HaichiInfo* picked = StackOf(Sel().Picked());
+        picked != nullptr && picked->Part != nullptr)
+        view_.SelectPartsAllLine(picked->Part->Seq);
     d_.DrawParts(canvas, DrawMode::Highlight);
     view_.ShowDragImage(DragImageAt(x, y));
     Sel().SetLastPicked(Sel().Picked());
@@ -185,7 +188,7 @@ void DrawingEdit::FinishBand(Canvas& canvas) {
     }
     if (!WithinOneSlot(band))
         return;
-    if (Sel().LastPicked() != nullptr)
+    if (Sel().LastPicked() != kNoStack)
         d_.DrawParts(canvas, DrawMode::Unhighlight);
     Sel().StartBand(band);
     d_.DrawParts(canvas, DrawMode::HitTest);
@@ -227,7 +230,7 @@ bool DrawingEdit::WithinOneSlot(const IntRect& band) const {
 // --- move -----------------------------------------------------------------------------------
 
 void DrawingEdit::Move(Canvas& canvas, int32_t x, int32_t y, bool leftButtonOnly) {
-    const HaichiInfo* before = Sel().Picked();
+    const StackId before = Sel().Picked();
     MoveSteps(canvas, x, y, leftButtonOnly);
     InfoFollowsPick(before);
 }
@@ -241,22 +244,22 @@ void DrawingEdit::MoveSteps(Canvas& canvas, int32_t x, int32_t y, bool leftButto
         return;
     }
     const bool dragging =
-        leftButtonOnly && MoveCount >= 0 && (BandDragInForce() || Sel().Picked() != nullptr);
-    if (Sel().Band() != BandState::Off && DragAnchor != nullptr && !dragging &&
+        leftButtonOnly && MoveCount >= 0 && (BandDragInForce() || Sel().Picked() != kNoStack);
+    if (Sel().Band() != BandState::Off && DragAnchor != kNoStack && !dragging &&
         Sel().Band() != BandState::Aside && Sel().BandList().empty() && MoveCount >= 1) {
         d_.DrawParts(canvas, DrawMode::AllNormal);
         Sel().ClearBandList();
         Sync();
         Sel().SetBand(BandState::Aside);
-        Sel().SetLastPicked(nullptr);
-        Sel().SetPicked(nullptr);
+        Sel().SetLastPicked(kNoStack);
+        Sel().SetPicked(kNoStack);
     }
     if (dragging) {
         // The overlay replaces the image drawn at LastMouse.
         view_.ShowDragImage(DragImageAt(x, y));
         LastMouse = IntPoint{x, y};
         if (!InDrawingZone(x, y)) {
-            Sel().SetPicked(nullptr);
+            Sel().SetPicked(kNoStack);
             Sel().ClearBandList();
             BandOffsets.clear();
             view_.HideDragImage();
@@ -310,7 +313,7 @@ bool DrawingEdit::DropDue() const {
     if (MoveCount < 1)
         return false;
     if (Sel().Band() == BandState::Off)
-        return Sel().Picked() != nullptr;
+        return Sel().Picked() != kNoStack;
     return BandDragInForce() && !Sel().PickHistory().empty();
 }
 
@@ -321,30 +324,32 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
     std::optional<DropRefusal> refused;
     if (KouteiInfo* koutei = app_.KouteiAt(d_.Shown().CurrentKoutei)) {
         // The step is kept only when a stack really moved.
-        std::vector<HaichiInfo*> moving = Sel().PickHistory();
+        std::vector<HaichiInfo*> moving = StacksOf(Sel().PickHistory());
         if (Sel().Band() != BandState::Off) {
             moving.clear();
             for (const BandEntry& e : Sel().BandList())
-                moving.push_back(e.Record);
+                moving.push_back(StackOf(e.Stack));
         }
+        // The stacks picked up, which the corners are rebuilt without.
+        const std::vector<HaichiInfo*> picked = StacksOf(Sel().PickHistory());
         const auto placesBefore = Positions(moving);
         if (session_ != nullptr)
             session_->BeginStep(step::kMove, Sel());
-        CKs_Haichi engine(app_, services_, d_.Shown());
-        engine.RebuildCorners(koutei, Sel().PickHistory());
+        CKs_Haichi engine(app_, services_, CandidatePallets(d_.Shown(), app_.Settings.PalletCount));
+        engine.RebuildCorners(koutei, picked);
         if (Sel().Band() == BandState::Off) {
             const IntRect r = dropped.front();
-            const auto before = Positions(Sel().PickHistory());
-            const DropInput drop{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), false};
-            engine.MoveGroup(koutei, Sel().PickHistory(), r.Left, r.Top, r.Right, r.Bottom,
+            const auto before = Positions(picked);
+            const DropInput drop{d_.PalletRect, d_.BlockRects, picked, false};
+            engine.MoveGroup(koutei, picked, r.Left, r.Top, r.Right, r.Bottom,
                              DropPlacementFor(app_.Settings.IsDirect), drop);
             // Put back where it was picked up, nothing had to move.
             const bool inPlace = std::abs(r.Left - Sel().PickRect().Left) <= kPutBackPixels &&
                                  std::abs(r.Top - Sel().PickRect().Top) <= kPutBackPixels;
-            if (Positions(Sel().PickHistory()) == before && !inPlace)
+            if (Positions(picked) == before && !inPlace)
                 refused = OnAPallet(r) ? DropRefusal::NoRoom : DropRefusal::OffThePallets;
         } else {
-            refused = DropBand(engine, koutei, x - pressAt_.X, y - pressAt_.Y);
+            refused = DropBand(engine, koutei, picked, x - pressAt_.X, y - pressAt_.Y);
         }
         const auto placesAfter = Positions(moving);
         for (size_t i = 0; i < moving.size(); ++i) {
@@ -378,15 +383,16 @@ bool DrawingEdit::OnAPallet(const IntRect& r) const {
     });
 }
 
-std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo* koutei, int32_t dx,
+std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo* koutei,
+                                                 const std::vector<HaichiInfo*>& picked, int32_t dx,
                                                  int32_t dy) {
     // Every entry alone must land on one and the same pallet, or nothing moves.
     std::optional<int32_t> target;
     for (const BandEntry& e : Sel().BandList()) {
         const IntRect r = Moved(e.Rect, dx, dy);
-        const DropInput probe{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), true};
+        const DropInput probe{d_.PalletRect, d_.BlockRects, picked, true};
         const DropResult res =
-            engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right, r.Bottom,
+            engine.MoveGroup(koutei, {StackOf(e.Stack)}, r.Left, r.Top, r.Right, r.Bottom,
                              DropPlacementFor(app_.Settings.IsDirect), probe);
         if (res.Target < 0)
             return DropRefusal::OffThePallets;
@@ -396,13 +402,13 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
     }
     std::vector<HaichiInfo*> records;
     for (const BandEntry& e : Sel().BandList())
-        records.push_back(e.Record);
+        records.push_back(StackOf(e.Stack));
     const auto before = Positions(records);
     for (size_t i = 0; i < Sel().BandList().size(); ++i) {
         const BandEntry e = Sel().BandList()[i];
         const IntRect r = Moved(e.Rect, dx, dy);
-        const DropInput move{d_.PalletRect, d_.BlockRects, Sel().PickHistory(), false};
-        engine.MoveGroup(koutei, {e.Record}, r.Left, r.Top, r.Right, r.Bottom,
+        const DropInput move{d_.PalletRect, d_.BlockRects, picked, false};
+        engine.MoveGroup(koutei, {records[i]}, r.Left, r.Top, r.Right, r.Bottom,
                          DropPlacementFor(app_.Settings.IsDirect), move);
         Sel().MoveBandEntry(i, r);
     }
@@ -413,8 +419,8 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
 
 // --- shared -----------------------------------------------------------------------------------
 
-void DrawingEdit::InfoFollowsPick(const HaichiInfo* before) {
-    if (before != nullptr && Sel().Picked() == nullptr)
+void DrawingEdit::InfoFollowsPick(StackId before) {
+    if (before != kNoStack && Sel().Picked() == kNoStack)
         view_.RefreshInfoPanel();
 }
 
@@ -429,24 +435,26 @@ bool DrawingEdit::SwitchDirect() {
 }
 
 void DrawingEdit::DirectSwitched() {
-    Sel().SetLastPicked(nullptr);
+    Sel().SetLastPicked(kNoStack);
     Sel().ClearHistory();
 }
 
-void DrawingEdit::PickAlone(HaichiInfo& stack) {
-    Sel().SetPicked(&stack);
-    Sel().SetLastPicked(&stack);
+void DrawingEdit::PickAlone(const HaichiInfo& stack) {
+    Sel().SetPicked(stack.Id);
+    Sel().SetLastPicked(stack.Id);
     Sel().ClearHistory();
-    Sel().AddToHistory(&stack);
+    Sel().AddToHistory(stack.Id);
 }
 
 void DrawingEdit::JobReloaded() {
-    Sel().SetPicked(nullptr);
-    Sel().SetLastPicked(nullptr);
+    // The stacks picked or banded are gone with the old job, and so are the cells of its blocks.
+    Sel().Reset();
+    d_.BlockRects.clear();
 }
 
 bool DrawingEdit::BandDragInForce() const {
-    return Sel().Band() == BandState::InForce && DragAnchor != nullptr && !Sel().BandList().empty();
+    return Sel().Band() == BandState::InForce && DragAnchor != kNoStack &&
+           !Sel().BandList().empty();
 }
 
 std::vector<IntRect> DrawingEdit::DragImageAt(int32_t x, int32_t y) const {
@@ -464,22 +472,37 @@ std::vector<IntRect> DrawingEdit::DragImageAt(int32_t x, int32_t y) const {
 
 void DrawingEdit::Sync() {
     std::vector<int32_t> seqs;
-    if (Sel().Picked() != nullptr && Sel().Picked()->Part != nullptr)
-        seqs.push_back(Sel().Picked()->Part->Seq);
+    auto addPartOf = [&](StackId id) {
+        const HaichiInfo* h = StackOf(id);
+        if (h != nullptr && h->Part != nullptr)
+            seqs.push_back(h->Part->Seq);
+    };
+    addPartOf(Sel().Picked());
     if (Sel().Band() != BandState::Off) {
-        for (const BandEntry& e : Sel().BandList()) {
-            if (e.Record != nullptr && e.Record->Part != nullptr)
-                seqs.push_back(e.Record->Part->Seq);
-        }
+        for (const BandEntry& e : Sel().BandList())
+            addPartOf(e.Stack);
     }
     std::sort(seqs.begin(), seqs.end());
     seqs.erase(std::unique(seqs.begin(), seqs.end()), seqs.end());
     view_.SyncPartList(seqs);
 }
 
-int32_t DrawingEdit::PalletOf(const HaichiInfo& record) const {
-    const BlockInfo* block = app_.BlockOf(record);
+int32_t DrawingEdit::PalletOf(StackId id) const {
+    const HaichiInfo* stack = StackOf(id);
+    const BlockInfo* block = stack != nullptr ? app_.BlockOf(*stack) : nullptr;
     return block != nullptr ? block->PalletNo : -1;
+}
+
+HaichiInfo* DrawingEdit::StackOf(StackId id) const {
+    return app_.HaichiList.Find(id);
+}
+
+std::vector<HaichiInfo*> DrawingEdit::StacksOf(const std::vector<StackId>& ids) const {
+    std::vector<HaichiInfo*> stacks;
+    stacks.reserve(ids.size());
+    for (const StackId id : ids)
+        stacks.push_back(StackOf(id));
+    return stacks;
 }
 
 }  // namespace kesto

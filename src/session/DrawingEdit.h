@@ -77,16 +77,16 @@ class DrawingEdit {
     // After the Direct command: the last pick and the pick history are forgotten.
     void DirectSwitched();
     // The stack picked as a click on it would pick it, without drawing.
-    void PickAlone(HaichiInfo& stack);
-    // Retry or Auto placed the job anew: nothing is picked.
+    void PickAlone(const HaichiInfo& stack);
+    // Retry or Auto placed the job anew: nothing is picked, no band is in force.
     void JobReloaded();
 
     // --- mouse state --------------------------------------------------------------------
-    IntPoint LastMouse = kNoMouse;  // where the drag image was last drawn
-    int32_t MoveCount = 0;          // -1 at a press, +1 per move; a drop needs 1 or more
-    IntPoint DragOffset{};          // PickRect's top-left corner from the cursor at the press
-    const HaichiInfo* DragAnchor = nullptr;  // the band record grabbed; only compared with null
-    std::vector<IntPoint> BandOffsets;       // each BandList entry's corner from the cursor
+    IntPoint LastMouse = kNoMouse;      // where the drag image was last drawn
+    int32_t MoveCount = 0;              // -1 at a press, +1 per move; a drop needs 1 or more
+    IntPoint DragOffset{};              // PickRect's top-left corner from the cursor at the press
+    StackId DragAnchor = kNoStack;      // the band's stack grabbed; only compared with none
+    std::vector<IntPoint> BandOffsets;  // each BandList entry's corner from the cursor
     bool Tracking() const { return tracking_; }
     // The rubber band being tracked, as the cursor has drawn it so far (not normalised).
     IntRect TrackedBand() const {
@@ -100,7 +100,7 @@ class DrawingEdit {
     void PressSteps(Canvas& canvas, int32_t x, int32_t y, bool shift);
     void MoveSteps(Canvas& canvas, int32_t x, int32_t y, bool leftButtonOnly);
     // The information panel describes no stack once nothing is picked.
-    void InfoFollowsPick(const HaichiInfo* before);
+    void InfoFollowsPick(StackId before);
     // Press steps: a single pick becoming a band, Shift and plain presses in a band, a pick.
     bool StartBandFromPick(Canvas& canvas, int32_t x, int32_t y);
     void ShiftInBand(Canvas& canvas, int32_t x, int32_t y);
@@ -113,12 +113,14 @@ class DrawingEdit {
     bool DropDue() const;
     void Drop(Canvas& canvas, int32_t x, int32_t y);
     // Nothing when every entry moved, else why none did.
-    std::optional<DropRefusal> DropBand(CKs_Haichi& engine, KouteiInfo* koutei, int32_t dx,
+    // picked: the stacks picked up, which the tests pass over.
+    std::optional<DropRefusal> DropBand(CKs_Haichi& engine, KouteiInfo* koutei,
+                                        const std::vector<HaichiInfo*>& picked, int32_t dx,
                                         int32_t dy);
 
     // A point hit test with a band kept: the band set aside around it. Picked is cleared first, so
     // the result tells whether anything was hit.
-    HaichiInfo* PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t y);
+    StackId PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t y);
     // The drag image at the cursor: PickRect, or every band entry at its offset.
     std::vector<IntRect> DragImageAt(int32_t x, int32_t y) const;
     // Where the stacks stand, to tell a drop that moved nothing (and so is no step to undo).
@@ -127,8 +129,11 @@ class DrawingEdit {
     bool OnAPallet(const IntRect& r) const;
     bool BandDragInForce() const;
     void Sync();
-    // The pallet of a record's block, -1 when it has none.
-    int32_t PalletOf(const HaichiInfo& record) const;
+    // The pallet of a stack's block, -1 when it has none (or the stack is gone).
+    int32_t PalletOf(StackId stack) const;
+    // The stacks the selection names, null for one that is gone; the commands work on these.
+    HaichiInfo* StackOf(StackId id) const;
+    std::vector<HaichiInfo*> StacksOf(const std::vector<StackId>& ids) const;
     bool InDrawingZone(int32_t x, int32_t y) const;
 
     // The drawing's selection, which these operations change.

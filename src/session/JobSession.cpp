@@ -63,7 +63,7 @@ int JobSession::LoadAndPlace(PlacedCounts counts, SavedPlacement saved,
 }
 
 int JobSession::PlaceJob(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep) {
-    CKs_Haichi haichi(app_, services_, shown_);
+    CKs_Haichi haichi(app_, services_);
     // A placement made anew owes nothing to an earlier sheet-count change.
     for (PartsInfo& p : app_.PartsList)
         p.OperatorPerStack = 0;
@@ -148,8 +148,6 @@ bool JobSession::Retry() {
     if (services_.Op.AskKaku(kaku::kAskRetry, kaku::kAskRetry2) != OkCancel::Ok)
         return false;
     RecordStep(step::kRetry);
-    if (view_ != nullptr)
-        view_->ForgetJob();
     RereadJob();
     LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {});
     return true;
@@ -159,8 +157,6 @@ bool JobSession::Auto() {
     if (services_.Op.AskKaku(kaku::kAskAuto, kaku::kAskAuto2) != OkCancel::Ok)
         return false;
     RecordStep(step::kAuto);
-    if (view_ != nullptr)
-        view_->ForgetJob();
     const std::vector<int> keep = KeepTable();
     RereadJob();
     LoadAndPlace(PlacedCounts::Kept, SavedPlacement::Ignore, keep);
@@ -213,9 +209,9 @@ int JobSession::Exit() {
 
 void JobSession::MarkStacksFrom(size_t first, uint8_t edit) {
     // New stacks are appended at the tail of the list.
-    auto it = app_.HaichiList.Items.begin();
-    std::advance(it, std::min(first, app_.HaichiList.Items.size()));
-    for (; it != app_.HaichiList.Items.end(); ++it)
+    auto it = app_.HaichiList.begin();
+    std::advance(it, std::min(first, app_.HaichiList.size()));
+    for (; it != app_.HaichiList.end(); ++it)
         it->Edits |= edit;
 }
 

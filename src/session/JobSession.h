@@ -36,8 +36,6 @@ struct ToriokiChange {
 class SessionView {
   public:
     virtual ~SessionView() = default;
-    // Retry or Auto is about to free the job: drop every pointer into it (picks, bands).
-    virtual void ForgetJob() {}
     // LoadAndPlace has reset the selection state: show the schedule, the current process's
     // parts, the small box and the pallet choice as they now are.
     virtual void ShowResetJob() {}

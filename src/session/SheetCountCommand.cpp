@@ -16,21 +16,23 @@ constexpr double kSamePlace = 1.0;
 }  // namespace
 
 std::optional<SheetCountStart> JobSession::BeginSheetCount(const PalletDrawing& drawing) {
-    if (drawing.Selected().Picked() == nullptr)
+    const HaichiInfo* picked = drawing.PickedStack();
+    if (picked == nullptr)
         return std::nullopt;
     if (drawing.Selected().Band() != BandState::Off) {
         services_.Op.AskKaku(kaku::kBandSelectionActive, kaku::kNone);
         return std::nullopt;
     }
-    return SheetCountStart{drawing.Selected().Picked()->X, drawing.Selected().Picked()->Y};
+    return SheetCountStart{picked->X, picked->Y};
 }
 
 bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& start,
                                  int32_t newCount, const std::function<void()>& refreshed) {
-    if (drawing.Selected().Picked() == nullptr || drawing.Selected().Picked()->Part == nullptr)
+    const HaichiInfo* picked = drawing.PickedStack();
+    if (picked == nullptr || picked->Part == nullptr)
         return false;
     RecordStep(step::kSheetCount, drawing.Selected());
-    PartsInfo* part = drawing.Selected().Picked()->Part;
+    PartsInfo* part = picked->Part;
     KouteiInfo* koutei = app_.KouteiAt(shown_.CurrentKoutei);
     // The new count stands in for the part's own only while it is stacked again.
     const int32_t ownLimit = part->PerStackLimit;
@@ -43,26 +45,26 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
     }
     for (HaichiInfo* h : old)
         app_.RemoveHaichiInfo(h);
-    // The old stacks are gone: no pick may point at them.
+    // The old stacks are gone: the picks start afresh.
     drawing.Select().ForgetPicks();
-    CKs_Haichi haichi(app_, services_, shown_);
+    CKs_Haichi haichi(app_, services_);
     haichi.RebuildCorners(koutei, {});
-    const size_t stacksBefore = app_.HaichiList.Items.size();
+    const size_t stacksBefore = app_.HaichiList.size();
     haichi.PlaceOnePart(part, koutei, Stacking::AllPalletsCapped, QuantityShare::SharedOut);
     part->PerStackLimit = ownLimit;
     part->OperatorPerStack = newCount;
     MarkStacksFrom(stacksBefore, kEditRestacked);
 
-    HaichiInfo* samePlace = nullptr;
-    for (HaichiInfo& h : app_.HaichiList) {
+    StackId samePlace = kNoStack;
+    for (const HaichiInfo& h : app_.HaichiList) {
         if (h.Part != part)
             continue;
-        drawing.Select().AddToHistory(&h);
-        if (drawing.Selected().Picked() == nullptr)
-            drawing.Select().SetPicked(&h);
-        if (samePlace == nullptr && std::fabs(h.X - start.X) <= kSamePlace &&
+        drawing.Select().AddToHistory(h.Id);
+        if (drawing.Selected().Picked() == kNoStack)
+            drawing.Select().SetPicked(h.Id);
+        if (samePlace == kNoStack && std::fabs(h.X - start.X) <= kSamePlace &&
             std::fabs(h.Y - start.Y) <= kSamePlace)
-            samePlace = &h;
+            samePlace = h.Id;
     }
     if (refreshed)
         refreshed();
@@ -70,7 +72,7 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
     if (partShort)
         services_.Op.AskKaku(kaku::kPartlyPlaced, kaku::kNone);
     // The stack at the old place becomes the last pick only once message 10 is answered.
-    drawing.Select().SetLastPicked(samePlace != nullptr ? samePlace : drawing.Selected().Picked());
+    drawing.Select().SetLastPicked(samePlace != kNoStack ? samePlace : drawing.Selected().Picked());
     return partShort;
 }
 

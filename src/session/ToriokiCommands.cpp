@@ -26,13 +26,12 @@ bool FitsEveryPalletBox(const CKestoApp& app, const PartsInfo& part) {
 
 // The picked stacks that still exist, each once: a stack picked twice (by its block and by
 // itself) is set aside once, and nothing already removed is touched.
-std::vector<HaichiInfo*> LiveOnce(CKestoApp& app, const std::vector<HaichiInfo*>& picked) {
-    std::unordered_set<const HaichiInfo*> live;
-    for (const HaichiInfo& h : app.HaichiList)
-        live.insert(&h);
+std::vector<HaichiInfo*> LiveOnce(CKestoApp& app, const std::vector<StackId>& picked) {
+    std::unordered_set<StackId> taken;
     std::vector<HaichiInfo*> out;
-    for (HaichiInfo* h : picked) {
-        if (h != nullptr && h->Part != nullptr && live.erase(h) == 1)
+    for (const StackId id : picked) {
+        HaichiInfo* h = app.HaichiList.Find(id);
+        if (h != nullptr && h->Part != nullptr && taken.insert(id).second)
             out.push_back(h);
     }
     return out;
@@ -50,7 +49,7 @@ ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
         services_.Op.AskKaku(kaku::kBandSelectionActive, kaku::kNone);
         return {};
     }
-    if (drawing.Selected().Picked() == nullptr || app_.KouteiList.Empty())
+    if (drawing.Selected().Picked() == kNoStack || app_.KouteiList.Empty())
         return {};
     RecordStep(step::kLeft, drawing.Selected());
     const std::vector<HaichiInfo*> stacks = LiveOnce(app_, drawing.Selected().PickHistory());
@@ -63,7 +62,7 @@ ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
         app_.RemoveHaichiInfo(h);
     drawing.Select().ForgetPicks();
     // The freed corners serve again: the process's marks are rebuilt from the stacks left.
-    CKs_Haichi(app_, services_, shown_).RebuildCorners(app_.KouteiAt(shown_.CurrentKoutei), {});
+    CKs_Haichi(app_, services_).RebuildCorners(app_.KouteiAt(shown_.CurrentKoutei), {});
     return {true};
 }
 
@@ -86,9 +85,9 @@ ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq,
     part->Destination = 0;
     const int32_t placedBefore = part->PiecesPlaced;
     part->PiecesSetAside = 0;
-    const size_t stacksBefore = app_.HaichiList.Items.size();
+    const size_t stacksBefore = app_.HaichiList.size();
     // The pieces placed now join the part's stacks as they are, without sharing out.
-    CKs_Haichi(app_, services_, shown_)
+    CKs_Haichi(app_, services_, CandidatePallets(shown_, app_.Settings.PalletCount))
         .PlaceOnePart(part, app_.KouteiAt(shown_.CurrentKoutei), Stacking::PalletsInView,
                       QuantityShare::AsPlaced);
     MarkStacksFrom(stacksBefore, kEditReturned);

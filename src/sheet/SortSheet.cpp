@@ -279,7 +279,7 @@ void AddPalletPages(CKestoApp& app, const MessageTable& messages, const SheetTex
     const SheetTable table = PalletTable(app, stacks, texts, numbers, layout.TableWidth);
     StackTags tags;
     for (size_t i = 0; i < stacks.size(); ++i)
-        tags.Texts[stacks[i]] = std::to_string(i + 1);
+        tags.Texts[stacks[i]->Id] = std::to_string(i + 1);
     for (const SheetFont& font : {sheetfont::kTag, sheetfont::kBold, sheetfont::kSmall})
         tags.Fonts.push_back({font.Slot, font.Height});
     const std::string process = SheetProcessText(koutei);

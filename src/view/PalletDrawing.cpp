@@ -401,9 +401,4 @@ std::optional<IntRect> PalletDrawing::ScreenRect(const HaichiInfo& record) const
     return Shifted(r, dx, dy);
 }
 
-void PalletDrawing::ForgetJob() {
-    selection_.Reset();
-    BlockRects.clear();
-}
-
 }  // namespace kesto

@@ -51,7 +51,7 @@ struct StackTags {
         int32_t Slot = -1;
         int32_t Height = 0;  // pixels
     };
-    std::unordered_map<const HaichiInfo*, std::string> Texts;  // a stack without one: no label
+    std::unordered_map<StackId, std::string> Texts;  // by stack; a stack without one: no label
     // Largest first: a tag takes the first font it fits its stack in, else the last.
     std::vector<Font> Fonts;
 };
@@ -83,6 +83,8 @@ class PalletDrawing {
     // --- the selection (changed by the hit test and the session's editing operations) ------
     const Selection& Selected() const { return selection_; }
     Selection& Select() { return selection_; }
+    // The picked stack, null when there is none (or it is gone).
+    HaichiInfo* PickedStack() const { return app_.HaichiList.Find(selection_.Picked()); }
 
     // --- operations ---------------------------------------------------------------------
     // Clears and draws the whole area: ClearArea, SetUpView, DrawParts(All).
@@ -121,8 +123,6 @@ class PalletDrawing {
     // The screen rectangle of a record when it is on the view (its block is of the current
     // process and on one of the slots' pallets), with the slot's offsets added.
     std::optional<IntRect> ScreenRect(const HaichiInfo& record) const;
-    // The job is about to be freed: forgets the picks and the block cells.
-    void ForgetJob();
 
   private:
     // One shown slot: its index 0..3, its pallet number and its quadrant offset.

@@ -80,14 +80,18 @@ Rgb LayerColour(const colour::Palette& palette, int32_t k) {
     return k < 20 ? palette.Layer10 : palette.Layer20;
 }
 
-bool BandHasPart(const std::vector<BandEntry>& band, const PartsInfo* part) {
+bool BandHasPart(const StackList& stacks, const std::vector<BandEntry>& band,
+                 const PartsInfo* part) {
     return std::any_of(band.begin(), band.end(), [&](const BandEntry& e) {
-        return e.Record != nullptr && e.Record->Part == part;
+        const HaichiInfo* h = stacks.Find(e.Stack);
+        return h != nullptr && h->Part == part;
     });
 }
 
-bool SamePart(const HaichiInfo* a, const HaichiInfo& b) {
-    return a != nullptr && a->Part == b.Part;
+// The stack named a is of b's part.
+bool SamePart(const StackList& stacks, StackId a, const HaichiInfo& b) {
+    const HaichiInfo* h = stacks.Find(a);
+    return h != nullptr && h->Part == b.Part;
 }
 
 }  // namespace
@@ -108,8 +112,8 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
     if (app_.HaichiList.Empty())
         return;
     Candidate previous;
-    // The pick so far: a point test that hits nothing keeps the one before.
-    HaichiInfo* picked = selection_.Picked();
+    // A point test that hits nothing keeps the pick before.
+    HaichiInfo* hit = nullptr;
     IntRect pickRect = selection_.PickRect();
     for (HaichiInfo& h : app_.HaichiList) {
         const std::optional<IntRect> r = ScreenRect(h);
@@ -117,35 +121,38 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
             continue;
         if (selection_.Band() == BandState::InForce) {
             if (WithinBand(*r, selection_.BandRect()))
-                selection_.AddBandEntry(BandEntry{&h, *r});
+                selection_.AddBandEntry(BandEntry{h.Id, *r});
             continue;
         }
         if (!Inside(*r, x, y))
             continue;
-        PointHit(&h, *r, x, y, shown_.Is3D == 0, previous, picked, pickRect);
+        PointHit(&h, *r, x, y, shown_.Is3D == 0, previous, hit, pickRect);
         if (shown_.Is3D != 1)
             continue;
         IntRect layer = *r;
         for (int32_t k = 2; k <= h.Pieces; ++k) {
             layer = Shifted(layer, -2);
             if (Inside(layer, x, y))
-                PointHit(&h, layer, x, y, true, previous, picked, pickRect);
+                PointHit(&h, layer, x, y, true, previous, hit, pickRect);
         }
     }
-    selection_.SetPicked(picked);
+    if (hit != nullptr)
+        selection_.SetPicked(hit->Id);
     selection_.SetPickRect(pickRect);
-    if (picked == nullptr)
+    const StackId picked = selection_.Picked();
+    const HaichiInfo* pickedStack = app_.HaichiList.Find(picked);
+    if (pickedStack == nullptr)
         return;
-    const std::vector<HaichiInfo*>& history = selection_.PickHistory();
+    const std::vector<StackId>& history = selection_.PickHistory();
     if (history.empty() || history.back() != picked)
         selection_.AddToHistory(picked);
     if (shown_.HitByBlock != 1 || app_.Settings.IsDirect.IsNotZero())
         return;
     // Picking by block takes the block's other stacks along.
-    for (HaichiInfo& h : app_.HaichiList) {
-        if (&h == picked || h.BlockIndex != picked->BlockIndex)
+    for (const HaichiInfo& h : app_.HaichiList) {
+        if (&h == pickedStack || h.BlockIndex != pickedStack->BlockIndex)
             continue;
-        selection_.AddToHistory(&h);
+        selection_.AddToHistory(h.Id);
         if (const std::optional<IntRect> r = ScreenRect(h))
             selection_.SetPickRect(Union(selection_.PickRect(), *r));
     }
@@ -173,14 +180,15 @@ bool DrawHighlighted(const PalletDrawing& d, Canvas& canvas, const CKestoApp& ap
     const Selection& sel = d.Selected();
     const bool band = sel.Band() != BandState::Off;
     const colour::Palette& palette = d.Colours();
-    if ((band && sel.HasBandEntry(&h)) || sel.Picked() == &h) {
+    if ((band && sel.HasBandEntry(h.Id)) || sel.Picked() == h.Id) {
         if (OutlineMode(app, *h.Part))
             d.DrawOutline(canvas, r, h, palette.Picked);
         else
             FillPart(d, canvas, r, *h.Part, palette.Picked);
         return true;
     }
-    if ((band && BandHasPart(sel.BandList(), h.Part)) || SamePart(sel.Picked(), h)) {
+    if ((band && BandHasPart(app.HaichiList, sel.BandList(), h.Part)) ||
+        SamePart(app.HaichiList, sel.Picked(), h)) {
         if (OutlineMode(app, *h.Part))
             d.DrawOutline(canvas, r, h, palette.SamePartLine);
         else
@@ -203,15 +211,16 @@ bool DrawBase(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, Draw
         case DrawMode::Unhighlight: {
             // The band's parts, and the last pick's part, whose highlight may still be shown.
             const Selection& sel = d.Selected();
-            const bool back =
-                (sel.Band() != BandState::Off && BandHasPart(sel.BandList(), h.Part)) ||
-                &h == sel.LastPicked() || SamePart(sel.LastPicked(), h);
+            const bool back = (sel.Band() != BandState::Off &&
+                               BandHasPart(app.HaichiList, sel.BandList(), h.Part)) ||
+                              h.Id == sel.LastPicked() ||
+                              SamePart(app.HaichiList, sel.LastPicked(), h);
             if (back)
                 DrawNormal(d, canvas, app, h, r);
             return back;
         }
         case DrawMode::PartPieces:
-            if (!SamePart(d.Selected().Picked(), h))
+            if (!SamePart(app.HaichiList, d.Selected().Picked(), h))
                 return false;
             if (OutlineMode(app, *h.Part))
                 d.DrawOutline(canvas, r, h, d.Colours().Picked);
@@ -224,8 +233,8 @@ bool DrawBase(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, Draw
 }
 
 // The stacked pieces of a 3D stack, two pixels up and left per piece; returns the top layer.
-IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, DrawMode mode, const HaichiInfo& h,
-                   const IntRect& r, bool drawn) {
+IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app, DrawMode mode,
+                   const HaichiInfo& h, const IntRect& r, bool drawn) {
     const bool fills =
         mode == DrawMode::All || mode == DrawMode::Highlight || mode == DrawMode::Unhighlight;
     const PartsInfo& part = *h.Part;
@@ -238,9 +247,9 @@ IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, DrawMode mode, const 
         if (k != h.Pieces)
             continue;
         if (mode == DrawMode::Highlight) {
-            if (d.Selected().Picked() == &h)
+            if (d.Selected().Picked() == h.Id)
                 FillPart(d, canvas, layer, part, palette.Picked);
-            else if (SamePart(d.Selected().Picked(), h))
+            else if (SamePart(app.HaichiList, d.Selected().Picked(), h))
                 FillPart(d, canvas, layer, part, palette.SamePart);
         } else if (mode == DrawMode::PartPieces && drawn) {
             FillPart(d, canvas, layer, part, palette.SamePart, kBlackPen);
@@ -272,7 +281,8 @@ void PalletDrawing::DrawParts(Canvas& canvas, DrawMode mode, int32_t x, int32_t 
         const bool drawn = DrawBase(*this, canvas, app_, mode, h, *r);
         if (!drawn && shown_.Is3D != 1)
             continue;
-        const IntRect top = shown_.Is3D == 1 ? DrawLayers(*this, canvas, mode, h, *r, drawn) : *r;
+        const IntRect top =
+            shown_.Is3D == 1 ? DrawLayers(*this, canvas, app_, mode, h, *r, drawn) : *r;
         DrawPartLabel(canvas, top, h, font);
     }
     const bool section =
@@ -320,7 +330,7 @@ void PalletDrawing::DrawSection(Canvas& canvas) const {
 }
 
 void PalletDrawing::DrawTag(Canvas& canvas, const IntRect& rect, const HaichiInfo& record) const {
-    const auto tag = tags_->Texts.find(&record);
+    const auto tag = tags_->Texts.find(record.Id);
     if (tag == tags_->Texts.end() || tag->second.empty() || tags_->Fonts.empty())
         return;
     const std::string& text = tag->second;

@@ -4,14 +4,14 @@
 
 namespace kesto {
 
-void Selection::AddToHistory(HaichiInfo* stack) {
+void Selection::AddToHistory(StackId stack) {
     if (history_.size() < kPickHistoryCapacity)
         history_.push_back(stack);
 }
 
 void Selection::ForgetPicks() {
-    picked_ = nullptr;
-    lastPicked_ = nullptr;
+    picked_ = kNoStack;
+    lastPicked_ = kNoStack;
     history_.clear();
 }
 
@@ -26,22 +26,27 @@ void Selection::AddBandEntry(const BandEntry& entry) {
         bandList_.push_back(entry);
 }
 
-bool Selection::RemoveBandEntry(const HaichiInfo* stack) {
+bool Selection::RemoveBandEntry(StackId stack) {
     const auto it = std::find_if(bandList_.begin(), bandList_.end(),
-                                 [stack](const BandEntry& e) { return e.Record == stack; });
+                                 [stack](const BandEntry& e) { return e.Stack == stack; });
     if (it == bandList_.end())
         return false;
     bandList_.erase(it);
     return true;
 }
 
-bool Selection::HasBandEntry(const HaichiInfo* stack) const {
+bool Selection::HasBandEntry(StackId stack) const {
     return std::any_of(bandList_.begin(), bandList_.end(),
-                       [stack](const BandEntry& e) { return e.Record == stack; });
+                       [stack](const BandEntry& e) { return e.Stack == stack; });
 }
 
 void Selection::Reset() {
     *this = Selection{};
+}
+
+size_t Selection::Bytes() const {
+    return sizeof(Selection) + history_.capacity() * sizeof(StackId) +
+           bandList_.capacity() * sizeof(BandEntry);
 }
 
 }  // namespace kesto

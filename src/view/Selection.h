@@ -1,6 +1,7 @@
 // The operator's selection in the drawing area: the pick, the stacks picked with it, and the
 // rubber band. The hit test and the session's editing operations change it; the window and
-// the panels only read it.
+// the panels only read it. It names stacks by id, so that it outlives any command: a stack
+// that is gone is found as nothing (StackList::Find).
 #pragma once
 
 #include <cstddef>
@@ -26,27 +27,28 @@ enum class BandState : int32_t {
 };
 
 struct BandEntry {
-    HaichiInfo* Record = nullptr;
+    StackId Stack = kNoStack;
     IntRect Rect{};
+    bool operator==(const BandEntry&) const = default;
 };
 
 class Selection {
   public:
-    HaichiInfo* Picked() const { return picked_; }
-    HaichiInfo* LastPicked() const { return lastPicked_; }
+    StackId Picked() const { return picked_; }
+    StackId LastPicked() const { return lastPicked_; }
     // The stacks a pick took: the one hit, then its block's others (picking by block).
-    const std::vector<HaichiInfo*>& PickHistory() const { return history_; }
+    const std::vector<StackId>& PickHistory() const { return history_; }
     // The pick's screen rectangle, grown by the stacks picked with it.
     const IntRect& PickRect() const { return pickRect_; }
     BandState Band() const { return band_; }
     const std::vector<BandEntry>& BandList() const { return bandList_; }
     const IntRect& BandRect() const { return bandRect_; }
 
-    void SetPicked(HaichiInfo* stack) { picked_ = stack; }
-    void SetLastPicked(HaichiInfo* stack) { lastPicked_ = stack; }
+    void SetPicked(StackId stack) { picked_ = stack; }
+    void SetLastPicked(StackId stack) { lastPicked_ = stack; }
     void SetPickRect(const IntRect& rect) { pickRect_ = rect; }
     // Appends a stack while the history has room.
-    void AddToHistory(HaichiInfo* stack);
+    void AddToHistory(StackId stack);
     void ClearHistory() { history_.clear(); }
     // No pick, no last pick, no history.
     void ForgetPicks();
@@ -57,18 +59,23 @@ class Selection {
     // Appends an entry while the list has room.
     void AddBandEntry(const BandEntry& entry);
     // Takes the stack's entry out; false when it had none.
-    bool RemoveBandEntry(const HaichiInfo* stack);
-    bool HasBandEntry(const HaichiInfo* stack) const;
+    bool RemoveBandEntry(StackId stack);
+    bool HasBandEntry(StackId stack) const;
     void MoveBandEntry(size_t index, const IntRect& rect) { bandList_.at(index).Rect = rect; }
     void ClearBandList() { bandList_.clear(); }
 
     // Forgets the rubber band and the picks.
     void Reset();
 
+    // Heap and object bytes it holds (a history keeps one per step).
+    size_t Bytes() const;
+
+    bool operator==(const Selection&) const = default;
+
   private:
-    HaichiInfo* picked_ = nullptr;
-    HaichiInfo* lastPicked_ = nullptr;
-    std::vector<HaichiInfo*> history_;  // at most kPickHistoryCapacity
+    StackId picked_ = kNoStack;
+    StackId lastPicked_ = kNoStack;
+    std::vector<StackId> history_;  // at most kPickHistoryCapacity
     IntRect pickRect_{};
     BandState band_ = BandState::Off;
     std::vector<BandEntry> bandList_;  // at most kBandListCapacity

@@ -40,7 +40,7 @@ TEST_F(CKestoAppTest, AddHaichiInfoAppendsAFreshStack) {
     EXPECT_EQ(first->Corner, 0);
     EXPECT_EQ(first->Part, nullptr);
     EXPECT_EQ(app.HaichiList.Count, 2);
-    EXPECT_EQ(&app.HaichiList.Items.back(), second);
+    EXPECT_EQ(&app.HaichiList.back(), second);
     EXPECT_EQ(app.HaichiList.Head(), first);
 }
 
@@ -62,7 +62,7 @@ TEST_F(CKestoAppTest, RemovingTheOnlyStackKeepsTheCountAndAStartsANewList) {
     EXPECT_EQ(app.HaichiList.Count, 1);
     HaichiInfo* next = app.AddHaichiInfo();
     EXPECT_EQ(app.HaichiList.Head(), next);
-    EXPECT_EQ(app.HaichiList.Items.size(), 1u);
+    EXPECT_EQ(app.HaichiList.size(), 1u);
     EXPECT_EQ(app.HaichiList.Count, 2);
 }
 
@@ -71,16 +71,16 @@ TEST_F(CKestoAppTest, RemovingAMiddleStackKeepsTheOrder) {
     HaichiInfo* b = app.AddHaichiInfo();
     HaichiInfo* c = app.AddHaichiInfo();
     app.RemoveHaichiInfo(b);
-    ASSERT_EQ(app.HaichiList.Items.size(), 2u);
-    EXPECT_EQ(&app.HaichiList.Items.front(), a);
-    EXPECT_EQ(&app.HaichiList.Items.back(), c);
+    ASSERT_EQ(app.HaichiList.size(), 2u);
+    EXPECT_EQ(&app.HaichiList.front(), a);
+    EXPECT_EQ(&app.HaichiList.back(), c);
 }
 
 TEST_F(CKestoAppTest, RemovingAStackNotInTheListChangesNothing) {
     app.AddHaichiInfo();
     HaichiInfo stranger;
     app.RemoveHaichiInfo(&stranger);
-    EXPECT_EQ(app.HaichiList.Items.size(), 1u);
+    EXPECT_EQ(app.HaichiList.size(), 1u);
 }
 
 TEST_F(CKestoAppTest, HasKoutei) {

@@ -120,7 +120,7 @@ TEST_F(BatchReportTest, StacksAcrossAnOffsetLineAreNamedWithTheAmount) {
 }
 
 TEST_F(BatchReportTest, StackWithoutValidBlockIsLeftOutOfThePalletGroups) {
-    app_->HaichiList.Items.front().BlockIndex = 7;
+    app_->HaichiList.front().BlockIndex = 7;
     std::ostringstream out;
     ReportPlacement(*app_, services_.Get(), out);
     EXPECT_EQ(out.str().find("3 pcs"), std::string::npos) << out.str();
@@ -152,7 +152,8 @@ TEST_F(BatchReportTest, ProcessesInListOrderEachWithItsPalletsInAscendingOrder) 
     // Block 1 (pallet 2) of process 2 comes first in the placement list, then block 0.
     app_->Blocks[0].KouteiNo = 2;
     app_->Blocks[1].KouteiNo = 2;
-    std::swap(app_->HaichiList.Items.front(), app_->HaichiList.Items.back());
+    std::swap(app_->HaichiList.front(), app_->HaichiList.back());
+    std::swap(app_->HaichiList.front().Id, app_->HaichiList.back().Id);  // ids stay in list order
     std::ostringstream out;
     ReportPlacement(*app_, services_.Get(), out);
     EXPECT_NE(out.str().find("  Process 02 BEND on PAL-A\n    Pallet 1\n      A001       3 pcs"

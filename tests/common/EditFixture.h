@@ -74,7 +74,7 @@ class EditTest : public SessionTest {
 
     // The corner marks as the stacks make them, and the picture as the window shows it.
     void Show() {
-        CKs_Haichi(app, session.Svc(), shown).RebuildCorners(app.KouteiAt(1), {});
+        CKs_Haichi(app, session.Svc()).RebuildCorners(app.KouteiAt(1), {});
         view.Refresh();
     }
     void Click(int32_t x, int32_t y, bool shift = false) {

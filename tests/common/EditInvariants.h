@@ -18,23 +18,23 @@ inline std::string CheckReferences(CKestoApp& app, const PalletDrawing& d) {
     std::set<const PartsInfo*> parts;
     for (const PartsInfo& p : app.PartsList)
         parts.insert(&p);
-    std::set<const HaichiInfo*> stacks;
     for (const HaichiInfo& h : app.HaichiList) {
-        stacks.insert(&h);
+        if (app.HaichiList.Find(h.Id) != &h)
+            return "a stack is not found by its id " + std::to_string(static_cast<int32_t>(h.Id));
         if (parts.count(h.Part) == 0)
             return "a stack refers to a part that is not in the job";
         if (h.BlockIndex < 0 || h.BlockIndex >= app.Blocks.Count())
             return "a stack's block index is outside the table: " + std::to_string(h.BlockIndex);
     }
-    auto live = [&](const HaichiInfo* h) { return h == nullptr || stacks.count(h) == 1; };
+    auto live = [&](StackId id) { return id == kNoStack || app.HaichiList.Find(id) != nullptr; };
     if (!live(d.Selected().Picked()) || !live(d.Selected().LastPicked()))
         return "the pick is not a stack of the job";
-    for (const HaichiInfo* h : d.Selected().PickHistory()) {
+    for (const StackId h : d.Selected().PickHistory()) {
         if (!live(h))
             return "the pick history holds a record that is gone";
     }
     for (const BandEntry& e : d.Selected().BandList()) {
-        if (!live(e.Record))
+        if (!live(e.Stack))
             return "the band holds a record that is gone";
     }
     return "";

@@ -41,25 +41,13 @@ inline GeneratedJob WideBoxJob(const JobShape& shape) {
     return job;
 }
 
-// Retry and Auto free the job: the drawing forgets its picks first, as the window does.
-class ForgetPicks : public SessionView {
-  public:
-    explicit ForgetPicks(PalletDrawing& drawing) : drawing_(drawing) {}
-    void ForgetJob() override { drawing_.Select().Reset(); }
-
-  private:
-    PalletDrawing& drawing_;
-};
-
 class PlacedJob {
   public:
     explicit PlacedJob(const JobShape& shape)
         : job_(WideBoxJob(shape)),
           install_(WriteInstallation(folder_.Path().string(), job_)),
           svc_(install_.Root),
-          session_(svc_.Get(), install_.CommandLine, shown_),
-          forget_(drawing_) {
-        session_.SetView(&forget_);
+          session_(svc_.Get(), install_.CommandLine, shown_) {
         started_ = session_.StartUp() && session_.Init();
         shown_.AreaRect = {0, 0, 1200, 800};
         session_.App().Settings.IsDirect = 0;
@@ -92,7 +80,6 @@ class PlacedJob {
     RecordingDrawAreaView view_{drawing_};
     DrawingEdit edit_{session_.App(), svc_.Get(), drawing_, view_};
     DisplayList canvas_;
-    ForgetPicks forget_;
     bool started_ = false;
 };
 

@@ -168,16 +168,16 @@ TEST_F(HistoryTest, UndoGivesBackTheSelection) {
     app.HaichiList.Append().Part = &app.PartsList.Items.front();
     app.HaichiList.Append().Part = &app.PartsList.Items.back();
     EditHistory history;
-    selection.SetPicked(&app.HaichiList.Items.back());
+    selection.SetPicked(app.HaichiList.back().Id);
     history.Record(step::kLeft, app, selection);
-    app.HaichiList.Items.pop_back();
+    app.HaichiList.Remove(&app.HaichiList.back());
     selection.Reset();
     ASSERT_TRUE(history.Undo(app, selection));
-    ASSERT_EQ(app.HaichiList.Items.size(), 2u);
-    EXPECT_EQ(selection.Picked(), &app.HaichiList.Items.back());
-    EXPECT_EQ(selection.Picked()->Part, &app.PartsList.Items.back());
+    ASSERT_EQ(app.HaichiList.size(), 2u);
+    EXPECT_EQ(selection.Picked(), app.HaichiList.back().Id);
+    EXPECT_EQ(app.HaichiList.Find(selection.Picked())->Part, &app.PartsList.Items.back());
     ASSERT_TRUE(history.Redo(app, selection));
-    EXPECT_EQ(selection.Picked(), nullptr);
+    EXPECT_EQ(selection.Picked(), kNoStack);
 }
 
 // Random corrections on a placed generated job, each recorded as a step before it runs.
@@ -272,7 +272,8 @@ class UndoRun : private RandomOperator {
         const std::optional<SheetCountStart> start = job_.Session().BeginSheetCount(job_.Drawing());
         if (!start)
             return;
-        MaiChoice choice(App(), *Sel().Picked(), job_.Drawing().ViewPallet.MaxStackHeight);
+        MaiChoice choice(App(), *job_.Drawing().PickedStack(),
+                         job_.Drawing().ViewPallet.MaxStackHeight);
         choice.Type(std::to_string(Uniform(1, 30)));
         Record(step::kSheetCount);
         job_.Session().ApplySheetCount(job_.Drawing(), *start, choice.Count());
@@ -284,6 +285,8 @@ class UndoRun : private RandomOperator {
             job_.Session().Retry();
         else
             job_.Session().Auto();
+        // The window's steps after a reload.
+        job_.Edit().JobReloaded();
         job_.View().Refresh();
     }
 

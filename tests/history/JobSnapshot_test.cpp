@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <set>
@@ -32,9 +33,9 @@ void ExpectLinksInto(CKestoApp& app, const CKestoApp& old) {
         EXPECT_EQ(oldRecords.count(h.Part), 0u);
     }
     for (const BlockInfo& b : app.Blocks.Entries()) {
-        if (b.Occupant != nullptr) {
-            EXPECT_EQ(parts.count(b.Occupant), 1u);
-            EXPECT_EQ(oldRecords.count(b.Occupant), 0u);
+        if (b.Occupant != kNoOccupant) {
+            EXPECT_TRUE(std::any_of(app.PartsList.begin(), app.PartsList.end(),
+                                    [&](const PartsInfo& p) { return p.Seq == b.Occupant; }));
         }
     }
     for (const KouteiInfo& k : app.KouteiList) {
@@ -69,7 +70,7 @@ TEST(JobSnapshotTest, SettingsAndRunStayAsTheyAre) {
 size_t Occupied(const CKestoApp& app) {
     size_t n = 0;
     for (const BlockInfo& b : app.Blocks.Entries())
-        n += b.Occupant != nullptr ? 1 : 0;
+        n += b.Occupant != kNoOccupant ? 1 : 0;
     return n;
 }
 
@@ -88,7 +89,7 @@ TEST(JobSnapshotTest, RestoredJobWritesTheSameFilesAndLinksIntoItsOwnRecords) {
     copy->Run = job.App().Run;
     snap.Restore(*copy);
     ExpectLinksInto(*copy, job.App());
-    EXPECT_EQ(copy->HaichiList.Items.size(), job.App().HaichiList.Items.size());
+    EXPECT_EQ(copy->HaichiList.size(), job.App().HaichiList.size());
     EXPECT_EQ(Occupied(*copy), Occupied(job.App()));
     job.App().FreeJob();
     TempFolder out;
@@ -129,10 +130,7 @@ TEST(JobSnapshotTest, CountsBoxFlagsAndBlockTableComeBack) {
         EXPECT_EQ(a.CornerMask, b.CornerMask);
         EXPECT_EQ(a.KouteiNo, b.KouteiNo);
         EXPECT_EQ(a.PalletNo, b.PalletNo);
-        EXPECT_EQ(a.Occupant == nullptr, b.Occupant == nullptr);
-        if (a.Occupant != nullptr && b.Occupant != nullptr) {
-            EXPECT_EQ(a.Occupant->Seq, b.Occupant->Seq);
-        }
+        EXPECT_EQ(a.Occupant, b.Occupant);
     }
 }
 
@@ -156,52 +154,39 @@ TEST(JobSnapshotTest, UnchangedPartsAreSharedWithTheSnapshotBefore) {
               b.PartsList.Items.front().PiecesSetAside);
 }
 
-TEST(JobSnapshotTest, SelectionComesBackByPosition) {
+TEST(JobSnapshotTest, StacksComeBackWithTheirIdsSoThatASelectionFindsThemAgain) {
     PlacedJob job(MediumJobShape());
     ASSERT_TRUE(job.Started());
     CKestoApp& app = job.App();
-    ASSERT_GE(app.HaichiList.Items.size(), 3u);
+    ASSERT_GE(app.HaichiList.size(), 3u);
     auto it = app.HaichiList.begin();
-    HaichiInfo* first = &*it++;
-    HaichiInfo* second = &*it++;
-    HaichiInfo* third = &*it;
+    const HaichiInfo& first = *it++;
+    const HaichiInfo& second = *it++;
+    const HaichiInfo& third = *it;
     Selection& sel = job.Drawing().Select();
-    sel.SetPicked(second);
-    sel.SetLastPicked(first);
-    sel.AddToHistory(second);
-    sel.AddToHistory(third);
-    sel.SetPickRect({1, 2, 3, 4});
+    sel.SetPicked(second.Id);
+    sel.SetLastPicked(first.Id);
+    sel.AddToHistory(second.Id);
+    sel.AddToHistory(third.Id);
     sel.StartBand({10, 20, 30, 40});
-    sel.AddBandEntry({third, {5, 6, 7, 8}});
-    sel.AddBandEntry({first, {9, 10, 11, 12}});
-    sel.SetBand(BandState::Aside);
-    const SelectionIndex index = SelectionIndex::Of(sel, app);
-    EXPECT_EQ(index.Picked, 1);
-    EXPECT_EQ(index.LastPicked, 0);
-    EXPECT_EQ(index.History, (std::vector<RecordIndex>{1, 2}));
+    sel.AddBandEntry({third.Id, {5, 6, 7, 8}});
 
     CKestoApp other;
     JobSnapshot::Take(app).Restore(other);
-    Selection back;
-    index.ApplyTo(back, other);
+    ASSERT_EQ(other.HaichiList.size(), app.HaichiList.size());
     auto nth = [&other](size_t n) { return &*std::next(other.HaichiList.begin(), n); };
-    EXPECT_EQ(back.Picked(), nth(1));
-    EXPECT_EQ(back.LastPicked(), nth(0));
-    EXPECT_EQ(back.PickHistory(), (std::vector<HaichiInfo*>{nth(1), nth(2)}));
-    EXPECT_EQ(back.PickRect(), (IntRect{1, 2, 3, 4}));
-    EXPECT_EQ(back.Band(), BandState::Aside);
-    EXPECT_EQ(back.BandRect(), (IntRect{10, 20, 30, 40}));
-    ASSERT_EQ(back.BandList().size(), 2u);
-    EXPECT_EQ(back.BandList()[0].Record, nth(2));
-    EXPECT_EQ(back.BandList()[1].Rect, (IntRect{9, 10, 11, 12}));
-    EXPECT_EQ(SelectionIndex::Of(back, other), index);
-
-    // No selection gives no selection.
-    Selection none;
-    SelectionIndex::Of(none, app).ApplyTo(back, other);
-    EXPECT_EQ(back.Picked(), nullptr);
-    EXPECT_EQ(back.Band(), BandState::Off);
-    EXPECT_TRUE(back.BandList().empty());
+    EXPECT_EQ(other.HaichiList.Find(sel.Picked()), nth(1));
+    EXPECT_EQ(other.HaichiList.Find(sel.LastPicked()), nth(0));
+    EXPECT_EQ(other.HaichiList.Find(sel.PickHistory()[1]), nth(2));
+    EXPECT_EQ(other.HaichiList.Find(sel.BandList()[0].Stack), nth(2));
+    auto original = app.HaichiList.begin();
+    for (const HaichiInfo& h : other.HaichiList) {
+        EXPECT_EQ(h.Id, (original++)->Id);
+        EXPECT_EQ(other.HaichiList.Find(h.Id), &h);
+    }
+    // A stack made after the restore gets the id a stack made in the original would get.
+    EXPECT_EQ(other.HaichiList.NextId(), app.HaichiList.NextId());
+    EXPECT_EQ(other.AddHaichiInfo()->Id, app.AddHaichiInfo()->Id);
 }
 
 // What a snapshot of the largest generated job holds, reported for the record.

@@ -79,7 +79,7 @@ TEST_F(BlockTest, CellsAreTwoHundredDeepAndFilledWithProcessAndPallet) {
     EXPECT_DOUBLE_EQ(b.MinY, 10);
     EXPECT_DOUBLE_EQ(b.MaxY, 210);
     EXPECT_EQ(b.CornerMask, 0);
-    EXPECT_EQ(b.Occupant, nullptr);
+    EXPECT_EQ(b.Occupant, kNoOccupant);
 }
 
 TEST_F(BlockTest, TableIsOrderedByProcessThenPalletThenColumnThenRow) {

@@ -8,7 +8,8 @@ namespace {
 // The grid job drawn at half scale into slot 0 (0,0)-(500,400), y growing downward.
 class MoveTest : public PlacementTest {
   protected:
-    MoveTest() : koutei(GridJob()), h(*app, services, shown) {
+    MoveTest()
+        : koutei(GridJob()), h(*app, services, CandidatePallets(shown, app->Settings.PalletCount)) {
         for (const BlockInfo& b : app->Blocks.Entries()) {
             blockRects.push_back(
                 {static_cast<int32_t>(b.MinX / 2), static_cast<int32_t>(400 - b.MaxY / 2),
@@ -48,7 +49,7 @@ TEST_F(MoveTest, SnapsToTheNearestFreeCorner) {
     EXPECT_DOUBLE_EQ(s.Y, 370);
     EXPECT_EQ(s.BlockIndex, 4);
     EXPECT_EQ(app->Blocks[4].CornerMask, 8);
-    EXPECT_EQ(app->Blocks[4].Occupant, CKs_Haichi::MovedGroupMarker());
+    EXPECT_EQ(app->Blocks[4].Occupant, kMovedGroup);
 }
 
 TEST_F(MoveTest, CornerTakenByAnotherStackIsNotChosen) {
@@ -121,7 +122,7 @@ TEST_F(MoveTest, FreeMoveScalesPixelsByTheFirstAndLastBlock) {
     EXPECT_DOUBLE_EQ(s.Y, 200);
     EXPECT_EQ(s.BlockIndex, 8);
     EXPECT_EQ(app->Blocks[3].CornerMask, 2);
-    EXPECT_EQ(app->Blocks[3].Occupant, CKs_Haichi::MovedGroupMarker());
+    EXPECT_EQ(app->Blocks[3].Occupant, kMovedGroup);
 }
 
 TEST_F(MoveTest, FreeMoveWithoutPixelDistanceDoesNotStretch) {
@@ -161,19 +162,28 @@ TEST_F(MoveTest, BlocksMarkedByAGroupGetTheMarkerNotTheFirstStacksPart) {
     EXPECT_DOUBLE_EQ(s1.Y, 200);
     EXPECT_DOUBLE_EQ(s2.X, 200);
     EXPECT_EQ(app->Blocks[3].CornerMask, 2);
-    EXPECT_EQ(app->Blocks[3].Occupant, CKs_Haichi::MovedGroupMarker());
+    EXPECT_EQ(app->Blocks[3].Occupant, kMovedGroup);
     for (const BlockInfo& b : app->Blocks.Entries()) {
-        EXPECT_NE(b.Occupant, part);
-        EXPECT_NE(b.Occupant, second);
+        EXPECT_NE(b.Occupant, part->Seq);
+        EXPECT_NE(b.Occupant, second->Seq);
     }
 }
 
-TEST_F(MoveTest, MarkerIsNoPartOfTheJob) {
-    const PartsInfo* marker = CKs_Haichi::MovedGroupMarker();
-    ASSERT_NE(marker, nullptr);
-    EXPECT_EQ(marker, CKs_Haichi::MovedGroupMarker());
-    for (const PartsInfo& p : app->PartsList)
-        EXPECT_NE(&p, marker);
+TEST_F(MoveTest, TheMarkersOfAGroupAreNoPartOfTheJobAndNotFree) {
+    EXPECT_NE(kMovedGroup, kGroupMoving);
+    for (const int32_t marker : {kMovedGroup, kGroupMoving}) {
+        EXPECT_NE(marker, kNoOccupant);
+        for (const PartsInfo& p : app->PartsList)
+            EXPECT_NE(OccupantOf(&p), marker);
+    }
+}
+
+TEST_F(MoveTest, NoBlockKeepsTheMarkOfTheGroupWhileMovingAfterTheMove) {
+    HaichiInfo& s = AddStack(*app, *part,
+                             {.Block = 0, .Pieces = 1, .X = 990, .Y = 10, .Corner = kCornerMaxMin});
+    ASSERT_EQ(Drop({&s}, 288, 192, 338, 217), 1);
+    for (const BlockInfo& b : app->Blocks.Entries())
+        EXPECT_NE(b.Occupant, kGroupMoving);
 }
 
 // The marked block (block 4, x 380..680, y 220..420) refuses a part until the corners are
@@ -185,7 +195,7 @@ TEST_F(MoveTest, MarkedBlockRefusesOtherPartsUntilTheCornersAreRebuilt) {
     ASSERT_EQ(s.BlockIndex, 4);
     EXPECT_EQ(h.TestCorner(&koutei, second, CornerTestMode::Placing, 4, 4), 0);
     h.RebuildCorners(&koutei, {});
-    EXPECT_EQ(app->Blocks[4].Occupant, part);
+    EXPECT_EQ(app->Blocks[4].Occupant, part->Seq);
     EXPECT_EQ(h.TestCorner(&koutei, part, CornerTestMode::Placing, 4, 4), 1);
 }
 
@@ -195,7 +205,7 @@ TEST_F(MoveTest, ProbeMarksNothing) {
     drop.Probe = true;
     EXPECT_EQ(Drop({&s}, 288, 192, 338, 217), 0);
     for (const BlockInfo& b : app->Blocks.Entries())
-        EXPECT_NE(b.Occupant, CKs_Haichi::MovedGroupMarker());
+        EXPECT_NE(b.Occupant, kMovedGroup);
 }
 
 }  // namespace

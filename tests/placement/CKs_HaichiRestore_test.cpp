@@ -50,7 +50,7 @@ class RestoreTest : public PlacementTest {
         return p;
     }
     int Restore(const std::vector<std::string>& lines) {
-        return CKs_Haichi(*app, services, shown).RestorePlacement(WriteSave(lines));
+        return CKs_Haichi(*app, services).RestorePlacement(WriteSave(lines));
     }
 };
 
@@ -68,9 +68,8 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     GridJob();
     KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
     KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .PerStackLimit = 2});
-    ASSERT_EQ(
-        CKs_Haichi(*app, services, shown).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
-        1);
+    ASSERT_EQ(CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
+              1);
     std::vector<std::string> lines;
     for (const HaichiInfo& h : app->HaichiList) {
         lines.push_back(SaveLine(h, app->Blocks[h.BlockIndex].PalletNo));
@@ -86,13 +85,13 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     GridJob();
     PartsInfo& a = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
     PartsInfo& b = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .PerStackLimit = 2});
-    ASSERT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement(path), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).RestorePlacement(path), 1);
     EXPECT_EQ(Snapshot(*app), before);
     EXPECT_EQ(a.PiecesPlaced, 10);
     EXPECT_EQ(b.PiecesPlaced, 6);
     for (size_t i = 0; i < masks.size(); ++i)
         EXPECT_EQ(app->Blocks[i].CornerMask, masks[i]) << i;
-    EXPECT_EQ(app->Blocks[0].Occupant, &a);
+    EXPECT_EQ(app->Blocks[0].Occupant, a.Seq);
 }
 
 TEST_F(RestoreTest, LineWithBlockMinusOneFailsTheRestore) {
@@ -121,11 +120,11 @@ TEST_F(RestoreTest, StoredBlockOutsideTheTableIgnoresTheLine) {
 }
 
 TEST_F(RestoreTest, MissingFileOrEmptyListsSucceedWithoutStacks) {
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement("/nonexistent/kesto/save.txt"), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement("/nonexistent/kesto/save.txt"), 1);
     GridJob();
     EXPECT_EQ(Restore({Line("A1", 940, 10, 50, 50, 6, 0, 4)}), 1);
     KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement(""), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement(""), 1);
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -134,7 +133,7 @@ TEST_F(RestoreTest, FileThatCannotBeOpenedFailsTheRestore) {
     KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
     const auto path = Folder("sock") / "s";
     ASSERT_NO_FATAL_FAILURE(test::MakeUnopenable(path.string()));
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).RestorePlacement(path.string()), 0);
+    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement(path.string()), 0);
 }
 
 TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {
@@ -149,7 +148,7 @@ TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {
     EXPECT_EQ(h.Corner, 8);
     EXPECT_EQ(h.BlockIndex, 0);
     EXPECT_EQ(p.PiecesPlaced, 4);
-    EXPECT_EQ(app->Blocks[0].Occupant, &p);
+    EXPECT_EQ(app->Blocks[0].Occupant, p.Seq);
     EXPECT_EQ(app->Blocks[0].CornerMask, 8);
 }
 
@@ -172,7 +171,7 @@ TEST_F(RestoreTest, StoredBlockIsKeptWhenNoBlockIsFound) {
     PartsInfo& p = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
     ASSERT_EQ(Restore({Line("A1", 5000, 5000, 50, 50, 1, 5, 4)}), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 5);
-    EXPECT_EQ(app->Blocks[5].Occupant, &p);
+    EXPECT_EQ(app->Blocks[5].Occupant, p.Seq);
 }
 
 TEST_F(RestoreTest, SearchStaysOnTheStoredBlocksPallet) {
@@ -207,7 +206,7 @@ class TrimTest : public RestoreTest {
                       .Y = b.MinY,
                       .Corner = kCornerMaxMin})
                 .Level = level;
-            app->Blocks[block - 1].Occupant = &p;
+            app->Blocks[block - 1].Occupant = p.Seq;
             p.PiecesPlaced += value;
         }
     }
@@ -217,20 +216,20 @@ TEST_F(TrimTest, ExcessComesOffTheHighestLevelLastStackFirst) {
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 4});
     Stacks(p, {{3, 1}, {2, 2}, {2, 2}, {2, 1}});
-    ASSERT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
     EXPECT_EQ(p.PiecesPlaced, 4);
     ASSERT_EQ(StacksOf(p).size(), 2u);
     EXPECT_EQ(StacksOf(p)[0]->BlockIndex, 0);
     EXPECT_EQ(StacksOf(p)[1]->BlockIndex, 3);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
-    EXPECT_EQ(app->Blocks[1].Occupant, nullptr);
+    EXPECT_EQ(app->Blocks[1].Occupant, kNoOccupant);
 }
 
 TEST_F(TrimTest, StacksOfLevelZeroAreNotTrimmed) {
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 2});
     Stacks(p, {{3, 0}, {3, 0}});
-    ASSERT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
     EXPECT_EQ(p.PiecesPlaced, 6);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 1}));
 }
@@ -241,20 +240,20 @@ TEST_F(TrimTest, EmptyStacksOfAnyPartAreRemoved) {
     PartsInfo& q = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 3});
     Stacks(p, {{3, 1}});
     AddStack(*app, q, {.Block = 4, .Pieces = 0, .X = 680, .Y = 220, .Corner = kCornerMaxMin});
-    ASSERT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
     EXPECT_TRUE(StacksOf(q).empty());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3}));
 }
 
 TEST_F(TrimTest, EmptyListsSucceed) {
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).TrimExcess(), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).TrimExcess(), 1);
 }
 
 TEST_F(TrimTest, ShortageGoesToTheLowestStackBelowTheLimit) {
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 5});
     Stacks(p, {{1, 0}, {3, 0}});
-    ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{5, 5}));
     EXPECT_EQ(p.PiecesPlaced, 10);
 }
@@ -263,7 +262,7 @@ TEST_F(TrimTest, ShortageBeyondTheLimitIsLeft) {
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 3});
     Stacks(p, {{1, 0}, {3, 0}});
-    ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 3}));
     EXPECT_EQ(p.PiecesPlaced, 6);
 }
@@ -274,7 +273,7 @@ TEST_F(TrimTest, PalletHeightLimitsTheFill) {
     PartsInfo& p = KeyedPart(
         {.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 5, .PieceHeight = 4});
     Stacks(p, {{1, 0}, {1, 0}});
-    ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
 }
 
@@ -282,7 +281,7 @@ TEST_F(TrimTest, Num4OfZeroIsSmallerThanAnyLimitSoNothingIsFilled) {
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 0});
     Stacks(p, {{1, 0}});
-    ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
+    ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1}));
 }
 
@@ -315,14 +314,14 @@ TEST_F(TrimTest, FillMatchesOnePieceAtATime) {
             ++expected[pick];
             --shortfall;
         }
-        ASSERT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
+        ASSERT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
         EXPECT_EQ(ValuesOf(p), std::vector<int32_t>(expected.begin(), expected.end())) << trial;
         EXPECT_EQ(p.PiecesPlaced, p.Quantity - shortfall) << trial;
     }
 }
 
 TEST_F(TrimTest, FillWithEmptyListsSucceeds) {
-    EXPECT_EQ(CKs_Haichi(*app, services, shown).FillShortage(), 1);
+    EXPECT_EQ(CKs_Haichi(*app, services).FillShortage(), 1);
 }
 
 }  // namespace

@@ -11,14 +11,14 @@ namespace {
 class StackPartTest : public PlacementTest {
   protected:
     int Stack(KouteiInfo& k, PartsInfo& p, Stacking mode) {
-        CKs_Haichi h(*app, services, shown);
+        CKs_Haichi h(*app, services, CandidatePallets(shown, app->Settings.PalletCount));
         return h.StackPart(&k, &p, mode);
     }
     std::array<int, 4> Candidates(PalletView mode, int count, int current) {
         shown.PalletMode = mode;
         app->Settings.PalletCount = count;
         shown.CurrentPallet = current;
-        return CKs_Haichi(*app, services, shown).CandidatePallets();
+        return CandidatePallets(shown, app->Settings.PalletCount);
     }
 };
 
@@ -48,7 +48,7 @@ TEST_F(StackPartTest, FirstStackStandsInCornerFourOfTheFirstBlock) {
     EXPECT_EQ(h.BlockIndex, 0);
     EXPECT_DOUBLE_EQ(h.X, 990);
     EXPECT_DOUBLE_EQ(h.Y, 10);
-    EXPECT_EQ(app->Blocks[0].Occupant, &p);
+    EXPECT_EQ(app->Blocks[0].Occupant, p.Seq);
 }
 
 TEST_F(StackPartTest, HeightLimitBelowOnePieceRecordsEmptyStacksInTheFirstBlock) {
@@ -87,7 +87,7 @@ TEST_F(StackPartTest, BlockServingAnotherPartIsNeverUsed) {
     KouteiInfo& k = GridJob();
     PartsInfo& other = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1});
     PartsInfo& p = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
-    app->Blocks[0].Occupant = &other;
+    app->Blocks[0].Occupant = other.Seq;
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
@@ -97,7 +97,7 @@ TEST_F(StackPartTest, ClearanceOverAnotherPartsBlockCornerRefusesTheBlock) {
     app->PalletList.begin()->StackGapX = 20;
     PartsInfo& other = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1});
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
-    app->Blocks[3].Occupant = &other;
+    app->Blocks[3].Occupant = other.Seq;
     ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
@@ -172,7 +172,7 @@ TEST_F(StackPartTest, ModeOneSharesTheQuantityOverThisCallsStacksOnly) {
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 5, .PerStackLimit = 2});
     HaichiInfo& older =
         AddStack(*app, p, {.Block = 8, .Pieces = 1, .X = 370, .Y = 430, .Corner = kCornerMaxMin});
-    app->Blocks[8].Occupant = &p;
+    app->Blocks[8].Occupant = p.Seq;
     p.PiecesPlaced = 1;
     ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 3, 2}));
@@ -184,7 +184,7 @@ TEST_F(StackPartTest, ModeOneDoesNotSharePiecesPlacedAsTheyAre) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(
         {.SizeX = 300, .SizeY = 200, .Quantity = 5, .PiecesSetAside = 1, .PerStackLimit = 2});
-    ASSERT_EQ(CKs_Haichi(*app, services, shown)
+    ASSERT_EQ(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
                   .PlaceOnePart(&p, &k, Stacking::PalletsInView, QuantityShare::AsPlaced),
               1);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));

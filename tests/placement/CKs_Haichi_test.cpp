@@ -83,7 +83,7 @@ class PlaceAllTest : public PlacementTest {
     // PlaceAll on a new engine.
     int PlaceAll(PlacedCounts counts = PlacedCounts::Quantity,
                  SavedPlacement saved = SavedPlacement::Ignore) {
-        return CKs_Haichi(*app, services, shown).PlaceAll(counts, saved);
+        return CKs_Haichi(*app, services).PlaceAll(counts, saved);
     }
 };
 
@@ -123,12 +123,22 @@ TEST_F(PlaceAllTest, PartialPlacementShowsNoMessageAndKeepsTheQuantity) {
 
 TEST_F(PlaceAllTest, BoundsCoverTheBlocksOfTheProcess) {
     GridJob();
-    CKs_Haichi h(*app, services, shown);
-    EXPECT_EQ(h.PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore), 1);
-    EXPECT_DOUBLE_EQ(h.Bounds().X0, 70);
-    EXPECT_DOUBLE_EQ(h.Bounds().X1, 990);
-    EXPECT_DOUBLE_EQ(h.Bounds().Y0, 10);
-    EXPECT_DOUBLE_EQ(h.Bounds().Y1, 630);
+    EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
+              1);
+    const LengthRect bounds = ProcessBounds(*app, app->KouteiAt(1));
+    EXPECT_DOUBLE_EQ(bounds.X0, 70);
+    EXPECT_DOUBLE_EQ(bounds.X1, 990);
+    EXPECT_DOUBLE_EQ(bounds.Y0, 10);
+    EXPECT_DOUBLE_EQ(bounds.Y1, 630);
+}
+
+TEST_F(PlaceAllTest, NoProcessHasTheEmptyBounds) {
+    GridJob();
+    const LengthRect bounds = ProcessBounds(*app, nullptr);
+    EXPECT_DOUBLE_EQ(bounds.X0, kNoBound);
+    EXPECT_DOUBLE_EQ(bounds.Y0, kNoBound);
+    EXPECT_DOUBLE_EQ(bounds.X1, -kNoBound);
+    EXPECT_DOUBLE_EQ(bounds.Y1, -kNoBound);
 }
 
 TEST_F(PlaceAllTest, StackThatCannotBeAllocatedFailsThePlacement) {
@@ -196,7 +206,7 @@ TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack
 TEST_F(PlaceAllTest, PlaceOnePartWithModeZeroPlacesNothing) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 2});
-    EXPECT_EQ(CKs_Haichi(*app, services, shown)
+    EXPECT_EQ(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
                   .PlaceOnePart(&p, &k, Stacking::AllPallets, QuantityShare::SharedOut),
               1);
     EXPECT_TRUE(app->HaichiList.Empty());
@@ -206,7 +216,7 @@ TEST_F(PlaceAllTest, PlaceOnePartClearsCornerMarksWhenNoStackExists) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     app->Blocks[0].CornerMask = 15;
-    EXPECT_EQ(CKs_Haichi(*app, services, shown)
+    EXPECT_EQ(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
                   .PlaceOnePart(&p, &k, Stacking::PalletsInView, QuantityShare::SharedOut),
               1);
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 0);
@@ -215,7 +225,7 @@ TEST_F(PlaceAllTest, PlaceOnePartClearsCornerMarksWhenNoStackExists) {
 TEST_F(PlaceAllTest, PlaceOnePartWithEmptyPartsListReturnsOne) {
     KouteiInfo& k = GridJob();
     PartsInfo stray;
-    EXPECT_EQ(CKs_Haichi(*app, services, shown)
+    EXPECT_EQ(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
                   .PlaceOnePart(&stray, &k, Stacking::PalletsInView, QuantityShare::SharedOut),
               1);
     EXPECT_TRUE(app->HaichiList.Empty());
@@ -229,9 +239,8 @@ class GeneratedJobTest : public PlacementTest, public ::testing::WithParamInterf
 TEST_P(GeneratedJobTest, PlacementKeepsTheInvariants) {
     FillApp(*app, GenerateJob(GetParam()));
     ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
-    ASSERT_EQ(
-        CKs_Haichi(*app, services, shown).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
-        1);
+    ASSERT_EQ(CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
+              1);
     std::map<int, const PartsInfo*> server;
     std::map<const PartsInfo*, int64_t> sums;
     for (const HaichiInfo& h : app->HaichiList) {

@@ -156,9 +156,8 @@ TEST_F(GeneratedInstallationTest, CrowdedJobLeavesPartsShort) {
     ASSERT_EQ(app->ReadInput(services), 1);
     app->ReadPalletSelect(testServices.Messages);
     ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
-    ASSERT_EQ(
-        CKs_Haichi(*app, services, shown).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Restore),
-        1);
+    ASSERT_EQ(CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Restore),
+              1);
     ASSERT_EQ(op.KakuNumbers.size(), 1u);
     EXPECT_EQ(op.KakuNumbers[0].first, kaku::kPartsLeftShort);
     std::map<const PartsInfo*, std::pair<int, int64_t>> stacks;  // count, pieces

@@ -43,9 +43,8 @@ class ShortReasonTest : public PlacementTest {
             AddBlock(1, 1, i * (100 + gap), 0, i * (100 + gap) + 100, 100);
     }
     void PlaceAll() {
-        ASSERT_EQ(CKs_Haichi(*app, services, shown)
-                      .PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
-                  1);
+        ASSERT_EQ(
+            CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore), 1);
     }
     ShortReason Why(const PartsInfo& part) {
         std::optional<ShortReason> r = WhyShort(*app, services, part);
@@ -223,7 +222,7 @@ TEST_F(ShortReasonTest, TheOperatorsSheetCountIsNamedWhenTheRestackedPartFallsSh
     for (HaichiInfo* h : StacksOf(p))
         app->RemoveHaichiInfo(h);
     p.PiecesPlaced = 0;
-    CKs_Haichi engine(*app, services, shown);
+    CKs_Haichi engine(*app, services, CandidatePallets(shown, app->Settings.PalletCount));
     engine.RebuildCorners(&k, {});
     p.PerStackLimit = 4;
     engine.PlaceOnePart(&p, &k, Stacking::AllPalletsCapped, QuantityShare::SharedOut);
@@ -253,11 +252,11 @@ TEST_F(ShortReasonTest, AskingLeavesTheJobAsItWas) {
     PartsInfo& b = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 3});
     PlaceAll();
     const BlockInfo before = app->Blocks[0];
-    const size_t stacks = app->HaichiList.Items.size();
+    const size_t stacks = app->HaichiList.size();
     (void)Why(b);
     EXPECT_EQ(app->Blocks[0].CornerMask, before.CornerMask);
     EXPECT_EQ(app->Blocks[0].Occupant, before.Occupant);
-    EXPECT_EQ(app->HaichiList.Items.size(), stacks);
+    EXPECT_EQ(app->HaichiList.size(), stacks);
     EXPECT_EQ(b.PiecesPlaced, 0);
 }
 

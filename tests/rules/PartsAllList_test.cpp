@@ -366,8 +366,8 @@ TEST(LineOfSeq, FirstLineWhoseThreeDigitsMatch) {
 // What a pick drew: each mode with the drawing's Picked and LastPicked at that moment.
 struct Drawn {
     DrawMode Mode;
-    const HaichiInfo* Picked;
-    const HaichiInfo* LastPicked;
+    StackId Picked;
+    StackId LastPicked;
     bool operator==(const Drawn&) const = default;
 };
 
@@ -402,28 +402,28 @@ class Picks : public ::testing::Test {
 };
 
 TEST_F(Picks, RemovesTheOldHighlightThenShowsThePartsFirstStack) {
-    drawing.Select().SetLastPicked(railStack);
-    drawing.Select().SetPicked(railStack);
+    drawing.Select().SetLastPicked(railStack->Id);
+    drawing.Select().SetPicked(railStack->Id);
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 1, Recorder()));
-    const std::vector<Drawn> expected = {{DrawMode::Unhighlight, railStack, railStack},
-                                         {DrawMode::PartPieces, first, railStack}};
+    const std::vector<Drawn> expected = {{DrawMode::Unhighlight, railStack->Id, railStack->Id},
+                                         {DrawMode::PartPieces, first->Id, railStack->Id}};
     EXPECT_EQ(drawn, expected);
-    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
-    EXPECT_EQ(drawing.Selected().LastPicked(), first);
+    EXPECT_EQ(drawing.Selected().Picked(), kNoStack);
+    EXPECT_EQ(drawing.Selected().LastPicked(), first->Id);
 }
 
 TEST_F(Picks, WithoutLastPickedNothingIsDrawnBack) {
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 2, Recorder()));
-    EXPECT_EQ(drawn, (std::vector<Drawn>{{DrawMode::PartPieces, railStack, nullptr}}));
-    EXPECT_EQ(drawing.Selected().LastPicked(), railStack);
+    EXPECT_EQ(drawn, (std::vector<Drawn>{{DrawMode::PartPieces, railStack->Id, kNoStack}}));
+    EXPECT_EQ(drawing.Selected().LastPicked(), railStack->Id);
 }
 
 TEST_F(Picks, UnknownSeqOnlyDrawsBackAndKeepsLastPicked) {
-    drawing.Select().SetLastPicked(railStack);
+    drawing.Select().SetLastPicked(railStack->Id);
     EXPECT_FALSE(PickFirstStackOfSeq(job.app, drawing, 1000, Recorder()));
-    EXPECT_EQ(drawn, (std::vector<Drawn>{{DrawMode::Unhighlight, nullptr, railStack}}));
-    EXPECT_EQ(drawing.Selected().LastPicked(), railStack);
-    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawn, (std::vector<Drawn>{{DrawMode::Unhighlight, kNoStack, railStack->Id}}));
+    EXPECT_EQ(drawing.Selected().LastPicked(), railStack->Id);
+    EXPECT_EQ(drawing.Selected().Picked(), kNoStack);
 }
 
 TEST_F(Picks, FirstPartOfThatSeqWithAStackInAnyProcess) {
@@ -434,7 +434,7 @@ TEST_F(Picks, FirstPartOfThatSeqWithAStackInAnyProcess) {
     other.Seq = 9;
     HaichiInfo& stack = AddStack(job.app, other, {.Block = 0, .Pieces = 1, .X = 100, .Y = 100});
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, 9, Recorder()));
-    EXPECT_EQ(drawing.Selected().LastPicked(), &stack);
+    EXPECT_EQ(drawing.Selected().LastPicked(), stack.Id);
 }
 
 // The pallet of the drawing tests (tests/view): Scale 1.35, px = trunc((x + 40.148) / 1.35) +
@@ -444,7 +444,7 @@ TEST_F(Picks, OnACanvasTheOldPartGoesBackAndEveryPieceOfTheNewOneLightsUp) {
     job.app.Settings.PalletCount = 2;
     DisplayList setUp;
     drawing.Refresh(setUp);
-    drawing.Select().SetLastPicked(railStack);
+    drawing.Select().SetLastPicked(railStack->Id);
     DisplayList canvas;
     EXPECT_TRUE(PickFirstStackOfSeq(job.app, drawing, canvas, 1));
     std::vector<std::pair<IntRect, Rgb>> fills;
@@ -461,18 +461,18 @@ TEST_F(Picks, OnACanvasTheOldPartGoesBackAndEveryPieceOfTheNewOneLightsUp) {
 
 TEST_F(Picks, MainListClickDuringABandSelectionIsRefused) {
     drawing.Select().SetBand(BandState::InForce);
-    drawing.Select().SetLastPicked(railStack);
+    drawing.Select().SetLastPicked(railStack->Id);
     EXPECT_FALSE(PickFromAllPartsList(job.app, drawing, 1, Recorder()));
     EXPECT_TRUE(drawn.empty());
-    EXPECT_EQ(drawing.Selected().LastPicked(), railStack);
+    EXPECT_EQ(drawing.Selected().LastPicked(), railStack->Id);
 }
 
 TEST_F(Picks, MainListClickPicksTheCaretLinesPart) {
     drawing.Select().SetBand(
         BandState::Aside);  // a band kept after a drag is not a selection in force
     EXPECT_TRUE(PickFromAllPartsList(job.app, drawing, 1, Recorder()));
-    EXPECT_EQ(drawn, (std::vector<Drawn>{{DrawMode::PartPieces, first, nullptr}}));
-    EXPECT_EQ(drawing.Selected().LastPicked(), first);
+    EXPECT_EQ(drawn, (std::vector<Drawn>{{DrawMode::PartPieces, first->Id, kNoStack}}));
+    EXPECT_EQ(drawing.Selected().LastPicked(), first->Id);
 }
 
 TEST(OtherSelectedRows, EverySelectedRowButTheCaret) {

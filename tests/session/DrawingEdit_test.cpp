@@ -25,9 +25,9 @@ using DrawingEditTest = TwoPartsTest;
 
 TEST_F(DrawingEditTest, ClickPicksTheStackAndShowsItEverywhere) {
     edit.Press(canvas, 980, 833, false);
-    EXPECT_EQ(drawing.Selected().Picked(), &a);
-    EXPECT_EQ(drawing.Selected().LastPicked(), &a);
-    EXPECT_EQ(drawing.Selected().PickHistory(), std::vector<HaichiInfo*>({&a}));
+    EXPECT_EQ(drawing.Selected().Picked(), a.Id);
+    EXPECT_EQ(drawing.Selected().LastPicked(), a.Id);
+    EXPECT_EQ(drawing.Selected().PickHistory(), std::vector<StackId>({a.Id}));
     EXPECT_EQ(edit.LastMouse, (IntPoint{980, 833}));
     // PickRect (930, 808) less the cursor.
     EXPECT_EQ(edit.DragOffset, (IntPoint{-50, -25}));
@@ -47,7 +47,7 @@ TEST_F(DrawingEditTest, PressAndReleaseWithoutMovingIsAPickOnly) {
     EXPECT_DOUBLE_EQ(a.X, 990);
     EXPECT_DOUBLE_EQ(a.Y, 10);
     EXPECT_EQ(view.Refreshes, 1);  // the fixture's own
-    EXPECT_EQ(drawing.Selected().Picked(), &a);
+    EXPECT_EQ(drawing.Selected().Picked(), a.Id);
     EXPECT_TRUE(view.Image.empty());
     EXPECT_EQ(edit.LastMouse, kNoMouse);
 }
@@ -86,8 +86,8 @@ TEST_F(DrawingEditTest, MovesWithAnotherButtonDoNotDrag) {
 TEST_F(DrawingEditTest, ClickOnNothingClearsThePickButKeepsTheLastOne) {
     Click(980, 833);
     Click(500, 300);
-    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
-    EXPECT_EQ(drawing.Selected().LastPicked(), &a);
+    EXPECT_EQ(drawing.Selected().Picked(), kNoStack);
+    EXPECT_EQ(drawing.Selected().LastPicked(), a.Id);
     EXPECT_TRUE(drawing.Selected().PickHistory().empty());
     EXPECT_FALSE(edit.Tracking());
 }
@@ -98,7 +98,7 @@ TEST_F(DrawingEditTest, InformationPanelIsClearedOnceNothingIsPicked) {
     Click(980, 833);
     ASSERT_EQ(view.InfoRefreshes, 1);
     Click(500, 300);
-    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().Picked(), kNoStack);
     EXPECT_EQ(view.InfoRefreshes, 2);
     Click(500, 300);
     EXPECT_EQ(view.InfoRefreshes, 2);
@@ -109,7 +109,7 @@ TEST_F(DrawingEditTest, AbandonedDragClearsTheInformationPanel) {
     ASSERT_EQ(view.InfoRefreshes, 1);
     edit.Move(canvas, 981, 833, true);
     edit.Move(canvas, 980, 20, true);
-    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().Picked(), kNoStack);
     EXPECT_EQ(view.InfoRefreshes, 2);
 }
 
@@ -119,7 +119,7 @@ TEST_F(DrawingEditTest, PickingAnotherStackDrawsTheOldPickBack) {
     edit.Press(canvas, 670, 833, false);
     EXPECT_TRUE(PickedIn(canvas, kRectA, colour::kPartNormal));
     EXPECT_TRUE(PickedIn(canvas, kRectB, colour::kPicked));
-    EXPECT_EQ(drawing.Selected().LastPicked(), &b);
+    EXPECT_EQ(drawing.Selected().LastPicked(), b.Id);
 }
 
 TEST_F(DrawingEditTest, PickByBlockTakesTheBlocksOtherStacksAlong) {
@@ -134,7 +134,7 @@ TEST_F(DrawingEditTest, PickByBlockTakesTheBlocksOtherStacksAlong) {
                                  .CountOnPart = true});
     Show();
     edit.Press(canvas, 980, 833, false);
-    EXPECT_EQ(drawing.Selected().PickHistory(), std::vector<HaichiInfo*>({&a, &mate}));
+    EXPECT_EQ(drawing.Selected().PickHistory(), std::vector<StackId>({a.Id, mate.Id}));
     EXPECT_EQ(drawing.Selected().PickRect(), (IntRect{930, 658, 1030, 858}));
     EXPECT_EQ(view.Image, std::vector<IntRect>({{930, 658, 1030, 858}}));
 }
@@ -155,8 +155,8 @@ TEST_F(DrawingEditTest, DragSnapsTheStackToTheNearestFreeCorner) {
     EXPECT_TRUE(view.Image.empty());
     // Highlighted at its new place, (730, 808)-(830, 858), and hit again at the release.
     EXPECT_TRUE(PickedIn(canvas, IntRect{730, 808, 830, 858}, colour::kPicked));
-    EXPECT_EQ(drawing.Selected().Picked(), &a);
-    EXPECT_EQ(drawing.Selected().PickHistory(), std::vector<HaichiInfo*>({&a}));
+    EXPECT_EQ(drawing.Selected().Picked(), a.Id);
+    EXPECT_EQ(drawing.Selected().PickHistory(), std::vector<StackId>({a.Id}));
     EXPECT_TRUE(view.Refusals.empty());
 }
 
@@ -213,7 +213,7 @@ TEST_F(DrawingEditTest, DraggingAboveTheCaptionStripAbandons) {
     edit.Press(canvas, 980, 833, false);
     edit.Move(canvas, 981, 833, true);
     edit.Move(canvas, 900, 36, true);
-    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().Picked(), kNoStack);
     EXPECT_TRUE(view.Image.empty());
     edit.Release(canvas, 900, 36);
     EXPECT_DOUBLE_EQ(a.X, 990);
@@ -227,14 +227,14 @@ TEST_F(DrawingEditTest, DraggingToTheAreaEdgeAbandons) {
         edit.Press(canvas, 980, 833, false);
         edit.Move(canvas, 981, 833, true);
         edit.Move(canvas, edge.X, edge.Y, true);
-        EXPECT_EQ(drawing.Selected().Picked(), nullptr) << edge.X << "," << edge.Y;
+        EXPECT_EQ(drawing.Selected().Picked(), kNoStack) << edge.X << "," << edge.Y;
         edit.Release(canvas, edge.X, edge.Y);
         EXPECT_DOUBLE_EQ(a.X, 990);
     }
     edit.Press(canvas, 980, 833, false);
     edit.Move(canvas, 981, 833, true);
     edit.Move(canvas, 1078, 500, true);
-    EXPECT_EQ(drawing.Selected().Picked(), &a);
+    EXPECT_EQ(drawing.Selected().Picked(), a.Id);
 }
 
 TEST_F(DrawingEditTest, MoveCountRestartsAtOneAfter30000) {
@@ -269,9 +269,9 @@ TEST_F(BandTest, BandCollectsTheStacksInsideIt) {
     EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
     EXPECT_EQ(drawing.Selected().BandRect(), (IntRect{600, 790, 1035, 860}));
     ASSERT_EQ(drawing.Selected().BandList().size(), 2u);
-    EXPECT_EQ(drawing.Selected().BandList()[0].Record, &a);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Stack, a.Id);
     EXPECT_EQ(drawing.Selected().BandList()[0].Rect, kRectA);
-    EXPECT_EQ(drawing.Selected().BandList()[1].Record, &b);
+    EXPECT_EQ(drawing.Selected().BandList()[1].Stack, b.Id);
     EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq, partB.Seq}));
     EXPECT_TRUE(PickedIn(canvas, kRectA, colour::kPicked));
     EXPECT_TRUE(PickedIn(canvas, kRectB, colour::kPicked));
@@ -346,40 +346,40 @@ TEST_F(BandTest, ShiftClickAddsAndRemovesStacksOfTheSamePallet) {
     ASSERT_EQ(drawing.Selected().BandList().size(), 1u);
     Click(670, 833, true);
     ASSERT_EQ(drawing.Selected().BandList().size(), 2u);
-    EXPECT_EQ(drawing.Selected().BandList()[1].Record, &b);
+    EXPECT_EQ(drawing.Selected().BandList()[1].Stack, b.Id);
     EXPECT_EQ(drawing.Selected().BandList()[1].Rect, kRectB);
     EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq, partB.Seq}));
     EXPECT_TRUE(drawing.Selected().PickHistory().empty());
     Click(670, 833, true);
     ASSERT_EQ(drawing.Selected().BandList().size(), 1u);
-    EXPECT_EQ(drawing.Selected().BandList()[0].Record, &a);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Stack, a.Id);
     // b, just hit, stays Picked: its line is selected with the band's.
-    EXPECT_EQ(drawing.Selected().Picked(), &b);
+    EXPECT_EQ(drawing.Selected().Picked(), b.Id);
     EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq, partB.Seq}));
     EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
 }
 
 TEST_F(BandTest, RemovingTheLastStackWithShiftEndsTheBand) {
     Band(1035, 790, 900, 860);
-    drawing.Select().SetLastPicked(&a);
+    drawing.Select().SetLastPicked(a.Id);
     Click(980, 833, true);
     EXPECT_TRUE(drawing.Selected().BandList().empty());
     EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
-    EXPECT_EQ(drawing.Selected().LastPicked(), nullptr);
+    EXPECT_EQ(drawing.Selected().LastPicked(), kNoStack);
     // The hit test left Picked on a, so MaiChg and left still work on it.
-    EXPECT_EQ(drawing.Selected().Picked(), &a);
+    EXPECT_EQ(drawing.Selected().Picked(), a.Id);
 }
 
 TEST_F(BandTest, ShiftClickInTheBandLeavesThePickOnTheStackHit) {
     Band(1035, 790, 900, 860);
-    ASSERT_EQ(drawing.Selected().Picked(), nullptr);
+    ASSERT_EQ(drawing.Selected().Picked(), kNoStack);
     Click(670, 833, true);
-    EXPECT_EQ(drawing.Selected().Picked(), &b);
+    EXPECT_EQ(drawing.Selected().Picked(), b.Id);
     ASSERT_EQ(drawing.Selected().BandList().size(), 2u);
     EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
     // A Shift-click on nothing in the band hits nothing: no pick.
     Click(500, 300, true);
-    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().Picked(), kNoStack);
     EXPECT_EQ(drawing.Selected().BandList().size(), 2u);
 }
 
@@ -400,26 +400,26 @@ TEST_F(BandTest, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
     ASSERT_EQ(drawing.Selected().BandList().size(), 1u);
     Click((far.Left + far.Right) / 2, (far.Top + far.Bottom) / 2, true);
     ASSERT_EQ(drawing.Selected().BandList().size(), 1u);
-    EXPECT_EQ(drawing.Selected().BandList()[0].Record, &a);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Stack, a.Id);
     EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
 }
 
 TEST_F(BandTest, ShiftClickOnASecondStackTurnsTheSinglePickIntoABand) {
     Click(980, 833);
-    ASSERT_EQ(drawing.Selected().LastPicked(), &a);
+    ASSERT_EQ(drawing.Selected().LastPicked(), a.Id);
     Click(670, 833, true);
     EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
     ASSERT_EQ(drawing.Selected().BandList().size(), 2u);
-    EXPECT_EQ(drawing.Selected().BandList()[0].Record, &a);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Stack, a.Id);
     EXPECT_EQ(drawing.Selected().BandList()[0].Rect, kRectA);
-    EXPECT_EQ(drawing.Selected().BandList()[1].Record, &b);
+    EXPECT_EQ(drawing.Selected().BandList()[1].Stack, b.Id);
 }
 
 TEST_F(BandTest, ShiftClickOnNothingAfterASinglePickIsAPlainClick) {
     Click(980, 833);
     edit.Press(canvas, 500, 300, true);
     EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
-    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().Picked(), kNoStack);
     EXPECT_TRUE(edit.Tracking());
     edit.Release(canvas, 500, 300);
     EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
@@ -430,14 +430,14 @@ TEST_F(BandTest, PlainClickOutsideTheBandDropsItAndPicks) {
     Click(670, 833);
     EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
     EXPECT_TRUE(drawing.Selected().BandList().empty());
-    EXPECT_EQ(drawing.Selected().Picked(), &b);
+    EXPECT_EQ(drawing.Selected().Picked(), b.Id);
 }
 
 // The band dragged 100 pixels up: with the scale 1 every stack goes 100 mm back.
 TEST_F(BandTest, BandDragMovesEveryStackByTheSameAmount) {
     Band(1035, 790, 600, 860);
     edit.Press(canvas, 670, 833, false);
-    EXPECT_EQ(edit.DragAnchor, &b);
+    EXPECT_EQ(edit.DragAnchor, b.Id);
     EXPECT_EQ(edit.BandOffsets, std::vector<IntPoint>({{260, -25}, {-50, -25}}));
     EXPECT_EQ(view.Image, std::vector<IntRect>({kRectA, kRectB}));
     edit.Move(canvas, 671, 833, true);
@@ -501,7 +501,7 @@ TEST_F(BandTest, AbandonedBandDragEndsTheBandAtTheRelease) {
     EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
     edit.Move(canvas, 670, 25, true);
     EXPECT_EQ(drawing.Selected().Band(), BandState::Aside);
-    EXPECT_EQ(drawing.Selected().LastPicked(), nullptr);
+    EXPECT_EQ(drawing.Selected().LastPicked(), kNoStack);
     EXPECT_TRUE(view.Synced.empty());
     edit.Release(canvas, 670, 25);
     EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
@@ -512,9 +512,9 @@ TEST_F(BandTest, AbandonedBandDragEndsTheBandAtTheRelease) {
 TEST_F(BandTest, DirectSwitchForgetsTheLastPickAndTheHistory) {
     Click(980, 833);
     edit.DirectSwitched();
-    EXPECT_EQ(drawing.Selected().LastPicked(), nullptr);
+    EXPECT_EQ(drawing.Selected().LastPicked(), kNoStack);
     EXPECT_TRUE(drawing.Selected().PickHistory().empty());
-    EXPECT_EQ(drawing.Selected().Picked(), &a);
+    EXPECT_EQ(drawing.Selected().Picked(), a.Id);
 }
 
 // --- bad input ----------------------------------------------------------------------------------
@@ -540,7 +540,7 @@ TEST_F(DrawingEditTest, EditingAnEmptyJobDoesNothing) {
     Drag(980, 833, 500, 500);
     app.Settings.IsDirect = 1;
     Drag(100, 100, 400, 400);
-    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
+    EXPECT_EQ(drawing.Selected().Picked(), kNoStack);
     EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
 }
 

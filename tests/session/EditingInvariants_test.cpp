@@ -40,16 +40,6 @@ GeneratedJob WideBoxJob(const JobShape& shape) {
     return job;
 }
 
-// Retry and Auto free the job: the drawing forgets its picks first, as the window does.
-class ForgettingView : public SessionView {
-  public:
-    explicit ForgettingView(PalletDrawing& drawing) : drawing_(drawing) {}
-    void ForgetJob() override { drawing_.Select().Reset(); }
-
-  private:
-    PalletDrawing& drawing_;
-};
-
 // What the random steps achieved, so that a run is known to have exercised the rules.
 struct Tally {
     int Moves = 0;  // drops that moved a stack
@@ -70,9 +60,7 @@ class EditRun : private RandomOperator {
           install_(WriteInstallation(folder_.Path().string(), job_)),
           svc_(install_.Root),
           session_(svc_.Get(), install_.CommandLine, shown_),
-          forget_(drawing_),
           freeMoves_(freeMoves) {
-        session_.SetView(&forget_);
         started_ = session_.StartUp() && session_.Init();
         shown_.AreaRect = {0, 0, 1200, 800};
         app_.Settings.IsDirect = 0;
@@ -122,7 +110,6 @@ class EditRun : private RandomOperator {
     RecordingDrawAreaView view_{drawing_};
     DrawingEdit edit_{app_, svc_.Get(), drawing_, view_};
     DisplayList canvas_;
-    ForgettingView forget_;
     bool freeMoves_ = false;
     bool started_ = false;
     std::vector<std::string> log_;
@@ -260,9 +247,9 @@ void EditRun::Reload() {
     log_.push_back(retry ? "retry" : "auto");
     if (retry ? session_.Retry() : session_.Auto()) {
         ++tally_.Reloads;
-        drawing_.Select().SetPicked(nullptr);
+        // The window's steps after a reload.
+        edit_.JobReloaded();
         view_.Refresh();
-        drawing_.Select().SetLastPicked(nullptr);
     }
 }
 
@@ -271,7 +258,7 @@ void EditRun::SheetCount() {
     const std::optional<SheetCountStart> start = session_.BeginSheetCount(drawing_);
     if (!start)
         return;
-    MaiChoice choice(app_, *drawing_.Selected().Picked(), drawing_.ViewPallet.MaxStackHeight);
+    MaiChoice choice(app_, *drawing_.PickedStack(), drawing_.ViewPallet.MaxStackHeight);
     const int button = Uniform(0, 5);
     if (button == 5)
         choice.Type(std::to_string(Uniform(-2, 40)));

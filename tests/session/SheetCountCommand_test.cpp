@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "common/EditFixture.h"
+#include "common/StackIds.h"
 #include "session/JobSession.h"
 
 namespace kesto::test {
@@ -30,7 +31,7 @@ TEST_F(SheetCountTest, NothingBeginsWithoutAPick) {
 
 TEST_F(SheetCountTest, ARubberBandInForceRefusesWithMessage15) {
     Click(980, 833);  // a: pixels (930, 808)-(1030, 858)
-    ASSERT_EQ(drawing.Selected().Picked(), &a);
+    ASSERT_EQ(drawing.Selected().Picked(), a.Id);
     drawing.Select().SetBand(BandState::InForce);
     EXPECT_FALSE(session.BeginSheetCount(drawing).has_value());
     EXPECT_EQ(testServices.Op.KakuNumbers, Kaku({{15, 0}}));
@@ -56,12 +57,13 @@ TEST_F(SheetCountTest, ThePartIsStackedAgainWithTheNewCountAndPickedAgain) {
     EXPECT_EQ(partA.PiecesPlaced, 6);
     EXPECT_EQ(partA.PerStackLimit, 0);
     // Every stack of the part is picked, the first in the list as Picked.
-    EXPECT_EQ(drawing.Selected().PickHistory(), stacks);
-    EXPECT_EQ(drawing.Selected().Picked(), stacks.front());
+    EXPECT_EQ(drawing.Selected().PickHistory(), IdsOf(stacks));
+    EXPECT_EQ(drawing.Selected().Picked(), stacks.front()->Id);
     // LastPicked is the stack standing where the picked one stood, within 1 mm.
-    ASSERT_NE(drawing.Selected().LastPicked(), nullptr);
-    EXPECT_LE(std::fabs(drawing.Selected().LastPicked()->X - 990), 1.0);
-    EXPECT_LE(std::fabs(drawing.Selected().LastPicked()->Y - 10), 1.0);
+    const HaichiInfo* last = app.HaichiList.Find(drawing.Selected().LastPicked());
+    ASSERT_NE(last, nullptr);
+    EXPECT_LE(std::fabs(last->X - 990), 1.0);
+    EXPECT_LE(std::fabs(last->Y - 10), 1.0);
     // The other part is not touched.
     EXPECT_EQ(StacksOf(partB), std::vector<HaichiInfo*>({&b}));
     EXPECT_EQ(partB.PiecesPlaced, 2);
@@ -83,7 +85,7 @@ TEST_F(SheetCountTest, WithoutAStackAtTheOldPlaceTheFirstStackIsLastPicked) {
     SheetCountStart elsewhere = *session.BeginSheetCount(drawing);
     elsewhere.X = 5000;  // no stack can stand there
     session.ApplySheetCount(drawing, elsewhere, 3);
-    ASSERT_NE(drawing.Selected().Picked(), nullptr);
+    ASSERT_NE(drawing.Selected().Picked(), kNoStack);
     EXPECT_EQ(drawing.Selected().LastPicked(), drawing.Selected().Picked());
 }
 
@@ -101,7 +103,7 @@ TEST_F(SheetCountTest, APartLeftShortIsReportedWithMessage10AfterTheRefresh) {
     // (58 of three, 13 of two), which leaves the placed count as it was: the part is short.
     partA.Quantity = 200;
     std::vector<std::string> order;
-    const HaichiInfo* lastAtMessage = &a;
+    StackId lastAtMessage = a.Id;
     testServices.Op.OnAsk = [&](int no1) {
         order.push_back("message " + std::to_string(no1));
         lastAtMessage = drawing.Selected().LastPicked();
@@ -119,10 +121,11 @@ TEST_F(SheetCountTest, APartLeftShortIsReportedWithMessage10AfterTheRefresh) {
               std::vector<std::string>({"refresh " + std::to_string(stacks.size()), "message 10"}));
     EXPECT_EQ(testServices.Op.KakuNumbers, Kaku({{10, 0}}));
     // The last pick is set only once the message is answered: the stack at the old place.
-    EXPECT_EQ(lastAtMessage, nullptr);
-    ASSERT_NE(drawing.Selected().LastPicked(), nullptr);
-    EXPECT_LE(std::fabs(drawing.Selected().LastPicked()->X - 990), 1.0);
-    EXPECT_LE(std::fabs(drawing.Selected().LastPicked()->Y - 10), 1.0);
+    EXPECT_EQ(lastAtMessage, kNoStack);
+    const HaichiInfo* last = app.HaichiList.Find(drawing.Selected().LastPicked());
+    ASSERT_NE(last, nullptr);
+    EXPECT_LE(std::fabs(last->X - 990), 1.0);
+    EXPECT_LE(std::fabs(last->Y - 10), 1.0);
 }
 
 TEST_F(SheetCountTest, APartPlacedWhollyGetsNoMessage) {

@@ -24,8 +24,8 @@ TEST_F(LeftTest, PickedStackGoesToTheSetAsideArea) {
     EXPECT_EQ(partA.PiecesPlaced, 3);
     EXPECT_EQ(partA.PiecesSetAside, 3);
     EXPECT_EQ(job.StacksOf(partA), std::vector<HaichiInfo*>({&a2}));
-    EXPECT_EQ(drawing.Selected().Picked(), nullptr);
-    EXPECT_EQ(drawing.Selected().LastPicked(), nullptr);
+    EXPECT_EQ(drawing.Selected().Picked(), kNoStack);
+    EXPECT_EQ(drawing.Selected().LastPicked(), kNoStack);
     EXPECT_TRUE(drawing.Selected().PickHistory().empty());
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
@@ -41,10 +41,10 @@ TEST_F(LeftTest, PickIsDrawnBackBeforeItsStacksGo) {
 
 TEST_F(LeftTest, CornersOfTheProcessAreRebuiltFromTheStacksThatRemain) {
     Click(980, 833);
-    app.Blocks[0].Occupant = &partA;
+    app.Blocks[0].Occupant = partA.Seq;
     app.Blocks[0].CornerMask = kCornerMaxMin;
     Left();
-    EXPECT_EQ(app.Blocks[0].Occupant, nullptr);
+    EXPECT_EQ(app.Blocks[0].Occupant, kNoOccupant);
     EXPECT_EQ(app.Blocks[0].CornerMask, 0);
 }
 
@@ -63,7 +63,7 @@ TEST_F(LeftTest, WithoutAPickNothingHappens) {
     const ToriokiChange change = Left();
     EXPECT_FALSE(change.Changed);
     EXPECT_TRUE(op.KakuNumbers.empty());
-    EXPECT_EQ(app.HaichiList.Items.size(), 3u);
+    EXPECT_EQ(app.HaichiList.size(), 3u);
 }
 
 // Three stacks in block 0, picked by block: all three go, and the set-aside list that was empty
@@ -85,34 +85,34 @@ TEST_F(LeftTest, ThreePickedStacksAllGoAndTheListIsNoLongerEmpty) {
     Show();
     ASSERT_FALSE(session.AnyPartSetAside());
     Click(980, 833);
-    ASSERT_EQ(drawing.Selected().PickHistory(), std::vector<HaichiInfo*>({&a, &sc, &sd}));
+    ASSERT_EQ(drawing.Selected().PickHistory(), std::vector<StackId>({a.Id, sc.Id, sd.Id}));
     const ToriokiChange change = Left();
     EXPECT_TRUE(change.Changed);
     EXPECT_TRUE(session.AnyPartSetAside());
     EXPECT_EQ(c.PiecesSetAside, 1);
     EXPECT_EQ(d.PiecesSetAside, 4);
     EXPECT_EQ(d.PiecesPlaced, 0);
-    EXPECT_EQ(app.HaichiList.Items.size(), 2u);
+    EXPECT_EQ(app.HaichiList.size(), 2u);
 }
 
 TEST_F(LeftTest, StackPickedTwiceIsSetAsideOnce) {
-    drawing.Select().SetPicked(&a);
+    drawing.Select().SetPicked(a.Id);
     for (HaichiInfo* h : {&a, &b, &a})
-        drawing.Select().AddToHistory(h);
+        drawing.Select().AddToHistory(h->Id);
     Left();
     EXPECT_EQ(partA.PiecesSetAside, 3);
     EXPECT_EQ(partA.PiecesPlaced, 3);
     EXPECT_EQ(partB.PiecesSetAside, 2);
-    EXPECT_EQ(app.HaichiList.Items.size(), 1u);
+    EXPECT_EQ(app.HaichiList.size(), 1u);
 }
 
 TEST_F(LeftTest, RecordThatIsNoLongerAStackIsLeftAlone) {
     HaichiInfo stray;
     stray.Part = &partB;
     stray.Pieces = 2;
-    drawing.Select().SetPicked(&a);
+    drawing.Select().SetPicked(a.Id);
     for (HaichiInfo* h : {&stray, &a})
-        drawing.Select().AddToHistory(h);
+        drawing.Select().AddToHistory(h->Id);
     Left();
     EXPECT_EQ(partB.PiecesSetAside, 0);
     EXPECT_EQ(partA.PiecesSetAside, 3);
@@ -143,7 +143,7 @@ class RightTest : public EditTest {
         PartsInfo& other =
             test::AddPart(app, {.SizeX = 10, .SizeY = 10, .Quantity = 1, .PieceHeight = 1});
         for (int i = free; i < 9; ++i)
-            app.Blocks[static_cast<size_t>(i)].Occupant = &other;
+            app.Blocks[static_cast<size_t>(i)].Occupant = other.Seq;
     }
 };
 

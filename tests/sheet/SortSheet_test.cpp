@@ -219,7 +219,7 @@ MiniInstallation ManyStacks() {
 
 TEST(SortSheet, ALongTableRunsOnOverPagesOfTheSameHeaderInTwoColumns) {
     PictureJob job(ManyStacks());
-    ASSERT_EQ(job.App().HaichiList.Items.size(), 36u);
+    ASSERT_EQ(job.App().HaichiList.size(), 36u);
     const PictureDocument doc = job.Sheet();
     // The pallet's two pages and the summary.
     ASSERT_EQ(doc.Pages.size(), 3u);

@@ -505,7 +505,7 @@ TEST(CKestoDlgCommands, DanmenShowsTheHeightLimitLine) {
 TEST(CKestoDlgCommands, ViewButtonRedrawsThePickedStacksHighlight) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
-    s.Drawing().Select().SetPicked(&s.FirstStack());
+    s.Drawing().Select().SetPicked(s.FirstStack().Id);
     EXPECT_EQ(s.CountInArea(colour::kPicked), 0);
     Click(s.D(), "B-PALLET2");
     EXPECT_GT(s.CountInArea(colour::kPicked), 100);
@@ -536,7 +536,7 @@ TEST(CKestoDlgCommands, ProcessSelectionClearsThePartViewAndDrawsThatProcess) {
 TEST(CKestoDlgCommands, ProcessSelectionRepaintsTheInformationPanelForThatProcess) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
-    s.Drawing().Select().SetPicked(&s.FirstStack());
+    s.Drawing().Select().SetPicked(s.FirstStack().Id);
     s.D().PartsInfoPanel()->Refresh();
     const QImage before = s.D().PartsInfoPanel()->Image().copy();
     EXPECT_GT(s.Count(before, colour::kPanelText), 30);
@@ -561,7 +561,7 @@ TEST(CKestoDlgCommands, InfoClosingTheListRepaintsThePanelsAndTheHighlight) {
     ASSERT_TRUE(s.shown);
     Click(s.D(), "B-INFO");
     EXPECT_EQ(s.job.Shown().PartsAllState, Visibility::Shown);
-    s.Drawing().Select().SetPicked(&s.FirstStack());
+    s.Drawing().Select().SetPicked(s.FirstStack().Id);
     EXPECT_EQ(s.Count(s.D().PartsInfoPanel()->Image(), colour::kPanelText), 0);
     Click(s.D(), "B-INFO");
     EXPECT_EQ(s.job.Shown().PartsAllState, Visibility::Hidden);
@@ -572,10 +572,10 @@ TEST(CKestoDlgCommands, InfoClosingTheListRepaintsThePanelsAndTheHighlight) {
 TEST(CKestoDlgCommands, RetryDrawsTheNewPlacementWithoutHighlight) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
-    s.Drawing().Select().SetPicked(&s.FirstStack());
+    s.Drawing().Select().SetPicked(s.FirstStack().Id);
     s.D().DrawArea()->DrawParts(DrawMode::Highlight);
     Click(s.D(), "B-RETRY");
-    EXPECT_EQ(s.Drawing().Selected().Picked(), nullptr);
+    EXPECT_EQ(s.Drawing().Selected().Picked(), kNoStack);
     EXPECT_EQ(s.CountInArea(colour::kPicked), 0);
     EXPECT_GT(s.CountInArea(colour::kPartNormal), 100);
 }

@@ -39,7 +39,7 @@ int PanelTextPixels(const QImage& image) {
 TEST(CKestoDlgEditing, TheJobStandsAsWorkedOut) {
     EditingWindow w;
     ASSERT_TRUE(w.opened);
-    ASSERT_EQ(w.App().HaichiList.Items.size(), 4u);
+    ASSERT_EQ(w.App().HaichiList.size(), 4u);
     EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
     EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
     EXPECT_DOUBLE_EQ(w.StackNo(1).Y, 550);
@@ -76,7 +76,7 @@ TEST(CKestoDlgEditing, ClickPicksTheStackAndShowsItInTheListAndThePanel) {
     ASSERT_TRUE(w.opened);
     EXPECT_EQ(PanelTextPixels(w.job.Dialog->PartsInfoPanel()->Image()), 0);
     w.Click({830, 718});
-    EXPECT_EQ(w.Drawing().Selected().Picked(), &w.StackNo(0));
+    EXPECT_EQ(w.Drawing().Selected().Picked(), w.StackNo(0).Id);
     EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
     EXPECT_EQ(w.Picture(680, 128), colour::kSamePart);
     EXPECT_EQ(w.Selected("LIST-PTALL").size(), 1);
@@ -113,7 +113,7 @@ TEST(CKestoDlgEditing, ClickOrOneMoveIsAPickOnly) {
     QTest::mouseRelease(&w.Area(), Qt::LeftButton, {}, QPoint(300, 700));
     EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
     EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
-    EXPECT_EQ(w.Drawing().Selected().Picked(), &w.StackNo(0));
+    EXPECT_EQ(w.Drawing().Selected().Picked(), w.StackNo(0).Id);
 }
 
 // Pressed at (830, 718), the rectangle's corner is 160 left and 100 up; released at (260, 718)
@@ -186,7 +186,7 @@ TEST(CKestoDlgEditing, DraggingAboveTheCaptionStripAbandons) {
     w.Drag({830, 718}, {830, 30});
     EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
     EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
-    EXPECT_EQ(w.Drawing().Selected().Picked(), nullptr);
+    EXPECT_EQ(w.Drawing().Selected().Picked(), kNoStack);
     EXPECT_TRUE(w.Area().DragImage().empty());
 }
 
@@ -256,7 +256,7 @@ TEST(CKestoDlgEditing, RemovingTheLastBandStackWithShiftEndsTheBand) {
     EXPECT_TRUE(w.Drawing().Selected().BandList().empty());
     // The stack hit stays picked, as the hit test left it: lit, its line selected, and MaiChg
     // or left work on it.
-    EXPECT_EQ(w.Drawing().Selected().Picked(), &w.StackNo(0));
+    EXPECT_EQ(w.Drawing().Selected().Picked(), w.StackNo(0).Id);
     EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
     EXPECT_EQ(w.Selected("LIST-PTALL").size(), 1);
 }
@@ -272,7 +272,7 @@ TEST(CKestoDlgEditing, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
     ASSERT_EQ(w.Drawing().Selected().BandList().size(), 1u);
     w.Click({(other.Left + other.Right) / 2, (other.Top + other.Bottom) / 2}, Qt::ShiftModifier);
     ASSERT_EQ(w.Drawing().Selected().BandList().size(), 1u);
-    EXPECT_EQ(w.Drawing().Selected().BandList()[0].Record, &w.StackNo(0));
+    EXPECT_EQ(w.Drawing().Selected().BandList()[0].Stack, w.StackNo(0).Id);
     EXPECT_EQ(w.Picture(other.Left + 3, other.Top + 3), colour::kPartNormal);
     EXPECT_EQ(w.Picture(a.Left + 3, a.Top + 3), colour::kPicked);
 }
@@ -289,7 +289,7 @@ TEST(CKestoDlgEditing, LeftDisablesOkAndRightEnablesItAgain) {
     w.Click({830, 718});
     QTest::mouseClick(w.Button("B-PTOT"), Qt::LeftButton);
     EXPECT_FALSE(ok->isEnabled());
-    EXPECT_EQ(w.App().HaichiList.Items.size(), 3u);
+    EXPECT_EQ(w.App().HaichiList.size(), 3u);
     ASSERT_EQ(w.List("LIST-TORIOKI")->count(), 1);
     EXPECT_TRUE(w.List("LIST-TORIOKI")->item(0)->text().startsWith("001    5/10"));
     EXPECT_EQ(w.Picture(680, 628), colour::kPalletFrame);
@@ -321,13 +321,13 @@ TEST(CKestoDlgEditing, CtrlZTakesLeftBackAndCtrlYDoesItAgain) {
     const HaichiInfo before = w.StackNo(0);
     QTest::mouseClick(w.Button("B-PTOT"), Qt::LeftButton);
     ASSERT_FALSE(ok->isEnabled());
-    ASSERT_EQ(w.App().HaichiList.Items.size(), 3u);
+    ASSERT_EQ(w.App().HaichiList.size(), 3u);
     EXPECT_TRUE(undo->isEnabled());
     EXPECT_EQ(undo->text(), "Undo Left");
     EXPECT_FALSE(redo->isEnabled());
 
     w.Key(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(w.App().HaichiList.Items.size(), 4u);
+    EXPECT_EQ(w.App().HaichiList.size(), 4u);
     EXPECT_DOUBLE_EQ(w.StackNo(0).X, before.X);
     EXPECT_DOUBLE_EQ(w.StackNo(0).Y, before.Y);
     EXPECT_EQ(w.StackNo(0).Part->PiecesPlaced, 10);
@@ -338,14 +338,14 @@ TEST(CKestoDlgEditing, CtrlZTakesLeftBackAndCtrlYDoesItAgain) {
     EXPECT_EQ(redo->text(), "Redo Left");
 
     w.Key(Qt::Key_Y, Qt::ControlModifier);
-    EXPECT_EQ(w.App().HaichiList.Items.size(), 3u);
+    EXPECT_EQ(w.App().HaichiList.size(), 3u);
     EXPECT_EQ(w.List("LIST-TORIOKI")->count(), 1);
     EXPECT_FALSE(ok->isEnabled());
     EXPECT_EQ(w.Picture(680, 628), colour::kPalletFrame);
 
     w.Key(Qt::Key_Z, Qt::ControlModifier);
     w.Key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(w.App().HaichiList.Items.size(), 3u);
+    EXPECT_EQ(w.App().HaichiList.size(), 3u);
     EXPECT_TRUE(w.job.Svc.Op.KakuNumbers.empty());
 }
 
@@ -383,9 +383,9 @@ TEST(CKestoDlgEditing, LeftLeavesThePartViewAsItWas) {
     const std::optional<IntRect> other = w.Drawing().ScreenRect(w.StackNo(0));
     ASSERT_TRUE(other.has_value());
     w.Click({(other->Left + other->Right) / 2, (other->Top + other->Bottom) / 2});
-    ASSERT_NE(w.Drawing().Selected().Picked(), nullptr);
+    ASSERT_NE(w.Drawing().Selected().Picked(), kNoStack);
     QTest::mouseClick(w.Button("B-PTOT"), Qt::LeftButton);
-    EXPECT_EQ(w.Drawing().Selected().Picked(), nullptr);
+    EXPECT_EQ(w.Drawing().Selected().Picked(), kNoStack);
     EXPECT_EQ(w.job.Dialog->PartsViewPanel()->Image(), shown);
 }
 
@@ -437,7 +437,7 @@ TEST(CKestoDlgEditing, LeftWithABandInForceShowsMessage15) {
     QTest::mouseClick(w.Button("B-PTOT"), Qt::LeftButton);
     EXPECT_EQ(w.job.Svc.Op.KakuNumbers, (std::vector<std::pair<int, int>>{{15, 0}}));
     EXPECT_TRUE(w.Button("B-OK")->isEnabled());
-    EXPECT_EQ(w.App().HaichiList.Items.size(), 4u);
+    EXPECT_EQ(w.App().HaichiList.size(), 4u);
 }
 
 // Answers the sheet-count dialog once it runs: the count typed, then OK.
@@ -457,7 +457,7 @@ TEST(CKestoDlgEditing, MaiChgWithoutAPickDoesNothing) {
     ASSERT_TRUE(w.opened);
     QTest::mouseClick(w.Button("B-MAICHG"), Qt::LeftButton);
     EXPECT_EQ(w.job.Dialog->findChild<CKs_MaiDlg*>(), nullptr);
-    EXPECT_EQ(w.App().HaichiList.Items.size(), 4u);
+    EXPECT_EQ(w.App().HaichiList.size(), 4u);
 }
 
 TEST(CKestoDlgEditing, MaiChgStacksThePickedPartAgainWithTheNewCount) {
@@ -465,7 +465,7 @@ TEST(CKestoDlgEditing, MaiChgStacksThePickedPartAgainWithTheNewCount) {
     ASSERT_TRUE(w.opened);
     QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
     w.Click({830, 718});  // A1's stack at X 950, Y 50
-    ASSERT_EQ(w.Drawing().Selected().Picked(), &w.StackNo(0));
+    ASSERT_EQ(w.Drawing().Selected().Picked(), w.StackNo(0).Id);
     // Ten pieces of 10 high under the limit of 500: ten fit, so the dialog gives 10 and asks
     // 206/207 because that differs from the five it opened with.
     // A mark on the all-parts dialog's first line: MaiChg does not fill that dialog again.
@@ -490,8 +490,8 @@ TEST(CKestoDlgEditing, MaiChgStacksThePickedPartAgainWithTheNewCount) {
     EXPECT_DOUBLE_EQ(a1[0]->Y, 50);
     EXPECT_EQ(a1[0]->Part->PiecesPlaced, 10);
     EXPECT_EQ(a1[0]->Part->PerStackLimit, 5);
-    EXPECT_EQ(w.Drawing().Selected().Picked(), a1[0]);
-    EXPECT_EQ(w.Drawing().Selected().LastPicked(), a1[0]);
+    EXPECT_EQ(w.Drawing().Selected().Picked(), a1[0]->Id);
+    EXPECT_EQ(w.Drawing().Selected().LastPicked(), a1[0]->Id);
     // The new stack is lit as the pick at (670, 618)-(990, 818); its old place above is free.
     EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
     EXPECT_EQ(w.Picture(680, 128), colour::kPalletFrame);
@@ -509,7 +509,7 @@ TEST(CKestoDlgEditing, MaiChgLeavingThePartShortShowsMessage10OverTheNewState) {
     ASSERT_TRUE(w.opened);
     QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
     w.Click({830, 718});  // A1's stack at X 950, Y 50
-    ASSERT_EQ(w.Drawing().Selected().Picked(), &w.StackNo(0));
+    ASSERT_EQ(w.Drawing().Selected().Picked(), w.StackNo(0).Id);
     const QStringList linesBefore = Lines(w.List("LIST-PTALL"));
     const QImage pictureBefore = w.Area().Image();
     // One piece a stack: A1's ten pieces want ten stacks. Pallet 2's cell is A2's, so only
@@ -517,7 +517,7 @@ TEST(CKestoDlgEditing, MaiChgLeavingThePartShortShowsMessage10OverTheNewState) {
     // placed, message 10. The ten pieces are then shared out over the four (3, 3, 2, 2).
     QStringList linesAtMessage;
     QImage pictureAtMessage;
-    const HaichiInfo* lastAtMessage = &w.StackNo(0);
+    StackId lastAtMessage = w.StackNo(0).Id;
     w.job.Svc.Op.OnAsk = [&](int no1) {
         if (no1 != 10)
             return;
@@ -548,9 +548,9 @@ TEST(CKestoDlgEditing, MaiChgLeavingThePartShortShowsMessage10OverTheNewState) {
     EXPECT_EQ(pictureAtMessage, w.Area().Image());
     // The stack at the old place (950, 50) becomes the last pick once the message is
     // answered; it is also the first of the part's stacks, the pick.
-    EXPECT_EQ(lastAtMessage, nullptr);
-    EXPECT_EQ(w.Drawing().Selected().LastPicked(), a1[0]);
-    EXPECT_EQ(w.Drawing().Selected().Picked(), a1[0]);
+    EXPECT_EQ(lastAtMessage, kNoStack);
+    EXPECT_EQ(w.Drawing().Selected().LastPicked(), a1[0]->Id);
+    EXPECT_EQ(w.Drawing().Selected().Picked(), a1[0]->Id);
 }
 
 // The block drawing toggle draws the cells, then the picked stack's highlight over them again.

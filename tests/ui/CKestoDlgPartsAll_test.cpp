@@ -53,8 +53,8 @@ TEST(CKestoDlgPartsAll, ClickHighlightsThePartAndKeepsItsFirstStack) {
     EXPECT_EQ(s.PixelOf(stack), colour::kPartNormal);
     s.ClickLine(0);
     EXPECT_EQ(s.SelectedRows(), std::vector<int>{0});
-    EXPECT_EQ(s.Drawing().Selected().LastPicked(), &stack);
-    EXPECT_EQ(s.Drawing().Selected().Picked(), nullptr);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), stack.Id);
+    EXPECT_EQ(s.Drawing().Selected().Picked(), kNoStack);
     EXPECT_EQ(s.PixelOf(stack), colour::kSamePart);  // 252, 255, 108
 }
 
@@ -66,7 +66,7 @@ TEST(CKestoDlgPartsAll, AddedLineLeavesOnlyTheCaretLineSelected) {
     EXPECT_EQ(s.SelectedRows(), std::vector<int>{1});
     // Seq 2 has no stack: Seq 1's highlight went, its stack stays LastPicked.
     EXPECT_EQ(s.PixelOf(s.FirstStack()), colour::kPartNormal);
-    EXPECT_EQ(s.Drawing().Selected().LastPicked(), &s.FirstStack());
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), s.FirstStack().Id);
 }
 
 TEST(CKestoDlgPartsAll, ClickDuringABandSelectionIsUndone) {
@@ -75,7 +75,7 @@ TEST(CKestoDlgPartsAll, ClickDuringABandSelectionIsUndone) {
     s.Drawing().Select().SetBand(BandState::InForce);
     s.ClickLine(0);
     EXPECT_TRUE(s.SelectedRows().empty());
-    EXPECT_EQ(s.Drawing().Selected().LastPicked(), nullptr);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), kNoStack);
     EXPECT_EQ(s.PixelOf(s.FirstStack()), colour::kPartNormal);
 }
 
@@ -87,7 +87,7 @@ TEST(CKestoDlgPartsAll, DroppingTheBandWithDirectPicksNothing) {
     s.Drawing().Select().SetBand(BandState::InForce);
     QTest::mouseClick(s.job.Dialog->findChild<QPushButton*>("B-NEST-A"), Qt::LeftButton);
     EXPECT_TRUE(s.SelectedRows().empty());
-    EXPECT_EQ(s.Drawing().Selected().LastPicked(), nullptr);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), kNoStack);
 }
 
 }  // namespace

@@ -93,7 +93,7 @@ TEST(CKestoDlgPrint, PrintsTheCorrectedJobAndLeavesTheWindowAsItWas) {
     const ViewState shown = w.Shown();
     const QImage picture = w.Area().Image();
     const QString undo = w.job.Dialog->UndoAction()->text();
-    const size_t stacks = w.App().HaichiList.Items.size();
+    const size_t stacks = w.App().HaichiList.size();
 
     const std::filesystem::path printed = w.job.Install.Path("printed.pdf");
     ASSERT_EQ(PrintToFile(*w.job.Dialog, printed), "");
@@ -101,7 +101,7 @@ TEST(CKestoDlgPrint, PrintsTheCorrectedJobAndLeavesTheWindowAsItWas) {
     EXPECT_TRUE(w.Shown() == shown);
     EXPECT_EQ(w.Area().Image(), picture);
     EXPECT_EQ(w.job.Dialog->UndoAction()->text(), undo);
-    EXPECT_EQ(w.App().HaichiList.Items.size(), stacks);
+    EXPECT_EQ(w.App().HaichiList.size(), stacks);
     EXPECT_DOUBLE_EQ(w.StackNo(0).X, 370);
     // A1 on pallet 1, A2 on pallet 2, the summary.
     EXPECT_EQ(test::PdfPages(printed.string()).ContentLengths.size(), 3u);

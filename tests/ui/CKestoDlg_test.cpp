@@ -129,7 +129,7 @@ TEST(CKestoDlg, LayoutDrawsTheAreaAtItsNewSizeWithThePanelsAndTheHighlight) {
     EXPECT_EQ(job.Shown().AreaRect, (IntRect{0, 0, area.width(), area.height()}));
     EXPECT_GT(CountIn(area.Image(), colour::kPalletFrame), 1000);
     EXPECT_EQ(CountIn(job.Dialog->PartsInfoPanel()->Image(), colour::kPanelText), 0);
-    area.Drawing().Select().SetPicked(&*job.App().HaichiList.begin());
+    area.Drawing().Select().SetPicked(job.App().HaichiList.front().Id);
     ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1280, 1024));
     EXPECT_EQ(area.Image().size(), area.size());
     EXPECT_EQ(area.width(), job.Shown().AreaPlacement.Right - job.Shown().AreaPlacement.Left);

@@ -300,7 +300,7 @@ TEST(CKs_DrawArea, HighlightModePaintsThePickedStackGreen) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
     a.Area().Refresh();
-    a.Area().Drawing().Select().SetPicked(&a.FirstStack());
+    a.Area().Drawing().Select().SetPicked(a.FirstStack().Id);
     a.Area().DrawParts(DrawMode::Highlight);
     a.ExpectPixels({
         {326, 402, colour::kPicked},
@@ -342,7 +342,7 @@ TEST(CKs_DrawArea, ImageSurvivesAnExpose) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
     a.Area().Refresh();
-    a.Area().Drawing().Select().SetPicked(&a.FirstStack());
+    a.Area().Drawing().Select().SetPicked(a.FirstStack().Id);
     a.Area().DrawParts(DrawMode::Highlight);
     const QImage before = a.Area().Image();
     const QImage shown = a.Area().grab().toImage().convertToFormat(QImage::Format_RGB32);

@@ -265,8 +265,8 @@ TEST(CKs_PartsAllDlg, LineClickShowsEveryPieceOfThePartAndKeepsItsFirstStack) {
     ASSERT_TRUE(r.has_value());
     EXPECT_EQ(s.AreaPixel(*r), colour::kPartNormal);
     s.ClickLine(0);
-    EXPECT_EQ(s.Drawing().Selected().LastPicked(), &stack);
-    EXPECT_EQ(s.Drawing().Selected().Picked(), nullptr);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), stack.Id);
+    EXPECT_EQ(s.Drawing().Selected().Picked(), kNoStack);
     EXPECT_EQ(s.AreaPixel(*r), colour::kSamePart);  // 252, 255, 108
 }
 
@@ -280,7 +280,7 @@ TEST(CKs_PartsAllDlg, LineOfAPartWithoutStacksOnlyDrawsTheOldPickBack) {
     s.ClickLine(0);
     s.ClickLine(1);  // Seq 2 is in a small box
     EXPECT_EQ(s.AreaPixel(r), colour::kPartNormal);
-    EXPECT_EQ(s.Drawing().Selected().LastPicked(), &stack);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), stack.Id);
 }
 
 TEST(CKs_PartsAllDlg, MarkFollowsThePalletInViewAndTheProcess) {
@@ -319,12 +319,12 @@ TEST(CKs_PartsAllDlg, SelectLineOfPartSelectsThePickedPartsLineWithoutPicking) {
     PartsAllJob s;
     ASSERT_TRUE(s.shown);
     s.ClickMain("B-INFO");
-    s.Drawing().Select().SetPicked(&s.FirstStackOf(1));
+    s.Drawing().Select().SetPicked(s.FirstStackOf(1).Id);
     s.Dlg().SelectLineOfPart();
     EXPECT_EQ(s.List().currentRow(), 0);
     EXPECT_TRUE(s.List().item(0)->isSelected());
-    EXPECT_EQ(s.Drawing().Selected().LastPicked(), nullptr);
-    s.Drawing().Select().SetPicked(nullptr);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), kNoStack);
+    s.Drawing().Select().SetPicked(kNoStack);
     s.Dlg().SelectLineOfPart();
     EXPECT_TRUE(s.List().selectedItems().isEmpty());
 }
@@ -339,7 +339,7 @@ TEST(CKs_PartsAllDlg, PickInTheDrawingSelectsThePartsLine) {
     EXPECT_TRUE(s.List().selectedItems().isEmpty());
     QTest::mouseClick(s.D().DrawArea(), Qt::LeftButton, Qt::NoModifier,
                       QPoint((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2));
-    EXPECT_EQ(s.Drawing().Selected().LastPicked(), &stack);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), stack.Id);
     ASSERT_EQ(s.List().selectedItems().size(), 1);
     EXPECT_EQ(s.List().currentRow(), 0);
 }
@@ -353,7 +353,7 @@ TEST(CKs_PartsAllDlg, SelectLineOfSeqFromTheDrawingsPick) {
     EXPECT_TRUE(s.List().item(1)->isSelected());
     s.Dlg().SelectLineOfSeq(9);
     EXPECT_TRUE(s.List().selectedItems().isEmpty());
-    EXPECT_EQ(s.Drawing().Selected().LastPicked(), nullptr);
+    EXPECT_EQ(s.Drawing().Selected().LastPicked(), kNoStack);
 }
 
 TEST(CKs_PartsAllDlg, FillForAnUnknownProcessKeepsTheLines) {

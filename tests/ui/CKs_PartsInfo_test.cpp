@@ -64,7 +64,7 @@ TEST(CKs_PartsInfo, WithoutAPickOnlyTheBackgroundIsPainted) {
 TEST(CKs_PartsInfo, PickedStackIsDescribedInThreeWhiteLines) {
     InfoJob info;
     ASSERT_TRUE(info.opened);
-    info.Drawing().Select().SetPicked(&*info.job.App().HaichiList.begin());
+    info.Drawing().Select().SetPicked(info.job.App().HaichiList.front().Id);
     info.Panel().Refresh();
     EXPECT_GT(info.WhiteIn(30, 10, 600, 26), 30);
     EXPECT_GT(info.WhiteIn(30, 36, 600, 52), 30);
@@ -77,9 +77,9 @@ TEST(CKs_PartsInfo, PickedStackIsDescribedInThreeWhiteLines) {
 TEST(CKs_PartsInfo, ForgettingThePickClearsThePanelOnTheNextRefresh) {
     InfoJob info;
     ASSERT_TRUE(info.opened);
-    info.Drawing().Select().SetPicked(&*info.job.App().HaichiList.begin());
+    info.Drawing().Select().SetPicked(info.job.App().HaichiList.front().Id);
     info.Panel().Refresh();
-    info.Drawing().Select().SetPicked(nullptr);
+    info.Drawing().Select().SetPicked(kNoStack);
     info.Panel().Refresh();
     EXPECT_EQ(info.NotBackgroundIn(0, 0, 600, 100), 0);
 }

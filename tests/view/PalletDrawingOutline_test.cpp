@@ -218,7 +218,7 @@ TEST_F(Outlines, HighlightedOutlinesUseThePickedAndSamePartColours) {
         job.app, *part,
         {.Block = block, .Pieces = 2, .X = 900.6, .Y = 600.4});  // another piece of the same part
     job.app.Settings.IsDirect = 1;
-    drawing.Select().SetPicked(record);
+    drawing.Select().SetPicked(record->Id);
     DisplayList canvas;
     drawing.DrawParts(canvas, DrawMode::Highlight);
     const std::vector<Primitive> lines = test::Lines(canvas);

@@ -213,7 +213,7 @@ TEST_F(FlatParts, TaggedStacksShowTheirTagsInPlaceOfNameAndCount) {
     const HaichiInfo& smallStack = Small();
     Rail();
     StackTags tags;
-    tags.Texts = {{&bracketStack, "1"}, {&smallStack, "12"}};
+    tags.Texts = {{bracketStack.Id, "1"}, {smallStack.Id, "12"}};
     tags.Fonts = {{7, 30}, {6, 16}, {5, 12}};
     drawing.TagStacks(&tags);
     LayOut();
@@ -229,7 +229,7 @@ TEST_F(FlatParts, TaggedStacksShowTheirTagsInPlaceOfNameAndCount) {
     // round x 602, top 429 + (23 - 16) / 2 = 432.
     ExpectLabel(drawn[1], "12", {591, 432, 613, 456}, 6);
     // A stack no font fits takes the last, standing over its edges.
-    tags.Texts = {{&bracketStack, "123456789012345678901234567890"}};
+    tags.Texts = {{bracketStack.Id, "123456789012345678901234567890"}};
     DisplayList tight;
     drawing.DrawParts(tight, DrawMode::All);
     ASSERT_EQ(1u, test::Labels(tight).size());
@@ -387,16 +387,16 @@ TEST_F(FlatParts, TheStackWithTheNearerCornerIsPicked) {
     // (300, 550): BRACKET's nearest corner (388, 540): d = sqrt(88^2 + 10^2) = 88.6;
     // RAIL's (291, 497): d = sqrt(9^2 + 53^2) = 53.8. RAIL wins.
     drawing.HitTest(300, 550);
-    EXPECT_EQ(&b, drawing.Selected().Picked());
+    EXPECT_EQ(b.Id, drawing.Selected().Picked());
     EXPECT_EQ(kRail, drawing.Selected().PickRect());
     // (380, 600): BRACKET (388, 652): sqrt(8^2 + 52^2) = 52.6; RAIL (439, 608):
     // sqrt(59^2 + 8^2) = 59.5. BRACKET, the earlier one, stays.
     drawing.HitTest(380, 600);
-    EXPECT_EQ(&a, drawing.Selected().Picked());
+    EXPECT_EQ(a.Id, drawing.Selected().Picked());
     EXPECT_EQ(kBracket, drawing.Selected().PickRect());
     ASSERT_EQ(2u, drawing.Selected().PickHistory().size());
-    EXPECT_EQ(&b, drawing.Selected().PickHistory()[0]);
-    EXPECT_EQ(&a, drawing.Selected().PickHistory()[1]);
+    EXPECT_EQ(b.Id, drawing.Selected().PickHistory()[0]);
+    EXPECT_EQ(a.Id, drawing.Selected().PickHistory()[1]);
 }
 
 TEST_F(FlatParts, AtEqualDistanceTheEarlierStackStaysPicked) {
@@ -404,7 +404,7 @@ TEST_F(FlatParts, AtEqualDistanceTheEarlierStackStaysPicked) {
     Bracket(3);  // the same place, later in the list
     LayOut();
     drawing.HitTest(300, 560);
-    EXPECT_EQ(&first, drawing.Selected().Picked());
+    EXPECT_EQ(first.Id, drawing.Selected().Picked());
     EXPECT_EQ(kBracket, drawing.Selected().PickRect());
 }
 
@@ -415,18 +415,18 @@ TEST_F(FlatParts, PickingTheSameStackAgainDoesNotGrowTheHistory) {
     drawing.HitTest(300, 550);
     drawing.HitTest(300, 551);
     ASSERT_EQ(1u, drawing.Selected().PickHistory().size());
-    EXPECT_EQ(&b, drawing.Selected().PickHistory()[0]);
+    EXPECT_EQ(b.Id, drawing.Selected().PickHistory()[0]);
 }
 
 TEST_F(FlatParts, AMissLeavesThePickAlone) {
     Bracket();
     LayOut();
     drawing.HitTest(50, 50);
-    EXPECT_EQ(nullptr, drawing.Selected().Picked());
+    EXPECT_EQ(kNoStack, drawing.Selected().Picked());
     EXPECT_TRUE(drawing.Selected().PickHistory().empty());
     // The edges belong to the rectangle.
     drawing.HitTest(388, 652);
-    EXPECT_NE(nullptr, drawing.Selected().Picked());
+    EXPECT_NE(kNoStack, drawing.Selected().Picked());
 }
 
 TEST_F(FlatParts, HitTestModeDrawsNothing) {
@@ -444,10 +444,10 @@ TEST_F(FlatParts, PickingByBlockAddsTheOtherStacksOfTheBlock) {
     job.shown.HitByBlock = 1;
     LayOut();
     drawing.HitTest(300, 550);
-    EXPECT_EQ(&b, drawing.Selected().Picked());
+    EXPECT_EQ(b.Id, drawing.Selected().Picked());
     ASSERT_EQ(2u, drawing.Selected().PickHistory().size());
-    EXPECT_EQ(&b, drawing.Selected().PickHistory()[0]);
-    EXPECT_EQ(&a, drawing.Selected().PickHistory()[1]);
+    EXPECT_EQ(b.Id, drawing.Selected().PickHistory()[0]);
+    EXPECT_EQ(a.Id, drawing.Selected().PickHistory()[1]);
     // Union of {291, 497, 439, 608} and {210, 540, 388, 652}.
     EXPECT_EQ((IntRect{210, 497, 439, 652}), drawing.Selected().PickRect());
 }
@@ -460,9 +460,9 @@ TEST_F(FlatParts, TheRubberBandCollectsTheStacksInsideIt) {
     drawing.HitTest(0, 0);
     // BRACKET {210, 540, 388, 652} lies inside; RAIL's top 497 is above the band.
     ASSERT_EQ(1u, drawing.Selected().BandList().size());
-    EXPECT_EQ(&a, drawing.Selected().BandList()[0].Record);
+    EXPECT_EQ(a.Id, drawing.Selected().BandList()[0].Stack);
     EXPECT_EQ(kBracket, drawing.Selected().BandList()[0].Rect);
-    EXPECT_EQ(nullptr, drawing.Selected().Picked());
+    EXPECT_EQ(kNoStack, drawing.Selected().Picked());
 }
 
 TEST_F(FlatParts, ARectangleOnTheBandsEdgesIsInside) {
@@ -495,12 +495,12 @@ class Highlights : public FlatParts {
 };
 
 TEST_F(Highlights, HighlightDrawsThePickedStackAndTheOtherPiecesOfItsPart) {
-    drawing.Select().SetPicked(a);
+    drawing.Select().SetPicked(a->Id);
     auto rects = Draw(DrawMode::Highlight);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPicked);
     ExpectFill(rects[1], kBracketFar, colour::kSamePart);
-    drawing.Select().SetPicked(b);
+    drawing.Select().SetPicked(b->Id);
     rects = Draw(DrawMode::Highlight);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedPicked);
@@ -508,7 +508,7 @@ TEST_F(Highlights, HighlightDrawsThePickedStackAndTheOtherPiecesOfItsPart) {
 
 TEST_F(Highlights, InThreeDEveryStackGetsItsLayersAndLabelAgainInListOrder) {
     job.shown.Is3D = 1;
-    drawing.Select().SetPicked(a);
+    drawing.Select().SetPicked(a->Id);
     canvas.Clear();
     drawing.DrawParts(canvas, DrawMode::Highlight);
     // BRACKET (7 pieces): base, layers 2..7 and the top highlight (8); RAIL (4 pieces, not
@@ -535,7 +535,7 @@ TEST_F(Highlights, InThreeDEveryStackGetsItsLayersAndLabelAgainInListOrder) {
 
 TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
     job.shown.Is3D = 1;
-    drawing.Select().SetLastPicked(c);
+    drawing.Select().SetLastPicked(c->Id);
     canvas.Clear();
     drawing.DrawParts(canvas, DrawMode::Unhighlight);
     // BRACKET and BRACKET far in normal colours with their layers; RAIL's layers alone:
@@ -548,7 +548,7 @@ TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
 
     // Mode 4 fills no layers but the top one of the part's stacks (black pen); every stack is
     // labelled.
-    drawing.Select().SetPicked(a);
+    drawing.Select().SetPicked(a->Id);
     canvas.Clear();
     drawing.DrawParts(canvas, DrawMode::PartPieces);
     const auto rects = test::Rectangles(canvas);
@@ -564,7 +564,7 @@ TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
 }
 
 TEST_F(Highlights, FlatOnlyTheRecolouredStacksAreLabelledAgain) {
-    drawing.Select().SetPicked(b);
+    drawing.Select().SetPicked(b->Id);
     canvas.Clear();
     drawing.DrawParts(canvas, DrawMode::Highlight);
     for (const Primitive& label : test::Labels(canvas))
@@ -574,7 +574,7 @@ TEST_F(Highlights, FlatOnlyTheRecolouredStacksAreLabelledAgain) {
 
 TEST_F(Highlights, HighlightWithTheRubberBand) {
     drawing.Select().SetBand(BandState::InForce);
-    drawing.Select().AddBandEntry(BandEntry{a, kBracket});
+    drawing.Select().AddBandEntry(BandEntry{a->Id, kBracket});
     const auto rects = Draw(DrawMode::Highlight);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPicked);
@@ -582,11 +582,11 @@ TEST_F(Highlights, HighlightWithTheRubberBand) {
 }
 
 TEST_F(Highlights, UnhighlightDrawsTheLastPickedPartInNormalColours) {
-    drawing.Select().SetLastPicked(b);
+    drawing.Select().SetLastPicked(b->Id);
     auto rects = Draw(DrawMode::Unhighlight);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedNormal);
-    drawing.Select().SetLastPicked(a);
+    drawing.Select().SetLastPicked(a->Id);
     rects = Draw(DrawMode::Unhighlight);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPartNormal);
@@ -595,7 +595,7 @@ TEST_F(Highlights, UnhighlightDrawsTheLastPickedPartInNormalColours) {
 
 TEST_F(Highlights, UnhighlightWithTheRubberBandRedrawsTheBandsParts) {
     drawing.Select().SetBand(BandState::InForce);
-    drawing.Select().AddBandEntry(BandEntry{b, kRail});
+    drawing.Select().AddBandEntry(BandEntry{b->Id, kRail});
     const auto rects = Draw(DrawMode::Unhighlight);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedNormal);
@@ -604,8 +604,8 @@ TEST_F(Highlights, UnhighlightWithTheRubberBandRedrawsTheBandsParts) {
 // The previous pick's part is drawn back too, so its highlight does not stay on screen.
 TEST_F(Highlights, UnhighlightWithTheRubberBandAlsoRedrawsTheLastPickedPart) {
     drawing.Select().SetBand(BandState::InForce);
-    drawing.Select().AddBandEntry(BandEntry{b, kRail});
-    drawing.Select().SetLastPicked(a);
+    drawing.Select().AddBandEntry(BandEntry{b->Id, kRail});
+    drawing.Select().SetLastPicked(a->Id);
     const auto rects = Draw(DrawMode::Unhighlight);
     ASSERT_EQ(3u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPartNormal);
@@ -614,7 +614,7 @@ TEST_F(Highlights, UnhighlightWithTheRubberBandAlsoRedrawsTheLastPickedPart) {
 }
 
 TEST_F(Highlights, AllNormalRedrawsEveryStack) {
-    drawing.Select().SetPicked(a);
+    drawing.Select().SetPicked(a->Id);
     const auto rects = Draw(DrawMode::AllNormal);
     ASSERT_EQ(3u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kPartNormal);
@@ -623,12 +623,12 @@ TEST_F(Highlights, AllNormalRedrawsEveryStack) {
 }
 
 TEST_F(Highlights, PartPiecesDrawsEveryPieceOfThePickedPart) {
-    drawing.Select().SetPicked(a);
+    drawing.Select().SetPicked(a->Id);
     auto rects = Draw(DrawMode::PartPieces);
     ASSERT_EQ(2u, rects.size());
     ExpectFill(rects[0], kBracket, colour::kSamePart);
     ExpectFill(rects[1], kBracketFar, colour::kSamePart);
-    drawing.Select().SetPicked(b);
+    drawing.Select().SetPicked(b->Id);
     rects = Draw(DrawMode::PartPieces);
     ASSERT_EQ(1u, rects.size());
     ExpectFill(rects[0], kRail, colour::kMarkedPicked);
@@ -697,7 +697,7 @@ TEST_F(FlatParts, AStackAcrossAnOffsetLineIsFramedInTheLinesColourAfterTheLines)
     }
     // Drawn again for a highlight, the frame stays on top.
     canvas.Clear();
-    drawing.Select().SetPicked(&*job.app.HaichiList.begin());
+    drawing.Select().SetPicked(job.app.HaichiList.front().Id);
     drawing.DrawParts(canvas, DrawMode::Highlight);
     EXPECT_EQ(5u, test::Lines(canvas).size());
 }

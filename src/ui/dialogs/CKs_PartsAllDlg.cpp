@@ -128,7 +128,7 @@ void CKs_PartsAllDlg::Fill(int32_t koutei) {
 }
 
 void CKs_PartsAllDlg::SelectLineOfPart() {
-    SelectRow(LineOfPicked(Lines(), area_.Drawing().Selected().Picked()));
+    SelectRow(LineOfPicked(Lines(), area_.Drawing().PickedStack()));
 }
 
 void CKs_PartsAllDlg::SelectLineOfSeq(int32_t seq) {

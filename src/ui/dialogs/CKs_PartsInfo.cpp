@@ -24,7 +24,7 @@ void CKs_PartsInfo::PlacePanel() {
 }
 
 const PartsInfo* CKs_PartsInfo::Shown() const {
-    if (const HaichiInfo* picked = selection_.Selected().Picked())
+    if (const HaichiInfo* picked = selection_.PickedStack())
         return picked->Part;
     if (chosen_ == 0)
         return nullptr;

@@ -163,7 +163,6 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void EndDialog(OkCancel end);
 
     // SessionView.
-    void ForgetJob() override;
     void ShowResetJob() override;
     void ShowPlacedJob() override;
 

@@ -35,7 +35,7 @@ void CKestoDlg::RepaintPanels() {
 }
 
 void CKestoDlg::DrawHitDisplay() {
-    if (drawArea_->Drawing().Selected().Picked() != nullptr)
+    if (drawArea_->Drawing().Selected().Picked() != kNoStack)
         drawArea_->DrawParts(DrawMode::Highlight);
 }
 
@@ -154,7 +154,7 @@ void CKestoDlg::OnBlockDraw() {
     shown_.IsBlockDraw = shown_.IsBlockDraw == 0 ? 1 : 0;
     drawArea_->Refresh();
     // With outlines shown the highlight is drawn even without a pick.
-    if (drawArea_->Drawing().Selected().Picked() != nullptr || app_.Settings.IsDirect.IsOne())
+    if (drawArea_->Drawing().Selected().Picked() != kNoStack || app_.Settings.IsDirect.IsOne())
         drawArea_->DrawParts(DrawMode::Highlight);
 }
 
@@ -171,14 +171,12 @@ void CKestoDlg::OnInfo() {
     }
 }
 
-void CKestoDlg::ForgetJob() {
-    drawArea_->Drawing().ForgetJob();
-    const QSignalBlocker block(allParts_);
-    allParts_->clearSelection();
-}
-
 void CKestoDlg::ShowReloadedJob() {
     editing_->JobReloaded();
+    {
+        const QSignalBlocker block(allParts_);
+        allParts_->clearSelection();
+    }
     drawArea_->Refresh();
     FollowSetAside();
     EndIfJobEnded();

@@ -88,7 +88,7 @@ void CKestoDlg::OnMaiChg() {
     int count = -1;
     {
         CKs_MaiDlg dialog(app_, shown_, session_.Svc().Messages, fonts_, session_.Svc().Op,
-                          *drawing.Selected().Picked(), drawing.ViewPallet.MaxStackHeight, this);
+                          *drawing.PickedStack(), drawing.ViewPallet.MaxStackHeight, this);
         count = dialog.Run();
     }
     RepaintPanels();

@@ -1,0 +1,97 @@
+#include "app/StackList.h"
+
+namespace kesto {
+
+namespace {
+
+int32_t Raw(StackId id) {
+    return static_cast<int32_t>(id);
+}
+
+}  // namespace
+
+StackList::StackList(const StackList& other)
+    : Count(other.Count), items_(other.items_), firstId_(other.firstId_), nextId_(other.nextId_) {
+    Reindex();
+}
+
+StackList& StackList::operator=(const StackList& other) {
+    if (this != &other) {
+        StackList copy(other);
+        *this = std::move(copy);
+    }
+    return *this;
+}
+
+void StackList::Reindex() {
+    byId_.assign(static_cast<size_t>(Raw(nextId_) - Raw(firstId_)), nullptr);
+    for (HaichiInfo& h : items_) {
+        const size_t slot = SlotOf(h.Id);
+        if (slot < byId_.size())
+            byId_[slot] = &h;
+    }
+}
+
+size_t StackList::SlotOf(StackId id) const {
+    // Ids before firstId_ wrap to a slot past the end.
+    return static_cast<size_t>(static_cast<uint32_t>(Raw(id) - Raw(firstId_)));
+}
+
+HaichiInfo& StackList::Append() {
+    const StackId id = nextId_;
+    byId_.reserve(byId_.size() + 1);
+    HaichiInfo& h = items_.emplace_back();
+    h.Id = id;
+    byId_.push_back(&h);
+    nextId_ = StackId{Raw(id) + 1};
+    return h;
+}
+
+HaichiInfo& StackList::AppendWithId(StackId id) {
+    const size_t slot = SlotOf(id);
+    if (slot >= byId_.size())
+        byId_.resize(slot + 1, nullptr);
+    HaichiInfo& h = items_.emplace_back();
+    h.Id = id;
+    byId_[slot] = &h;
+    if (Raw(id) >= Raw(nextId_))
+        nextId_ = StackId{Raw(id) + 1};
+    return h;
+}
+
+void StackList::Remove(const HaichiInfo* stack) {
+    for (auto it = items_.begin(); it != items_.end(); ++it) {
+        if (&*it != stack)
+            continue;
+        const size_t slot = SlotOf(it->Id);
+        if (slot < byId_.size() && byId_[slot] == &*it)
+            byId_[slot] = nullptr;
+        items_.erase(it);
+        return;
+    }
+}
+
+void StackList::Clear() {
+    items_.clear();
+    byId_.clear();
+    firstId_ = nextId_;
+}
+
+HaichiInfo* StackList::Find(StackId id) {
+    const size_t slot = SlotOf(id);
+    return slot < byId_.size() ? byId_[slot] : nullptr;
+}
+
+const HaichiInfo* StackList::Find(StackId id) const {
+    const size_t slot = SlotOf(id);
+    return slot < byId_.size() ? byId_[slot] : nullptr;
+}
+
+void StackList::ResetIds(StackId first, StackId next) {
+    items_.clear();
+    byId_.assign(static_cast<size_t>(Raw(next) - Raw(first)), nullptr);
+    firstId_ = first;
+    nextId_ = next;
+}
+
+}  // namespace kesto
