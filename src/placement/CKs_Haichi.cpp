@@ -2,6 +2,7 @@
 // that every step shares (bounds, the block table, sharing a quantity out).
 #include "placement/CKs_Haichi.h"
 #include "app/Codes.h"
+#include "placement/CornerQuery.h"
 #include "placement/PlacementIndex.h"
 
 #include <algorithm>
@@ -91,30 +92,24 @@ PlacementIndex* CKs_Haichi::Index() const {
     return index_ != nullptr && index_->Usable() ? index_.get() : nullptr;
 }
 
+LengthRect CKs_Haichi::BoundsOf(const KouteiInfo* koutei) const {
+    if (koutei == nullptr || index_ == nullptr)
+        return ProcessBounds(app_, koutei);
+    const PlacementIndex::Process* p = index_->Find(koutei->No);
+    return p != nullptr ? p->Bounds : LengthRect{kNoBound, kNoBound, -kNoBound, -kNoBound};
+}
+
 void CKs_Haichi::ComputeBounds(const KouteiInfo* koutei) {
-    BoundMinX = BoundMinY = kNoBound;
-    BoundMaxX = BoundMaxY = -kNoBound;
-    if (koutei == nullptr)
-        return;
-    if (index_ != nullptr) {
-        if (const PlacementIndex::Process* p = index_->Find(koutei->No)) {
-            BoundMinX = p->Bounds.X0;
-            BoundMaxX = p->Bounds.X1;
-            BoundMinY = p->Bounds.Y0;
-            BoundMaxY = p->Bounds.Y1;
-        }
-        return;
-    }
-    const LengthRect r = ProcessBounds(app_, koutei);
+    const LengthRect r = BoundsOf(koutei);
     BoundMinX = r.X0;
     BoundMaxX = r.X1;
     BoundMinY = r.Y0;
     BoundMaxY = r.Y1;
 }
 
-bool CKs_Haichi::CoversArea(double sx, double sy) const {
-    return BoundMaxX - BoundMinX - kLengthTolerance <= sx ||
-           BoundMaxY - BoundMinY - kLengthTolerance <= sy;
+CornerQuery CKs_Haichi::Query() const {
+    return CornerQuery(app_, index_.get(), CurKoutei, CurPart,
+                       {BoundMinX, BoundMinY, BoundMaxX, BoundMaxY}, Selection);
 }
 
 std::vector<HaichiInfo*> CKs_Haichi::StacksOf(const PartsInfo* part, size_t limit) {

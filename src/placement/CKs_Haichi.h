@@ -14,6 +14,7 @@
 
 namespace kesto {
 
+class CornerQuery;
 class PlacementIndex;
 struct FieldList;
 
@@ -165,7 +166,8 @@ class CKs_Haichi {
         std::vector<int> Fitting;  // block indexes
         bool Free = false;
     };
-    BlockRoom RoomFor(KouteiInfo* koutei, PartsInfo* part);
+    // Changes nothing in the job.
+    BlockRoom RoomFor(const KouteiInfo& koutei, const PartsInfo& part);
     // Runs survey with one placement index kept over all the RoomFor calls it makes.
     void Survey(const std::function<void()>& survey);
 
@@ -173,8 +175,6 @@ class CKs_Haichi {
     // The operations as the engine runs them on its current process and part.
     int PlaceKoutei(PlacedCounts counts, SavedPlacement saved);
     int StackPart(Stacking mode, QuantityShare share);
-    int TestCorner(CornerTestMode mode, int blockIndex, int corner);
-    int TestRect(double x0, double y0, double x1, double y1, int pallet, const PartsInfo* part);
     void MarkCorners(double x0, double y0, double x1, double y1, int pallet, PartsInfo* part);
     int MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left, int top,
                   int right, int bottom, DropPlacement placement);
@@ -217,10 +217,10 @@ class CKs_Haichi {
         LengthRect bounds_;
     };
 
-    // Bounding rectangle of the blocks of koutei (or the empty bounds for null).
+    // Bounding rectangle of the blocks of koutei (or the empty bounds for null), from the index
+    // while one is up; ComputeBounds makes it the bounds in hand.
+    LengthRect BoundsOf(const KouteiInfo* koutei) const;
     void ComputeBounds(const KouteiInfo* koutei);
-    // A part at least as large as the process's area in one direction fits anywhere.
-    bool CoversArea(double sx, double sy) const;
     // The part's stacks in HaichiList order, at most limit of them.
     std::vector<HaichiInfo*> StacksOf(const PartsInfo* part, size_t limit);
 
@@ -229,18 +229,6 @@ class CKs_Haichi {
     int StackOverBlocks(Stacking mode, const std::array<int, 4>& candidates,
                         std::vector<HaichiInfo*>& made);
     int StackIntoBlock(int blockIndex, Stacking mode, std::vector<HaichiInfo*>& made, int& pieces);
-    int NextCorner(int blockIndex, uint8_t& blocked, CornerPlace& at);
-    // The stack stays within the process's blocks, or the part is too large for that to matter.
-    bool InsideArea(const CornerPlace& at, double sx, double sy) const;
-    // A stack of size sx x sy with its reference point at x, y lies within the process's blocks.
-    bool WithinBounds(double x, double y, double sx, double sy) const {
-        return BoundMinX - kLengthTolerance < x - sx && x < BoundMaxX + kLengthTolerance &&
-               BoundMinY - kLengthTolerance < y && y + sy < BoundMaxY + kLengthTolerance;
-    }
-    // Some corner of block b could take a stack of size sx x sy on an empty pallet; anywhere:
-    // the part covers the process's area, so that the area does not bound it.
-    bool CouldHold(const BlockInfo& b, double sx, double sy, const PalletInfo& pal,
-                   bool anywhere) const;
     bool IsCandidate(int pallet, const std::array<int, 4>& candidates) const;
 
     // The bulk operations (PlaceAll, RestorePlacement, StackPart) keep an index while they
@@ -251,17 +239,9 @@ class CKs_Haichi {
     PlacementIndex* Index() const;
     // Files a stack just made in the index, if there is one.
     void IndexStack(HaichiInfo* h);
-    // Calls visit with each block of CurKoutei on pallet until it returns true; with an index
-    // only those near the rectangle (the others' corners lie outside it), some twice.
-    template <class Visit>
-    void ForPalletBlocks(int pallet, const LengthRect& near, Visit&& visit);
-    // A stack that TestCorner weighs against a footprint on the tested block's pallet.
-    bool Obstructs(const HaichiInfo& h, const BlockInfo& tested, CornerTestMode mode,
-                   const LengthRect& foot) const;
-
-    // TestCorner's collision test of one stack against the footprint.
-    bool Collides(const HaichiInfo& stack, const LengthRect& foot, double gx, double gy) const;
-    bool InSelection(const HaichiInfo* stack) const;
+    // The questions about CurKoutei and CurPart (either may be null) as the job stands, with
+    // the process's bounds, the index and the stacks being dragged.
+    CornerQuery Query() const;
 
     // RestorePlacement's steps.
     // fields: the split's work space, kept over the lines of one file.

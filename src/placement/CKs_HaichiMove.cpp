@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "placement/CKs_Haichi.h"
+#include "placement/CornerQuery.h"
 
 namespace kesto {
 
@@ -105,11 +106,13 @@ void CKs_Haichi::MoveToCorner(HaichiInfo& h, const LengthRect& group, int blockI
         (corner == kCornerMinMin || corner == kCornerMaxMin) ? group.Y0 - h.Y : group.Y1 - h.Y - sy;
     const double testX = at.X - offX;
     const double newY = at.Y - offY;
+    const CornerQuery query = Query();
+    const LengthRect& area = query.Bounds();
     const bool fits =
-        CoversArea(CurPart->SizeX, CurPart->SizeY) ||
-        (BoundMinX - kLengthTolerance < testX - sx && testX < pal.LengthX + kLengthTolerance &&
-         BoundMinY - kLengthTolerance < newY && newY + sy < pal.LengthY + kLengthTolerance);
-    if (!fits || newY + sy > BoundMaxY + kLengthTolerance || testX > BoundMaxX + kLengthTolerance)
+        query.CoversArea(CurPart->SizeX, CurPart->SizeY) ||
+        (area.X0 - kLengthTolerance < testX - sx && testX < pal.LengthX + kLengthTolerance &&
+         area.Y0 - kLengthTolerance < newY && newY + sy < pal.LengthY + kLengthTolerance);
+    if (!fits || newY + sy > area.Y1 + kLengthTolerance || testX > area.X1 + kLengthTolerance)
         return;
     // The test takes the offset off the corner, the move adds it; both are kept as they are.
     h.X = at.X + offX;
@@ -121,10 +124,11 @@ void CKs_Haichi::MoveToCorner(HaichiInfo& h, const LengthRect& group, int blockI
 void CKs_Haichi::SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRect& group,
                           int target, int left, int top, int right, int bottom) {
     int best = 9999, bestBlock = -1, bestCorner = 0;
+    const CornerQuery query = Query();
     for (const int32_t i : app_.Blocks.OfPallet(CurKoutei->No, target)) {
         const BlockInfo& b = app_.Blocks[i];
         for (uint8_t c : kCornerSearchOrder) {
-            if ((b.CornerMask & c) != 0 || TestCorner(CornerTestMode::Dragging, i, c) == 0)
+            if ((b.CornerMask & c) != 0 || query.TestCorner(CornerTestMode::Dragging, i, c) == 0)
                 continue;
             const int d = CornerDistance(BlockPixels(i), c, left, top, right, bottom);
             if (d < best) {

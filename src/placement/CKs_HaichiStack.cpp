@@ -5,6 +5,7 @@
 
 #include "app/Codes.h"
 #include "placement/CKs_Haichi.h"
+#include "placement/CornerQuery.h"
 #include "placement/PlacementIndex.h"
 
 namespace kesto {
@@ -35,53 +36,13 @@ int CKs_Haichi::PiecesFor(int32_t remaining, Stacking mode) const {
     return static_cast<int>(pieces);
 }
 
-// The corner of block b that the next stack of CurPart takes, 0 when none: the first corner in
-// search order that is free and that TestCorner allows, provided the stack there stays inside
-// the process's area and covers no corner of a block another part holds. blocked: the
-// corners found blocked so far; each stack added can only block more, so they stay blocked.
-int CKs_Haichi::NextCorner(int blockIndex, uint8_t& blocked, CornerPlace& at) {
-    const BlockInfo& b = app_.Blocks[blockIndex];
-    int corner = 0;
-    for (uint8_t c : kCornerSearchOrder) {
-        if ((b.CornerMask & c) != 0 || (blocked & c) != 0)
-            continue;
-        if (TestCorner(CornerTestMode::Placing, blockIndex, c) != 0) {
-            corner = c;
-            break;
-        }
-        blocked |= c;
-    }
-    if (corner == 0)
-        return 0;
-    const PalletInfo& pal = *CurKoutei->Pallet;
-    at = PlaceInCorner(b, corner, CurPart->SizeX, CurPart->SizeY, pal.StackGapX, pal.StackGapY);
-    if (!InsideArea(at, CurPart->SizeX, CurPart->SizeY))
-        return 0;
-    const LengthRect& r = at.Clear;
-    return TestRect(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, CurPart) != 0 ? corner : 0;
-}
-
-bool CKs_Haichi::InsideArea(const CornerPlace& at, double sx, double sy) const {
-    return WithinBounds(at.X, at.Y, sx, sy) || CoversArea(sx, sy);
-}
-
-bool CKs_Haichi::CouldHold(const BlockInfo& b, double sx, double sy, const PalletInfo& pal,
-                           bool anywhere) const {
-    for (uint8_t c : kCornerSearchOrder) {
-        const LengthRect f = Footprint(b, c, sx, sy);
-        // A stack's reference point is its footprint's right and lower edge.
-        if (OnPallet(f, pal) && (anywhere || WithinBounds(f.X1, f.Y0, sx, sy)))
-            return true;
-    }
-    return false;
-}
-
 // Up to four stacks of CurPart in the free corners of one block. Returns -1 when a stack
 // cannot be allocated, 0 when the part is done, 1 to go on with the next block; pieces is
 // the last stack size worked out.
 int CKs_Haichi::StackIntoBlock(int blockIndex, Stacking mode, std::vector<HaichiInfo*>& made,
                                int& pieces) {
     BlockInfo& b = app_.Blocks[blockIndex];
+    const CornerQuery query = Query();
     uint8_t blocked = 0;
     for (int attempt = 0; attempt < 4; ++attempt) {
         const int64_t remaining =
@@ -90,7 +51,7 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, Stacking mode, std::vector<Haichi
             return 0;
         pieces = PiecesFor(static_cast<int32_t>(std::min<int64_t>(remaining, INT32_MAX)), mode);
         CornerPlace at;
-        const int corner = NextCorner(blockIndex, blocked, at);
+        const int corner = query.NextCorner(blockIndex, blocked, at);
         // A failed attempt changes nothing, so the remaining attempts would fail alike.
         if (corner == 0)
             return 1;
@@ -176,39 +137,36 @@ int CKs_Haichi::StackOverBlocks(Stacking mode, const std::array<int, 4>& candida
     return result;
 }
 
-CKs_Haichi::BlockRoom CKs_Haichi::RoomFor(KouteiInfo* koutei, PartsInfo* part) {
-    const CallScope call(*this);
+CKs_Haichi::BlockRoom CKs_Haichi::RoomFor(const KouteiInfo& koutei, const PartsInfo& part) {
     BlockRoom room;
-    CurKoutei = koutei;
-    CurPart = part;
-    if (koutei == nullptr || koutei->Pallet == nullptr || part == nullptr)
+    if (koutei.Pallet == nullptr)
         return room;
     IndexScope scope(*this);
-    ComputeBounds(koutei);
-    const double sx = part->SizeX, sy = part->SizeY;
-    const PalletInfo& pal = *koutei->Pallet;
-    const bool anywhere = CoversArea(sx, sy);
+    const double sx = part.SizeX, sy = part.SizeY;
+    const PalletInfo& pal = *koutei.Pallet;
+    const CornerQuery query(app_, index_.get(), &koutei, &part, BoundsOf(&koutei));
+    const bool anywhere = query.CoversArea(sx, sy);
     // The process's blocks in table order, from the index when there is one.
     std::vector<int> scanned;
     const std::vector<int>* blocks = &scanned;
     if (index_ != nullptr) {
-        if (const PlacementIndex::Process* p = index_->Find(koutei->No))
+        if (const PlacementIndex::Process* p = index_->Find(koutei.No))
             blocks = &p->Blocks;
     } else {
-        std::ranges::copy(app_.Blocks.OfProcess(koutei->No), std::back_inserter(scanned));
+        std::ranges::copy(app_.Blocks.OfProcess(koutei.No), std::back_inserter(scanned));
     }
     room.Fitting.reserve(blocks->size());
     for (int i : *blocks) {
-        if (CouldHold(app_.Blocks[i], sx, sy, pal, anywhere))
+        if (query.CouldHold(app_.Blocks[i], sx, sy, pal, anywhere))
             room.Fitting.push_back(i);
     }
     for (int i : room.Fitting) {
         const BlockInfo& b = app_.Blocks[i];
-        if (b.Occupant != kNoOccupant && b.Occupant != OccupantOf(part))
+        if (b.Occupant != kNoOccupant && b.Occupant != part.Seq)
             continue;
         uint8_t blocked = 0;
         CornerPlace at;
-        if (NextCorner(i, blocked, at) != 0) {
+        if (query.NextCorner(i, blocked, at) != 0) {
             room.Free = true;
             break;
         }

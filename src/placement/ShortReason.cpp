@@ -118,7 +118,7 @@ std::optional<ShortReason> ShortSurvey::Reason(const PartsInfo& part) {
         r.Cause = ShortCause::SetAside;
         return r;
     }
-    KouteiInfo* process = app_.KouteiByNo(part.KouteiNo);
+    const KouteiInfo* process = app_.KouteiByNo(part.KouteiNo);
     if (process == nullptr || process->Pallet == nullptr) {
         r.Cause = ShortCause::NoPallet;
         return r;
@@ -127,8 +127,7 @@ std::optional<ShortReason> ShortSurvey::Reason(const PartsInfo& part) {
         r.BlockX = l->second.X;
         r.BlockY = l->second.Y;
     }
-    // The engine works on the records; it only reads them here.
-    const CKs_Haichi::BlockRoom room = engine_.RoomFor(process, &const_cast<PartsInfo&>(part));
+    const CKs_Haichi::BlockRoom room = engine_.RoomFor(*process, part);
     if (room.Fitting.empty()) {
         r.Cause = ShortCause::NoFittingBlock;
         return r;

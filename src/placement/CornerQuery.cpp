@@ -1,0 +1,148 @@
+#include "placement/CornerQuery.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kesto {
+
+namespace {
+
+// Strictly inside the rectangle widened by the tolerance.
+bool PointIn(double px, double py, const LengthRect& r) {
+    return r.X0 - kLengthTolerance < px && px < r.X1 + kLengthTolerance &&
+           r.Y0 - kLengthTolerance < py && py < r.Y1 + kLengthTolerance;
+}
+
+bool Between(double lo, double v, double hi) {
+    return lo - kLengthTolerance < v && v < hi + kLengthTolerance;
+}
+
+}  // namespace
+
+bool Collides(const HaichiInfo& stack, const LengthRect& f, double gx, double gy) {
+    const LengthRect s{stack.X - stack.Part->SizeX - gx, stack.Y - gy, stack.X + gx,
+                       stack.Y + stack.Part->SizeY + gy};
+    if (PointIn(f.X0, f.Y0, s) || PointIn(f.X0, f.Y1, s) || PointIn(f.X1, f.Y1, s) ||
+        PointIn(f.X1, f.Y0, s)) {
+        return true;
+    }
+    if (f.X0 - kLengthTolerance < s.X0 && s.X1 < f.X1 + kLengthTolerance &&
+        f.Y0 - kLengthTolerance < s.Y0 && s.Y1 < f.Y1 + kLengthTolerance) {
+        return true;
+    }
+    const bool spansY = f.Y0 < s.Y0 + kLengthTolerance && s.Y1 - kLengthTolerance < f.Y1;
+    if (spansY && (Between(s.X0, f.X0, s.X1) || Between(s.X0, f.X1, s.X1)))
+        return true;
+    const bool spansX = f.X0 < s.X0 + kLengthTolerance && s.X1 - kLengthTolerance < f.X1;
+    return spansX && (Between(s.Y0, f.Y0, s.Y1) || Between(s.Y0, f.Y1, s.Y1));
+}
+
+bool CornerQuery::PassedOver(const HaichiInfo* stack) const {
+    return std::find(passOver_.begin(), passOver_.end(), stack) != passOver_.end();
+}
+
+int CornerQuery::TestCorner(CornerTestMode mode, int blockIndex, int corner) const {
+    const BlockInfo* b = app_.Blocks.At(blockIndex);
+    if (b == nullptr || koutei_ == nullptr || koutei_->Pallet == nullptr || part_ == nullptr)
+        return 0;
+    if (mode != CornerTestMode::Dragging && b->Occupant != kNoOccupant && b->Occupant != part_->Seq)
+        return 0;
+    if (corner != kCornerMinMin && corner != kCornerMinMax && corner != kCornerMaxMin &&
+        corner != kCornerMaxMax)
+        return 0;
+    const PalletInfo& pal = *koutei_->Pallet;
+    const LengthRect f = Footprint(*b, corner, part_->SizeX, part_->SizeY);
+    if (!OnPallet(f, pal))
+        return 0;
+    if (index_ != nullptr && index_->Usable()) {
+        const PlacementIndex::Process* p = index_->Find(koutei_->No);
+        if (p == nullptr)
+            return 1;
+        const auto it = p->PalletStacks.find(b->PalletNo);
+        if (it == p->PalletStacks.end())
+            return 1;
+        // A stack that collides meets the footprint widened by the gaps and the tolerance.
+        const double wx = std::abs(pal.StackGapX) + 2 * kLengthTolerance;
+        const double wy = std::abs(pal.StackGapY) + 2 * kLengthTolerance;
+        const bool known = std::isfinite(f.X0) && std::isfinite(f.X1) && std::isfinite(f.Y0) &&
+                           std::isfinite(f.Y1);
+        const LengthRect near =
+            known ? LengthRect{std::min(f.X0, f.X1) - wx, std::min(f.Y0, f.Y1) - wy,
+                               std::max(f.X0, f.X1) + wx, std::max(f.Y0, f.Y1) + wy}
+                  : LengthRect{NAN, NAN, NAN, NAN};
+        bool obstructed = false;
+        it->second.ForNear(near, [&](const HaichiInfo* h) {
+            obstructed = Obstructs(*h, *b, mode, f);
+            return obstructed;
+        });
+        return obstructed ? 0 : 1;
+    }
+    return std::none_of(app_.HaichiList.begin(), app_.HaichiList.end(),
+                        [&](const HaichiInfo& h) { return Obstructs(h, *b, mode, f); });
+}
+
+bool CornerQuery::Obstructs(const HaichiInfo& h, const BlockInfo& tested, CornerTestMode mode,
+                            const LengthRect& foot) const {
+    const BlockInfo* stands = app_.BlockOf(h);
+    if (h.Part == nullptr || stands == nullptr)
+        return false;
+    const BlockInfo& hb = *stands;
+    if (hb.KouteiNo != koutei_->No || hb.PalletNo != tested.PalletNo)
+        return false;
+    if (mode == CornerTestMode::Dragging && PassedOver(&h))
+        return false;
+    return Collides(h, foot, koutei_->Pallet->StackGapX, koutei_->Pallet->StackGapY);
+}
+
+int CornerQuery::TestRect(double x0, double y0, double x1, double y1, int pallet,
+                          const PartsInfo* part) const {
+    if (koutei_ == nullptr)
+        return 1;
+    bool blocked = false;
+    ForPalletBlocks(pallet, {x0, y0, x1, y1}, [&](int i) {
+        const BlockInfo& b = app_.Blocks[i];
+        if (b.Occupant == kNoOccupant || b.Occupant == OccupantOf(part))
+            return false;
+        for (const BlockCorner& c : CornersOf(b)) {
+            if (CornerIn(c.X, c.Y, x0, y0, x1, y1))
+                blocked = true;
+        }
+        return blocked;
+    });
+    return blocked ? 0 : 1;
+}
+
+int CornerQuery::NextCorner(int blockIndex, uint8_t& blocked, CornerPlace& at) const {
+    const BlockInfo& b = app_.Blocks[blockIndex];
+    int corner = 0;
+    for (uint8_t c : kCornerSearchOrder) {
+        if ((b.CornerMask & c) != 0 || (blocked & c) != 0)
+            continue;
+        if (TestCorner(CornerTestMode::Placing, blockIndex, c) != 0) {
+            corner = c;
+            break;
+        }
+        blocked |= c;
+    }
+    if (corner == 0)
+        return 0;
+    const PalletInfo& pal = *koutei_->Pallet;
+    at = PlaceInCorner(b, corner, part_->SizeX, part_->SizeY, pal.StackGapX, pal.StackGapY);
+    if (!InsideArea(at, part_->SizeX, part_->SizeY))
+        return 0;
+    const LengthRect& r = at.Clear;
+    return TestRect(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, part_) != 0 ? corner : 0;
+}
+
+bool CornerQuery::CouldHold(const BlockInfo& b, double sx, double sy, const PalletInfo& pal,
+                            bool anywhere) const {
+    for (uint8_t c : kCornerSearchOrder) {
+        const LengthRect f = Footprint(b, c, sx, sy);
+        // A stack's reference point is its footprint's right and lower edge.
+        if (OnPallet(f, pal) && (anywhere || WithinBounds(f.X1, f.Y0, sx, sy)))
+            return true;
+    }
+    return false;
+}
+
+}  // namespace kesto

@@ -1,0 +1,125 @@
+#include "placement/CornerQuery.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
+
+#include "common/PlacementFixture.h"
+
+namespace kesto::test {
+namespace {
+
+// One process on a 1000 x 1000 pallet without gaps: blocks (0,0)-(100,100) and
+// (200,0)-(300,100) on pallet 1, one on pallet 2.
+class CornerQueryTest : public PlacementTest {
+  protected:
+    CornerQueryTest() {
+        PalletInfo pal = GridPallet("PAL");
+        pal.LengthX = 1000;
+        pal.LengthY = 1000;
+        pal.MarginY = 0;
+        AddPallet(pal);
+        koutei = &AddKoutei(1, "PAL");
+        koutei->Pallet = &*app->PalletList.begin();
+        AddBlock(1, 1, 0, 0, 100, 100);
+        AddBlock(1, 1, 200, 0, 300, 100);
+        AddBlock(1, 2, 0, 0, 100, 100);
+        other = &AddPart({.SizeX = 20, .SizeY = 20, .Quantity = 1});
+        part = &AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
+    }
+    CornerQuery Query(const PartsInfo* of) const {
+        return CornerQuery(*app, nullptr, koutei, of, ProcessBounds(*app, koutei));
+    }
+
+    KouteiInfo* koutei = nullptr;
+    PartsInfo* other = nullptr;
+    PartsInfo* part = nullptr;
+};
+
+TEST_F(CornerQueryTest, ABlockHeldByAnotherPartRefusesAPlacementButNotADrag) {
+    app->Blocks[0].Occupant = other->Seq;
+    EXPECT_EQ(Query(part).TestCorner(CornerTestMode::Placing, 0, kCornerMinMin), 0);
+    EXPECT_EQ(Query(part).TestCorner(CornerTestMode::Dragging, 0, kCornerMinMin), 1);
+    EXPECT_EQ(Query(other).TestCorner(CornerTestMode::Placing, 0, kCornerMinMin), 1);
+}
+
+TEST_F(CornerQueryTest, WithoutAPartOrProcessNoCornerTakesAStackAndNoRectangleIsRefused) {
+    EXPECT_EQ(Query(nullptr).TestCorner(CornerTestMode::Placing, 0, kCornerMinMin), 0);
+    const CornerQuery none(*app, nullptr, nullptr, part, ProcessBounds(*app, nullptr));
+    EXPECT_EQ(none.TestCorner(CornerTestMode::Placing, 0, kCornerMinMin), 0);
+    app->Blocks[0].Occupant = other->Seq;
+    EXPECT_EQ(none.TestRect(-1, -1, 1000, 1000, 1, part), 1);
+}
+
+TEST_F(CornerQueryTest, ARectangleOverACornerOfAnotherPartsBlockIsRefused) {
+    app->Blocks[1].Occupant = other->Seq;
+    // (200, 0) is the block's lower left corner: open at the low side, so x0 = 200 misses it.
+    EXPECT_EQ(Query(part).TestRect(150, -1, 250, 50, 1, part), 0);
+    EXPECT_EQ(Query(part).TestRect(200, -1, 250, 50, 1, part), 1);
+    EXPECT_EQ(Query(part).TestRect(150, -1, 250, 50, 1, other), 1);
+    // Pallet 2's block is no obstacle to a rectangle on pallet 1.
+    app->Blocks[2].Occupant = other->Seq;
+    EXPECT_EQ(Query(part).TestRect(-10, -10, 10, 10, 1, part), 1);
+}
+
+TEST_F(CornerQueryTest, TheNextCornerIsTheFirstFreeOneInSearchOrder) {
+    uint8_t blocked = 0;
+    CornerPlace at;
+    EXPECT_EQ(Query(part).NextCorner(0, blocked, at), kCornerMaxMin);
+    EXPECT_DOUBLE_EQ(at.X, 100);
+    EXPECT_DOUBLE_EQ(at.Y, 0);
+    app->Blocks[0].CornerMask = kCornerMaxMin | kCornerMaxMax;
+    EXPECT_EQ(Query(part).NextCorner(0, blocked, at), kCornerMinMin);
+    EXPECT_EQ(blocked, 0);
+}
+
+TEST_F(CornerQueryTest, ABlockCouldHoldAStackOnlyWhereThePalletAndTheAreaAllowIt) {
+    const CornerQuery q = Query(part);
+    const PalletInfo& pal = *koutei->Pallet;
+    EXPECT_TRUE(q.CouldHold(app->Blocks[0], 50, 50, pal, false));
+    // Wider than the process's area: only "anywhere" lets it in, and the pallet must hold it.
+    EXPECT_FALSE(q.CouldHold(app->Blocks[0], 400, 50, pal, false));
+    EXPECT_TRUE(q.CouldHold(app->Blocks[0], 400, 50, pal, true));
+    EXPECT_FALSE(q.CouldHold(app->Blocks[0], 1200, 50, pal, true));
+    EXPECT_TRUE(q.CoversArea(300, 1));
+    EXPECT_FALSE(q.CoversArea(299, 99));
+}
+
+TEST_F(CornerQueryTest, AskingChangesNothingInTheJob) {
+    AddStack(*app, *other, {.Block = 0, .Pieces = 1, .X = 20, .Y = 0, .Corner = kCornerMinMin});
+    app->Blocks[1].Occupant = other->Seq;
+    app->Blocks[1].CornerMask = kCornerMinMax;
+    auto blocks = [&] {
+        std::vector<std::pair<int32_t, uint8_t>> state;
+        for (const BlockInfo& b : app->Blocks.FilledBlocks())
+            state.emplace_back(b.Occupant, b.CornerMask);
+        return state;
+    };
+    const auto before = blocks();
+    const CornerQuery q = Query(part);
+    uint8_t blocked = 0;
+    CornerPlace at;
+    q.NextCorner(0, blocked, at);
+    q.NextCorner(1, blocked, at);
+    q.TestRect(0, 0, 1000, 1000, 1, part);
+    q.TestCorner(CornerTestMode::Placing, 1, kCornerMaxMax);
+    EXPECT_EQ(blocks(), before);
+    EXPECT_EQ(app->HaichiList.size(), 1u);
+    EXPECT_EQ(part->PiecesPlaced, 0);
+}
+
+TEST(Collides, AStackMeetsAFootprintThatTouchesItWithinTheTolerance) {
+    PartsInfo p = MakePart({.SizeX = 20, .SizeY = 20});
+    HaichiInfo h;
+    h.Part = &p;
+    h.X = 60;
+    h.Y = 40;  // (40,40)-(60,60)
+    EXPECT_TRUE(Collides(h, {50, 50, 100, 100}, 0, 0));
+    EXPECT_FALSE(Collides(h, {61, 61, 100, 100}, 0, 0));
+    // The gap widens the stack.
+    EXPECT_TRUE(Collides(h, {61, 61, 100, 100}, 2, 2));
+}
+
+}  // namespace
+}  // namespace kesto::test
