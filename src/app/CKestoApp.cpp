@@ -52,13 +52,17 @@ void CKestoApp::FreeJob() {
     Blocks.ReleaseEntries();
 }
 
-KouteiInfo* CKestoApp::KouteiAt(int32_t position) {
+const KouteiInfo* CKestoApp::KouteiAt(int32_t position) const {
     int32_t n = 1;
-    for (KouteiInfo& k : KouteiList) {
+    for (const KouteiInfo& k : KouteiList) {
         if (n++ == position)
             return &k;
     }
     return nullptr;
+}
+
+KouteiInfo* CKestoApp::KouteiAt(int32_t position) {
+    return const_cast<KouteiInfo*>(std::as_const(*this).KouteiAt(position));
 }
 
 PalletInfo* CKestoApp::PalletByName(const std::string& name) {

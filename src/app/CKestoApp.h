@@ -76,6 +76,7 @@ class CKestoApp {
     const KouteiInfo* KouteiByNo(int32_t no) const;
     void FreeJob();
     KouteiInfo* KouteiAt(int32_t position);  // 1-based position in KouteiList, or null
+    const KouteiInfo* KouteiAt(int32_t position) const;
     // The block a stack stands in, or null (see BlockTable::At).
     const BlockInfo* BlockOf(const HaichiInfo& stack) const { return Blocks.At(stack.BlockIndex); }
     PalletInfo* PalletByName(const std::string& name);  // first pallet with that Name

@@ -213,8 +213,8 @@ int32_t FlatAreaHeight(const PalletInfo& pallet, int32_t width) {
     return height;
 }
 
-PalletDrawing::PalletDrawing(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
-                             const colour::Palette& palette)
+PalletDrawing::PalletDrawing(const CKestoApp& app, const ViewState& shown,
+                             const MessageTable& messages, const colour::Palette& palette)
     : app_(app), shown_(shown), messages_(messages), palette_(palette) {}
 
 void PalletDrawing::Refresh(Canvas& canvas) {

@@ -59,7 +59,7 @@ struct StackTags {
 class PalletDrawing {
   public:
     // Draws the job as view shows it, in the palette's colours; neither is changed by drawing.
-    PalletDrawing(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
+    PalletDrawing(const CKestoApp& app, const ViewState& shown, const MessageTable& messages,
                   const colour::Palette& palette = colour::kScreenPalette);
     const ViewState& Shown() const { return shown_; }
     const colour::Palette& Colours() const { return palette_; }
@@ -84,7 +84,7 @@ class PalletDrawing {
     const Selection& Selected() const { return selection_; }
     Selection& Select() { return selection_; }
     // The picked stack, null when there is none (or it is gone).
-    HaichiInfo* PickedStack() const { return app_.HaichiList.Find(selection_.Picked()); }
+    const HaichiInfo* PickedStack() const { return app_.HaichiList.Find(selection_.Picked()); }
 
     // --- operations ---------------------------------------------------------------------
     // Clears and draws the whole area: ClearArea, SetUpView, DrawParts(All).
@@ -147,7 +147,7 @@ class PalletDrawing {
     // The record's tag centred on rect, in the largest font it fits there in.
     void DrawTag(Canvas& canvas, const IntRect& rect, const HaichiInfo& record) const;
 
-    CKestoApp& app_;
+    const CKestoApp& app_;
     const ViewState& shown_;
     const MessageTable& messages_;
     const colour::Palette& palette_;

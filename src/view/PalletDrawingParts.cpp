@@ -45,15 +45,15 @@ double CornerDistance(const IntRect& r, int32_t x, int32_t y) {
 
 // The best hit so far of one hit test.
 struct Candidate {
-    HaichiInfo* Record = nullptr;
+    const HaichiInfo* Record = nullptr;
     IntRect Rect{};
     double Best = 0;
 };
 
 // A rectangle under the point becomes the pick; with nearestWins an earlier candidate whose
 // corner is at least as near keeps it, so the earlier record wins ties.
-void PointHit(HaichiInfo* record, const IntRect& r, int32_t x, int32_t y, bool nearestWins,
-              Candidate& previous, HaichiInfo*& picked, IntRect& pickRect) {
+void PointHit(const HaichiInfo* record, const IntRect& r, int32_t x, int32_t y, bool nearestWins,
+              Candidate& previous, const HaichiInfo*& picked, IntRect& pickRect) {
     picked = record;
     pickRect = r;
     const double d = CornerDistance(r, x, y);
@@ -113,9 +113,9 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
         return;
     Candidate previous;
     // A point test that hits nothing keeps the pick before.
-    HaichiInfo* hit = nullptr;
+    const HaichiInfo* hit = nullptr;
     IntRect pickRect = selection_.PickRect();
-    for (HaichiInfo& h : app_.HaichiList) {
+    for (const HaichiInfo& h : app_.HaichiList) {
         const std::optional<IntRect> r = ScreenRect(h);
         if (!r)
             continue;

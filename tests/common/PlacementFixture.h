@@ -143,6 +143,23 @@ class PlacementTest : public ::testing::Test {
     int AddBlock(int32_t kouteiNo, int32_t pallet, double x0, double y0, double x1, double y1) {
         return Job().AddBlock(kouteiNo, pallet, x0, y0, x1, y1);
     }
+    // One process numbered 1 on a 1000 x 1000 pallet without gaps or margin, with hand-made
+    // blocks: 0 (0,0)-(100,100) and 1 (200,0)-(300,100) on pallet 1, 2 (0,0)-(100,100) on
+    // pallet 2; block 3 (0,0)-(100,100) is process 2's.
+    KouteiInfo& SmallBlocksJob() {
+        PalletInfo pal = GridPallet("PAL");
+        pal.LengthX = 1000;
+        pal.LengthY = 1000;
+        pal.MarginY = 0;
+        AddPallet(pal);
+        KouteiInfo& k = AddKoutei(1, "PAL");
+        k.Pallet = &*app->PalletList.begin();
+        AddBlock(1, 1, 0, 0, 100, 100);
+        AddBlock(1, 1, 200, 0, 300, 100);
+        AddBlock(1, 2, 0, 0, 100, 100);
+        AddBlock(2, 1, 0, 0, 100, 100);
+        return k;
+    }
     std::vector<HaichiInfo*> StacksOf(const PartsInfo& part) { return Job().StacksOf(part); }
     std::vector<int32_t> ValuesOf(const PartsInfo& part) { return Job().ValuesOf(part); }
 

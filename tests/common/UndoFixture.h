@@ -11,6 +11,7 @@
 #include "common/EditFixture.h"
 #include "common/FileText.h"
 #include "common/TestFiles.h"
+#include "common/WideBoxJob.h"
 #include "output/CKs_FileSave.h"
 
 namespace kesto::test {
@@ -29,16 +30,6 @@ inline JobFiles WriteJobFiles(CKestoApp& app, const Services& services, const Te
     EXPECT_NE(save.WriteResultFile(result), 0);
     EXPECT_NE(save.WritePlacementFile(placement), 0);
     return {ReadFile(result), ReadFile(placement)};
-}
-
-// Every part of the job fits every pallet box, so that right has its chance.
-inline GeneratedJob WideBoxJob(const JobShape& shape) {
-    GeneratedJob job = GenerateJob(shape);
-    for (BoxInfo& box : job.Boxes) {
-        if (box.No < 100)
-            box.PartSizes = {0, 5000, 0, 5000};
-    }
-    return job;
 }
 
 class PlacedJob {

@@ -4,6 +4,7 @@
 
 #ifdef _WIN32
 
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -17,8 +18,16 @@ inline constexpr const char* kUserKeyName = "HKCU\\Software\\ORVONetwork\\Vardo\
 
 // Runs a command line through the command interpreter; its full exit code.
 inline int RunCommand(const std::string& command) {
-    // cmd /c drops the outer quotes of its line: the whole line is quoted once more.
-    return std::system(("\"" + command + "\"").c_str());
+    // cmd /c drops the outer quotes of its line: the whole line is quoted once more. -1 means
+    // the interpreter itself could not be started, so nothing ran: Wine on a busy machine
+    // fails that now and then, and the line is tried again.
+    int status = -1;
+    for (int attempt = 0; attempt < 3 && status == -1; ++attempt) {
+        status = std::system(("\"" + command + "\"").c_str());
+        if (status == -1)
+            std::fprintf(stderr, "the command interpreter did not start; trying again\n");
+    }
+    return status;
 }
 
 // reg.exe with arguments (view: "" for the native one, "/reg:32" for the 32-bit one), quiet.

@@ -5,21 +5,11 @@
 namespace kesto::test {
 namespace {
 
-// One process on a 1000 x 1000 pallet without gaps; block 0 is (0,0)-(100,100).
+// SmallBlocksJob: one process on a 1000 x 1000 pallet without gaps; block 0 is (0,0)-(100,100).
 class CornerTest : public PlacementTest {
   protected:
     CornerTest() : h(*app, services) {
-        PalletInfo pal = GridPallet("PAL");
-        pal.LengthX = 1000;
-        pal.LengthY = 1000;
-        pal.MarginY = 0;
-        AddPallet(pal);
-        koutei = &AddKoutei(1, "PAL");
-        koutei->Pallet = &*app->PalletList.begin();
-        AddBlock(1, 1, 0, 0, 100, 100);
-        AddBlock(1, 1, 200, 0, 300, 100);
-        AddBlock(1, 2, 0, 0, 100, 100);
-        AddBlock(2, 1, 0, 0, 100, 100);
+        koutei = &SmallBlocksJob();
         other = &AddPart({.SizeX = 20, .SizeY = 20, .Quantity = 1});
         part = &AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
     }

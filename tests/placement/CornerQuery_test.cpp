@@ -10,21 +10,11 @@
 namespace kesto::test {
 namespace {
 
-// One process on a 1000 x 1000 pallet without gaps: blocks (0,0)-(100,100) and
-// (200,0)-(300,100) on pallet 1, one on pallet 2.
+// SmallBlocksJob: blocks (0,0)-(100,100) and (200,0)-(300,100) on pallet 1, one on pallet 2.
 class CornerQueryTest : public PlacementTest {
   protected:
     CornerQueryTest() {
-        PalletInfo pal = GridPallet("PAL");
-        pal.LengthX = 1000;
-        pal.LengthY = 1000;
-        pal.MarginY = 0;
-        AddPallet(pal);
-        koutei = &AddKoutei(1, "PAL");
-        koutei->Pallet = &*app->PalletList.begin();
-        AddBlock(1, 1, 0, 0, 100, 100);
-        AddBlock(1, 1, 200, 0, 300, 100);
-        AddBlock(1, 2, 0, 0, 100, 100);
+        koutei = &SmallBlocksJob();
         other = &AddPart({.SizeX = 20, .SizeY = 20, .Quantity = 1});
         part = &AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
     }

@@ -17,6 +17,7 @@
 #include "common/EditInvariants.h"
 #include "common/RandomOperator.h"
 #include "common/TestFiles.h"
+#include "common/WideBoxJob.h"
 #include "rules/ListLines.h"
 #include "rules/MaiChoice.h"
 #include "session/DrawingEdit.h"
@@ -28,16 +29,6 @@ int StepsPerRun() {
     const char* text = std::getenv("KESTO_EDIT_STEPS");
     const int steps = text != nullptr ? std::atoi(text) : 0;
     return steps > 0 ? steps : 1200;
-}
-
-// Every part of the job fits every pallet box, so that right has its chance.
-GeneratedJob WideBoxJob(const JobShape& shape) {
-    GeneratedJob job = GenerateJob(shape);
-    for (BoxInfo& box : job.Boxes) {
-        if (box.No < 100)
-            box.PartSizes = {0, 5000, 0, 5000};
-    }
-    return job;
 }
 
 // What the random steps achieved, so that a run is known to have exercised the rules.
