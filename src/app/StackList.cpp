@@ -39,7 +39,10 @@ size_t StackList::SlotOf(StackId id) const {
 
 HaichiInfo& StackList::Append() {
     const StackId id = nextId_;
-    byId_.reserve(byId_.size() + 1);
+    // Room for the slot first, so that running out of memory leaves the list as it was; the
+    // room grows by halves, as push_back's would.
+    if (byId_.size() == byId_.capacity())
+        byId_.reserve(byId_.size() + byId_.size() / 2 + 16);
     HaichiInfo& h = items_.emplace_back();
     h.Id = id;
     byId_.push_back(&h);

@@ -137,8 +137,9 @@ JobSnapshot JobSnapshot::Take(const CKestoApp& app, const JobSnapshot* like) {
     const auto parts = Positions(app.PartsList);
     s.stacks_.reserve(app.HaichiList.size());
     for (const HaichiInfo& h : app.HaichiList) {
-        s.stacks_.push_back(Stack{h.Id, PositionOf(parts, static_cast<const PartsInfo*>(h.Part)),
-                                  h.Pieces, h.BlockIndex, h.Level, h.X, h.Y, h.Corner, h.Edits});
+        s.stacks_.push_back(Stack{h.X, h.Y, h.Id,
+                                  PositionOf(parts, static_cast<const PartsInfo*>(h.Part)),
+                                  h.Pieces, h.BlockIndex, h.Level, h.Corner, h.Edits});
     }
 
     const std::span<const BlockInfo> entries = app.Blocks.Entries();

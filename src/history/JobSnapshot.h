@@ -41,17 +41,19 @@ class JobSnapshot {
     size_t Stacks() const { return stacks_.size(); }
 
   private:
+    // The lengths first, so that the five numbers and two flags pack into 40 bytes.
     struct Stack {
+        double X = 0;
+        double Y = 0;
         StackId Id = kNoStack;
         RecordIndex Part = kNoRecord;
         int32_t Pieces = 0;
         int32_t BlockIndex = -1;
         int32_t Level = 0;
-        double X = 0;
-        double Y = 0;
         uint8_t Corner = 0;
         uint8_t Edits = 0;
     };
+    static_assert(sizeof(Stack) <= 40);
     // Where a block lies stays the same until the table is made anew: shared between
     // snapshots. What stands in it is each snapshot's own.
     struct BlockPlace {
