@@ -65,15 +65,22 @@ inline MiniInstallation PictureInstallation(int pallets) {
     return inst;
 }
 
+// The job text of one process "CUT" on pallet type PAL-A: the #BoxInfo lines and the
+// #PartsInfo lines as given, each line ending in a newline.
+inline std::string CutJob(const std::string& boxes, const std::string& parts) {
+    return "#BoxInfo\n" + boxes + "#End\n#KouteiInfo\n1,CUT,PAL-A\n#End\n#PartsInfo\n" + parts +
+           "#End\n";
+}
+inline constexpr const char* kPalletBox = "PAL,0,1,0,2000,0,2000\n";
+inline constexpr const char* kSmallBox = "SB1,100,2,0,500,0,500\n";
+
 // The picture installation with one part in one stack of four on one pallet; with offset B of
 // 100 on the command line that stack, standing from the front margin (y 10), reaches 90 past
 // the lower offset line.
 inline MiniInstallation OneStackInstallation() {
     MiniInstallation inst = PictureInstallation(1);
     inst.Job =
-        "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n"
-        "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
-        "#PartsInfo\nA001,1,Bracket,BRK-1,250,150,1,4,0,0,4,,,2,G01,0000,,0,,K001,10\n#End\n";
+        CutJob(kPalletBox, "A001,1,Bracket,BRK-1,250,150,1,4,0,0,4,,,2,G01,0000,,0,,K001,10\n");
     return inst;
 }
 

@@ -19,6 +19,9 @@
 namespace kesto {
 namespace {
 
+using test::CutJob;
+using test::kPalletBox;
+using test::kSmallBox;
 using test::MiniInstallation;
 using test::OneStackInstallation;
 using test::PictureInstallation;
@@ -153,9 +156,7 @@ TEST(PlacementPicture, ListingPageHoldsSmallBoxesSetAsideShortPartsWithWhyAndCro
 TEST(PlacementPicture, ListingWithNothingToListShowsADashPerSection) {
     MiniInstallation inst = PictureInstallation(4);
     inst.Job =
-        "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n"
-        "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
-        "#PartsInfo\nA001,1,Bracket,BRK-1,250,150,1,8,0,0,4,,,2,G01,0000,,0,,K001,10\n#End\n";
+        CutJob(kPalletBox, "A001,1,Bracket,BRK-1,250,150,1,8,0,0,4,,,2,G01,0000,,0,,K001,10\n");
     PictureJob job(inst);
     const PictureDocument doc = job.Build();
     ASSERT_EQ(doc.Pages.size(), 2u);
@@ -186,10 +187,7 @@ TEST(PlacementPicture, LongListingContinuesOnFurtherPages) {
         parts += "C" + std::to_string(100 + i) + ",1,Clip,CLIP-" + std::to_string(i) +
                  ",40,30,11,2,100,0,0,,,1,G02,0000,,0,,K" + std::to_string(100 + i) + ",1\n";
     }
-    inst.Job =
-        "#BoxInfo\nPAL,0,1,0,2000,0,2000\nSB1,100,2,0,500,0,500\n#End\n"
-        "#KouteiInfo\n1,CUT,PAL-A\n#End\n#PartsInfo\n" +
-        parts + "#End\n";
+    inst.Job = CutJob(std::string(kPalletBox) + kSmallBox, parts);
     PictureJob job(inst);
     const PictureDocument doc = job.Build();
     ASSERT_GE(doc.Pages.size(), 3u);

@@ -13,6 +13,8 @@
 namespace kesto {
 namespace {
 
+using test::CutJob;
+using test::kPalletBox;
 using test::MiniInstallation;
 using test::OneStackInstallation;
 using test::PictureInstallation;
@@ -88,10 +90,7 @@ TEST(SortSheetSummary, ASectionTooLongForAPageGoesOnUnderItsHeadingAgain) {
         parts += "S" + std::to_string(100 + i) + ",1,Slab,SLAB-" + std::to_string(i) +
                  ",900,700,1,10,0,0,0,,,2,G01,0000,,0,,K" + std::to_string(100 + i) + ",100\n";
     }
-    inst.Job =
-        "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n#KouteiInfo\n1,CUT,PAL-A\n#End\n"
-        "#PartsInfo\n" +
-        parts + "#End\n";
+    inst.Job = CutJob(kPalletBox, parts);
     PictureJob job(inst);
     const PictureDocument doc = job.Sheet();
     size_t summaries = 0;

@@ -15,6 +15,9 @@
 namespace kesto {
 namespace {
 
+using test::CutJob;
+using test::kPalletBox;
+using test::kSmallBox;
 using test::MiniInstallation;
 using test::PictureInstallation;
 using test::PictureJob;
@@ -211,9 +214,7 @@ MiniInstallation ManyStacks() {
         parts += "C" + std::to_string(100 + i) + ",1,Clip,CLIP-" + std::to_string(i) +
                  ",40,30,1,4,0,0,1,,,1,G02,0000,,0,,K" + std::to_string(100 + i) + ",1\n";
     }
-    inst.Job =
-        "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n#KouteiInfo\n1,CUT,PAL-A\n#End\n#PartsInfo\n" +
-        parts + "#End\n";
+    inst.Job = CutJob(kPalletBox, parts);
     return inst;
 }
 
@@ -321,10 +322,8 @@ TEST(SortSheet, AJapaneseInstallationPrintsItsOwnWordsInItsOwnFace) {
 
 TEST(SortSheet, AJobWithoutStacksIsOnlyItsSummary) {
     MiniInstallation inst = PictureInstallation(1);
-    inst.Job =
-        "#BoxInfo\nPAL,0,1,0,2000,0,2000\nSB1,100,2,0,500,0,500\n#End\n"
-        "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
-        "#PartsInfo\nA003,1,Clip,CLP-3,40,30,11,20,100,0,0,,,1,G02,0000,,0,,K003,1\n#End\n";
+    inst.Job = CutJob(std::string(kPalletBox) + kSmallBox,
+                      "A003,1,Clip,CLP-3,40,30,11,20,100,0,0,,,1,G02,0000,,0,,K003,1\n");
     PictureJob job(inst);
     const PictureDocument doc = job.Sheet();
     ASSERT_EQ(doc.Pages.size(), 1u);
