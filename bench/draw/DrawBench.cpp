@@ -62,11 +62,10 @@ struct PlacedJob {
             p.ShapeCount = 2;
             p.HasOutline = 1;
         }
-        Shown.CurrentKoutei = BusiestProcess();
-        Shown.AreaRect = {0, 0, kWidth, kHeight};
-        Shown.Is3D = 1;
-        Shown.GridFlag = 1;
-        Shown.IsBlockDraw = 1;
+        Shown.SetKoutei(BusiestProcess());
+        Shown.Set3D(true);
+        Shown.SetGrid(true);
+        Shown.SetStoredBlockDraw(1);
         App.Settings.IsDirect = 0;
         Fonts.Build(App);
     }
@@ -113,10 +112,11 @@ void CountShown(benchmark::State& state, const PalletDrawing& drawing) {
 // A full redraw: what Refresh paints into the window's image.
 void BM_Refresh(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = static_cast<PalletView>(state.range(0));
+    job.Shown.SetMode(static_cast<PalletView>(state.range(0)));
     job.App.Settings.IsDirect = static_cast<int32_t>(state.range(1));
     QImage image(kWidth, kHeight, QImage::Format_RGB32);
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
+    drawing.SetArea({0, 0, kWidth, kHeight});
     for (auto _ : state) {
         QPainter painter(&image);
         QtCanvas canvas(painter, job.Fonts);
@@ -129,8 +129,9 @@ void BM_Refresh(benchmark::State& state) {
 // The same redraw recorded instead of painted: the share of the work that is the core's.
 void BM_RefreshRecorded(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = static_cast<PalletView>(state.range(0));
+    job.Shown.SetMode(static_cast<PalletView>(state.range(0)));
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
+    drawing.SetArea({0, 0, kWidth, kHeight});
     DisplayList list;
     for (auto _ : state) {
         list.Clear();
@@ -142,9 +143,10 @@ void BM_RefreshRecorded(benchmark::State& state) {
 // A pick's highlight: the old part back in normal colours (mode 3), the new one lit (mode 4).
 void BM_HighlightChange(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = static_cast<PalletView>(state.range(0));
+    job.Shown.SetMode(static_cast<PalletView>(state.range(0)));
     QImage image(kWidth, kHeight, QImage::Format_RGB32);
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
+    drawing.SetArea({0, 0, kWidth, kHeight});
     {
         QPainter painter(&image);
         QtCanvas canvas(painter, job.Fonts);
@@ -217,13 +219,13 @@ IntPoint Middle(const IntRect& r) {
 // the widget's repaint of the picture with the image over it.
 void BM_DragFrame(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = PalletView::Flat;
-    job.Shown.AreaRect = {0, 0, kWidth, kHeight};
+    job.Shown.SetMode(PalletView::Flat);
     // Flat stacks: the grab point hits the stack it is the middle of.
-    job.Shown.Is3D = 0;
+    job.Shown.Set3D(false);
     QImage picture(kWidth, kHeight, QImage::Format_RGB32);
     QImage screen(kWidth, kHeight, QImage::Format_RGB32);
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
+    drawing.SetArea({0, 0, kWidth, kHeight});
     BenchAreaView view(drawing, picture, job.Fonts, true);
     view.Refresh();
     const std::vector<HaichiInfo*> shown = ShownStacks(drawing);
@@ -253,19 +255,19 @@ void BM_DragFrame(benchmark::State& state) {
     state.counters["image_rects"] = static_cast<double>(view.Image.size());
     edit.Release(canvas, 0, 0);
     drawing.Select().Reset();
-    job.Shown.Is3D = 1;
+    job.Shown.Set3D(true);
 }
 
 // A band of stacks dropped 12 pixels on and back: the probe pass, the moving pass and the
 // corner rebuild (argument 0), and with the window's full repaint and highlight (argument 1).
 void BM_Drop(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = PalletView::Flat;
-    job.Shown.AreaRect = {0, 0, kWidth, kHeight};
+    job.Shown.SetMode(PalletView::Flat);
     job.App.Settings.IsDirect = 1;
-    job.Shown.Is3D = 0;
+    job.Shown.Set3D(false);
     QImage picture(kWidth, kHeight, QImage::Format_RGB32);
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
+    drawing.SetArea({0, 0, kWidth, kHeight});
     BenchAreaView view(drawing, picture, job.Fonts, state.range(0) == 1);
     {
         QPainter painter(&picture);
@@ -301,17 +303,17 @@ void BM_Drop(benchmark::State& state) {
     state.counters["band_stacks"] = static_cast<double>(drawing.Selected().BandList().size());
     drawing.Select().Reset();
     job.App.Settings.IsDirect = 0;
-    job.Shown.Is3D = 1;
+    job.Shown.Set3D(true);
 }
 
 // Ctrl+Z and Ctrl+Y on the largest job: the step taken back or done again (every record made
 // anew from the snapshot) and the picture drawn again, as the window does, in 3D 4PALLET.
 void BM_UndoRedo(benchmark::State& state) {
     PlacedJob& job = Job();
-    job.Shown.PalletMode = PalletView::FourPallet;
-    job.Shown.AreaRect = {0, 0, kWidth, kHeight};
+    job.Shown.SetMode(PalletView::FourPallet);
     QImage picture(kWidth, kHeight, QImage::Format_RGB32);
     PalletDrawing drawing(job.App, job.Shown, job.Messages);
+    drawing.SetArea({0, 0, kWidth, kHeight});
     EditHistory history;
     // The step: the first stack of the job set aside, as left does.
     history.Record(step::kLeft, job.App, drawing.Selected());

@@ -95,7 +95,7 @@ inline int32_t SmallBoxNumber(int32_t code) {
 }
 inline constexpr int32_t kSmallBoxSlots = 99;
 
-// The view of the drawing area (ViewState::PalletMode), numbered as its buttons.
+// The view of the drawing area (ViewState::Mode), numbered as its buttons.
 enum class PalletView : int32_t {
     Flat = 0,        // one pallet from above
     Danmen = 1,      // one pallet, the cross-section below it

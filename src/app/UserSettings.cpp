@@ -44,11 +44,13 @@ void CKestoApp::WriteRegistrySettings(HostStore& host) {
 }
 
 void ReadViewSettings(HostStore& host, ViewState& shown) {
-    ReadUserInt(host, "IsBlockDraw", shown.IsBlockDraw);
+    int32_t stored = shown.StoredBlockDraw();
+    ReadUserInt(host, "IsBlockDraw", stored);
+    shown.SetStoredBlockDraw(stored);
 }
 
 void WriteViewSettings(HostStore& host, const ViewState& shown) {
-    host.WriteUserValue("IsBlockDraw", std::to_string(shown.IsBlockDraw));
+    host.WriteUserValue("IsBlockDraw", std::to_string(shown.StoredBlockDraw()));
 }
 
 }  // namespace kesto

@@ -1,53 +1,71 @@
-// What the operator is looking at: the process, pallets and small box on view, the drawing's
-// toggles, and where the window put its panels. It belongs to whoever shows the job (the
-// window, kesto-batch, the picture writer), never to the job: drawing a picture or changing
-// the view leaves the job's records as they were.
+// What the operator is looking at: the process, pallets and small box in view and the
+// drawing's toggles. It belongs to whoever shows the job (the window, kesto-batch, the picture
+// writer), never to the job: drawing a picture or changing the view leaves the job's records as
+// they were. Where the widgets stand is the widgets' own business. Each setter says what it
+// changed (nothing when the value was already there).
 #pragma once
 
 #include <cstdint>
 
+#include "app/Changes.h"
 #include "app/Codes.h"
-#include "app/Rect.h"
 
 namespace kesto {
 
 class HostStore;
 
-// Where the main window's layout stands (LayoutState).
-enum class LayoutStep : int32_t {
-    NeverShown = 0,
-    Due = 2,  // shown or resized: laid out at the next chance
-    LaidOut = 3,
-};
+// What a click in the drawing picks: the stack under it, or every stack of its block.
+enum class HitBy : uint8_t { Single, Block };
 
-// Whether a panel is shown (the all-parts dialog's PartsAllState).
-enum class Visibility : int32_t { Hidden = 1, Shown = 2 };
+class ViewState {
+  public:
+    PalletView Mode() const { return mode_; }
+    ChangeSet SetMode(PalletView mode) { return Set(mode_, mode, Change::Mode); }
+    // 1-based position of the process in view in the schedule.
+    int32_t Koutei() const { return koutei_; }
+    ChangeSet SetKoutei(int32_t position) { return Set(koutei_, position, Change::Koutei); }
+    // The first pallet in view (1-based).
+    int32_t Pallet() const { return pallet_; }
+    ChangeSet SetPallet(int32_t pallet) { return Set(pallet_, pallet, Change::Pallet); }
+    // The code of the small box in view (100..198).
+    int32_t Box() const { return box_; }
+    ChangeSet SetBox(int32_t code) { return Set(box_, code, Change::Box); }
 
-struct ViewState {
-    PalletView PalletMode = PalletView::Flat;
-    int32_t Is3D = 0;
-    int32_t GridFlag = 0;
-    int32_t HitByBlock = 1;     // a pick takes the whole block's stacks
-    int32_t IsBlockDraw = 0;    // the block cells are drawn (a per-user value)
-    int32_t CurrentKoutei = 1;  // 1-based position of the process on view
-    int32_t CurrentBox = destination::kFirstSmallBox;
-    int32_t CurrentPallet = 1;  // the first pallet on view
-    LayoutStep LayoutState = LayoutStep::NeverShown;
-    Visibility PartsAllState = Visibility::Hidden;
-    // Where the main window wants the drawing area and the two part panels (its client
-    // pixels), set by its layout pass; each panel then moves itself there.
-    IntRect AreaPlacement;
-    IntRect InfoPlacement;
-    IntRect ViewPlacement;
-    // Each panel's own client rectangle (left and top 0), stored when it placed itself: what
-    // the drawing reads.
-    IntRect AreaRect;
-    IntRect InfoRect;
-    IntRect ViewRect;
-    // The drawing area's rectangle on the screen; the all-parts dialog is placed over it.
-    IntRect AreaWindowRect;
+    bool Is3D() const { return is3D_; }
+    ChangeSet Set3D(bool on) { return Set(is3D_, on, Change::Display); }
+    bool Grid() const { return grid_; }
+    ChangeSet SetGrid(bool on) { return Set(grid_, on, Change::Display); }
+    HitBy Hit() const { return hit_; }
+    ChangeSet SetHit(HitBy hit) { return Set(hit_, hit, Change::Hit); }
+    // The block cells are drawn. A per-user value ("IsBlockDraw") that keeps the number it was
+    // read with until the operator switches it: only "is it 0" is ever asked of it.
+    bool BlockDraw() const { return blockDraw_ != 0; }
+    int32_t StoredBlockDraw() const { return blockDraw_; }
+    ChangeSet SetStoredBlockDraw(int32_t stored) {
+        return Set(blockDraw_, stored, Change::Display);
+    }
+    // The block-draw toggle: from 0 to 1, from anything else to 0.
+    ChangeSet SwitchBlockDraw() { return SetStoredBlockDraw(blockDraw_ == 0 ? 1 : 0); }
 
     bool operator==(const ViewState&) const = default;
+
+  private:
+    template <class T>
+    static ChangeSet Set(T& field, T value, Change change) {
+        if (field == value)
+            return {};
+        field = value;
+        return change;
+    }
+
+    PalletView mode_ = PalletView::Flat;
+    int32_t koutei_ = 1;
+    int32_t pallet_ = 1;
+    int32_t box_ = destination::kFirstSmallBox;
+    bool is3D_ = false;
+    bool grid_ = false;
+    HitBy hit_ = HitBy::Block;
+    int32_t blockDraw_ = 0;
 };
 
 // The view's per-user values ("IsBlockDraw"); a missing value reads as 0.

@@ -35,11 +35,11 @@ void ShareOut(const std::vector<HaichiInfo*>& stacks, int32_t num1) {
 
 PalletsOnView CandidatePallets(const ViewState& shown, int32_t palletCount) {
     PalletsOnView c = kNoPalletsOnView;
-    const int64_t cur = shown.CurrentPallet;
+    const int64_t cur = shown.Pallet();
     const int64_t n = palletCount;
     // Values that name no pallet never match a block; cut them into the int range.
     auto narrow = [](int64_t v) { return static_cast<int>(std::clamp<int64_t>(v, -1, INT32_MAX)); };
-    switch (shown.PalletMode) {
+    switch (shown.Mode()) {
         case PalletView::Flat:
         case PalletView::Danmen:
             c[0] = narrow(cur);

@@ -177,7 +177,7 @@ std::optional<std::vector<std::string>> PartsAllLines(const CKestoApp& app, cons
     }
     SortPartsAll(parts, sortKey);
     const std::vector<const PartsInfo*> marked =
-        PartsOnPalletsInView(app, shown.CurrentKoutei, inView[0], inView[1]);
+        PartsOnPalletsInView(app, shown.Koutei(), inView[0], inView[1]);
     for (const PartsInfo* part : parts) {
         const bool onView = std::find(marked.begin(), marked.end(), part) != marked.end();
         lines.push_back(PartsAllLine(*part, onView));
@@ -185,15 +185,14 @@ std::optional<std::vector<std::string>> PartsAllLines(const CKestoApp& app, cons
     return lines;
 }
 
-PartsAllPlacement PlacePartsAll(const ViewState& shown, Visibility state) {
-    const IntRect& area = shown.AreaWindowRect;
+PartsAllPlacement PlacePartsAll(const IntRect& area, PalletView mode, Visibility state) {
     const int32_t height = area.Bottom - area.Top;
     const int32_t x = area.Left + 2;
     const int32_t width = area.Right - area.Left - 5;
     const ControlRect lowerHalf{x, area.Top + height / 2, width, height / 2 - 2};
     if (state == Visibility::Hidden)
         return PartsAllPlacement{lowerHalf, false};
-    if (shown.PalletMode == PalletView::Flat)
+    if (mode == PalletView::Flat)
         return PartsAllPlacement{ControlRect{x, area.Top, width, height}, true};
     return PartsAllPlacement{lowerHalf, true};
 }

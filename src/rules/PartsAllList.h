@@ -60,20 +60,23 @@ std::string SheetCountText(const PartsInfo& part);
 std::string PartsAllLine(const PartsInfo& part, bool inView);
 
 // The lines of process koutei in the order of sortKey, with the parts on the first two
-// pallets in view marked: those of the view's CurrentKoutei, taken as a process number.
+// pallets in view marked: those of the view's process position, taken as a process number.
 // None when there is no such process (the list keeps its lines).
 std::optional<std::vector<std::string>> PartsAllLines(const CKestoApp& app, const ViewState& shown,
                                                       int32_t koutei, int32_t sortKey,
                                                       const std::array<int32_t, 4>& inView);
 
+// Whether the all-parts dialog is shown (PartsAllState).
+enum class Visibility : int32_t { Hidden = 1, Shown = 2 };
+
 struct PartsAllPlacement {
-    ControlRect Rect;  // screen pixels, from AreaWindowRect
+    ControlRect Rect;  // screen pixels, from the drawing area on the screen
     bool Shown = false;
 };
 
-// Where the dialog goes hidden (over the lower half of the drawing area) or shown (there, or
-// over the whole area in FLAT).
-PartsAllPlacement PlacePartsAll(const ViewState& shown, Visibility state);
+// Where the dialog goes hidden (over the lower half of the drawing area, area on the screen)
+// or shown (there, or over the whole area in FLAT).
+PartsAllPlacement PlacePartsAll(const IntRect& area, PalletView mode, Visibility state);
 
 struct PartsAllControls {
     std::array<ControlRect, 5> Buttons;  // in the order of SortButton

@@ -199,13 +199,13 @@ void DrawingEdit::FinishBand(Canvas& canvas) {
 }
 
 bool DrawingEdit::WithinOneSlot(const IntRect& band) const {
-    const IntRect& a = d_.Shown().AreaRect;
+    const IntRect& a = d_.Area();
     if (d_.ViewPallet.No == -1 || d_.PalletRect[0].Left == kNoSlot)
         return false;
     const int32_t cap = d_.CaptionHeight;
     const int32_t cw = a.Right - a.Left;
     const int32_t ch = a.Bottom - a.Top;
-    switch (d_.Shown().PalletMode) {
+    switch (d_.Shown().Mode()) {
         case PalletView::Flat:
             return Inside(band, IntRect{a.Left, a.Top + cap, a.Right, a.Bottom});
         case PalletView::Danmen:
@@ -269,7 +269,7 @@ void DrawingEdit::MoveSteps(Canvas& canvas, int32_t x, int32_t y, bool leftButto
 }
 
 bool DrawingEdit::InDrawingZone(int32_t x, int32_t y) const {
-    const IntRect& a = d_.Shown().AreaRect;
+    const IntRect& a = d_.Area();
     return !(y <= d_.CaptionHeight || y >= a.Bottom - 1 || x < 2 || x >= a.Right - 1);
 }
 
@@ -322,7 +322,7 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
     view_.HideDragImage();
     MoveCount = -1;
     std::optional<DropRefusal> refused;
-    if (KouteiInfo* koutei = app_.KouteiAt(d_.Shown().CurrentKoutei)) {
+    if (KouteiInfo* koutei = app_.KouteiAt(d_.Shown().Koutei())) {
         // The step is kept only when a stack really moved.
         std::vector<HaichiInfo*> moving = StacksOf(Sel().PickHistory());
         if (Sel().Band() != BandState::Off) {

@@ -41,12 +41,12 @@ bool JobSession::Init() {
 
 int JobSession::LoadAndPlace(PlacedCounts counts, SavedPlacement saved,
                              const std::vector<int>& keep) {
-    shown_.HitByBlock = 1;
-    shown_.GridFlag = 1;
-    shown_.CurrentKoutei = 1;
+    shown_.SetHit(HitBy::Block);
+    shown_.SetGrid(true);
+    shown_.SetKoutei(1);
     ChooseDefaultBox();
     app_.ReadPalletSelect(services_.Messages);
-    shown_.CurrentPallet = 1;
+    shown_.SetPallet(1);
     if (view_ != nullptr)
         view_->ShowResetJob();
     // A job that fails its check is ended through Cancel, and the placement still runs.
@@ -100,7 +100,7 @@ void JobSession::RereadJob() {
 }
 
 ViewPlace JobSession::Place() const {
-    return {shown_.CurrentKoutei, shown_.CurrentPallet};
+    return {shown_.Koutei(), shown_.Pallet()};
 }
 
 void JobSession::RecordStep(const char* name, const Selection& selection) {
@@ -123,48 +123,50 @@ void JobSession::EndStep(bool changed) {
         history_.Cancel();
 }
 
-bool JobSession::Undo(PalletDrawing& drawing) {
+ChangeSet JobSession::Undo(PalletDrawing& drawing) {
     ViewPlace place = Place();
     if (!history_.Undo(app_, drawing.Select(), &place))
-        return false;
-    ShowAt(place);
-    return true;
+        return {};
+    return ShowAt(place);
 }
 
-bool JobSession::Redo(PalletDrawing& drawing) {
+ChangeSet JobSession::Redo(PalletDrawing& drawing) {
     ViewPlace place = Place();
     if (!history_.Redo(app_, drawing.Select(), &place))
-        return false;
-    ShowAt(place);
-    return true;
+        return {};
+    return ShowAt(place);
 }
 
-void JobSession::ShowAt(const ViewPlace& place) {
-    shown_.CurrentKoutei = place.Koutei;
-    shown_.CurrentPallet = place.Pallet;
+ChangeSet JobSession::ShowAt(const ViewPlace& place) {
+    shown_.SetKoutei(place.Koutei);
+    shown_.SetPallet(place.Pallet);
+    // A step may have changed any part and stack; it is shown with its picks where it was.
+    return Change::Place | Change::Parts | Change::Stacks | Change::History;
 }
 
-bool JobSession::Retry() {
+ChangeSet JobSession::Retry() {
     if (services_.Op.AskKaku(kaku::kAskRetry, kaku::kAskRetry2) != OkCancel::Ok)
-        return false;
+        return {};
     RecordStep(step::kRetry);
     RereadJob();
     LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {});
-    return true;
+    // The lists were filled as the job was placed; the all-parts dialog follows too.
+    return Change::Reloaded | Change::Parts | Change::History;
 }
 
-bool JobSession::Auto() {
+ChangeSet JobSession::Auto() {
     if (services_.Op.AskKaku(kaku::kAskAuto, kaku::kAskAuto2) != OkCancel::Ok)
-        return false;
+        return {};
     RecordStep(step::kAuto);
     const std::vector<int> keep = KeepTable();
     RereadJob();
     LoadAndPlace(PlacedCounts::Kept, SavedPlacement::Ignore, keep);
-    return true;
+    // The lists were filled as the job was placed; the all-parts dialog keeps its lines.
+    return Change::Reloaded | Change::History;
 }
 
 bool JobSession::PassesExitCheck() {
-    if (CKs_FileSave(app_, services_).CheckOffsets(shown_.CurrentKoutei) != 0)
+    if (CKs_FileSave(app_, services_).CheckOffsets(shown_.Koutei()) != 0)
         return true;
     // The operator stopped at the offset warning: the job ends at once, nothing written.
     aborted_ = true;

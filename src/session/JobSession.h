@@ -26,13 +26,10 @@ struct SheetCountStart {
     double Y = 0;
 };
 
-// What a set-aside command (left, right) did: Changed when the lists, the part view and the
-// drawing are to be shown again.
-struct ToriokiChange {
-    bool Changed = false;
-};
-
 // What a view of the session does when the session changes the whole job under it.
+// Shows a change in the middle of a command, before the command's closing message.
+using ShowChange = std::function<void(ChangeSet)>;
+
 class SessionView {
   public:
     virtual ~SessionView() = default;
@@ -54,8 +51,8 @@ class JobSession {
     CKestoApp& App() { return app_; }
     const CKestoApp& App() const { return app_; }
     const Services& Svc() const { return services_; }
-    // What the operator looks at: the commands act on the process and pallets on view.
-    ViewState& Shown() { return shown_; }
+    // What the operator looks at: the commands act on the process and pallets on view. Only
+    // the session's commands change it.
     const ViewState& Shown() const { return shown_; }
     void SetView(SessionView* view) { view_ = view; }
 
@@ -72,29 +69,41 @@ class JobSession {
     // the counts by Seq that PlacedCounts::Kept places. 1 on success.
     int LoadAndPlace(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep);
 
+    // --- what the operator looks at -----------------------------------------------------
+    // Each reports what it changed. The process, pallet, box and view commands report their
+    // change even when the same one was chosen again: the window shows it anew.
+    ChangeSet ChooseKoutei(int32_t position);
+    ChangeSet ChoosePallet(int32_t pallet);
+    ChangeSet ChooseBox(int32_t code);
+    ChangeSet ChooseView(PalletView mode);
+    ChangeSet SetGrid(bool on);
+    ChangeSet Set3D(bool on);
+    ChangeSet SetHit(HitBy hit);
+    ChangeSet SwitchBlockDraw();
+
     // --- deciding commands ------------------------------------------------------------
     // The part of a list line: its Seq, in the current process unless anyKoutei.
     PartsInfo* FindPart(int32_t seq, bool anyKoutei);
-    // Small box to set-aside for the selected small-box line (none: message 7). true when
-    // the lists are to be refilled.
-    bool Down(std::optional<int32_t> selectedSeq);
-    // Set-aside to the current small box for the selected set-aside line. true when the lists
-    // are to be refilled (also after message 11/12, which changes nothing).
-    bool Up(std::optional<int32_t> selectedSeq);
-    // Asks 202/203; on OK reads the job again and places it anew. true when it did.
-    bool Retry();
+    // Small box to set-aside for the selected small-box line (none: message 7, nothing
+    // changed). The part lists change, also when the line's part is not found.
+    ChangeSet Down(std::optional<int32_t> selectedSeq);
+    // Set-aside to the current small box for the selected set-aside line. The part lists
+    // change and the line is gone (also after message 11/12, which changes no part).
+    ChangeSet Up(std::optional<int32_t> selectedSeq);
+    // Asks 202/203; on OK reads the job again and places it anew (the reset shows through the
+    // SessionView as it happens).
+    ChangeSet Retry();
     // Asks 204/205; on OK reads the job again and places it keeping each part's placed count.
-    bool Auto();
+    ChangeSet Auto();
     // left: the stacks picked in the drawing from the pallets to the set-aside area (message
     // 15 while a rubber band is in force). The pick is drawn back on canvas before its stacks
     // go; the process's corners are rebuilt from the stacks that remain.
-    ToriokiChange Left(PalletDrawing& drawing, Canvas& canvas);
+    ChangeSet Left(PalletDrawing& drawing, Canvas& canvas);
     // right: the selected set-aside part back onto the pallets in view (messages 7, 13/14, and
     // 9 or 10 when it does not fit wholly).
-    // refreshed runs once the part is back, before message 9 or 10 reports what was not: the
-    // operator reads the message over the lists and the drawing as they now stand.
-    ToriokiChange Right(std::optional<int32_t> selectedSeq,
-                        const std::function<void()>& refreshed = {});
+    // show gets the change once the part is back, before message 9 or 10 reports what was
+    // not: the operator reads the message over the lists and the drawing as they now stand.
+    ChangeSet Right(std::optional<int32_t> selectedSeq, const ShowChange& show = {});
     // Whether any part of the job has pieces set aside (by left or Down). OK and the close box
     // are allowed exactly while none has, however the pieces came back or the job was re-read.
     bool AnyPartSetAside() const;
@@ -104,11 +113,11 @@ class JobSession {
     // the change; none without a pick, or after message 15 while a rubber band is in force.
     std::optional<SheetCountStart> BeginSheetCount(const PalletDrawing& drawing);
     // MaiChg after its dialog gave newCount: the picked part re-stacked with newCount pieces
-    // per stack and its stacks picked again; refreshed runs next, then message 10 when the part
-    // is now short (the result), and last LastPicked becomes the stack nearest the remembered
-    // place.
+    // per stack and its stacks picked again; show gets the change next, then message 10 when
+    // the part is now short (the result), and last LastPicked becomes the stack nearest the
+    // remembered place.
     bool ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& start, int32_t newCount,
-                         const std::function<void()>& refreshed = {});
+                         const ShowChange& show = {});
     // Each part's placed count by Seq (1000 entries), as Auto carries it over.
     std::vector<int> KeepTable() const;
     // The small box shown after a reset: box 1, 2 or 3, whichever is defined first.
@@ -126,9 +135,9 @@ class JobSession {
     void EndStep(bool changed);
     // The last step taken back, or done again: the job and the drawing's selection become
     // what they were, and the process and pallet on view those where the step was taken (or
-    // taken back). false when there is none.
-    bool Undo(PalletDrawing& drawing);
-    bool Redo(PalletDrawing& drawing);
+    // taken back). Nothing changes when there is none.
+    ChangeSet Undo(PalletDrawing& drawing);
+    ChangeSet Redo(PalletDrawing& drawing);
 
     // --- finishing --------------------------------------------------------------------
     // OK or Cancel: the offset check, then the result and save files. true when the job
@@ -153,7 +162,7 @@ class JobSession {
     void RecordStep(const char* name);
     // Where the operator looks now, and showing a step where it was taken.
     ViewPlace Place() const;
-    void ShowAt(const ViewPlace& place);
+    ChangeSet ShowAt(const ViewPlace& place);
     // Marks the stacks from position first of the stack list on (those just made) with edit.
     void MarkStacksFrom(size_t first, uint8_t edit);
     int PlaceJob(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep);

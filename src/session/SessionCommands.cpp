@@ -14,7 +14,7 @@ constexpr size_t kKeepTableSize = 1000;
 
 PartsInfo* JobSession::FindPart(int32_t seq, bool anyKoutei) {
     for (PartsInfo& part : app_.PartsList) {
-        if (part.Seq == seq && (anyKoutei || part.KouteiNo == shown_.CurrentKoutei))
+        if (part.Seq == seq && (anyKoutei || part.KouteiNo == shown_.Koutei()))
             return &part;
     }
     return nullptr;
@@ -28,49 +28,89 @@ std::string JobSession::WhyShortText(int32_t seq) {
     return why ? ShortReasonText(*why, services_.Messages) : std::string();
 }
 
-bool JobSession::Down(std::optional<int32_t> selectedSeq) {
-    if (!selectedSeq) {
-        services_.Op.AskKaku(kaku::kNoLineSelected, kaku::kNone);
-        return false;
-    }
-    if (PartsInfo* part = FindPart(*selectedSeq, false)) {
-        RecordStep(step::kToSetAside);
-        part->Destination = destination::kTorioki;
-        part->PiecesSetAside = part->Quantity;
-    }
-    return true;
+ChangeSet JobSession::ChooseKoutei(int32_t position) {
+    shown_.SetKoutei(position);
+    return Change::Koutei;
 }
 
-bool JobSession::Up(std::optional<int32_t> selectedSeq) {
-    if (!IsSmallBox(shown_.CurrentBox)) {
-        services_.Op.AskKaku(kaku::kNotASmallBox, kaku::kNone);
-        return false;
-    }
+ChangeSet JobSession::ChoosePallet(int32_t pallet) {
+    shown_.SetPallet(pallet);
+    return Change::Pallet;
+}
+
+ChangeSet JobSession::ChooseBox(int32_t code) {
+    shown_.SetBox(code);
+    return Change::Box;
+}
+
+ChangeSet JobSession::ChooseView(PalletView mode) {
+    shown_.SetMode(mode);
+    return Change::Mode;
+}
+
+ChangeSet JobSession::SetGrid(bool on) {
+    return shown_.SetGrid(on);
+}
+
+ChangeSet JobSession::Set3D(bool on) {
+    return shown_.Set3D(on);
+}
+
+ChangeSet JobSession::SetHit(HitBy hit) {
+    // The buttons show the choice even when it was already made.
+    shown_.SetHit(hit);
+    return Change::Hit;
+}
+
+ChangeSet JobSession::SwitchBlockDraw() {
+    return shown_.SwitchBlockDraw() | Change::BlockCells;
+}
+
+ChangeSet JobSession::Down(std::optional<int32_t> selectedSeq) {
     if (!selectedSeq) {
         services_.Op.AskKaku(kaku::kNoLineSelected, kaku::kNone);
-        return false;
+        return {};
     }
     PartsInfo* part = FindPart(*selectedSeq, false);
     if (part == nullptr)
-        return true;
+        return Change::Parts;
+    RecordStep(step::kToSetAside);
+    part->Destination = destination::kTorioki;
+    part->PiecesSetAside = part->Quantity;
+    return Change::Parts | Change::History;
+}
+
+ChangeSet JobSession::Up(std::optional<int32_t> selectedSeq) {
+    if (!IsSmallBox(shown_.Box())) {
+        services_.Op.AskKaku(kaku::kNotASmallBox, kaku::kNone);
+        return {};
+    }
+    if (!selectedSeq) {
+        services_.Op.AskKaku(kaku::kNoLineSelected, kaku::kNone);
+        return {};
+    }
+    const ChangeSet shown = Change::Parts | Change::SetAsideLine;
+    PartsInfo* part = FindPart(*selectedSeq, false);
+    if (part == nullptr)
+        return shown;
     for (const BoxInfo& box : app_.BoxList) {
-        if (box.No != shown_.CurrentBox)
+        if (box.No != shown_.Box())
             continue;
         if (!PartFitsBox(*part, box)) {
             services_.Op.AskKaku(kaku::kOutsideSmallBoxSize, kaku::kOutsideSmallBoxSize2);
-            return false;
+            return {};
         }
         break;
     }
     if (part->PiecesPlaced > 0) {
         services_.Op.AskKaku(kaku::kPiecesOnPallets, kaku::kPiecesOnPallets2);
-    } else {
-        RecordStep(step::kToSmallBox);
-        part->Destination = shown_.CurrentBox;
-        part->PiecesPlaced = 0;
-        part->PiecesSetAside = 0;
+        return shown;
     }
-    return true;
+    RecordStep(step::kToSmallBox);
+    part->Destination = shown_.Box();
+    part->PiecesPlaced = 0;
+    part->PiecesSetAside = 0;
+    return shown | Change::History;
 }
 
 std::vector<int> JobSession::KeepTable() const {
@@ -85,7 +125,7 @@ std::vector<int> JobSession::KeepTable() const {
 void JobSession::ChooseDefaultBox() {
     for (int32_t n = 1; n <= 3; ++n) {
         if (app_.BoxFlags[n] != 0) {
-            shown_.CurrentBox = SmallBoxCode(n);
+            shown_.SetBox(SmallBoxCode(n));
             return;
         }
     }

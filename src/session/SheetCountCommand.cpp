@@ -27,13 +27,13 @@ std::optional<SheetCountStart> JobSession::BeginSheetCount(const PalletDrawing& 
 }
 
 bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& start,
-                                 int32_t newCount, const std::function<void()>& refreshed) {
+                                 int32_t newCount, const ShowChange& show) {
     const HaichiInfo* picked = drawing.PickedStack();
     if (picked == nullptr || picked->Part == nullptr)
         return false;
     RecordStep(step::kSheetCount, drawing.Selected());
     PartsInfo* part = picked->Part;
-    KouteiInfo* koutei = app_.KouteiAt(shown_.CurrentKoutei);
+    KouteiInfo* koutei = app_.KouteiAt(shown_.Koutei());
     // The new count stands in for the part's own only while it is stacked again.
     const int32_t ownLimit = part->PerStackLimit;
     part->PerStackLimit = newCount;
@@ -66,8 +66,8 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
             std::fabs(h.Y - start.Y) <= kSamePlace)
             samePlace = h.Id;
     }
-    if (refreshed)
-        refreshed();
+    if (show)
+        show(Change::Parts | Change::Stacks | Change::Restacked | Change::History);
     const bool partShort = part->PiecesPlaced != part->Quantity;
     if (partShort)
         services_.Op.AskKaku(kaku::kPartlyPlaced, kaku::kNone);

@@ -44,7 +44,7 @@ bool JobSession::AnyPartSetAside() const {
                        [](const PartsInfo& part) { return part.PiecesSetAside > 0; });
 }
 
-ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
+ChangeSet JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
     if (drawing.Selected().Band() != BandState::Off) {
         services_.Op.AskKaku(kaku::kBandSelectionActive, kaku::kNone);
         return {};
@@ -62,12 +62,11 @@ ToriokiChange JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
         app_.RemoveHaichiInfo(h);
     drawing.Select().ForgetPicks();
     // The freed corners serve again: the process's marks are rebuilt from the stacks left.
-    CKs_Haichi(app_, services_).RebuildCorners(app_.KouteiAt(shown_.CurrentKoutei), {});
-    return {true};
+    CKs_Haichi(app_, services_).RebuildCorners(app_.KouteiAt(shown_.Koutei()), {});
+    return Change::Stacks | Change::SetAsideParts | Change::Selection | Change::History;
 }
 
-ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq,
-                                const std::function<void()>& refreshed) {
+ChangeSet JobSession::Right(std::optional<int32_t> selectedSeq, const ShowChange& show) {
     if (app_.PartsList.Empty())
         return {};
     if (!selectedSeq) {
@@ -88,17 +87,19 @@ ToriokiChange JobSession::Right(std::optional<int32_t> selectedSeq,
     const size_t stacksBefore = app_.HaichiList.size();
     // The pieces placed now join the part's stacks as they are, without sharing out.
     CKs_Haichi(app_, services_, CandidatePallets(shown_, app_.Settings.PalletCount))
-        .PlaceOnePart(part, app_.KouteiAt(shown_.CurrentKoutei), Stacking::PalletsInView,
+        .PlaceOnePart(part, app_.KouteiAt(shown_.Koutei()), Stacking::PalletsInView,
                       QuantityShare::AsPlaced);
     MarkStacksFrom(stacksBefore, kEditReturned);
-    if (refreshed)
-        refreshed();
+    const ChangeSet changed =
+        Change::Parts | Change::SetAsideLine | Change::Stacks | Change::History;
+    if (show)
+        show(changed);
     if (part->PiecesPlaced != part->Quantity) {
         const int32_t message =
             part->PiecesPlaced == placedBefore ? kaku::kNothingPlacedBack : kaku::kPartlyPlaced;
         services_.Op.AskKaku(message, kaku::kNone);
     }
-    return {true};
+    return changed;
 }
 
 }  // namespace kesto

@@ -93,21 +93,21 @@ void AddProcessPages(CKestoApp& app, const ViewState& shown, const MessageTable&
     const int32_t titleFont = TitleFont(app, messages);
     const int32_t strip = TitleStripHeight(app, titleFont, height);
     ViewState pages = shown;
-    pages.PalletMode = app.Settings.PalletCount > 1 ? PalletView::FourPallet : PalletView::Flat;
-    pages.Is3D = 0;
-    pages.AreaRect = IntRect{0, 0, width, height - strip};
+    pages.SetMode(app.Settings.PalletCount > 1 ? PalletView::FourPallet : PalletView::Flat);
+    pages.Set3D(false);
     int32_t position = 0;
     for (const KouteiInfo& koutei : app.KouteiList) {
-        pages.CurrentKoutei = ++position;
+        pages.SetKoutei(++position);
         for (int32_t first = 1; first == 1 || first <= app.Settings.PalletCount;
              first += kPalletsPerPage) {
-            pages.CurrentPallet = first;
+            pages.SetPallet(first);
             PicturePage& page = document.Pages.emplace_back();
             page.Width = width;
             page.Height = height;
             page.Title = ProcessTitle(app, koutei, first, jobName);
             DrawTitle(app, page, titleFont, strip);
             PalletDrawing drawing(app, pages, messages);
+            drawing.SetArea({0, 0, width, height - strip});
             // Below the page's title strip, in the drawing's own coordinates.
             ShiftedCanvas area(page.Drawing, 0, strip);
             drawing.Refresh(area);

@@ -212,12 +212,12 @@ void DrawPallet(CKestoApp& app, const MessageTable& messages, int32_t position, 
                 const std::vector<const HaichiInfo*>& stacks, const StackTags& tags,
                 const std::vector<int32_t>& numbers, const IntRect& box, PicturePage& page) {
     ViewState view;
-    view.PalletMode = PalletView::Flat;
-    view.IsBlockDraw = 1;
-    view.CurrentKoutei = position;
-    view.CurrentPallet = pallet;
-    view.AreaRect = IntRect{0, 0, box.Right - box.Left, box.Bottom - box.Top};
+    view.SetMode(PalletView::Flat);
+    view.SetStoredBlockDraw(1);
+    view.SetKoutei(position);
+    view.SetPallet(pallet);
     PalletDrawing drawing(app, view, messages, colour::kPrintPalette);
+    drawing.SetArea({0, 0, box.Right - box.Left, box.Bottom - box.Top});
     drawing.TagStacks(&tags);
     ShiftedCanvas area(page.Drawing, box.Left, box.Top);
     drawing.ClearArea(area);

@@ -83,7 +83,7 @@ void SetCaptionTexts(PalletDrawing& d, const CKestoApp& app, const MessageTable&
     const int32_t font = messages.GetFontText(kSection, "L-PALLET-CAP").Font;
     if (!FontDefined(app, font))
         return;
-    int32_t pallet = d.Shown().CurrentPallet;
+    int32_t pallet = d.Shown().Pallet();
     for (int32_t k = 1; k <= 4; ++k) {
         PalletCaption& caption = d.Captions[static_cast<size_t>(k - 1)];
         caption.FontSlot = font;
@@ -224,13 +224,13 @@ void PalletDrawing::Refresh(Canvas& canvas) {
 }
 
 void PalletDrawing::ClearArea(Canvas& canvas) {
-    const IntRect& area = shown_.AreaRect;
+    const IntRect& area = area_;
     const int32_t clientHeight = area.Bottom - area.Top;
     CaptionHeight = static_cast<int32_t>(kCaptionShare * clientHeight);
     for (PalletCaption& caption : Captions)
         caption.Visible = false;
     const Rgb back = palette_.AreaBackground;
-    if (shown_.PalletMode == PalletView::FourPallet) {
+    if (shown_.Mode() == PalletView::FourPallet) {
         const int32_t half = clientHeight / 2;
         canvas.FillRectangle({area.Left, area.Top + CaptionHeight, area.Right, half}, back, back);
         canvas.FillRectangle({area.Left, half + CaptionHeight, area.Right, area.Bottom}, back,
@@ -243,7 +243,7 @@ void PalletDrawing::ClearArea(Canvas& canvas) {
 
 void PalletDrawing::SetUpView(Canvas& canvas) {
     ClearView(*this);
-    const PalletView mode = shown_.PalletMode;
+    const PalletView mode = shown_.Mode();
     const PalletInfo* pallet = FindViewPallet();
     if (pallet == nullptr || !IsKnownMode(mode))
         return;
@@ -256,8 +256,7 @@ void PalletDrawing::SetUpView(Canvas& canvas) {
         return;
     const IntPoint a = WorldToScreen(0, 0);
     const IntPoint b = WorldToScreen(w, l);
-    const AreaSize area{shown_.AreaRect.Right - shown_.AreaRect.Left,
-                        shown_.AreaRect.Bottom - shown_.AreaRect.Top, CaptionHeight};
+    const AreaSize area{area_.Right - area_.Left, area_.Bottom - area_.Top, CaptionHeight};
     const IntRect frame = CentredFrame(*this, mode, area.Width, area.Height, b.X - a.X, a.Y - b.Y);
     SetCaptionTexts(*this, app_, messages_);
     OriginDX = frame.Left - a.X;
@@ -285,7 +284,7 @@ void PalletDrawing::SetUpView(Canvas& canvas) {
 
 const PalletInfo* PalletDrawing::FindViewPallet() {
     // A position beyond the list finds no process and so no pallet.
-    const KouteiInfo* process = app_.KouteiAt(shown_.CurrentKoutei);
+    const KouteiInfo* process = app_.KouteiAt(shown_.Koutei());
     if (process == nullptr)
         return nullptr;
     return app_.PalletByName(process->PalletName);
@@ -300,10 +299,10 @@ bool PalletDrawing::ViewReady() const {
 }
 
 void PalletDrawing::ComputeScale() {
-    const IntRect& area = shown_.AreaRect;
+    const IntRect& area = area_;
     const int32_t width = area.Right - area.Left;
     int32_t height = area.Bottom - area.Top - CaptionHeight;
-    if (shown_.PalletMode == PalletView::FourPallet)
+    if (shown_.Mode() == PalletView::FourPallet)
         height -= CaptionHeight;
     // An area with no room left has no scale; the set-up then draws nothing past the
     // background rather than divide by zero.
@@ -322,15 +321,15 @@ IntPoint PalletDrawing::WorldToScreen(double x, double y) const {
 
 std::vector<PalletDrawing::Slot> PalletDrawing::ShownSlots() const {
     int32_t slots = 1;
-    if (shown_.PalletMode == PalletView::FourPallet)
+    if (shown_.Mode() == PalletView::FourPallet)
         slots = 4;
-    else if (shown_.PalletMode == PalletView::TwoPallet)
+    else if (shown_.Mode() == PalletView::TwoPallet)
         slots = 2;
     slots = std::min(slots, app_.Settings.PalletCount);
     const std::array<IntPoint, 4> offsets{IntPoint{0, 0}, IntPoint{HalfW, 0}, IntPoint{0, HalfH},
                                           IntPoint{HalfW, HalfH}};
     std::vector<Slot> shown;
-    int32_t pallet = shown_.CurrentPallet;
+    int32_t pallet = shown_.Pallet();
     for (int32_t s = 0; s < slots; ++s) {
         shown.push_back(Slot{s, pallet, offsets[static_cast<size_t>(s)]});
         pallet = NextPallet(pallet, app_.Settings.PalletCount);
@@ -341,17 +340,17 @@ std::vector<PalletDrawing::Slot> PalletDrawing::ShownSlots() const {
 std::array<int32_t, 4> PalletDrawing::PalletsInView() const {
     std::array<int32_t, 4> p{-1, -1, -1, -1};
     const int32_t count = app_.Settings.PalletCount;
-    switch (shown_.PalletMode) {
+    switch (shown_.Mode()) {
         case PalletView::Flat:
         case PalletView::Danmen:
-            p[0] = shown_.CurrentPallet;
+            p[0] = shown_.Pallet();
             break;
         case PalletView::TwoPallet:
-            p[0] = shown_.CurrentPallet;
+            p[0] = shown_.Pallet();
             p[1] = count < 2 ? -1 : NextPallet(p[0], count);
             break;
         case PalletView::FourPallet:
-            p[0] = shown_.CurrentPallet;
+            p[0] = shown_.Pallet();
             p[1] = p[0] + 1;
             if (count >= 4) {
                 if (p[1] > count)
@@ -386,7 +385,7 @@ std::optional<IntRect> PalletDrawing::ScreenRect(const HaichiInfo& record) const
     if (stands == nullptr)
         return std::nullopt;
     const BlockInfo& block = *stands;
-    if (block.KouteiNo != shown_.CurrentKoutei || block.PalletNo == -1)
+    if (block.KouteiNo != shown_.Koutei() || block.PalletNo == -1)
         return std::nullopt;
     const std::array<int32_t, 4> p = PalletsInView();
     const int32_t no = block.PalletNo;

@@ -62,6 +62,10 @@ class PalletDrawing {
     PalletDrawing(const CKestoApp& app, const ViewState& shown, const MessageTable& messages,
                   const colour::Palette& palette = colour::kScreenPalette);
     const ViewState& Shown() const { return shown_; }
+    // The drawing area's client rectangle in pixels, set by whoever places the area (the
+    // widget, a page of the picture); empty until then.
+    const IntRect& Area() const { return area_; }
+    void SetArea(const IntRect& area) { area_ = area; }
     const colour::Palette& Colours() const { return palette_; }
 
     // --- view state (recomputed by every Refresh) -------------------------------------
@@ -96,7 +100,7 @@ class PalletDrawing {
     void ComputeScale();
     // World millimetres to pixels, before the origin and slot offsets are added.
     IntPoint WorldToScreen(double x, double y) const;
-    // Draws the block cells of every shown slot (when IsBlockDraw), stores each block's
+    // Draws the block cells of every shown slot (when the view draws them), stores each block's
     // cell in BlockRects, then the grid marks and rack lines.
     void DrawBlocks(Canvas& canvas);
     // The screen rectangle of block index as the last set-up laid it out; all -1 when no
@@ -131,7 +135,7 @@ class PalletDrawing {
         int32_t PalletNo = 0;
         IntPoint Offset{};
     };
-    // Slots 1, 2 or 4 by mode, at most PalletCount, numbered from CurrentPallet with wrap.
+    // Slots 1, 2 or 4 by mode, at most PalletCount, numbered from the view's pallet with wrap.
     std::vector<Slot> ShownSlots() const;
     // The first pallet named by the current process's Name2; null when there is none.
     const PalletInfo* FindViewPallet();
@@ -139,7 +143,7 @@ class PalletDrawing {
     int32_t LabelFontSlot() const;
     // False until a set-up found a pallet and a usable scale.
     bool ViewReady() const;
-    // The parts of DrawBlocks after the cells (grid marks only with GridFlag).
+    // The parts of DrawBlocks after the cells (grid marks only with the grid on).
     void DrawGridMarks(Canvas& canvas) const;
     void DrawRackLines(Canvas& canvas) const;
     // The side view of the stacks in the cross-section band (DrawParts with DrawMode::All).
@@ -151,6 +155,7 @@ class PalletDrawing {
     const ViewState& shown_;
     const MessageTable& messages_;
     const colour::Palette& palette_;
+    IntRect area_;
     const StackTags* tags_ = nullptr;
     Selection selection_;
 };

@@ -92,11 +92,11 @@ void PalletDrawing::DrawBlocks(Canvas& canvas) {
             const int32_t dx = OriginDX + slot.Offset.X;
             const int32_t dy = OriginDY + slot.Offset.Y;
             const IntRect r{a.X + dx, b.Y + dy, b.X + dx, a.Y + dy};
-            for (const int32_t e : app_.Blocks.OfPallet(shown_.CurrentKoutei, slot.PalletNo)) {
+            for (const int32_t e : app_.Blocks.OfPallet(shown_.Koutei(), slot.PalletNo)) {
                 const BlockInfo& block = app_.Blocks[e];
                 if (!Contains(block, x - g.Bw, y, x, y + g.Bl))
                     continue;
-                if (shown_.IsBlockDraw != 0) {
+                if (shown_.StoredBlockDraw() != 0) {
                     const bool marked = (block.CornerMask & 0x0F) != 0;
                     canvas.FillRectangle(r, marked ? palette_.BlockMarked : palette_.BlockPlain,
                                          palette_.BlockPen);
@@ -124,7 +124,7 @@ IntRect PalletDrawing::LocateBlock(int32_t index) const {
             if (done)
                 return;
             const BlockInfo& block = app_.Blocks[index];
-            if (block.KouteiNo != shown_.CurrentKoutei || block.PalletNo != slot.PalletNo ||
+            if (block.KouteiNo != shown_.Koutei() || block.PalletNo != slot.PalletNo ||
                 !Contains(block, x - g.Bw, y, x, y + g.Bl))
                 return;
             const IntPoint a = WorldToScreen(x - g.Bw, y);
@@ -145,7 +145,7 @@ IntRect PalletDrawing::LocateBlock(int32_t index) const {
 namespace kesto {
 
 void PalletDrawing::DrawGridMarks(Canvas& canvas) const {
-    if (shown_.GridFlag == 0)
+    if (!shown_.Grid())
         return;
     const Grid g = GridOf(ViewPallet);
     const Rgb black = palette_.GridMark;

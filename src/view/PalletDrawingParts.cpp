@@ -126,8 +126,8 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
         }
         if (!Inside(*r, x, y))
             continue;
-        PointHit(&h, *r, x, y, shown_.Is3D == 0, previous, hit, pickRect);
-        if (shown_.Is3D != 1)
+        PointHit(&h, *r, x, y, !shown_.Is3D(), previous, hit, pickRect);
+        if (!shown_.Is3D())
             continue;
         IntRect layer = *r;
         for (int32_t k = 2; k <= h.Pieces; ++k) {
@@ -146,7 +146,7 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
     const std::vector<StackId>& history = selection_.PickHistory();
     if (history.empty() || history.back() != picked)
         selection_.AddToHistory(picked);
-    if (shown_.HitByBlock != 1 || app_.Settings.IsDirect.IsNotZero())
+    if (shown_.Hit() != HitBy::Block || app_.Settings.IsDirect.IsNotZero())
         return;
     // Picking by block takes the block's other stacks along.
     for (const HaichiInfo& h : app_.HaichiList) {
@@ -279,14 +279,14 @@ void PalletDrawing::DrawParts(Canvas& canvas, DrawMode mode, int32_t x, int32_t 
         // a highlight change cheap on a full table. In 3D every stack's layers and label are
         // painted again in list order, so that the stacks keep covering each other as before.
         const bool drawn = DrawBase(*this, canvas, app_, mode, h, *r);
-        if (!drawn && shown_.Is3D != 1)
+        if (!drawn && !shown_.Is3D())
             continue;
         const IntRect top =
-            shown_.Is3D == 1 ? DrawLayers(*this, canvas, app_, mode, h, *r, drawn) : *r;
+            shown_.Is3D() ? DrawLayers(*this, canvas, app_, mode, h, *r, drawn) : *r;
         DrawPartLabel(canvas, top, h, font);
     }
     const bool section =
-        shown_.PalletMode == PalletView::Danmen || shown_.PalletMode == PalletView::TwoPallet;
+        shown_.Mode() == PalletView::Danmen || shown_.Mode() == PalletView::TwoPallet;
     if (mode == DrawMode::All && section)
         DrawSection(canvas);
     DrawOffsetLines(canvas);
@@ -310,7 +310,7 @@ void PalletDrawing::DrawSection(Canvas& canvas) const {
         const bool slotPallet =
             block.PalletNo != -1 && (block.PalletNo == p[0] || block.PalletNo == p[1]);
         const double back = h.Y + h.Part->SizeY;
-        if (block.KouteiNo == shown_.CurrentKoutei && slotPallet && back > kNoBackEdge)
+        if (block.KouteiNo == shown_.Koutei() && slotPallet && back > kNoBackEdge)
             bars.push_back(Bar{&h, back});
     }
     // Farthest back first, ties in list order, so that nearer stacks cover those behind.

@@ -26,7 +26,7 @@ std::array<std::string, 3> PartsInfoPanel::Lines(const PartsInfo& part) const {
     const std::string u1 = messages_.GetFontText(kSection, "INFO1-STRING").Text;
     const std::string u2 = messages_.GetFontText(kSection, "INFO2-STRING").Text;
     // Found by number, not position; a part of no known process shows an empty name.
-    const KouteiInfo* process = app_.KouteiByNo(shown_.CurrentKoutei);
+    const KouteiInfo* process = app_.KouteiByNo(shown_.Koutei());
     const std::string processName = process != nullptr ? process->Name : std::string();
     std::array<std::string, 3> lines;
     lines[0] = FormatText("%-20s %-2s %-32s %ld%s", processName.c_str(), part.DirText.c_str(),
@@ -41,7 +41,7 @@ std::array<std::string, 3> PartsInfoPanel::Lines(const PartsInfo& part) const {
 }
 
 void PartsInfoPanel::Refresh(Canvas& canvas, const PartsInfo* part, const std::string& why) const {
-    const IntRect& r = shown_.InfoRect;
+    const IntRect& r = client_;
     ClearPanel(canvas, r);
     if (part == nullptr)
         return;
@@ -66,12 +66,11 @@ void PartsInfoPanel::Refresh(Canvas& canvas, const PartsInfo* part, const std::s
     }
 }
 
-PartsViewPanel::PartsViewPanel(const CKestoApp& app, const ViewState& view,
-                               const MessageTable& messages)
-    : app_(app), shown_(view), messages_(messages) {}
+PartsViewPanel::PartsViewPanel(const CKestoApp& app, const MessageTable& messages)
+    : app_(app), messages_(messages) {}
 
 void PartsViewPanel::ShowSize(Canvas& canvas, double w, double l) {
-    const IntRect& client = shown_.ViewRect;
+    const IntRect& client = client_;
     const int32_t width = client.Right - client.Left;
     const int32_t height = client.Bottom - client.Top;
     ClientWidth = width;
@@ -122,7 +121,7 @@ void PartsViewPanel::Repaint(Canvas& canvas) {
     if (Shown == 1)
         ShowSize(canvas, ShownW, ShownL);
     else
-        ClearPanel(canvas, shown_.ViewRect);
+        ClearPanel(canvas, client_);
 }
 
 }  // namespace kesto

@@ -18,23 +18,30 @@ namespace kesto {
 class PartsInfoPanel {
   public:
     PartsInfoPanel(const CKestoApp& app, const ViewState& view, const MessageTable& messages);
-    // Draws the panel of client rectangle InfoRect for part (null: background only); why, when
+    // The panel's client rectangle (InfoRect), set as the panel places itself.
+    void SetClient(const IntRect& client) { client_ = client; }
+    const IntRect& Client() const { return client_; }
+    // Draws the panel for part (null: background only); why, when
     // not empty, on a fourth line in the shortage colour.
     void Refresh(Canvas& canvas, const PartsInfo* part, const std::string& why = {}) const;
-    // The three lines of a part in process CurrentKoutei (found by number).
+    // The three lines of a part in the view's process position (found by number).
     std::array<std::string, 3> Lines(const PartsInfo& part) const;
 
   private:
     const CKestoApp& app_;
     const ViewState& shown_;
     const MessageTable& messages_;
+    IntRect client_;
 };
 
 // The part-view panel: a part's footprint scaled into the panel below a 20-pixel caption.
 class PartsViewPanel {
   public:
-    PartsViewPanel(const CKestoApp& app, const ViewState& view, const MessageTable& messages);
-    // Shows a part of width w and length l (millimetres) in client rectangle ViewRect;
+    PartsViewPanel(const CKestoApp& app, const MessageTable& messages);
+    // The panel's client rectangle (ViewRect), set as the panel places itself.
+    void SetClient(const IntRect& client) { client_ = client; }
+    const IntRect& Client() const { return client_; }
+    // Shows a part of width w and length l (millimetres);
     // a negative w or l only clears the panel.
     void ShowSize(Canvas& canvas, double w, double l);
     // Shows the last size again once one was shown; else only clears.
@@ -49,8 +56,8 @@ class PartsViewPanel {
 
   private:
     const CKestoApp& app_;
-    const ViewState& shown_;
     const MessageTable& messages_;
+    IntRect client_;
 };
 
 // The caption strip at the top of the part view, in pixels.

@@ -22,8 +22,7 @@ TEST_F(CKestoAppTest, StartedEmptyWithItsDefaults) {
     app.ReadRegistrySettings(installation.Host);
     ReadViewSettings(installation.Host, shown);
     EXPECT_EQ(app.Settings.IsDirect, 0);
-    EXPECT_EQ(shown.IsBlockDraw, 0);
-    EXPECT_EQ(shown.PartsAllState, Visibility::Hidden);
+    EXPECT_EQ(shown.StoredBlockDraw(), 0);
     EXPECT_EQ(app.Settings.InchMode, 0);
     EXPECT_EQ(app.Settings.OffsetSet, 0);
     EXPECT_EQ(app.Run.ErrorCode, 0);

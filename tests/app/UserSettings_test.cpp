@@ -34,7 +34,7 @@ TEST(UserSettings, ConstructionReadsNothing) {
     CKestoApp app;
     ViewState shown;
     EXPECT_EQ(app.Settings.IsDirect, -1);
-    EXPECT_EQ(shown.IsBlockDraw, 0);
+    EXPECT_EQ(shown.StoredBlockDraw(), 0);
 }
 
 TEST(UserSettings, FirstRunReadsZeroAndExitWritesBoth) {
@@ -43,7 +43,7 @@ TEST(UserSettings, FirstRunReadsZeroAndExitWritesBoth) {
     ViewState shown;
     ReadAll(host, app, shown);
     EXPECT_EQ(app.Settings.IsDirect, 0);
-    EXPECT_EQ(shown.IsBlockDraw, 0);
+    EXPECT_EQ(shown.StoredBlockDraw(), 0);
     EXPECT_EQ(StoredValue(host, "IsDirect"), "<missing>");
     WriteAll(host, app, shown);
     EXPECT_EQ(StoredValue(host, "IsDirect"), "0");
@@ -58,7 +58,7 @@ TEST(UserSettings, StoredValuesAreRead) {
     ViewState shown;
     ReadAll(host, app, shown);
     EXPECT_EQ(app.Settings.IsDirect, 1);
-    EXPECT_EQ(shown.IsBlockDraw, 1);
+    EXPECT_EQ(shown.StoredBlockDraw(), 1);
 }
 
 TEST(UserSettings, AStoredTwoIsKeptAndWrittenBackAsTwo) {
@@ -82,11 +82,11 @@ TEST(UserSettings, RetryKeepsTheDirectSettingButRereadsBlockDraw) {
     ViewState shown;
     ReadAll(host, app, shown);
     app.Settings.IsDirect = 0;
-    shown.IsBlockDraw = 1;
+    shown.SetStoredBlockDraw(1);
     host.WriteUserValue("IsBlockDraw", "0");
     ReadAll(host, app, shown);
     EXPECT_EQ(app.Settings.IsDirect, 0);
-    EXPECT_EQ(shown.IsBlockDraw, 0);
+    EXPECT_EQ(shown.StoredBlockDraw(), 0);
 }
 
 TEST(UserSettings, ValuesAreWrittenAsDecimalText) {
@@ -94,7 +94,7 @@ TEST(UserSettings, ValuesAreWrittenAsDecimalText) {
     CKestoApp app;
     ViewState shown;
     app.Settings.IsDirect = 1;
-    shown.IsBlockDraw = -3;
+    shown.SetStoredBlockDraw(-3);
     WriteAll(host, app, shown);
     EXPECT_EQ(StoredValue(host, "IsDirect"), "1");
     EXPECT_EQ(StoredValue(host, "IsBlockDraw"), "-3");
@@ -108,7 +108,7 @@ TEST(UserSettings, TextWithoutNumberChangesNothing) {
     ViewState shown;
     ReadAll(host, app, shown);
     EXPECT_EQ(app.Settings.IsDirect, -1);
-    EXPECT_EQ(shown.IsBlockDraw, 7);
+    EXPECT_EQ(shown.StoredBlockDraw(), 7);
 }
 
 TEST(UserSettings, ReadingEmptiesTheJobAndItsFlags) {

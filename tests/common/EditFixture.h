@@ -64,11 +64,11 @@ class EditTest : public SessionTest {
   protected:
     EditTest() {
         app.Settings.PalletCount = 2;
-        shown.CurrentPallet = 1;
+        shown.SetPallet(1);
         app.Settings.StartCorner = 3;
         app.Settings.IsDirect = 0;
-        shown.HitByBlock = 0;
-        shown.AreaRect = {0, 0, 1080, 900};
+        shown.SetHit(HitBy::Single);
+        drawing.SetArea({0, 0, 1080, 900});
         EXPECT_EQ(CKs_Block(app, session.Svc()).SetUp(), 1);
     }
 

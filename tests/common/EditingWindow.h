@@ -41,9 +41,8 @@ struct EditingWindow {
         job.Install.Write("pallet.txt", kEditingPallets);
         job.Install.Write("job/job.txt", kEditingJob);
         job.Install.Write("msg/Kesto.ini", KestoIniWithDrawing());
-        opened = job.Open() && ShowLaidOut(job.Shown(), *job.Dialog, 1600, 1000);
-        job.Shown().AreaPlacement = {0, 0, 1080, 900};
-        Area().PlaceArea();
+        opened = job.Open() && ShowLaidOut(*job.Dialog, 1600, 1000);
+        Area().PlaceArea({0, 0, 1080, 900});
         Area().Refresh();
     }
     CKs_DrawArea& Area() { return *job.Dialog->DrawArea(); }

@@ -40,7 +40,7 @@ class PlacedJob {
           svc_(install_.Root),
           session_(svc_.Get(), install_.CommandLine, shown_) {
         started_ = session_.StartUp() && session_.Init();
-        shown_.AreaRect = {0, 0, 1200, 800};
+        drawing_.SetArea({0, 0, 1200, 800});
         session_.App().Settings.IsDirect = 0;
         view_.Refresh();
     }

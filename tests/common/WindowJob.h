@@ -34,11 +34,11 @@ inline QApplication& EnsureQApplication() {
 }
 
 // Shows the window at the given client size and waits until its layout pass ran.
-inline bool ShowLaidOut(const ViewState& shown, QWidget& window, int width, int height) {
+inline bool ShowLaidOut(CKestoDlg& window, int width, int height) {
     window.resize(width, height);
     window.show();
     return QTest::qWaitFor(
-        [&] { return shown.LayoutState == LayoutStep::LaidOut && window.width() == width; }, 5000);
+        [&] { return window.Layout() == LayoutStep::LaidOut && window.width() == width; }, 5000);
 }
 
 // The colour of one pixel of a window's image.
@@ -88,7 +88,8 @@ struct WindowJob {
     }
 
     CKestoApp& App() { return Session->App(); }
-    ViewState& Shown() { return Session->Shown(); }
+    // The view the session shows, as its owner (main()) may set it up before a command.
+    ViewState& Shown() { return Shown_; }
 
     TestInstallation Install;
     TestServices Svc;

@@ -223,7 +223,7 @@ class UndoRun : private RandomOperator {
     std::optional<int32_t> AnySeq(bool (*which)(const PartsInfo&, int32_t), int32_t box) {
         std::vector<int32_t> seqs;
         for (const PartsInfo& p : App().PartsList) {
-            if (p.KouteiNo == job_.Shown().CurrentKoutei && which(p, box))
+            if (p.KouteiNo == job_.Shown().Koutei() && which(p, box))
                 seqs.push_back(p.Seq);
         }
         if (seqs.empty())
@@ -259,12 +259,12 @@ class UndoRun : private RandomOperator {
         job_.View().Refresh();
     }
     void Down() {
-        job_.Shown().CurrentBox = SmallBoxCode(Uniform(1, std::max(job_.Job().SmallBoxes, 1)));
+        job_.Shown().SetBox(SmallBoxCode(Uniform(1, std::max(job_.Job().SmallBoxes, 1))));
         Record(step::kToSetAside);
-        job_.Session().Down(AnySeq(InBox, job_.Shown().CurrentBox));
+        job_.Session().Down(AnySeq(InBox, job_.Shown().Box()));
     }
     void Up() {
-        job_.Shown().CurrentBox = SmallBoxCode(Uniform(1, std::max(job_.Job().SmallBoxes, 1)));
+        job_.Shown().SetBox(SmallBoxCode(Uniform(1, std::max(job_.Job().SmallBoxes, 1))));
         Record(step::kToSmallBox);
         job_.Session().Up(AnySeq(SetAside, 0));
     }

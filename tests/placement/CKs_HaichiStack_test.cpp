@@ -15,9 +15,9 @@ class StackPartTest : public PlacementTest {
         return h.StackPart(&k, &p, mode);
     }
     std::array<int, 4> Candidates(PalletView mode, int count, int current) {
-        shown.PalletMode = mode;
+        shown.SetMode(mode);
         app->Settings.PalletCount = count;
-        shown.CurrentPallet = current;
+        shown.SetPallet(current);
         return CandidatePallets(shown, app->Settings.PalletCount);
     }
 };
@@ -156,8 +156,8 @@ TEST_F(StackPartTest, CandidatesOfOtherViews) {
 TEST_F(StackPartTest, FourPalletViewFromPalletTwoNeverReachesPalletOne) {
     app->Settings.PalletCount = 4;
     KouteiInfo& k = GridJob();
-    shown.PalletMode = PalletView::FourPallet;
-    shown.CurrentPallet = 2;
+    shown.SetMode(PalletView::FourPallet);
+    shown.SetPallet(2);
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 40, .PerStackLimit = 1});
     ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
     std::set<int> pallets;
@@ -201,7 +201,7 @@ TEST_F(StackPartTest, ModeOneCapsAtNum4AndShares) {
 TEST_F(StackPartTest, ModeTwoUsesEveryPalletAndModeOneOnlyTheCurrent) {
     app->Settings.PalletCount = 2;
     KouteiInfo& k = GridJob();
-    shown.CurrentPallet = 2;
+    shown.SetPallet(2);
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     PartsInfo& q = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     ASSERT_EQ(Stack(k, p, Stacking::AllPalletsCapped), 1);

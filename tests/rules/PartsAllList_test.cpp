@@ -20,6 +20,7 @@ namespace {
 using test::AddPart;
 using test::AddStack;
 using test::MakePart;
+using test::PlacedDrawing;
 
 // --- sort buttons ---------------------------------------------------------------------------
 
@@ -261,7 +262,7 @@ TEST(PartsAllLines, MarksFollowTheCurrentProcessNotTheListedOne) {
     PartsInfo& second = AddPart(job.app, {.KouteiNo = 2, .DisplayName = "E"});
     AddStack(job.app, second, {.Block = 3});  // process 2, pallet 1
     EXPECT_EQ(job.Marks(2, sortkey::kSeqUp, {1, -1, -1, -1}), "001 ");
-    job.shown.CurrentKoutei = 2;
+    job.shown.SetKoutei(2);
     EXPECT_EQ(job.Marks(2, sortkey::kSeqUp, {1, -1, -1, -1}), "001*");
 }
 
@@ -276,34 +277,27 @@ TEST(PartsAllLines, SortedByTheKey) {
 
 // --- place and controls ---------------------------------------------------------------------
 
-struct PlacedArea {
-    PlacedArea() { shown.AreaWindowRect = {100, 200, 1100, 901}; }
-    ViewState shown;
-};
+// The drawing area on the screen.
+constexpr IntRect kPlacedArea{100, 200, 1100, 901};
 
-// AreaWindowRect {100, 200, 1100, 901}: H = 701, x = 102, width = 1000 - 5 = 995; the lower
+// The area {100, 200, 1100, 901}: H = 701, x = 102, width = 1000 - 5 = 995; the lower
 // half starts at 200 + 701 / 2 = 550 and is 350 - 2 = 348 high.
 TEST(PlacePartsAll, HiddenOverTheLowerHalf) {
-    PlacedArea a;
-    const auto place = PlacePartsAll(a.shown, Visibility::Hidden);
+    const auto place = PlacePartsAll(kPlacedArea, PalletView::Flat, Visibility::Hidden);
     EXPECT_EQ(place.Rect, (ControlRect{102, 550, 995, 348}));
     EXPECT_FALSE(place.Shown);
 }
 
 TEST(PlacePartsAll, ShownOverTheLowerHalfOutsideFlat) {
-    PlacedArea a;
     for (PalletView mode : {PalletView::Danmen, PalletView::FourPallet, PalletView::TwoPallet}) {
-        a.shown.PalletMode = mode;
-        const auto place = PlacePartsAll(a.shown, Visibility::Shown);
+        const auto place = PlacePartsAll(kPlacedArea, mode, Visibility::Shown);
         EXPECT_EQ(place.Rect, (ControlRect{102, 550, 995, 348})) << static_cast<int32_t>(mode);
         EXPECT_TRUE(place.Shown);
     }
 }
 
 TEST(PlacePartsAll, ShownOverTheWholeAreaInFlat) {
-    PlacedArea a;
-    a.shown.PalletMode = PalletView::Flat;
-    const auto place = PlacePartsAll(a.shown, Visibility::Shown);
+    const auto place = PlacePartsAll(kPlacedArea, PalletView::Flat, Visibility::Shown);
     EXPECT_EQ(place.Rect, (ControlRect{102, 200, 995, 701}));
     EXPECT_TRUE(place.Shown);
 }
@@ -392,7 +386,7 @@ class Picks : public ::testing::Test {
     }
 
     test::ViewJob job;
-    PalletDrawing drawing{job.app, job.shown, job.messages};
+    PlacedDrawing drawing{job};
     std::vector<Drawn> drawn;
     PartsInfo* bracket = nullptr;
     PartsInfo* rail = nullptr;

@@ -123,7 +123,7 @@ TEST_F(DrawingEditTest, PickingAnotherStackDrawsTheOldPickBack) {
 }
 
 TEST_F(DrawingEditTest, PickByBlockTakesTheBlocksOtherStacksAlong) {
-    shown.HitByBlock = 1;
+    shown.SetHit(HitBy::Block);
     // A second stack in block 0, corner 8: X 990, Y 160: (930, 658)-(1030, 708).
     HaichiInfo& mate = AddStack(app, partB,
                                 {.Block = 0,
@@ -308,7 +308,7 @@ TEST_F(BandTest, WithoutDirectNoBandIsTracked) {
 // 4PALLET quadrants: halves of 540; rows from 36 and from 450 + 36 = 486, each
 // (900 - 72) / 2 = 414 high. DANMEN keeps the upper (900 - 36) / 2 = 432 pixels off the bottom.
 TEST_F(BandTest, BandMustLieWithinOnePalletSlot) {
-    shown.PalletMode = PalletView::FourPallet;
+    shown.SetMode(PalletView::FourPallet);
     view.Refresh();
     EXPECT_TRUE(edit.WithinOneSlot({10, 40, 500, 440}));
     EXPECT_TRUE(edit.WithinOneSlot({540, 36, 1080, 450}));
@@ -316,11 +316,11 @@ TEST_F(BandTest, BandMustLieWithinOnePalletSlot) {
     EXPECT_FALSE(edit.WithinOneSlot({500, 40, 600, 100}));
     EXPECT_FALSE(edit.WithinOneSlot({10, 440, 100, 500}));
     EXPECT_FALSE(edit.WithinOneSlot({10, 450, 100, 480}));
-    shown.PalletMode = PalletView::Danmen;
+    shown.SetMode(PalletView::Danmen);
     view.Refresh();
     EXPECT_TRUE(edit.WithinOneSlot({10, 36, 1080, 468}));
     EXPECT_FALSE(edit.WithinOneSlot({10, 36, 1080, 469}));
-    shown.PalletMode = PalletView::Flat;
+    shown.SetMode(PalletView::Flat);
     view.Refresh();
     EXPECT_TRUE(edit.WithinOneSlot({0, 36, 1080, 900}));
     EXPECT_FALSE(edit.WithinOneSlot({0, 35, 1080, 900}));
@@ -328,7 +328,7 @@ TEST_F(BandTest, BandMustLieWithinOnePalletSlot) {
 }
 
 TEST_F(BandTest, BandAcrossTwoSlotsSelectsNothing) {
-    shown.PalletMode = PalletView::FourPallet;
+    shown.SetMode(PalletView::FourPallet);
     view.Refresh();
     Band(100, 100, 700, 300);
     EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
@@ -384,7 +384,7 @@ TEST_F(BandTest, ShiftClickInTheBandLeavesThePickOnTheStackHit) {
 }
 
 TEST_F(BandTest, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
-    shown.PalletMode = PalletView::FourPallet;
+    shown.SetMode(PalletView::FourPallet);
     // Part B's stack on pallet 2 (block 12 = x 380..680, y 10..210 of the second pallet).
     HaichiInfo& other = AddStack(app, partB,
                                  {.Block = 12,
@@ -471,7 +471,7 @@ TEST_F(BandTest, BandDragOffThePalletMovesNothing) {
 // In 4PALLET with two pallets, a band of all three stacks dragged so far right that a reaches
 // the second pallet's slot while a2 stays on the first: the targets differ, nothing moves.
 TEST_F(BandTest, BandDragLandingOnTwoPalletsMovesNothing) {
-    shown.PalletMode = PalletView::FourPallet;
+    shown.SetMode(PalletView::FourPallet);
     view.Refresh();
     const IntRect ra = *drawing.ScreenRect(a);
     const IntRect ra2 = *drawing.ScreenRect(a2);

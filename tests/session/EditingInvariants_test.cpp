@@ -53,7 +53,7 @@ class EditRun : private RandomOperator {
           session_(svc_.Get(), install_.CommandLine, shown_),
           freeMoves_(freeMoves) {
         started_ = session_.StartUp() && session_.Init();
-        shown_.AreaRect = {0, 0, 1200, 800};
+        drawing_.SetArea({0, 0, 1200, 800});
         app_.Settings.IsDirect = 0;
         view_.Refresh();
     }
@@ -129,7 +129,7 @@ IntPoint EditRun::StackPoint() {
 std::optional<int32_t> EditRun::AnySeq(const std::function<bool(const PartsInfo&)>& which) {
     std::vector<int32_t> seqs;
     for (const PartsInfo& p : app_.PartsList) {
-        if (p.KouteiNo == shown_.CurrentKoutei && which(p))
+        if (p.KouteiNo == shown_.Koutei() && which(p))
             seqs.push_back(p.Seq);
     }
     if (seqs.empty() || Chance(5))
@@ -181,7 +181,7 @@ void EditRun::SwitchDirect() {
     if (app_.Settings.IsDirect == 0 && !freeMoves_)
         return;
     if (edit_.SwitchDirect())
-        shown_.HitByBlock = 0;
+        shown_.SetHit(HitBy::Single);
     edit_.DirectSwitched();
 }
 
@@ -189,20 +189,19 @@ void EditRun::SwitchDirect() {
 void EditRun::SwitchView() {
     if (drawing_.Selected().Band() != BandState::Off)
         return;
-    shown_.PalletMode = static_cast<PalletView>(Uniform(0, 3));
-    shown_.CurrentPallet = Uniform(1, std::max(app_.Settings.PalletCount, 1));
+    shown_.SetMode(static_cast<PalletView>(Uniform(0, 3)));
+    shown_.SetPallet(Uniform(1, std::max(app_.Settings.PalletCount, 1)));
     if (Chance(30))
-        shown_.CurrentKoutei = Uniform(1, std::max(app_.KouteiList.Count, 1));
-    shown_.HitByBlock = Uniform(0, 1);
-    log_.push_back("view " + std::to_string(static_cast<int32_t>(shown_.PalletMode)) + " pallet " +
-                   std::to_string(shown_.CurrentPallet) + " koutei " +
-                   std::to_string(shown_.CurrentKoutei));
+        shown_.SetKoutei(Uniform(1, std::max(app_.KouteiList.Count, 1)));
+    shown_.SetHit(Uniform(0, 1) == 1 ? HitBy::Block : HitBy::Single);
+    log_.push_back("view " + std::to_string(static_cast<int32_t>(shown_.Mode())) + " pallet " +
+                   std::to_string(shown_.Pallet()) + " koutei " + std::to_string(shown_.Koutei()));
     view_.Refresh();
 }
 
 void EditRun::Left() {
     log_.push_back("left");
-    if (session_.Left(drawing_, canvas_).Changed) {
+    if (session_.Left(drawing_, canvas_)) {
         ++tally_.Lefts;
         view_.Refresh();
     }
@@ -211,15 +210,15 @@ void EditRun::Left() {
 void EditRun::Right() {
     const std::optional<int32_t> seq = AnySeq(InTorioki);
     log_.push_back("right " + std::to_string(seq.value_or(-1)));
-    if (session_.Right(seq).Changed) {
+    if (session_.Right(seq)) {
         ++tally_.Rights;
         view_.Refresh();
     }
 }
 
 void EditRun::Down() {
-    shown_.CurrentBox = SmallBoxCode(Uniform(1, std::max(job_.SmallBoxes, 1)));
-    const int32_t box = shown_.CurrentBox;
+    shown_.SetBox(SmallBoxCode(Uniform(1, std::max(job_.SmallBoxes, 1))));
+    const int32_t box = shown_.Box();
     const std::optional<int32_t> seq =
         AnySeq([box](const PartsInfo& p) { return InSmallBox(p, box); });
     log_.push_back("down " + std::to_string(seq.value_or(-1)));
@@ -227,7 +226,7 @@ void EditRun::Down() {
 }
 
 void EditRun::Up() {
-    shown_.CurrentBox = SmallBoxCode(Uniform(1, std::max(job_.SmallBoxes, 1)));
+    shown_.SetBox(SmallBoxCode(Uniform(1, std::max(job_.SmallBoxes, 1))));
     const std::optional<int32_t> seq = AnySeq(InTorioki);
     log_.push_back("up " + std::to_string(seq.value_or(-1)));
     session_.Up(seq);
@@ -280,17 +279,17 @@ void EditRun::RandomStep() {
 
 void EditRun::PlaceEverythingBack() {
     drawing_.Select().Reset();
-    shown_.PalletMode = PalletView::FourPallet;
+    shown_.SetMode(PalletView::FourPallet);
     for (const PartsInfo& fromFile : job_.Parts) {
         if (!IsPalletCode(fromFile.Destination))
             continue;
         for (PartsInfo& p : app_.PartsList) {
             if (p.Seq != fromFile.Seq || p.PiecesPlaced == p.Quantity)
                 continue;
-            shown_.CurrentKoutei = p.KouteiNo;
+            shown_.SetKoutei(p.KouteiNo);
             for (int32_t pallet = 1;
                  pallet <= app_.Settings.PalletCount && p.PiecesPlaced < p.Quantity; pallet += 4) {
-                shown_.CurrentPallet = pallet;
+                shown_.SetPallet(pallet);
                 session_.Right(p.Seq);
             }
         }

@@ -19,21 +19,21 @@ using UserValues = std::map<std::string, std::string>;
 class LoadAndPlaceTest : public SessionTest {};
 
 TEST_F(LoadAndPlaceTest, ResetsTheSelectionStateAndReadsThePalletChoice) {
-    shown.HitByBlock = 0;
-    shown.GridFlag = 0;
-    shown.CurrentKoutei = 3;
-    shown.CurrentPallet = 2;
+    shown.SetHit(HitBy::Single);
+    shown.SetGrid(false);
+    shown.SetKoutei(3);
+    shown.SetPallet(2);
     app.Settings.PalletCount = 4;
     app.BoxFlags[2] = 1;
     app.BoxFlags[3] = 1;
     EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
-    EXPECT_EQ(shown.HitByBlock, 1);
-    EXPECT_EQ(shown.GridFlag, 1);
-    EXPECT_EQ(shown.CurrentKoutei, 1);
-    EXPECT_EQ(shown.CurrentBox, 101);
+    EXPECT_EQ(shown.Hit(), HitBy::Block);
+    EXPECT_EQ(shown.Grid(), 1);
+    EXPECT_EQ(shown.Koutei(), 1);
+    EXPECT_EQ(shown.Box(), 101);
     EXPECT_EQ(app.Settings.PalletCount, 1);
     EXPECT_EQ(app.Settings.PalletPrefix, "P");
-    EXPECT_EQ(shown.CurrentPallet, 1);
+    EXPECT_EQ(shown.Pallet(), 1);
 }
 
 TEST_F(LoadAndPlaceTest, APlacementMadeAnewForgetsAnEarlierSheetCountChange) {
@@ -44,10 +44,10 @@ TEST_F(LoadAndPlaceTest, APlacementMadeAnewForgetsAnEarlierSheetCountChange) {
 }
 
 TEST_F(LoadAndPlaceTest, CurrentBoxStaysWhenNoneOfTheFirstThreeBoxesIsDefined) {
-    shown.CurrentBox = 150;
+    shown.SetBox(150);
     app.BoxFlags[4] = 1;
     EXPECT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
-    EXPECT_EQ(shown.CurrentBox, 150);
+    EXPECT_EQ(shown.Box(), 150);
 }
 
 TEST_F(LoadAndPlaceTest, KeptCountsBecomeThePartialQuantities) {

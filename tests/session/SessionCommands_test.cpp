@@ -60,7 +60,7 @@ class UpTest : public SessionTest {
     UpTest() {
         BoxInfo& box = job.AddBox(100, 3);
         box.PartSizes = {100, 200, 150, 250};
-        shown.CurrentBox = 100;
+        shown.SetBox(100);
     }
     // A part of the size named set aside by Down: four pieces, destination 1000, every piece set
     // aside.
@@ -76,7 +76,7 @@ TEST_F(UpTest, CurrentBoxOutsideTheSmallBoxesShowsMessageFour) {
     PartsInfo& p = SetAside({.SizeX = 150, .SizeY = 200});
     for (int32_t box : {99, 199, 1000}) {
         op.KakuNumbers.clear();
-        shown.CurrentBox = box;
+        shown.SetBox(box);
         EXPECT_FALSE(session.Up(p.Seq)) << box;
         EXPECT_EQ(op.KakuNumbers, (Kaku{{4, 0}})) << box;
     }
@@ -85,7 +85,7 @@ TEST_F(UpTest, CurrentBoxOutsideTheSmallBoxesShowsMessageFour) {
 }
 
 TEST_F(UpTest, TheBoxIsCheckedBeforeTheSelection) {
-    shown.CurrentBox = 99;
+    shown.SetBox(99);
     EXPECT_FALSE(session.Up(std::nullopt));
     EXPECT_EQ(op.KakuNumbers, (Kaku{{4, 0}}));
 }
@@ -129,7 +129,7 @@ TEST_F(UpTest, PartOutsideTheSizeRangeShowsMessagesFiveAndSix) {
 }
 
 TEST_F(UpTest, BoxWithoutARecordChecksNoSize) {
-    shown.CurrentBox = 101;
+    shown.SetBox(101);
     PartsInfo& p = SetAside({.SizeX = 900, .SizeY = 900});
     EXPECT_TRUE(session.Up(p.Seq));
     EXPECT_EQ(p.Destination, 101);

@@ -108,7 +108,7 @@ TEST_F(SheetCountTest, APartLeftShortIsReportedWithMessage10AfterTheRefresh) {
         order.push_back("message " + std::to_string(no1));
         lastAtMessage = drawing.Selected().LastPicked();
     };
-    EXPECT_TRUE(session.ApplySheetCount(drawing, start, 1, [&] {
+    EXPECT_TRUE(session.ApplySheetCount(drawing, start, 1, [&](ChangeSet) {
         // The lists and the drawing show the new stacks before the message is read.
         order.push_back("refresh " + std::to_string(StacksOf(partA).size()));
     }));
@@ -132,7 +132,7 @@ TEST_F(SheetCountTest, APartPlacedWhollyGetsNoMessage) {
     Click(980, 833);
     const SheetCountStart start = *session.BeginSheetCount(drawing);
     int refreshes = 0;
-    EXPECT_FALSE(session.ApplySheetCount(drawing, start, 1, [&] { ++refreshes; }));
+    EXPECT_FALSE(session.ApplySheetCount(drawing, start, 1, [&](ChangeSet) { ++refreshes; }));
     EXPECT_EQ(refreshes, 1);
     EXPECT_EQ(partA.PiecesPlaced, 6);
     EXPECT_TRUE(testServices.Op.KakuNumbers.empty());

@@ -12,14 +12,14 @@ namespace {
 
 class LeftTest : public TwoPartsTest {
   protected:
-    ToriokiChange Left() { return session.Left(drawing, canvas); }
+    ChangeSet Left() { return session.Left(drawing, canvas); }
 };
 
 TEST_F(LeftTest, PickedStackGoesToTheSetAsideArea) {
     ASSERT_FALSE(session.AnyPartSetAside());
     Click(980, 833);  // a, (930, 808)-(1030, 858)
-    const ToriokiChange change = Left();
-    EXPECT_TRUE(change.Changed);
+    const ChangeSet change = Left();
+    EXPECT_TRUE(change);
     EXPECT_TRUE(session.AnyPartSetAside());
     EXPECT_EQ(partA.PiecesPlaced, 3);
     EXPECT_EQ(partA.PiecesSetAside, 3);
@@ -51,8 +51,8 @@ TEST_F(LeftTest, CornersOfTheProcessAreRebuiltFromTheStacksThatRemain) {
 TEST_F(LeftTest, RubberBandInForceShowsMessage15AndChangesNothing) {
     Click(980, 833);
     drawing.Select().SetBand(BandState::InForce);
-    const ToriokiChange change = Left();
-    EXPECT_FALSE(change.Changed);
+    const ChangeSet change = Left();
+    EXPECT_TRUE(change.Empty());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{15, 0}}));
     EXPECT_EQ(partA.PiecesPlaced, 6);
     EXPECT_EQ(job.StacksOf(partA).size(), 2u);
@@ -60,8 +60,8 @@ TEST_F(LeftTest, RubberBandInForceShowsMessage15AndChangesNothing) {
 
 TEST_F(LeftTest, WithoutAPickNothingHappens) {
     Click(500, 300);
-    const ToriokiChange change = Left();
-    EXPECT_FALSE(change.Changed);
+    const ChangeSet change = Left();
+    EXPECT_TRUE(change.Empty());
     EXPECT_TRUE(op.KakuNumbers.empty());
     EXPECT_EQ(app.HaichiList.size(), 3u);
 }
@@ -69,7 +69,7 @@ TEST_F(LeftTest, WithoutAPickNothingHappens) {
 // Three stacks in block 0, picked by block: all three go, and the set-aside list that was empty
 // now has lines, so OK is to be disabled.
 TEST_F(LeftTest, ThreePickedStacksAllGoAndTheListIsNoLongerEmpty) {
-    shown.HitByBlock = 1;
+    shown.SetHit(HitBy::Block);
     PartsInfo& c = test::AddPart(app, {.SizeX = 100, .SizeY = 50, .Quantity = 1, .PieceHeight = 1});
     PartsInfo& d = test::AddPart(app, {.SizeX = 100, .SizeY = 50, .Quantity = 4, .PieceHeight = 1});
     HaichiInfo& sc = AddStack(app, c,
@@ -86,8 +86,8 @@ TEST_F(LeftTest, ThreePickedStacksAllGoAndTheListIsNoLongerEmpty) {
     ASSERT_FALSE(session.AnyPartSetAside());
     Click(980, 833);
     ASSERT_EQ(drawing.Selected().PickHistory(), std::vector<StackId>({a.Id, sc.Id, sd.Id}));
-    const ToriokiChange change = Left();
-    EXPECT_TRUE(change.Changed);
+    const ChangeSet change = Left();
+    EXPECT_TRUE(change);
     EXPECT_TRUE(session.AnyPartSetAside());
     EXPECT_EQ(c.PiecesSetAside, 1);
     EXPECT_EQ(d.PiecesSetAside, 4);
@@ -149,8 +149,8 @@ class RightTest : public EditTest {
 
 TEST_F(RightTest, PartGoesBackOntoThePalletsAndTheListEmpties) {
     PartsInfo& p = SetAside({.Quantity = 2});
-    const ToriokiChange change = session.Right(p.Seq);
-    EXPECT_TRUE(change.Changed);
+    const ChangeSet change = session.Right(p.Seq);
+    EXPECT_TRUE(change);
     EXPECT_FALSE(session.AnyPartSetAside());
     EXPECT_EQ(p.Destination, 0);
     EXPECT_EQ(p.PiecesSetAside, 0);
@@ -178,20 +178,20 @@ TEST_F(RightTest, PiecesPlacedBackAreNotSharedOut) {
 
 TEST_F(RightTest, NoSelectedLineShowsMessage7) {
     PartsInfo& p = SetAside({.Quantity = 2});
-    EXPECT_FALSE(session.Right(std::nullopt).Changed);
+    EXPECT_TRUE(session.Right(std::nullopt).Empty());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{7, 0}}));
     EXPECT_EQ(p.Destination, destination::kTorioki);
 }
 
 TEST_F(RightTest, EmptyPartListDoesNothing) {
-    EXPECT_FALSE(session.Right(std::nullopt).Changed);
+    EXPECT_TRUE(session.Right(std::nullopt).Empty());
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
 TEST_F(RightTest, PartOfAnotherProcessIsNotFound) {
     PartsInfo& p = SetAside({.Quantity = 2});
     p.KouteiNo = 2;
-    EXPECT_FALSE(session.Right(p.Seq).Changed);
+    EXPECT_TRUE(session.Right(p.Seq).Empty());
     EXPECT_TRUE(op.KakuNumbers.empty());
     EXPECT_EQ(p.PiecesSetAside, 2);
 }
@@ -199,7 +199,7 @@ TEST_F(RightTest, PartOfAnotherProcessIsNotFound) {
 TEST_F(RightTest, PartFittingNoPalletBoxShowsMessage13And14AndStaysSetAside) {
     PartsInfo& p = SetAside({.Quantity = 2});
     job.AddBox(1).PartSizes = {0, 299, 0, 2000};
-    EXPECT_FALSE(session.Right(p.Seq).Changed);
+    EXPECT_TRUE(session.Right(p.Seq).Empty());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{13, 14}}));
     EXPECT_EQ(p.Destination, destination::kTorioki);
     EXPECT_EQ(p.PiecesSetAside, 2);
@@ -210,7 +210,7 @@ TEST_F(RightTest, PalletBoxBoundsAreInclusiveAndSmallBoxesAreNotChecked) {
     PartsInfo& p = SetAside({.Quantity = 1});
     app.BoxList.begin()->PartSizes = {300, 300, 200, 200};
     job.AddBox(100).PartSizes = {0, 1, 0, 1};
-    EXPECT_TRUE(session.Right(p.Seq).Changed);
+    EXPECT_TRUE(session.Right(p.Seq));
     EXPECT_TRUE(op.KakuNumbers.empty());
     EXPECT_EQ(p.PiecesPlaced, 1);
 }
@@ -218,8 +218,8 @@ TEST_F(RightTest, PalletBoxBoundsAreInclusiveAndSmallBoxesAreNotChecked) {
 TEST_F(RightTest, NothingPlacedShowsMessage9) {
     PartsInfo& p = SetAside({.Quantity = 2});
     FillPalletOne(0);
-    const ToriokiChange change = session.Right(p.Seq);
-    EXPECT_TRUE(change.Changed);
+    const ChangeSet change = session.Right(p.Seq);
+    EXPECT_TRUE(change);
     // Its pieces are no longer set aside: left short, it does not hold OK back.
     EXPECT_FALSE(session.AnyPartSetAside());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{9, 0}}));
@@ -233,7 +233,7 @@ TEST_F(RightTest, TheRefreshComesBeforeMessage9) {
     FillPalletOne(0);
     std::vector<std::string> order;
     op.OnAsk = [&](int no1) { order.push_back("message " + std::to_string(no1)); };
-    session.Right(p.Seq, [&] { order.push_back("refresh"); });
+    session.Right(p.Seq, [&](ChangeSet) { order.push_back("refresh"); });
     EXPECT_EQ(order, (std::vector<std::string>{"refresh", "message 9"}));
 }
 
@@ -249,8 +249,8 @@ TEST_F(RightTest, SomePiecesPlacedShowsMessage10) {
 TEST_F(RightTest, OtherPartsStillSetAsideKeepTheListFull) {
     PartsInfo& p = SetAside({.Quantity = 1});
     SetAside({.Quantity = 1});
-    const ToriokiChange change = session.Right(p.Seq);
-    EXPECT_TRUE(change.Changed);
+    const ChangeSet change = session.Right(p.Seq);
+    EXPECT_TRUE(change);
     EXPECT_TRUE(session.AnyPartSetAside());
 }
 

@@ -228,11 +228,10 @@ TEST(PlacementPicture, DrawingEveryViewAndEveryPageLeavesTheJobAndTheViewAsTheyW
     PictureJob job(PictureInstallation(6));
     CKestoApp& app = job.App();
     ViewState& shown = job.Shown();
-    shown.PalletMode = PalletView::Danmen;
-    shown.CurrentKoutei = 2;
-    shown.CurrentPallet = 3;
-    shown.Is3D = 1;
-    shown.AreaRect = IntRect{0, 0, 640, 480};
+    shown.SetMode(PalletView::Danmen);
+    shown.SetKoutei(2);
+    shown.SetPallet(3);
+    shown.Set3D(true);
     const ViewState shownBefore = shown;
     const std::string before = JobState(app);
     ASSERT_FALSE(app.HaichiList.Empty());
@@ -243,12 +242,13 @@ TEST(PlacementPicture, DrawingEveryViewAndEveryPageLeavesTheJobAndTheViewAsTheyW
     ViewState every = shown;
     for (PalletView mode :
          {PalletView::Flat, PalletView::Danmen, PalletView::FourPallet, PalletView::TwoPallet}) {
-        for (int32_t is3D : {0, 1}) {
+        for (bool is3D : {false, true}) {
             for (int32_t koutei = 1; koutei <= app.KouteiList.Count; ++koutei) {
-                every.PalletMode = mode;
-                every.Is3D = is3D;
-                every.CurrentKoutei = koutei;
+                every.SetMode(mode);
+                every.Set3D(is3D);
+                every.SetKoutei(koutei);
                 PalletDrawing drawing(app, every, job.Messages());
+                drawing.SetArea({0, 0, 640, 480});
                 DisplayList picture;
                 drawing.Refresh(picture);
                 drawing.DrawParts(picture, DrawMode::PartPieces);

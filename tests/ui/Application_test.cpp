@@ -61,7 +61,7 @@ TEST(WindowExit, WritesThePerUserValuesAndSettlesTheCode) {
         ASSERT_TRUE(session.StartUp());
         EXPECT_EQ(session.App().Settings.IsDirect, 0);
         session.App().Settings.IsDirect = 1;
-        session.Shown().IsBlockDraw = 1;
+        session.SwitchBlockDraw();
         EXPECT_EQ(session.Exit(), 100);
     }
     EXPECT_EQ(services.Host.ReadUserValue("IsDirect"), std::optional<std::string>("1"));

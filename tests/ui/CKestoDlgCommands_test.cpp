@@ -78,7 +78,7 @@ TEST(CKestoDlgCommands, DownSetsThePartAside) {
 TEST(CKestoDlgCommands, UpOutsideASmallBoxShowsMessage4) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    job.Shown().CurrentBox = 99;
+    job.Shown().SetBox(99);
     Click(*job.Dialog, "B-TTOS");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{4, 0}}));
 }
@@ -109,7 +109,7 @@ TEST(CKestoDlgCommands, UpRefusesAPartTooBigForTheBoxWithMessages5And6) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     MovePartTwoToTorioki(job);
-    job.Shown().CurrentBox = 101;  // box 2 takes 0..50 x 0..50
+    job.Shown().SetBox(101);  // box 2 takes 0..50 x 0..50
     Click(*job.Dialog, "B-TTOS");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{5, 6}}));
     EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 1000);
@@ -120,7 +120,7 @@ TEST(CKestoDlgCommands, UpWithoutBoxRecordSkipsTheSizeCheck) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     MovePartTwoToTorioki(job);
-    job.Shown().CurrentBox = 102;
+    job.Shown().SetBox(102);
     Click(*job.Dialog, "B-TTOS");
     EXPECT_TRUE(job.Svc.Op.KakuNumbers.empty());
     EXPECT_EQ(PartBySeq(job.App(), 2).Destination, 102);
@@ -177,10 +177,10 @@ TEST(CKestoDlgCommands, RetryKeepsTheChangedDirectSettingAndRereadsBlockDrawing)
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     job.App().Settings.IsDirect = 1;
-    job.Shown().IsBlockDraw = 1;
+    job.Shown().SetStoredBlockDraw(1);
     Click(*job.Dialog, "B-RETRY");
     EXPECT_EQ(job.App().Settings.IsDirect, 1);
-    EXPECT_EQ(job.Shown().IsBlockDraw, 0);
+    EXPECT_EQ(job.Shown().StoredBlockDraw(), 0);
     EXPECT_FALSE(job.Dialog->findChild<QPushButton*>("B-BLOCKDRAW")->isChecked());
 }
 
@@ -263,18 +263,18 @@ TEST(CKestoDlgCommands, DisplayTogglesSetTheirFields) {
     ASSERT_TRUE(job.Open());
     CKestoDlg& d = *job.Dialog;
     Click(d, "B-GRID");
-    EXPECT_EQ(job.Shown().GridFlag, 0);
+    EXPECT_EQ(job.Shown().Grid(), 0);
     Click(d, "B-3D");
-    EXPECT_EQ(job.Shown().Is3D, 1);
+    EXPECT_EQ(job.Shown().Is3D(), 1);
     Click(d, "B-HITS");
-    EXPECT_EQ(job.Shown().HitByBlock, 0);
+    EXPECT_EQ(job.Shown().Hit(), HitBy::Single);
     EXPECT_FALSE(d.findChild<QPushButton*>("B-HITB")->isChecked());
     Click(d, "B-HITB");
-    EXPECT_EQ(job.Shown().HitByBlock, 1);
+    EXPECT_EQ(job.Shown().Hit(), HitBy::Block);
     Click(d, "B-BLOCKDRAW");
-    EXPECT_EQ(job.Shown().IsBlockDraw, 1);
+    EXPECT_EQ(job.Shown().StoredBlockDraw(), 1);
     d.findChild<QComboBox*>("LIST-PALLET-SEL")->setCurrentIndex(1);
-    EXPECT_EQ(job.Shown().CurrentPallet, 2);
+    EXPECT_EQ(job.Shown().Pallet(), 2);
 }
 
 TEST(CKestoDlgCommands, ViewButtonsSetThePalletMode) {
@@ -282,16 +282,16 @@ TEST(CKestoDlgCommands, ViewButtonsSetThePalletMode) {
     ASSERT_TRUE(job.Open());
     CKestoDlg& d = *job.Dialog;
     Click(d, "B-DANMEN");
-    EXPECT_EQ(job.Shown().PalletMode, PalletView::Danmen);
+    EXPECT_EQ(job.Shown().Mode(), PalletView::Danmen);
     Click(d, "B-PALLET4");
-    EXPECT_EQ(job.Shown().PalletMode, PalletView::FourPallet);
+    EXPECT_EQ(job.Shown().Mode(), PalletView::FourPallet);
     Click(d, "B-PALLET2");
-    EXPECT_EQ(job.Shown().PalletMode, PalletView::TwoPallet);
+    EXPECT_EQ(job.Shown().Mode(), PalletView::TwoPallet);
     Click(d, "B-INFO");
-    EXPECT_EQ(job.Shown().PartsAllState, Visibility::Shown);
+    EXPECT_EQ(job.Dialog->PartsAllState(), Visibility::Shown);
     Click(d, "B-FLAT");
-    EXPECT_EQ(job.Shown().PalletMode, PalletView::Flat);
-    EXPECT_EQ(job.Shown().PartsAllState, Visibility::Hidden);
+    EXPECT_EQ(job.Shown().Mode(), PalletView::Flat);
+    EXPECT_EQ(job.Dialog->PartsAllState(), Visibility::Hidden);
 }
 
 TEST(CKestoDlgCommands, ViewAndInfoRefuseDuringABandSelectionWithMessage15) {
@@ -301,15 +301,15 @@ TEST(CKestoDlgCommands, ViewAndInfoRefuseDuringABandSelectionWithMessage15) {
     Click(*job.Dialog, "B-DANMEN");
     Click(*job.Dialog, "B-INFO");
     EXPECT_EQ(job.Svc.Op.KakuNumbers, std::vector<Kaku>({{15, 0}, {15, 0}}));
-    EXPECT_EQ(job.Shown().PalletMode, PalletView::Flat);
-    EXPECT_EQ(job.Shown().PartsAllState, Visibility::Hidden);
+    EXPECT_EQ(job.Shown().Mode(), PalletView::Flat);
+    EXPECT_EQ(job.Dialog->PartsAllState(), Visibility::Hidden);
 }
 
 TEST(CKestoDlgCommands, DirectSwitchesItsCaptionAndDropsABandSelection) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     CKestoDlg& d = *job.Dialog;
-    job.Shown().LayoutState = LayoutStep::Due;
+    job.Dialog->MarkLayoutDue();
     d.LayoutPass();  // stores both captions
     job.App().Settings.IsDirect = 0;
     Click(d, "B-NEST-A");
@@ -320,7 +320,7 @@ TEST(CKestoDlgCommands, DirectSwitchesItsCaptionAndDropsABandSelection) {
     EXPECT_EQ(job.App().Settings.IsDirect, 0);
     EXPECT_EQ(d.findChild<QPushButton*>("B-NEST-A")->text(), "NestA");
     EXPECT_EQ(d.DrawArea()->Drawing().Selected().Band(), BandState::Off);
-    EXPECT_EQ(job.Shown().HitByBlock, 0);
+    EXPECT_EQ(job.Shown().Hit(), HitBy::Single);
     EXPECT_TRUE(d.findChild<QPushButton*>("B-HITS")->isChecked());
 }
 
@@ -401,7 +401,7 @@ struct ShownJob {
         ini.replace(ini.find("PalletInfo=2,P"), 14,
                     "PalletInfo=" + std::to_string(palletCount) + ",P");
         job.Install.Write("msg/Kesto.ini", ini);
-        shown = job.Open() && test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900);
+        shown = job.Open() && test::ShowLaidOut(*job.Dialog, 1600, 900);
     }
     CKestoDlg& D() { return *job.Dialog; }
     PalletDrawing& Drawing() { return D().DrawArea()->Drawing(); }
@@ -436,7 +436,7 @@ TEST(CKestoDlgCommands, FourPalletShowsFourCaptionTexts) {
     ASSERT_TRUE(s.shown);
     EXPECT_FALSE(s.D().findChild<QLabel*>("1048")->isVisible());
     Click(s.D(), "B-PALLET4");
-    EXPECT_EQ(s.job.Shown().PalletMode, PalletView::FourPallet);
+    EXPECT_EQ(s.job.Shown().Mode(), PalletView::FourPallet);
     const std::pair<const char*, const char*> captions[] = {
         {"1045", "P-01"}, {"1048", "P-02"}, {"1046", "P-03"}, {"1047", "P-04"}};
     for (const auto& [name, text] : captions) {
@@ -455,7 +455,7 @@ TEST(CKestoDlgCommands, GridOffRemovesTheBlackCornerMarks) {
     ASSERT_LT(cell.Left, cell.Right);
     EXPECT_EQ(s.At(cell.Left + 1, cell.Top + 1), colour::kGridMark);
     Click(s.D(), "B-GRID");
-    EXPECT_EQ(s.job.Shown().GridFlag, 0);
+    EXPECT_EQ(s.job.Shown().Grid(), 0);
     EXPECT_EQ(s.At(cell.Left + 1, cell.Top + 1), colour::kPalletFrame);
     EXPECT_EQ(s.At(cell.Right - 2, cell.Top + 1), colour::kPalletFrame);
     EXPECT_EQ(s.At(cell.Left + 1, cell.Bottom - 2), colour::kPalletFrame);
@@ -467,14 +467,14 @@ TEST(CKestoDlgCommands, GridOffRemovesTheBlackCornerMarks) {
 TEST(CKestoDlgCommands, BlockDrawingFillsTheCells) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
-    s.job.Shown().IsBlockDraw = 0;
+    s.job.Shown().SetStoredBlockDraw(0);
     s.D().DrawArea()->Refresh();
     const IntRect cell = s.Cell(80, 520);
     const int midX = (cell.Left + cell.Right) / 2;
     const int midY = (cell.Top + cell.Bottom) / 2;
     EXPECT_EQ(s.At(midX, midY), colour::kPalletFrame);
     Click(s.D(), "B-BLOCKDRAW");
-    EXPECT_EQ(s.job.Shown().IsBlockDraw, 1);
+    EXPECT_EQ(s.job.Shown().StoredBlockDraw(), 1);
     EXPECT_EQ(s.At(midX, midY), colour::kBlockPlain);
 }
 
@@ -487,7 +487,7 @@ TEST(CKestoDlgCommands, ThreeDDrawsTheLayersUpAndLeft) {
     const int layers = s.FirstStack().Pieces - 1;
     EXPECT_EQ(s.At(r->Left - 2 * layers, mid), colour::kPalletFrame);
     Click(s.D(), "B-3D");
-    EXPECT_EQ(s.job.Shown().Is3D, 1);
+    EXPECT_EQ(s.job.Shown().Is3D(), 1);
     EXPECT_EQ(s.At(r->Left - 2 * layers, mid), colour::kPartPen);
     EXPECT_EQ(s.At(r->Left - 2 * layers - 1, mid), colour::kPalletFrame);
 }
@@ -497,7 +497,7 @@ TEST(CKestoDlgCommands, DanmenShowsTheHeightLimitLine) {
     ASSERT_TRUE(s.shown);
     EXPECT_EQ(s.CountInArea(colour::kHeightLimit), 0);
     Click(s.D(), "B-DANMEN");
-    EXPECT_EQ(s.job.Shown().PalletMode, PalletView::Danmen);
+    EXPECT_EQ(s.job.Shown().Mode(), PalletView::Danmen);
     EXPECT_GT(s.CountInArea(colour::kHeightLimit), 50);
     EXPECT_GT(s.CountInArea(colour::kLayer10), 20);  // the stack's side-view bar
 }
@@ -516,7 +516,7 @@ TEST(CKestoDlgCommands, PalletChoiceShowsThatPalletFirst) {
     ASSERT_TRUE(s.shown);
     EXPECT_GT(s.CountInArea(colour::kPartNormal), 100);
     s.D().findChild<QComboBox*>("LIST-PALLET-SEL")->setCurrentIndex(1);
-    EXPECT_EQ(s.job.Shown().CurrentPallet, 2);
+    EXPECT_EQ(s.job.Shown().Pallet(), 2);
     EXPECT_EQ(s.D().findChild<QLabel*>("1045")->text(), "P-02");
     EXPECT_EQ(s.CountInArea(colour::kPartNormal), 0);  // every stack is on pallet 1
 }
@@ -527,7 +527,7 @@ TEST(CKestoDlgCommands, ProcessSelectionClearsThePartViewAndDrawsThatProcess) {
     s.D().PartsViewPanel()->ShowSize(200, 150);
     EXPECT_GT(s.Count(s.D().PartsViewPanel()->Image(), colour::kPanelPart), 100);
     List(s.D(), "LIST-SCH")->setCurrentRow(1);
-    EXPECT_EQ(s.job.Shown().CurrentKoutei, 2);
+    EXPECT_EQ(s.job.Shown().Koutei(), 2);
     EXPECT_EQ(s.Count(s.D().PartsViewPanel()->Image(), colour::kPanelPart), 0);
     const std::optional<IntRect> first = s.Drawing().ScreenRect(s.FirstStack());
     EXPECT_FALSE(first.has_value());
@@ -560,11 +560,11 @@ TEST(CKestoDlgCommands, InfoClosingTheListRepaintsThePanelsAndTheHighlight) {
     ShownJob s;
     ASSERT_TRUE(s.shown);
     Click(s.D(), "B-INFO");
-    EXPECT_EQ(s.job.Shown().PartsAllState, Visibility::Shown);
+    EXPECT_EQ(s.job.Dialog->PartsAllState(), Visibility::Shown);
     s.Drawing().Select().SetPicked(s.FirstStack().Id);
     EXPECT_EQ(s.Count(s.D().PartsInfoPanel()->Image(), colour::kPanelText), 0);
     Click(s.D(), "B-INFO");
-    EXPECT_EQ(s.job.Shown().PartsAllState, Visibility::Hidden);
+    EXPECT_EQ(s.job.Dialog->PartsAllState(), Visibility::Hidden);
     EXPECT_GT(s.Count(s.D().PartsInfoPanel()->Image(), colour::kPanelText), 30);
     EXPECT_GT(s.CountInArea(colour::kPicked), 100);
 }

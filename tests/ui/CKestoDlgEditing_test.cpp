@@ -158,7 +158,7 @@ TEST(CKestoDlgEditing, AMovedStackIsWhatOkWritesAndTheBatchToolRestores) {
 TEST(CKestoDlgEditing, DragInFourPalletViewMovesTheStackToTheSecondPallet) {
     EditingWindow w;
     ASSERT_TRUE(w.opened);
-    w.Shown().PalletMode = PalletView::FourPallet;
+    w.Shown().SetMode(PalletView::FourPallet);
     w.Area().Refresh();
     const IntRect r = *w.Drawing().ScreenRect(w.StackNo(0));
     const BlockInfo& target = w.App().Blocks[1];
@@ -238,7 +238,7 @@ TEST(CKestoDlgEditing, TinyBandOrOneAcrossSlotsSelectsNothing) {
     ASSERT_TRUE(w.opened);
     w.Band({660, 100}, {662, 102});
     EXPECT_EQ(w.Drawing().Selected().Band(), BandState::Off);
-    w.Shown().PalletMode = PalletView::FourPallet;
+    w.Shown().SetMode(PalletView::FourPallet);
     w.Area().Refresh();
     // From the first slot's quadrant into the second's (halves of 540).
     w.Band({60, 60}, {700, 400});
@@ -264,7 +264,7 @@ TEST(CKestoDlgEditing, RemovingTheLastBandStackWithShiftEndsTheBand) {
 TEST(CKestoDlgEditing, ShiftClickOnAnotherPalletNeitherAddsNorRemoves) {
     BandWindow w;
     ASSERT_TRUE(w.opened);
-    w.Shown().PalletMode = PalletView::FourPallet;
+    w.Shown().SetMode(PalletView::FourPallet);
     w.Area().Refresh();
     const IntRect a = *w.Drawing().ScreenRect(w.StackNo(0));
     const IntRect other = *w.Drawing().ScreenRect(w.StackNo(2));
@@ -414,11 +414,11 @@ TEST(CKestoDlgEditing, UndoAndRedoShowTheStepWhereItWasTaken) {
     ASSERT_TRUE(w.opened);
     auto* pallets = w.job.Dialog->findChild<QComboBox*>("LIST-PALLET-SEL");
     pallets->setCurrentIndex(1);
-    ASSERT_EQ(w.Shown().CurrentPallet, 2);
+    ASSERT_EQ(w.Shown().Pallet(), 2);
     QTest::mouseClick(w.Button("B-RETRY"), Qt::LeftButton);
-    ASSERT_EQ(w.Shown().CurrentPallet, 1);
+    ASSERT_EQ(w.Shown().Pallet(), 1);
     w.Key(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(w.Shown().CurrentPallet, 2);
+    EXPECT_EQ(w.Shown().Pallet(), 2);
     EXPECT_EQ(pallets->currentIndex(), 1);
     // Pallet 2 is drawn: A2's first stack (300 wide, x 650 to 950) at pixels (690, 618)-(990,
     // 818), where A1's (320 wide) would begin at 670.
@@ -426,7 +426,7 @@ TEST(CKestoDlgEditing, UndoAndRedoShowTheStepWhereItWasTaken) {
     EXPECT_EQ(w.Picture(680, 628), colour::kPalletFrame);
     EXPECT_EQ(w.StackNo(2).Part->Code, "A2");
     w.Key(Qt::Key_Y, Qt::ControlModifier);
-    EXPECT_EQ(w.Shown().CurrentPallet, 1);
+    EXPECT_EQ(w.Shown().Pallet(), 1);
     EXPECT_EQ(pallets->currentIndex(), 0);
 }
 
@@ -560,9 +560,9 @@ TEST(CKestoDlgEditing, BlockDrawingToggleRedrawsTheHitDisplay) {
     QTest::mouseClick(w.Button("B-HITS"), Qt::LeftButton);
     w.Click({830, 718});
     ASSERT_EQ(w.Picture(680, 628), colour::kPicked);
-    const int before = w.Shown().IsBlockDraw;
+    const int before = w.Shown().StoredBlockDraw();
     QTest::mouseClick(w.Button("B-BLOCKDRAW"), Qt::LeftButton);
-    EXPECT_NE(w.Shown().IsBlockDraw, before);
+    EXPECT_NE(w.Shown().StoredBlockDraw(), before);
     EXPECT_EQ(w.Picture(680, 628), colour::kPicked);
 }
 

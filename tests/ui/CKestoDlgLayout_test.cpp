@@ -38,7 +38,7 @@ int FontHeight(CKestoDlg& d, const char* name) {
 struct LabelledJob {
     LabelledJob() {
         Job.Open();
-        Job.Shown().LayoutState = LayoutStep::Due;
+        Job.Dialog->MarkLayoutDue();
         Job.Dialog->LayoutPass();
     }
     test::WindowJob Job;
@@ -146,16 +146,16 @@ TEST(CKestoDlgLayout, ControlsCarryTheirKeysAndNumbers) {
 void ExpectPlacedAt(int width, int height) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, width, height));
+    ASSERT_TRUE(test::ShowLaidOut(*job.Dialog, width, height));
     CKestoDlg& d = *job.Dialog;
     const MainLayout expected = ComputeMainLayout(width, height, d.Control(kPalletCombo)->height());
     for (const auto& [id, r] : expected.Controls) {
         EXPECT_EQ(d.Control(id)->geometry(), QRect(r.X, r.Y, r.Width, r.Height)) << id;
     }
     const IntRect& area = expected.AreaPlacement;
-    EXPECT_EQ(job.Shown().AreaPlacement.Top, area.Top);
-    EXPECT_EQ(job.Shown().InfoPlacement.Bottom, expected.InfoPlacement.Bottom);
-    EXPECT_EQ(job.Shown().ViewPlacement.Top, expected.ViewPlacement.Top);
+    EXPECT_EQ(job.Dialog->LastLayout().AreaPlacement.Top, area.Top);
+    EXPECT_EQ(job.Dialog->LastLayout().InfoPlacement.Bottom, expected.InfoPlacement.Bottom);
+    EXPECT_EQ(job.Dialog->LastLayout().ViewPlacement.Top, expected.ViewPlacement.Top);
     EXPECT_EQ(d.DrawArea()->geometry(),
               QRect(area.Left, area.Top, area.Right - area.Left, area.Bottom - area.Top));
     EXPECT_EQ(d.PartsInfoPanel()->geometry().topLeft(),
@@ -174,7 +174,7 @@ TEST(CKestoDlgLayout, ShownAt1280x1024EveryControlIsWhereTheRulesPutIt) {
 TEST(CKestoDlgLayout, ConcreteRectanglesAt1600x900) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900));
+    ASSERT_TRUE(test::ShowLaidOut(*job.Dialog, 1600, 900));
     EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry(), QRect(564, 24, 115, 42));
     EXPECT_EQ(job.Dialog->Control(kToriokiList)->geometry(), QRect(2, 219, 288, 225));
     EXPECT_EQ(job.Dialog->Control(kOk)->geometry(), QRect(1541, 108, 57, 84));
@@ -183,31 +183,31 @@ TEST(CKestoDlgLayout, ConcreteRectanglesAt1600x900) {
 TEST(CKestoDlgLayout, ResizeLaysTheWindowOutAgain) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900));
-    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1280, 1024));
+    ASSERT_TRUE(test::ShowLaidOut(*job.Dialog, 1600, 900));
+    ASSERT_TRUE(test::ShowLaidOut(*job.Dialog, 1280, 1024));
     EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry(), QRect(452, 27, 92, 48));
 }
 
 TEST(CKestoDlgLayout, ShowingLaysTheWindowOutBeforeItsFirstPicture) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    EXPECT_EQ(job.Shown().LayoutState, LayoutStep::NeverShown);
+    EXPECT_EQ(job.Dialog->Layout(), LayoutStep::NeverShown);
     job.Dialog->LayoutPass();  // does nothing before the window is shown
     EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry().topLeft(), QPoint(0, 0));
     job.Dialog->resize(1600, 900);
     job.Dialog->show();
     // No turn of the event loop in between: the first paint finds every control in place.
-    EXPECT_EQ(job.Shown().LayoutState, LayoutStep::LaidOut);
+    EXPECT_EQ(job.Dialog->Layout(), LayoutStep::LaidOut);
     EXPECT_EQ(job.Dialog->Control(kRetryButton)->geometry(), QRect(564, 24, 115, 42));
 }
 
 TEST(CKestoDlgLayout, VeryNarrowWindowKeepsTheNegativeRectangles) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
-    job.Shown().LayoutState = LayoutStep::Due;
+    job.Dialog->MarkLayoutDue();
     job.Dialog->resize(40, 10);
     job.Dialog->LayoutPass();
-    EXPECT_EQ(job.Shown().InfoPlacement.Bottom, -2);
+    EXPECT_EQ(job.Dialog->LastLayout().InfoPlacement.Bottom, -2);
 }
 
 // A text painted alone in a font, black on white.
@@ -243,7 +243,7 @@ void ExpectGlyphs(const QString& caption, const QFont& font, const char* key) {
 TEST(CKestoDlgLayout, JapaneseSampleDrawsItsCaptionsWithGlyphs) {
     test::WindowJob job;
     ASSERT_TRUE(test::OpenSampleJob(job, "ja"));
-    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900));
+    ASSERT_TRUE(test::ShowLaidOut(*job.Dialog, 1600, 900));
     CKestoDlg& d = *job.Dialog;
     EXPECT_EQ(Text(d, "L-TORIOKI"), QString::fromUtf8("取置"));
     EXPECT_EQ(Text(d, "B-CAN"), QString::fromUtf8("取消"));

@@ -43,8 +43,8 @@ TEST(CKestoDlgLists, ScheduleAndPalletComboAfterTheFirstPlacement) {
     EXPECT_EQ(combo->itemText(0), "P-01");
     EXPECT_EQ(combo->itemText(1), "P-02");
     EXPECT_EQ(combo->currentIndex(), 0);
-    EXPECT_EQ(job.Shown().CurrentPallet, 1);
-    EXPECT_EQ(job.Shown().CurrentKoutei, 1);
+    EXPECT_EQ(job.Shown().Pallet(), 1);
+    EXPECT_EQ(job.Shown().Koutei(), 1);
     EXPECT_FALSE(job.Dialog->Ended());
     EXPECT_TRUE(job.Svc.Op.KakuNumbers.empty());
 }
@@ -108,7 +108,7 @@ TEST(CKestoDlgLists, SelectingAProcessShowsItsParts) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     job.Dialog->findChild<QListWidget*>("LIST-SCH")->setCurrentRow(1);
-    EXPECT_EQ(job.Shown().CurrentKoutei, 2);
+    EXPECT_EQ(job.Shown().Koutei(), 2);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-PTALL"),
               QStringList(
                   {"003    2/2    P  D  TextC                              50.0000 x   40.0000"}));
@@ -119,10 +119,10 @@ TEST(CKestoDlgLists, SmallBoxButtonSelectsItsBox) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());
     QTest::mouseClick(Button(*job.Dialog, "B-SBOX2"), Qt::LeftButton);
-    EXPECT_EQ(job.Shown().CurrentBox, 101);
+    EXPECT_EQ(job.Shown().Box(), 101);
     EXPECT_TRUE(Lines(*job.Dialog, "LIST-SBOX").isEmpty());
     QTest::mouseClick(Button(*job.Dialog, "B-SBOX1"), Qt::LeftButton);
-    EXPECT_EQ(job.Shown().CurrentBox, 100);
+    EXPECT_EQ(job.Shown().Box(), 100);
     EXPECT_EQ(Lines(*job.Dialog, "LIST-SBOX").size(), 1);
 }
 
@@ -168,7 +168,7 @@ TEST(CKestoDlgLists, HighestBoxFourGivesTwoPagesAndPageTwoShowsFourToSix) {
     EXPECT_FALSE(Button(d, "B-SBOX2")->isEnabled());
     EXPECT_FALSE(Button(d, "B-SBOX3")->isEnabled());
     EXPECT_TRUE(Button(d, "B-SBOX1")->isChecked());
-    EXPECT_EQ(p.Job.Shown().CurrentBox, 103);
+    EXPECT_EQ(p.Job.Shown().Box(), 103);
     EXPECT_FALSE(Button(d, "B-SBOXN")->isEnabled());
     EXPECT_TRUE(Button(d, "B-SBOXP")->isEnabled());
     EXPECT_FALSE(Button(d, "B-SBOXN")->isChecked());
@@ -176,7 +176,7 @@ TEST(CKestoDlgLists, HighestBoxFourGivesTwoPagesAndPageTwoShowsFourToSix) {
     EXPECT_EQ(d.BoxPage(), 2);
     QTest::mouseClick(Button(d, "B-SBOXP"), Qt::LeftButton);
     EXPECT_EQ(d.BoxPage(), 1);
-    EXPECT_EQ(p.Job.Shown().CurrentBox, 100);
+    EXPECT_EQ(p.Job.Shown().Box(), 100);
     EXPECT_FALSE(Button(d, "B-SBOXP")->isEnabled());
     EXPECT_EQ(Button(d, "B-SBOX1")->text(), "Box1");
 }
@@ -193,7 +193,7 @@ TEST(CKestoDlgLists, NoBoxGivesOnePageWithAllButtonsDisabled) {
     EXPECT_FALSE(Button(d, "B-SBOX1")->isEnabled());
     EXPECT_FALSE(Button(d, "B-SBOX2")->isEnabled());
     EXPECT_FALSE(Button(d, "B-SBOX3")->isEnabled());
-    EXPECT_EQ(p.Job.Shown().CurrentBox, 100);
+    EXPECT_EQ(p.Job.Shown().Box(), 100);
     EXPECT_EQ(Lines(d, "LIST-SBOX"), QStringList({"002    3 TextB"}));
 }
 
@@ -218,7 +218,7 @@ TEST(CKestoDlgLists, PalletCountZeroLeavesTheComboEmptyAndNoBlocks) {
     job.Start();
     job.Dialog->FillPalletSelect();
     EXPECT_EQ(job.Dialog->findChild<QComboBox*>("LIST-PALLET-SEL")->count(), 0);
-    EXPECT_EQ(job.Shown().CurrentPallet, 1);
+    EXPECT_EQ(job.Shown().Pallet(), 1);
     job.Dialog->OnInitDialog();
     EXPECT_EQ(job.App().Blocks.Count(), 0);
 }
@@ -258,8 +258,8 @@ TEST(CKestoDlgLists, LoadAndPlaceResetsTheToggles) {
     EXPECT_FALSE(Button(d, "B-3D")->isChecked());
     EXPECT_FALSE(Button(d, "B-BLOCKDRAW")->isChecked());
     EXPECT_TRUE(Button(d, "B-SBOX1")->isChecked());
-    EXPECT_EQ(job.Shown().HitByBlock, 1);
-    EXPECT_EQ(job.Shown().GridFlag, 1);
+    EXPECT_EQ(job.Shown().Hit(), HitBy::Block);
+    EXPECT_EQ(job.Shown().Grid(), 1);
 }
 
 }  // namespace

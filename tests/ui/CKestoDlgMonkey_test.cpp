@@ -74,7 +74,7 @@ const Qt::Key kKeys[] = {Qt::Key_Up,   Qt::Key_Down,    Qt::Key_Left,   Qt::Key_
 class Monkey : private test::RandomOperator {
   public:
     explicit Monkey(uint32_t seed) : RandomOperator(seed) {
-        opened_ = test::OpenSampleJob(job_) && test::ShowLaidOut(job_.Shown(), D(), 1600, 900);
+        opened_ = test::OpenSampleJob(job_) && test::ShowLaidOut(D(), 1600, 900);
     }
 
     bool Opened() const { return opened_; }

@@ -18,7 +18,7 @@ namespace {
 struct MainListJob {
     MainListJob() {
         job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
-        shown = job.Open() && test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900);
+        shown = job.Open() && test::ShowLaidOut(*job.Dialog, 1600, 900);
     }
     QListWidget& List() { return *job.Dialog->findChild<QListWidget*>("LIST-PTALL"); }
     PalletDrawing& Drawing() { return job.Dialog->DrawArea()->Drawing(); }

@@ -123,16 +123,17 @@ TEST(CKestoDlg, LayoutDrawsTheAreaAtItsNewSizeWithThePanelsAndTheHighlight) {
     test::WindowJob job;
     job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
     ASSERT_TRUE(job.Open());
-    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900));
+    ASSERT_TRUE(test::ShowLaidOut(*job.Dialog, 1600, 900));
     CKs_DrawArea& area = *job.Dialog->DrawArea();
     EXPECT_EQ(area.Image().size(), area.size());
-    EXPECT_EQ(job.Shown().AreaRect, (IntRect{0, 0, area.width(), area.height()}));
+    EXPECT_EQ(area.Drawing().Area(), (IntRect{0, 0, area.width(), area.height()}));
     EXPECT_GT(CountIn(area.Image(), colour::kPalletFrame), 1000);
     EXPECT_EQ(CountIn(job.Dialog->PartsInfoPanel()->Image(), colour::kPanelText), 0);
     area.Drawing().Select().SetPicked(job.App().HaichiList.front().Id);
-    ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1280, 1024));
+    ASSERT_TRUE(test::ShowLaidOut(*job.Dialog, 1280, 1024));
     EXPECT_EQ(area.Image().size(), area.size());
-    EXPECT_EQ(area.width(), job.Shown().AreaPlacement.Right - job.Shown().AreaPlacement.Left);
+    EXPECT_EQ(area.width(), job.Dialog->LastLayout().AreaPlacement.Right -
+                                job.Dialog->LastLayout().AreaPlacement.Left);
     EXPECT_GT(CountIn(area.Image(), colour::kPicked), 100);
     EXPECT_GT(CountIn(job.Dialog->PartsInfoPanel()->Image(), colour::kPanelText), 30);
 }
@@ -150,7 +151,7 @@ TEST(CKestoDlg, ToggleThatIsOnLooksPressedInEveryStyle) {
         QApplication::setStyle(QStyleFactory::create(style));
         test::WindowJob job;
         ASSERT_TRUE(job.Open());
-        ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900));
+        ASSERT_TRUE(test::ShowLaidOut(*job.Dialog, 1600, 900));
         auto* threeD = job.Dialog->findChild<QPushButton*>("B-3D");
         auto* grid = job.Dialog->findChild<QPushButton*>("B-GRID");
         grid->setChecked(false);
@@ -173,7 +174,7 @@ TEST(CKestoDlg, GoesQuietAtEveryScreenSizeInEveryView) {
     const QSize sizes[] = {{1024, 768}, {1280, 1024}, {1366, 768},
                            {1600, 900}, {1920, 1080}, {2560, 1440}};
     for (const QSize size : sizes) {
-        ASSERT_TRUE(test::ShowLaidOut(job.Shown(), *job.Dialog, size.width(), size.height()));
+        ASSERT_TRUE(test::ShowLaidOut(*job.Dialog, size.width(), size.height()));
         EXPECT_EQ(test::EventsAtRest(), 0) << size.width() << "x" << size.height();
         for (const ScreenView view : kScreenViews) {
             ShowScreenView(*job.Dialog, view);

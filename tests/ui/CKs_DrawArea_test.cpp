@@ -33,8 +33,7 @@ struct AreaJob {
         job.Install.Write("pallet.txt", pallet);
         job.Install.Write("msg/Kesto.ini", ini);
         opened = job.Open();
-        job.Shown().AreaPlacement = {0, 0, 1000, 500};
-        Area().PlaceArea();
+        Area().PlaceArea({0, 0, 1000, 500});
     }
     CKs_DrawArea& Area() { return *job.Dialog->DrawArea(); }
     Rgb At(int x, int y) { return PixelAt(Area().Image(), x, y); }
@@ -87,12 +86,11 @@ TEST(CKs_DrawArea, PlaceAreaTakesThePlacementAndStoresTheClientAndScreenRectangl
     QWidget parent;
     parent.move(100, 50);
     CKs_DrawArea area(app, shown, messages, fonts, &parent);
-    shown.AreaPlacement = {324, 231, 1598, 898};
-    area.PlaceArea();
+    area.PlaceArea({324, 231, 1598, 898});
     EXPECT_EQ(area.geometry(), QRect(324, 231, 1274, 667));
-    EXPECT_EQ(shown.AreaRect, (IntRect{0, 0, 1274, 667}));
+    EXPECT_EQ(area.Drawing().Area(), (IntRect{0, 0, 1274, 667}));
     const QPoint screen = parent.mapToGlobal(QPoint(324, 231));
-    EXPECT_EQ(shown.AreaWindowRect,
+    EXPECT_EQ(area.ScreenRect(),
               (IntRect{screen.x(), screen.y(), screen.x() + 1274, screen.y() + 667}));
     EXPECT_EQ(area.Image().size(), QSize(1274, 667));
     EXPECT_EQ(area.objectName(), "CKs_DrawArea");
@@ -162,7 +160,7 @@ TEST(CKs_DrawArea, StackIsFilledWithAWhiteOutlineAndTwoLabelLines) {
 TEST(CKs_DrawArea, BlockCellsFollowTheirCornerMaskWhenBlockDrawingIsOn) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
-    a.job.Shown().IsBlockDraw = 1;
+    a.job.Shown().SetStoredBlockDraw(1);
     // The middle cell (x 390..690, y 260..510) is at (438, 198)-(605, 337).
     for (BlockInfo& block : a.job.App().Blocks.Entries()) {
         if (block.KouteiNo == 1 && block.PalletNo == 1 && block.MinX == 390 && block.MinY == 260)
@@ -184,7 +182,7 @@ TEST(CKs_DrawArea, BlockCellsFollowTheirCornerMaskWhenBlockDrawingIsOn) {
 TEST(CKs_DrawArea, NoBlockCellsWhileBlockDrawingIsOff) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
-    a.job.Shown().IsBlockDraw = 0;
+    a.job.Shown().SetStoredBlockDraw(0);
     a.Area().Refresh();
     a.ExpectPixels({
         {520, 270, colour::kPalletFrame},
@@ -195,7 +193,7 @@ TEST(CKs_DrawArea, NoBlockCellsWhileBlockDrawingIsOff) {
 TEST(CKs_DrawArea, GridMarksAreBlackThreePixelSquaresInTheCellCorners) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
-    a.job.Shown().GridFlag = 1;
+    a.job.Shown().SetGrid(true);
     a.Area().Refresh();
     // The back left cell (266, 54)-(433, 193).
     for (int y = 54; y < 57; ++y) {
@@ -209,7 +207,7 @@ TEST(CKs_DrawArea, GridMarksAreBlackThreePixelSquaresInTheCellCorners) {
         {432, 55, colour::kGridMark},
         {432, 192, colour::kGridMark},
     });
-    a.job.Shown().GridFlag = 0;
+    a.job.Shown().SetGrid(false);
     a.Area().Refresh();
     EXPECT_EQ(a.At(267, 55), colour::kPalletFrame);
 }
@@ -217,7 +215,7 @@ TEST(CKs_DrawArea, GridMarksAreBlackThreePixelSquaresInTheCellCorners) {
 TEST(CKs_DrawArea, RackLinesAreDottedWhiteAndRunPastThePalletEdge) {
     AreaJob a(std::string(test::kDefaultPallet) + "R1X,500\nR1Y,400\n");
     ASSERT_TRUE(a.opened);
-    a.job.Shown().GridFlag = 0;
+    a.job.Shown().SetGrid(false);
     a.Area().Refresh();
     const QImage& image = a.Area().Image();
     // x 500 mm is column 500; y 400 mm is row 260; 30 mm past the edges: rows 21..498,
@@ -239,8 +237,8 @@ TEST(CKs_DrawArea, RackLinesAreDottedWhiteAndRunPastThePalletEdge) {
 TEST(CKs_DrawArea, DanmenShowsTheSectionBandTheHeightLimitAndTheStackBar) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
-    a.job.Shown().PalletMode = PalletView::Danmen;
-    a.job.Shown().GridFlag = 0;
+    a.job.Shown().SetMode(PalletView::Danmen);
+    a.job.Shown().SetGrid(false);
     a.Area().Refresh();
     const QImage& image = a.Area().Image();
     a.ExpectPixels({
@@ -276,8 +274,8 @@ TEST(CKs_DrawArea, DanmenShowsTheSectionBandTheHeightLimitAndTheStackBar) {
 TEST(CKs_DrawArea, ThreeDStacksEveryLayerTwoPixelsUpAndLeft) {
     AreaJob a;
     ASSERT_TRUE(a.opened);
-    a.job.Shown().Is3D = 1;
-    a.job.Shown().GridFlag = 0;
+    a.job.Shown().Set3D(true);
+    a.job.Shown().SetGrid(false);
     a.Area().Refresh();
     // Five pieces: the top layer is 8 px up and left, at (314, 390)-(425, 474).
     a.ExpectPixels({
@@ -315,8 +313,8 @@ TEST(CKs_DrawArea, FourPalletCaptionsNameFourPalletsFromTheCurrentOne) {
     ini.replace(ini.find("PalletInfo=2,P"), 14, "PalletInfo=4,P");
     AreaJob a(test::kDefaultPallet, ini);
     ASSERT_TRUE(a.opened);
-    a.job.Shown().PalletMode = PalletView::FourPallet;
-    a.job.Shown().CurrentPallet = 2;
+    a.job.Shown().SetMode(PalletView::FourPallet);
+    a.job.Shown().SetPallet(2);
     a.Area().Refresh();
     // Captions 1045, 1048, 1046, 1047: top left, top right, bottom left, bottom right.
     const std::pair<const char*, QRect> expected[] = {{"1045", QRect(0, 0, 500, 20)},

@@ -55,7 +55,10 @@ constexpr const char* kMessages =
     "Label05=1,Dir\n";
 
 struct MaiDialogJob {
-    explicit MaiDialogJob(OkCancel answer = OkCancel::Ok) : Op(answer) {
+    // overArea: the drawing area on the screen while the all-parts dialog is shown there.
+    explicit MaiDialogJob(OkCancel answer = OkCancel::Ok,
+                          std::optional<IntRect> overArea = std::nullopt)
+        : Op(answer) {
         test::EnsureQApplication();
         App.Settings.FontHeight = {0, 16, 12, 0, 0};
         App.Settings.FontNames = {"", "DejaVuSans", "DejaVuSans", "", ""};
@@ -71,7 +74,7 @@ struct MaiDialogJob {
         Picked = &AddStack(App, part,
                            {.Block = -1, .Pieces = 4, .X = 0, .Y = 0, .Corner = kCornerMaxMin});
         AddStack(App, part, {.Block = -1, .Pieces = 4, .X = 200, .Y = 0, .Corner = kCornerMaxMin});
-        Dialog = std::make_unique<CKs_MaiDlg>(App, Shown, Messages, Fonts, Op, *Picked, kLimit);
+        Dialog = std::make_unique<CKs_MaiDlg>(App, overArea, Messages, Fonts, Op, *Picked, kLimit);
     }
     CKs_MaiDlg& D() { return *Dialog; }
     QLineEdit* Count() { return Dialog->findChild<QLineEdit*>("MaiSet"); }
@@ -91,7 +94,6 @@ struct MaiDialogJob {
     test::TempFolder Folder;
     test::RecordingOperator Op;
     CKestoApp App;
-    ViewState Shown;
     MessageTable Messages;
     FontTable Fonts;
     HaichiInfo* Picked = nullptr;
@@ -242,9 +244,7 @@ TEST(CKs_MaiDlg, CancelAndEscapeReturnNoChangeWithoutAsking) {
 }
 
 TEST(CKs_MaiDlg, OverTheAllPartsDialogItSitsOnTheDrawingAreasUpperHalf) {
-    MaiDialogJob j;
-    j.Shown.PartsAllState = Visibility::Shown;
-    j.Shown.AreaWindowRect = IntRect{100, 50, 900, 650};
+    MaiDialogJob j(OkCancel::Ok, IntRect{100, 50, 900, 650});
     j.D().Prepare();
     // Left 100 + 2; bottom at 50 + 600 / 2 = 350.
     const QRect frame = j.D().frameGeometry();

@@ -65,7 +65,7 @@ struct PartsAllJob {
         job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing() + kPartsAllSection);
         if (!jobText.empty())
             job.Install.Write("job/job.txt", jobText);
-        shown = job.Open() && test::ShowLaidOut(job.Shown(), *job.Dialog, 1600, 900);
+        shown = job.Open() && test::ShowLaidOut(*job.Dialog, 1600, 900);
     }
     CKestoDlg& D() { return *job.Dialog; }
     CKs_PartsAllDlg& Dlg() { return *D().PartsAllDialog(); }
@@ -126,7 +126,7 @@ TEST(CKs_PartsAllDlg, MadeHiddenWithSortKey10) {
     ASSERT_TRUE(s.shown);
     EXPECT_FALSE(s.Dlg().isVisible());
     EXPECT_EQ(s.Dlg().SortKey(), 10);
-    EXPECT_EQ(s.job.Shown().PartsAllState, Visibility::Hidden);
+    EXPECT_EQ(s.job.Dialog->PartsAllState(), Visibility::Hidden);
     EXPECT_EQ(s.List().count(), 0);
     EXPECT_EQ(s.List().selectionMode(), QAbstractItemView::SingleSelection);
     EXPECT_FALSE(s.List().isSortingEnabled());
@@ -140,7 +140,7 @@ TEST(CKs_PartsAllDlg, InfoInDanmenShowsItOverTheLowerHalfOfTheDrawingArea) {
     ASSERT_TRUE(s.shown);
     s.ClickMain("B-DANMEN");
     s.ClickMain("B-INFO");
-    EXPECT_EQ(s.job.Shown().PartsAllState, Visibility::Shown);
+    EXPECT_EQ(s.job.Dialog->PartsAllState(), Visibility::Shown);
     ASSERT_TRUE(s.Dlg().isVisible());
     // x = 324 + 2, width = 1598 - 324 - 5 = 1269; H = 898 - top, y = top + H / 2, H / 2 - 2.
     const int top = s.AreaTop();
@@ -165,10 +165,10 @@ TEST(CKs_PartsAllDlg, FlatHidesItAndAnotherViewKeepsItShown) {
     s.ClickMain("B-INFO");
     s.ClickMain("B-PALLET4");
     EXPECT_TRUE(s.Dlg().isVisible());
-    EXPECT_EQ(s.job.Shown().PartsAllState, Visibility::Shown);
+    EXPECT_EQ(s.job.Dialog->PartsAllState(), Visibility::Shown);
     s.ClickMain("B-FLAT");
     EXPECT_FALSE(s.Dlg().isVisible());
-    EXPECT_EQ(s.job.Shown().PartsAllState, Visibility::Hidden);
+    EXPECT_EQ(s.job.Dialog->PartsAllState(), Visibility::Hidden);
     // Hidden, it lies over the lower half again.
     const int top = s.AreaTop();
     const int h = 898 - top;
@@ -181,7 +181,7 @@ TEST(CKs_PartsAllDlg, InfoAgainHidesIt) {
     s.ClickMain("B-INFO");
     s.ClickMain("B-INFO");
     EXPECT_FALSE(s.Dlg().isVisible());
-    EXPECT_EQ(s.job.Shown().PartsAllState, Visibility::Hidden);
+    EXPECT_EQ(s.job.Dialog->PartsAllState(), Visibility::Hidden);
 }
 
 TEST(CKs_PartsAllDlg, ButtonsAndListFromTheClientSizeWithTheirCaptions) {

@@ -17,8 +17,7 @@ struct InfoJob {
     InfoJob() {
         job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
         opened = job.Open();
-        job.Shown().InfoPlacement = {0, 0, 600, 100};
-        Panel().PlacePanel();
+        Panel().PlacePanel({0, 0, 600, 100});
     }
     CKs_PartsInfo& Panel() { return *job.Dialog->PartsInfoPanel(); }
     PalletDrawing& Drawing() { return job.Dialog->DrawArea()->Drawing(); }
@@ -46,10 +45,9 @@ struct InfoJob {
 TEST(CKs_PartsInfo, PlacePanelTakesThePlacementAndStoresTheClientRectangle) {
     InfoJob info;
     ASSERT_TRUE(info.opened);
-    info.job.Shown().InfoPlacement = {681, 2, 1598, 104};
-    info.Panel().PlacePanel();
+    info.Panel().PlacePanel({681, 2, 1598, 104});
     EXPECT_EQ(info.Panel().geometry(), QRect(681, 2, 917, 102));
-    EXPECT_EQ(info.job.Shown().InfoRect, (IntRect{0, 0, 917, 102}));
+    EXPECT_EQ(info.Panel().Panel().Client(), (IntRect{0, 0, 917, 102}));
     EXPECT_EQ(info.Panel().Image().size(), QSize(917, 102));
     EXPECT_EQ(info.Panel().objectName(), "CKs_PartsInfo");
 }

@@ -17,8 +17,7 @@ struct ViewJob {
     ViewJob() {
         job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
         opened = job.Open();
-        job.Shown().ViewPlacement = {0, 0, 320, 108};
-        Panel().PlacePanel();
+        Panel().PlacePanel({0, 0, 320, 108});
     }
     CKs_PartsView& Panel() { return *job.Dialog->PartsViewPanel(); }
     Rgb At(int x, int y) { return PixelAt(Panel().Image(), x, y); }
@@ -38,10 +37,9 @@ struct ViewJob {
 TEST(CKs_PartsView, PlacePanelTakesThePlacementAndStoresTheClientRectangle) {
     ViewJob view;
     ASSERT_TRUE(view.opened);
-    view.job.Shown().ViewPlacement = {2, 446, 322, 554};
-    view.Panel().PlacePanel();
+    view.Panel().PlacePanel({2, 446, 322, 554});
     EXPECT_EQ(view.Panel().geometry(), QRect(2, 446, 320, 108));
-    EXPECT_EQ(view.job.Shown().ViewRect, (IntRect{0, 0, 320, 108}));
+    EXPECT_EQ(view.Panel().Panel().Client(), (IntRect{0, 0, 320, 108}));
     EXPECT_EQ(view.Panel().objectName(), "CKs_PartsView");
 }
 
@@ -80,7 +78,7 @@ TEST(CKs_PartsView, PlacingThePanelAgainShowsTheLastSize) {
     ViewJob view;
     ASSERT_TRUE(view.opened);
     view.Panel().ShowSize(200, 150);
-    view.Panel().PlacePanel();
+    view.Panel().PlacePanel({0, 0, 320, 108});
     EXPECT_EQ(view.At(150, 60), colour::kPanelPart);
     EXPECT_EQ(view.At(111, 50), colour::kPanelPartPen);
 }

@@ -34,7 +34,7 @@ bool Updating() {
 // The window over the sample installation, shown, laid out and switched to view.
 QImage RenderSampleJob(ScreenView view) {
     test::WindowJob job;
-    if (!test::OpenSampleJob(job) || !test::ShowLaidOut(job.Shown(), *job.Dialog, kWidth, kHeight))
+    if (!test::OpenSampleJob(job) || !test::ShowLaidOut(*job.Dialog, kWidth, kHeight))
         return {};
     ShowScreenView(*job.Dialog, view);
     QApplication::processEvents();

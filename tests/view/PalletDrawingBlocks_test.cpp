@@ -11,6 +11,7 @@
 namespace kesto {
 namespace {
 
+using test::PlacedDrawing;
 using test::ViewJob;
 
 constexpr IntRect kNotFound{-1, -1, -1, -1};
@@ -66,7 +67,7 @@ class BlockCells : public ::testing::Test {
         p.CellsY = 5;
         job.AddKoutei(1, "CUT", "BLK");
         job.app.Settings.PalletCount = 4;
-        job.shown.IsBlockDraw = 1;
+        job.shown.SetStoredBlockDraw(1);
         // Decoys first: another process and another pallet over cell (0, 0).
         const WorldCell c00 = World(0, 0);
         job.AddBlock(2, 1, c00.MinX, c00.MinY, c00.MaxX, c00.MaxY, 0x0F);
@@ -111,7 +112,7 @@ class BlockCells : public ::testing::Test {
     }
 
     ViewJob job;
-    PalletDrawing drawing{job.app, job.shown, job.messages};
+    PlacedDrawing drawing{job};
     int32_t index[3][3]{};
 };
 
@@ -148,7 +149,7 @@ TEST_F(BlockCells, CornerThreeCountsColumnsFromTheRightAndRowsFromTheBottom) {
 
 TEST_F(BlockCells, ThePrintPaletteDrawsCellsWhiteOrGreyWithAGreyOutline) {
     job.app.Settings.StartCorner = 0;
-    PalletDrawing paper(job.app, job.shown, job.messages, colour::kPrintPalette);
+    PlacedDrawing paper(job, colour::kPrintPalette);
     DisplayList setUp;
     paper.Refresh(setUp);
     DisplayList drawn;
@@ -178,7 +179,7 @@ TEST_F(BlockCells, EachBlockStoresItsPixelRectangle) {
 }
 
 TEST_F(BlockCells, WithoutBlockDisplayNothingIsDrawnButPixelRectanglesAreStored) {
-    job.shown.IsBlockDraw = 0;
+    job.shown.SetStoredBlockDraw(0);
     EXPECT_TRUE(DrawnCells().empty());
     EXPECT_EQ(Cell(2, 1), drawing.BlockRects[static_cast<size_t>(index[2][1])]);
 }
@@ -210,7 +211,7 @@ TEST_F(BlockCells, LocateBlockFindsShownBlocksOnly) {
 }
 
 TEST_F(BlockCells, TheCurrentPalletChoosesTheBlocksOfSlotOne) {
-    job.shown.CurrentPallet = 2;
+    job.shown.SetPallet(2);
     const std::vector<Primitive> cells = DrawnCells();
     // Only cell (0, 0) has an entry on pallet 2; its mask 0x01 marks it.
     ASSERT_EQ(1u, cells.size());
@@ -224,9 +225,9 @@ TEST_F(BlockCells, FourPalletSlotsWrapTheirPalletNumbersAndAddTheQuadrantOffsets
     const WorldCell c00 = World(0, 0);
     const int32_t onThree = job.AddBlock(1, 3, c00.MinX, c00.MinY, c00.MaxX, c00.MaxY);
     const int32_t onFour = job.AddBlock(1, 4, c00.MinX, c00.MinY, c00.MaxX, c00.MaxY);
-    job.shown.PalletMode = PalletView::FourPallet;
-    job.shown.CurrentPallet = 2;
-    job.shown.AreaRect = IntRect{0, 0, 1000, 701};
+    job.shown.SetMode(PalletView::FourPallet);
+    job.shown.SetPallet(2);
+    drawing.SetArea({0, 0, 1000, 701});
     DisplayList canvas;
     drawing.Refresh(canvas);
     // World x -80.296 .. 2087.696, y -67.2 .. 1747.2; sy = 1814.4/645 > sx = 2.167992.
@@ -253,8 +254,8 @@ std::vector<IntRect> MarksOf(const IntRect& c) {
 }
 
 TEST_F(BlockCells, GridMarksSitInsideEveryCellLaidOutFromTheRight) {
-    job.shown.GridFlag = 1;
-    job.shown.IsBlockDraw = 0;
+    job.shown.SetGrid(true);
+    job.shown.SetStoredBlockDraw(0);
     job.app.Settings.StartCorner = 0;  // the marks ignore the start corner
     DisplayList setUp;
     drawing.Refresh(setUp);
@@ -280,14 +281,14 @@ TEST_F(BlockCells, GridMarksSitInsideEveryCellLaidOutFromTheRight) {
 }
 
 TEST_F(BlockCells, NoGridMarksWithoutTheGridFlag) {
-    job.shown.GridFlag = 0;
-    job.shown.IsBlockDraw = 0;
+    job.shown.SetGrid(false);
+    job.shown.SetStoredBlockDraw(0);
     EXPECT_TRUE(DrawnCells().empty());
 }
 
 TEST_F(BlockCells, TenByTenCellsShowNoGridMarks) {
-    job.shown.GridFlag = 1;
-    job.shown.IsBlockDraw = 0;
+    job.shown.SetGrid(true);
+    job.shown.SetStoredBlockDraw(0);
     job.app.PalletList.Head()->CellsX = 10;
     job.app.PalletList.Head()->CellsY = 10;
     EXPECT_TRUE(DrawnCells().empty());
@@ -306,7 +307,7 @@ TEST_F(BlockCells, RackLinesRunPastThePalletByThePitch) {
     p.RackYCount = 1;
     p.RackY[0] = 402.6;
     p.RackPitch = 30;
-    job.shown.IsBlockDraw = 0;
+    job.shown.SetStoredBlockDraw(0);
     DisplayList setUp;
     drawing.Refresh(setUp);
     DisplayList canvas;
@@ -346,13 +347,13 @@ TEST(InchBlockCells, APalletInInchesIsLaidOutLikeAnyOther) {
     p.CellsY = 3;
     job.AddKoutei(1, "CUT", "INCH");
     job.app.Settings.InchMode = 1;
-    job.shown.IsBlockDraw = 1;
+    job.shown.SetStoredBlockDraw(1);
     job.app.Settings.StartCorner = 0;
     // Columns: v = 39.03, 26.88, 14.73 never reach 11.71, so the origin is the last v,
     // 14.73: cells 3.02..14.73, 15.17..26.88, 27.32..39.03. Rows 0.38, 8.75, 17.12.
     const int32_t low = job.AddBlock(1, 1, 3.02, 0.38, 14.73, 8.4, 0x00);
     const int32_t high = job.AddBlock(1, 1, 27.32, 17.12, 39.03, 25.14, 0x04);
-    PalletDrawing drawing(job.app, job.shown, job.messages);
+    PlacedDrawing drawing(job);
     DisplayList setUp;
     drawing.Refresh(setUp);
     // World x -1.5808 .. 41.1008, y -1.344 .. 34.944; sy = 36.288/672 = 0.054 > sx.

@@ -12,6 +12,7 @@ namespace kesto {
 namespace {
 
 using test::AddStack;
+using test::PlacedDrawing;
 using test::ViewJob;
 
 // FLAT on pallet W 1003.7, L 840 at 1000 x 700: Scale 1.35, XMin -40.148, YMax 873.6,
@@ -56,7 +57,7 @@ class Outlines : public ::testing::Test {
     }
 
     ViewJob job;
-    PalletDrawing drawing{job.app, job.shown, job.messages};
+    PlacedDrawing drawing{job};
     int32_t block = 0;
     PartsInfo* part = nullptr;
     HaichiInfo* record = nullptr;
@@ -204,7 +205,7 @@ TEST_F(Outlines, DrawingModesUseTheOutlineOnlyWhenArrangedDirectly) {
 TEST_F(Outlines, ThePrintPaletteDrawsOutlinesInItsOwnPen) {
     AddElement(kShapeLine, {{0, 10.3}, {1, 20.6}, {2, 150.9}, {3, 120.2}});
     job.app.Settings.IsDirect = 1;
-    PalletDrawing paper(job.app, job.shown, job.messages, colour::kPrintPalette);
+    PlacedDrawing paper(job, colour::kPrintPalette);
     DisplayList setUp;
     paper.Refresh(setUp);
     const std::vector<Primitive> lines = test::Lines(setUp);

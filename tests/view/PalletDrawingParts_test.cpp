@@ -19,6 +19,7 @@ namespace kesto {
 namespace {
 
 using test::AddStack;
+using test::PlacedDrawing;
 using test::ViewJob;
 
 void ExpectFill(const Primitive& p, const IntRect& r, Rgb fill, Rgb pen = colour::kPartPen) {
@@ -134,7 +135,7 @@ class FlatParts : public ::testing::Test {
     }
 
     ViewJob job;
-    PalletDrawing drawing{job.app, job.shown, job.messages};
+    PlacedDrawing drawing{job};
     DisplayList canvas;
     PalletInfo* pallet = nullptr;
     int32_t block = 0;
@@ -187,7 +188,7 @@ TEST_F(FlatParts, ModeZeroFillsEveryStackAndLabelsIt) {
 TEST_F(FlatParts, ThePrintPaletteFillsStacksLightWithDarkOutlines) {
     Bracket();
     Rail();
-    PalletDrawing paper(job.app, job.shown, job.messages, colour::kPrintPalette);
+    PlacedDrawing paper(job, colour::kPrintPalette);
     DisplayList setUp;
     paper.Refresh(setUp);
     const std::vector<Primitive> rects = test::Rectangles(setUp);
@@ -253,7 +254,7 @@ TEST_F(FlatParts, AMarkedPartIsDrawnInTheMarkedColour) {
 
 TEST_F(FlatParts, ThreeDStackOfTwentyFivePiecesHasTwentyFourLayers) {
     Bracket(25);
-    job.shown.Is3D = 1;
+    job.shown.Set3D(true);
     LayOut();
     drawing.DrawParts(canvas, DrawMode::All);
     const auto& items = canvas.Items();
@@ -283,7 +284,7 @@ TEST_F(FlatParts, ThreeDStackOfTwentyFivePiecesHasTwentyFourLayers) {
 
 TEST_F(FlatParts, ThreeDLayersOfAMarkedPartAreMarked) {
     Rail(12);
-    job.shown.Is3D = 1;
+    job.shown.Set3D(true);
     LayOut();
     drawing.DrawParts(canvas, DrawMode::All);
     const std::vector<Primitive> rects = test::Rectangles(canvas);
@@ -441,7 +442,7 @@ TEST_F(FlatParts, HitTestModeDrawsNothing) {
 TEST_F(FlatParts, PickingByBlockAddsTheOtherStacksOfTheBlock) {
     HaichiInfo& a = Bracket();
     HaichiInfo& b = Rail();
-    job.shown.HitByBlock = 1;
+    job.shown.SetHit(HitBy::Block);
     LayOut();
     drawing.HitTest(300, 550);
     EXPECT_EQ(b.Id, drawing.Selected().Picked());
@@ -507,7 +508,7 @@ TEST_F(Highlights, HighlightDrawsThePickedStackAndTheOtherPiecesOfItsPart) {
 }
 
 TEST_F(Highlights, InThreeDEveryStackGetsItsLayersAndLabelAgainInListOrder) {
-    job.shown.Is3D = 1;
+    job.shown.Set3D(true);
     drawing.Select().SetPicked(a->Id);
     canvas.Clear();
     drawing.DrawParts(canvas, DrawMode::Highlight);
@@ -534,7 +535,7 @@ TEST_F(Highlights, InThreeDEveryStackGetsItsLayersAndLabelAgainInListOrder) {
 }
 
 TEST_F(Highlights, InThreeDUnhighlightAndPartPiecesAlsoLabelEveryStack) {
-    job.shown.Is3D = 1;
+    job.shown.Set3D(true);
     drawing.Select().SetLastPicked(c->Id);
     canvas.Clear();
     drawing.DrawParts(canvas, DrawMode::Unhighlight);
@@ -708,8 +709,7 @@ TEST(CrossSection, BarsAreDrawnFromTheBackToTheFront) {
     ViewJob job;
     job.AddPallet("P1250", 1250, 815, 1234.5);
     job.AddKoutei(1, "CUT", "P1250");
-    job.shown.AreaRect = IntRect{0, 0, 1000, 701};
-    job.shown.PalletMode = PalletView::Danmen;
+    job.shown.SetMode(PalletView::Danmen);
     const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
     PartsInfo& front =
         job.AddPart({.DisplayName = "FRONT", .SizeX = 300.1, .SizeY = 100.4, .PieceHeight = 12.7});
@@ -726,7 +726,7 @@ TEST(CrossSection, BarsAreDrawnFromTheBackToTheFront) {
              {.Block = block, .Pieces = 40, .X = 900.7, .Y = 500.9});  // back edge 701.2
     AddStack(job.app, mid,
              {.Block = block, .Pieces = 31, .X = 1100.1, .Y = 300.4});  // back edge 420.9
-    PalletDrawing drawing(job.app, job.shown, job.messages);
+    PlacedDrawing drawing(job, colour::kScreenPalette, IntRect{0, 0, 1000, 701});
     DisplayList canvas;
     drawing.Refresh(canvas);
     // DANMEN at 1000 x 701: Scale 1760.4/673, XMin -50, OriginDX 242; SectionTop 665,
@@ -751,13 +751,12 @@ TEST(CrossSection, OnlyModeZeroDrawsTheBars) {
     ViewJob job;
     job.AddPallet("P1250", 1250, 815, 1234.5);
     job.AddKoutei(1, "CUT", "P1250");
-    job.shown.AreaRect = IntRect{0, 0, 1000, 701};
-    job.shown.PalletMode = PalletView::Danmen;
+    job.shown.SetMode(PalletView::Danmen);
     const int32_t block = job.AddBlock(1, 1, 0, 0, 1250, 815);
     PartsInfo& back =
         job.AddPart({.DisplayName = "BACK", .SizeX = 250.2, .SizeY = 200.3, .PieceHeight = 3.2});
     AddStack(job.app, back, {.Block = block, .Pieces = 40, .X = 900.7, .Y = 500.9});
-    PalletDrawing drawing(job.app, job.shown, job.messages);
+    PlacedDrawing drawing(job, colour::kScreenPalette, IntRect{0, 0, 1000, 701});
     DisplayList setUp;
     drawing.Refresh(setUp);
     DisplayList canvas;
@@ -771,8 +770,7 @@ TEST(CrossSection, TwoPalletBarsOfTheSecondSlotAreShiftedAndTiesKeepListOrder) {
     ViewJob job;
     job.AddPallet("P1250", 1250, 815, 1234.5);
     job.AddKoutei(1, "CUT", "P1250");
-    job.shown.AreaRect = IntRect{0, 0, 1001, 701};
-    job.shown.PalletMode = PalletView::TwoPallet;
+    job.shown.SetMode(PalletView::TwoPallet);
     job.app.Settings.PalletCount = 2;
     PartsInfo& back =
         job.AddPart({.DisplayName = "BACK", .SizeX = 250.2, .SizeY = 200.3, .PieceHeight = 3.2});
@@ -780,7 +778,7 @@ TEST(CrossSection, TwoPalletBarsOfTheSecondSlotAreShiftedAndTiesKeepListOrder) {
              {.Block = job.AddBlock(1, 2, 0, 0, 1250, 815), .Pieces = 40, .X = 900.9, .Y = 500.9});
     AddStack(job.app, back,
              {.Block = job.AddBlock(1, 1, 0, 0, 1250, 815), .Pieces = 40, .X = 900.9, .Y = 500.9});
-    PalletDrawing drawing(job.app, job.shown, job.messages);
+    PlacedDrawing drawing(job, colour::kScreenPalette, IntRect{0, 0, 1001, 701});
     DisplayList canvas;
     drawing.Refresh(canvas);
     // 2PALLET at 1001 x 701: Scale 2700/1001, XMin -100, OriginDX -19, HalfW 500,
@@ -800,16 +798,15 @@ TEST(FourPalletParts, ThePalletOfASlotNumberBeyondTheCountIsNotDrawn) {
     ViewJob job;
     job.AddPallet("P1250", 1250, 815, 1000);
     job.AddKoutei(1, "CUT", "P1250");
-    job.shown.AreaRect = IntRect{0, 0, 1000, 701};
-    job.shown.PalletMode = PalletView::FourPallet;
+    job.shown.SetMode(PalletView::FourPallet);
     job.app.Settings.PalletCount = 4;
-    job.shown.CurrentPallet = 2;
+    job.shown.SetPallet(2);
     PartsInfo& shelf = job.AddPart({.DisplayName = "SHELF", .SizeX = 287.4, .SizeY = 158.6});
     for (int32_t p = 1; p <= 4; ++p)
         AddStack(
             job.app, shelf,
             {.Block = job.AddBlock(1, p, 0, 0, 1250, 815), .Pieces = 3, .X = 612.5, .Y = 203.3});
-    PalletDrawing drawing(job.app, job.shown, job.messages);
+    PlacedDrawing drawing(job, colour::kScreenPalette, IntRect{0, 0, 1000, 701});
     DisplayList setUp;
     drawing.Refresh(setUp);
     DisplayList canvas;

@@ -19,6 +19,7 @@ namespace kesto {
 namespace {
 
 using test::AddStack;
+using test::PlacedDrawing;
 using test::ViewJob;
 
 constexpr PalletView kFlat = PalletView::Flat;
@@ -90,10 +91,10 @@ class Layout : public ::testing::Test {
         job.AddPallet("P1250", w, l, h);
         job.AddKoutei(1, "CUT", "P1250");
     }
-    void Area(int32_t cw, int32_t ch) { job.shown.AreaRect = IntRect{0, 0, cw, ch}; }
+    void Area(int32_t cw, int32_t ch) { drawing.SetArea({0, 0, cw, ch}); }
 
     ViewJob job;
-    PalletDrawing drawing{job.app, job.shown, job.messages};
+    PlacedDrawing drawing{job};
     DisplayList canvas;
 };
 
@@ -121,15 +122,15 @@ TEST_F(Layout, ComputeScaleTakesTheLargerRatioAndSubtractsTheCaptionTwiceInFourP
     drawing.YMin = -65.2;
     drawing.YMax = 1695.2;
     // FLAT: sx = 2700 / 1000 = 2.7, sy = 1760.4 / (701 - 28) = 2.6157...: sx is larger.
-    job.shown.PalletMode = kFlat;
+    job.shown.SetMode(kFlat);
     drawing.ComputeScale();
     EXPECT_DOUBLE_EQ(2.7, drawing.Scale);
     // 4PALLET: sy = 1760.4 / (701 - 28 - 28) = 2.7293... > 2.7.
-    job.shown.PalletMode = kFourPallet;
+    job.shown.SetMode(kFourPallet);
     drawing.ComputeScale();
     EXPECT_DOUBLE_EQ(1760.4 / 645, drawing.Scale);
     // 2PALLET subtracts the caption once: 2.7 again.
-    job.shown.PalletMode = kTwoPallet;
+    job.shown.SetMode(kTwoPallet);
     drawing.ComputeScale();
     EXPECT_DOUBLE_EQ(2.7, drawing.Scale);
 }
@@ -328,7 +329,7 @@ TEST_P(Danmen, PlacesThePalletTheSectionBandAndTheHeightLimit) {
     const DanmenCase& c = GetParam();
     MakePallet(1250, 815);
     Area(c.Width, c.Height);
-    job.shown.PalletMode = kDanmen;
+    job.shown.SetMode(kDanmen);
     if (c.LabelFontHeight != 0) {
         job.app.Settings.FontHeight[test::kLabelFont] = c.LabelFontHeight;
     }
@@ -382,7 +383,7 @@ INSTANTIATE_TEST_SUITE_P(Layouts, Danmen, ::testing::ValuesIn(kDanmenCases),
 TEST_F(Layout, FourPalletPlacesFourFramesCaptionsAndSeparators) {
     MakePallet(1250, 815);
     Area(1000, 701);
-    job.shown.PalletMode = kFourPallet;
+    job.shown.SetMode(kFourPallet);
     job.app.Settings.PalletCount = 4;
     drawing.Refresh(canvas);
     // World x -100 .. 2600, y -65.2 .. 1695.2; sx = 2.7, sy = 1760.4/645 = 2.7293: sy.
@@ -430,7 +431,7 @@ TEST_F(Layout, FourPalletPlacesFourFramesCaptionsAndSeparators) {
 TEST_F(Layout, FourPalletInAWideAreaIsScaledByWidth) {
     MakePallet(1250, 815);
     Area(1101, 851);
-    job.shown.PalletMode = kFourPallet;
+    job.shown.SetMode(kFourPallet);
     job.app.Settings.PalletCount = 4;
     drawing.Refresh(canvas);
     // cap = trunc(34.04) = 34; sx = 2700/1101 = 2.4523 > sy = 1760.4/783 = 2.2483.
@@ -461,7 +462,7 @@ TEST_F(Layout, FourPalletInAWideAreaIsScaledByWidth) {
 TEST_F(Layout, FourPalletWithOnePalletShowsOneFrameAndThreeEmptyCaptions) {
     MakePallet(1250, 815);
     Area(1000, 701);
-    job.shown.PalletMode = kFourPallet;
+    job.shown.SetMode(kFourPallet);
     job.app.Settings.PalletCount = 1;
     drawing.Refresh(canvas);
     EXPECT_EQ((IntRect{21, 39, 479, 338}), drawing.PalletRect[0]);
@@ -480,9 +481,9 @@ TEST_F(Layout, FourPalletWithOnePalletShowsOneFrameAndThreeEmptyCaptions) {
 TEST_F(Layout, FourPalletFromPalletTwoCaptionsWrapButPalletsInViewDoesNot) {
     MakePallet(1250, 815);
     Area(1000, 701);
-    job.shown.PalletMode = kFourPallet;
+    job.shown.SetMode(kFourPallet);
     job.app.Settings.PalletCount = 4;
-    job.shown.CurrentPallet = 2;
+    job.shown.SetPallet(2);
     drawing.Refresh(canvas);
     EXPECT_EQ("PL-02", drawing.Captions[0].Text);
     EXPECT_EQ("PL-03", drawing.Captions[1].Text);
@@ -496,7 +497,7 @@ TEST_F(Layout, FourPalletFromPalletTwoCaptionsWrapButPalletsInViewDoesNot) {
 TEST_F(Layout, TwoPalletDrawsTwoFramesTwoBandsAndTwoHeightLimits) {
     MakePallet(1250, 815);
     Area(1001, 701);
-    job.shown.PalletMode = kTwoPallet;
+    job.shown.SetMode(kTwoPallet);
     job.app.Settings.PalletCount = 2;
     drawing.Refresh(canvas);
     // sx = 2700/1001 = 2.6973 > sy = 1760.4/673 = 2.6157.
@@ -540,9 +541,9 @@ TEST_F(Layout, TwoPalletDrawsTwoFramesTwoBandsAndTwoHeightLimits) {
 TEST_F(Layout, TwoPalletInALargerArea) {
     MakePallet(1250, 815);
     Area(1201, 901);
-    job.shown.PalletMode = kTwoPallet;
+    job.shown.SetMode(kTwoPallet);
     job.app.Settings.PalletCount = 3;
-    job.shown.CurrentPallet = 3;
+    job.shown.SetPallet(3);
     drawing.Refresh(canvas);
     // cap 36; sx = 2700/1201 = 2.2481 > sy = 1760.4/865 = 2.0351.
     EXPECT_DOUBLE_EQ(2700.0 / 1201, drawing.Scale);
@@ -568,7 +569,7 @@ TEST_F(Layout, TwoPalletInALargerArea) {
 TEST_F(Layout, TwoPalletWithOnePalletDrawsOnlyTheFirstSlot) {
     MakePallet(1250, 815);
     Area(1001, 701);
-    job.shown.PalletMode = kTwoPallet;
+    job.shown.SetMode(kTwoPallet);
     job.app.Settings.PalletCount = 1;
     drawing.Refresh(canvas);
     EXPECT_EQ((IntRect{18, 38, 481, 340}), drawing.PalletRect[0]);
@@ -587,11 +588,11 @@ TEST_F(Layout, TwoPalletWithOnePalletDrawsOnlyTheFirstSlot) {
 TEST_F(Layout, EveryRefreshHidesTheCaptionsTheNewLayoutDoesNotShow) {
     MakePallet(1250, 815);
     Area(1000, 701);
-    job.shown.PalletMode = kFourPallet;
+    job.shown.SetMode(kFourPallet);
     job.app.Settings.PalletCount = 4;
     drawing.Refresh(canvas);
     ASSERT_TRUE(drawing.Captions[3].Visible);
-    job.shown.PalletMode = kFlat;
+    job.shown.SetMode(kFlat);
     drawing.Refresh(canvas);
     EXPECT_TRUE(drawing.Captions[0].Visible);
     EXPECT_FALSE(drawing.Captions[1].Visible);
@@ -607,7 +608,7 @@ TEST_F(Layout, CaptionsKeepNoTextWhenTheirFontIsNotDefined) {
     ViewJob other("[MainDlg]\nL-PALLET-CAP=0,\"Pallet\"\nDRAW-STRING=2,\"x\"\n");
     other.AddPallet("P1250", 1250, 830, 1000);
     other.AddKoutei(1, "CUT", "P1250");
-    PalletDrawing d(other.app, other.shown, other.messages);
+    PlacedDrawing d(other);
     d.Refresh(canvas);
     // Font slot 0 has height 0: no text, no font, but the caption is still placed and shown.
     ExpectCaption(d.Captions[0], {0, 0, 1000, 28}, true, "");
@@ -645,8 +646,8 @@ TEST_F(Layout, AnEmptyProcessListDrawsOnlyTheBackground) {
 TEST_F(Layout, PalletsInViewPerMode) {
     using P = std::array<int32_t, 4>;
     auto view = [&](PalletView mode, int32_t current, int32_t count) {
-        job.shown.PalletMode = mode;
-        job.shown.CurrentPallet = current;
+        job.shown.SetMode(mode);
+        job.shown.SetPallet(current);
         job.app.Settings.PalletCount = count;
         return drawing.PalletsInView();
     };
@@ -678,7 +679,7 @@ class ScreenRects : public Layout {
     void SetUp() override {
         MakePallet(1250, 815);
         Area(1000, 701);
-        job.shown.PalletMode = kFourPallet;
+        job.shown.SetMode(kFourPallet);
         job.app.Settings.PalletCount = 4;
         part = &job.AddPart({.DisplayName = "SHELF", .SizeX = 287.4, .SizeY = 158.6});
         for (int32_t p = 1; p <= 4; ++p)
@@ -709,7 +710,7 @@ TEST_F(ScreenRects, AddTheSlotOffsetsOfThePallet) {
 
 TEST_F(ScreenRects, RecordsOfOtherProcessesOrHiddenPalletsAreNotOnTheView) {
     EXPECT_FALSE(drawing.ScreenRect(StackOn(otherProcessBlock)).has_value());
-    job.shown.PalletMode = kFlat;
+    job.shown.SetMode(kFlat);
     drawing.Refresh(canvas);
     EXPECT_TRUE(drawing.ScreenRect(StackOn(blockOf[1])).has_value());
     EXPECT_FALSE(drawing.ScreenRect(StackOn(blockOf[2])).has_value());

@@ -27,8 +27,8 @@ class InfoPanel : public ::testing::Test {
     void SetUp() override {
         job.AddKoutei(2, "SAW-2", "P");
         job.AddKoutei(1, "LASER-1", "P");
-        job.shown.CurrentKoutei = 1;  // by number: the second process in the list
-        job.shown.InfoRect = IntRect{0, 0, 430, 157};
+        job.shown.SetKoutei(1);  // by number: the second process in the list
+        panel.SetClient(IntRect{0, 0, 430, 157});
         part = &job.AddPart({.DisplayName = "SIDE PANEL", .SizeX = 1220.75, .SizeY = 607.125});
         part->DirText = "UD";
         part->Quantity = 48;
@@ -100,7 +100,7 @@ TEST_F(InfoPanel, RefreshDrawsTheBackgroundAndTheLinesBelowEachOther) {
 }
 
 TEST_F(InfoPanel, LinePositionsStartAtThePanelsTopLeft) {
-    job.shown.InfoRect = IntRect{5, 8, 435, 165};
+    panel.SetClient(IntRect{5, 8, 435, 165});
     DisplayList canvas;
     panel.Refresh(canvas, stack.Part);
     const std::vector<Primitive> labels = test::Labels(canvas);
@@ -126,7 +126,7 @@ TEST_F(InfoPanel, WhyAPartIsShortTakesAFourthLineAndTheFourShareTheHeight) {
 }
 
 TEST_F(InfoPanel, InALowPanelTheReasonMovesTheLinesCloser) {
-    job.shown.InfoRect = IntRect{0, 0, 430, 100};
+    panel.SetClient(IntRect{0, 0, 430, 100});
     DisplayList canvas;
     panel.Refresh(canvas, stack.Part, "why");
     const std::vector<Primitive> labels = test::Labels(canvas);
@@ -149,10 +149,10 @@ TEST_F(InfoPanel, NothingIsWrittenWhileNoPartIsPicked) {
 
 class ViewPanel : public ::testing::Test {
   protected:
-    void SetUp() override { job.shown.ViewRect = IntRect{0, 0, 301, 187}; }
+    void SetUp() override { panel.SetClient(IntRect{0, 0, 301, 187}); }
 
     ViewJob job;
-    PartsViewPanel panel{job.app, job.shown, job.messages};
+    PartsViewPanel panel{job.app, job.messages};
     DisplayList canvas;
 };
 
@@ -228,7 +228,7 @@ TEST_F(ViewPanel, AZeroSizeDoesNotBreakThePanel) {
 }
 
 TEST_F(ViewPanel, APanelTooLowForThePartDrawsNothingButRemembersTheSize) {
-    job.shown.ViewRect = IntRect{0, 0, 301, 10};
+    panel.SetClient(IntRect{0, 0, 301, 10});
     // sy = 60/(10 - 20) < 0 < sx = 120/301: Scale sx; ph = trunc(137.96) - trunc(12.54) = 125,
     // fh = 10 - 125 < 1: nothing at all is drawn.
     panel.ShowSize(canvas, 100, 50);
@@ -239,7 +239,7 @@ TEST_F(ViewPanel, APanelTooLowForThePartDrawsNothingButRemembersTheSize) {
 }
 
 TEST_F(ViewPanel, APanelWithoutWidthSurvives) {
-    job.shown.ViewRect = IntRect{0, 0, 0, 187};
+    panel.SetClient(IntRect{0, 0, 0, 187});
     panel.ShowSize(canvas, 100, 50);
     ASSERT_LE(canvas.Items().size(), 1u);
 }
@@ -258,8 +258,8 @@ TEST_F(ViewPanel, RepaintShowsTheLastSizeAgain) {
 
 TEST(ViewPanelFont, AMissingFontSkipsOnlyTheText) {
     ViewJob job("[MainDlg]\nVIEW-STRING=0,\"\"\n");
-    job.shown.ViewRect = IntRect{0, 0, 301, 187};
-    PartsViewPanel panel(job.app, job.shown, job.messages);
+    PartsViewPanel panel(job.app, job.messages);
+    panel.SetClient(IntRect{0, 0, 301, 187});
     DisplayList canvas;
     panel.ShowSize(canvas, 1220.75, 607.125);
     ASSERT_EQ(2u, canvas.Items().size());

@@ -14,6 +14,7 @@
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
 #include "support/MessageFile.h"
+#include "view/PalletDrawing.h"
 
 namespace kesto::test {
 
@@ -39,14 +40,13 @@ class ViewJob {
         WriteFile(path, messageText);
         EXPECT_EQ(0, messages.Load(path, op));
         app.Settings.FontHeight = {0, 12, 14, 20, 15};
-        shown.AreaRect = IntRect{0, 0, 1000, 700};
         app.Settings.PalletCount = 1;
-        shown.CurrentPallet = 1;
-        shown.CurrentKoutei = 1;
+        shown.SetPallet(1);
+        shown.SetKoutei(1);
         app.Settings.PalletPrefix = "PL";
         app.Settings.IsDirect = 0;
-        shown.IsBlockDraw = 0;
-        shown.HitByBlock = 0;
+        shown.SetStoredBlockDraw(0);
+        shown.SetHit(HitBy::Single);
     }
     ViewJob(const ViewJob&) = delete;
     ViewJob& operator=(const ViewJob&) = delete;
@@ -98,6 +98,19 @@ class ViewJob {
     MessageTable messages;
     CKestoApp app;
     ViewState shown;
+};
+
+// The drawing area of the tests' window, in pixels.
+inline constexpr IntRect kViewArea{0, 0, 1000, 700};
+
+// A drawing of the job placed in area, as the window places its drawing area.
+class PlacedDrawing : public PalletDrawing {
+  public:
+    explicit PlacedDrawing(ViewJob& job, const colour::Palette& palette = colour::kScreenPalette,
+                           const IntRect& area = kViewArea)
+        : PalletDrawing(job.app, job.shown, job.messages, palette) {
+        SetArea(area);
+    }
 };
 
 }  // namespace kesto::test

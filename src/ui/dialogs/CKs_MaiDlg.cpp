@@ -26,12 +26,12 @@ QRect ToQRect(const IntRect& r) {
 
 }  // namespace
 
-CKs_MaiDlg::CKs_MaiDlg(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
-                       const FontTable& fonts, Operator& op, const HaichiInfo& picked,
-                       double heightLimit, QWidget* parent)
+CKs_MaiDlg::CKs_MaiDlg(CKestoApp& app, std::optional<IntRect> overArea,
+                       const MessageTable& messages, const FontTable& fonts, Operator& op,
+                       const HaichiInfo& picked, double heightLimit, QWidget* parent)
     : QDialog(parent),
       app_(app),
-      shown_(shown),
+      overArea_(overArea),
       messages_(messages),
       fonts_(fonts),
       op_(op),
@@ -72,7 +72,7 @@ void CKs_MaiDlg::Prepare() {
     ApplyCaptions();
     ShowEditText();
     ApplyLayout();
-    if (shown_.PartsAllState == Visibility::Shown)
+    if (overArea_)
         PlaceOverArea();
 }
 
@@ -130,7 +130,7 @@ void CKs_MaiDlg::ApplyLayout() {
 void CKs_MaiDlg::PlaceOverArea() {
     // Over the all-parts dialog's lower half: from the drawing area's left edge, ending at
     // its vertical middle.
-    const IntRect& area = shown_.AreaWindowRect;
+    const IntRect& area = *overArea_;
     const int middle = area.Top + (area.Bottom - area.Top) / 2;
     move(area.Left + 2, middle - frameGeometry().height());
 }

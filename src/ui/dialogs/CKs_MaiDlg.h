@@ -5,8 +5,10 @@
 
 #include <QDialog>
 
+#include <optional>
 #include "app/CKestoApp.h"
-#include "app/ViewState.h"
+
+#include "app/Rect.h"
 #include "render/FontTable.h"
 #include "rules/MaiChoice.h"
 #include "support/MessageFile.h"
@@ -26,8 +28,9 @@ class CKs_MaiDlg : public QDialog {
     static constexpr int kHeight = 410;
 
     // picked is the drawing area's picked stack; heightLimit the greatest stack height of the
-    // pallet it shows.
-    CKs_MaiDlg(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
+    // pallet it shows; overArea the drawing area's rectangle on the screen while the all-parts
+    // list is shown there (the dialog then stands over the list's lower half).
+    CKs_MaiDlg(CKestoApp& app, std::optional<IntRect> overArea, const MessageTable& messages,
                const FontTable& fonts, Operator& op, const HaichiInfo& picked, double heightLimit,
                QWidget* parent = nullptr);
 
@@ -55,7 +58,7 @@ class CKs_MaiDlg : public QDialog {
     void OnOk();
 
     CKestoApp& app_;
-    const ViewState& shown_;  // placed over the drawing area while the all-parts list is shown
+    std::optional<IntRect> overArea_;
     const MessageTable& messages_;
     const FontTable& fonts_;
     Operator& op_;

@@ -74,7 +74,7 @@ QListWidget* CKs_PartsAllDlg::List() const {
 }
 
 void CKs_PartsAllDlg::Place(Visibility state) {
-    const PartsAllPlacement place = PlacePartsAll(shown_, state);
+    const PartsAllPlacement place = PlacePartsAll(area_.ScreenRect(), shown_.Mode(), state);
     const ControlRect& r = place.Rect;
     const QPoint screen(r.X, r.Y);
     const QPoint topLeft =
@@ -88,7 +88,7 @@ void CKs_PartsAllDlg::Place(Visibility state) {
     raise();
     update();
     LayOutControls();
-    Fill(shown_.CurrentKoutei);
+    Fill(shown_.Koutei());
 }
 
 void CKs_PartsAllDlg::LayOutControls() {
@@ -153,7 +153,7 @@ void CKs_PartsAllDlg::SelectRow(std::optional<size_t> row) {
 
 void CKs_PartsAllDlg::OnSortButton(SortButton button) {
     sortKey_ = NextSortKey(button, sortKey_);
-    Fill(shown_.CurrentKoutei);
+    Fill(shown_.Koutei());
 }
 
 std::optional<int32_t> CKs_PartsAllDlg::SelectedSeq() const {

@@ -34,7 +34,7 @@ class CKs_PartsAllDlg : public QWidget {
                     const FontTable& fonts, CKs_DrawArea& area, WhyShortFn why, QWidget* parent);
 
     // State 1 hides the dialog over the lower half of the drawing area; state 2 shows it there
-    // (over the whole area in FLAT), lays its controls out and fills it for CurrentKoutei.
+    // (over the whole area in FLAT), lays its controls out and fills it for the process in view.
     void Place(Visibility state);
     // Buttons and list from the client size, captions and fonts of "PartsAlInfDlg".
     void LayOutControls();

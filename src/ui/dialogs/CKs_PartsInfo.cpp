@@ -6,20 +6,19 @@
 
 namespace kesto {
 
-CKs_PartsInfo::CKs_PartsInfo(CKestoApp& app, ViewState& shown, const MessageTable& messages,
+CKs_PartsInfo::CKs_PartsInfo(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
                              const FontTable& fonts, const PalletDrawing& selection, WhyShortFn why,
                              QWidget* parent)
     : ImagePanel(fonts, parent),
       app_(app),
-      shown_(shown),
       selection_(selection),
       why_(std::move(why)),
       panel_(app, shown, messages) {
     setObjectName("CKs_PartsInfo");
 }
 
-void CKs_PartsInfo::PlacePanel() {
-    shown_.InfoRect = PlaceAt(shown_.InfoPlacement);
+void CKs_PartsInfo::PlacePanel(const IntRect& placement) {
+    panel_.SetClient(PlaceAt(placement));
     Refresh();
 }
 

@@ -18,22 +18,23 @@ class CKs_PartsInfo : public ImagePanel {
     Q_OBJECT
   public:
     // selection is the drawing whose Picked the panel shows; why tells why a part is short.
-    CKs_PartsInfo(CKestoApp& app, ViewState& shown, const MessageTable& messages,
+    CKs_PartsInfo(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
                   const FontTable& fonts, const PalletDrawing& selection, WhyShortFn why,
                   QWidget* parent);
-    // Takes InfoPlacement, stores the client rectangle in InfoRect and draws again.
-    void PlacePanel();
+    // Moves to placement (the main window's client pixels), keeps its client rectangle and
+    // draws again.
+    void PlacePanel(const IntRect& placement);
     // Draws the panel for the drawing's present Picked, else for the chosen part (background
     // only without either).
     void Refresh();
     // Shows part seq while no stack is picked (0: none) and draws again.
     void Choose(int32_t seq);
+    const PartsInfoPanel& Panel() const { return panel_; }
 
   private:
     const PartsInfo* Shown() const;
 
     CKestoApp& app_;
-    ViewState& shown_;
     const PalletDrawing& selection_;
     WhyShortFn why_;
     PartsInfoPanel panel_;

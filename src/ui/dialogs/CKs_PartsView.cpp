@@ -2,14 +2,14 @@
 
 namespace kesto {
 
-CKs_PartsView::CKs_PartsView(CKestoApp& app, ViewState& shown, const MessageTable& messages,
-                             const FontTable& fonts, QWidget* parent)
-    : ImagePanel(fonts, parent), app_(app), shown_(shown), panel_(app, shown, messages) {
+CKs_PartsView::CKs_PartsView(CKestoApp& app, const MessageTable& messages, const FontTable& fonts,
+                             QWidget* parent)
+    : ImagePanel(fonts, parent), app_(app), panel_(app, messages) {
     setObjectName("CKs_PartsView");
 }
 
-void CKs_PartsView::PlacePanel() {
-    shown_.ViewRect = PlaceAt(shown_.ViewPlacement);
+void CKs_PartsView::PlacePanel(const IntRect& placement) {
+    panel_.SetClient(PlaceAt(placement));
     Repaint();
 }
 

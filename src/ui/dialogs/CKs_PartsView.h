@@ -3,7 +3,6 @@
 #pragma once
 
 #include "app/CKestoApp.h"
-#include "app/ViewState.h"
 #include "render/FontTable.h"
 #include "support/MessageFile.h"
 #include "ui/draw/ImagePanel.h"
@@ -17,11 +16,11 @@ inline constexpr double kNoPartSize = -0.1;
 class CKs_PartsView : public ImagePanel {
     Q_OBJECT
   public:
-    CKs_PartsView(CKestoApp& app, ViewState& shown, const MessageTable& messages,
-                  const FontTable& fonts, QWidget* parent);
-    // Takes ViewPlacement, stores the client rectangle in ViewRect and shows the last size
-    // again.
-    void PlacePanel();
+    CKs_PartsView(CKestoApp& app, const MessageTable& messages, const FontTable& fonts,
+                  QWidget* parent);
+    // Moves to placement (the main window's client pixels), keeps its client rectangle and
+    // shows the last size again.
+    void PlacePanel(const IntRect& placement);
     // Shows a part of width w and length l (millimetres); kNoPartSize for both clears.
     void ShowSize(double w, double l);
     // Shows the last size again once one was shown; else only clears.
@@ -34,7 +33,6 @@ class CKs_PartsView : public ImagePanel {
 
   private:
     CKestoApp& app_;
-    ViewState& shown_;
     PartsViewPanel panel_;
     double sizeX_ = kNoPartSize;
     double sizeY_ = kNoPartSize;

@@ -22,13 +22,9 @@ constexpr int kStatusMargin = 4;
 
 }  // namespace
 
-CKs_DrawArea::CKs_DrawArea(CKestoApp& app, ViewState& shown, const MessageTable& messages,
+CKs_DrawArea::CKs_DrawArea(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
                            const FontTable& fonts, QWidget* parent)
-    : ImagePanel(fonts, parent),
-      app_(app),
-      shown_(shown),
-      fonts_(fonts),
-      drawing_(app, shown, messages) {
+    : ImagePanel(fonts, parent), app_(app), fonts_(fonts), drawing_(app, shown, messages) {
     setObjectName("CKs_DrawArea");
     for (size_t i = 0; i < captions_.size(); ++i) {
         captions_[i] = new QLabel(this);
@@ -71,13 +67,14 @@ void CKs_DrawArea::ShowRefusal(const std::vector<IntRect>& rects, const QString&
     update();
 }
 
-void CKs_DrawArea::PlaceArea() {
-    shown_.AreaRect = PlaceAt(shown_.AreaPlacement);
+void CKs_DrawArea::PlaceArea(const IntRect& placement) {
+    drawing_.SetArea(PlaceAt(placement));
+    const IntRect& client = drawing_.Area();
     const QPoint topLeft = isWindow() || parentWidget() == nullptr
                                ? geometry().topLeft()
                                : parentWidget()->mapToGlobal(geometry().topLeft());
-    shown_.AreaWindowRect = {topLeft.x(), topLeft.y(), topLeft.x() + shown_.AreaRect.Right,
-                             topLeft.y() + shown_.AreaRect.Bottom};
+    screenRect_ = {topLeft.x(), topLeft.y(), topLeft.x() + client.Right,
+                   topLeft.y() + client.Bottom};
 }
 
 void CKs_DrawArea::Refresh() {

@@ -34,12 +34,15 @@ inline constexpr int kDragImageHaloWidth = 6;
 class CKs_DrawArea : public ImagePanel {
     Q_OBJECT
   public:
-    CKs_DrawArea(CKestoApp& app, ViewState& shown, const MessageTable& messages,
+    CKs_DrawArea(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
                  const FontTable& fonts, QWidget* parent);
 
-    // Takes AreaPlacement, stores the client rectangle in AreaRect and the screen rectangle
-    // in AreaWindowRect, and starts a new image of the client size.
-    void PlaceArea();
+    // Moves to placement (the main window's client pixels), gives the drawing its client
+    // rectangle, keeps its rectangle on the screen and starts a new image of the client size.
+    void PlaceArea(const IntRect& placement);
+    // Where the area stands on the screen (AreaWindowRect); the dialogs shown over the
+    // drawing are placed by it.
+    const IntRect& ScreenRect() const { return screenRect_; }
     // Draws the whole view again: background, pallets, blocks, stacks, captions.
     void Refresh();
     // Paints one drawing mode (highlight, back to normal, ...) over the picture.
@@ -79,7 +82,7 @@ class CKs_DrawArea : public ImagePanel {
     void EditStep(const std::function<void(DrawingEdit&, Canvas&)>& step);
 
     CKestoApp& app_;
-    ViewState& shown_;  // its rectangles are written as the area places itself
+    IntRect screenRect_;
     const FontTable& fonts_;
     PalletDrawing drawing_;
     // Slots 1..4: controls 1045, 1048, 1046, 1047.

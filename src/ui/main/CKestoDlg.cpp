@@ -42,7 +42,7 @@ CKestoDlg::CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* paren
     drawArea_ = new CKs_DrawArea(app_, shown_, messages, fonts_, this);
     partsInfo_ =
         new CKs_PartsInfo(app_, shown_, messages, fonts_, drawArea_->Drawing(), WhyShort(), this);
-    partsView_ = new CKs_PartsView(app_, shown_, messages, fonts_, this);
+    partsView_ = new CKs_PartsView(app_, messages, fonts_, this);
     partsAll_ = new CKs_PartsAllDlg(app_, shown_, messages, fonts_, *drawArea_, WhyShort(), this);
     partsAll_->SetSortKey(sortkey::kSeqUp);
     ConnectCommands();
@@ -132,8 +132,8 @@ void CKestoDlg::ConnectCommands() {
     click(k3DToggle, [this] { On3D(); });
     click(kNestToggle, [this] { OnDirect(); });
     click(kBlockDrawToggle, [this] { OnBlockDraw(); });
-    click(kHitByBlock, [this] { OnHit(1); });
-    click(kHitSingle, [this] { OnHit(0); });
+    click(kHitByBlock, [this] { OnHit(HitBy::Block); });
+    click(kHitSingle, [this] { OnHit(HitBy::Single); });
     click(kFlatButton, [this] { OnView(PalletView::Flat); });
     click(kDanmenButton, [this] { OnView(PalletView::Danmen); });
     click(kFourPalletButton, [this] { OnView(PalletView::FourPallet); });
@@ -184,16 +184,16 @@ void CKestoDlg::EndDialog(OkCancel end) {
 // one, and again after every resize.
 void CKestoDlg::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    if (shown_.LayoutState == LayoutStep::NeverShown) {
-        shown_.LayoutState = LayoutStep::Due;
+    if (layoutStep_ == LayoutStep::NeverShown) {
+        layoutStep_ = LayoutStep::Due;
         ApplyLayout();
     }
 }
 
 void CKestoDlg::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
-    if (shown_.LayoutState != LayoutStep::NeverShown) {
-        shown_.LayoutState = LayoutStep::Due;
+    if (layoutStep_ != LayoutStep::NeverShown) {
+        layoutStep_ = LayoutStep::Due;
         RequestLayout();
     }
 }
@@ -207,15 +207,15 @@ void CKestoDlg::RequestLayout() {
 
 void CKestoDlg::ApplyLayout() {
     layoutQueued_ = false;
-    if (shown_.LayoutState == LayoutStep::NeverShown)
+    if (layoutStep_ == LayoutStep::NeverShown)
         return;
     LayoutPass();
     // The images were made anew at the panels' new sizes: everything is drawn again.
     drawArea_->Refresh();
     RepaintPanels();
     DrawHitDisplay();
-    if (shown_.LayoutState == LayoutStep::Due)
-        shown_.LayoutState = LayoutStep::LaidOut;
+    if (layoutStep_ == LayoutStep::Due)
+        layoutStep_ = LayoutStep::LaidOut;
     update();
 }
 

@@ -13,11 +13,13 @@
 
 #include "app/CKestoApp.h"
 #include "render/FontTable.h"
+#include "rules/PartsAllList.h"
 #include "rules/SmallBoxPages.h"
 #include "session/DrawingEdit.h"
 #include "session/JobSession.h"
 #include "ui/dialogs/ShortTipItem.h"
 #include "view/Controls.h"
+#include "view/MainLayout.h"
 
 class QComboBox;
 class QListWidget;
@@ -29,6 +31,13 @@ class CKs_DrawArea;
 class CKs_PartsInfo;
 class CKs_PartsView;
 class CKs_PartsAllDlg;
+
+// Where the main window's layout stands (LayoutState).
+enum class LayoutStep : int32_t {
+    NeverShown = 0,
+    Due = 2,  // shown or resized: laid out at the next chance
+    LaidOut = 3,
+};
 
 class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     Q_OBJECT
@@ -70,7 +79,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void OnPalletSelect();
     void OnGrid();
     void On3D();
-    void OnHit(int byBlock);
+    void OnHit(HitBy hit);
     void OnView(PalletView mode);
     void OnDirect();
     void OnBlockDraw();
@@ -104,13 +113,25 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     std::string PrintTo(QPrinter& printer);
     // The main window's all-parts list: picks the caret line's part in the drawing.
     void OnAllPartsSelect();
-    // Fills the all-parts dialog for CurrentKoutei.
+    // Fills the all-parts dialog for the process in view.
     void RefreshPartsAll();
 
     QWidget* Control(ControlId id) const;
     CKestoApp& App() { return app_; }
     DrawingEdit& Editing() { return *editing_; }
-    ViewState& Shown() { return shown_; }
+    const ViewState& Shown() const { return shown_; }
+    // Brings the screen up to date after a command: the lists, the part panels, the drawing,
+    // the buttons and the all-parts dialog that show what changed, and nothing else.
+    void Present(ChangeSet changed);
+    LayoutStep Layout() const { return layoutStep_; }
+    // Lets the next layout pass run as on a window being shown (the tests lay out a window
+    // that is never shown).
+    void MarkLayoutDue() { layoutStep_ = LayoutStep::Due; }
+    // The last layout pass's places of the controls and panels.
+    const MainLayout& LastLayout() const { return layout_; }
+    // Whether the operator wants the all-parts dialog shown (it is hidden for a moment while
+    // the view changes).
+    Visibility PartsAllState() const { return partsAllState_; }
     CKs_DrawArea* DrawArea() const { return drawArea_; }
     CKs_PartsInfo* PartsInfoPanel() const { return partsInfo_; }
     CKs_PartsView* PartsViewPanel() const { return partsView_; }
@@ -149,15 +170,16 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     WhyShortFn WhyShort();
     // The Seq of the list's selected line, none when no line is selected.
     std::optional<int32_t> SelectedSeq(const QListWidget* list) const;
-    void CommonRefresh();
+    // The part lists that show what changed.
+    void PresentLists(ChangeSet changed);
+    // The drawing again after a change, with the all-parts dialog over it.
+    void PresentDrawing(ChangeSet changed);
     // Both part panels drawn again.
     void RepaintPanels();
     // The picked stack's highlight over the drawing, when there is one.
     void DrawHitDisplay();
     // Message 15 when a rubber-band selection is in force; true then.
     bool RefusedForBand();
-    // After Retry or Auto: the picks of the old job are gone, the drawing shows the new one.
-    void ShowReloadedJob();
     // Closes the dialog once the session has ended the job.
     void EndIfJobEnded();
     void EndDialog(OkCancel end);
@@ -177,7 +199,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
 
     JobSession& session_;
     CKestoApp& app_;
-    ViewState& shown_;  // the session's view state: what this window shows
+    const ViewState& shown_;  // what this window shows; the session's commands change it
     // The arrangement toggle's two captions ("B-NEST-A" for IsDirect 0, "B-NEST-D" otherwise):
     // font numbers and texts, read by the first layout.
     std::array<int32_t, 2> nestCaptionFonts_{1, 1};
@@ -197,6 +219,9 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     int boxCaptionFont_ = 1;
     std::string boxCaptionPrefix_;
     bool layoutQueued_ = false;
+    LayoutStep layoutStep_ = LayoutStep::NeverShown;
+    MainLayout layout_;
+    Visibility partsAllState_ = Visibility::Hidden;
     bool ended_ = false;
     int endCode_ = 0;
     std::unique_ptr<DrawingEdit> editing_;
@@ -205,8 +230,6 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     QAction* printAction_ = nullptr;
     // The undo and redo items as the history now stands.
     void UpdateUndoActions();
-    // After an undo or redo: the lists, the drawing, the panels and OK as after any command.
-    void ShowRestoredJob();
 };
 
 }  // namespace kesto

@@ -23,22 +23,6 @@ std::optional<int32_t> CKestoDlg::SelectedSeq(const QListWidget* list) const {
     return SeqOfLine(EncodeText(selected.front()->text()));
 }
 
-void CKestoDlg::CommonRefresh() {
-    FillSmallBox(shown_.CurrentKoutei, shown_.CurrentBox);
-    FillTorioki(shown_.CurrentKoutei);
-    FillAllParts(shown_.CurrentKoutei);
-}
-
-void CKestoDlg::RepaintPanels() {
-    partsInfo_->Refresh();
-    partsView_->Repaint();
-}
-
-void CKestoDlg::DrawHitDisplay() {
-    if (drawArea_->Drawing().Selected().Picked() != kNoStack)
-        drawArea_->DrawParts(DrawMode::Highlight);
-}
-
 bool CKestoDlg::RefusedForBand() {
     if (drawArea_->Drawing().Selected().Band() == BandState::Off)
         return false;
@@ -50,22 +34,13 @@ void CKestoDlg::OnSelectKoutei() {
     const int row = schedule_->currentRow();
     if (row < 0)
         return;
-    shown_.CurrentKoutei = row + 1;
-    FillAllParts(shown_.CurrentKoutei);
-    FillSmallBox(shown_.CurrentKoutei, shown_.CurrentBox);
-    FillTorioki(shown_.CurrentKoutei);
-    partsView_->ShowSize(kNoPartSize, kNoPartSize);
-    drawArea_->Refresh();
-    RefreshPartsAll();
-    // The information panel names the process in view, as every repaint of the window shows.
-    partsInfo_->Refresh();
+    Present(session_.ChooseKoutei(row + 1));
 }
 
 void CKestoDlg::OnSelectSmallBox(int k) {
     for (int i = 1; i <= SmallBoxPages::kPerPage; ++i)
         SetChecked(kBoxButtons[i - 1], i == k);
-    shown_.CurrentBox = SmallBoxCode(boxPages_.BoxOnButton(k));
-    FillSmallBox(shown_.CurrentKoutei, shown_.CurrentBox);
+    Present(session_.ChooseBox(SmallBoxCode(boxPages_.BoxOnButton(k))));
 }
 
 void CKestoDlg::OnBoxPage(int direction) {
@@ -74,20 +49,11 @@ void CKestoDlg::OnBoxPage(int direction) {
 }
 
 void CKestoDlg::OnDown() {
-    if (!session_.Down(SelectedSeq(smallBox_)))
-        return;
-    CommonRefresh();
-    RefreshPartsAll();
-    FollowSetAside();
+    Present(session_.Down(SelectedSeq(smallBox_)));
 }
 
 void CKestoDlg::OnUp() {
-    if (!session_.Up(SelectedSeq(torioki_)))
-        return;
-    CommonRefresh();
-    partsView_->ShowSize(kNoPartSize, kNoPartSize);
-    RefreshPartsAll();
-    FollowSetAside();
+    Present(session_.Up(SelectedSeq(torioki_)));
 }
 
 void CKestoDlg::OnSelectTorioki() {
@@ -99,99 +65,64 @@ void CKestoDlg::OnSelectTorioki() {
 }
 
 void CKestoDlg::OnPalletSelect() {
-    shown_.CurrentPallet = palletSelect_->currentIndex() + 1;
-    drawArea_->Refresh();
-    RefreshPartsAll();
+    Present(session_.ChoosePallet(palletSelect_->currentIndex() + 1));
 }
 
 void CKestoDlg::OnGrid() {
-    shown_.GridFlag = static_cast<QPushButton*>(Control(kGridToggle))->isChecked() ? 1 : 0;
-    drawArea_->Refresh();
+    // The drawing follows the button, which toggled itself.
+    Present(session_.SetGrid(static_cast<QPushButton*>(Control(kGridToggle))->isChecked()) |
+            Change::Display);
 }
 
 void CKestoDlg::On3D() {
-    shown_.Is3D = shown_.Is3D == 0 ? 1 : 0;
-    drawArea_->Refresh();
+    Present(session_.Set3D(!shown_.Is3D()));
 }
 
-void CKestoDlg::OnHit(int byBlock) {
-    shown_.HitByBlock = byBlock;
-    SetChecked(kHitByBlock, byBlock == 1);
-    SetChecked(kHitSingle, byBlock == 0);
+void CKestoDlg::OnHit(HitBy hit) {
+    Present(session_.SetHit(hit));
 }
 
-// FLAT hides the all-parts dialog; the other views hide it while the drawing changes and show
-// it again over the new view.
 void CKestoDlg::OnView(PalletView mode) {
     if (RefusedForBand())
         return;
-    if (mode == PalletView::Flat) {
-        partsAll_->Place(Visibility::Hidden);
-        shown_.PartsAllState = Visibility::Hidden;
-    } else if (shown_.PartsAllState == Visibility::Shown) {
-        partsAll_->Place(Visibility::Hidden);
-    }
-    shown_.PalletMode = mode;
-    drawArea_->Refresh();
-    DrawHitDisplay();
-    if (mode != PalletView::Flat && shown_.PartsAllState == Visibility::Shown)
-        partsAll_->Place(Visibility::Shown);
-    RefreshPartsAll();
+    Present(session_.ChooseView(mode));
 }
 
 void CKestoDlg::OnDirect() {
+    ChangeSet changed = Change::Direct;
     if (editing_->SwitchDirect()) {
         const QSignalBlocker block(allParts_);
         allParts_->clearSelection();
-        OnHit(0);
+        changed |= session_.SetHit(HitBy::Single);
     }
-    const size_t slot = app_.Settings.IsDirect.IsNotZero() ? 1 : 0;
-    SetCaption(Control(kNestToggle), nestCaptionFonts_[slot], nestCaptionTexts_[slot]);
-    OnView(shown_.PalletMode);
+    Present(changed);
+    // The view is shown anew in the new mode.
+    OnView(shown_.Mode());
 }
 
 void CKestoDlg::OnBlockDraw() {
-    shown_.IsBlockDraw = shown_.IsBlockDraw == 0 ? 1 : 0;
-    drawArea_->Refresh();
-    // With outlines shown the highlight is drawn even without a pick.
-    if (drawArea_->Drawing().Selected().Picked() != kNoStack || app_.Settings.IsDirect.IsOne())
-        drawArea_->DrawParts(DrawMode::Highlight);
+    Present(session_.SwitchBlockDraw());
 }
 
 void CKestoDlg::OnInfo() {
     if (RefusedForBand())
         return;
     const Visibility state =
-        shown_.PartsAllState == Visibility::Hidden ? Visibility::Shown : Visibility::Hidden;
+        partsAllState_ == Visibility::Hidden ? Visibility::Shown : Visibility::Hidden;
     partsAll_->Place(state);
-    shown_.PartsAllState = state;
-    if (shown_.PartsAllState == Visibility::Hidden) {
+    partsAllState_ = state;
+    if (partsAllState_ == Visibility::Hidden) {
         RepaintPanels();
         DrawHitDisplay();
     }
 }
 
-void CKestoDlg::ShowReloadedJob() {
-    editing_->JobReloaded();
-    {
-        const QSignalBlocker block(allParts_);
-        allParts_->clearSelection();
-    }
-    drawArea_->Refresh();
-    FollowSetAside();
-    EndIfJobEnded();
-}
-
 void CKestoDlg::OnRetry() {
-    if (!session_.Retry())
-        return;
-    ShowReloadedJob();
-    RefreshPartsAll();
+    Present(session_.Retry());
 }
 
 void CKestoDlg::OnAuto() {
-    if (session_.Auto())
-        ShowReloadedJob();
+    Present(session_.Auto());
 }
 
 void CKestoDlg::OnOK() {

@@ -56,28 +56,13 @@ void CKestoDlg::ConnectEditing() {
 }
 
 void CKestoDlg::OnLeft() {
-    ToriokiChange change;
-    drawArea_->Draw([&](Canvas& canvas) { change = session_.Left(drawArea_->Drawing(), canvas); });
-    if (!change.Changed)
-        return;
-    // The lists the stacks left and joined; the small boxes and the part view stay as they are.
-    FillAllParts(shown_.CurrentKoutei);
-    FillTorioki(shown_.CurrentKoutei);
-    drawArea_->Refresh();
-    RefreshPartsAll();
-    // Nothing is picked any more: the information panel no longer describes the stacks.
-    partsInfo_->Refresh();
-    FollowSetAside();
+    ChangeSet changed;
+    drawArea_->Draw([&](Canvas& canvas) { changed = session_.Left(drawArea_->Drawing(), canvas); });
+    Present(changed);
 }
 
 void CKestoDlg::OnRight() {
-    session_.Right(SelectedSeq(torioki_), [this] {
-        CommonRefresh();
-        partsView_->ShowSize(kNoPartSize, kNoPartSize);
-        drawArea_->Refresh();
-        RefreshPartsAll();
-        FollowSetAside();
-    });
+    session_.Right(SelectedSeq(torioki_), [this](ChangeSet changed) { Present(changed); });
 }
 
 void CKestoDlg::OnMaiChg() {
@@ -87,7 +72,10 @@ void CKestoDlg::OnMaiChg() {
         return;
     int count = -1;
     {
-        CKs_MaiDlg dialog(app_, shown_, session_.Svc().Messages, fonts_, session_.Svc().Op,
+        const std::optional<IntRect> overArea = partsAllState_ == Visibility::Shown
+                                                    ? std::optional(drawArea_->ScreenRect())
+                                                    : std::nullopt;
+        CKs_MaiDlg dialog(app_, overArea, session_.Svc().Messages, fonts_, session_.Svc().Op,
                           *drawing.PickedStack(), drawing.ViewPallet.MaxStackHeight, this);
         count = dialog.Run();
     }
@@ -95,12 +83,8 @@ void CKestoDlg::OnMaiChg() {
     DrawHitDisplay();
     if (count == -1)
         return;
-    session_.ApplySheetCount(drawing, *start, count, [this] {
-        CommonRefresh();
-        drawArea_->Refresh();
-        drawArea_->DrawParts(DrawMode::Highlight);
-    });
-    UpdateUndoActions();
+    session_.ApplySheetCount(drawing, *start, count,
+                             [this](ChangeSet changed) { Present(changed); });
 }
 
 void CKestoDlg::ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rects) {
@@ -118,32 +102,13 @@ void CKestoDlg::UpdateUndoActions() {
 
 void CKestoDlg::OnUndo() {
     // Not in the middle of a drag: the press and the release belong to one step.
-    if (editing_->Tracking() || !session_.Undo(drawArea_->Drawing()))
-        return;
-    ShowRestoredJob();
+    if (!editing_->Tracking())
+        Present(session_.Undo(drawArea_->Drawing()));
 }
 
 void CKestoDlg::OnRedo() {
-    if (editing_->Tracking() || !session_.Redo(drawArea_->Drawing()))
-        return;
-    ShowRestoredJob();
-}
-
-void CKestoDlg::ShowRestoredJob() {
-    // The step is shown where it was taken: its process in the schedule, its pallet chosen.
-    SelectScheduleRow(shown_.CurrentKoutei - 1);
-    FillPalletSelect();
-    {
-        const QSignalBlocker block(palletSelect_);
-        palletSelect_->setCurrentIndex(shown_.CurrentPallet - 1);
-    }
-    CommonRefresh();
-    drawArea_->Refresh();
-    DrawHitDisplay();
-    RepaintPanels();
-    RefreshPartsAll();
-    FollowSetAside();
-    UpdateUndoActions();
+    if (!editing_->Tracking())
+        Present(session_.Redo(drawArea_->Drawing()));
 }
 
 void CKestoDlg::FollowSetAside() {

@@ -64,7 +64,7 @@ void CKestoDlg::TitlePass() {
 }
 
 void CKestoDlg::LayoutPass() {
-    if (shown_.LayoutState == LayoutStep::NeverShown)
+    if (layoutStep_ == LayoutStep::NeverShown)
         return;
     LabelPass();
     UpdateBoxButtons();
@@ -75,14 +75,12 @@ void CKestoDlg::LayoutPass() {
     }
     const size_t slot = app_.Settings.IsDirect.IsNotZero() ? 1 : 0;
     SetCaption(Control(kNestToggle), nestCaptionFonts_[slot], nestCaptionTexts_[slot]);
-    shown_.AreaPlacement = layout.AreaPlacement;
-    shown_.InfoPlacement = layout.InfoPlacement;
-    shown_.ViewPlacement = layout.ViewPlacement;
-    drawArea_->PlaceArea();
-    partsInfo_->PlacePanel();
-    partsView_->PlacePanel();
-    if (shown_.PartsAllState != Visibility::Hidden)
-        partsAll_->Place(shown_.PartsAllState);
+    layout_ = layout;
+    drawArea_->PlaceArea(layout.AreaPlacement);
+    partsInfo_->PlacePanel(layout.InfoPlacement);
+    partsView_->PlacePanel(layout.ViewPlacement);
+    if (partsAllState_ != Visibility::Hidden)
+        partsAll_->Place(partsAllState_);
 }
 
 }  // namespace kesto

@@ -109,8 +109,7 @@ void CKestoDlg::UpdateBoxButtons() {
         Control(id)->setEnabled(boxPages_.Defined(app_.BoxFlags, k));
         if (k == 1) {
             SetChecked(id, true);
-            shown_.CurrentBox = SmallBoxCode(n);
-            FillSmallBox(shown_.CurrentKoutei, shown_.CurrentBox);
+            Present(session_.ChooseBox(SmallBoxCode(n)));
         }
     }
 }
@@ -129,7 +128,7 @@ void CKestoDlg::ResetToggles() {
     SetChecked(kBoxButton3, false);
     SetChecked(kGridToggle, true);
     SetChecked(kNestToggle, true);
-    SetChecked(kBlockDrawToggle, shown_.IsBlockDraw != 0);
+    SetChecked(kBlockDrawToggle, shown_.StoredBlockDraw() != 0);
     SetChecked(k3DToggle, false);
 }
 
@@ -143,14 +142,14 @@ void CKestoDlg::ShowResetJob() {
     ResetToggles();
     FillSchedule();
     SelectScheduleRow(0);
-    FillAllParts(shown_.CurrentKoutei);
-    FillSmallBox(shown_.CurrentKoutei, shown_.CurrentBox);
+    FillAllParts(shown_.Koutei());
+    FillSmallBox(shown_.Koutei(), shown_.Box());
     FillPalletSelect();
 }
 
 void CKestoDlg::ShowPlacedJob() {
-    FillAllParts(shown_.CurrentKoutei);
-    FillTorioki(shown_.CurrentKoutei);
+    FillAllParts(shown_.Koutei());
+    FillTorioki(shown_.Koutei());
 }
 
 }  // namespace kesto

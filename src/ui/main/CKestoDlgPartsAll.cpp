@@ -48,7 +48,7 @@ void CKestoDlg::OnAllPartsSelect() {
 }
 
 void CKestoDlg::RefreshPartsAll() {
-    partsAll_->Fill(shown_.CurrentKoutei);
+    partsAll_->Fill(shown_.Koutei());
 }
 
 }  // namespace kesto

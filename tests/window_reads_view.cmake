@@ -1,0 +1,23 @@
+# Fails when the window could change what is viewed itself: the process, pallets, box, view and
+# toggles change only through the session's commands, which report the change the window then
+# shows (CKestoDlg::Present); the window holds a const ViewState&.
+file(GLOB_RECURSE ui_files ${ROOT}/src/ui/*)
+set(offenders "")
+foreach(f IN LISTS ui_files)
+  file(STRINGS ${f} writes REGEX "shown_?\\.(Set[A-Za-z0-9]+|Switch[A-Za-z]+)\\(")
+  file(STRINGS ${f} refs REGEX "ViewState&")
+  foreach(line IN LISTS refs)
+    string(REPLACE "const ViewState&" "" rest "${line}")
+    if(rest MATCHES "ViewState&")
+      list(APPEND writes "${line}")
+    endif()
+  endforeach()
+  if(writes)
+    list(APPEND offenders "${f}: ${writes}")
+  endif()
+endforeach()
+if(offenders)
+  message(FATAL_ERROR "The window changes the view:\n${offenders}")
+endif()
+list(LENGTH ui_files checked)
+message(STATUS "the window only reads the view (${checked} files checked)")
