@@ -69,8 +69,8 @@ int CKs_Haichi::FindRestoreBlock(const LengthRect& r, int storedPallet, int corn
     return found;
 }
 
-// One save-file line: 1 when restored or ignored, 0 when the restore fails.
-int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
+// One save-file line: done when restored or ignored, failed when the restore fails.
+Outcome CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
     SplitLine(line, f);
     const int32_t key = AtoL(f[0].empty() ? f[0] : f[0].substr(1));
     PartsInfo* part = nullptr;
@@ -82,10 +82,10 @@ int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
         part = it != app_.PartsList.end() ? &*it : nullptr;
     }
     if (part == nullptr || !IsPalletCode(part->Destination))
-        return 1;
+        return Outcome::Done();
     KouteiInfo* koutei = app_.KouteiByNo(part->KouteiNo);
     if (koutei == nullptr)
-        return 1;
+        return Outcome::Done();
     CurKoutei = koutei;
     ComputeBounds(koutei);
     const int32_t count = AtoL(f[4]);
@@ -95,14 +95,14 @@ int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
     const auto corner = static_cast<uint8_t>(AtoL(f[16]));
     // Unplaced parts are saved with block -1: such a file is not restored.
     if (stored == -1)
-        return 0;
+        return Outcome::Failed();
     // A block that this job's table does not hold names no pallet: the line is ignored.
     const BlockInfo* storedBlock = app_.Blocks.At(stored);
     if (storedBlock == nullptr)
-        return 1;
+        return Outcome::Done();
     HaichiInfo* h = app_.AddHaichiInfo();
     if (h == nullptr)
-        return 0;
+        return Outcome::Failed(error::kNoMemoryForStack);
     h->X = r.X1;
     h->Y = r.Y0;
     h->Corner = corner;
@@ -116,26 +116,26 @@ int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
     b.Occupant = part->Seq;
     part->PiecesPlaced = AddClamped(part->PiecesPlaced, count);
     MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, part);
-    return 1;
+    return Outcome::Done();
 }
 
-int CKs_Haichi::RestorePlacement(const std::string& path) {
+Outcome CKs_Haichi::RestorePlacement(const std::string& path) {
     const CallScope call(*this);
     if (app_.PartsList.Empty() || app_.KouteiList.Empty())
-        return 1;
+        return Outcome::Done();
     if (path.empty() || FileExists(path) == 0)
-        return 1;
+        return Outcome::Done();
     TextFile file;
     if (OpenFile(path, "rt", file) == 0)
-        return 0;
+        return Outcome::Failed();
     IndexScope scope(*this);
     std::string line;
     FieldList fields;
     while (ReadLine(line, file.get()) >= 0) {
-        if (RestoreLine(line, fields) == 0)
-            return 0;
+        if (const Outcome restored = RestoreLine(line, fields); !restored.Ok())
+            return restored;
     }
-    return 1;
+    return Outcome::Done();
 }
 
 namespace {

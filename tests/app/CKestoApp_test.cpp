@@ -26,7 +26,6 @@ TEST_F(CKestoAppTest, StartedEmptyWithItsDefaults) {
     EXPECT_EQ(shown.PartsAllState, Visibility::Hidden);
     EXPECT_EQ(app.Settings.InchMode, 0);
     EXPECT_EQ(app.Settings.OffsetSet, 0);
-    EXPECT_EQ(app.Run.ErrorCode, 0);
     EXPECT_TRUE(app.PartsList.Empty());
     EXPECT_EQ(app.HaichiList.Count, 0);
 }
@@ -51,7 +50,6 @@ TEST_F(CKestoAppTest, AddHaichiInfoWithoutMemory) {
         rec = app.AddHaichiInfo();
     }
     EXPECT_EQ(rec, nullptr);
-    EXPECT_EQ(app.Run.ErrorCode, 9015);
     EXPECT_EQ(app.HaichiList.Count, 0);
 }
 

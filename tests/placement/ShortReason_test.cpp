@@ -43,8 +43,9 @@ class ShortReasonTest : public PlacementTest {
             AddBlock(1, 1, i * (100 + gap), 0, i * (100 + gap) + 100, 100);
     }
     void PlaceAll() {
-        ASSERT_EQ(
-            CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore), 1);
+        ASSERT_TRUE(CKs_Haichi(*app, services)
+                        .PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore)
+                        .Ok());
     }
     ShortReason Why(const PartsInfo& part) {
         std::optional<ShortReason> r = WhyShort(*app, services, part);
@@ -225,7 +226,8 @@ TEST_F(ShortReasonTest, TheOperatorsSheetCountIsNamedWhenTheRestackedPartFallsSh
     CKs_Haichi engine(*app, services, CandidatePallets(shown, app->Settings.PalletCount));
     engine.RebuildCorners(&k, {});
     p.PerStackLimit = 4;
-    engine.PlaceOnePart(&p, &k, Stacking::AllPalletsCapped, QuantityShare::SharedOut);
+    ASSERT_TRUE(
+        engine.PlaceOnePart(&p, &k, Stacking::AllPalletsCapped, QuantityShare::SharedOut).Ok());
     p.PerStackLimit = 0;
     p.OperatorPerStack = 4;
     ASSERT_EQ(p.PiecesPlaced, 4);
