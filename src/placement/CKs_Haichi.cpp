@@ -93,10 +93,7 @@ PlacementIndex* CKs_Haichi::Index() const {
 }
 
 LengthRect CKs_Haichi::BoundsOf(const KouteiInfo* koutei) const {
-    if (koutei == nullptr || index_ == nullptr)
-        return ProcessBounds(app_, koutei);
-    const PlacementIndex::Process* p = index_->Find(koutei->No);
-    return p != nullptr ? p->Bounds : LengthRect{kNoBound, kNoBound, -kNoBound, -kNoBound};
+    return ProcessBounds(app_, index_.get(), koutei);
 }
 
 void CKs_Haichi::ComputeBounds(const KouteiInfo* koutei) {
@@ -114,10 +111,15 @@ CornerQuery CKs_Haichi::Query() const {
 
 std::vector<HaichiInfo*> CKs_Haichi::StacksOf(const PartsInfo* part, size_t limit) {
     if (const PlacementIndex* index = Index()) {
-        const std::vector<HaichiInfo*>* all = index->StacksOf(part);
-        if (all == nullptr)
+        const std::vector<StackId>* ids = index->StacksOf(part);
+        if (ids == nullptr)
             return {};
-        return {all->begin(), all->begin() + static_cast<ptrdiff_t>(std::min(limit, all->size()))};
+        // The index files stacks by id: the job's own list gives them for changing.
+        std::vector<HaichiInfo*> stacks;
+        stacks.reserve(std::min(limit, ids->size()));
+        for (size_t i = 0; i < ids->size() && i < limit; ++i)
+            stacks.push_back(app_.HaichiList.Find((*ids)[i]));
+        return stacks;
     }
     std::vector<HaichiInfo*> stacks;
     for (HaichiInfo& h : app_.HaichiList) {

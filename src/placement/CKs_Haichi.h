@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -162,18 +161,6 @@ class CKs_Haichi {
                          int top, int right, int bottom, DropPlacement placement,
                          const DropInput& drop);
 
-    // What the blocks of koutei offer a stack of part as the job stands: those that could take
-    // one on empty pallets (in some corner the pallet's edges and the process's area allow
-    // it), and whether one of them would take the next stack now.
-    struct BlockRoom {
-        std::vector<int> Fitting;  // block indexes
-        bool Free = false;
-    };
-    // Changes nothing in the job.
-    BlockRoom RoomFor(const KouteiInfo& koutei, const PartsInfo& part);
-    // Runs survey with one placement index kept over all the RoomFor calls it makes.
-    void Survey(const std::function<void()>& survey);
-
   private:
     // The operations as the engine runs them on its current process and part.
     Outcome PlaceKoutei(PlacedCounts counts, SavedPlacement saved);
@@ -247,8 +234,10 @@ class CKs_Haichi {
     CornerQuery Query() const;
 
     // RestorePlacement's steps.
+    // The first part of the list with each save key.
+    class SaveKeyParts;
     // fields: the split's work space, kept over the lines of one file.
-    Outcome RestoreLine(const std::string& line, FieldList& fields);
+    Outcome RestoreLine(const std::string& line, FieldList& fields, const SaveKeyParts& parts);
     int FindRestoreBlock(const LengthRect& r, int storedPallet, int corner) const;
     // TrimExcess's removal of emptied stacks, with one corner rebuild per touched process.
     void RemoveEmptyStacks();

@@ -137,46 +137,4 @@ Outcome CKs_Haichi::StackOverBlocks(Stacking mode, const std::array<int, 4>& can
     return result;
 }
 
-CKs_Haichi::BlockRoom CKs_Haichi::RoomFor(const KouteiInfo& koutei, const PartsInfo& part) {
-    BlockRoom room;
-    if (koutei.Pallet == nullptr)
-        return room;
-    IndexScope scope(*this);
-    const double sx = part.SizeX, sy = part.SizeY;
-    const PalletInfo& pal = *koutei.Pallet;
-    const CornerQuery query(app_, index_.get(), &koutei, &part, BoundsOf(&koutei));
-    const bool anywhere = query.CoversArea(sx, sy);
-    // The process's blocks in table order, from the index when there is one.
-    std::vector<int> scanned;
-    const std::vector<int>* blocks = &scanned;
-    if (index_ != nullptr) {
-        if (const PlacementIndex::Process* p = index_->Find(koutei.No))
-            blocks = &p->Blocks;
-    } else {
-        std::ranges::copy(app_.Blocks.OfProcess(koutei.No), std::back_inserter(scanned));
-    }
-    room.Fitting.reserve(blocks->size());
-    for (int i : *blocks) {
-        if (query.CouldHold(app_.Blocks[i], sx, sy, pal, anywhere))
-            room.Fitting.push_back(i);
-    }
-    for (int i : room.Fitting) {
-        const BlockInfo& b = app_.Blocks[i];
-        if (b.Occupant != kNoOccupant && b.Occupant != part.Seq)
-            continue;
-        uint8_t blocked = 0;
-        CornerPlace at;
-        if (query.NextCorner(i, blocked, at) != 0) {
-            room.Free = true;
-            break;
-        }
-    }
-    return room;
-}
-
-void CKs_Haichi::Survey(const std::function<void()>& survey) {
-    IndexScope scope(*this);
-    survey();
-}
-
 }  // namespace kesto

@@ -152,6 +152,15 @@ TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {
     EXPECT_EQ(app->Blocks[0].CornerMask, 8);
 }
 
+TEST_F(RestoreTest, ALineGoesToTheFirstPartWithItsSaveKey) {
+    GridJob();
+    PartsInfo& first = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .SaveKey = 1});
+    PartsInfo& second = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .SaveKey = 1});
+    ASSERT_TRUE(Restore({Line("A1", 940, 160, 50, 50, 4, 0, 8)}).Ok());
+    EXPECT_EQ(first.PiecesPlaced, 4);
+    EXPECT_EQ(second.PiecesPlaced, 0);
+}
+
 TEST_F(RestoreTest, LastCoveredBlockWins) {
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 410, .Quantity = 1});

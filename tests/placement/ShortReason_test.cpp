@@ -48,7 +48,7 @@ class ShortReasonTest : public PlacementTest {
                         .Ok());
     }
     ShortReason Why(const PartsInfo& part) {
-        std::optional<ShortReason> r = WhyShort(*app, services, part);
+        std::optional<ShortReason> r = WhyShort(*app, part);
         EXPECT_TRUE(r.has_value());
         return r.value_or(ShortReason{});
     }
@@ -62,14 +62,14 @@ TEST_F(ShortReasonTest, AWhollyPlacedPartHasNoReason) {
     PartsInfo& p = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 5});
     PlaceAll();
     ASSERT_EQ(p.PiecesPlaced, 5);
-    EXPECT_FALSE(WhyShort(*app, services, p).has_value());
+    EXPECT_FALSE(WhyShort(*app, p).has_value());
 }
 
 TEST_F(ShortReasonTest, APartForASmallBoxHasNoReason) {
     OneBlockJob();
     PartsInfo& p = AddPart(
         {.SizeX = 600, .SizeY = 500, .Quantity = 5, .Destination = destination::kFirstSmallBox});
-    EXPECT_FALSE(WhyShort(*app, services, p).has_value());
+    EXPECT_FALSE(WhyShort(*app, p).has_value());
 }
 
 TEST_F(ShortReasonTest, PiecesTheOperatorSetAsideAreTheReasonWhenTheyAreAllThatIsMissing) {
@@ -269,7 +269,7 @@ TEST_F(ShortReasonTest, AllShortPartsComeInListOrderWithTheirOwnReasons) {
     PartsInfo& b = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 3});
     PartsInfo& c = AddPart({.KouteiNo = 2, .SizeX = 10, .SizeY = 10, .Quantity = 1});
     PlaceAll();
-    const std::vector<ShortPart> all = WhyShortAll(*app, services);
+    const std::vector<ShortPart> all = WhyShortAll(*app);
     ASSERT_EQ(all.size(), 2u);
     EXPECT_EQ(all[0].Part, &b);
     EXPECT_EQ(all[0].Reason.Cause, ShortCause::BlocksTaken);
