@@ -39,7 +39,7 @@ int FuzzPalletFile(FuzzSite& site, const uint8_t* data, size_t size) {
     CKestoApp app;
     app.Run.CommandLine = "kesto " + site.Path("pallet/pallets.txt") + " 0 0 0 0 1";
     app.ParseCommandLine();
-    if (ReadPalletFile(app) == 0)
+    if (!ReadPalletFile(app).Ok())
         return -1;
     return app.PalletList.Count;
 }
@@ -51,18 +51,17 @@ int FuzzJobFile(FuzzSite& site, const uint8_t* data, size_t size) {
     site.Write("job/job.txt", data, size);
     MessageTable messages;
     CKestoApp app;
-    if (ReadJobFile(app, site.Make(messages)) == 0)
+    if (!ReadJobFile(app, site.Make(messages)).Ok())
         return -1;
     return app.PartsList.Count;
 }
 
 int FuzzOutlineFile(FuzzSite& site, const uint8_t* data, size_t size) {
     site.Write("outline/part.txt", data, size);
-    CKestoApp app;
     PartsInfo part;
     part.OutlinePath = site.Path("outline/part.txt");
     part.HasOutline = 1;
-    if (ReadOutline(app, part) == 0)
+    if (!ReadOutline(part).Ok())
         return -1;
     return part.ShapeCount;
 }
@@ -73,7 +72,7 @@ int FuzzMessageFile(FuzzSite& site, const uint8_t* data, size_t size) {
     MessageTable messages;
     const Services services = site.Make(messages);
     CKestoApp app;
-    if (app.InitSettings(services) == 0)
+    if (!app.InitSettings(services).Ok())
         return -1;
     // What the window looks up first: its title, a message and the pallet choice.
     messages.GetFontText("KakuDlg", "TitleName");

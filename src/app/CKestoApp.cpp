@@ -1,7 +1,6 @@
 #include "app/CKestoApp.h"
 
 #include <utility>
-#include "app/Codes.h"
 
 #include <algorithm>
 #include <new>
@@ -16,7 +15,6 @@ HaichiInfo* CKestoApp::AddHaichiInfo() {
         rec.Corner = 0;
         return &rec;
     } catch (const std::bad_alloc&) {
-        Run.ErrorCode = error::kNoMemoryForStack;
         return nullptr;
     }
 }

@@ -13,6 +13,7 @@
 #include "app/Codes.h"
 #include "app/DirectMode.h"
 #include "app/JobModel.h"
+#include "app/Outcome.h"
 #include "app/Rect.h"
 #include "app/StackList.h"
 #include "support/Services.h"
@@ -42,11 +43,10 @@ struct JobSettings {
     std::string PalletPrefix;
 };
 
-// The program's run around the job: its command line, the first failure and how it ends.
+// The program's run around the job: its command line and how it ends.
 struct JobRun {
     std::string CommandLine;     // the whole command line, the program's own path included
     std::string PalletFilePath;  // token 2 of the command line
-    int32_t ErrorCode = 0;       // the first failure of start-up, input, placement or output
     int32_t ExitParam = 0;       // the code the process ends with (wParam of the last message)
     OkCancel DialogEnd = OkCancel::Cancel;  // DialogOk: OK once the job ended with OK
 };
@@ -68,7 +68,8 @@ class CKestoApp {
     JobRun Run;
 
     // --- model operations ------------------------------------------------------------
-    HaichiInfo* AddHaichiInfo();  // null and ErrorCode 9015 when out of memory
+    // Null when out of memory: its callers fail with error::kNoMemoryForStack.
+    HaichiInfo* AddHaichiInfo();
     void RemoveHaichiInfo(HaichiInfo* rec);
     int HasKoutei(int32_t no) const;
     // The first process numbered no, or null.
@@ -83,13 +84,16 @@ class CKestoApp {
     const PalletInfo* PalletByName(const std::string& name) const;
 
     // --- start-up and exit (settings, command line, input) ------------------------------
-    int InitSettings(const Services& services);  // 1 on success
+    // Failed with 9001 when the settings file is missing, and without a code when its messages
+    // cannot be loaded.
+    Outcome InitSettings(const Services& services);
     // Empties the job lists and flags, reads the job's per-user value ("IsDirect", once a run).
     void ReadRegistrySettings(HostStore& host);
     void WriteRegistrySettings(HostStore& host);
     void ParseCommandLine();  // from CommandLine
-    // Command line, pallet file, job file; 1 on success.
-    int ReadInput(const Services& services);
+    // Command line, pallet file, job file: the outcome of the first reader that fails (its code
+    // also becomes ExitParam), else that of the job file.
+    Outcome ReadInput(const Services& services);
     // PalletCount/PalletPrefix from "PalletSelect"/"PalletInfo"; LoadAndPlace reads them each
     // time the job is placed.
     void ReadPalletSelect(const MessageTable& messages);

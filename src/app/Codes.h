@@ -7,8 +7,9 @@
 
 namespace kesto {
 
-// ErrorCode values: the first failure of start-up, input, placement or output.
+// The error codes of start-up, input, placement and output (Outcome::Code).
 namespace error {
+inline constexpr int32_t kNone = 0;
 inline constexpr int32_t kSettingsFileMissing = 9001;  // "Kesto.ini" not found
 inline constexpr int32_t kJobFileMissing = 9010;
 inline constexpr int32_t kJobFileUnreadable = 9011;

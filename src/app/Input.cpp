@@ -3,14 +3,15 @@
 
 namespace kesto {
 
-int CKestoApp::ReadInput(const Services& services) {
+Outcome CKestoApp::ReadInput(const Services& services) {
     ParseCommandLine();
     // Every reader stops at its first failure, so only the first code is reported.
-    if (ReadPalletFile(*this) == 0 || ReadJobFile(*this, services) == 0) {
-        Run.ExitParam = Run.ErrorCode;
-        return 0;
-    }
-    return 1;
+    Outcome read = ReadPalletFile(*this);
+    if (read.Ok())
+        read = ReadJobFile(*this, services);
+    if (!read.Ok())
+        Run.ExitParam = read.Code();
+    return read;
 }
 
 }  // namespace kesto

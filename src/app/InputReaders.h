@@ -9,24 +9,26 @@
 
 namespace kesto {
 
-// Pallet file named by command-line token 2 (app.Run.PalletFilePath). 1 on success;
-// 0 with ErrorCode 9020 (not given or missing), 9021 (cannot open), 9022 (no memory).
-int ReadPalletFile(CKestoApp& app);
+// Pallet file named by command-line token 2 (app.Run.PalletFilePath). Failed with 9020 (not
+// given or missing), 9021 (cannot open) or 9022 (no memory).
+Outcome ReadPalletFile(CKestoApp& app);
 // Reads one open pallet file's lines into PalletList and BoxFlags (used by ReadPalletFile).
-int ReadPalletLines(CKestoApp& app, std::FILE* file);
+Outcome ReadPalletLines(CKestoApp& app, std::FILE* file);
 
-// Job file of setup key "IEJ" (kind 94). 1 on success; 0 with ErrorCode 9010/9011/9012..9014.
-int ReadJobFile(CKestoApp& app, const Services& services);
+// Job file of setup key "IEJ" (kind 94). Failed with 9010/9011/9012..9014; done, possibly
+// with the outlines' 9026.
+Outcome ReadJobFile(CKestoApp& app, const Services& services);
 // Reads one open job file's lines into the lists (used by ReadJobFile).
-int ReadJobLines(CKestoApp& app, std::FILE* file);
+Outcome ReadJobLines(CKestoApp& app, std::FILE* file);
 // The selection sort of PartsList by process, group key and decreasing size.
 void SortParts(CKestoApp& app, Operator& op);
 
-// Reads part.OutlinePath into part.Shapes. 1 on success, 0 when missing or unreadable
-// (ErrorCode 9026 when the file exists but cannot be opened).
-int ReadOutline(CKestoApp& app, PartsInfo& part);
-// Reads the outlines of these parts, several at once, with the outcome ReadOutline would give
-// for each in turn; a part whose outline is not read gets HasOutline 0.
-void ReadOutlines(CKestoApp& app, const std::vector<PartsInfo*>& parts);
+// Reads part.OutlinePath into part.Shapes. Failed when missing or unreadable, with 9026 when
+// the file exists but cannot be opened.
+Outcome ReadOutline(PartsInfo& part);
+// Reads the outlines of these parts, several at once; a part whose outline is not read gets
+// HasOutline 0. Done, with 9026 when one of the files exists but cannot be opened: the job is
+// drawn without those outlines.
+Outcome ReadOutlines(const std::vector<PartsInfo*>& parts);
 
 }  // namespace kesto

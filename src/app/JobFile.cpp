@@ -16,21 +16,21 @@ constexpr int32_t kUncountedBoxNo = 100;
 
 enum class Section { None, Box, Koutei, Parts };
 
-// Appends a record; on allocation failure stores code and returns null.
+// Appends a record; null on allocation failure.
 template <class T>
-T* AppendRecord(CKestoApp& app, RecordList<T>& list, int32_t code) {
+T* AppendRecord(RecordList<T>& list) {
     try {
         return &list.Append();
     } catch (const std::bad_alloc&) {
-        app.Run.ErrorCode = code;
         return nullptr;
     }
 }
 
-bool AddBox(CKestoApp& app, const FieldList& f) {
-    BoxInfo* box = AppendRecord(app, app.BoxList, error::kNoMemoryForBox);
+// Each Add fails with the code of its section's allocation failure.
+Outcome AddBox(CKestoApp& app, const FieldList& f) {
+    BoxInfo* box = AppendRecord(app.BoxList);
     if (box == nullptr)
-        return false;
+        return Outcome::Failed(error::kNoMemoryForBox);
     box->Name = CutField(f[0], kName32);
     box->No = AtoL(f[1]);
     box->Kind = AtoL(f[2]);
@@ -38,19 +38,19 @@ bool AddBox(CKestoApp& app, const FieldList& f) {
     // Boxes numbered 100 or more stay in the list but are invisible to its users.
     if (box->No < kUncountedBoxNo)
         ++app.BoxList.Count;
-    return true;
+    return Outcome::Done();
 }
 
-bool AddKoutei(CKestoApp& app, const FieldList& f) {
-    KouteiInfo* koutei = AppendRecord(app, app.KouteiList, error::kNoMemoryForKoutei);
+Outcome AddKoutei(CKestoApp& app, const FieldList& f) {
+    KouteiInfo* koutei = AppendRecord(app.KouteiList);
     if (koutei == nullptr)
-        return false;
+        return Outcome::Failed(error::kNoMemoryForKoutei);
     koutei->No = AtoL(f[0]);
     koutei->Name = CutField(f[1], kName32);
     koutei->PalletName = CutField(f[2], kName32);
     koutei->Pallet = nullptr;
     ++app.KouteiList.Count;
-    return true;
+    return Outcome::Done();
 }
 
 std::string DirTextOf(int32_t dirCode) {
@@ -94,21 +94,21 @@ void FillPart(PartsInfo& part, const FieldList& f) {
 }
 
 // outlines: the parts whose outline is read once the file is read.
-bool AddPart(CKestoApp& app, const FieldList& f, std::vector<PartsInfo*>& outlines) {
-    PartsInfo* part = AppendRecord(app, app.PartsList, error::kNoMemoryForPart);
+Outcome AddPart(CKestoApp& app, const FieldList& f, std::vector<PartsInfo*>& outlines) {
+    PartsInfo* part = AppendRecord(app.PartsList);
     if (part == nullptr)
-        return false;
+        return Outcome::Failed(error::kNoMemoryForPart);
     part->Seq = app.PartsList.Count + 1;
     FillPart(*part, f);
     ++app.PartsList.Count;
     if (part->HasOutline == 1)
         outlines.push_back(part);
-    return true;
+    return Outcome::Done();
 }
 
 // fields: the split's work space, kept over the lines of the file.
-bool AddRecord(CKestoApp& app, Section section, const std::string& line, FieldList& fields,
-               std::vector<PartsInfo*>& outlines) {
+Outcome AddRecord(CKestoApp& app, Section section, const std::string& line, FieldList& fields,
+                  std::vector<PartsInfo*>& outlines) {
     SplitLine(line, fields);
     switch (section) {
         case Section::Box:
@@ -120,7 +120,7 @@ bool AddRecord(CKestoApp& app, Section section, const std::string& line, FieldLi
         case Section::None:
             break;
     }
-    return true;
+    return Outcome::Done();
 }
 
 // A header only counts outside a section; inside one it is a record line of that section.
@@ -136,7 +136,7 @@ Section SectionOf(const std::string& line) {
 
 }  // namespace
 
-int ReadJobLines(CKestoApp& app, std::FILE* file) {
+Outcome ReadJobLines(CKestoApp& app, std::FILE* file) {
     Section section = Section::None;
     std::string line;
     FieldList fields;
@@ -147,32 +147,29 @@ int ReadJobLines(CKestoApp& app, std::FILE* file) {
             section = SectionOf(line);
         } else if (line == "#End") {
             section = Section::None;
-        } else if (!AddRecord(app, section, line, fields, outlines)) {
-            return 0;
+        } else if (const Outcome added = AddRecord(app, section, line, fields, outlines);
+                   !added.Ok()) {
+            return added;
         }
     }
     // A part without a readable outline is drawn without one; the job goes on.
-    ReadOutlines(app, outlines);
-    return 1;
+    return ReadOutlines(outlines);
 }
 
-int ReadJobFile(CKestoApp& app, const Services& services) {
+Outcome ReadJobFile(CKestoApp& app, const Services& services) {
     const std::string path = GetDataFilePath(services, DataFile::Job);
-    if (path.empty() || FileExists(path) == 0) {
-        app.Run.ErrorCode = error::kJobFileMissing;
-        return 0;
-    }
+    if (path.empty() || FileExists(path) == 0)
+        return Outcome::Failed(error::kJobFileMissing);
     TextFile file;
-    if (OpenFile(path, "rt", file) == 0) {
-        app.Run.ErrorCode = error::kJobFileUnreadable;
-        return 0;
-    }
-    if (ReadJobLines(app, file.get()) == 0)
-        return 0;
+    if (OpenFile(path, "rt", file) == 0)
+        return Outcome::Failed(error::kJobFileUnreadable);
+    const Outcome read = ReadJobLines(app, file.get());
+    if (!read.Ok())
+        return read;
     file.Close();
     if (!app.PartsList.Empty() && !app.KouteiList.Empty())
         SortParts(app, services.Op);
-    return 1;
+    return read;
 }
 
 }  // namespace kesto

@@ -95,12 +95,12 @@ WholeFile LoadOutline(PartsInfo& part) {
     return WholeFile::Read;
 }
 
-// The outcome as the job keeps it: 1 read; 0 not, with ErrorCode 9026 for a file that exists
-// but cannot be opened.
-int Record(CKestoApp& app, WholeFile read) {
-    if (read == WholeFile::Unreadable)
-        app.Run.ErrorCode = error::kOutlineUnreadable;
-    return read == WholeFile::Read ? 1 : 0;
+// Failed when not read, with 9026 for a file that exists but cannot be opened.
+Outcome OutcomeOf(WholeFile read) {
+    if (read == WholeFile::Read)
+        return Outcome::Done();
+    return Outcome::Failed(read == WholeFile::Unreadable ? error::kOutlineUnreadable
+                                                         : error::kNone);
 }
 
 // Below this many outlines a second thread costs more than it saves.
@@ -108,11 +108,11 @@ constexpr size_t kOutlinesPerThread = 64;
 
 }  // namespace
 
-int ReadOutline(CKestoApp& app, PartsInfo& part) {
-    return Record(app, LoadOutline(part));
+Outcome ReadOutline(PartsInfo& part) {
+    return OutcomeOf(LoadOutline(part));
 }
 
-void ReadOutlines(CKestoApp& app, const std::vector<PartsInfo*>& parts) {
+Outcome ReadOutlines(const std::vector<PartsInfo*>& parts) {
     std::vector<WholeFile> reads(parts.size(), WholeFile::Missing);
     const size_t cores = std::max(1u, std::thread::hardware_concurrency());
     const size_t threads = std::min(cores, parts.size() / kOutlinesPerThread + 1);
@@ -134,10 +134,15 @@ void ReadOutlines(CKestoApp& app, const std::vector<PartsInfo*>& parts) {
     readEvery(0);
     for (std::thread& helper : helpers)
         helper.join();
+    int32_t code = error::kNone;
     for (size_t i = 0; i < parts.size(); ++i) {
-        if (Record(app, reads[i]) == 0)
+        const Outcome read = OutcomeOf(reads[i]);
+        if (!read.Ok())
             parts[i]->HasOutline = 0;
+        if (read.Code() != error::kNone)
+            code = read.Code();
     }
+    return Outcome::Done(code);
 }
 
 }  // namespace kesto

@@ -64,12 +64,12 @@ void ApplyOffsets(CKestoApp& app, PalletInfo& pallet) {
     }
 }
 
+// false when the pallet cannot be allocated (9022).
 bool AddPallet(CKestoApp& app, const std::string& line) {
     PalletInfo* pallet = nullptr;
     try {
         pallet = &app.PalletList.Append();
     } catch (const std::bad_alloc&) {
-        app.Run.ErrorCode = error::kNoMemoryForPallet;
         return false;
     }
     FieldList fields;
@@ -114,7 +114,7 @@ void AddRacks(CKestoApp& app, const std::string& line) {
 
 }  // namespace
 
-int ReadPalletLines(CKestoApp& app, std::FILE* file) {
+Outcome ReadPalletLines(CKestoApp& app, std::FILE* file) {
     std::string line;
     while (ReadLine(line, file) != -1) {
         TrimLine(line, 3);
@@ -122,23 +122,19 @@ int ReadPalletLines(CKestoApp& app, std::FILE* file) {
         if (line.empty())
             continue;
         if (line[0] == 'P' && !AddPallet(app, line))
-            return 0;
+            return Outcome::Failed(error::kNoMemoryForPallet);
         if (line[0] == 'R')
             AddRacks(app, line);
     }
-    return 1;
+    return Outcome::Done();
 }
 
-int ReadPalletFile(CKestoApp& app) {
-    if (app.Run.PalletFilePath.empty() || FileExists(app.Run.PalletFilePath) == 0) {
-        app.Run.ErrorCode = error::kPalletFileMissing;
-        return 0;
-    }
+Outcome ReadPalletFile(CKestoApp& app) {
+    if (app.Run.PalletFilePath.empty() || FileExists(app.Run.PalletFilePath) == 0)
+        return Outcome::Failed(error::kPalletFileMissing);
     TextFile file;
-    if (OpenFile(app.Run.PalletFilePath, "rt", file) == 0) {
-        app.Run.ErrorCode = error::kPalletFileUnreadable;
-        return 0;
-    }
+    if (OpenFile(app.Run.PalletFilePath, "rt", file) == 0)
+        return Outcome::Failed(error::kPalletFileUnreadable);
     return ReadPalletLines(app, file.get());
 }
 

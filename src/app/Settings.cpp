@@ -28,18 +28,17 @@ std::string SettingsFilePath(const Services& services) {
 
 }  // namespace
 
-int CKestoApp::InitSettings(const Services& services) {
+Outcome CKestoApp::InitSettings(const Services& services) {
     Settings.FontHeight.fill(0);
     const std::string path = SettingsFilePath(services);
     if (path.empty() || FileExists(path) == 0) {
         services.Op.ShowMessageBox("Initial File Not found");
-        Run.ErrorCode = error::kSettingsFileMissing;
-        return 0;
+        return Outcome::Failed(error::kSettingsFileMissing);
     }
-    // No code is stored here: the run ends as one left without OK.
+    // No code here: the run ends as one left without OK.
     if (services.Messages.Load(path, services.Op) != 0) {
         services.Op.ShowMessageBox("Initial File Initial Error");
-        return 0;
+        return Outcome::Failed();
     }
     for (int n = kFontSetFirst; n <= kFontSetLast; ++n) {
         FieldList fields;
@@ -52,7 +51,7 @@ int CKestoApp::InitSettings(const Services& services) {
         Settings.FontCharSet[n] = AtoL(fields[kCharSetColumn]) & 0xFF;
         Settings.FontNames[n] = fields[kFaceColumn];
     }
-    return 1;
+    return Outcome::Done();
 }
 
 void CKestoApp::ReadPalletSelect(const MessageTable& messages) {

@@ -197,7 +197,7 @@ void ReportInput(const CKestoApp& app, std::ostream& out) {
     text.Write();
 }
 
-void ReportPlacement(CKestoApp& app, const Services& services, std::ostream& out) {
+void ReportPlacement(const CKestoApp& app, const Services& services, std::ostream& out) {
     ReportText text(out);
     text.Append("Placement:\n");
     const StacksByPlace stacks = StacksOnPallets(app);
@@ -205,7 +205,7 @@ void ReportPlacement(CKestoApp& app, const Services& services, std::ostream& out
     for (const KouteiInfo& k : app.KouteiList)
         ReportProcessStacks(k, stacks, highest, text);
     // The reasons come in list order, for the parts with fewer pieces placed than wanted.
-    const std::vector<ShortPart> reasons = WhyShortAll(app, services);
+    const std::vector<ShortPart> reasons = WhyShortAll(app);
     auto reason = reasons.begin();
     int shortParts = 0;
     for (const PartsInfo& p : app.PartsList) {

@@ -14,6 +14,6 @@ void ReportInput(const CKestoApp& app, std::ostream& out);
 // Per process and pallet the stacks (part, pieces, corner, position), then the parts short with
 // why, and the stacks across an offset line. The job is only read, though the reasons' corner
 // tests need it as it is.
-void ReportPlacement(CKestoApp& app, const Services& services, std::ostream& out);
+void ReportPlacement(const CKestoApp& app, const Services& services, std::ostream& out);
 
 }  // namespace kesto

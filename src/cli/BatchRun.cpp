@@ -125,8 +125,8 @@ void ReportEnd(const JobSession& session, std::ostream& out) {
         out << "Stopped at the offset warning; nothing was written.\n";
     } else if (!session.Ended()) {
         out << "The result files were not written";
-        if (app.Run.ErrorCode != 0)
-            out << " (error code " << app.Run.ErrorCode << ")";
+        if (session.ErrorCode() != error::kNone)
+            out << " (error code " << session.ErrorCode() << ")";
         out << "; the job was left without OK.\n";
     } else if (!app.PartsList.Empty()) {
         ReportFiles(session.Svc(), out);

@@ -12,11 +12,15 @@ class CKs_FileSave {
     CKs_FileSave(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
     virtual ~CKs_FileSave() = default;
 
-    // Result file (kind 96) then, when that succeeded, the save file (kind 97). 1 when both
-    // succeeded (or the parts list is empty).
-    int SaveAll();
-    int WriteResultFile(const std::string& path);
-    int WritePlacementFile(const std::string& path);
+    // Result file (kind 96) then, when that succeeded, the save file (kind 97). Done when both
+    // succeeded (or the parts list is empty), else the failure of the first that failed.
+    Outcome SaveAll();
+    // Failed with 9021 (a file cannot be created) or 9022 (not written), or without a code when
+    // the operator keeps a job with parts short from having its result deleted.
+    Outcome WriteResultFile(const std::string& path);
+    // Failed with 9023 (cannot be created), or 9024 / 9025 as the stack or unplaced line that
+    // was written last.
+    Outcome WritePlacementFile(const std::string& path);
 
     // The offset check at the end of a job, against the pallet of the process on view (its
     // 1-based position): 1 to go on, 0 when the operator chose Cancel at the warning (the

@@ -18,14 +18,14 @@ void RemoveTemporariesOfTargets(const std::string& result, const std::string& sa
 }
 }  // namespace
 
-int CKs_FileSave::SaveAll() {
+Outcome CKs_FileSave::SaveAll() {
     const std::string result = GetDataFilePath(services_, DataFile::Result);
     const std::string save = GetDataFilePath(services_, DataFile::PlacementSave);
     RemoveTemporariesOfTargets(result, save);
     if (app_.PartsList.Empty())
-        return 1;
-    if (WriteResultFile(result) != 1)
-        return 0;
+        return Outcome::Done();
+    if (const Outcome written = WriteResultFile(result); !written.Ok())
+        return written;
     return WritePlacementFile(save);
 }
 

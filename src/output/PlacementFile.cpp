@@ -128,25 +128,19 @@ int WritePartLines(SaveContext& ctx, const PartsInfo& part) {
 
 }  // namespace
 
-int CKs_FileSave::WritePlacementFile(const std::string& path) {
+Outcome CKs_FileSave::WritePlacementFile(const std::string& path) {
     AtomicFile file(path);
-    if (path.empty() || !file.Open()) {
-        app_.Run.ErrorCode = error::kSaveFileUnopened;
-        return 0;
-    }
+    if (path.empty() || !file.Open())
+        return Outcome::Failed(error::kSaveFileUnopened);
     SaveContext ctx{app_,       StackIndex(app_),         CountPallets(app_), FindOffsets(app_),
                     file.get(), error::kSaveFileUnopened, TextBuilder()};
     for (const PartsInfo& part : app_.PartsList) {
-        if (const int failed = WritePartLines(ctx, part); failed != 0) {
-            app_.Run.ErrorCode = failed;
-            return 0;
-        }
+        if (const int failed = WritePartLines(ctx, part); failed != 0)
+            return Outcome::Failed(failed);
     }
-    if (!file.Commit()) {
-        app_.Run.ErrorCode = ctx.LastKind;
-        return 0;
-    }
-    return 1;
+    if (!file.Commit())
+        return Outcome::Failed(ctx.LastKind);
+    return Outcome::Done();
 }
 
 }  // namespace kesto

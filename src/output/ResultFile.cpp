@@ -36,23 +36,17 @@ bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* fi
 }
 
 // Fails with 9021 when the file cannot be created, 9022 when a line or the file is not written.
-int WriteSideFile(CKestoApp& app, const StackIndex& stacks, const std::string& path) {
+Outcome WriteSideFile(const CKestoApp& app, const StackIndex& stacks, const std::string& path) {
     AtomicFile file(path);
-    if (!file.Open()) {
-        app.Run.ErrorCode = error::kResultFileUnopened;
-        return 0;
-    }
+    if (!file.Open())
+        return Outcome::Failed(error::kResultFileUnopened);
     for (const PartsInfo& part : app.PartsList) {
-        if (!WriteSummary(part, stacks, file.get())) {
-            app.Run.ErrorCode = error::kResultFileUnwritten;
-            return 0;
-        }
+        if (!WriteSummary(part, stacks, file.get()))
+            return Outcome::Failed(error::kResultFileUnwritten);
     }
-    if (!file.Commit()) {
-        app.Run.ErrorCode = error::kResultFileUnwritten;
-        return 0;
-    }
-    return 1;
+    if (!file.Commit())
+        return Outcome::Failed(error::kResultFileUnwritten);
+    return Outcome::Done();
 }
 
 // Short: pieces set aside, or stacks that hold some but not all of the quantity.
@@ -75,38 +69,32 @@ bool AnyPartShort(const CKestoApp& app, const StackIndex& stacks) {
     return false;
 }
 
-int WriteGroupFile(CKestoApp& app, const StackIndex& stacks, const std::string& path) {
+Outcome WriteGroupFile(CKestoApp& app, const StackIndex& stacks, const std::string& path) {
     AtomicFile file(path);
-    if (!file.Open()) {
-        app.Run.ErrorCode = error::kResultFileUnopened;
-        return 0;
-    }
-    if (WriteResultGroups(app, stacks, file.get()) != 1)
-        return 0;
-    if (!file.Commit()) {
-        app.Run.ErrorCode = error::kResultFileUnwritten;
-        return 0;
-    }
-    return 1;
+    if (!file.Open())
+        return Outcome::Failed(error::kResultFileUnopened);
+    if (const Outcome written = WriteResultGroups(app, stacks, file.get()); !written.Ok())
+        return written;
+    if (!file.Commit())
+        return Outcome::Failed(error::kResultFileUnwritten);
+    return Outcome::Done();
 }
 
 }  // namespace
 
-int CKs_FileSave::WriteResultFile(const std::string& path) {
+Outcome CKs_FileSave::WriteResultFile(const std::string& path) {
     // An empty path would put the files into the current folder.
-    if (path.empty()) {
-        app_.Run.ErrorCode = error::kResultFileUnopened;
-        return 0;
-    }
+    if (path.empty())
+        return Outcome::Failed(error::kResultFileUnopened);
     const StackIndex stacks(app_);
-    if (WriteSideFile(app_, stacks, path + "_tmp") != 1)
-        return 0;
+    if (const Outcome side = WriteSideFile(app_, stacks, path + "_tmp"); !side.Ok())
+        return side;
     if (AnyPartShort(app_, stacks)) {
         if (services_.Op.AskKaku(kaku::kAskDeleteResult, kaku::kNone) != OkCancel::Ok)
-            return 0;
+            return Outcome::Failed();
         // The operator accepts the shortage: no result, and no stale one either.
         std::remove(path.c_str());
-        return 1;
+        return Outcome::Done();
     }
     return WriteGroupFile(app_, stacks, path);
 }

@@ -159,10 +159,8 @@ bool GroupWriter::Flush(std::vector<BufferedLine>& lines) {
     for (const BufferedLine& line : lines) {
         if (line.Key < 1 || file_ == nullptr)
             continue;
-        if (WriteLine(line.Text, file_) != 1) {
-            app_.Run.ErrorCode = error::kResultFileUnwritten;
+        if (WriteLine(line.Text, file_) != 1)
             return false;
-        }
     }
     ascending_ = !ascending_;
     ++g_;
@@ -210,12 +208,13 @@ std::map<const PartsInfo*, int64_t> DirectPairs(CKestoApp& app, const StackIndex
 
 }  // namespace
 
-int WriteResultGroups(CKestoApp& app, const StackIndex& stacks, std::FILE* file) {
+Outcome WriteResultGroups(CKestoApp& app, const StackIndex& stacks, std::FILE* file) {
     std::map<const PartsInfo*, int64_t> directPairs;
     if (app.Settings.DirectCodesAllowed)
         directPairs = DirectPairs(app, stacks);
     GroupWriter writer(app, stacks, file, std::move(directPairs));
-    return writer.Run() ? 1 : 0;
+    // The writer fails only at a line it cannot write.
+    return writer.Run() ? Outcome::Done() : Outcome::Failed(error::kResultFileUnwritten);
 }
 
 }  // namespace kesto

@@ -10,7 +10,7 @@
 namespace kesto {
 
 // Writes the result lines to file and sets each counted stack's Level to its group number.
-// 1 on success; 0 with ErrorCode 9022 when a line cannot be written.
-int WriteResultGroups(CKestoApp& app, const StackIndex& stacks, std::FILE* file);
+// Failed with 9022 when a line cannot be written.
+Outcome WriteResultGroups(CKestoApp& app, const StackIndex& stacks, std::FILE* file);
 
 }  // namespace kesto

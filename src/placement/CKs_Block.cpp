@@ -48,13 +48,13 @@ double RowStart(const PalletInfo& p, int32_t startCorner) {
 
 }  // namespace
 
-int CKs_Block::SetUp() {
+Outcome CKs_Block::SetUp() {
     int64_t capacity = 0;
     for (KouteiInfo& k : app_.KouteiList) {
         k.Pallet = app_.PalletByName(k.PalletName);
         if (k.Pallet == nullptr) {
             services_.Op.AskKaku(kaku::kNoPalletForKoutei, kaku::kNone);
-            return 0;
+            return Outcome::Failed();
         }
         capacity += int64_t{k.Pallet->CellsX} * k.Pallet->CellsY;
     }
@@ -65,35 +65,36 @@ int CKs_Block::SetUp() {
     return Build();
 }
 
-int CKs_Block::Build() {
+Outcome CKs_Block::Build() {
     const int32_t capacity = app_.Blocks.Capacity();
     try {
         if (capacity < 0 || capacity > kMaxBlockCapacity)
             throw std::bad_alloc();
         app_.Blocks.Allocate(static_cast<size_t>(capacity));
     } catch (const std::bad_alloc&) {
-        app_.Run.ErrorCode = error::kBlockTableAlloc;
-        return 0;
+        return Outcome::Failed(error::kBlockTableAlloc);
     }
     // The count is not reset here; it is only cut so that it never exceeds the table.
     if (app_.KouteiList.Empty()) {
         app_.Blocks.SetCount(std::clamp(app_.Blocks.Count(), 0, capacity));
-        return 1;
+        return Outcome::Done();
     }
     app_.Blocks.SetCount(0);
     for (const KouteiInfo& k : app_.KouteiList) {
-        if (k.Pallet != nullptr && BuildKoutei(k, *k.Pallet) == 0)
-            return 0;
+        if (k.Pallet == nullptr)
+            continue;
+        if (const Outcome built = BuildKoutei(k, *k.Pallet); !built.Ok())
+            return built;
     }
-    return 1;
+    return Outcome::Done();
 }
 
-int CKs_Block::BuildKoutei(const KouteiInfo& koutei, const PalletInfo& p) {
+Outcome CKs_Block::BuildKoutei(const KouteiInfo& koutei, const PalletInfo& p) {
     const int32_t sc = app_.Settings.StartCorner;
     const int32_t nx = p.CellsX, ny = p.CellsY;
     // Without cells nothing is built, and the start computations have nothing to move.
     if (nx < 1 || ny < 1 || app_.Settings.PalletCount < 1)
-        return 1;
+        return Outcome::Done();
     const double x0 = ColumnStart(p, sc), y0 = RowStart(p, sc);
     const double w = p.CellWidth, d = p.CellDepth, gx = p.CellGapX, gy = p.CellGapY;
     const bool fromLeft = sc == 0 || sc == 1;
@@ -113,8 +114,7 @@ int CKs_Block::BuildKoutei(const KouteiInfo& koutei, const PalletInfo& p) {
                 BlockInfo* added = app_.Blocks.Append();
                 if (added == nullptr) {
                     services_.Op.ShowMessageBox("Block Data Area Set Count Over");
-                    app_.Run.ErrorCode = error::kBlockTableOverflow;
-                    return 0;
+                    return Outcome::Failed(error::kBlockTableOverflow);
                 }
                 BlockInfo& b = *added;
                 b.KouteiNo = koutei.No;
@@ -126,7 +126,7 @@ int CKs_Block::BuildKoutei(const KouteiInfo& koutei, const PalletInfo& p) {
             }
         }
     }
-    return 1;
+    return Outcome::Done();
 }
 
 }  // namespace kesto

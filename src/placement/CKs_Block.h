@@ -15,14 +15,15 @@ class CKs_Block {
     virtual ~CKs_Block() = default;
 
     // Resolves each process's pallet (Mark), sizes the table (Blocks.Capacity()) and builds it.
-    // 0 after confirmation message 1 when a process names no pallet, or when Build fails.
-    int SetUp();
-    // Fills app.Blocks up to its capacity: 1 on success; 0 with 9101 / 9102.
-    int Build();
+    // Failed without a code after confirmation message 1 when a process names no pallet, or as
+    // Build fails.
+    Outcome SetUp();
+    // Fills app.Blocks up to its capacity; failed with 9101 / 9102.
+    Outcome Build();
 
   private:
-    // The cells of one process on every pallet; 0 with 9102 when the table is full.
-    int BuildKoutei(const KouteiInfo& koutei, const PalletInfo& pallet);
+    // The cells of one process on every pallet; failed with 9102 when the table is full.
+    Outcome BuildKoutei(const KouteiInfo& koutei, const PalletInfo& pallet);
 
     CKestoApp& app_;
     Services services_;

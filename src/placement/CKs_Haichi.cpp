@@ -93,10 +93,7 @@ PlacementIndex* CKs_Haichi::Index() const {
 }
 
 LengthRect CKs_Haichi::BoundsOf(const KouteiInfo* koutei) const {
-    if (koutei == nullptr || index_ == nullptr)
-        return ProcessBounds(app_, koutei);
-    const PlacementIndex::Process* p = index_->Find(koutei->No);
-    return p != nullptr ? p->Bounds : LengthRect{kNoBound, kNoBound, -kNoBound, -kNoBound};
+    return ProcessBounds(app_, index_.get(), koutei);
 }
 
 void CKs_Haichi::ComputeBounds(const KouteiInfo* koutei) {
@@ -114,10 +111,15 @@ CornerQuery CKs_Haichi::Query() const {
 
 std::vector<HaichiInfo*> CKs_Haichi::StacksOf(const PartsInfo* part, size_t limit) {
     if (const PlacementIndex* index = Index()) {
-        const std::vector<HaichiInfo*>* all = index->StacksOf(part);
-        if (all == nullptr)
+        const std::vector<StackId>* ids = index->StacksOf(part);
+        if (ids == nullptr)
             return {};
-        return {all->begin(), all->begin() + static_cast<ptrdiff_t>(std::min(limit, all->size()))};
+        // The index files stacks by id: the job's own list gives them for changing.
+        std::vector<HaichiInfo*> stacks;
+        stacks.reserve(std::min(limit, ids->size()));
+        for (size_t i = 0; i < ids->size() && i < limit; ++i)
+            stacks.push_back(app_.HaichiList.Find((*ids)[i]));
+        return stacks;
     }
     std::vector<HaichiInfo*> stacks;
     for (HaichiInfo& h : app_.HaichiList) {
@@ -130,26 +132,26 @@ std::vector<HaichiInfo*> CKs_Haichi::StacksOf(const PartsInfo* part, size_t limi
     return stacks;
 }
 
-int CKs_Haichi::PlaceAll(PlacedCounts counts, SavedPlacement saved) {
+Outcome CKs_Haichi::PlaceAll(PlacedCounts counts, SavedPlacement saved) {
     const CallScope call(*this);
     if (app_.KouteiList.Empty())
-        return 1;
+        return Outcome::Done();
     IndexScope scope(*this);
     for (KouteiInfo& k : app_.KouteiList) {
         CurKoutei = &k;
         ComputeBounds(CurKoutei);
-        if (PlaceKoutei(counts, saved) == 0)
-            return 0;
+        if (const Outcome placed = PlaceKoutei(counts, saved); !placed.Ok())
+            return placed;
     }
     if (app_.PartsList.Empty())
-        return 1;
+        return Outcome::Done();
     const bool shortPart =
         std::any_of(app_.PartsList.begin(), app_.PartsList.end(), [](const PartsInfo& p) {
             return IsPalletCode(p.Destination) && p.Quantity != p.PiecesPlaced;
         });
     if (shortPart && counts == PlacedCounts::Quantity)
         services_.Op.AskKaku(kaku::kPartsLeftShort, kaku::kNone);
-    return 1;
+    return Outcome::Done();
 }
 
 namespace {
@@ -165,46 +167,46 @@ bool TakesPart(const PartsInfo& p, const KouteiInfo& k, SavedPlacement saved) {
 
 }  // namespace
 
-int CKs_Haichi::PlaceKoutei(PlacedCounts counts, SavedPlacement saved) {
+Outcome CKs_Haichi::PlaceKoutei(PlacedCounts counts, SavedPlacement saved) {
     if (CurKoutei == nullptr)
-        return 1;
+        return Outcome::Done();
     for (PartsInfo& p : app_.PartsList) {
         const int32_t keptNum1 = p.Quantity;
         const int32_t keptWork0 = p.PartialQuantity;
         if (counts == PlacedCounts::Kept)
             p.Quantity = p.PartialQuantity;
-        int result = 1;
+        Outcome stacked;
         if (TakesPart(p, *CurKoutei, saved)) {
             CurPart = &p;
-            result = StackPart(Stacking::AllPallets, QuantityShare::SharedOut);
+            stacked = StackPart(Stacking::AllPallets, QuantityShare::SharedOut);
             // Whichever count was stacked, it is spread over all the part's stacks.
-            if (result != 0)
+            if (stacked.Ok())
                 ShareOut(StacksOf(&p, SIZE_MAX), p.Quantity);
         }
         if (counts == PlacedCounts::Kept) {
             p.Quantity = keptNum1;
             p.PartialQuantity = keptWork0;
         }
-        if (result == 0)
-            return 0;
+        if (!stacked.Ok())
+            return stacked;
     }
-    return 1;
+    return Outcome::Done();
 }
 
-int CKs_Haichi::PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, Stacking mode,
-                             QuantityShare share) {
+Outcome CKs_Haichi::PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, Stacking mode,
+                                 QuantityShare share) {
     const CallScope call(*this);
     CurPart = part;
     CurKoutei = koutei;
     if (app_.PartsList.Empty())
-        return 1;
+        return Outcome::Done();
     if (app_.HaichiList.Empty() && koutei != nullptr) {
         for (const int32_t i : app_.Blocks.OfProcess(koutei->No))
             app_.Blocks[i].CornerMask = 0;
     }
     if (mode == Stacking::PalletsInView || mode == Stacking::AllPalletsCapped)
-        return StackPart(mode, share) != 0 ? 1 : 0;
-    return 1;
+        return StackPart(mode, share);
+    return Outcome::Done();
 }
 
 }  // namespace kesto

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -136,12 +135,15 @@ class CKs_Haichi {
                const PalletsOnView& onView = kNoPalletsOnView);
     virtual ~CKs_Haichi();
 
-    int PlaceAll(PlacedCounts counts, SavedPlacement saved);
-    int StackPart(KouteiInfo* koutei, PartsInfo* part, Stacking mode);
-    int RestorePlacement(const std::string& path);
+    // The operations that make stacks fail with error::kNoMemoryForStack when one cannot be
+    // allocated; RestorePlacement also fails, without a code, on a save file that cannot be
+    // opened or that holds an unplaced part.
+    Outcome PlaceAll(PlacedCounts counts, SavedPlacement saved);
+    Outcome StackPart(KouteiInfo* koutei, PartsInfo* part, Stacking mode);
+    Outcome RestorePlacement(const std::string& path);
     int TrimExcess();
     int FillShortage();
-    int PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, Stacking mode, QuantityShare share);
+    Outcome PlaceOnePart(PartsInfo* part, KouteiInfo* koutei, Stacking mode, QuantityShare share);
     void RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo*>& leaveOut);
     double PieceHeight(const PartsInfo& part) const { return part.PieceHeight; }
 
@@ -159,22 +161,10 @@ class CKs_Haichi {
                          int top, int right, int bottom, DropPlacement placement,
                          const DropInput& drop);
 
-    // What the blocks of koutei offer a stack of part as the job stands: those that could take
-    // one on empty pallets (in some corner the pallet's edges and the process's area allow
-    // it), and whether one of them would take the next stack now.
-    struct BlockRoom {
-        std::vector<int> Fitting;  // block indexes
-        bool Free = false;
-    };
-    // Changes nothing in the job.
-    BlockRoom RoomFor(const KouteiInfo& koutei, const PartsInfo& part);
-    // Runs survey with one placement index kept over all the RoomFor calls it makes.
-    void Survey(const std::function<void()>& survey);
-
   private:
     // The operations as the engine runs them on its current process and part.
-    int PlaceKoutei(PlacedCounts counts, SavedPlacement saved);
-    int StackPart(Stacking mode, QuantityShare share);
+    Outcome PlaceKoutei(PlacedCounts counts, SavedPlacement saved);
+    Outcome StackPart(Stacking mode, QuantityShare share);
     void MarkCorners(double x0, double y0, double x1, double y1, int pallet, PartsInfo* part);
     int MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left, int top,
                   int right, int bottom, DropPlacement placement);
@@ -226,8 +216,8 @@ class CKs_Haichi {
 
     // StackPart's steps.
     int PiecesFor(int32_t remaining, Stacking mode) const;
-    int StackOverBlocks(Stacking mode, const std::array<int, 4>& candidates,
-                        std::vector<HaichiInfo*>& made);
+    Outcome StackOverBlocks(Stacking mode, const std::array<int, 4>& candidates,
+                            std::vector<HaichiInfo*>& made);
     int StackIntoBlock(int blockIndex, Stacking mode, std::vector<HaichiInfo*>& made, int& pieces);
     bool IsCandidate(int pallet, const std::array<int, 4>& candidates) const;
 
@@ -244,8 +234,10 @@ class CKs_Haichi {
     CornerQuery Query() const;
 
     // RestorePlacement's steps.
+    // The first part of the list with each save key.
+    class SaveKeyParts;
     // fields: the split's work space, kept over the lines of one file.
-    int RestoreLine(const std::string& line, FieldList& fields);
+    Outcome RestoreLine(const std::string& line, FieldList& fields, const SaveKeyParts& parts);
     int FindRestoreBlock(const LengthRect& r, int storedPallet, int corner) const;
     // TrimExcess's removal of emptied stacks, with one corner rebuild per touched process.
     void RemoveEmptyStacks();

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <new>
 #include <optional>
 #include <set>
 #include <span>
+#include <unordered_map>
 
 #include "app/Codes.h"
 #include "placement/CKs_Haichi.h"
@@ -69,23 +71,46 @@ int CKs_Haichi::FindRestoreBlock(const LengthRect& r, int storedPallet, int corn
     return found;
 }
 
-// One save-file line: 1 when restored or ignored, 0 when the restore fails.
-int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
+// Every line of a save file asks for its part by save key: a table of them, or, without memory
+// for one, a scan of the list with the same answer.
+class CKs_Haichi::SaveKeyParts {
+  public:
+    explicit SaveKeyParts(RecordList<PartsInfo>& parts) : parts_(parts) {
+        try {
+            byKey_.reserve(parts.Items.size());
+            for (PartsInfo& part : parts)
+                byKey_.try_emplace(part.SaveKey, &part);
+        } catch (const std::bad_alloc&) {
+            byKey_.clear();
+            scan_ = true;
+        }
+    }
+    PartsInfo* Find(int32_t key) const {
+        if (!scan_) {
+            const auto it = byKey_.find(key);
+            return it != byKey_.end() ? it->second : nullptr;
+        }
+        const auto it = std::find_if(parts_.begin(), parts_.end(),
+                                     [key](const PartsInfo& p) { return p.SaveKey == key; });
+        return it != parts_.end() ? &*it : nullptr;
+    }
+
+  private:
+    RecordList<PartsInfo>& parts_;
+    std::unordered_map<int32_t, PartsInfo*> byKey_;
+    bool scan_ = false;
+};
+
+// One save-file line: done when restored or ignored, failed when the restore fails.
+Outcome CKs_Haichi::RestoreLine(const std::string& line, FieldList& f, const SaveKeyParts& parts) {
     SplitLine(line, f);
     const int32_t key = AtoL(f[0].empty() ? f[0] : f[0].substr(1));
-    PartsInfo* part = nullptr;
-    if (const PlacementIndex* index = Index()) {
-        part = index->PartBySaveKey(key);
-    } else {
-        const auto it = std::find_if(app_.PartsList.begin(), app_.PartsList.end(),
-                                     [key](const PartsInfo& p) { return p.SaveKey == key; });
-        part = it != app_.PartsList.end() ? &*it : nullptr;
-    }
+    PartsInfo* part = parts.Find(key);
     if (part == nullptr || !IsPalletCode(part->Destination))
-        return 1;
+        return Outcome::Done();
     KouteiInfo* koutei = app_.KouteiByNo(part->KouteiNo);
     if (koutei == nullptr)
-        return 1;
+        return Outcome::Done();
     CurKoutei = koutei;
     ComputeBounds(koutei);
     const int32_t count = AtoL(f[4]);
@@ -95,14 +120,14 @@ int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
     const auto corner = static_cast<uint8_t>(AtoL(f[16]));
     // Unplaced parts are saved with block -1: such a file is not restored.
     if (stored == -1)
-        return 0;
+        return Outcome::Failed();
     // A block that this job's table does not hold names no pallet: the line is ignored.
     const BlockInfo* storedBlock = app_.Blocks.At(stored);
     if (storedBlock == nullptr)
-        return 1;
+        return Outcome::Done();
     HaichiInfo* h = app_.AddHaichiInfo();
     if (h == nullptr)
-        return 0;
+        return Outcome::Failed(error::kNoMemoryForStack);
     h->X = r.X1;
     h->Y = r.Y0;
     h->Corner = corner;
@@ -116,26 +141,27 @@ int CKs_Haichi::RestoreLine(const std::string& line, FieldList& f) {
     b.Occupant = part->Seq;
     part->PiecesPlaced = AddClamped(part->PiecesPlaced, count);
     MarkCorners(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, part);
-    return 1;
+    return Outcome::Done();
 }
 
-int CKs_Haichi::RestorePlacement(const std::string& path) {
+Outcome CKs_Haichi::RestorePlacement(const std::string& path) {
     const CallScope call(*this);
     if (app_.PartsList.Empty() || app_.KouteiList.Empty())
-        return 1;
+        return Outcome::Done();
     if (path.empty() || FileExists(path) == 0)
-        return 1;
+        return Outcome::Done();
     TextFile file;
     if (OpenFile(path, "rt", file) == 0)
-        return 0;
+        return Outcome::Failed();
     IndexScope scope(*this);
+    const SaveKeyParts parts(app_.PartsList);
     std::string line;
     FieldList fields;
     while (ReadLine(line, file.get()) >= 0) {
-        if (RestoreLine(line, fields) == 0)
-            return 0;
+        if (const Outcome restored = RestoreLine(line, fields, parts); !restored.Ok())
+            return restored;
     }
-    return 1;
+    return Outcome::Done();
 }
 
 namespace {

@@ -75,38 +75,38 @@ int CKs_Haichi::StackIntoBlock(int blockIndex, Stacking mode, std::vector<Haichi
     return 1;
 }
 
-int CKs_Haichi::StackPart(KouteiInfo* koutei, PartsInfo* part, Stacking mode) {
+Outcome CKs_Haichi::StackPart(KouteiInfo* koutei, PartsInfo* part, Stacking mode) {
     const CallScope call(*this);
     CurKoutei = koutei;
     CurPart = part;
     return StackPart(mode, QuantityShare::SharedOut);
 }
 
-int CKs_Haichi::StackPart(Stacking mode, QuantityShare share) {
+Outcome CKs_Haichi::StackPart(Stacking mode, QuantityShare share) {
     ComputeBounds(CurKoutei);
     // A process without a pallet has nowhere to stack.
     if (CurKoutei == nullptr || CurKoutei->Pallet == nullptr || CurPart == nullptr)
-        return 1;
+        return Outcome::Done();
     std::array<int, 4> candidates{-1, -1, -1, -1};
     if (mode == Stacking::PalletsInView)
         candidates = onView_;
     std::vector<HaichiInfo*> made;
-    int result = 1;
+    Outcome stacked;
     {
         IndexScope scope(*this);
-        result = StackOverBlocks(mode, candidates, made);
+        stacked = StackOverBlocks(mode, candidates, made);
     }
-    if (result == 0)
-        return 0;
+    if (!stacked.Ok())
+        return stacked;
     if (mode != Stacking::AllPallets && !made.empty() && share == QuantityShare::SharedOut)
         ShareOut(made, CurPart->Quantity);
-    return 1;
+    return Outcome::Done();
 }
 
-// StackPart's block loop: 0 when a stack cannot be allocated, else 1.
-int CKs_Haichi::StackOverBlocks(Stacking mode, const std::array<int, 4>& candidates,
-                                std::vector<HaichiInfo*>& made) {
-    int result = 1;
+// StackPart's block loop: failed with 9015 when a stack cannot be allocated.
+Outcome CKs_Haichi::StackOverBlocks(Stacking mode, const std::array<int, 4>& candidates,
+                                    std::vector<HaichiInfo*>& made) {
+    Outcome result;
     // One block of the process; true ends the loop.
     auto stackInto = [&](int i) {
         const BlockInfo& b = app_.Blocks[i];
@@ -117,7 +117,7 @@ int CKs_Haichi::StackOverBlocks(Stacking mode, const std::array<int, 4>& candida
         int pieces = 0;
         const int step = StackIntoBlock(i, mode, made, pieces);
         if (step < 0)
-            result = 0;
+            result = Outcome::Failed(error::kNoMemoryForStack);
         return step <= 0 || pieces < 1;
     };
     // The index's block lists stay valid while stacks are added, even if it stops being usable.
@@ -135,48 +135,6 @@ int CKs_Haichi::StackOverBlocks(Stacking mode, const std::array<int, 4>& candida
             break;
     }
     return result;
-}
-
-CKs_Haichi::BlockRoom CKs_Haichi::RoomFor(const KouteiInfo& koutei, const PartsInfo& part) {
-    BlockRoom room;
-    if (koutei.Pallet == nullptr)
-        return room;
-    IndexScope scope(*this);
-    const double sx = part.SizeX, sy = part.SizeY;
-    const PalletInfo& pal = *koutei.Pallet;
-    const CornerQuery query(app_, index_.get(), &koutei, &part, BoundsOf(&koutei));
-    const bool anywhere = query.CoversArea(sx, sy);
-    // The process's blocks in table order, from the index when there is one.
-    std::vector<int> scanned;
-    const std::vector<int>* blocks = &scanned;
-    if (index_ != nullptr) {
-        if (const PlacementIndex::Process* p = index_->Find(koutei.No))
-            blocks = &p->Blocks;
-    } else {
-        std::ranges::copy(app_.Blocks.OfProcess(koutei.No), std::back_inserter(scanned));
-    }
-    room.Fitting.reserve(blocks->size());
-    for (int i : *blocks) {
-        if (query.CouldHold(app_.Blocks[i], sx, sy, pal, anywhere))
-            room.Fitting.push_back(i);
-    }
-    for (int i : room.Fitting) {
-        const BlockInfo& b = app_.Blocks[i];
-        if (b.Occupant != kNoOccupant && b.Occupant != part.Seq)
-            continue;
-        uint8_t blocked = 0;
-        CornerPlace at;
-        if (query.NextCorner(i, blocked, at) != 0) {
-            room.Free = true;
-            break;
-        }
-    }
-    return room;
-}
-
-void CKs_Haichi::Survey(const std::function<void()>& survey) {
-    IndexScope scope(*this);
-    survey();
 }
 
 }  // namespace kesto

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace kesto {
 
@@ -143,6 +144,43 @@ bool CornerQuery::CouldHold(const BlockInfo& b, double sx, double sy, const Pall
             return true;
     }
     return false;
+}
+
+BlockRoom RoomFor(const CKestoApp& app, const PlacementIndex* index, const KouteiInfo& koutei,
+                  const PartsInfo& part) {
+    BlockRoom room;
+    if (koutei.Pallet == nullptr)
+        return room;
+    const double sx = part.SizeX, sy = part.SizeY;
+    const PalletInfo& pal = *koutei.Pallet;
+    const CornerQuery query(app, index, &koutei, &part, ProcessBounds(app, index, &koutei));
+    const bool anywhere = query.CoversArea(sx, sy);
+    // The process's blocks in table order, from the index when there is one.
+    std::vector<int> scanned;
+    const std::vector<int>* blocks = &scanned;
+    if (index != nullptr) {
+        if (const PlacementIndex::Process* p = index->Find(koutei.No))
+            blocks = &p->Blocks;
+    } else {
+        std::ranges::copy(app.Blocks.OfProcess(koutei.No), std::back_inserter(scanned));
+    }
+    room.Fitting.reserve(blocks->size());
+    for (int i : *blocks) {
+        if (query.CouldHold(app.Blocks[i], sx, sy, pal, anywhere))
+            room.Fitting.push_back(i);
+    }
+    for (int i : room.Fitting) {
+        const BlockInfo& b = app.Blocks[i];
+        if (b.Occupant != kNoOccupant && b.Occupant != part.Seq)
+            continue;
+        uint8_t blocked = 0;
+        CornerPlace at;
+        if (query.NextCorner(i, blocked, at) != 0) {
+            room.Free = true;
+            break;
+        }
+    }
+    return room;
 }
 
 }  // namespace kesto

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "app/CKestoApp.h"
 #include "placement/PlacementIndex.h"
@@ -116,6 +117,17 @@ class CornerQuery {
     LengthRect bounds_;
     std::span<HaichiInfo* const> passOver_;
 };
+
+// What the blocks of koutei offer a stack of part as the job stands: those that could take one
+// on empty pallets (in some corner the pallet's edges and the process's area allow it), and
+// whether one of them would take the next stack now.
+struct BlockRoom {
+    std::vector<int> Fitting;  // block indexes
+    bool Free = false;
+};
+// index: as for CornerQuery.
+BlockRoom RoomFor(const CKestoApp& app, const PlacementIndex* index, const KouteiInfo& koutei,
+                  const PartsInfo& part);
 
 // TestCorner's collision test of one stack against the footprint, with the gaps gx, gy.
 bool Collides(const HaichiInfo& stack, const LengthRect& foot, double gx, double gy);

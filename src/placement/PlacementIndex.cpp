@@ -43,7 +43,7 @@ size_t MostCells(size_t blocks) {
 
 }  // namespace
 
-PlacementIndex::PlacementIndex(CKestoApp& app) : app_(app), blockLimit_(app.Blocks.Filled()) {
+PlacementIndex::PlacementIndex(const CKestoApp& app) : app_(app), blockLimit_(app.Blocks.Filled()) {
     std::unordered_map<int32_t, BlockExtent> extents;
     // The table holds each process's blocks one after another: one lookup per run of them.
     Process* run = nullptr;
@@ -72,13 +72,10 @@ PlacementIndex::PlacementIndex(CKestoApp& app) : app_(app), blockLimit_(app.Bloc
         }
     }
     partStacks_.reserve(app.PartsList.Items.size());
-    for (HaichiInfo& h : app.HaichiList)
+    for (const HaichiInfo& h : app.HaichiList)
         Add(&h);
     if (!usable_)
         throw std::bad_alloc();
-    bySaveKey_.reserve(app.PartsList.Items.size());
-    for (PartsInfo& part : app.PartsList)
-        bySaveKey_.try_emplace(part.SaveKey, &part);
 }
 
 const PlacementIndex::Process* PlacementIndex::Find(int32_t kouteiNo) const {
@@ -86,19 +83,14 @@ const PlacementIndex::Process* PlacementIndex::Find(int32_t kouteiNo) const {
     return it == processes_.end() ? nullptr : &it->second;
 }
 
-const std::vector<HaichiInfo*>* PlacementIndex::StacksOf(const PartsInfo* part) const {
+const std::vector<StackId>* PlacementIndex::StacksOf(const PartsInfo* part) const {
     const auto it = partStacks_.find(part);
     return it == partStacks_.end() ? nullptr : &it->second;
 }
 
-PartsInfo* PlacementIndex::PartBySaveKey(int32_t key) const {
-    const auto it = bySaveKey_.find(key);
-    return it == bySaveKey_.end() ? nullptr : it->second;
-}
-
-void PlacementIndex::Add(HaichiInfo* h) {
+void PlacementIndex::Add(const HaichiInfo* h) {
     try {
-        partStacks_[h->Part].push_back(h);
+        partStacks_[h->Part].push_back(h->Id);
         // A stack without a part or block never stands in the way.
         const BlockInfo* stands = app_.BlockOf(*h);
         if (h->Part == nullptr || stands == nullptr)
@@ -110,6 +102,14 @@ void PlacementIndex::Add(HaichiInfo* h) {
     } catch (const std::bad_alloc&) {
         usable_ = false;
     }
+}
+
+LengthRect ProcessBounds(const CKestoApp& app, const PlacementIndex* index,
+                         const KouteiInfo* koutei) {
+    if (koutei == nullptr || index == nullptr)
+        return ProcessBounds(app, koutei);
+    const PlacementIndex::Process* p = index->Find(koutei->No);
+    return p != nullptr ? p->Bounds : LengthRect{kNoBound, kNoBound, -kNoBound, -kNoBound};
 }
 
 int PlacementIndex::RestoreScanEnd(int32_t kouteiNo, int storedPallet) {

@@ -1,7 +1,8 @@
 // Lookups that the engine keeps while one of its bulk operations runs, so that placing or
 // restoring a stack costs what its own process and pallet hold rather than the whole job.
 // During such an operation the blocks never move and stacks are only appended to the list,
-// so the index follows every change through Add alone.
+// so the index follows every change through Add alone. It only reads the job: the short
+// reasons, which change nothing, ask their questions through one as well.
 #pragma once
 
 #include <algorithm>
@@ -129,17 +130,15 @@ class PlacementIndex {
     };
 
     // Indexes the job's filled blocks and every stack. Throws std::bad_alloc.
-    explicit PlacementIndex(CKestoApp& app);
+    explicit PlacementIndex(const CKestoApp& app);
 
     // The process's entry, or null when it has no block.
     const Process* Find(int32_t kouteiNo) const;
-    // The part's stacks in list order, or null when it has none.
-    const std::vector<HaichiInfo*>* StacksOf(const PartsInfo* part) const;
-    // The first part of the list with this save key, or null.
-    PartsInfo* PartBySaveKey(int32_t key) const;
+    // The ids of the part's stacks in list order, or null when it has none.
+    const std::vector<StackId>* StacksOf(const PartsInfo* part) const;
     // Files a stack just appended to the list. Without memory for it the index stops being
     // usable (its block lists stay valid until it is destroyed).
-    void Add(HaichiInfo* h);
+    void Add(const HaichiInfo* h);
     bool Usable() const { return usable_; }
 
     // The restore's block search over the table: the last block inside r, else the first
@@ -154,15 +153,19 @@ class PlacementIndex {
     // its blocks on the stored pallet, or the end of the table.
     int RestoreScanEnd(int32_t kouteiNo, int storedPallet);
 
-    CKestoApp& app_;
+    const CKestoApp& app_;
     int blockLimit_;  // the filled blocks when the index was made
     bool usable_ = true;
     std::unordered_map<int32_t, Process> processes_;
-    std::unordered_map<const PartsInfo*, std::vector<HaichiInfo*>> partStacks_;
-    std::unordered_map<int32_t, PartsInfo*> bySaveKey_;
+    std::unordered_map<const PartsInfo*, std::vector<StackId>> partStacks_;
     std::unique_ptr<RectGrid<int>> grid_;  // every block; built by the first restore search
     std::unordered_map<int64_t, int> scanEnds_;
 };
+
+// The bounds of the blocks of koutei as ProcessBounds gives them, from the index when there is
+// one (a process without blocks there has the empty bounds).
+LengthRect ProcessBounds(const CKestoApp& app, const PlacementIndex* index,
+                         const KouteiInfo* koutei);
 
 // Builds the engine's index for the length of an operation, unless one is up already.
 class CKs_Haichi::IndexScope {

@@ -4,10 +4,14 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <memory>
+#include <new>
 #include <unordered_map>
 
 #include "app/Codes.h"
 #include "placement/CKs_Haichi.h"
+#include "placement/CornerQuery.h"
+#include "placement/PlacementIndex.h"
 #include "support/MessageFile.h"
 #include "support/TextFormat.h"
 
@@ -39,8 +43,8 @@ int64_t PiecesWanted(int64_t count, int32_t limit) {
 // each process's largest block, and the takers of each set of blocks asked about.
 class ShortSurvey {
   public:
-    ShortSurvey(CKestoApp& app, CKs_Haichi& engine)
-        : app_(app), engine_(engine), stacksIn_(static_cast<size_t>(app.Blocks.Filled())) {
+    explicit ShortSurvey(const CKestoApp& app)
+        : app_(app), stacksIn_(static_cast<size_t>(app.Blocks.Filled())) {
         for (const HaichiInfo& h : app.HaichiList) {
             if (h.Part != nullptr && app.BlockOf(h) != nullptr)
                 stacksIn_[static_cast<size_t>(h.BlockIndex)].push_back(h.Part);
@@ -68,14 +72,30 @@ class ShortSurvey {
         std::vector<BlockTaker> Takers;
     };
     const Taken& TakersOf(const std::vector<int>& fitting);
+    // The placement index the reasons share, made by the first one that asks the blocks; null
+    // without memory for it, and then the questions scan the lists with the same answers.
+    const PlacementIndex* Index();
 
-    CKestoApp& app_;
-    CKs_Haichi& engine_;
+    const CKestoApp& app_;
+    std::unique_ptr<PlacementIndex> index_;
+    bool indexTried_ = false;
     std::vector<std::vector<const PartsInfo*>> stacksIn_;
     std::unordered_map<int32_t, Largest> largest_;
     std::unordered_map<int32_t, const PartsInfo*> partsBySeq_;  // the first part of each Seq
     std::map<std::vector<int>, Taken> taken_;
 };
+
+const PlacementIndex* ShortSurvey::Index() {
+    if (!indexTried_) {
+        indexTried_ = true;
+        try {
+            index_ = std::make_unique<PlacementIndex>(app_);
+        } catch (const std::bad_alloc&) {
+            index_.reset();
+        }
+    }
+    return index_.get();
+}
 
 // The stacks standing in the blocks that could take a part, and the parts holding those
 // blocks, by part; parts of one size in one process mostly ask about the same blocks.
@@ -127,7 +147,7 @@ std::optional<ShortReason> ShortSurvey::Reason(const PartsInfo& part) {
         r.BlockX = l->second.X;
         r.BlockY = l->second.Y;
     }
-    const CKs_Haichi::BlockRoom room = engine_.RoomFor(*process, part);
+    const BlockRoom room = RoomFor(app_, Index(), *process, part);
     if (room.Fitting.empty()) {
         r.Cause = ShortCause::NoFittingBlock;
         return r;
@@ -186,25 +206,20 @@ std::string TakerList(const ShortReason& r, const MessageTable& messages) {
 
 }  // namespace
 
-std::optional<ShortReason> WhyShort(CKestoApp& app, const Services& services,
-                                    const PartsInfo& part) {
-    CKs_Haichi engine(app, services);
-    return ShortSurvey(app, engine).Reason(part);
+std::optional<ShortReason> WhyShort(const CKestoApp& app, const PartsInfo& part) {
+    return ShortSurvey(app).Reason(part);
 }
 
-std::vector<ShortPart> WhyShortAll(CKestoApp& app, const Services& services) {
+std::vector<ShortPart> WhyShortAll(const CKestoApp& app) {
     std::vector<ShortPart> out;
     // Most jobs have no short part: then there is nothing to survey or index.
     if (std::none_of(app.PartsList.begin(), app.PartsList.end(), IsShort))
         return out;
-    CKs_Haichi engine(app, services);
-    ShortSurvey survey(app, engine);
-    engine.Survey([&] {
-        for (const PartsInfo& p : app.PartsList) {
-            if (std::optional<ShortReason> r = survey.Reason(p))
-                out.push_back({&p, std::move(*r)});
-        }
-    });
+    ShortSurvey survey(app);
+    for (const PartsInfo& p : app.PartsList) {
+        if (std::optional<ShortReason> r = survey.Reason(p))
+            out.push_back({&p, std::move(*r)});
+    }
     return out;
 }
 

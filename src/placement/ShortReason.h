@@ -1,6 +1,6 @@
 // Why a part bound for the pallets is not wholly on them, worked out from the same data and
-// the same corner tests the placement used. Told to the operator in the part panel, the
-// all-parts list, the report and the summary page; working it out changes nothing.
+// the same corner queries the placement asks. Told to the operator in the part panel, the
+// all-parts list, the report and the summary page; working it out only reads the job.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,6 @@
 namespace kesto {
 
 class MessageTable;
-struct Services;
 
 // The causes in the order they are tried: the first that applies is the part's reason.
 enum class ShortCause {
@@ -52,10 +51,8 @@ struct ShortReason {
     std::vector<BlockTaker> Takers;  // by stacks, most first, then in list order
 };
 
-// The reason of part, or nullopt when it is not bound for the pallets or not short. The
-// engine's tests need the job itself; they leave it as it was.
-std::optional<ShortReason> WhyShort(CKestoApp& app, const Services& services,
-                                    const PartsInfo& part);
+// The reason of part, or nullopt when it is not bound for the pallets or not short.
+std::optional<ShortReason> WhyShort(const CKestoApp& app, const PartsInfo& part);
 
 struct ShortPart {
     const PartsInfo* Part = nullptr;
@@ -63,7 +60,7 @@ struct ShortPart {
 };
 
 // The reasons of every short part in list order, with one placement index for all.
-std::vector<ShortPart> WhyShortAll(CKestoApp& app, const Services& services);
+std::vector<ShortPart> WhyShortAll(const CKestoApp& app);
 
 // The reason as one line of text, from the [Short] texts of the message file or their
 // English defaults.

@@ -31,22 +31,22 @@ bool AllowedDestination(const CKestoApp& app, const PartsInfo& p) {
 
 }  // namespace
 
-int CheckJob(CKestoApp& app, const Services& services) {
-    if (CKs_Block(app, services).SetUp() == 0)
-        return 0;
+Outcome CheckJob(CKestoApp& app, const Services& services) {
+    if (const Outcome blocks = CKs_Block(app, services).SetUp(); !blocks.Ok())
+        return blocks;
     for (const PartsInfo& p : app.PartsList) {
         if (!KnownDestination(app, p)) {
             services.Op.AskKaku(kaku::kUnknownBox, kaku::kNone);
-            return 0;
+            return Outcome::Failed();
         }
     }
     for (const PartsInfo& p : app.PartsList) {
         if (!AllowedDestination(app, p)) {
             services.Op.AskKaku(kaku::kDestinationNotAllowed, kaku::kNone);
-            return 0;
+            return Outcome::Failed();
         }
     }
-    return 1;
+    return Outcome::Done();
 }
 
 }  // namespace kesto

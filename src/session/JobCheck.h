@@ -6,7 +6,8 @@
 namespace kesto {
 
 // Resolves the pallets, builds the block table and checks every part's destination.
-// 1 when the job can be shown; 0 after confirmation message 1, 2 or 3 (or a block failure).
-int CheckJob(CKestoApp& app, const Services& services);
+// Done when the job can be shown; failed after confirmation message 1, 2 or 3, or as the block
+// table's build fails (with its code).
+Outcome CheckJob(CKestoApp& app, const Services& services);
 
 }  // namespace kesto

@@ -24,11 +24,12 @@ bool JobSession::StartUp() {
     app_.ReadRegistrySettings(services_.Host);
     ReadViewSettings(services_.Host, shown_);
     app_.Run.DialogEnd = OkCancel::Cancel;
-    if (!app_.InitSettings(services_)) {
-        app_.Run.ExitParam = app_.Run.ErrorCode;
+    const Outcome settings = app_.InitSettings(services_);
+    if (!errors_.Note(settings)) {
+        app_.Run.ExitParam = settings.Code();
         return false;
     }
-    return app_.ReadInput(services_) == 1;
+    return errors_.Note(app_.ReadInput(services_));
 }
 
 bool JobSession::Init() {
@@ -50,7 +51,7 @@ int JobSession::LoadAndPlace(PlacedCounts counts, SavedPlacement saved,
     if (view_ != nullptr)
         view_->ShowResetJob();
     // A job that fails its check is ended through Cancel, and the placement still runs.
-    if (!CheckJob(app_, services_)) {
+    if (!errors_.Note(CheckJob(app_, services_))) {
         Finish(OkCancel::Cancel);
         if (aborted_)
             return 0;
@@ -78,14 +79,15 @@ int JobSession::PlaceJob(PlacedCounts counts, SavedPlacement saved, const std::v
         }
     }
     if (saved == SavedPlacement::Restore) {
-        if (haichi.RestorePlacement(GetDataFilePath(services_, DataFile::PlacementSave)) == 0)
+        if (!errors_.Note(
+                haichi.RestorePlacement(GetDataFilePath(services_, DataFile::PlacementSave))))
             return 0;
         if (haichi.TrimExcess() == 0)
             return 0;
         if (haichi.FillShortage() == 0)
             return 0;
     }
-    return haichi.PlaceAll(counts, saved);
+    return errors_.Note(haichi.PlaceAll(counts, saved)) ? 1 : 0;
 }
 
 void JobSession::RereadJob() {
@@ -95,7 +97,7 @@ void JobSession::RereadJob() {
     // A code that a failed re-read stores belongs to the command's own message, not to the
     // one the program ends on.
     const int32_t exitParam = app_.Run.ExitParam;
-    app_.ReadInput(services_);
+    errors_.Note(app_.ReadInput(services_));
     app_.Run.ExitParam = exitParam;
 }
 
@@ -179,7 +181,7 @@ bool JobSession::Finish(OkCancel end) {
         return true;
     if (!PassesExitCheck())
         return true;
-    if (CKs_FileSave(app_, services_).SaveAll() == 0)
+    if (!errors_.Note(CKs_FileSave(app_, services_).SaveAll()))
         return false;
     ended_ = true;
     app_.Run.DialogEnd = end;

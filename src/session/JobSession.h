@@ -148,6 +148,9 @@ class JobSession {
     // The job ended: by OK or Cancel, or by the operator's stop at the offset warning.
     bool Ended() const { return ended_; }
     bool Aborted() const { return aborted_; }
+    // The code the latest reading, placement or writing that left one left (error::kNone while
+    // none did): what kesto-batch reports when the result files were not written.
+    int32_t ErrorCode() const { return errors_.Code(); }
     // Saves the per-user values, frees the job and returns the settled exit code (the full
     // code; 999 after the offset stop, which saves nothing). A second call only repeats the code.
     int Exit();
@@ -173,6 +176,7 @@ class JobSession {
     SessionView* view_ = nullptr;
     EditHistory history_;
     const Selection* watched_ = nullptr;
+    LatestErrorCode errors_;
     bool ended_ = false;
     bool aborted_ = false;
     std::optional<int> exitCode_;

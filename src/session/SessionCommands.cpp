@@ -24,7 +24,7 @@ std::string JobSession::WhyShortText(int32_t seq) {
     const PartsInfo* part = FindPart(seq, true);
     if (part == nullptr)
         return {};
-    const std::optional<ShortReason> why = WhyShort(app_, services_, *part);
+    const std::optional<ShortReason> why = WhyShort(app_, *part);
     return why ? ShortReasonText(*why, services_.Messages) : std::string();
 }
 

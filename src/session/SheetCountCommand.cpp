@@ -50,7 +50,8 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
     CKs_Haichi haichi(app_, services_);
     haichi.RebuildCorners(koutei, {});
     const size_t stacksBefore = app_.HaichiList.size();
-    haichi.PlaceOnePart(part, koutei, Stacking::AllPalletsCapped, QuantityShare::SharedOut);
+    errors_.Note(
+        haichi.PlaceOnePart(part, koutei, Stacking::AllPalletsCapped, QuantityShare::SharedOut));
     part->PerStackLimit = ownLimit;
     part->OperatorPerStack = newCount;
     MarkStacksFrom(stacksBefore, kEditRestacked);

@@ -86,9 +86,9 @@ ChangeSet JobSession::Right(std::optional<int32_t> selectedSeq, const ShowChange
     part->PiecesSetAside = 0;
     const size_t stacksBefore = app_.HaichiList.size();
     // The pieces placed now join the part's stacks as they are, without sharing out.
-    CKs_Haichi(app_, services_, CandidatePallets(shown_, app_.Settings.PalletCount))
-        .PlaceOnePart(part, app_.KouteiAt(shown_.Koutei()), Stacking::PalletsInView,
-                      QuantityShare::AsPlaced);
+    errors_.Note(CKs_Haichi(app_, services_, CandidatePallets(shown_, app_.Settings.PalletCount))
+                     .PlaceOnePart(part, app_.KouteiAt(shown_.Koutei()), Stacking::PalletsInView,
+                                   QuantityShare::AsPlaced));
     MarkStacksFrom(stacksBefore, kEditReturned);
     const ChangeSet changed =
         Change::Parts | Change::SetAsideLine | Change::Stacks | Change::History;

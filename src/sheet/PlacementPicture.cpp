@@ -87,7 +87,7 @@ std::string ProcessTitle(const CKestoApp& app, const KouteiInfo& koutei, int32_t
 
 // One page per four pallets of each process, as the window's 4PALLET view (FLAT for a job
 // with one pallet) shows them; the other toggles are the operator's.
-void AddProcessPages(CKestoApp& app, const ViewState& shown, const MessageTable& messages,
+void AddProcessPages(const CKestoApp& app, const ViewState& shown, const MessageTable& messages,
                      const std::string& jobName, int32_t width, int32_t height,
                      PictureDocument& document) {
     const int32_t titleFont = TitleFont(app, messages);
@@ -161,7 +161,7 @@ void AddShortLines(const CKestoApp& app, const KouteiInfo& koutei,
     }
 }
 
-std::vector<ListingLine> ListingLines(CKestoApp& app, const Services& services,
+std::vector<ListingLine> ListingLines(const CKestoApp& app, const Services& services,
                                       const ListingFonts& fonts) {
     const MessageTable& messages = services.Messages;
     const SheetTexts texts = SheetTexts::From(messages);
@@ -193,7 +193,7 @@ std::vector<ListingLine> ListingLines(CKestoApp& app, const Services& services,
 
     lines.push_back({texts.Short, fonts.Heading, 0});
     before = lines.size();
-    const std::vector<ShortPart> reasons = WhyShortAll(app, services);
+    const std::vector<ShortPart> reasons = WhyShortAll(app);
     for (const KouteiInfo& koutei : app.KouteiList)
         AddShortLines(app, koutei, reasons, messages, fonts.Line, lines);
     emptySection(before);
@@ -212,7 +212,7 @@ std::vector<ListingLine> ListingLines(CKestoApp& app, const Services& services,
 
 // The listing as pages of width x height, one line below the other, a new page whenever
 // one is full.
-void AddListingPages(CKestoApp& app, const Services& services, const std::string& jobName,
+void AddListingPages(const CKestoApp& app, const Services& services, const std::string& jobName,
                      int32_t width, int32_t height, PictureDocument& document) {
     const MessageTable& messages = services.Messages;
     const int32_t titleFont = TitleFont(app, messages);
@@ -255,7 +255,7 @@ void AddListingPages(CKestoApp& app, const Services& services, const std::string
 
 }  // namespace
 
-PictureDocument BuildPlacementPictures(CKestoApp& app, const ViewState& shown,
+PictureDocument BuildPlacementPictures(const CKestoApp& app, const ViewState& shown,
                                        const Services& services, const std::string& jobName,
                                        int32_t width, int32_t height) {
     PictureDocument document;

@@ -23,9 +23,8 @@ class JobSession;
 // The pages of a placed job at width x height pixels: per process, its pallets four at a
 // time (the 4PALLET view, FLAT when the job has one pallet), every stack with its label, the
 // captions of the message file and a title with the process and the job file's name; then,
-// the listing page(s). The pages take the operator's toggles from shown;
-// neither the job nor shown is changed.
-PictureDocument BuildPlacementPictures(CKestoApp& app, const ViewState& shown,
+// the listing page(s). The pages take the operator's toggles from shown.
+PictureDocument BuildPlacementPictures(const CKestoApp& app, const ViewState& shown,
                                        const Services& services, const std::string& jobName,
                                        int32_t width, int32_t height);
 

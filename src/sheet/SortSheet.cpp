@@ -208,8 +208,8 @@ void DrawBlockNumbers(const CKestoApp& app, const PalletDrawing& drawing,
 
 // The pallet as the window's FLAT view would show it with its cells, in the print palette,
 // each stack tagged with its row of the table.
-void DrawPallet(CKestoApp& app, const MessageTable& messages, int32_t position, int32_t pallet,
-                const std::vector<const HaichiInfo*>& stacks, const StackTags& tags,
+void DrawPallet(const CKestoApp& app, const MessageTable& messages, int32_t position,
+                int32_t pallet, const std::vector<const HaichiInfo*>& stacks, const StackTags& tags,
                 const std::vector<int32_t>& numbers, const IntRect& box, PicturePage& page) {
     ViewState view;
     view.SetMode(PalletView::Flat);
@@ -271,7 +271,7 @@ size_t DrawRows(const SheetTable& table, const SheetTexts& texts,
 
 // The pages of one pallet: the drawing and the table's first rows, then as many pages as
 // the rest of the table needs, two columns of rows on each; the same header on every one.
-void AddPalletPages(CKestoApp& app, const MessageTable& messages, const SheetTexts& texts,
+void AddPalletPages(const CKestoApp& app, const MessageTable& messages, const SheetTexts& texts,
                     int32_t position, const KouteiInfo& koutei, int32_t pallet,
                     const std::vector<const HaichiInfo*>& stacks,
                     const std::vector<int32_t>& numbers, SheetBook& book) {
@@ -329,7 +329,7 @@ std::vector<int32_t> BlockNumbers(const CKestoApp& app) {
     return numbers;
 }
 
-PictureDocument BuildSortSheet(CKestoApp& app, const Services& services,
+PictureDocument BuildSortSheet(const CKestoApp& app, const Services& services,
                                const SheetHeading& heading) {
     PictureDocument document;
     TakeSettingsFonts(app, document);
@@ -357,7 +357,7 @@ PictureDocument BuildSortSheet(CKestoApp& app, const Services& services,
     return document;
 }
 
-PictureDocument BuildSortSheet(JobSession& session) {
+PictureDocument BuildSortSheet(const JobSession& session) {
     return BuildSortSheet(
         session.App(), session.Svc(),
         SheetHeading{PictureJobName(session), LocalDateTimeText(std::time(nullptr))});

@@ -19,12 +19,12 @@ namespace kesto {
 
 class JobSession;
 
-// The pages of the sheet; neither the job nor anything the window shows is changed.
-PictureDocument BuildSortSheet(CKestoApp& app, const Services& services,
+// The pages of the sheet.
+PictureDocument BuildSortSheet(const CKestoApp& app, const Services& services,
                                const SheetHeading& heading);
 
 // The sheet of the session's job as it stands now, named by its job file and dated now.
-PictureDocument BuildSortSheet(JobSession& session);
+PictureDocument BuildSortSheet(const JobSession& session);
 
 // Each block's number on its pallet by block index: 1, 2, ... in the order the cells are
 // numbered from the start corner; 0 for an index past the job's blocks.
@@ -35,7 +35,7 @@ std::vector<int32_t> BlockNumbers(const CKestoApp& app);
 uint8_t StandingCorner(const CKestoApp& app, const HaichiInfo& stack);
 
 // The summary pages, on from the sheet's pallet pages.
-void AddSummaryPages(CKestoApp& app, const Services& services, const SheetTexts& texts,
+void AddSummaryPages(const CKestoApp& app, const Services& services, const SheetTexts& texts,
                      const std::vector<int32_t>& blockNumbers, SheetBook& book);
 
 // "01 Laser cutting": a process as the sheet names it.

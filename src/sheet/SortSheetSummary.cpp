@@ -71,7 +71,7 @@ Section SetAside(const CKestoApp& app, const SheetTexts& texts) {
     return section;
 }
 
-Section Short(CKestoApp& app, const Services& services, const SheetTexts& texts) {
+Section Short(const CKestoApp& app, const Services& services, const SheetTexts& texts) {
     std::vector<SheetColumn> columns = {{texts.ColumnProcess, 200},
                                         {texts.ColumnPart, 120},
                                         {texts.ColumnName, 300},
@@ -81,7 +81,7 @@ Section Short(CKestoApp& app, const Services& services, const SheetTexts& texts)
     columns.push_back({texts.ColumnReason, kWidth - used, CellAlign::Left, true});
     Section section{texts.Short, SheetTable(columns)};
     std::unordered_map<const PartsInfo*, const ShortReason*> why;
-    const std::vector<ShortPart> reasons = WhyShortAll(app, services);
+    const std::vector<ShortPart> reasons = WhyShortAll(app);
     for (const ShortPart& r : reasons)
         why[r.Part] = &r.Reason;
     for (const KouteiInfo& koutei : app.KouteiList) {
@@ -171,7 +171,7 @@ class SummaryPages {
 
 }  // namespace
 
-void AddSummaryPages(CKestoApp& app, const Services& services, const SheetTexts& texts,
+void AddSummaryPages(const CKestoApp& app, const Services& services, const SheetTexts& texts,
                      const std::vector<int32_t>& blockNumbers, SheetBook& book) {
     SummaryPages pages(texts, book);
     pages.Add(SmallBoxes(app, texts));

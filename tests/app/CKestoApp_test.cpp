@@ -25,7 +25,6 @@ TEST_F(CKestoAppTest, StartedEmptyWithItsDefaults) {
     EXPECT_EQ(shown.StoredBlockDraw(), 0);
     EXPECT_EQ(app.Settings.InchMode, 0);
     EXPECT_EQ(app.Settings.OffsetSet, 0);
-    EXPECT_EQ(app.Run.ErrorCode, 0);
     EXPECT_TRUE(app.PartsList.Empty());
     EXPECT_EQ(app.HaichiList.Count, 0);
 }
@@ -50,7 +49,6 @@ TEST_F(CKestoAppTest, AddHaichiInfoWithoutMemory) {
         rec = app.AddHaichiInfo();
     }
     EXPECT_EQ(rec, nullptr);
-    EXPECT_EQ(app.Run.ErrorCode, 9015);
     EXPECT_EQ(app.HaichiList.Count, 0);
 }
 

@@ -20,7 +20,7 @@ class InputTest : public ::testing::Test {
         pallets = installation.Write("pallet/pallets.txt",
                                      "P1,PAL-A,0,100,0,50,0,0,0,0,0,0,0,3,3,5,5,Pallet A\nB1\n");
     }
-    int Run(const std::string& arguments) {
+    Outcome Run(const std::string& arguments) {
         app.Run.CommandLine = "kesto.exe " + arguments;
         return app.ReadInput(installation);
     }
@@ -31,9 +31,8 @@ class InputTest : public ::testing::Test {
 
 TEST_F(InputTest, WholeInputIsRead) {
     installation.Write("job/job.txt", kJob);
-    ASSERT_EQ(Run(pallets + " 1 0 20 0 2"), 1);
+    ASSERT_EQ(Run(pallets + " 1 0 20 0 2"), Outcome::Done());
     EXPECT_EQ(app.Run.ExitParam, 0);
-    EXPECT_EQ(app.Run.ErrorCode, 0);
     EXPECT_TRUE(app.Settings.DirectCodesAllowed);
     EXPECT_EQ(app.Settings.StartCorner, 2);
     EXPECT_EQ(app.PalletList.Count, 1);
@@ -46,18 +45,17 @@ TEST_F(InputTest, WholeInputIsRead) {
 
 TEST_F(InputTest, OnlyTheProgramPathIsPalletNotFound) {
     app.Run.CommandLine = "kesto.exe";
-    EXPECT_EQ(app.ReadInput(installation), 0);
-    EXPECT_EQ(app.Run.ErrorCode, 9020);
+    EXPECT_EQ(app.ReadInput(installation), Outcome::Failed(9020));
     EXPECT_EQ(app.Run.ExitParam, 9020);
 }
 
 TEST_F(InputTest, OffsetAZeroOrNegativeAppliesNoOffset) {
     installation.Write("job/job.txt", kJob);
-    ASSERT_EQ(Run(pallets + " 0 0 0"), 1);
+    ASSERT_TRUE(Run(pallets + " 0 0 0").Ok());
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
     app.FreeJob();
     app.ReadRegistrySettings(installation.Host);
-    ASSERT_EQ(Run(pallets + " 0 0 -5"), 1);
+    ASSERT_TRUE(Run(pallets + " 0 0 -5").Ok());
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
     EXPECT_EQ(app.Settings.OffsetSet, 0);
 }
@@ -66,20 +64,20 @@ TEST_F(InputTest, PalletFileThatCannotBeOpenedStopsBeforeTheJob) {
     installation.Write("job/job.txt", kJob);
     const std::string path = installation.Path("pallet/p.sock");
     test::MakeUnopenable(path);
-    EXPECT_EQ(Run(path), 0);
+    EXPECT_FALSE(Run(path).Ok());
     EXPECT_EQ(app.Run.ExitParam, 9021);
     EXPECT_TRUE(app.PartsList.Empty());
 }
 
 TEST_F(InputTest, MissingJobFile) {
-    EXPECT_EQ(Run(pallets), 0);
+    EXPECT_FALSE(Run(pallets).Ok());
     EXPECT_EQ(app.Run.ExitParam, 9010);
     EXPECT_EQ(app.PalletList.Count, 1);
 }
 
 TEST_F(InputTest, JobFileThatCannotBeOpened) {
     test::MakeUnopenable(installation.Path("job/job.txt"));
-    EXPECT_EQ(Run(pallets), 0);
+    EXPECT_FALSE(Run(pallets).Ok());
     EXPECT_EQ(app.Run.ExitParam, 9011);
 }
 
@@ -88,18 +86,17 @@ TEST_F(InputTest, UnreadableOutlineIsStoredWithoutStopping) {
     test::MakeUnopenable(outline);
     installation.Write("job/job.txt", "#PartsInfo\nA1,1,N,T,1,1,1,1,0,0,0,,,1,G,0000," + outline +
                                           ",1,,K1,1\n#End\n");
-    EXPECT_EQ(Run(pallets), 1);
-    EXPECT_EQ(app.Run.ErrorCode, 9026);
+    EXPECT_EQ(Run(pallets), Outcome::Done(9026));
     EXPECT_EQ(app.Run.ExitParam, 0);
     EXPECT_EQ(app.PartsList.Items.front().HasOutline, 0);
 }
 
 TEST_F(InputTest, RetryReadsTheInputAgain) {
     installation.Write("job/job.txt", kJob);
-    ASSERT_EQ(Run(pallets), 1);
+    ASSERT_TRUE(Run(pallets).Ok());
     app.FreeJob();
     app.ReadRegistrySettings(installation.Host);
-    ASSERT_EQ(app.ReadInput(installation), 1);
+    ASSERT_TRUE(app.ReadInput(installation).Ok());
     EXPECT_EQ(app.PalletList.Count, 1);
     EXPECT_EQ(app.PartsList.Count, 1);
     EXPECT_EQ(app.PartsList.Items.front().Seq, 1);

@@ -12,9 +12,9 @@ namespace {
 
 class OutlineFileTest : public ::testing::Test {
   protected:
-    int Read(const std::string& text) {
+    Outcome Read(const std::string& text) {
         part.OutlinePath = installation.Write("shape/part.txt", text);
-        return ReadOutline(app, part);
+        return ReadOutline(part);
     }
     test::Installation installation;
     CKestoApp app;
@@ -22,15 +22,15 @@ class OutlineFileTest : public ::testing::Test {
 };
 
 TEST_F(OutlineFileTest, EmptyFileGivesNoElements) {
-    EXPECT_EQ(Read(""), 1);
+    EXPECT_TRUE(Read("").Ok());
     EXPECT_EQ(part.ShapeCount, 0);
     EXPECT_TRUE(part.Shapes.empty());
 }
 
 TEST_F(OutlineFileTest, CommentLinesAreCountedButFillNothing) {
-    ASSERT_EQ(Read("$ head\nLine 0 1 2 3 1 2 3 4\n$ middle\nCircle 0 0 0 0 5 6 7\n"
-                   "Pixel 0 0 0 0 8 9\n"),
-              1);
+    ASSERT_TRUE(Read("$ head\nLine 0 1 2 3 1 2 3 4\n$ middle\nCircle 0 0 0 0 5 6 7\n"
+                     "Pixel 0 0 0 0 8 9\n")
+                    .Ok());
     ASSERT_EQ(part.ShapeCount, 5);
     ASSERT_EQ(part.Shapes.size(), 5u);
     EXPECT_EQ(part.Shapes[0].Kind, kShapeLine);
@@ -41,7 +41,7 @@ TEST_F(OutlineFileTest, CommentLinesAreCountedButFillNothing) {
 }
 
 TEST_F(OutlineFileTest, LineReadsFourParametersAndTheColour) {
-    ASSERT_EQ(Read("Line x 1 2 3 10.5 20 30 40 50\n"), 1);
+    ASSERT_TRUE(Read("Line x 1 2 3 10.5 20 30 40 50\n").Ok());
     const ShapeElement& e = part.Shapes[0];
     EXPECT_EQ(e.Color, 1u + 2u * 256 + 3u * 65536);
     EXPECT_DOUBLE_EQ(e.Params[0], 10.5);
@@ -53,7 +53,7 @@ TEST_F(OutlineFileTest, CcwArcReadsElevenParameters) {
     std::string line = "CcwArc 0 0 0 0";
     for (int i = 1; i <= 12; ++i)
         line += " " + std::to_string(i);
-    ASSERT_EQ(Read(line + "\n"), 1);
+    ASSERT_TRUE(Read(line + "\n").Ok());
     const ShapeElement& e = part.Shapes[0];
     EXPECT_EQ(e.Kind, kShapeCcwArc);
     EXPECT_DOUBLE_EQ(e.Params[10], 11);
@@ -61,16 +61,16 @@ TEST_F(OutlineFileTest, CcwArcReadsElevenParameters) {
 }
 
 TEST_F(OutlineFileTest, AngRectReadsEightParameters) {
-    ASSERT_EQ(Read("AngRect 0 0 0 0 1 2 3 4 5 6 7 8 9\n"), 1);
+    ASSERT_TRUE(Read("AngRect 0 0 0 0 1 2 3 4 5 6 7 8 9\n").Ok());
     EXPECT_EQ(part.Shapes[0].Kind, kShapeAngRect);
     EXPECT_DOUBLE_EQ(part.Shapes[0].Params[7], 8);
     EXPECT_DOUBLE_EQ(part.Shapes[0].Params[8], 0);
 }
 
 TEST_F(OutlineFileTest, LongerKeywordsWin) {
-    ASSERT_EQ(Read("NoScaleCircle 0 0 0 0 1 2 3 4\nAngRect 0 0 0 0\nNoAngRect 0 0 0 0 1 2 3 4 5\n"
-                   "NoScalePixel 0 0 0 0 1 2 3 4\nPixel 0 0 0 0 1 2 3\n"),
-              1);
+    ASSERT_TRUE(Read("NoScaleCircle 0 0 0 0 1 2 3 4\nAngRect 0 0 0 0\nNoAngRect 0 0 0 0 1 2 3 4 5\n"
+                     "NoScalePixel 0 0 0 0 1 2 3 4\nPixel 0 0 0 0 1 2 3\n")
+                    .Ok());
     EXPECT_EQ(part.Shapes[0].Kind, kShapeNoScaleCircle);
     EXPECT_DOUBLE_EQ(part.Shapes[0].Params[3], 0);
     EXPECT_EQ(part.Shapes[1].Kind, kShapeAngRect);
@@ -86,17 +86,17 @@ TEST_F(OutlineFileTest, LongerKeywordsWin) {
 }
 
 TEST_F(OutlineFileTest, KeywordIsFoundAsASubstring) {
-    ASSERT_EQ(Read("MyLine2 0 0 0 0 1\n"), 1);
+    ASSERT_TRUE(Read("MyLine2 0 0 0 0 1\n").Ok());
     EXPECT_EQ(part.Shapes[0].Kind, kShapeLine);
 }
 
 TEST_F(OutlineFileTest, ColourUsesTheLowEightBits) {
-    ASSERT_EQ(Read("Pixel 0 300 0 -1 1 2\n"), 1);
+    ASSERT_TRUE(Read("Pixel 0 300 0 -1 1 2\n").Ok());
     EXPECT_EQ(part.Shapes[0].Color, 44u + 255u * 65536);
 }
 
 TEST_F(OutlineFileTest, UnknownKeywordLeavesTheElementZero) {
-    ASSERT_EQ(Read("Spline 0 1 2 3 4 5\n"), 1);
+    ASSERT_TRUE(Read("Spline 0 1 2 3 4 5\n").Ok());
     ASSERT_EQ(part.ShapeCount, 1);
     EXPECT_EQ(part.Shapes[0].Kind, kShapeNone);
     EXPECT_EQ(part.Shapes[0].Color, 0u);
@@ -104,7 +104,7 @@ TEST_F(OutlineFileTest, UnknownKeywordLeavesTheElementZero) {
 }
 
 TEST_F(OutlineFileTest, RunsOfBlanksSeparateTabsDoNot) {
-    ASSERT_EQ(Read("   Line   0  1 2 3 4 5 6 7\nLine\t9 1 2 3 10 20 30 40\n"), 1);
+    ASSERT_TRUE(Read("   Line   0  1 2 3 4 5 6 7\nLine\t9 1 2 3 10 20 30 40\n").Ok());
     EXPECT_EQ(part.Shapes[0].Color, 1u + 2u * 256 + 3u * 65536);
     EXPECT_DOUBLE_EQ(part.Shapes[0].Params[0], 4);
     EXPECT_EQ(part.Shapes[1].Kind, kShapeLine);
@@ -114,13 +114,13 @@ TEST_F(OutlineFileTest, RunsOfBlanksSeparateTabsDoNot) {
 }
 
 TEST_F(OutlineFileTest, LastLineWithoutLineFeedIsNeitherReadNorCounted) {
-    ASSERT_EQ(Read("Line 0 0 0 0 1 1 1 1\nCircle 0 0 0 0 1 1 1"), 1);
+    ASSERT_TRUE(Read("Line 0 0 0 0 1 1 1 1\nCircle 0 0 0 0 1 1 1").Ok());
     EXPECT_EQ(part.ShapeCount, 1);
     EXPECT_EQ(part.Shapes.size(), 1u);
 }
 
 TEST_F(OutlineFileTest, CrLfFileReadsAsLf) {
-    ASSERT_EQ(Read("$c\r\nCircle 0 1 2 3 5 6 7\r\n"), 1);
+    ASSERT_TRUE(Read("$c\r\nCircle 0 1 2 3 5 6 7\r\n").Ok());
     EXPECT_EQ(part.ShapeCount, 2);
     EXPECT_EQ(part.Shapes[0].Kind, kShapeCircle);
     EXPECT_DOUBLE_EQ(part.Shapes[0].Params[2], 7);
@@ -131,9 +131,9 @@ TEST_F(OutlineFileTest, OverlongLinesAndBinaryBytesStayInBounds) {
     for (int i = 0; i < 300; ++i)
         line += " " + std::to_string(i);
     constexpr char kBinary[] = "\xFF\x01 \0 Line\n";
-    ASSERT_EQ(
-        Read(line + " " + std::string(200, 'x') + "\n" + std::string(kBinary, sizeof kBinary - 1)),
-        1);
+    ASSERT_TRUE(
+        Read(line + " " + std::string(200, 'x') + "\n" + std::string(kBinary, sizeof kBinary - 1))
+            .Ok());
     ASSERT_EQ(part.ShapeCount, 2);
     EXPECT_DOUBLE_EQ(part.Shapes[0].Params[3], 3);
     EXPECT_EQ(part.Shapes[1].Kind, kShapeNone);
@@ -142,35 +142,31 @@ TEST_F(OutlineFileTest, OverlongLinesAndBinaryBytesStayInBounds) {
 TEST_F(OutlineFileTest, MissingFileFailsWithoutCode) {
     part.OutlinePath = installation.Path("none.txt");
     part.ShapeCount = 3;
-    EXPECT_EQ(ReadOutline(app, part), 0);
+    EXPECT_EQ(ReadOutline(part), Outcome::Failed());
     EXPECT_EQ(part.ShapeCount, 0);
-    EXPECT_EQ(app.Run.ErrorCode, 0);
     EXPECT_TRUE(installation.Operator.Messages.empty());
 }
 
 TEST_F(OutlineFileTest, EmptyPathFailsWithoutCode) {
-    EXPECT_EQ(ReadOutline(app, part), 0);
-    EXPECT_EQ(app.Run.ErrorCode, 0);
+    EXPECT_EQ(ReadOutline(part), Outcome::Failed());
 }
 
 TEST_F(OutlineFileTest, FileThatCannotBeOpenedStores9026) {
     part.OutlinePath = installation.Path("shape/part.sock");
     test::MakeUnopenable(part.OutlinePath);
-    EXPECT_EQ(ReadOutline(app, part), 0);
-    EXPECT_EQ(app.Run.ErrorCode, 9026);
+    EXPECT_EQ(ReadOutline(part), Outcome::Failed(9026));
     EXPECT_EQ(part.ShapeCount, 0);
 }
 
 TEST_F(OutlineFileTest, NoMemoryForTheElementsFails) {
     part.OutlinePath = installation.Write("shape/part.txt", "Line 0 0 0 0 1 1 1 1\n");
-    int result = 1;
+    Outcome result;
     {
         test::ScopedAllocFailure failure(sizeof(ShapeElement));
-        result = ReadOutline(app, part);
+        result = ReadOutline(part);
     }
-    EXPECT_EQ(result, 0);
+    EXPECT_EQ(result, Outcome::Failed());
     EXPECT_EQ(part.ShapeCount, 0);
-    EXPECT_EQ(app.Run.ErrorCode, 0);
 }
 
 // 200 parts, enough to be read by several threads: every third outline has i + 1 lines, every
@@ -196,8 +192,7 @@ TEST_F(OutlineFileTest, ManyOutlinesReadAtOnceEndAsReadOneByOne) {
         }
         pointers.push_back(&p);
     }
-    ReadOutlines(app, pointers);
-    EXPECT_EQ(app.Run.ErrorCode, 9026);
+    EXPECT_EQ(ReadOutlines(pointers), Outcome::Done(9026));
     for (size_t i = 0; i < parts.size(); ++i) {
         const int32_t lines = i % 3 == 0 ? static_cast<int32_t>(i + 1) : 0;
         EXPECT_EQ(parts[i].HasOutline, i % 3 == 0 ? 1 : 0) << i;
@@ -207,8 +202,7 @@ TEST_F(OutlineFileTest, ManyOutlinesReadAtOnceEndAsReadOneByOne) {
 }
 
 TEST_F(OutlineFileTest, ReadingNoOutlinesChangesNothing) {
-    ReadOutlines(app, {});
-    EXPECT_EQ(app.Run.ErrorCode, 0);
+    EXPECT_EQ(ReadOutlines({}), Outcome::Done());
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ namespace {
 
 class PalletFileTest : public ::testing::Test {
   protected:
-    int Read(const std::string& text) {
+    Outcome Read(const std::string& text) {
         app.Run.PalletFilePath = installation.Write("pallet/pallets.txt", text);
         return ReadPalletFile(app);
     }
@@ -27,7 +27,7 @@ std::string PLine(int no, double d1, double d3) {
 }
 
 TEST_F(PalletFileTest, PLineFillsEveryColumn) {
-    ASSERT_EQ(Read("P7,PAL-A,1,2,3,4,5,6,7,8,9,10,11,12,13,14.5,15.5,Pallet A\n"), 1);
+    ASSERT_TRUE(Read("P7,PAL-A,1,2,3,4,5,6,7,8,9,10,11,12,13,14.5,15.5,Pallet A\n").Ok());
     ASSERT_EQ(app.PalletList.Count, 1);
     const PalletInfo& p = app.PalletList.Items.front();
     EXPECT_EQ(p.No, 7);
@@ -47,19 +47,19 @@ TEST_F(PalletFileTest, PLineFillsEveryColumn) {
 }
 
 TEST_F(PalletFileTest, OnlyB3AndB100SetOnlyFlag3) {
-    ASSERT_EQ(Read("B3\nB100\n"), 1);
+    ASSERT_TRUE(Read("B3\nB100\n").Ok());
     for (int n = 0; n < 100; ++n)
         EXPECT_EQ(app.BoxFlags[n], n == 3 ? 1 : 0) << n;
     EXPECT_EQ(app.PalletList.Count, 0);
 }
 
 TEST_F(PalletFileTest, BlanksAndTabsAroundB3AreTrimmed) {
-    ASSERT_EQ(Read(" \tB3\t \n"), 1);
+    ASSERT_TRUE(Read(" \tB3\t \n").Ok());
     EXPECT_EQ(app.BoxFlags[3], 1);
 }
 
 TEST_F(PalletFileTest, BLinesMustMatchExactly) {
-    ASSERT_EQ(Read("B07\nB5x\nB 6\nB0\nB99\n"), 1);
+    ASSERT_TRUE(Read("B07\nB5x\nB 6\nB0\nB99\n").Ok());
     EXPECT_EQ(app.BoxFlags[7], 0);
     EXPECT_EQ(app.BoxFlags[5], 0);
     EXPECT_EQ(app.BoxFlags[6], 0);
@@ -69,7 +69,7 @@ TEST_F(PalletFileTest, BLinesMustMatchExactly) {
 
 TEST_F(PalletFileTest, InchModeConvertsLengths) {
     app.Settings.InchMode = 1;
-    ASSERT_EQ(Read("P1,A,100,200,0,0,0,0,0,0,0,0,0,5,6,10,20,T\n"), 1);
+    ASSERT_TRUE(Read("P1,A,100,200,0,0,0,0,0,0,0,0,0,5,6,10,20,T\n").Ok());
     const PalletInfo& p = app.PalletList.Items.front();
     EXPECT_DOUBLE_EQ(p.SaveOffsetX, 100 * 0.03937);
     EXPECT_DOUBLE_EQ(p.SaveOffsetY, 200 * 0.03937);
@@ -80,21 +80,21 @@ TEST_F(PalletFileTest, InchModeConvertsLengths) {
 
 TEST_F(PalletFileTest, OffsetAZeroComputesNoOffset) {
     app.Settings.OffsetA = 0;
-    ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
+    ASSERT_TRUE(Read(PLine(1, 100, 50)).Ok());
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
     EXPECT_EQ(app.Settings.OffsetSet, 0);
 }
 
 TEST_F(PalletFileTest, NegativeOffsetAComputesNoOffset) {
     app.Settings.OffsetA = -20;
-    ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
+    ASSERT_TRUE(Read(PLine(1, 100, 50)).Ok());
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
     EXPECT_EQ(app.Settings.OffsetSet, 0);
 }
 
 TEST_F(PalletFileTest, OffsetAKeepsTheRemainingDistance) {
     app.Settings.OffsetA = 20;
-    ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
+    ASSERT_TRUE(Read(PLine(1, 100, 50)).Ok());
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 130);
     EXPECT_EQ(app.Settings.OffsetSet, 1);
 }
@@ -102,20 +102,20 @@ TEST_F(PalletFileTest, OffsetAKeepsTheRemainingDistance) {
 TEST_F(PalletFileTest, OffsetAWithInchMode) {
     app.Settings.InchMode = 1;
     app.Settings.OffsetA = 20;
-    ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
+    ASSERT_TRUE(Read(PLine(1, 100, 50)).Ok());
     EXPECT_NEAR(app.PalletList.Items.front().OffsetA, (150 - 20) * 0.03937, 1e-12);
 }
 
 TEST_F(PalletFileTest, OffsetABeyondThePalletIsNotStored) {
     app.Settings.OffsetA = 150;
-    ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
+    ASSERT_TRUE(Read(PLine(1, 100, 50)).Ok());
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
     EXPECT_EQ(app.Settings.OffsetSet, 0);
 }
 
 TEST_F(PalletFileTest, OffsetBKeepsTheValueItself) {
     app.Settings.OffsetB = 30;
-    ASSERT_EQ(Read(PLine(1, 100, 50) + PLine(2, 10, 10)), 1);
+    ASSERT_TRUE(Read(PLine(1, 100, 50) + PLine(2, 10, 10)).Ok());
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetB, 30);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.back().OffsetB, 0);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetA, 0);
@@ -125,12 +125,12 @@ TEST_F(PalletFileTest, OffsetBKeepsTheValueItself) {
 TEST_F(PalletFileTest, OffsetBWithInchModeIsConverted) {
     app.Settings.InchMode = 1;
     app.Settings.OffsetB = 30;
-    ASSERT_EQ(Read(PLine(1, 100, 50)), 1);
+    ASSERT_TRUE(Read(PLine(1, 100, 50)).Ok());
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().OffsetB, 30 * 0.03937);
 }
 
 TEST_F(PalletFileTest, SixPositionsOnOneXLineKeepFive) {
-    ASSERT_EQ(Read(PLine(1, 0, 0) + "R1X,10,20,30,40,50,60\n"), 1);
+    ASSERT_TRUE(Read(PLine(1, 0, 0) + "R1X,10,20,30,40,50,60\n").Ok());
     const PalletInfo& p = app.PalletList.Items.front();
     EXPECT_EQ(p.RackXCount, 5);
     EXPECT_EQ(p.RackYCount, 0);
@@ -140,7 +140,7 @@ TEST_F(PalletFileTest, SixPositionsOnOneXLineKeepFive) {
 }
 
 TEST_F(PalletFileTest, TwoXLinesOfThreeKeepFive) {
-    ASSERT_EQ(Read(PLine(1, 0, 0) + "R1X,1,2,3\nR1X,4,5,6\n"), 1);
+    ASSERT_TRUE(Read(PLine(1, 0, 0) + "R1X,1,2,3\nR1X,4,5,6\n").Ok());
     const PalletInfo& p = app.PalletList.Items.front();
     EXPECT_EQ(p.RackXCount, 5);
     EXPECT_DOUBLE_EQ(p.RackX[3], 4);
@@ -148,7 +148,7 @@ TEST_F(PalletFileTest, TwoXLinesOfThreeKeepFive) {
 }
 
 TEST_F(PalletFileTest, XYLineFillsBoth) {
-    ASSERT_EQ(Read(PLine(1, 0, 0) + "R1XY,7,8\nR1Y,9\n"), 1);
+    ASSERT_TRUE(Read(PLine(1, 0, 0) + "R1XY,7,8\nR1Y,9\n").Ok());
     const PalletInfo& p = app.PalletList.Items.front();
     EXPECT_EQ(p.RackXCount, 2);
     EXPECT_EQ(p.RackYCount, 3);
@@ -157,19 +157,19 @@ TEST_F(PalletFileTest, XYLineFillsBoth) {
 }
 
 TEST_F(PalletFileTest, RLineOfAnUndefinedPalletChangesNothing) {
-    ASSERT_EQ(Read(PLine(1, 0, 0) + "R2X,10\n"), 1);
+    ASSERT_TRUE(Read(PLine(1, 0, 0) + "R2X,10\n").Ok());
     const PalletInfo& p = app.PalletList.Items.front();
     EXPECT_EQ(p.RackXCount, 0);
     EXPECT_DOUBLE_EQ(p.RackPitch, 0);
 }
 
 TEST_F(PalletFileTest, RLineBeforeAnyPalletIsIgnored) {
-    ASSERT_EQ(Read("R0X,10\n"), 1);
+    ASSERT_TRUE(Read("R0X,10\n").Ok());
     EXPECT_TRUE(app.PalletList.Empty());
 }
 
 TEST_F(PalletFileTest, PitchGoesToTheLastPalletPositionsToTheNamedOne) {
-    ASSERT_EQ(Read(PLine(1, 0, 0) + PLine(2, 0, 0) + "R1X,10\n"), 1);
+    ASSERT_TRUE(Read(PLine(1, 0, 0) + PLine(2, 0, 0) + "R1X,10\n").Ok());
     const PalletInfo& first = app.PalletList.Items.front();
     const PalletInfo& last = app.PalletList.Items.back();
     EXPECT_EQ(first.RackXCount, 1);
@@ -180,7 +180,7 @@ TEST_F(PalletFileTest, PitchGoesToTheLastPalletPositionsToTheNamedOne) {
 }
 
 TEST_F(PalletFileTest, DuplicateNumberRacksFillTheFirst) {
-    ASSERT_EQ(Read(PLine(4, 0, 0) + PLine(4, 0, 0) + "R4Y,3\n"), 1);
+    ASSERT_TRUE(Read(PLine(4, 0, 0) + PLine(4, 0, 0) + "R4Y,3\n").Ok());
     EXPECT_EQ(app.PalletList.Count, 2);
     EXPECT_EQ(app.PalletList.Items.front().RackYCount, 1);
     EXPECT_EQ(app.PalletList.Items.back().RackYCount, 0);
@@ -188,45 +188,44 @@ TEST_F(PalletFileTest, DuplicateNumberRacksFillTheFirst) {
 
 TEST_F(PalletFileTest, InchModeRacks) {
     app.Settings.InchMode = 1;
-    ASSERT_EQ(Read(PLine(1, 0, 0) + "R1X,100\n"), 1);
+    ASSERT_TRUE(Read(PLine(1, 0, 0) + "R1X,100\n").Ok());
     const PalletInfo& p = app.PalletList.Items.front();
     EXPECT_DOUBLE_EQ(p.RackPitch, 1.1811);
     EXPECT_DOUBLE_EQ(p.RackX[0], 100 * 0.03937);
 }
 
 TEST_F(PalletFileTest, OtherLinesAreIgnored) {
-    ASSERT_EQ(Read("; comment\n\n   \nX1,2\np1,low\n"), 1);
+    ASSERT_TRUE(Read("; comment\n\n   \nX1,2\np1,low\n").Ok());
     EXPECT_TRUE(app.PalletList.Empty());
 }
 
 TEST_F(PalletFileTest, EmptyFileReadsNothing) {
-    ASSERT_EQ(Read(""), 1);
+    ASSERT_EQ(Read(""), Outcome::Done());
     EXPECT_TRUE(app.PalletList.Empty());
-    EXPECT_EQ(app.Run.ErrorCode, 0);
 }
 
 TEST_F(PalletFileTest, LastLineWithoutLineFeedIsNotRead) {
-    ASSERT_EQ(Read("P1,A\nP2,B"), 1);
+    ASSERT_TRUE(Read("P1,A\nP2,B").Ok());
     EXPECT_EQ(app.PalletList.Count, 1);
 }
 
 TEST_F(PalletFileTest, CrLfLinesReadAsLf) {
-    ASSERT_EQ(Read("P1,A,5\r\nB5\r\n"), 1);
+    ASSERT_TRUE(Read("P1,A,5\r\nB5\r\n").Ok());
     EXPECT_EQ(app.BoxFlags[5], 1);
     EXPECT_EQ(app.PalletList.Items.front().Name, "A");
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().SaveOffsetX, 5);
 }
 
 TEST_F(PalletFileTest, TextColumnsAreCutToTheirFields) {
-    ASSERT_EQ(Read("P1," + std::string(40, 'N') + ",0,0,0,0,0,0,0,0,0,0,0,0,0,0,0," +
-                   std::string(50, 'T') + "\n"),
-              1);
+    ASSERT_TRUE(Read("P1," + std::string(40, 'N') + ",0,0,0,0,0,0,0,0,0,0,0,0,0,0,0," +
+                     std::string(50, 'T') + "\n")
+                    .Ok());
     EXPECT_EQ(app.PalletList.Items.front().Name, std::string(31, 'N'));
     EXPECT_EQ(app.PalletList.Items.front().ScheduleText, std::string(31, 'T'));
 }
 
 TEST_F(PalletFileTest, BytesBeyondTheLineBufferAreNotSeen) {
-    ASSERT_EQ(Read("P7,N" + std::string(1100, ' ') + ",5\n"), 1);
+    ASSERT_TRUE(Read("P7,N" + std::string(1100, ' ') + ",5\n").Ok());
     const PalletInfo& p = app.PalletList.Items.front();
     EXPECT_EQ(p.No, 7);
     EXPECT_EQ(p.Name, "N");
@@ -237,14 +236,14 @@ TEST_F(PalletFileTest, MoreThan128FieldsAreCut) {
     std::string line = "R1X";
     for (int i = 0; i < 200; ++i)
         line += "," + std::to_string(i + 1);
-    ASSERT_EQ(Read(PLine(1, 0, 0) + line + "\n"), 1);
+    ASSERT_TRUE(Read(PLine(1, 0, 0) + line + "\n").Ok());
     EXPECT_EQ(app.PalletList.Items.front().RackXCount, 5);
     EXPECT_DOUBLE_EQ(app.PalletList.Items.front().RackX[4], 5);
 }
 
 TEST_F(PalletFileTest, BinaryBytesDoNotDisturbTheReader) {
     constexpr char kText[] = "P3,A\0B,1\n\xFF\x01\x7F\nB2\n";
-    ASSERT_EQ(Read(std::string(kText, sizeof kText - 1)), 1);
+    ASSERT_TRUE(Read(std::string(kText, sizeof kText - 1)).Ok());
     ASSERT_EQ(app.PalletList.Count, 1);
     EXPECT_EQ(app.PalletList.Items.front().No, 3);
     EXPECT_EQ(app.PalletList.Items.front().Name, "A");
@@ -254,33 +253,29 @@ TEST_F(PalletFileTest, BinaryBytesDoNotDisturbTheReader) {
 
 TEST_F(PalletFileTest, NoPathIsNotFound) {
     app.Run.PalletFilePath = "";
-    EXPECT_EQ(ReadPalletFile(app), 0);
-    EXPECT_EQ(app.Run.ErrorCode, 9020);
+    EXPECT_EQ(ReadPalletFile(app), Outcome::Failed(9020));
 }
 
 TEST_F(PalletFileTest, MissingFileIsNotFound) {
     app.Run.PalletFilePath = installation.Path("none.txt");
-    EXPECT_EQ(ReadPalletFile(app), 0);
-    EXPECT_EQ(app.Run.ErrorCode, 9020);
+    EXPECT_EQ(ReadPalletFile(app), Outcome::Failed(9020));
 }
 
 TEST_F(PalletFileTest, FileThatCannotBeOpened) {
     app.Run.PalletFilePath = installation.Path("pallet.sock");
     test::MakeUnopenable(app.Run.PalletFilePath);
-    EXPECT_EQ(ReadPalletFile(app), 0);
-    EXPECT_EQ(app.Run.ErrorCode, 9021);
+    EXPECT_EQ(ReadPalletFile(app), Outcome::Failed(9021));
 }
 
 TEST_F(PalletFileTest, NoMemoryForAPallet) {
     TextFile file;
     ASSERT_EQ(OpenFile(installation.Write("p.txt", "B4\nP1,A\n"), "rt", file), 1);
-    int result = 0;
+    Outcome result;
     {
         test::ScopedAllocFailure failure(sizeof(PalletInfo));
         result = ReadPalletLines(app, file.get());
     }
-    EXPECT_EQ(result, 0);
-    EXPECT_EQ(app.Run.ErrorCode, 9022);
+    EXPECT_EQ(result, Outcome::Failed(9022));
     EXPECT_EQ(app.BoxFlags[4], 1);
     EXPECT_EQ(app.PalletList.Count, 0);
 }

@@ -11,7 +11,7 @@ namespace {
 
 class SettingsTest : public ::testing::Test {
   protected:
-    int Init(const std::string& settings) {
+    Outcome Init(const std::string& settings) {
         installation.WriteDefaultSetupList();
         installation.Write("Kesto.ini", settings);
         return app.InitSettings(installation);
@@ -23,7 +23,7 @@ class SettingsTest : public ::testing::Test {
 TEST_F(SettingsTest, FontSetsAreReadAsData) {
     ASSERT_EQ(Init("[FontDefine]\nFontSet1=-12,0,0,128,\"MS Gothic\"\nFontSet2=12,0,0\n"
                    "FontSet3=10,0\nFontSet4=9,1,2,300,Sans,extra\n"),
-              1);
+              Outcome::Done());
     EXPECT_EQ(app.Settings.FontHeight[1], -12);
     EXPECT_EQ(app.Settings.FontCharSet[1], 128);
     EXPECT_EQ(app.Settings.FontNames[1], "MS Gothic");
@@ -34,13 +34,12 @@ TEST_F(SettingsTest, FontSetsAreReadAsData) {
     EXPECT_EQ(app.Settings.FontHeight[4], 9);
     EXPECT_EQ(app.Settings.FontCharSet[4], 44);
     EXPECT_EQ(app.Settings.FontNames[4], "Sans");
-    EXPECT_EQ(app.Run.ErrorCode, 0);
     EXPECT_TRUE(installation.Operator.Messages.empty());
 }
 
 TEST_F(SettingsTest, MissingFontKeyLeavesTheSetUndefined) {
     app.Settings.FontHeight = {7, 7, 7, 7, 7};
-    ASSERT_EQ(Init("[FontDefine]\nFontSet3=14,0,0,0,Mono\n"), 1);
+    ASSERT_TRUE(Init("[FontDefine]\nFontSet3=14,0,0,0,Mono\n").Ok());
     EXPECT_EQ(app.Settings.FontHeight[0], 0);
     EXPECT_EQ(app.Settings.FontHeight[1], 0);
     EXPECT_EQ(app.Settings.FontHeight[2], 0);
@@ -49,12 +48,12 @@ TEST_F(SettingsTest, MissingFontKeyLeavesTheSetUndefined) {
 }
 
 TEST_F(SettingsTest, MessageFileIsLoaded) {
-    ASSERT_EQ(Init("[KakuDlg]\nMsg001=1,Hello\n"), 1);
+    ASSERT_TRUE(Init("[KakuDlg]\nMsg001=1,Hello\n").Ok());
     EXPECT_EQ(installation.Messages.Get("KakuDlg", "Msg001"), "1,Hello");
 }
 
 TEST_F(SettingsTest, PalletSelectionIsRead) {
-    ASSERT_EQ(Init("[PalletSelect]\nPalletInfo=4,P\n"), 1);
+    ASSERT_TRUE(Init("[PalletSelect]\nPalletInfo=4,P\n").Ok());
     app.ReadPalletSelect(installation.Messages);
     EXPECT_EQ(app.Settings.PalletCount, 4);
     EXPECT_EQ(app.Settings.PalletPrefix, "P");
@@ -62,22 +61,21 @@ TEST_F(SettingsTest, PalletSelectionIsRead) {
 
 TEST_F(SettingsTest, MissingPalletSelectionGivesNoPallets) {
     app.Settings.PalletCount = 5;
-    ASSERT_EQ(Init("[FontDefine]\n"), 1);
+    ASSERT_TRUE(Init("[FontDefine]\n").Ok());
     app.ReadPalletSelect(installation.Messages);
     EXPECT_EQ(app.Settings.PalletCount, 0);
     EXPECT_EQ(app.Settings.PalletPrefix, "");
 }
 
 TEST_F(SettingsTest, PalletPrefixIsCut) {
-    ASSERT_EQ(Init("[PalletSelect]\nPalletInfo=2," + std::string(40, 'Q') + "\n"), 1);
+    ASSERT_TRUE(Init("[PalletSelect]\nPalletInfo=2," + std::string(40, 'Q') + "\n").Ok());
     app.ReadPalletSelect(installation.Messages);
     EXPECT_EQ(app.Settings.PalletPrefix, std::string(31, 'Q'));
 }
 
 TEST_F(SettingsTest, MissingSettingsFile) {
     installation.WriteDefaultSetupList();
-    EXPECT_EQ(app.InitSettings(installation), 0);
-    EXPECT_EQ(app.Run.ErrorCode, 9001);
+    EXPECT_EQ(app.InitSettings(installation), Outcome::Failed(9001));
     ASSERT_FALSE(installation.Operator.Messages.empty());
     EXPECT_EQ(installation.Operator.Messages.back(), "Initial File Not found");
 }
@@ -85,30 +83,28 @@ TEST_F(SettingsTest, MissingSettingsFile) {
 TEST_F(SettingsTest, NoSettingsFolderInTheSetupList) {
     installation.WriteSetupList({"IEJ : job/job.txt"});
     installation.Write("Kesto.ini", "[FontDefine]\n");
-    EXPECT_EQ(app.InitSettings(installation), 0);
-    EXPECT_EQ(app.Run.ErrorCode, 9001);
+    EXPECT_EQ(app.InitSettings(installation), Outcome::Failed(9001));
     EXPECT_EQ(installation.Operator.Messages.back(), "Initial File Not found");
 }
 
 TEST_F(SettingsTest, SettingsFolderFromTheSetupList) {
     installation.WriteSetupList({"MSG : msg/"});
     installation.Write("msg/Kesto.ini", "[PalletSelect]\nPalletInfo=2,Q\n");
-    ASSERT_EQ(app.InitSettings(installation), 1);
+    ASSERT_TRUE(app.InitSettings(installation).Ok());
     EXPECT_EQ(installation.Messages.Get("PalletSelect", "PalletInfo"), "2,Q");
 }
 
 TEST_F(SettingsTest, SettingsFileThatCannotBeLoaded) {
     installation.WriteDefaultSetupList();
     test::MakeUnopenable(installation.Path("Kesto.ini"));
-    EXPECT_EQ(app.InitSettings(installation), 0);
-    EXPECT_EQ(app.Run.ErrorCode, 0);
+    EXPECT_EQ(app.InitSettings(installation), Outcome::Failed());
     ASSERT_EQ(installation.Operator.Messages.size(), 2u);
     EXPECT_EQ(installation.Operator.Messages[0].rfind("File Open Error!![", 0), 0u);
     EXPECT_EQ(installation.Operator.Messages[1], "Initial File Initial Error");
 }
 
 TEST_F(SettingsTest, EmptySettingsFileDefinesNothing) {
-    ASSERT_EQ(Init(""), 1);
+    ASSERT_TRUE(Init("").Ok());
     EXPECT_EQ(app.Settings.FontHeight[1], 0);
     app.ReadPalletSelect(installation.Messages);
     EXPECT_EQ(app.Settings.PalletCount, 0);

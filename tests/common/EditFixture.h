@@ -69,7 +69,7 @@ class EditTest : public SessionTest {
         app.Settings.IsDirect = 0;
         shown.SetHit(HitBy::Single);
         drawing.SetArea({0, 0, 1080, 900});
-        EXPECT_EQ(CKs_Block(app, session.Svc()).SetUp(), 1);
+        EXPECT_TRUE(CKs_Block(app, session.Svc()).SetUp().Ok());
     }
 
     // The corner marks as the stacks make them, and the picture as the window shows it.

@@ -137,7 +137,7 @@ class PlacementTest : public ::testing::Test {
         AddPallet(GridPallet("PAL"));
         KouteiInfo& k = AddKoutei(1, "PAL");
         app->Settings.StartCorner = startCorner;
-        EXPECT_EQ(CKs_Block(*app, services).SetUp(), 1);
+        EXPECT_TRUE(CKs_Block(*app, services).SetUp().Ok());
         return k;
     }
     int AddBlock(int32_t kouteiNo, int32_t pallet, double x0, double y0, double x1, double y1) {

@@ -27,8 +27,8 @@ inline JobFiles WriteJobFiles(CKestoApp& app, const Services& services, const Te
     const std::string result = (folder.Path() / "result.txt").string();
     const std::string placement = (folder.Path() / "placement.txt").string();
     CKs_FileSave save(app, services);
-    EXPECT_NE(save.WriteResultFile(result), 0);
-    EXPECT_NE(save.WritePlacementFile(placement), 0);
+    EXPECT_TRUE(save.WriteResultFile(result).Ok());
+    EXPECT_TRUE(save.WritePlacementFile(placement).Ok());
     return {ReadFile(result), ReadFile(placement)};
 }
 

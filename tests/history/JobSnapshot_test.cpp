@@ -47,7 +47,7 @@ void ExpectLinksInto(CKestoApp& app, const CKestoApp& old) {
 }
 
 // The job's settings and its run are not records: a restore leaves the Direct mode the
-// operator chose since, the first failure and the end as they are.
+// operator chose since, the exit parameter and the end as they are.
 TEST(JobSnapshotTest, SettingsAndRunStayAsTheyAre) {
     PlacedJob job(SmallJobShape());
     ASSERT_TRUE(job.Started());
@@ -56,13 +56,11 @@ TEST(JobSnapshotTest, SettingsAndRunStayAsTheyAre) {
     const JobSnapshot snap = JobSnapshot::Take(app);
     app.Settings.IsDirect = 1;
     app.Settings.PalletPrefix = "PX";
-    app.Run.ErrorCode = 9015;
     app.Run.ExitParam = 12;
     app.Run.DialogEnd = OkCancel::Ok;
     snap.Restore(app);
     EXPECT_EQ(app.Settings.IsDirect, 1);
     EXPECT_EQ(app.Settings.PalletPrefix, "PX");
-    EXPECT_EQ(app.Run.ErrorCode, 9015);
     EXPECT_EQ(app.Run.ExitParam, 12);
     EXPECT_EQ(app.Run.DialogEnd, OkCancel::Ok);
 }

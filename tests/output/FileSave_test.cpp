@@ -27,17 +27,16 @@ class SaveAll : public OutputTest {
 };
 
 TEST_F(SaveAll, EmptyPartsListSucceedsAtOnceWithoutFiles) {
-    EXPECT_EQ(FileSave().SaveAll(), 1);
+    EXPECT_EQ(FileSave().SaveAll(), Outcome::Done());
 
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_ / "sys"), fs::directory_iterator{}), 0);
-    EXPECT_EQ(app_->Run.ErrorCode, 0);
 }
 
 TEST_F(SaveAll, WritesTheResultFileThenTheSaveFile) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
     AddExactPart();
 
-    EXPECT_EQ(FileSave().SaveAll(), 1);
+    EXPECT_TRUE(FileSave().SaveAll().Ok());
 
     EXPECT_EQ(ReadLines(Out("res.csv")), (Lines{"A,1,NA,1002,4,PLT001-G1,1,A"}));
     EXPECT_EQ(ReadLines(Out("res.csv_tmp")), (Lines{"A,1,NA,1,4"}));
@@ -50,9 +49,8 @@ TEST_F(SaveAll, FailedResultFileWritesNoSaveFile) {
     WriteSetupList("IEK : missing/res.csv\nIEL : out/save.csv\n");
     AddExactPart();
 
-    EXPECT_EQ(FileSave().SaveAll(), 0);
+    EXPECT_EQ(FileSave().SaveAll(), Outcome::Failed(9021));
 
-    EXPECT_EQ(app_->Run.ErrorCode, 9021);
     EXPECT_FALSE(fs::exists(Out("save.csv")));
 }
 
@@ -60,9 +58,8 @@ TEST_F(SaveAll, ResultKeyMissingCountsAsCannotOpen) {
     WriteSetupList("IEL : out/save.csv\n");
     AddExactPart();
 
-    EXPECT_EQ(FileSave().SaveAll(), 0);
+    EXPECT_EQ(FileSave().SaveAll(), Outcome::Failed(9021));
 
-    EXPECT_EQ(app_->Run.ErrorCode, 9021);
     EXPECT_FALSE(fs::exists(Out("save.csv")));
 }
 
@@ -70,9 +67,8 @@ TEST_F(SaveAll, SaveKeyMissingFailsAfterTheResultFile) {
     WriteSetupList("IEK : out/res.csv\n");
     AddExactPart();
 
-    EXPECT_EQ(FileSave().SaveAll(), 0);
+    EXPECT_EQ(FileSave().SaveAll(), Outcome::Failed(9023));
 
-    EXPECT_EQ(app_->Run.ErrorCode, 9023);
     EXPECT_TRUE(fs::exists(Out("res.csv")));
 }
 
@@ -82,7 +78,7 @@ TEST_F(SaveAll, ShortPartAcceptedDeletesTheResultAndStillWritesTheSaveFile) {
              {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     WriteFile(Out("res.csv"), "old\n");
 
-    EXPECT_EQ(FileSave().SaveAll(), 1);
+    EXPECT_TRUE(FileSave().SaveAll().Ok());
 
     EXPECT_FALSE(fs::exists(Out("res.csv")));
     EXPECT_EQ(ReadLines(Out("save.csv")).size(), 1u);
@@ -94,10 +90,9 @@ TEST_F(SaveAll, ShortPartRefusedWritesNoSaveFile) {
              {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     operator_.Answer = OkCancel::Cancel;
 
-    EXPECT_EQ(FileSave().SaveAll(), 0);
+    EXPECT_EQ(FileSave().SaveAll(), Outcome::Failed());
 
     EXPECT_FALSE(fs::exists(Out("save.csv")));
-    EXPECT_EQ(app_->Run.ErrorCode, 0);
 }
 
 TEST_F(SaveAll, RemovesTheStaleTemporariesOfItsThreeFilesBeforeWriting) {
@@ -112,7 +107,7 @@ TEST_F(SaveAll, RemovesTheStaleTemporariesOfItsThreeFilesBeforeWriting) {
     for (const std::string& name : kept)
         WriteFile(Out(name), "not ours");
 
-    EXPECT_EQ(FileSave().SaveAll(), 1);
+    EXPECT_TRUE(FileSave().SaveAll().Ok());
 
     for (const std::string& name : stale)
         EXPECT_FALSE(fs::exists(Out(name))) << name;
@@ -127,7 +122,7 @@ TEST_F(SaveAll, RemovesStaleTemporariesAlsoWhenTheJobHasNoParts) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
     WriteFile(Out("save.csv.kesto-ABC123"), "torn");
 
-    EXPECT_EQ(FileSave().SaveAll(), 1);
+    EXPECT_TRUE(FileSave().SaveAll().Ok());
 
     EXPECT_FALSE(fs::exists(Out("save.csv.kesto-ABC123")));
     EXPECT_FALSE(fs::exists(Out("save.csv")));
@@ -138,7 +133,7 @@ TEST_F(SaveAll, LeavesTemporariesOfTheTargetsInOtherFoldersAlone) {
     AddExactPart();
     WriteFile((dir_ / "sys" / "res.csv.kesto-ABC123").string(), "not ours");
 
-    EXPECT_EQ(FileSave().SaveAll(), 1);
+    EXPECT_TRUE(FileSave().SaveAll().Ok());
 
     EXPECT_EQ(ReadFile((dir_ / "sys" / "res.csv.kesto-ABC123").string()), "not ours");
 }

@@ -30,7 +30,7 @@ class PlacementFile : public OutputTest {
         a.SaveOffsetX = 10;
         a.SaveOffsetY = 5;
     }
-    int Write() { return FileSave().WritePlacementFile(path_); }
+    Outcome Write() { return FileSave().WritePlacementFile(path_); }
 
     std::string path_;
 };
@@ -59,7 +59,7 @@ TEST_F(PlacementFile, StackLinesCarryOffsetsBoxKindsAndTheStackFields) {
     b1.Corner = 1;
     b2.Corner = 2;
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_EQ(Write(), Outcome::Done());
 
     EXPECT_EQ(
         ReadLines(path_),
@@ -67,7 +67,6 @@ TEST_F(PlacementFile, StackLinesCarryOffsetsBoxKindsAndTheStackFields) {
             "A,1,NA,2,4,  190.2500,   45.0000,11,TA,  300.0000,  200.0000,    1.5000,7,3,A,0,4",
             "B,2,NB,1,3,   20.0000,    5.0000,12,TB,   50.0000,   60.0000,    2.0000,0,5,B,1,1",
             "B,2,NB,2,0,   20.0000,    5.0000,10,TB,   50.0000,   60.0000,    2.0000,0,5,B,2,2"}));
-    EXPECT_EQ(app_->Run.ErrorCode, 0);
 }
 
 TEST_F(PlacementFile, WithoutAMatchingPalletTheOffsetsAreZero) {
@@ -78,7 +77,7 @@ TEST_F(PlacementFile, WithoutAMatchingPalletTheOffsetsAreZero) {
              AddPart({.Code = "A", .SizeX = 30, .SizeY = 20, .Quantity = 1, .PieceHeight = 1}),
              {.Block = AddBlock(1, 1), .Pieces = 1, .X = 100, .Y = 7, .CountOnPart = true});
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_TRUE(Write().Ok());
 
     EXPECT_EQ(ReadLines(path_),
               (Lines{"A,1,NA,1,1,   70.0000,    7.0000,10,TA,   30.0000,   20.0000,    "
@@ -91,7 +90,7 @@ TEST_F(PlacementFile, PartWhoseStacksHoldNoPiecesAlsoGetsAnUnplacedLine) {
     AddStack(*app_, z,
              {.Block = AddBlock(1, 1), .Pieces = 0, .X = 10, .Y = 0, .CountOnPart = true});
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_TRUE(Write().Ok());
 
     EXPECT_EQ(ReadLines(path_),
               (Lines{"Z,1,NZ,1,0,    5.0000,    0.0000,10,TZ,    5.0000,    5.0000,    "
@@ -112,7 +111,7 @@ TEST_F(PlacementFile, PartForASmallBoxGetsOnlyTheUnplacedLineWithTheBoxKind) {
     AddStack(*app_, q,
              {.Block = AddBlock(1, 1), .Pieces = 2, .X = 10, .Y = 0, .CountOnPart = true});
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_TRUE(Write().Ok());
 
     EXPECT_EQ(ReadLines(path_), (Lines{"Q,1,NQ,0,2,0.0000,0.0000,77,TQ,    1.0000,    2.0000,    "
                                        "0.2500,0,-1,Q,-1,-1"}));
@@ -127,7 +126,7 @@ TEST_F(PlacementFile, BoxKindsFollowTheGlobalPalletSequence) {
     AddStack(*app_, AddPart({.Code = "C", .KouteiNo = 2, .Quantity = 1}),
              {.Block = AddBlock(2, 2), .Pieces = 1, .CountOnPart = true});  // s = 4: box 0
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_TRUE(Write().Ok());
 
     const Lines lines = ReadLines(path_);
     ASSERT_EQ(lines.size(), 3u);
@@ -141,10 +140,10 @@ TEST_F(PlacementFile, DirectCodeIsItsOwnBoxKindOnlyWithDirectFlag) {
     AddPart({.Code = "D", .Quantity = 3, .Destination = 99998});
     AddPart({.Code = "E", .Quantity = 4, .Destination = 99999});
 
-    ASSERT_EQ(Write(), 1);
+    ASSERT_TRUE(Write().Ok());
     EXPECT_EQ(ReadLines(path_)[0].substr(0, 30), "D,1,ND,0,3,0.0000,0.0000,-1,TD");
     app_->Settings.DirectCodesAllowed = true;
-    ASSERT_EQ(Write(), 1);
+    ASSERT_TRUE(Write().Ok());
     EXPECT_EQ(ReadLines(path_)[0].substr(0, 33), "D,1,ND,0,3,0.0000,0.0000,99998,TD");
     EXPECT_EQ(ReadLines(path_)[1].substr(0, 33), "E,1,NE,0,4,0.0000,0.0000,99999,TE");
 }
@@ -158,7 +157,7 @@ TEST_F(PlacementFile, ProcessNumbersOutsideTheCounterTableAreGuarded) {
     AddStack(*app_, AddPart({.Code = "N", .KouteiNo = -3, .Quantity = 1}),
              {.Block = AddBlock(-3, 1), .Pieces = 1, .CountOnPart = true});  // s = 1
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_TRUE(Write().Ok());
 
     const Lines lines = ReadLines(path_);
     ASSERT_EQ(lines.size(), 3u);
@@ -172,7 +171,7 @@ TEST_F(PlacementFile, StacksOutsideTheBlockTableAreNotWritten) {
     AddStack(*app_, a, {.Block = -1, .Pieces = 2, .CountOnPart = true});
     AddStack(*app_, a, {.Block = 40, .Pieces = 3, .CountOnPart = true});
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_TRUE(Write().Ok());
 
     EXPECT_EQ(ReadLines(path_), (Lines{"A,1,NA,0,5,0.0000,0.0000,10,TA,    0.0000,    0.0000,    "
                                        "0.0000,0,-1,A,-1,-1"}));
@@ -182,7 +181,7 @@ TEST_F(PlacementFile, NoBoxesGiveKindMinusOne) {
     AddStack(*app_, AddPart({.Code = "A", .Quantity = 1}),
              {.Block = AddBlock(1, 1), .Pieces = 1, .CountOnPart = true});
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_TRUE(Write().Ok());
 
     EXPECT_EQ(ReadLines(path_)[0].substr(0, 38), "A,1,NA,1,1,    0.0000,    0.0000,-1,TA");
 }
@@ -190,12 +189,9 @@ TEST_F(PlacementFile, NoBoxesGiveKindMinusOne) {
 TEST_F(PlacementFile, EmptyPathOrMissingFolderSets9023) {
     AddPart({.Code = "A", .Quantity = 1});
 
-    EXPECT_EQ(FileSave().WritePlacementFile(""), 0);
-    EXPECT_EQ(app_->Run.ErrorCode, 9023);
-    app_->Run.ErrorCode = 0;
+    EXPECT_EQ(FileSave().WritePlacementFile(""), Outcome::Failed(9023));
     path_ = PathOf("missing/save.csv");
-    EXPECT_EQ(Write(), 0);
-    EXPECT_EQ(app_->Run.ErrorCode, 9023);
+    EXPECT_EQ(Write(), Outcome::Failed(9023));
 }
 
 TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
@@ -208,10 +204,9 @@ TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
     WriteFile(path_, "old save\n");
     {
         const FileSizeLimit limit(64);
-        EXPECT_EQ(Write(), 0);
+        EXPECT_EQ(Write(), Outcome::Failed(9024));
     }
 
-    EXPECT_EQ(app_->Run.ErrorCode, 9024);
     EXPECT_EQ(ReadFile(path_), "old save\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator{}), 2);
 }
@@ -224,10 +219,9 @@ TEST_F(PlacementFile, FailedUnplacedLineSets9025AndKeepsTheOldFile) {
     WriteFile(path_, "old save\n");
     {
         const FileSizeLimit limit(64);
-        EXPECT_EQ(Write(), 0);
+        EXPECT_EQ(Write(), Outcome::Failed(9025));
     }
 
-    EXPECT_EQ(app_->Run.ErrorCode, 9025);
     EXPECT_EQ(ReadFile(path_), "old save\n");
 }
 
@@ -236,12 +230,10 @@ TEST_F(PlacementFile, FailureOnlySeenWhenClosingIsNamedByTheLastLineWritten) {
     AddStack(*app_, AddPart({.Code = "A", .Quantity = 1}),
              {.Block = AddBlock(1, 1), .Pieces = 1, .CountOnPart = true});
     fs::create_directories(path_);
-    EXPECT_EQ(Write(), 0);
-    EXPECT_EQ(app_->Run.ErrorCode, 9024);
+    EXPECT_EQ(Write(), Outcome::Failed(9024));
 
     AddPart({.Code = "U", .Quantity = 1});
-    EXPECT_EQ(Write(), 0);
-    EXPECT_EQ(app_->Run.ErrorCode, 9025);
+    EXPECT_EQ(Write(), Outcome::Failed(9025));
     EXPECT_TRUE(fs::is_directory(path_));
 }
 

@@ -24,7 +24,7 @@ class ResultFile : public OutputTest {
         AddPart({.No = 12, .Code = "B", .Quantity = 3});
         AddPart({.Code = "C", .Quantity = 2, .Destination = 101});
     }
-    int Write() { return FileSave().WriteResultFile(path_); }
+    Outcome Write() { return FileSave().WriteResultFile(path_); }
 
     std::string path_;
 };
@@ -32,21 +32,20 @@ class ResultFile : public OutputTest {
 TEST_F(ResultFile, EveryPartPlacedExactlyWritesBothFilesWithoutAsking) {
     AddExactJob();
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_EQ(Write(), Outcome::Done());
 
     EXPECT_EQ(ReadLines(path_ + "_tmp"),
               (Lines{"A01,1,NA01,1,4", "A01,1,NA01,2,6", "0012,1,NB,0,3", "0003,1,NC,0,2"}));
     EXPECT_EQ(ReadLines(path_), (Lines{"A01,1,NA01,1002,10,PLT001-G1,1,A01",
                                        "B,1,NB,0,3,PLT001-G1,1,B", "C,1,NC,0,2,PLT001-G1,1,C"}));
     EXPECT_TRUE(operator_.KakuNumbers.empty());
-    EXPECT_EQ(app_->Run.ErrorCode, 0);
 }
 
 TEST_F(ResultFile, StacksOfNoPiecesAreSummarisedWithTheQuantityAfterThem) {
     AddStack(*app_, AddPart({.Code = "D", .Quantity = 5}),
              {.Block = AddBlock(1, 1), .Pieces = 0, .CountOnPart = true});
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_TRUE(Write().Ok());
 
     EXPECT_EQ(ReadLines(path_ + "_tmp"), (Lines{"D,1,ND,1,0", "0001,1,ND,0,5"}));
 }
@@ -56,7 +55,7 @@ TEST_F(ResultFile, SetAsidePiecesAskMessage208AndOkDeletesTheResultFile) {
     app_->PartsList.Head()->PiecesSetAside = 1;
     WriteFile(path_, "old result\n");
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_TRUE(Write().Ok());
 
     EXPECT_EQ(operator_.KakuNumbers, (std::vector<std::pair<int, int>>{{208, 0}}));
     EXPECT_FALSE(fs::exists(path_));
@@ -69,12 +68,11 @@ TEST_F(ResultFile, PartlyStackedPartIsShortAndCancelKeepsTheOldResult) {
     WriteFile(path_, "old result\n");
     operator_.Answer = OkCancel::Cancel;
 
-    EXPECT_EQ(Write(), 0);
+    EXPECT_EQ(Write(), Outcome::Failed());
 
     EXPECT_EQ(operator_.KakuNumbers.size(), 1u);
     EXPECT_EQ(ReadFile(path_), "old result\n");
     EXPECT_EQ(ReadLines(path_ + "_tmp"), (Lines{"A,1,NA,1,4"}));
-    EXPECT_EQ(app_->Run.ErrorCode, 0);
 }
 
 TEST_F(ResultFile, PartWithoutPlacedPiecesIsNotShort) {
@@ -82,7 +80,7 @@ TEST_F(ResultFile, PartWithoutPlacedPiecesIsNotShort) {
     AddStack(*app_, AddPart({.Code = "Z", .Quantity = 10}),
              {.Block = AddBlock(1, 1), .Pieces = 0, .CountOnPart = true});
 
-    EXPECT_EQ(Write(), 1);
+    EXPECT_TRUE(Write().Ok());
 
     EXPECT_TRUE(operator_.KakuNumbers.empty());
     EXPECT_EQ(ReadLines(path_).size(), 2u);
@@ -91,9 +89,8 @@ TEST_F(ResultFile, PartWithoutPlacedPiecesIsNotShort) {
 TEST_F(ResultFile, EmptyPathCannotBeOpened) {
     AddExactJob();
 
-    EXPECT_EQ(FileSave().WriteResultFile(""), 0);
+    EXPECT_EQ(FileSave().WriteResultFile(""), Outcome::Failed(9021));
 
-    EXPECT_EQ(app_->Run.ErrorCode, 9021);
     EXPECT_FALSE(fs::exists("_tmp"));
 }
 
@@ -101,9 +98,8 @@ TEST_F(ResultFile, SideFileInAMissingFolderSets9021) {
     AddExactJob();
     path_ = PathOf("missing/result.csv");
 
-    EXPECT_EQ(Write(), 0);
+    EXPECT_EQ(Write(), Outcome::Failed(9021));
 
-    EXPECT_EQ(app_->Run.ErrorCode, 9021);
     EXPECT_FALSE(fs::exists(PathOf("missing")));
 }
 
@@ -112,9 +108,8 @@ TEST_F(ResultFile, SideFileThatCannotBeReplacedSets9022AndLeavesTheResult) {
     fs::create_directories(path_ + "_tmp");
     WriteFile(path_, "old result\n");
 
-    EXPECT_EQ(Write(), 0);
+    EXPECT_EQ(Write(), Outcome::Failed(9022));
 
-    EXPECT_EQ(app_->Run.ErrorCode, 9022);
     EXPECT_EQ(ReadFile(path_), "old result\n");
     EXPECT_TRUE(fs::is_directory(path_ + "_tmp"));
 }
@@ -123,9 +118,8 @@ TEST_F(ResultFile, ResultFileThatCannotBeReplacedSets9022) {
     AddExactJob();
     fs::create_directories(path_);
 
-    EXPECT_EQ(Write(), 0);
+    EXPECT_EQ(Write(), Outcome::Failed(9022));
 
-    EXPECT_EQ(app_->Run.ErrorCode, 9022);
     EXPECT_TRUE(fs::is_directory(path_));
     EXPECT_EQ(ReadLines(path_ + "_tmp").size(), 4u);
 }
@@ -137,10 +131,9 @@ TEST_F(ResultFile, FailedSideWriteLeavesTheOldFilesByteForByte) {
     WriteFile(path_, "old result\n");
     {
         const FileSizeLimit limit(10);
-        EXPECT_EQ(Write(), 0);
+        EXPECT_EQ(Write(), Outcome::Failed(9022));
     }
 
-    EXPECT_EQ(app_->Run.ErrorCode, 9022);
     EXPECT_EQ(ReadFile(path_ + "_tmp"), "old side\r\n");
     EXPECT_EQ(ReadFile(path_), "old result\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator{}), 3);
@@ -153,10 +146,9 @@ TEST_F(ResultFile, FailedResultWriteLeavesTheOldResultByteForByte) {
     WriteFile(path_, "old result\n");
     {
         const FileSizeLimit limit(20);
-        EXPECT_EQ(Write(), 0);
+        EXPECT_EQ(Write(), Outcome::Failed(9022));
     }
 
-    EXPECT_EQ(app_->Run.ErrorCode, 9022);
     EXPECT_EQ(ReadLines(path_ + "_tmp"), (Lines{"A,1,NA,1,10"}));
     EXPECT_EQ(ReadFile(path_), "old result\n");
 }

@@ -16,11 +16,11 @@ class ResultGroups : public OutputTest {
         AddBox(1, 11);
     }
     // Runs the writer into a file of the test folder and returns the lines written.
-    std::vector<std::string> Write(int expectedResult = 1) {
+    std::vector<std::string> Write() {
         const std::string path = PathOf("result.csv");
         std::FILE* file = std::fopen(path.c_str(), "w");
         const StackIndex stacks(*app_);
-        EXPECT_EQ(WriteResultGroups(*app_, stacks, file), expectedResult);
+        EXPECT_EQ(WriteResultGroups(*app_, stacks, file), Outcome::Done());
         std::fclose(file);
         return ReadLines(path);
     }
@@ -191,8 +191,7 @@ TEST_F(ResultGroups, FailedWriteSets9022) {
     std::FILE* readOnly = std::fopen(path.c_str(), "r");
     const StackIndex stacks(*app_);
 
-    EXPECT_EQ(WriteResultGroups(*app_, stacks, readOnly), 0);
-    EXPECT_EQ(app_->Run.ErrorCode, 9022);
+    EXPECT_EQ(WriteResultGroups(*app_, stacks, readOnly), Outcome::Failed(9022));
     std::fclose(readOnly);
 }
 

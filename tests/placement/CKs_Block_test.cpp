@@ -88,7 +88,7 @@ TEST_F(BlockTest, TableIsOrderedByProcessThenPalletThenColumnThenRow) {
     AddKoutei(7, "B");
     AddKoutei(3, "A");
     app->Settings.PalletCount = 2;
-    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
+    ASSERT_TRUE(CKs_Block(*app, services).SetUp().Ok());
     ASSERT_EQ(app->Blocks.Count(), 36);
     EXPECT_EQ(app->Blocks.Capacity(), 100);
     EXPECT_EQ(app->Blocks[0].KouteiNo, 7);
@@ -104,7 +104,7 @@ TEST_F(BlockTest, SetUpLinksEachProcessToTheFirstPalletOfItsName) {
     PalletInfo& first = AddPallet(GridPallet("PAL"));
     AddPallet(GridPallet("PAL"));
     KouteiInfo& k = AddKoutei(1, "PAL");
-    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
+    ASSERT_TRUE(CKs_Block(*app, services).SetUp().Ok());
     EXPECT_EQ(k.Pallet, &first);
 }
 
@@ -114,16 +114,15 @@ TEST_F(BlockTest, ZeroColumnsYieldNoBlocks) {
     AddPallet(p);
     AddKoutei(1, "PAL");
     app->Settings.StartCorner = 0;
-    EXPECT_EQ(CKs_Block(*app, services).SetUp(), 1);
+    EXPECT_EQ(CKs_Block(*app, services).SetUp(), Outcome::Done());
     EXPECT_EQ(app->Blocks.Count(), 0);
-    EXPECT_EQ(app->Run.ErrorCode, 0);
 }
 
 TEST_F(BlockTest, ProcessWithoutPalletShowsMessageOneAndBuildsNothing) {
     AddPallet(GridPallet("PAL"));
     AddKoutei(1, "PAL");
     AddKoutei(2, "NONE");
-    EXPECT_EQ(CKs_Block(*app, services).SetUp(), 0);
+    EXPECT_FALSE(CKs_Block(*app, services).SetUp().Ok());
     EXPECT_EQ(op.KakuNumbers, (std::vector<std::pair<int, int>>{{1, 0}}));
     EXPECT_EQ(app->Blocks.Count(), 0);
 }
@@ -133,8 +132,7 @@ TEST_F(BlockTest, MoreCellsThanTheCapacityShowCountOverAnd9102) {
     KouteiInfo& k = AddKoutei(1, "PAL");
     k.Pallet = &*app->PalletList.begin();
     app->Blocks.SetCapacity(4);
-    EXPECT_EQ(CKs_Block(*app, services).Build(), 0);
-    EXPECT_EQ(app->Run.ErrorCode, 9102);
+    EXPECT_EQ(CKs_Block(*app, services).Build(), Outcome::Failed(9102));
     EXPECT_EQ(app->Blocks.Count(), 4);
     EXPECT_EQ(op.Messages, (std::vector<std::string>{"Block Data Area Set Count Over"}));
 }
@@ -145,31 +143,28 @@ TEST_F(BlockTest, AbsurdCapacityFailsWith9101WithoutAllocating) {
     p.CellsY = 100000;
     AddPallet(p);
     AddKoutei(1, "PAL");
-    EXPECT_EQ(CKs_Block(*app, services).SetUp(), 0);
-    EXPECT_EQ(app->Run.ErrorCode, 9101);
+    EXPECT_EQ(CKs_Block(*app, services).SetUp(), Outcome::Failed(9101));
     EXPECT_TRUE(op.Messages.empty());
 }
 
 TEST_F(BlockTest, TableThatCannotBeAllocatedFailsWith9101) {
     app->Blocks.SetCapacity(100);
-    int result = -1;
+    Outcome result;
     {
         ScopedAllocFailure fail(50 * sizeof(BlockInfo));
         result = CKs_Block(*app, services).Build();
     }
-    EXPECT_EQ(result, 0);
-    EXPECT_EQ(app->Run.ErrorCode, 9101);
+    EXPECT_EQ(result, Outcome::Failed(9101));
 }
 
 TEST_F(BlockTest, NegativeCapacityFailsWith9101) {
     app->Blocks.SetCapacity(-1);
-    EXPECT_EQ(CKs_Block(*app, services).Build(), 0);
-    EXPECT_EQ(app->Run.ErrorCode, 9101);
+    EXPECT_EQ(CKs_Block(*app, services).Build(), Outcome::Failed(9101));
 }
 
 TEST_F(BlockTest, EmptyProcessListBuildsNothingAndSucceeds) {
     app->Blocks.SetCapacity(10);
-    EXPECT_EQ(CKs_Block(*app, services).Build(), 1);
+    EXPECT_TRUE(CKs_Block(*app, services).Build().Ok());
     EXPECT_EQ(app->Blocks.Size(), 10u);
     EXPECT_EQ(app->Blocks.Count(), 0);
 }

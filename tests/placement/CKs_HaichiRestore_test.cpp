@@ -49,7 +49,7 @@ class RestoreTest : public PlacementTest {
         p.SaveKey = p.Seq;
         return p;
     }
-    int Restore(const std::vector<std::string>& lines) {
+    Outcome Restore(const std::vector<std::string>& lines) {
         return CKs_Haichi(*app, services).RestorePlacement(WriteSave(lines));
     }
 };
@@ -68,8 +68,8 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     GridJob();
     KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
     KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .PerStackLimit = 2});
-    ASSERT_EQ(CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
-              1);
+    ASSERT_TRUE(
+        CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore).Ok());
     std::vector<std::string> lines;
     for (const HaichiInfo& h : app->HaichiList) {
         lines.push_back(SaveLine(h, app->Blocks[h.BlockIndex].PalletNo));
@@ -85,7 +85,7 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
     GridJob();
     PartsInfo& a = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
     PartsInfo& b = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .PerStackLimit = 2});
-    ASSERT_EQ(CKs_Haichi(*app, services).RestorePlacement(path), 1);
+    ASSERT_TRUE(CKs_Haichi(*app, services).RestorePlacement(path).Ok());
     EXPECT_EQ(Snapshot(*app), before);
     EXPECT_EQ(a.PiecesPlaced, 10);
     EXPECT_EQ(b.PiecesPlaced, 6);
@@ -97,7 +97,7 @@ TEST_F(RestoreTest, SavedStacksComeBackTheSame) {
 TEST_F(RestoreTest, LineWithBlockMinusOneFailsTheRestore) {
     GridJob();
     KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
-    EXPECT_EQ(Restore({Line("A1", 0, 0, 50, 50, 6, -1, -1)}), 0);
+    EXPECT_FALSE(Restore({Line("A1", 0, 0, 50, 50, 6, -1, -1)}).Ok());
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -105,26 +105,26 @@ TEST_F(RestoreTest, LinesOfUnknownOrBoxedPartsOrMissingProcessesAreIgnored) {
     GridJob();
     KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .Destination = 100});
     KeyedPart({.KouteiNo = 5, .SizeX = 50, .SizeY = 50, .Quantity = 6});
-    EXPECT_EQ(Restore({Line("A9", 0, 0, 50, 50, 6, -1, -1), Line("A1", 0, 0, 50, 50, 6, -1, -1),
-                       Line("A2", 0, 0, 50, 50, 6, -1, -1)}),
-              1);
+    EXPECT_TRUE(Restore({Line("A9", 0, 0, 50, 50, 6, -1, -1), Line("A1", 0, 0, 50, 50, 6, -1, -1),
+                         Line("A2", 0, 0, 50, 50, 6, -1, -1)})
+                    .Ok());
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
 TEST_F(RestoreTest, StoredBlockOutsideTheTableIgnoresTheLine) {
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
-    EXPECT_EQ(Restore({Line("A1", 940, 10, 50, 50, 6, 999, 4)}), 1);
+    EXPECT_TRUE(Restore({Line("A1", 940, 10, 50, 50, 6, 999, 4)}).Ok());
     EXPECT_TRUE(app->HaichiList.Empty());
     EXPECT_EQ(p.PiecesPlaced, 0);
 }
 
 TEST_F(RestoreTest, MissingFileOrEmptyListsSucceedWithoutStacks) {
-    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement("/nonexistent/kesto/save.txt"), 1);
+    EXPECT_TRUE(CKs_Haichi(*app, services).RestorePlacement("/nonexistent/kesto/save.txt").Ok());
     GridJob();
-    EXPECT_EQ(Restore({Line("A1", 940, 10, 50, 50, 6, 0, 4)}), 1);
+    EXPECT_TRUE(Restore({Line("A1", 940, 10, 50, 50, 6, 0, 4)}).Ok());
     KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
-    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement(""), 1);
+    EXPECT_TRUE(CKs_Haichi(*app, services).RestorePlacement("").Ok());
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -133,13 +133,13 @@ TEST_F(RestoreTest, FileThatCannotBeOpenedFailsTheRestore) {
     KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
     const auto path = Folder("sock") / "s";
     ASSERT_NO_FATAL_FAILURE(test::MakeUnopenable(path.string()));
-    EXPECT_EQ(CKs_Haichi(*app, services).RestorePlacement(path.string()), 0);
+    EXPECT_FALSE(CKs_Haichi(*app, services).RestorePlacement(path.string()).Ok());
 }
 
 TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 6});
-    ASSERT_EQ(Restore({Line("A1", 940, 160, 50, 50, 4, 0, 8, 3)}), 1);
+    ASSERT_TRUE(Restore({Line("A1", 940, 160, 50, 50, 4, 0, 8, 3)}).Ok());
     const HaichiInfo& h = *StacksOf(p).at(0);
     EXPECT_DOUBLE_EQ(h.X, 990);
     EXPECT_DOUBLE_EQ(h.Y, 160);
@@ -152,24 +152,33 @@ TEST_F(RestoreTest, RestoredStackTakesItsFieldsFromTheLine) {
     EXPECT_EQ(app->Blocks[0].CornerMask, 8);
 }
 
+TEST_F(RestoreTest, ALineGoesToTheFirstPartWithItsSaveKey) {
+    GridJob();
+    PartsInfo& first = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .SaveKey = 1});
+    PartsInfo& second = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 6, .SaveKey = 1});
+    ASSERT_TRUE(Restore({Line("A1", 940, 160, 50, 50, 4, 0, 8)}).Ok());
+    EXPECT_EQ(first.PiecesPlaced, 4);
+    EXPECT_EQ(second.PiecesPlaced, 0);
+}
+
 TEST_F(RestoreTest, LastCoveredBlockWins) {
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 410, .Quantity = 1});
-    ASSERT_EQ(Restore({Line("A1", 690, 10, 300, 410, 1, 5, 4)}), 1);
+    ASSERT_TRUE(Restore({Line("A1", 690, 10, 300, 410, 1, 5, 4)}).Ok());
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
 
 TEST_F(RestoreTest, CornerPointFindsTheBlockWhenNoneIsCovered) {
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
-    ASSERT_EQ(Restore({Line("A1", 700, 230, 50, 50, 1, 5, 4)}), 1);
+    ASSERT_TRUE(Restore({Line("A1", 700, 230, 50, 50, 1, 5, 4)}).Ok());
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
 
 TEST_F(RestoreTest, StoredBlockIsKeptWhenNoBlockIsFound) {
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
-    ASSERT_EQ(Restore({Line("A1", 5000, 5000, 50, 50, 1, 5, 4)}), 1);
+    ASSERT_TRUE(Restore({Line("A1", 5000, 5000, 50, 50, 1, 5, 4)}).Ok());
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 5);
     EXPECT_EQ(app->Blocks[5].Occupant, p.Seq);
 }
@@ -178,7 +187,7 @@ TEST_F(RestoreTest, SearchStaysOnTheStoredBlocksPallet) {
     app->Settings.PalletCount = 2;
     GridJob();
     PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
-    ASSERT_EQ(Restore({Line("A1", 690, 10, 300, 200, 1, 9, 4)}), 1);
+    ASSERT_TRUE(Restore({Line("A1", 690, 10, 300, 200, 1, 9, 4)}).Ok());
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 9);
 }
 
@@ -186,9 +195,9 @@ TEST_F(RestoreTest, BlocksOfOtherProcessesAreTakenToo) {
     AddPallet(GridPallet("PAL"));
     AddKoutei(1, "PAL");
     AddKoutei(2, "PAL");
-    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
+    ASSERT_TRUE(CKs_Block(*app, services).SetUp().Ok());
     PartsInfo& p = KeyedPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
-    ASSERT_EQ(Restore({Line("A1", 690, 10, 300, 200, 1, 0, 4)}), 1);
+    ASSERT_TRUE(Restore({Line("A1", 690, 10, 300, 200, 1, 0, 4)}).Ok());
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 9);
 }
 

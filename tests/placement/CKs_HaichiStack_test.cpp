@@ -10,7 +10,7 @@ namespace {
 
 class StackPartTest : public PlacementTest {
   protected:
-    int Stack(KouteiInfo& k, PartsInfo& p, Stacking mode) {
+    Outcome Stack(KouteiInfo& k, PartsInfo& p, Stacking mode) {
         CKs_Haichi h(*app, services, CandidatePallets(shown, app->Settings.PalletCount));
         return h.StackPart(&k, &p, mode);
     }
@@ -27,7 +27,7 @@ using Cand = std::array<int, 4>;
 TEST_F(StackPartTest, QuantityTenWithFourPerStackGivesStacksOfFourThreeThree) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
-    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 3, 3}));
     EXPECT_EQ(p.PiecesPlaced, 10);
 }
@@ -35,14 +35,14 @@ TEST_F(StackPartTest, QuantityTenWithFourPerStackGivesStacksOfFourThreeThree) {
 TEST_F(StackPartTest, QuantityThatIsAMultipleOfNum4GetsStacksOfExactlyNum4) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 12, .PerStackLimit = 4});
-    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 4, 4}));
 }
 
 TEST_F(StackPartTest, FirstStackStandsInCornerFourOfTheFirstBlock) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart({.SizeX = 100, .SizeY = 50, .Quantity = 1});
-    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     const HaichiInfo& h = *StacksOf(p).at(0);
     EXPECT_EQ(h.Corner, 4);
     EXPECT_EQ(h.BlockIndex, 0);
@@ -55,7 +55,7 @@ TEST_F(StackPartTest, HeightLimitBelowOnePieceRecordsEmptyStacksInTheFirstBlock)
     KouteiInfo& k = GridJob();
     app->PalletList.begin()->MaxStackHeight = 0.5;
     PartsInfo& p = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 10, .PieceHeight = 1.0});
-    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     std::vector<int> flags, blocks;
     for (const HaichiInfo* h : StacksOf(p)) {
         flags.push_back(h->Corner);
@@ -71,7 +71,7 @@ TEST_F(StackPartTest, PieceWithoutHeightSetsNoCap) {
     KouteiInfo& k = GridJob();
     app->PalletList.begin()->MaxStackHeight = -5;
     PartsInfo& p = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 3, .PieceHeight = 0.0});
-    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3}));
 }
 
@@ -79,7 +79,7 @@ TEST_F(StackPartTest, HeightCapCutsPiecesToWhatThePalletHolds) {
     KouteiInfo& k = GridJob();
     app->PalletList.begin()->MaxStackHeight = 10;
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 7, .PieceHeight = 3.0});
-    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 3, 1}));
 }
 
@@ -88,7 +88,7 @@ TEST_F(StackPartTest, BlockServingAnotherPartIsNeverUsed) {
     PartsInfo& other = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1});
     PartsInfo& p = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
     app->Blocks[0].Occupant = other.Seq;
-    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
 
@@ -98,7 +98,7 @@ TEST_F(StackPartTest, ClearanceOverAnotherPartsBlockCornerRefusesTheBlock) {
     PartsInfo& other = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1});
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     app->Blocks[3].Occupant = other.Seq;
-    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
 
@@ -109,7 +109,7 @@ TEST_F(StackPartTest, StackOutsideTheProcessAreaIsRefused) {
     AddBlock(1, 1, 100, 10, 400, 210);
     AddBlock(1, 1, 410, 10, 710, 210);
     PartsInfo& p = AddPart({.SizeX = 350, .SizeY = 100, .Quantity = 1});
-    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 1);
 }
 
@@ -119,7 +119,7 @@ TEST_F(StackPartTest, PartAsLargeAsTheAreaIsAcceptedWhereverItFalls) {
     k.Pallet = &*app->PalletList.begin();
     AddBlock(1, 1, 100, 10, 400, 210);
     PartsInfo& p = AddPart({.SizeX = 350, .SizeY = 100, .Quantity = 1});
-    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     ASSERT_EQ(StacksOf(p).size(), 1u);
     EXPECT_DOUBLE_EQ(StacksOf(p)[0]->X, 400);
 }
@@ -128,7 +128,7 @@ TEST_F(StackPartTest, ProcessWithoutPalletPlacesNothing) {
     KouteiInfo& k = AddKoutei(1, "PAL");
     AddBlock(1, 1, 100, 10, 400, 210);
     PartsInfo& p = AddPart({.SizeX = 50, .SizeY = 50, .Quantity = 1});
-    EXPECT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    EXPECT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -159,7 +159,7 @@ TEST_F(StackPartTest, FourPalletViewFromPalletTwoNeverReachesPalletOne) {
     shown.SetMode(PalletView::FourPallet);
     shown.SetPallet(2);
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 40, .PerStackLimit = 1});
-    ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::PalletsInView).Ok());
     std::set<int> pallets;
     for (const HaichiInfo* h : StacksOf(p))
         pallets.insert(app->Blocks[h->BlockIndex].PalletNo);
@@ -174,7 +174,7 @@ TEST_F(StackPartTest, ModeOneSharesTheQuantityOverThisCallsStacksOnly) {
         AddStack(*app, p, {.Block = 8, .Pieces = 1, .X = 370, .Y = 430, .Corner = kCornerMaxMin});
     app->Blocks[8].Occupant = p.Seq;
     p.PiecesPlaced = 1;
-    ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::PalletsInView).Ok());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 3, 2}));
     EXPECT_EQ(older.Pieces, 1);
     EXPECT_EQ(p.PiecesPlaced, 5);
@@ -184,9 +184,9 @@ TEST_F(StackPartTest, ModeOneDoesNotSharePiecesPlacedAsTheyAre) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(
         {.SizeX = 300, .SizeY = 200, .Quantity = 5, .PiecesSetAside = 1, .PerStackLimit = 2});
-    ASSERT_EQ(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
-                  .PlaceOnePart(&p, &k, Stacking::PalletsInView, QuantityShare::AsPlaced),
-              1);
+    ASSERT_TRUE(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
+                    .PlaceOnePart(&p, &k, Stacking::PalletsInView, QuantityShare::AsPlaced)
+                    .Ok());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{2, 2}));
 }
 
@@ -194,7 +194,7 @@ TEST_F(StackPartTest, ModeOneCapsAtNum4AndShares) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart(
         {.SizeX = 300, .SizeY = 200, .Quantity = 5, .PiecesSetAside = 1, .PerStackLimit = 2});
-    ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::PalletsInView).Ok());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 2}));
 }
 
@@ -204,8 +204,8 @@ TEST_F(StackPartTest, ModeTwoUsesEveryPalletAndModeOneOnlyTheCurrent) {
     shown.SetPallet(2);
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     PartsInfo& q = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
-    ASSERT_EQ(Stack(k, p, Stacking::AllPalletsCapped), 1);
-    ASSERT_EQ(Stack(k, q, Stacking::PalletsInView), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPalletsCapped).Ok());
+    ASSERT_TRUE(Stack(k, q, Stacking::PalletsInView).Ok());
     EXPECT_EQ(app->Blocks[StacksOf(p).at(0)->BlockIndex].PalletNo, 1);
     EXPECT_EQ(app->Blocks[StacksOf(q).at(0)->BlockIndex].PalletNo, 2);
 }
@@ -217,10 +217,10 @@ TEST_F(StackPartTest, OnlyTheFirstThousandStacksOfACallAreShared) {
     pal.CellsY = 30;
     AddPallet(pal);
     KouteiInfo& k = AddKoutei(1, "PAL");
-    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
+    ASSERT_TRUE(CKs_Block(*app, services).SetUp().Ok());
     ASSERT_EQ(app->Blocks.Count(), 1200);
     PartsInfo& p = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1100, .PerStackLimit = 1});
-    ASSERT_EQ(Stack(k, p, Stacking::PalletsInView), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::PalletsInView).Ok());
     const std::vector<int32_t> values = ValuesOf(p);
     ASSERT_EQ(values.size(), 1100u);
     EXPECT_EQ(values[0], 2);
@@ -233,7 +233,7 @@ TEST_F(StackPartTest, OnlyTheFirstThousandStacksOfACallAreShared) {
 TEST_F(StackPartTest, PartDoneStopsBeforeTheNextBlock) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 2, .PiecesPlaced = 2});
-    ASSERT_EQ(Stack(k, p, Stacking::AllPallets), 1);
+    ASSERT_TRUE(Stack(k, p, Stacking::AllPallets).Ok());
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 

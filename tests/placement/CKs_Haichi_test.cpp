@@ -81,22 +81,22 @@ TEST(TruncToInt32, CutsToTheRangeAndTruncates) {
 class PlaceAllTest : public PlacementTest {
   protected:
     // PlaceAll on a new engine.
-    int PlaceAll(PlacedCounts counts = PlacedCounts::Quantity,
-                 SavedPlacement saved = SavedPlacement::Ignore) {
+    Outcome PlaceAll(PlacedCounts counts = PlacedCounts::Quantity,
+                     SavedPlacement saved = SavedPlacement::Ignore) {
         return CKs_Haichi(*app, services).PlaceAll(counts, saved);
     }
 };
 
 TEST_F(PlaceAllTest, EmptyProcessListSucceedsWithoutMessage) {
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 5});
-    EXPECT_EQ(PlaceAll(), 1);
+    EXPECT_TRUE(PlaceAll().Ok());
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
 TEST_F(PlaceAllTest, FullyPlacedJobShowsNoMessage) {
     GridJob();
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
-    EXPECT_EQ(PlaceAll(), 1);
+    EXPECT_TRUE(PlaceAll().Ok());
     EXPECT_EQ(p.PiecesPlaced, 10);
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{4, 3, 3}));
     EXPECT_TRUE(op.KakuNumbers.empty());
@@ -105,7 +105,7 @@ TEST_F(PlaceAllTest, FullyPlacedJobShowsNoMessage) {
 TEST_F(PlaceAllTest, PartLeftShortShowsMessageEight) {
     GridJob();
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 20, .PerStackLimit = 1});
-    EXPECT_EQ(PlaceAll(), 1);
+    EXPECT_TRUE(PlaceAll().Ok());
     EXPECT_EQ(p.PiecesPlaced, 9);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{8, 0}}));
 }
@@ -114,7 +114,7 @@ TEST_F(PlaceAllTest, PartialPlacementShowsNoMessageAndKeepsTheQuantity) {
     GridJob();
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 20, .PerStackLimit = 1});
     p.PartialQuantity = 3;
-    EXPECT_EQ(PlaceAll(PlacedCounts::Kept), 1);
+    EXPECT_TRUE(PlaceAll(PlacedCounts::Kept).Ok());
     EXPECT_EQ(p.PiecesPlaced, 3);
     EXPECT_EQ(p.Quantity, 20);
     EXPECT_EQ(p.PartialQuantity, 3);
@@ -123,8 +123,8 @@ TEST_F(PlaceAllTest, PartialPlacementShowsNoMessageAndKeepsTheQuantity) {
 
 TEST_F(PlaceAllTest, BoundsCoverTheBlocksOfTheProcess) {
     GridJob();
-    EXPECT_EQ(CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
-              1);
+    EXPECT_TRUE(
+        CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore).Ok());
     const LengthRect bounds = ProcessBounds(*app, app->KouteiAt(1));
     EXPECT_DOUBLE_EQ(bounds.X0, 70);
     EXPECT_DOUBLE_EQ(bounds.X1, 990);
@@ -144,13 +144,12 @@ TEST_F(PlaceAllTest, NoProcessHasTheEmptyBounds) {
 TEST_F(PlaceAllTest, StackThatCannotBeAllocatedFailsThePlacement) {
     GridJob();
     AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 10, .PerStackLimit = 4});
-    int result = -1;
+    Outcome result;
     {
         ScopedAllocFailure fail(sizeof(HaichiInfo));
         result = PlaceAll();
     }
-    EXPECT_EQ(result, 0);
-    EXPECT_EQ(app->Run.ErrorCode, 9015);
+    EXPECT_EQ(result, Outcome::Failed(9015));
     EXPECT_TRUE(app->HaichiList.Empty());
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
@@ -159,7 +158,7 @@ TEST_F(PlaceAllTest, PartsOfSmallBoxesAndOtherProcessesAreSkipped) {
     GridJob();
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 5, .Destination = 100});
     PartsInfo& stranger = AddPart({.KouteiNo = 9, .SizeX = 10, .SizeY = 10, .Quantity = 5});
-    EXPECT_EQ(PlaceAll(), 1);
+    EXPECT_TRUE(PlaceAll().Ok());
     EXPECT_TRUE(app->HaichiList.Empty());
     EXPECT_EQ(stranger.PiecesPlaced, 0);
     EXPECT_EQ(op.KakuNumbers, (Kaku{{8, 0}}));
@@ -170,7 +169,7 @@ TEST_F(PlaceAllTest, RestoreSkipsRestoredPartsThatNeedNothingMore) {
     PartsInfo& restored =
         AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 5, .PiecesPlaced = 5, .SaveKey = 3});
     PartsInfo& fresh = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 2});
-    EXPECT_EQ(PlaceAll(PlacedCounts::Quantity, SavedPlacement::Restore), 1);
+    EXPECT_TRUE(PlaceAll(PlacedCounts::Quantity, SavedPlacement::Restore).Ok());
     EXPECT_TRUE(StacksOf(restored).empty());
     EXPECT_EQ(fresh.PiecesPlaced, 2);
 }
@@ -178,7 +177,7 @@ TEST_F(PlaceAllTest, RestoreSkipsRestoredPartsThatNeedNothingMore) {
 TEST_F(PlaceAllTest, RestoreValueTwoSkipsEveryPart) {
     GridJob();
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 2});
-    EXPECT_EQ(PlaceAll(PlacedCounts::Quantity, static_cast<SavedPlacement>(2)), 1);
+    EXPECT_TRUE(PlaceAll(PlacedCounts::Quantity, static_cast<SavedPlacement>(2)).Ok());
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -186,7 +185,7 @@ TEST_F(PlaceAllTest, SharingSpreadsTheQuantityOverAllStacksOfThePart) {
     GridJob();
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 7, .PieceHeight = 3.0});
     app->PalletList.begin()->MaxStackHeight = 10;
-    EXPECT_EQ(PlaceAll(), 1);
+    EXPECT_TRUE(PlaceAll().Ok());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{3, 2, 2}));
     EXPECT_EQ(p.PiecesPlaced, 7);
 }
@@ -198,7 +197,7 @@ TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack
         AddStack(*app, p,
                  {.Block = i, .Pieces = 5, .X = 990, .Y = 10 + 210.0 * i, .Corner = kCornerMaxMin});
     p.PiecesPlaced = 15;
-    EXPECT_EQ(PlaceAll(PlacedCounts::Kept), 1);
+    EXPECT_TRUE(PlaceAll(PlacedCounts::Kept).Ok());
     EXPECT_EQ(ValuesOf(p), (std::vector<int32_t>{1, 0, 0}));
     EXPECT_EQ(p.Quantity, 15);
 }
@@ -206,9 +205,9 @@ TEST_F(PlaceAllTest, PartialSharingWithQuantityZeroLeavesOnePieceInTheFirstStack
 TEST_F(PlaceAllTest, PlaceOnePartWithModeZeroPlacesNothing) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 2});
-    EXPECT_EQ(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
-                  .PlaceOnePart(&p, &k, Stacking::AllPallets, QuantityShare::SharedOut),
-              1);
+    EXPECT_TRUE(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
+                    .PlaceOnePart(&p, &k, Stacking::AllPallets, QuantityShare::SharedOut)
+                    .Ok());
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -216,18 +215,18 @@ TEST_F(PlaceAllTest, PlaceOnePartClearsCornerMarksWhenNoStackExists) {
     KouteiInfo& k = GridJob();
     PartsInfo& p = AddPart({.SizeX = 300, .SizeY = 200, .Quantity = 1});
     app->Blocks[0].CornerMask = 15;
-    EXPECT_EQ(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
-                  .PlaceOnePart(&p, &k, Stacking::PalletsInView, QuantityShare::SharedOut),
-              1);
+    EXPECT_TRUE(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
+                    .PlaceOnePart(&p, &k, Stacking::PalletsInView, QuantityShare::SharedOut)
+                    .Ok());
     EXPECT_EQ(StacksOf(p).at(0)->BlockIndex, 0);
 }
 
 TEST_F(PlaceAllTest, PlaceOnePartWithEmptyPartsListReturnsOne) {
     KouteiInfo& k = GridJob();
     PartsInfo stray;
-    EXPECT_EQ(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
-                  .PlaceOnePart(&stray, &k, Stacking::PalletsInView, QuantityShare::SharedOut),
-              1);
+    EXPECT_TRUE(CKs_Haichi(*app, services, CandidatePallets(shown, app->Settings.PalletCount))
+                    .PlaceOnePart(&stray, &k, Stacking::PalletsInView, QuantityShare::SharedOut)
+                    .Ok());
     EXPECT_TRUE(app->HaichiList.Empty());
 }
 
@@ -238,9 +237,9 @@ class GeneratedJobTest : public PlacementTest, public ::testing::WithParamInterf
 
 TEST_P(GeneratedJobTest, PlacementKeepsTheInvariants) {
     FillApp(*app, GenerateJob(GetParam()));
-    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
-    ASSERT_EQ(CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore),
-              1);
+    ASSERT_TRUE(CKs_Block(*app, services).SetUp().Ok());
+    ASSERT_TRUE(
+        CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore).Ok());
     std::map<int, const PartsInfo*> server;
     std::map<const PartsInfo*, int64_t> sums;
     for (const HaichiInfo& h : app->HaichiList) {

@@ -99,6 +99,26 @@ TEST_F(CornerQueryTest, AskingChangesNothingInTheJob) {
     EXPECT_EQ(part->PiecesPlaced, 0);
 }
 
+TEST_F(CornerQueryTest, RoomForListsTheBlocksThatFitAndWhetherOneIsFree) {
+    const PlacementIndex index(*app);
+    for (const PlacementIndex* with : {static_cast<const PlacementIndex*>(nullptr), &index}) {
+        const BlockRoom room = RoomFor(*app, with, *koutei, *part);
+        EXPECT_EQ(room.Fitting, (std::vector<int>{0, 1, 2}));
+        EXPECT_TRUE(room.Free);
+    }
+}
+
+TEST_F(CornerQueryTest, RoomForFindsNoFreeBlockWhenAnotherPartHoldsThemAll) {
+    for (int i = 0; i < 3; ++i)
+        app->Blocks[i].Occupant = other->Seq;
+    const PlacementIndex index(*app);
+    for (const PlacementIndex* with : {static_cast<const PlacementIndex*>(nullptr), &index}) {
+        const BlockRoom room = RoomFor(*app, with, *koutei, *part);
+        EXPECT_EQ(room.Fitting.size(), 3u);
+        EXPECT_FALSE(room.Free);
+    }
+}
+
 TEST(Collides, AStackMeetsAFootprintThatTouchesItWithinTheTolerance) {
     PartsInfo p = MakePart({.SizeX = 20, .SizeY = 20});
     HaichiInfo h;

@@ -133,7 +133,7 @@ TEST_F(GeneratedInstallationTest, CrowdedOutlinesMissEverySeventh) {
     EXPECT_TRUE(std::filesystem::exists(root / "job" / "outline" / "A040.txt"));
     testServices.Host.Folder.Folder = inst.Root;
     app->Run.CommandLine = inst.CommandLine;
-    ASSERT_EQ(app->ReadInput(services), 1);
+    ASSERT_TRUE(app->ReadInput(services).Ok());
     int without = 0;
     for (const PartsInfo& p : app->PartsList) {
         const bool missing = p.SaveKey % 7 == 0;
@@ -152,12 +152,12 @@ TEST_F(GeneratedInstallationTest, CrowdedJobLeavesPartsShort) {
         WriteInstallation(root.string(), GenerateJob(CrowdedJobShape()), CrowdedInstallOptions());
     testServices.Host.Folder.Folder = inst.Root;
     app->Run.CommandLine = inst.CommandLine;
-    ASSERT_EQ(app->InitSettings(services), 1);
-    ASSERT_EQ(app->ReadInput(services), 1);
+    ASSERT_TRUE(app->InitSettings(services).Ok());
+    ASSERT_TRUE(app->ReadInput(services).Ok());
     app->ReadPalletSelect(testServices.Messages);
-    ASSERT_EQ(CKs_Block(*app, services).SetUp(), 1);
-    ASSERT_EQ(CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Restore),
-              1);
+    ASSERT_TRUE(CKs_Block(*app, services).SetUp().Ok());
+    ASSERT_TRUE(
+        CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Restore).Ok());
     ASSERT_EQ(op.KakuNumbers.size(), 1u);
     EXPECT_EQ(op.KakuNumbers[0].first, kaku::kPartsLeftShort);
     std::map<const PartsInfo*, std::pair<int, int64_t>> stacks;  // count, pieces
@@ -182,7 +182,7 @@ TEST_F(GeneratedInstallationTest, WrittenInstallationReadsBackAsTheJob) {
     const Installation inst = WriteInstallation(root.string(), job);
     testServices.Host.Folder.Folder = inst.Root;
     app->Run.CommandLine = inst.CommandLine;
-    ASSERT_EQ(app->ReadInput(services), 1);
+    ASSERT_TRUE(app->ReadInput(services).Ok());
     EXPECT_EQ(app->PartsList.Count, 40);
     EXPECT_EQ(app->PalletList.Count, 3);
     EXPECT_EQ(app->KouteiList.Count, 3);

@@ -43,11 +43,12 @@ class ShortReasonTest : public PlacementTest {
             AddBlock(1, 1, i * (100 + gap), 0, i * (100 + gap) + 100, 100);
     }
     void PlaceAll() {
-        ASSERT_EQ(
-            CKs_Haichi(*app, services).PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore), 1);
+        ASSERT_TRUE(CKs_Haichi(*app, services)
+                        .PlaceAll(PlacedCounts::Quantity, SavedPlacement::Ignore)
+                        .Ok());
     }
     ShortReason Why(const PartsInfo& part) {
-        std::optional<ShortReason> r = WhyShort(*app, services, part);
+        std::optional<ShortReason> r = WhyShort(*app, part);
         EXPECT_TRUE(r.has_value());
         return r.value_or(ShortReason{});
     }
@@ -61,14 +62,14 @@ TEST_F(ShortReasonTest, AWhollyPlacedPartHasNoReason) {
     PartsInfo& p = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 5});
     PlaceAll();
     ASSERT_EQ(p.PiecesPlaced, 5);
-    EXPECT_FALSE(WhyShort(*app, services, p).has_value());
+    EXPECT_FALSE(WhyShort(*app, p).has_value());
 }
 
 TEST_F(ShortReasonTest, APartForASmallBoxHasNoReason) {
     OneBlockJob();
     PartsInfo& p = AddPart(
         {.SizeX = 600, .SizeY = 500, .Quantity = 5, .Destination = destination::kFirstSmallBox});
-    EXPECT_FALSE(WhyShort(*app, services, p).has_value());
+    EXPECT_FALSE(WhyShort(*app, p).has_value());
 }
 
 TEST_F(ShortReasonTest, PiecesTheOperatorSetAsideAreTheReasonWhenTheyAreAllThatIsMissing) {
@@ -225,7 +226,8 @@ TEST_F(ShortReasonTest, TheOperatorsSheetCountIsNamedWhenTheRestackedPartFallsSh
     CKs_Haichi engine(*app, services, CandidatePallets(shown, app->Settings.PalletCount));
     engine.RebuildCorners(&k, {});
     p.PerStackLimit = 4;
-    engine.PlaceOnePart(&p, &k, Stacking::AllPalletsCapped, QuantityShare::SharedOut);
+    ASSERT_TRUE(
+        engine.PlaceOnePart(&p, &k, Stacking::AllPalletsCapped, QuantityShare::SharedOut).Ok());
     p.PerStackLimit = 0;
     p.OperatorPerStack = 4;
     ASSERT_EQ(p.PiecesPlaced, 4);
@@ -267,7 +269,7 @@ TEST_F(ShortReasonTest, AllShortPartsComeInListOrderWithTheirOwnReasons) {
     PartsInfo& b = AddPart({.SizeX = 600, .SizeY = 500, .Quantity = 3});
     PartsInfo& c = AddPart({.KouteiNo = 2, .SizeX = 10, .SizeY = 10, .Quantity = 1});
     PlaceAll();
-    const std::vector<ShortPart> all = WhyShortAll(*app, services);
+    const std::vector<ShortPart> all = WhyShortAll(*app);
     ASSERT_EQ(all.size(), 2u);
     EXPECT_EQ(all[0].Part, &b);
     EXPECT_EQ(all[0].Reason.Cause, ShortCause::BlocksTaken);

@@ -23,7 +23,7 @@ class CheckJobTest : public PlacementTest {
 TEST_F(CheckJobTest, ConsistentJobPassesAndBuildsTheBlocks) {
     AddBox(0);
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1});
-    EXPECT_EQ(CheckJob(*app, services), 1);
+    EXPECT_TRUE(CheckJob(*app, services).Ok());
     EXPECT_EQ(app->Blocks.Capacity(), 50);
     EXPECT_EQ(app->Blocks.Count(), 18);
     EXPECT_EQ(app->KouteiList.begin()->Pallet, &*app->PalletList.begin());
@@ -33,36 +33,35 @@ TEST_F(CheckJobTest, ConsistentJobPassesAndBuildsTheBlocks) {
 TEST_F(CheckJobTest, ProcessWithoutPalletGivesMessageOne) {
     AddKoutei(2, "OTHER");
     AddBox(0);
-    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_FALSE(CheckJob(*app, services).Ok());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{1, 0}}));
 }
 
 TEST_F(CheckJobTest, BlockTableFailureEndsTheCheckWithoutMessage) {
     app->PalletList.begin()->CellsX = 100000;
     app->PalletList.begin()->CellsY = 100000;
-    EXPECT_EQ(CheckJob(*app, services), 0);
-    EXPECT_EQ(app->Run.ErrorCode, 9101);
+    EXPECT_EQ(CheckJob(*app, services), Outcome::Failed(9101));
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 
 TEST_F(CheckJobTest, DestinationWithoutBoxGivesMessageTwo) {
     AddBox(0);
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 5});
-    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_FALSE(CheckJob(*app, services).Ok());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }
 
 TEST_F(CheckJobTest, EmptyBoxListFailsEveryPartEvenSpecialCodes) {
     app->Settings.DirectCodesAllowed = true;
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 99999});
-    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_FALSE(CheckJob(*app, services).Ok());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }
 
 TEST_F(CheckJobTest, PartOfAMissingProcessGivesMessageTwo) {
     AddBox(0);
     AddPart({.KouteiNo = 4, .SizeX = 10, .SizeY = 10, .Quantity = 1});
-    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_FALSE(CheckJob(*app, services).Ok());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }
 
@@ -70,16 +69,16 @@ TEST_F(CheckJobTest, SpecialCodesPassOnlyWithDirectFlag) {
     AddBox(0);
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 99998});
     app->Settings.DirectCodesAllowed = true;
-    EXPECT_EQ(CheckJob(*app, services), 1);
+    EXPECT_TRUE(CheckJob(*app, services).Ok());
     app->Settings.DirectCodesAllowed = false;
-    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_FALSE(CheckJob(*app, services).Ok());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }
 
 TEST_F(CheckJobTest, SetAsideDestinationGivesMessageThree) {
     AddBox(1000);
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 1000});
-    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_FALSE(CheckJob(*app, services).Ok());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
 }
 
@@ -87,16 +86,16 @@ TEST_F(CheckJobTest, SmallBoxNeedsItsFlag) {
     AddBox(0);
     AddBox(101);
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 101});
-    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_FALSE(CheckJob(*app, services).Ok());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
     app->BoxFlags[2] = 1;
-    EXPECT_EQ(CheckJob(*app, services), 1);
+    EXPECT_TRUE(CheckJob(*app, services).Ok());
 }
 
 TEST_F(CheckJobTest, CodeAboveTheSmallBoxesGivesMessageThree) {
     AddBox(199);
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 199});
-    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_FALSE(CheckJob(*app, services).Ok());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{3, 0}}));
 }
 
@@ -104,7 +103,7 @@ TEST_F(CheckJobTest, EveryPartIsCheckedForABoxBeforeAnyIsCheckedForItsCode) {
     AddBox(1000);
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 1000});
     AddPart({.SizeX = 10, .SizeY = 10, .Quantity = 1, .Destination = 7});
-    EXPECT_EQ(CheckJob(*app, services), 0);
+    EXPECT_FALSE(CheckJob(*app, services).Ok());
     EXPECT_EQ(op.KakuNumbers, (Kaku{{2, 0}}));
 }
 
@@ -114,7 +113,7 @@ class GeneratedJobCheckTest : public PlacementTest,
 
 TEST_P(GeneratedJobCheckTest, GeneratedJobPassesTheCheck) {
     FillApp(*app, GenerateJob(GetParam()));
-    EXPECT_EQ(CheckJob(*app, services), 1);
+    EXPECT_TRUE(CheckJob(*app, services).Ok());
     EXPECT_TRUE(op.KakuNumbers.empty());
 }
 

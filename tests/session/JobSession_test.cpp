@@ -319,6 +319,24 @@ TEST_F(FinishTest, RefusedResultKeepsTheJobOpen) {
     EXPECT_EQ(session.Exit(), 0);
 }
 
+// The writers' codes reach the session: a result that cannot be created leaves 9021, and the
+// operator's refusal of message 208 later, which leaves no code, keeps it.
+TEST_F(FinishTest, ResultThatCannotBeWrittenLeavesItsCodeUntilAnotherIsLeft) {
+    EXPECT_EQ(session.ErrorCode(), error::kNone);
+    std::filesystem::remove_all(root.Path() / "out");
+    WriteFile(root / "out", "a file where the folder should be");
+    EXPECT_FALSE(session.Finish(OkCancel::Ok));
+    EXPECT_EQ(session.ErrorCode(), 9021);
+
+    std::filesystem::remove(root.Path() / "out");
+    std::filesystem::create_directories(root.Path() / "out");
+    ASSERT_TRUE(session.Down(part.Seq));
+    op.Answer = OkCancel::Cancel;
+    EXPECT_FALSE(session.Finish(OkCancel::Ok));
+    EXPECT_FALSE(session.Ended());
+    EXPECT_EQ(session.ErrorCode(), 9021);
+}
+
 TEST_F(FinishTest, OffsetWarningAnsweredOkGoesOnWriting) {
     StackBeyondTheOffset();
     EXPECT_TRUE(session.Finish(OkCancel::Ok));

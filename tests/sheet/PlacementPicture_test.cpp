@@ -207,8 +207,8 @@ TEST(PlacementPicture, LongListingContinuesOnFurtherPages) {
 // Every record of the job as text: what drawing must leave as it was.
 std::string JobState(const CKestoApp& app) {
     std::ostringstream out;
-    out << app.Run.ErrorCode << ' ' << app.Run.ExitParam << ' ' << app.Settings.IsDirect.Stored()
-        << ' ' << app.Settings.PalletCount << ' ' << app.Blocks.Count() << '\n';
+    out << app.Run.ExitParam << ' ' << app.Settings.IsDirect.Stored() << ' '
+        << app.Settings.PalletCount << ' ' << app.Blocks.Count() << '\n';
     for (const PartsInfo& p : app.PartsList) {
         out << "part " << p.Seq << ' ' << p.PiecesPlaced << ' ' << p.PiecesSetAside << ' '
             << p.PartialQuantity << ' ' << p.Destination << '\n';

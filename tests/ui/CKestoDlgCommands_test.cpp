@@ -255,7 +255,7 @@ TEST(CKestoDlgCommands, OkStaysWhenTheResultCannotBeWritten) {
     job.Install.Write("out", "a file where the folder should be");
     Click(*job.Dialog, "B-OK");
     EXPECT_FALSE(job.Dialog->Ended());
-    EXPECT_NE(job.App().Run.ErrorCode, 0);
+    EXPECT_NE(job.Session->ErrorCode(), 0);
 }
 
 TEST(CKestoDlgCommands, DisplayTogglesSetTheirFields) {
