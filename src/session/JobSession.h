@@ -108,7 +108,7 @@ class JobSession {
     // are allowed exactly while none has, however the pieces came back or the job was re-read.
     bool AnyPartSetAside() const;
     // Why part seq (of any process) is short, from the message file; empty when it is not.
-    std::string WhyShortText(int32_t seq);
+    std::string WhyShortText(int32_t seq) const;
     // MaiChg before its dialog: the picked stack's position, remembered for the pick after
     // the change; none without a pick, or after message 15 while a rubber band is in force.
     std::optional<SheetCountStart> BeginSheetCount(const PalletDrawing& drawing);

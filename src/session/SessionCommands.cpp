@@ -1,4 +1,6 @@
 // The commands of the main window that decide something about the parts.
+#include <optional>
+
 #include "app/Codes.h"
 #include "placement/ShortReason.h"
 #include "session/JobSession.h"
@@ -10,18 +12,26 @@ namespace {
 // Auto's table of placed counts is indexed by Seq, so it keeps parts numbered below this.
 constexpr size_t kKeepTableSize = 1000;
 
-}  // namespace
-
-PartsInfo* JobSession::FindPart(int32_t seq, bool anyKoutei) {
-    for (PartsInfo& part : app_.PartsList) {
-        if (part.Seq == seq && (anyKoutei || part.KouteiNo == shown_.Koutei()))
+// The first part numbered seq in parts, of that process when one is given.
+template <typename PartList>
+auto FirstPart(PartList& parts, int32_t seq, std::optional<int32_t> koutei)
+    -> decltype(&*parts.begin()) {
+    for (auto& part : parts) {
+        if (part.Seq == seq && (!koutei || part.KouteiNo == *koutei))
             return &part;
     }
     return nullptr;
 }
 
-std::string JobSession::WhyShortText(int32_t seq) {
-    const PartsInfo* part = FindPart(seq, true);
+}  // namespace
+
+PartsInfo* JobSession::FindPart(int32_t seq, bool anyKoutei) {
+    return FirstPart(app_.PartsList, seq,
+                     anyKoutei ? std::nullopt : std::optional<int32_t>(shown_.Koutei()));
+}
+
+std::string JobSession::WhyShortText(int32_t seq) const {
+    const PartsInfo* part = FirstPart(app_.PartsList, seq, std::nullopt);
     if (part == nullptr)
         return {};
     const std::optional<ShortReason> why = WhyShort(app_, *part);

@@ -23,6 +23,7 @@
 #include "ui/main/CKestoDlg.h"
 #include "ui/main/QtOperator.h"
 #include "ui/main/ScreenViews.h"
+#include "ui/main/Screenshot.h"
 
 namespace {
 
@@ -31,8 +32,7 @@ constexpr int kScreenshotHeight = 900;
 
 // Lays the window out at a fixed size and saves it; the job ends as one left without OK.
 int TakeScreenshot(kesto::CKestoDlg& dialog, const QString& path, kesto::ScreenView view) {
-    dialog.resize(kScreenshotWidth, kScreenshotHeight);
-    dialog.show();  // lays the window out
+    kesto::ShowOffScreen(dialog, kScreenshotWidth, kScreenshotHeight);
     kesto::ShowScreenView(dialog, view);
     return kesto::SaveScreenshot(dialog, path) ? kesto::kExitNotOk : 1;
 }
@@ -58,6 +58,7 @@ int main(int argc, char** argv) {
     // C library's number conversions and must always use the decimal point.
     std::setlocale(LC_NUMERIC, "C");
     qapp.setWindowIcon(kesto::KestoIcon());
+    std::jthread fontList = kesto::LoadFontListAside();
     kesto::MessageTable messages;
     kesto::FontTable fonts;
     kesto::QtOperator op(messages, fonts);
@@ -71,6 +72,8 @@ int main(int argc, char** argv) {
     if (!session.StartUp())
         return kesto::FinishProcess(session.Exit(), std::cerr);
 
+    if (fontList.joinable())
+        fontList.join();
     fonts.Build(session.App());
     const char* screenshot = std::getenv("KESTO_SCREENSHOT");
     if (screenshot != nullptr && *screenshot != '\0') {

@@ -16,6 +16,7 @@
 #include "common/TestServices.h"
 #include "render/FontTable.h"
 #include "session/JobSession.h"
+#include "ui/draw/CKs_DrawArea.h"
 #include "ui/main/CKestoDlg.h"
 #include "view/Canvas.h"
 
@@ -97,6 +98,30 @@ struct WindowJob {
     std::unique_ptr<JobSession> Session;
     FontTable Fonts;
     std::unique_ptr<CKestoDlg> Dialog;
+};
+
+// The test job with the settings given (those with the drawing unless told) and jobText when
+// given, opened, its window shown and laid out at 1600 x 900: the window as the tests of what it
+// shows see it. At that size the drawing area's left is 1600 * 0.2 + 4 = 324, its right
+// 1600 - 2 = 1598 and its bottom 900 - 2 = 898.
+struct ShownWindowJob {
+    explicit ShownWindowJob(const std::string& settings = KestoIniWithDrawing(),
+                            const std::string& jobText = {}) {
+        job.Install.Write("msg/Kesto.ini", settings);
+        if (!jobText.empty())
+            job.Install.Write("job/job.txt", jobText);
+        shown = job.Open() && ShowLaidOut(*job.Dialog, 1600, 900);
+    }
+    CKestoDlg& D() { return *job.Dialog; }
+    PalletDrawing& Drawing() { return D().DrawArea()->Drawing(); }
+    HaichiInfo& FirstStack() { return *job.App().HaichiList.begin(); }
+    // The colour at the middle of r in the drawing area's picture.
+    Rgb AreaPixel(const IntRect& r) {
+        return PixelAt(D().DrawArea()->Image(), (r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2);
+    }
+
+    WindowJob job;
+    bool shown = false;
 };
 
 // The sample installation of examples/ copied into the job's folder and opened as

@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QImage>
-#include <QWidget>
+#include <QFontDatabase>
 
 #include <filesystem>
 #include <optional>
@@ -20,6 +19,15 @@
 
 namespace kesto {
 namespace {
+
+TEST(LoadFontListAside, ReadsTheFontListOnAThreadOfItsOwnThatEndsWithIt) {
+    test::EnsureQApplication();
+    std::jthread reading = LoadFontListAside();
+    ASSERT_TRUE(reading.joinable());
+    EXPECT_NE(reading.get_id(), std::this_thread::get_id());
+    reading.join();
+    EXPECT_FALSE(QFontDatabase::families().isEmpty());
+}
 
 TEST(WindowStartUp, OnlyTheProgramPathEndsWith9020) {
     test::TestInstallation install;
@@ -91,16 +99,6 @@ TEST(FinishProcess, OffsetStopEndsWithTheCodeAndItsNotice) {
     std::ostringstream err;
     EXPECT_EQ(FinishProcess(kExitOffsetAbort, err), 231);
     EXPECT_NE(err.str().find("kesto: exit code 999"), std::string::npos);
-}
-
-TEST(SaveScreenshot, WritesTheWindowAsPng) {
-    test::TempFolder folder;
-    test::EnsureQApplication();
-    QWidget window;
-    window.resize(120, 80);
-    const QString path = QString::fromStdString(folder / "shot.png");
-    ASSERT_TRUE(SaveScreenshot(window, path));
-    EXPECT_EQ(QImage(path).size(), QSize(120, 80));
 }
 
 }  // namespace

@@ -395,16 +395,15 @@ TEST(CKestoDlgCommands, ClosePastTheOffsetWarningChecksAgainInTheCancelCommand) 
 
 // --- what the commands draw, on the window shown at 1600 x 900 ----------------------------
 
-struct ShownJob {
-    explicit ShownJob(int palletCount = 2) {
-        std::string ini = test::KestoIniWithDrawing();
-        ini.replace(ini.find("PalletInfo=2,P"), 14,
-                    "PalletInfo=" + std::to_string(palletCount) + ",P");
-        job.Install.Write("msg/Kesto.ini", ini);
-        shown = job.Open() && test::ShowLaidOut(*job.Dialog, 1600, 900);
-    }
-    CKestoDlg& D() { return *job.Dialog; }
-    PalletDrawing& Drawing() { return D().DrawArea()->Drawing(); }
+// The drawing settings with palletCount pallets in the pallet box.
+std::string SettingsWithPallets(int palletCount) {
+    std::string ini = test::KestoIniWithDrawing();
+    ini.replace(ini.find("PalletInfo=2,P"), 14, "PalletInfo=" + std::to_string(palletCount) + ",P");
+    return ini;
+}
+
+struct ShownJob : test::ShownWindowJob {
+    explicit ShownJob(int palletCount = 2) : ShownWindowJob(SettingsWithPallets(palletCount)) {}
     Rgb At(int x, int y) { return test::PixelAt(D().DrawArea()->Image(), x, y); }
     int Count(const QImage& image, Rgb colour) {
         int n = 0;
@@ -425,10 +424,6 @@ struct ShownJob {
         }
         return {};
     }
-    HaichiInfo& FirstStack() { return *job.App().HaichiList.begin(); }
-
-    test::WindowJob job;
-    bool shown = false;
 };
 
 TEST(CKestoDlgCommands, FourPalletShowsFourCaptionTexts) {

@@ -15,13 +15,8 @@ namespace {
 
 // The test job at 1600 x 900; the list "LIST-PTALL" shows Seq 1 (on pallet 1) and Seq 2 (in
 // small box 1) of process 1.
-struct MainListJob {
-    MainListJob() {
-        job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
-        shown = job.Open() && test::ShowLaidOut(*job.Dialog, 1600, 900);
-    }
-    QListWidget& List() { return *job.Dialog->findChild<QListWidget*>("LIST-PTALL"); }
-    PalletDrawing& Drawing() { return job.Dialog->DrawArea()->Drawing(); }
+struct MainListJob : test::ShownWindowJob {
+    QListWidget& List() { return *D().findChild<QListWidget*>("LIST-PTALL"); }
     void ClickLine(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::mouseClick(List().viewport(), Qt::LeftButton, modifiers,
                           List().visualItemRect(List().item(row)).center());
@@ -34,15 +29,7 @@ struct MainListJob {
         }
         return rows;
     }
-    HaichiInfo& FirstStack() { return *job.App().HaichiList.begin(); }
-    Rgb PixelOf(const HaichiInfo& stack) {
-        const IntRect r = *Drawing().ScreenRect(stack);
-        return test::PixelAt(job.Dialog->DrawArea()->Image(), (r.Left + r.Right) / 2,
-                             (r.Top + r.Bottom) / 2);
-    }
-
-    test::WindowJob job;
-    bool shown = false;
+    Rgb PixelOf(const HaichiInfo& stack) { return AreaPixel(*Drawing().ScreenRect(stack)); }
 };
 
 TEST(CKestoDlgPartsAll, ClickHighlightsThePartAndKeepsItsFirstStack) {

@@ -17,40 +17,32 @@
 namespace kesto {
 namespace {
 
-struct ShownWindow {
-    ShownWindow() {
-        job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
-        shown = job.Open() && test::ShowLaidOut(*job.Dialog, 1600, 900);
-    }
-    CKestoDlg& D() { return *job.Dialog; }
+struct ShownWindow : test::ShownWindowJob {
     JobSession& Session() { return *job.Session; }
-    QImage Drawing() { return D().DrawArea()->Image(); }
+    QImage Picture() { return D().DrawArea()->Image(); }
     bool Checked(ControlId id) { return static_cast<QPushButton*>(D().Control(id))->isChecked(); }
-
-    test::WindowJob job;
-    bool shown = false;
 };
 
 TEST(CKestoDlgPresent, NothingChangedLeavesTheDrawingAndThePartViewAsTheyWere) {
     ShownWindow w;
     ASSERT_TRUE(w.shown);
     w.D().PartsViewPanel()->ShowSize(200, 150);
-    const QImage before = w.Drawing();
+    const QImage before = w.Picture();
     w.Session().SetGrid(!w.job.Shown().Grid());
     w.D().Present({});
-    EXPECT_EQ(w.Drawing(), before);
+    EXPECT_EQ(w.Picture(), before);
     EXPECT_EQ(w.D().PartsViewPanel()->SizeX(), 200);
 }
 
 TEST(CKestoDlgPresent, ASwitchedGridIsDrawnOnceItIsPresented) {
     ShownWindow w;
     ASSERT_TRUE(w.shown);
-    const QImage before = w.Drawing();
+    const QImage before = w.Picture();
     const ChangeSet changed = w.Session().SetGrid(!w.job.Shown().Grid());
     EXPECT_TRUE(changed.Has(Change::Display));
-    EXPECT_EQ(w.Drawing(), before);
+    EXPECT_EQ(w.Picture(), before);
     w.D().Present(changed);
-    EXPECT_NE(w.Drawing(), before);
+    EXPECT_NE(w.Picture(), before);
 }
 
 TEST(CKestoDlgPresent, TheSameGridAgainChangesNothing) {
@@ -110,11 +102,11 @@ TEST(CKestoDlgPresent, AChosenProcessIsNamedByTheListsAndTheDrawing) {
     ShownWindow w;
     ASSERT_TRUE(w.shown);
     ASSERT_GE(w.job.App().KouteiList.Count, 2);
-    const QImage before = w.Drawing();
+    const QImage before = w.Picture();
     auto* allParts = static_cast<QListWidget*>(w.D().Control(kAllPartsList));
     const int firstCount = allParts->count();
     w.D().Present(w.Session().ChooseKoutei(2));
-    EXPECT_NE(w.Drawing(), before);
+    EXPECT_NE(w.Picture(), before);
     int secondProcessParts = 0;
     for (const PartsInfo& part : w.job.App().PartsList)
         secondProcessParts += part.KouteiNo == 2 ? 1 : 0;

@@ -58,19 +58,12 @@ const std::string kJobWithWidePart =
 const QString kWidePartWhy =
     QStringLiteral("No block is large enough: part 1200 x 100, largest block 300 x 250");
 
-// The window shown at 1600 x 900: the drawing area's left is cw + 4 = 1600 * 0.2 + 4 = 324,
-// its right 1600 - 2 = 1598 and its bottom 900 - 2 = 898; its top follows the combo box.
-struct PartsAllJob {
-    explicit PartsAllJob(const std::string& jobText = {}) {
-        job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing() + kPartsAllSection);
-        if (!jobText.empty())
-            job.Install.Write("job/job.txt", jobText);
-        shown = job.Open() && test::ShowLaidOut(*job.Dialog, 1600, 900);
-    }
-    CKestoDlg& D() { return *job.Dialog; }
+// The drawing area's top follows the combo box.
+struct PartsAllJob : test::ShownWindowJob {
+    explicit PartsAllJob(const std::string& jobText = {})
+        : ShownWindowJob(test::KestoIniWithDrawing() + kPartsAllSection, jobText) {}
     CKs_PartsAllDlg& Dlg() { return *D().PartsAllDialog(); }
     QListWidget& List() { return *Dlg().List(); }
-    PalletDrawing& Drawing() { return D().DrawArea()->Drawing(); }
     void Click(QWidget* parent, const char* name) {
         QTest::mouseClick(parent->findChild<QPushButton*>(name), Qt::LeftButton);
     }
@@ -101,13 +94,6 @@ struct PartsAllJob {
         }
         throw std::runtime_error("no stack");
     }
-    Rgb AreaPixel(const IntRect& r) {
-        return test::PixelAt(D().DrawArea()->Image(), (r.Left + r.Right) / 2,
-                             (r.Top + r.Bottom) / 2);
-    }
-
-    test::WindowJob job;
-    bool shown = false;
 };
 
 // Process 1 of the test job, Seq 1 on pallet 1 (in view), Seq 2 in small box 1:

@@ -21,6 +21,22 @@ TEST(ExtentList, ScrollsExactlyToTheExtentWhatEverTheLinesHold) {
     EXPECT_TRUE(list.horizontalScrollBar()->isVisible());
 }
 
+TEST(ExtentList, EveryRowIsAsHighAsTheFirstWhateverItsTextHolds) {
+    test::EnsureQApplication();
+    ExtentList list(650, nullptr);
+    list.resize(300, 200);
+    list.addItem("006   30 Washer plate");
+    list.addItem(QString::fromUtf8("007   12 \xE5\xBA\x95\xE6\x9D\xBF"));  // a Japanese name
+    list.addItem("");
+    list.show();
+    QApplication::processEvents();
+    const int first = list.visualItemRect(list.item(0)).height();
+    EXPECT_GT(first, 0);
+    EXPECT_EQ(list.visualItemRect(list.item(1)).height(), first);
+    EXPECT_EQ(list.visualItemRect(list.item(2)).height(), first);
+    EXPECT_EQ(list.visualItemRect(list.item(2)).top(), 2 * first);
+}
+
 TEST(ExtentList, WiderThanTheExtentHasNothingToScroll) {
     test::EnsureQApplication();
     ExtentList list(650, nullptr);

@@ -3,7 +3,9 @@
 #include <QFile>
 #include <QHBoxLayout>
 #include <QIcon>
+#include <QImageReader>
 #include <QLabel>
+#include <QPixmap>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -30,7 +32,11 @@ void EnsureResources() {
 
 QIcon KestoIcon() {
     EnsureResources();
-    return QIcon(":/kesto/kesto.png");
+    // Read as the PNG it is, by Qt's own reader: asked to find out what the file is, Qt would
+    // load every image plugin at the window's start to ask each.
+    QImageReader reader(QStringLiteral(":/kesto/kesto.png"), "png");
+    reader.setAutoDetectImageFormat(false);
+    return QIcon(QPixmap::fromImage(reader.read()));
 }
 
 QString CAboutDlg::VersionText() {

@@ -9,6 +9,14 @@
 
 namespace kesto {
 
+namespace {
+
+// Primitives recorded at most before they are painted in without waiting for the screen: a few
+// pictures of the largest job.
+constexpr size_t kMostPending = 50000;
+
+}  // namespace
+
 ImagePanel::ImagePanel(const FontTable& fonts, QWidget* parent) : QWidget(parent), fonts_(fonts) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     // Commands may draw before the first layout gives the panel its size.
@@ -33,20 +41,41 @@ IntRect ImagePanel::PlaceAt(const IntRect& placement) {
     return {0, 0, w, h};
 }
 
+const QImage& ImagePanel::Image() const {
+    PaintPending();
+    return image_;
+}
+
 void ImagePanel::ClearImage() {
-    image_.fill(palette().color(QPalette::Window));
+    pending_.Clear();
+    clearPending_ = true;
 }
 
 void ImagePanel::Paint(const std::function<void(Canvas&)>& draw) {
-    {
-        QPainter painter(&image_);
-        QtCanvas canvas(painter, fonts_);
-        draw(canvas);
-    }
+    draw(pending_);
+    // A panel long off the screen (a minimised window) is painted in now and then, so that
+    // the record of a shift's highlights stays small.
+    if (pending_.Items().size() > kMostPending)
+        PaintPending();
     update();
 }
 
+void ImagePanel::PaintPending() const {
+    if (clearPending_)
+        image_.fill(palette().color(QPalette::Window));
+    clearPending_ = false;
+    if (pending_.Items().empty())
+        return;
+    {
+        QPainter painter(&image_);
+        QtCanvas canvas(painter, fonts_);
+        pending_.Replay(canvas);
+    }
+    pending_.Clear();
+}
+
 void ImagePanel::paintEvent(QPaintEvent* event) {
+    PaintPending();
     QPainter painter(this);
     if (image_.deviceIndependentSize().toSize() != size())
         painter.fillRect(event->rect(), palette().color(QPalette::Window));

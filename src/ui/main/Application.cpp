@@ -1,9 +1,10 @@
 #include "ui/main/Application.h"
 
+#include <QFontDatabase>
 #include <QGuiApplication>
-#include <QPixmap>
 #include <QScreen>
 #include <QWidget>
+#include <system_error>
 
 namespace kesto {
 
@@ -26,8 +27,12 @@ void MaximiseOnScreen(QWidget& window) {
     window.setWindowState(window.windowState() | Qt::WindowMaximized);
 }
 
-bool SaveScreenshot(QWidget& window, const QString& path) {
-    return window.grab().save(path, "PNG");
+std::jthread LoadFontListAside() {
+    try {
+        return std::jthread([] { QFontDatabase::families(); });
+    } catch (const std::system_error&) {
+        return {};  // no thread to be had: the list is read when the first text needs it
+    }
 }
 
 }  // namespace kesto

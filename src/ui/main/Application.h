@@ -1,12 +1,9 @@
-// The window program around the main window: the command line as Qt hands it over, and the
-// screenshot it can take of itself.
+// The window program around the main window: how it opens on its screen.
 #pragma once
 
-#include <QStringList>
-#include <string>
+#include <thread>
 
 class QWidget;
-class QString;
 
 namespace kesto {
 
@@ -15,7 +12,9 @@ namespace kesto {
 // covers that area again whenever the screen's available area changes.
 void MaximiseOnScreen(QWidget& window);
 
-// Grabs window into a PNG file; true when written.
-bool SaveScreenshot(QWidget& window, const QString& path);
+// Reads the system's font list on a thread of its own (the font database is thread-safe), so
+// that it is ready when the window sets its first text while this thread reads the job. Joined
+// when the returned thread is destroyed.
+std::jthread LoadFontListAside();
 
 }  // namespace kesto

@@ -7,6 +7,9 @@ namespace kesto {
 
 ExtentList::ExtentList(int extent, QWidget* parent) : QListWidget(parent), extent_(extent) {
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    // Every line is one line of text in the list's font, as in a platform list box: the rows
+    // are as high as the first, and a list of a thousand parts is not measured line by line.
+    setUniformItemSizes(true);
     ChooseBarPolicy();
 }
 
