@@ -1,5 +1,6 @@
 // The services of a benchmark: an operator that answers every question with OK and says
-// nothing, and a host whose system folder the benchmark sets and that keeps no user values.
+// nothing, and a host whose system folder the benchmark sets and that keeps no user values and
+// no state: a measured run writes nothing beyond its job's files.
 #pragma once
 
 #include <optional>
@@ -21,6 +22,7 @@ class BenchHost : public HostStore {
     SystemFolderResult SystemFolder() override { return {SystemFolderStatus::Ok, Folder}; }
     std::optional<std::string> ReadUserValue(const std::string&) override { return std::nullopt; }
     bool WriteUserValue(const std::string&, const std::string&) override { return true; }
+    std::string StateFolder() override { return ""; }
     std::string Folder = ".";
 };
 

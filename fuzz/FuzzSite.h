@@ -1,6 +1,6 @@
 // The installation a fuzz harness runs in: a system folder of its own, whose files each run
 // overwrites with its input, and the services of a job on it. Nobody is asked anything: the
-// operator answers OK to every question and the host keeps no per-user values.
+// operator answers OK to every question and the host keeps no per-user values and no state.
 #pragma once
 
 #include <cstddef>
@@ -26,6 +26,7 @@ class FolderHostStore : public HostStore {
     SystemFolderResult SystemFolder() override { return {SystemFolderStatus::Ok, folder_}; }
     std::optional<std::string> ReadUserValue(const std::string&) override { return std::nullopt; }
     bool WriteUserValue(const std::string&, const std::string&) override { return true; }
+    std::string StateFolder() override { return ""; }
 
   private:
     std::string folder_;

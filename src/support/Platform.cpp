@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/AtomicFile.h"
+#include "support/Paths.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -18,6 +19,11 @@ namespace {
 
 // The system folder is at most 255 characters, as the registry value it stands for.
 constexpr size_t kSystemFolderMax = 255;
+
+std::string EnvValue(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
 
 }  // namespace
 
@@ -99,14 +105,14 @@ std::string DefaultHostStore::MachineIniPath() {
     return std::string("HKEY_LOCAL_MACHINE\\") + kMachineKey;
 }
 
+std::string DefaultHostStore::StateFolder() {
+    const std::string local = EnvValue("LOCALAPPDATA");
+    return local.empty() ? "" : JoinPath(local, "Kesto");
+}
+
 #else
 
 namespace {
-
-std::string EnvValue(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
 
 // The lines of a small settings file, a carriage return before each line feed dropped.
 std::optional<std::vector<std::string> > ReadLines(const std::string& path) {
@@ -206,6 +212,15 @@ std::string DefaultHostStore::UserValuesPath() {
 
 std::string DefaultHostStore::MachineIniPath() {
     return "/etc/ORVONetwork/SystemInformation.ini";
+}
+
+std::string DefaultHostStore::StateFolder() {
+    // The base directory rules ask to ignore a relative XDG_STATE_HOME, as if it were unset.
+    const std::string state = EnvValue("XDG_STATE_HOME");
+    if (!state.empty() && state.front() == '/')
+        return JoinPath(state, "kesto");
+    const std::string home = EnvValue("HOME");
+    return home.empty() ? "" : JoinPath(home, ".local/state/kesto");
 }
 
 #endif

@@ -39,11 +39,16 @@ class HostStore {
     virtual std::optional<std::string> ReadUserValue(const std::string& name) = 0;
     // Writes a per-user value; true on success.
     virtual bool WriteUserValue(const std::string& name, const std::string& text) = 0;
+    // The per-user folder where Kesto keeps what must outlive the process (the journal of
+    // the operator's commands); it may not exist yet. Empty when there is none.
+    virtual std::string StateFolder() = 0;
 };
 
 // The default host store. Windows: the registry. Elsewhere: env ORVOSystemRoot, else the
 // value ORVOSystemRoot in /etc/ORVONetwork/SystemInformation.ini; per-user values in
-// $XDG_CONFIG_HOME/ORVONetwork/Vardo/Kesto.ini (default ~/.config/...).
+// $XDG_CONFIG_HOME/ORVONetwork/Vardo/Kesto.ini (default ~/.config/...). The state folder:
+// %LOCALAPPDATA%\Kesto on Windows; elsewhere $XDG_STATE_HOME/kesto when that is an absolute
+// path, else $HOME/.local/state/kesto.
 class DefaultHostStore : public HostStore {
   public:
     DefaultHostStore() = default;
@@ -52,6 +57,7 @@ class DefaultHostStore : public HostStore {
     SystemFolderResult SystemFolder() override;
     std::optional<std::string> ReadUserValue(const std::string& name) override;
     bool WriteUserValue(const std::string& name, const std::string& text) override;
+    std::string StateFolder() override;
     // Where the values live: a file here, the registry key's full name on Windows.
     static std::string UserValuesPath();
     static std::string MachineIniPath();  // /etc/ORVONetwork/SystemInformation.ini

@@ -38,7 +38,8 @@ class RecordingOperator : public Operator {
     std::vector<std::string> Warnings;
 };
 
-// A host machine in memory: the system folder (or why there is none) and the per-user values.
+// A host machine in memory: the system folder (or why there is none), the per-user values and
+// the state folder, none unless the test sets one (so nothing outlives a test by default).
 class MemoryHostStore : public HostStore {
   public:
     explicit MemoryHostStore(std::string systemFolder = "")
@@ -57,10 +58,12 @@ class MemoryHostStore : public HostStore {
         UserValues[name] = text;
         return true;
     }
+    std::string StateFolder() override { return State; }
 
     SystemFolderResult Folder;
     std::map<std::string, std::string> UserValues;
     bool FailWrites = false;
+    std::string State;
 };
 
 // The three services together; Get() hands them to a session, an application or a worker.

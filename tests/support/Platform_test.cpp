@@ -121,6 +121,34 @@ TEST(DefaultHostStore, ValueTheFileAlreadyHoldsIsNotWrittenAgain) {
     EXPECT_EQ(ReadFile(path), "IsDirect=1\nIsBlockDraw=0\n");
 }
 
+TEST(DefaultHostStore, StateFolderIsUnderAnAbsoluteXdgStateHome) {
+    ScopedEnv state("XDG_STATE_HOME", "/var/state/op");
+    ScopedEnv home("HOME", "/home/op");
+    EXPECT_EQ(DefaultHostStore().StateFolder(), "/var/state/op/kesto");
+    ScopedEnv trailing("XDG_STATE_HOME", "/var/state/op/");
+    EXPECT_EQ(DefaultHostStore().StateFolder(), "/var/state/op/kesto");
+}
+
+TEST(DefaultHostStore, StateFolderIsUnderHomeWithoutXdgStateHome) {
+    ScopedEnv state("XDG_STATE_HOME", nullptr);
+    ScopedEnv home("HOME", "/home/op");
+    EXPECT_EQ(DefaultHostStore().StateFolder(), "/home/op/.local/state/kesto");
+    ScopedEnv empty("XDG_STATE_HOME", "");
+    EXPECT_EQ(DefaultHostStore().StateFolder(), "/home/op/.local/state/kesto");
+}
+
+TEST(DefaultHostStore, RelativeXdgStateHomeIsIgnored) {
+    ScopedEnv state("XDG_STATE_HOME", "state/op");
+    ScopedEnv home("HOME", "/home/op");
+    EXPECT_EQ(DefaultHostStore().StateFolder(), "/home/op/.local/state/kesto");
+}
+
+TEST(DefaultHostStore, NoStateFolderWithoutXdgStateHomeOrHome) {
+    ScopedEnv state("XDG_STATE_HOME", "relative");
+    ScopedEnv home("HOME", nullptr);
+    EXPECT_EQ(DefaultHostStore().StateFolder(), "");
+}
+
 TEST(DefaultHostStore, WritingFailsWhenTheFolderCannotBeMade) {
     TempFolder folder;
     WriteFile(folder / "file", "x");
@@ -208,6 +236,16 @@ TEST(DefaultHostStore, UserValuesAreDecimalStringsOfTheProgramsKey) {
     EXPECT_NE(shown.find("IsBlockDraw"), std::string::npos) << shown;
     EXPECT_NE(shown.find("REG_SZ"), std::string::npos) << shown;
     EXPECT_NE(shown.find("12"), std::string::npos) << shown;
+}
+
+TEST(DefaultHostStore, StateFolderIsUnderLocalAppData) {
+    ScopedEnv local("LOCALAPPDATA", "C:\\Users\\op\\AppData\\Local");
+    EXPECT_EQ(DefaultHostStore().StateFolder(), "C:\\Users\\op\\AppData\\Local\\Kesto");
+}
+
+TEST(DefaultHostStore, NoStateFolderWithoutLocalAppData) {
+    ScopedEnv local("LOCALAPPDATA", nullptr);
+    EXPECT_EQ(DefaultHostStore().StateFolder(), "");
 }
 
 TEST(DefaultHostStore, UserValueSetByAnotherProgramIsRead) {
