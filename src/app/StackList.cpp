@@ -1,5 +1,7 @@
 #include "app/StackList.h"
 
+#include <iterator>
+
 namespace kesto {
 
 namespace {
@@ -72,6 +74,22 @@ void StackList::Remove(const HaichiInfo* stack) {
         items_.erase(it);
         return;
     }
+}
+
+std::optional<size_t> StackList::PositionOf(StackId id) const {
+    size_t position = 0;
+    for (const HaichiInfo& h : items_) {
+        if (h.Id == id)
+            return position;
+        ++position;
+    }
+    return std::nullopt;
+}
+
+HaichiInfo* StackList::AtPosition(size_t position) {
+    if (position >= items_.size())
+        return nullptr;
+    return &*std::next(items_.begin(), static_cast<std::ptrdiff_t>(position));
 }
 
 void StackList::Clear() {

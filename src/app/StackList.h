@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <list>
+#include <optional>
 #include <vector>
 
 #include "app/JobModel.h"
@@ -49,6 +50,12 @@ class StackList {
     // The stack with that id, or null when it is gone (or never was).
     HaichiInfo* Find(StackId id);
     const HaichiInfo* Find(StackId id) const;
+
+    // The stack's place in the list, 0 for the first: how the journal names a stack, since a
+    // replay gives the stacks new ids. None when the stack is gone.
+    std::optional<size_t> PositionOf(StackId id) const;
+    // The stack at that place, or null past the end.
+    HaichiInfo* AtPosition(size_t position);
 
     // The ids [FirstId, NextId) are those given since the list was last cleared.
     StackId FirstId() const { return firstId_; }

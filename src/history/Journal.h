@@ -102,8 +102,8 @@ struct JournalCommand {
     int32_t ShiftX = 0;                  // banddrop: DX
     int32_t ShiftY = 0;                  // banddrop: DY
     // left's stacks, drop's picks in the order picked, banddrop's picks after '/'
-    std::vector<int32_t> Stacks;
-    std::vector<BandEntryAtPress> Band;  // banddrop's entries
+    std::vector<int32_t> Stacks{};
+    std::vector<BandEntryAtPress> Band{};  // banddrop's entries
     bool operator==(const JournalCommand&) const = default;
 };
 

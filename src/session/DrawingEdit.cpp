@@ -321,6 +321,50 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
     const std::vector<IntRect> dropped = DragImageAt(x, y);
     view_.HideDragImage();
     MoveCount = -1;
+    CarryOutDrop(canvas, dropped, x - pressAt_.X, y - pressAt_.Y, IntPoint{x, y});
+}
+
+std::optional<std::string> DrawingEdit::ReplayDrop(Canvas& canvas, const JournalCommand& line) {
+    const auto stackAt = [this](int32_t position) -> HaichiInfo* {
+        return position < 0 ? nullptr : app_.HaichiList.AtPosition(static_cast<size_t>(position));
+    };
+    std::vector<StackId> picks;
+    for (const int32_t position : line.Stacks) {
+        const HaichiInfo* h = stackAt(position);
+        if (h == nullptr)
+            return "no stack at place " + std::to_string(position);
+        picks.push_back(h->Id);
+    }
+    Sel().Reset();
+    for (const StackId id : picks)
+        Sel().AddToHistory(id);
+    if (line.Verb == JournalVerb::Drop) {
+        if (picks.empty())
+            return std::string("no stack picked");
+        Sel().SetPicked(picks.front());
+        Sel().SetLastPicked(picks.front());
+        const IntRect& r = line.Drop;
+        CarryOutDrop(canvas, {r}, 0, 0,
+                     IntPoint{r.Left + (r.Right - r.Left) / 2, r.Top + (r.Bottom - r.Top) / 2});
+        return std::nullopt;
+    }
+    Sel().StartBand(IntRect{});
+    std::vector<IntRect> dropped;
+    for (const BandEntryAtPress& e : line.Band) {
+        const HaichiInfo* h = stackAt(e.Stack);
+        if (h == nullptr)
+            return "no stack at place " + std::to_string(e.Stack);
+        Sel().AddBandEntry(BandEntry{h->Id, e.Rect});
+        dropped.push_back(Moved(e.Rect, line.ShiftX, line.ShiftY));
+    }
+    if (Sel().BandList().empty())
+        return std::string("no band entry");
+    CarryOutDrop(canvas, dropped, line.ShiftX, line.ShiftY, kNoMouse);
+    return std::nullopt;
+}
+
+void DrawingEdit::CarryOutDrop(Canvas& canvas, const std::vector<IntRect>& dropped, int32_t dx,
+                               int32_t dy, IntPoint at) {
     std::optional<DropRefusal> refused;
     if (KouteiInfo* koutei = app_.KouteiAt(d_.Shown().Koutei())) {
         // The step is kept only when a stack really moved.
@@ -333,6 +377,9 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
         // The stacks picked up, which the corners are rebuilt without.
         const std::vector<HaichiInfo*> picked = StacksOf(Sel().PickHistory());
         const auto placesBefore = Positions(moving);
+        // Written down as it reaches the engine, refused or not: a refused drop still rebuilds
+        // the corner marks.
+        const JournalCommand line = DropLine(dropped.front(), dx, dy);
         if (session_ != nullptr)
             session_->BeginStep(step::kMove, Sel());
         CKs_Haichi engine(app_, services_, CandidatePallets(d_.Shown(), app_.Settings.PalletCount));
@@ -349,22 +396,48 @@ void DrawingEdit::Drop(Canvas& canvas, int32_t x, int32_t y) {
             if (Positions(picked) == before && !inPlace)
                 refused = OnAPallet(r) ? DropRefusal::NoRoom : DropRefusal::OffThePallets;
         } else {
-            refused = DropBand(engine, koutei, picked, x - pressAt_.X, y - pressAt_.Y);
+            refused = DropBand(engine, koutei, picked, dx, dy);
         }
         const auto placesAfter = Positions(moving);
         for (size_t i = 0; i < moving.size(); ++i) {
             if (moving[i] != nullptr && placesAfter[i] != placesBefore[i])
                 moving[i]->Edits |= kEditMoved;
         }
-        if (session_ != nullptr)
+        if (session_ != nullptr) {
             session_->EndStep(placesAfter != placesBefore);
+            session_->Journal(line);
+        }
     }
     view_.Refresh();
     d_.DrawParts(canvas, DrawMode::Highlight);
     if (Sel().Band() == BandState::Off)
-        d_.DrawParts(canvas, DrawMode::HitTest, x, y);
+        d_.DrawParts(canvas, DrawMode::HitTest, at.X, at.Y);
     if (refused)
         view_.ShowRefusedDrop(*refused, dropped);
+}
+
+JournalCommand DrawingEdit::DropLine(const IntRect& dropped, int32_t dx, int32_t dy) const {
+    JournalCommand line;
+    line.ClientWidth = d_.Area().Right - d_.Area().Left;
+    line.ClientHeight = d_.Area().Bottom - d_.Area().Top;
+    if (session_ != nullptr)
+        line.Stacks = session_->PositionsOf(Sel().PickHistory());
+    if (Sel().Band() == BandState::Off) {
+        line.Verb = JournalVerb::Drop;
+        line.Drop = dropped;
+        return line;
+    }
+    line.Verb = JournalVerb::BandDrop;
+    line.ShiftX = dx;
+    line.ShiftY = dy;
+    for (const BandEntry& e : Sel().BandList()) {
+        if (session_ == nullptr)
+            break;
+        const std::vector<int32_t> place = session_->PositionsOf({e.Stack});
+        if (!place.empty())
+            line.Band.push_back({place.front(), e.Rect});
+    }
+    return line;
 }
 
 std::vector<std::pair<double, double>> DrawingEdit::Positions(
@@ -426,6 +499,8 @@ void DrawingEdit::InfoFollowsPick(StackId before) {
 
 bool DrawingEdit::SwitchDirect() {
     app_.Settings.IsDirect.Switch();
+    if (session_ != nullptr)
+        session_->Journal({.Verb = JournalVerb::Direct, .Value = app_.Settings.IsDirect.Stored()});
     if (app_.Settings.IsDirect.IsOne())
         return false;
     if (Sel().Band() == BandState::Off)

@@ -80,6 +80,10 @@ class DrawingEdit {
     void PickAlone(const HaichiInfo& stack);
     // Retry or Auto placed the job anew: nothing is picked, no band is in force.
     void JobReloaded();
+    // A drop or band drop of the journal made again: the picks and the band entries the line
+    // names, dropped where it says, on the drawing as it is laid out now. The reason when the
+    // line names a stack the list does not have (nothing is then changed).
+    std::optional<std::string> ReplayDrop(Canvas& canvas, const JournalCommand& line);
 
     // --- mouse state --------------------------------------------------------------------
     IntPoint LastMouse = kNoMouse;      // where the drag image was last drawn
@@ -112,6 +116,11 @@ class DrawingEdit {
     // Release steps.
     bool DropDue() const;
     void Drop(Canvas& canvas, int32_t x, int32_t y);
+    // The drop itself, for the mouse and for the journal: dropped, the rectangles let go (the
+    // single pick's first); (dx, dy), a band's shift; at, the release, where the pick is hit
+    // again.
+    void CarryOutDrop(Canvas& canvas, const std::vector<IntRect>& dropped, int32_t dx, int32_t dy,
+                      IntPoint at);
     // Nothing when every entry moved, else why none did.
     // picked: the stacks picked up, which the tests pass over.
     std::optional<DropRefusal> DropBand(CKs_Haichi& engine, KouteiInfo* koutei,
@@ -123,6 +132,9 @@ class DrawingEdit {
     StackId PointTestKeepingBand(Canvas& canvas, int32_t x, int32_t y);
     // The drag image at the cursor: PickRect, or every band entry at its offset.
     std::vector<IntRect> DragImageAt(int32_t x, int32_t y) const;
+    // The journal's line of the drop about to be made: a single pick dropped at dropped, or the
+    // band shifted by (dx, dy), with the picks left out of the corner marks.
+    JournalCommand DropLine(const IntRect& dropped, int32_t dx, int32_t dy) const;
     // Where the stacks stand, to tell a drop that moved nothing (and so is no step to undo).
     static std::vector<std::pair<double, double>> Positions(const std::vector<HaichiInfo*>& stacks);
     // The rectangle's centre lies on a pallet in view.

@@ -129,6 +129,7 @@ ChangeSet JobSession::Undo(PalletDrawing& drawing) {
     ViewPlace place = Place();
     if (!history_.Undo(app_, drawing.Select(), &place))
         return {};
+    Journal({.Verb = JournalVerb::Undo});
     return ShowAt(place);
 }
 
@@ -136,6 +137,7 @@ ChangeSet JobSession::Redo(PalletDrawing& drawing) {
     ViewPlace place = Place();
     if (!history_.Redo(app_, drawing.Select(), &place))
         return {};
+    Journal({.Verb = JournalVerb::Redo});
     return ShowAt(place);
 }
 
@@ -152,6 +154,7 @@ ChangeSet JobSession::Retry() {
     RecordStep(step::kRetry);
     RereadJob();
     LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {});
+    Journal({.Verb = JournalVerb::Retry});
     // The lists were filled as the job was placed; the all-parts dialog follows too.
     return Change::Reloaded | Change::Parts | Change::History;
 }
@@ -163,6 +166,7 @@ ChangeSet JobSession::Auto() {
     const std::vector<int> keep = KeepTable();
     RereadJob();
     LoadAndPlace(PlacedCounts::Kept, SavedPlacement::Ignore, keep);
+    Journal({.Verb = JournalVerb::Auto});
     // The lists were filled as the job was placed; the all-parts dialog keeps its lines.
     return Change::Reloaded | Change::History;
 }
@@ -185,6 +189,8 @@ bool JobSession::Finish(OkCancel end) {
         return false;
     ended_ = true;
     app_.Run.DialogEnd = end;
+    // Written once the files are: a journal that ends so needs no recovery.
+    Journal({.Verb = end == OkCancel::Ok ? JournalVerb::Ok : JournalVerb::Cancel});
     return true;
 }
 
@@ -194,6 +200,20 @@ bool JobSession::Close() {
     if (!PassesExitCheck())
         return true;
     return Finish(OkCancel::Cancel);
+}
+
+void JobSession::Journal(const JournalCommand& command) {
+    if (journal_ != nullptr)
+        journal_->Write(command);
+}
+
+std::vector<int32_t> JobSession::PositionsOf(const std::vector<StackId>& stacks) const {
+    std::vector<int32_t> places;
+    for (const StackId id : stacks) {
+        if (const std::optional<size_t> at = app_.HaichiList.PositionOf(id))
+            places.push_back(static_cast<int32_t>(*at));
+    }
+    return places;
 }
 
 int JobSession::Exit() {

@@ -12,6 +12,7 @@
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
 #include "history/EditHistory.h"
+#include "session/CommandJournal.h"
 #include "support/Services.h"
 
 namespace kesto {
@@ -139,6 +140,16 @@ class JobSession {
     ChangeSet Undo(PalletDrawing& drawing);
     ChangeSet Redo(PalletDrawing& drawing);
 
+    // --- the journal -----------------------------------------------------------------
+    // Every command carried out from now on is written into journal (none: not written).
+    void JournalIn(CommandJournal* journal) { journal_ = journal; }
+    CommandJournal* JournalTarget() const { return journal_; }
+    // Writes a command carried out outside the session's own calls (a drop in the drawing).
+    void Journal(const JournalCommand& command);
+    // The stacks' places in the stack list, in order, as the journal names them; a stack
+    // that is gone is left out.
+    std::vector<int32_t> PositionsOf(const std::vector<StackId>& stacks) const;
+
     // --- finishing --------------------------------------------------------------------
     // OK or Cancel: the offset check, then the result and save files. true when the job
     // ended (the dialog closes); false when it stays open.
@@ -176,6 +187,7 @@ class JobSession {
     SessionView* view_ = nullptr;
     EditHistory history_;
     const Selection* watched_ = nullptr;
+    CommandJournal* journal_ = nullptr;
     LatestErrorCode errors_;
     bool ended_ = false;
     bool aborted_ = false;

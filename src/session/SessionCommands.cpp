@@ -40,40 +40,51 @@ std::string JobSession::WhyShortText(int32_t seq) const {
 
 ChangeSet JobSession::ChooseKoutei(int32_t position) {
     shown_.SetKoutei(position);
+    Journal({.Verb = JournalVerb::Process, .Value = position});
     return Change::Koutei;
 }
 
 ChangeSet JobSession::ChoosePallet(int32_t pallet) {
     shown_.SetPallet(pallet);
+    Journal({.Verb = JournalVerb::Pallet, .Value = pallet});
     return Change::Pallet;
 }
 
 ChangeSet JobSession::ChooseBox(int32_t code) {
     shown_.SetBox(code);
+    Journal({.Verb = JournalVerb::Box, .Value = code});
     return Change::Box;
 }
 
 ChangeSet JobSession::ChooseView(PalletView mode) {
     shown_.SetMode(mode);
+    Journal({.Verb = JournalVerb::View, .View = mode});
     return Change::Mode;
 }
 
 ChangeSet JobSession::SetGrid(bool on) {
-    return shown_.SetGrid(on);
+    const ChangeSet changed = shown_.SetGrid(on);
+    Journal({.Verb = JournalVerb::Grid, .Value = on ? 1 : 0});
+    return changed;
 }
 
 ChangeSet JobSession::Set3D(bool on) {
-    return shown_.Set3D(on);
+    const ChangeSet changed = shown_.Set3D(on);
+    Journal({.Verb = JournalVerb::ThreeD, .Value = on ? 1 : 0});
+    return changed;
 }
 
 ChangeSet JobSession::SetHit(HitBy hit) {
     // The buttons show the choice even when it was already made.
     shown_.SetHit(hit);
+    Journal({.Verb = JournalVerb::Hit, .Hit = hit});
     return Change::Hit;
 }
 
 ChangeSet JobSession::SwitchBlockDraw() {
-    return shown_.SwitchBlockDraw() | Change::BlockCells;
+    const ChangeSet changed = shown_.SwitchBlockDraw() | Change::BlockCells;
+    Journal({.Verb = JournalVerb::BlockDraw, .Value = shown_.BlockDraw() ? 1 : 0});
+    return changed;
 }
 
 ChangeSet JobSession::Down(std::optional<int32_t> selectedSeq) {
@@ -87,6 +98,7 @@ ChangeSet JobSession::Down(std::optional<int32_t> selectedSeq) {
     RecordStep(step::kToSetAside);
     part->Destination = destination::kTorioki;
     part->PiecesSetAside = part->Quantity;
+    Journal({.Verb = JournalVerb::Down, .Value = *selectedSeq});
     return Change::Parts | Change::History;
 }
 
@@ -120,6 +132,7 @@ ChangeSet JobSession::Up(std::optional<int32_t> selectedSeq) {
     part->Destination = shown_.Box();
     part->PiecesPlaced = 0;
     part->PiecesSetAside = 0;
+    Journal({.Verb = JournalVerb::Up, .Value = *selectedSeq});
     return shown | Change::History;
 }
 

@@ -32,6 +32,7 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
     if (picked == nullptr || picked->Part == nullptr)
         return false;
     RecordStep(step::kSheetCount, drawing.Selected());
+    const std::vector<int32_t> place = PositionsOf({picked->Id});
     PartsInfo* part = picked->Part;
     KouteiInfo* koutei = app_.KouteiAt(shown_.Koutei());
     // The new count stands in for the part's own only while it is stacked again.
@@ -67,6 +68,7 @@ bool JobSession::ApplySheetCount(PalletDrawing& drawing, const SheetCountStart& 
             std::fabs(h.Y - start.Y) <= kSamePlace)
             samePlace = h.Id;
     }
+    Journal({.Verb = JournalVerb::Sheets, .Value = newCount, .Stack = place.front()});
     if (show)
         show(Change::Parts | Change::Stacks | Change::Restacked | Change::History);
     const bool partShort = part->PiecesPlaced != part->Quantity;

@@ -52,6 +52,8 @@ ChangeSet JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
     if (drawing.Selected().Picked() == kNoStack || app_.KouteiList.Empty())
         return {};
     RecordStep(step::kLeft, drawing.Selected());
+    // Named by their places before they leave the list.
+    const std::vector<int32_t> places = PositionsOf(drawing.Selected().PickHistory());
     const std::vector<HaichiInfo*> stacks = LiveOnce(app_, drawing.Selected().PickHistory());
     for (HaichiInfo* h : stacks) {
         h->Part->PiecesSetAside = AddClamped(h->Part->PiecesSetAside, h->Pieces);
@@ -63,6 +65,7 @@ ChangeSet JobSession::Left(PalletDrawing& drawing, Canvas& canvas) {
     drawing.Select().ForgetPicks();
     // The freed corners serve again: the process's marks are rebuilt from the stacks left.
     CKs_Haichi(app_, services_).RebuildCorners(app_.KouteiAt(shown_.Koutei()), {});
+    Journal({.Verb = JournalVerb::Left, .Stacks = places});
     return Change::Stacks | Change::SetAsideParts | Change::Selection | Change::History;
 }
 
@@ -90,6 +93,7 @@ ChangeSet JobSession::Right(std::optional<int32_t> selectedSeq, const ShowChange
                      .PlaceOnePart(part, app_.KouteiAt(shown_.Koutei()), Stacking::PalletsInView,
                                    QuantityShare::AsPlaced));
     MarkStacksFrom(stacksBefore, kEditReturned);
+    Journal({.Verb = JournalVerb::Right, .Value = *selectedSeq});
     const ChangeSet changed =
         Change::Parts | Change::SetAsideLine | Change::Stacks | Change::History;
     if (show)

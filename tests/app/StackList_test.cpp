@@ -27,6 +27,23 @@ TEST(StackList, NewStacksGetIdsFromOneInListOrderAndAreFoundByThem) {
     EXPECT_EQ(&list.back(), &b);
 }
 
+TEST(StackList, AStackIsNamedByItsPlaceInTheListAndFoundByIt) {
+    StackList list;
+    HaichiInfo& a = list.Append();
+    HaichiInfo& b = list.Append();
+    HaichiInfo& c = list.Append();
+    EXPECT_EQ(list.PositionOf(a.Id), 0u);
+    EXPECT_EQ(list.PositionOf(c.Id), 2u);
+    list.Remove(&b);
+    // The places close up behind a stack taken out.
+    EXPECT_EQ(list.PositionOf(c.Id), 1u);
+    EXPECT_EQ(list.PositionOf(b.Id), std::nullopt);
+    EXPECT_EQ(list.PositionOf(kNoStack), std::nullopt);
+    EXPECT_EQ(list.AtPosition(0), &a);
+    EXPECT_EQ(list.AtPosition(1), &c);
+    EXPECT_EQ(list.AtPosition(2), nullptr);
+}
+
 TEST(StackList, ARemovedStackIsFoundAsNothingAndItsIdIsNotGivenAgain) {
     StackList list;
     HaichiInfo& a = list.Append();

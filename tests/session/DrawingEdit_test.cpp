@@ -11,6 +11,7 @@
 #include <climits>
 
 #include "common/EditFixture.h"
+#include "common/RecordedJournal.h"
 #include "view/Colours.h"
 
 namespace kesto::test {
@@ -515,6 +516,68 @@ TEST_F(BandTest, DirectSwitchForgetsTheLastPickAndTheHistory) {
     EXPECT_EQ(drawing.Selected().LastPicked(), kNoStack);
     EXPECT_TRUE(drawing.Selected().PickHistory().empty());
     EXPECT_EQ(drawing.Selected().Picked(), a.Id);
+}
+
+// --- the journal
+// ----------------------------------------------------------------------------------
+
+class JournalledEditTest : public BandTest {
+  protected:
+    JournalledEditTest() {
+        app.Settings.IsDirect = 0;
+        edit.RecordStepsIn(&session);
+        session.JournalIn(&journal);
+    }
+    RecordedJournal journal;
+};
+
+// a picked at its centre (980, 833) and let go at (830, 833): its rectangle, 150 pixels to the
+// left, in the area of 1080 x 900; a is the first stack of the list.
+TEST_F(JournalledEditTest, ADropIsWrittenDownWithTheAreaTheRectangleAndThePicks) {
+    Drag(980, 833, 830, 833);
+    EXPECT_EQ(journal.Lines, (Lines{"drop 1080 900 780 808 880 858 0"}));
+}
+
+TEST_F(JournalledEditTest, ARefusedDropIsWrittenDownToo) {
+    Drag(980, 833, 52, 40);
+    ASSERT_EQ(view.Refusals, std::vector<DropRefusal>({DropRefusal::OffThePallets}));
+    EXPECT_EQ(journal.Lines, (Lines{"drop 1080 900 2 15 102 65 0"}));
+}
+
+TEST_F(JournalledEditTest, AClickAndAnAbandonedDragAreNotWrittenDown) {
+    Click(980, 833);
+    Drag(980, 833, 980, 30);  // above the caption strip: abandoned
+    EXPECT_TRUE(journal.Lines.empty());
+}
+
+// The band around a and b, b grabbed at (670, 833) and let go 100 pixels higher: each entry
+// with its rectangle at the press.
+TEST_F(JournalledEditTest, ABandDropIsWrittenDownWithTheShiftAndTheEntriesAtThePress) {
+    app.Settings.IsDirect = 1;
+    Band(1035, 790, 600, 860);
+    edit.Press(canvas, 670, 833, false);
+    edit.Move(canvas, 671, 833, true);
+    edit.Move(canvas, 670, 733, true);
+    edit.Release(canvas, 670, 733);
+    ASSERT_DOUBLE_EQ(b.Y, 110);
+    ASSERT_EQ(journal.Lines.size(), 1u);
+    // b, grabbed, is the pick the corners are rebuilt without.
+    EXPECT_EQ(journal.Lines[0],
+              "banddrop 1080 900 0 -100 0 930 808 1030 858 1 620 808 720 858 / 1");
+}
+
+TEST_F(JournalledEditTest, TheDirectSwitchIsWrittenDownWithItsValueAfterIt) {
+    edit.SwitchDirect();
+    edit.SwitchDirect();
+    EXPECT_EQ(journal.Lines, (Lines{"direct 1", "direct 0"}));
+}
+
+TEST_F(DrawingEditTest, WithoutASessionADropIsWrittenNowhere) {
+    RecordedJournal journal;
+    session.JournalIn(&journal);
+    Drag(980, 833, 830, 833);
+    EXPECT_DOUBLE_EQ(a.X, 790);
+    EXPECT_TRUE(journal.Lines.empty());
 }
 
 // --- bad input ----------------------------------------------------------------------------------

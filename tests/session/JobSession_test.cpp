@@ -7,7 +7,9 @@
 
 #include <map>
 
+#include "common/RecordedJournal.h"
 #include "common/SessionFixture.h"
+#include "view/PalletDrawing.h"
 
 namespace kesto::test {
 namespace {
@@ -272,6 +274,51 @@ TEST_F(FinishTest, OkWritesTheFilesAndExitsWithZero) {
     EXPECT_EQ(testServices.Host.UserValues, (UserValues{{"IsBlockDraw", "0"}, {"IsDirect", "-1"}}));
     EXPECT_TRUE(app.PartsList.Empty());
     EXPECT_FALSE(testServices.Messages.Loaded());
+}
+
+TEST_F(FinishTest, TheEndIsWrittenDownOnceTheFilesAreWritten) {
+    RecordedJournal journal;
+    session.JournalIn(&journal);
+    ASSERT_TRUE(session.Down(part.Seq));
+    // Part 1 is short now: refusing message 208 keeps the job open, and nothing ended.
+    op.Answer = OkCancel::Cancel;
+    EXPECT_FALSE(session.Finish(OkCancel::Ok));
+    EXPECT_EQ(journal.Lines, (Lines{"down 1"}));
+    op.Answer = OkCancel::Ok;
+    EXPECT_TRUE(session.Close());
+    EXPECT_EQ(journal.Lines, (Lines{"down 1", "cancel"}));
+    // An ended job is not ended again.
+    EXPECT_TRUE(session.Finish(OkCancel::Ok));
+    EXPECT_EQ(journal.Lines, (Lines{"down 1", "cancel"}));
+}
+
+TEST_F(FinishTest, OkIsWrittenDownAsOk) {
+    RecordedJournal journal;
+    session.JournalIn(&journal);
+    EXPECT_TRUE(session.Finish(OkCancel::Ok));
+    EXPECT_EQ(journal.Lines, (Lines{"ok"}));
+}
+
+TEST_F(FinishTest, AnOffsetStopEndsTheJobWithoutAnEndInTheJournal) {
+    RecordedJournal journal;
+    session.JournalIn(&journal);
+    StackBeyondTheOffset();
+    op.Answer = OkCancel::Cancel;  // the offset warning's Cancel stops the job
+    EXPECT_TRUE(session.Finish(OkCancel::Ok));
+    EXPECT_TRUE(session.Aborted());
+    EXPECT_TRUE(journal.Lines.empty());
+}
+
+TEST_F(FinishTest, UndoAndRedoAreWrittenDownWhenThereIsAStepToTake) {
+    RecordedJournal journal;
+    session.JournalIn(&journal);
+    PalletDrawing drawing{app, shown, testServices.Messages};
+    session.Redo(drawing);  // nothing to redo
+    ASSERT_TRUE(session.Down(part.Seq));
+    session.Undo(drawing);
+    session.Undo(drawing);  // nothing more to undo
+    session.Redo(drawing);
+    EXPECT_EQ(journal.Lines, (Lines{"down 1", "undo", "redo"}));
 }
 
 TEST_F(FinishTest, CancelWritesTheSameFilesAndExitsWithHundred) {

@@ -4,6 +4,7 @@
 
 #include <numeric>
 
+#include "common/RecordedJournal.h"
 #include "common/SessionFixture.h"
 
 namespace kesto::test {
@@ -155,6 +156,58 @@ TEST_F(UpTest, PartOfAnotherProcessIsNotFoundAndNothingChanges) {
     EXPECT_EQ(p.Destination, 1000);
     EXPECT_EQ(p.PiecesSetAside, 4);
     EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+// --- the journal --------------------------------------------------------------------------
+
+class JournalTest : public SessionTest {
+  protected:
+    JournalTest() { session.JournalIn(&journal); }
+    RecordedJournal journal;
+};
+
+TEST_F(JournalTest, TheViewCommandsAreWrittenDownWithWhatTheyChose) {
+    session.ChooseKoutei(2);
+    session.ChoosePallet(3);
+    session.ChooseBox(101);
+    session.ChooseView(PalletView::Danmen);
+    session.ChooseView(PalletView::FourPallet);
+    session.SetGrid(true);
+    session.Set3D(false);
+    session.SetHit(HitBy::Single);
+    session.SetHit(HitBy::Block);
+    EXPECT_EQ(journal.Lines, (Lines{"process 2", "pallet 3", "box 101", "view danmen",
+                                    "view 4pallet", "grid 1", "3d 0", "hit single", "hit block"}));
+}
+
+TEST_F(JournalTest, TheBlockCellSwitchIsWrittenDownWithItsValueAfterIt) {
+    shown.SetStoredBlockDraw(2);
+    session.SwitchBlockDraw();
+    session.SwitchBlockDraw();
+    EXPECT_EQ(journal.Lines, (Lines{"blockdraw 0", "blockdraw 1"}));
+}
+
+TEST_F(JournalTest, DownAndUpAreWrittenDownOnlyWhenTheyMoveThePart) {
+    BoxInfo& box = job.AddBox(100, 3);
+    box.PartSizes = {100, 400, 100, 400};
+    PartsInfo& p = AddPart({.Quantity = 4, .Destination = 100});
+    PartsInfo& other = AddPart({.KouteiNo = 2, .Quantity = 4, .Destination = 100});
+    shown.SetBox(5);             // a pallet box
+    session.Down(std::nullopt);  // message 7
+    session.Down(other.Seq);     // not of the process in view
+    session.Down(p.Seq);
+    session.Up(p.Seq);  // the box in view is no small box: message 4
+    session.ChooseBox(100);
+    session.Up(p.Seq);
+    EXPECT_EQ(journal.Lines, (Lines{"down 1", "box 100", "up 1"}));
+}
+
+TEST_F(JournalTest, NoJournalGivenWritesNothingAndChangesNothing) {
+    session.JournalIn(nullptr);
+    PartsInfo& p = AddPart({.Quantity = 4, .Destination = 100});
+    session.Down(p.Seq);
+    EXPECT_EQ(p.PiecesSetAside, 4);
+    EXPECT_TRUE(journal.Lines.empty());
 }
 
 class KeepTableTest : public SessionTest {};

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "common/EditFixture.h"
+#include "common/RecordedJournal.h"
 #include "common/StackIds.h"
 #include "session/JobSession.h"
 
@@ -67,6 +68,17 @@ TEST_F(SheetCountTest, ThePartIsStackedAgainWithTheNewCountAndPickedAgain) {
     // The other part is not touched.
     EXPECT_EQ(StacksOf(partB), std::vector<HaichiInfo*>({&b}));
     EXPECT_EQ(partB.PiecesPlaced, 2);
+}
+
+TEST_F(SheetCountTest, IsWrittenDownWithThePickedStacksPlaceBeforeTheChangeIsShown) {
+    RecordedJournal journal;
+    session.JournalIn(&journal);
+    Click(360, 833);  // a2, the third stack of the list
+    const SheetCountStart start = *session.BeginSheetCount(drawing);
+    std::vector<std::string> whenShown;
+    session.ApplySheetCount(drawing, start, 2, [&](ChangeSet) { whenShown = journal.Lines; });
+    EXPECT_EQ(whenShown, (std::vector<std::string>{"sheets 2 2"}));
+    EXPECT_EQ(journal.Lines, whenShown);
 }
 
 TEST_F(SheetCountTest, TheNewStacksAndThePartRememberTheOperatorsCount) {

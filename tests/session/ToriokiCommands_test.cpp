@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "common/EditFixture.h"
+#include "common/RecordedJournal.h"
 #include "view/Colours.h"
 
 namespace kesto::test {
@@ -127,6 +128,19 @@ TEST_F(LeftTest, PartsLeftShortAreNotSetAsideButAnyProcessesSetAsidePiecesAre) {
     EXPECT_TRUE(session.AnyPartSetAside());
 }
 
+TEST_F(LeftTest, IsWrittenDownWithThePickedStacksPlacesBeforeTheyGo) {
+    RecordedJournal journal;
+    session.JournalIn(&journal);
+    Click(980, 833);  // a, the first of a, b, a2
+    Left();
+    Click(980, 833);  // nothing there any more
+    Left();
+    Click(360, 833);  // a2, now the second
+    drawing.Select().SetBand(BandState::InForce);
+    Left();  // message 15
+    EXPECT_EQ(journal.Lines, (Lines{"left 0"}));
+}
+
 // --- right ------------------------------------------------------------------------------------
 
 class RightTest : public EditTest {
@@ -157,6 +171,17 @@ TEST_F(RightTest, PartGoesBackOntoThePalletsAndTheListEmpties) {
     EXPECT_EQ(p.PiecesPlaced, 2);
     EXPECT_EQ(job.ValuesOf(p), std::vector<int32_t>({2}));
     EXPECT_TRUE(op.KakuNumbers.empty());
+}
+
+TEST_F(RightTest, IsWrittenDownBeforeTheChangeIsShown) {
+    RecordedJournal journal;
+    session.JournalIn(&journal);
+    PartsInfo& p = SetAside({.Quantity = 2});
+    session.Right(std::nullopt);  // message 7
+    std::vector<std::string> whenShown;
+    session.Right(p.Seq, [&](ChangeSet) { whenShown = journal.Lines; });
+    EXPECT_EQ(whenShown, (Lines{"right " + std::to_string(p.Seq)}));
+    EXPECT_EQ(journal.Lines, whenShown);
 }
 
 TEST_F(RightTest, StacksBroughtBackAreMarkedAsTheOperators) {

@@ -1,0 +1,130 @@
+// A journal's commands carried out again on the grid job of EditFixture.h (see DrawingEdit_test
+// for the stacks' pixels): a at place 0, b at place 1, a2 at place 2 of the stack list.
+#include "session/JournalReplay.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "common/EditFixture.h"
+#include "common/RecordedJournal.h"
+
+namespace kesto::test {
+namespace {
+
+constexpr const char* kJob = "0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef";
+
+class JournalReplayTest : public TwoPartsTest {
+  protected:
+    JournalReplayTest() { edit.RecordStepsIn(&session); }
+
+    // The journal of these command lines, each at the same time.
+    static JournalFile Journal(const std::vector<std::string>& commands) {
+        std::string text = std::string("kesto-journal 1\njob ") + kJob + "\n";
+        for (const std::string& c : commands)
+            text += "2026-11-26T10:00:00.000 " + c + "\n";
+        return ReadJournal(text);
+    }
+    ReplayOutcome Replay(const std::vector<std::string>& commands) {
+        JournalReplay replay(session, drawing, edit, relay, answers);
+        return replay.Run(Journal(commands));
+    }
+
+    RecordingOperator answers;
+    OperatorRelay relay{testServices.Op};
+};
+
+TEST_F(JournalReplayTest, ADropMovesTheStackAsTheMouseDid) {
+    const ReplayOutcome outcome = Replay({"drop 1080 900 780 808 880 858 0"});
+    EXPECT_TRUE(outcome.Ok()) << outcome.Why;
+    EXPECT_EQ(outcome.Commands, 1);
+    EXPECT_DOUBLE_EQ(a.X, 790);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_EQ(a.BlockIndex, 0);
+    EXPECT_EQ(a.Edits, kEditMoved);
+}
+
+TEST_F(JournalReplayTest, ADropIsMadeOnTheDrawingLaidOutAtTheSizeOfItsLine) {
+    drawing.SetArea({0, 0, 500, 300});
+    Replay({"drop 1080 900 780 808 880 858 0"});
+    EXPECT_DOUBLE_EQ(a.X, 790);
+    EXPECT_EQ(drawing.Area(), (IntRect{0, 0, 1080, 900}));
+}
+
+TEST_F(JournalReplayTest, ABandDropMovesEveryEntryByTheShift) {
+    const ReplayOutcome outcome =
+        Replay({"direct 1", "banddrop 1080 900 0 -100 0 930 808 1030 858 1 620 808 720 858 /"});
+    EXPECT_TRUE(outcome.Ok()) << outcome.Why;
+    EXPECT_EQ(app.Settings.IsDirect.Stored(), 1);
+    EXPECT_DOUBLE_EQ(a.Y, 110);
+    EXPECT_DOUBLE_EQ(b.Y, 110);
+}
+
+TEST_F(JournalReplayTest, LeftSetsThePickedStacksAside) {
+    EXPECT_TRUE(Replay({"left 0"}).Ok());
+    EXPECT_EQ(partA.PiecesSetAside, 3);
+    EXPECT_EQ(job.StacksOf(partA), std::vector<HaichiInfo*>({&a2}));
+}
+
+TEST_F(JournalReplayTest, TheViewCommandsChooseWhatTheyName) {
+    EXPECT_TRUE(Replay({"view 4pallet", "grid 0", "3d 1", "hit block", "pallet 2"}).Ok());
+    EXPECT_EQ(shown.Mode(), PalletView::FourPallet);
+    EXPECT_FALSE(shown.Grid());
+    EXPECT_TRUE(shown.Is3D());
+    EXPECT_EQ(shown.Hit(), HitBy::Block);
+    EXPECT_EQ(shown.Pallet(), 2);
+}
+
+TEST_F(JournalReplayTest, ALineNamingAStackBeyondTheListStopsThereAfterTheLinesBefore) {
+    const ReplayOutcome outcome = Replay({"view danmen", "left 9", "view flat"});
+    EXPECT_FALSE(outcome.Ok());
+    EXPECT_EQ(outcome.BadLine, 4);  // the two header lines, then the commands
+    EXPECT_EQ(outcome.Why, "line 4: no stack at place 9");
+    EXPECT_EQ(outcome.Commands, 1);
+    EXPECT_EQ(shown.Mode(), PalletView::Danmen);
+    EXPECT_EQ(partA.PiecesSetAside, 0);
+}
+
+TEST_F(JournalReplayTest, APartNotInTheListTheCommandTakesFromStopsTheReplay) {
+    const ReplayOutcome outcome = Replay({"right " + std::to_string(partA.Seq)});
+    EXPECT_EQ(outcome.BadLine, 3);
+    EXPECT_EQ(outcome.Why, "line 3: part 1 is not set aside");
+    EXPECT_EQ(Replay({"process 7"}).Why, "line 3: no process 7");
+    EXPECT_EQ(Replay({"box 99"}).Why, "line 3: no small box 99");
+}
+
+TEST_F(JournalReplayTest, AnUnknownCommandIsPassedOverAndTold) {
+    const ReplayOutcome outcome = Replay({"zoom 2", "view danmen"});
+    EXPECT_TRUE(outcome.Ok());
+    EXPECT_EQ(outcome.Skipped, std::vector<std::string>({"line 3: unknown command zoom"}));
+    EXPECT_EQ(shown.Mode(), PalletView::Danmen);
+}
+
+TEST_F(JournalReplayTest, TheEndLineEndsTheReplayAndIsLeftToTheCaller) {
+    const ReplayOutcome outcome = Replay({"view danmen", "cancel", "view flat"});
+    EXPECT_EQ(outcome.End, OkCancel::Cancel);
+    EXPECT_EQ(shown.Mode(), PalletView::Danmen);
+    EXPECT_FALSE(session.Ended());
+}
+
+TEST_F(JournalReplayTest, WhatIsReplayedIsNotWrittenAgainAndTheJournalGoesOnAfterIt) {
+    RecordedJournal journal;
+    session.JournalIn(&journal);
+    Replay({"view danmen", "left 0"});
+    EXPECT_TRUE(journal.Lines.empty());
+    session.ChooseView(PalletView::Flat);
+    EXPECT_EQ(journal.Lines, std::vector<std::string>({"view flat"}));
+}
+
+// The step puts back copies of the records: the part is found again by its Seq.
+TEST_F(JournalReplayTest, UndoTakesBackAReplayedCorrection) {
+    EXPECT_TRUE(Replay({"left 0", "undo"}).Ok());
+    EXPECT_EQ(session.FindPart(1, true)->PiecesSetAside, 0);
+    EXPECT_EQ(app.HaichiList.size(), 3u);
+    EXPECT_TRUE(Replay({"redo"}).Ok());
+    EXPECT_EQ(session.FindPart(1, true)->PiecesSetAside, 3);
+}
+
+}  // namespace
+}  // namespace kesto::test
