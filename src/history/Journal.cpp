@@ -105,7 +105,7 @@ bool TakesNothing(JournalVerb verb) {
            verb == JournalVerb::Redo || verb == JournalVerb::Ok || verb == JournalVerb::Cancel;
 }
 
-// ---- Writing a command ----
+// --- writing a command ---
 
 void AddNumber(std::string& text, int32_t number) {
     text += ' ';
@@ -177,7 +177,7 @@ void AddArguments(std::string& text, const JournalCommand& command) {
         AddNumber(text, command.Value);
 }
 
-// ---- Reading a line ----
+// --- reading a line ---
 
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
@@ -285,7 +285,8 @@ class ArgumentReader {
     bool AtLeast(size_t count, size_t wanted) {
         if (count >= wanted)
             return true;
-        why_ = std::string(word_) + " needs at least " + std::to_string(wanted) + " numbers";
+        why_ = std::string(word_) + " needs at least " + std::to_string(wanted) +
+               (wanted == 1 ? " number" : " numbers");
         return false;
     }
 
@@ -442,7 +443,7 @@ ParsedJournalLine ParseLineBody(std::string_view line) {
     return parsed;
 }
 
-// ---- Reading a file ----
+// --- reading a file ---
 
 // The next line of text from at: its bytes without the line end, and whether it had one.
 struct TextLine {
@@ -551,7 +552,7 @@ std::optional<std::string> ReadBounded(const std::string& path, JournalFile& fil
     return bytes;
 }
 
-// ---- The writer's file ----
+// --- the writer's file ---
 
 #ifdef _WIN32
 int OpenForAppending(const std::string& path) {

@@ -143,7 +143,7 @@ std::string WhyMalformed(const std::string& rest) {
     return parsed.Kind == ParsedJournalLine::Kind::Malformed ? parsed.Why : "";
 }
 
-// ---- The text of the commands ----
+// --- the text of the commands ---
 
 TEST(JournalFormat, EveryCommandIsWrittenAsItsWordAndArguments) {
     for (const Written& written : EveryCommand())
@@ -225,7 +225,7 @@ TEST(JournalFormat, JobHexIsSixtyFourLowercaseHexDigits) {
     EXPECT_FALSE(IsJobHex(std::string(63, 'a') + "g"));
 }
 
-// ---- Reading a line ----
+// --- reading a line ---
 
 TEST(JournalParse, EveryCommandIsReadBack) {
     for (const Written& written : EveryCommand()) {
@@ -385,7 +385,7 @@ TEST(JournalParse, MissingArgumentIsMalformed) {
     EXPECT_EQ(WhyMalformed("grid"), "grid needs exactly 1 argument");
     EXPECT_EQ(WhyMalformed("view"), "view needs exactly 1 argument");
     EXPECT_EQ(WhyMalformed("sheets 4"), "sheets needs exactly 2 arguments");
-    EXPECT_EQ(WhyMalformed("left"), "left needs at least 1 numbers");
+    EXPECT_EQ(WhyMalformed("left"), "left needs at least 1 number");
     EXPECT_EQ(WhyMalformed("drop 800 600 10 20 110 70"), "drop needs at least 7 numbers");
     EXPECT_EQ(WhyMalformed("drop"), "drop needs at least 7 numbers");
     EXPECT_EQ(WhyMalformed("banddrop 800 600 1 2 / 5"), "banddrop needs at least 9 numbers");
@@ -483,7 +483,7 @@ TEST(JournalParse, OverlongLineIsMalformed) {
     EXPECT_EQ(ParseJournalLine(longest + "\n").Kind, ParsedJournalLine::Kind::Command);
 }
 
-// ---- Reading a journal ----
+// --- reading a journal ---
 
 std::string Lines(std::initializer_list<std::string> commands) {
     std::string text;
@@ -662,7 +662,7 @@ TEST(ReadJournalFile, MissingOrUnreadableFileIsAnError) {
     EXPECT_NE(ReadJournalFile("").Error, "");
 }
 
-// ---- Writing ----
+// --- writing ---
 
 TEST(JournalWriter, MakesTheFoldersAndWritesTheHeaderOfANewJournal) {
     TempFolder folder;
@@ -851,7 +851,7 @@ TEST(JournalWriter, MovedWriterKeepsTheFile) {
     EXPECT_EQ(ReadFile(folder / "j.journal"), kHeader + Lines({"redo"}));
 }
 
-// ---- The folder ----
+// --- the folder ---
 
 TEST(JournalPath, IsTheJobsFileInTheJournalFolder) {
     const std::string sep(1, kPathSeparator);
