@@ -1,11 +1,13 @@
 #include "Harnesses.h"
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "app/InputReaders.h"
 #include "cli/BatchRun.h"
 #include "common/MiniInstallation.h"
+#include "history/Journal.h"
 #include "session/JobSession.h"
 #include "support/SetupList.h"
 
@@ -117,6 +119,24 @@ int FuzzPlacementFile(FuzzSite& site, const uint8_t* data, size_t size) {
     session.Init();
     session.Finish(OkCancel::Ok);
     return static_cast<int>(session.App().HaichiList.size());
+}
+
+int FuzzJournal(FuzzSite& site, const uint8_t* data, size_t size) {
+    // Where the session keeps the journal of a job, below the state folder.
+    const std::string relative = "state/journal/" + std::string(64, '0') + ".journal";
+    site.Write(relative, data, size);
+    const JournalFile journal = ReadJournalFile(site.Path(relative));
+    if (!journal.Error.empty())
+        return -1;
+    for (const auto& numbered : journal.Lines) {
+        const ParsedJournalLine& line = numbered.second;
+        if (line.Kind != ParsedJournalLine::Kind::Command)
+            continue;
+        const ParsedJournalLine again = ParseJournalLine(JournalLine(line.Time, line.Command));
+        if (again.Kind != ParsedJournalLine::Kind::Command || !(again.Command == line.Command))
+            std::abort();
+    }
+    return static_cast<int>(journal.Lines.size());
 }
 
 }  // namespace kesto::fuzz

@@ -30,5 +30,9 @@ int FuzzCommandLine(FuzzSite& site, const uint8_t* data, size_t size);
 // fill, PlaceAll, then OK with the offset check and the writers. The stacks in the list after
 // the run, -1 when the job did not start.
 int FuzzPlacementFile(FuzzSite& site, const uint8_t* data, size_t size);
+// A journal of the operator's commands in the state folder: the lines after its header, -1
+// when the header is refused. Every command read must be written back as a line that reads
+// as the same command; the harness stops the process when one is not.
+int FuzzJournal(FuzzSite& site, const uint8_t* data, size_t size);
 
 }  // namespace kesto::fuzz

@@ -8,7 +8,7 @@ build=$1
 seconds=${2:-60}
 runs=${3:-}
 root=$(cd "$(dirname "$0")/.." && pwd)
-harnesses=${FUZZ_HARNESSES:-"PalletFile JobFile OutlineFile MessageFile SetupList CommandLine PlacementFile"}
+harnesses=${FUZZ_HARNESSES:-"PalletFile JobFile OutlineFile MessageFile SetupList CommandLine PlacementFile Journal"}
 # The sites' files change on every run: keep them in memory when the machine has /dev/shm.
 [ -d /dev/shm ] && export TMPDIR=/dev/shm
 total=0

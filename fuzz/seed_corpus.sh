@@ -33,4 +33,21 @@ done
 printf '%s' 'pallet/pallets.txt 1 1 12.5 -3 2' | tr ' ' '\0' >"$tmp" && add CommandLine "$tmp"
 printf '%s' '--picture out.png --picture-size 800x600 p.txt' | tr ' ' '\0' >"$tmp"
 add CommandLine "$tmp"
+# Journals of the operator's commands: whole ones, and each kind of damage the reader meets.
+job=0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef
+t=2024-05-06T07:08:09.010
+journal() {  # journal TEXT: the text as printf writes it, as a seed
+    printf "$1" >"$tmp"
+    add Journal "$tmp"
+}
+head="kesto-journal 1\njob $job\n"
+journal "$head$t process 2\n$t pallet 3\n$t view danmen\n$t view 4pallet\n$t direct 1\n$t 3d 0\n$t grid 1\n$t blockdraw 0\n$t hit single\n$t box 101\n$t down 7\n$t up 7\n$t left 5 2 11\n$t right 5\n$t sheets 4 25\n$t drop 800 600 10 20 110 70 3 1\n$t banddrop 800 600 -15 40 4 1 2 3 4 9 -5 6 70 80 / 6 2\n$t retry\n$t auto\n$t undo\n$t redo\n$t ok\n"
+journal "kesto-journal 1\r\njob $job\r\n$t view 2pallet\r\n$t banddrop 640 480 0 0 7 1 2 3 4 /\r\n$t cancel\r\n"
+journal "$head$t process 2\n$t left 5 6\n$t drop 800 600 10 20 11"
+journal "$head"
+journal ""
+journal "kesto-journal 2\njob $job\n$t ok\n"
+journal "kesto-journal 1\njob 0123456789ABCDEF\n$t ok\n"
+journal "kesto-journal 1\njob $job"
+journal "$head$t rotate 90\n$t zoom\n\n2024-13-06T07:08:09.010 retry\n2024-02-30T00:00:00.000 retry\n$t  retry\n$t retry \n$t process\n$t process 1 2\n$t box x\n$t box 2147483648\n$t grid 2\n$t view side\n$t hit all\n$t left\n$t drop 1 2 3 4 5 6\n$t banddrop 1 2 3 4 5 6 7 8 9\n$t banddrop 1 2 3 4 5 6 7 8 / 9\n$t ok now\n$t ok\n"
 rm -f "$tmp"

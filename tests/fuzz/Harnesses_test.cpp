@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/TestFiles.h"
+#include "history/Journal.h"
 
 namespace kesto::fuzz {
 namespace {
@@ -123,6 +124,26 @@ TEST(FuzzPlacementFile, AnEmptySaveFilePlacesTheJobAfresh) {
     EXPECT_TRUE(std::filesystem::exists(site.Path("out/result.csv")));
 }
 
+constexpr const char* kJournalHeader =
+    "kesto-journal 1\njob 0123456789abcdef0123456789abcdef0123456789abcdef0123456789abcdef\n";
+
+TEST(FuzzJournal, CountsTheLinesAfterTheHeader) {
+    TempFolder temp;
+    const std::string lines =
+        "2024-05-06T07:08:09.010 left 5 2\n2024-05-06T07:08:09.011 zoom\n"
+        "2024-05-06T07:08:09.012 ok\n";
+    EXPECT_EQ(RunOn(FuzzJournal, temp, kJournalHeader + lines), 3);
+    // A last line cut short is a line too; an empty journal has none.
+    EXPECT_EQ(RunOn(FuzzJournal, temp, kJournalHeader + lines + "2024-05"), 4);
+    EXPECT_EQ(RunOn(FuzzJournal, temp, kJournalHeader), 0);
+}
+
+TEST(FuzzJournal, RefusedHeaderIsMinusOne) {
+    TempFolder temp;
+    EXPECT_EQ(RunOn(FuzzJournal, temp, ""), -1);
+    EXPECT_EQ(RunOn(FuzzJournal, temp, "kesto-journal 2\njob 00\n"), -1);
+}
+
 // Every file of the seed corpus and of the past findings goes through its harness again: it
 // must return within the harness's range (and, under the sanitizers, without a finding).
 struct Replay {
@@ -162,17 +183,17 @@ TEST_P(CorpusReplay, EveryInputRunsWithinTheHarnessRange) {
 
 constexpr int kAny = 2147483647;
 
-INSTANTIATE_TEST_SUITE_P(Harnesses, CorpusReplay,
-                         ::testing::Values(Replay{"PalletFile", FuzzPalletFile, 0, kAny},
-                                           Replay{"JobFile", FuzzJobFile, -1, kAny},
-                                           Replay{"OutlineFile", FuzzOutlineFile, 0, kAny},
-                                           Replay{"MessageFile", FuzzMessageFile, -kAny - 1, kAny},
-                                           Replay{"SetupList", FuzzSetupList, 0, 4},
-                                           Replay{"CommandLine", FuzzCommandLine, -1, 3},
-                                           Replay{"PlacementFile", FuzzPlacementFile, 0, kAny}),
-                         [](const ::testing::TestParamInfo<Replay>& replay) {
-                             return std::string(replay.param.Name);
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Harnesses, CorpusReplay,
+    ::testing::Values(Replay{"PalletFile", FuzzPalletFile, 0, kAny},
+                      Replay{"JobFile", FuzzJobFile, -1, kAny},
+                      Replay{"OutlineFile", FuzzOutlineFile, 0, kAny},
+                      Replay{"MessageFile", FuzzMessageFile, -kAny - 1, kAny},
+                      Replay{"SetupList", FuzzSetupList, 0, 4},
+                      Replay{"CommandLine", FuzzCommandLine, -1, 3},
+                      Replay{"PlacementFile", FuzzPlacementFile, 0, kAny},
+                      Replay{"Journal", FuzzJournal, -1, static_cast<int>(kJournalLinesMax)}),
+    [](const ::testing::TestParamInfo<Replay>& replay) { return std::string(replay.param.Name); });
 
 }  // namespace
 }  // namespace kesto::fuzz
