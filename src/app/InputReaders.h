@@ -1,6 +1,7 @@
 // The readers of the pallet definition file, the job file and the part outline files.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include <cstdio>
@@ -8,6 +9,9 @@
 #include "app/CKestoApp.h"
 
 namespace kesto {
+
+// "Kesto.ini" in the folder of setup key "MSG"; empty when the key has no folder.
+std::string SettingsFilePath(const Services& services);
 
 // Pallet file named by command-line token 2 (app.Run.PalletFilePath). Failed with 9020 (not
 // given or missing), 9021 (cannot open) or 9022 (no memory).

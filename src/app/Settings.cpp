@@ -2,6 +2,7 @@
 
 #include "app/CKestoApp.h"
 #include "app/Codes.h"
+#include "app/InputReaders.h"
 #include "support/MessageFile.h"
 #include "support/Paths.h"
 #include "support/SetupList.h"
@@ -18,15 +19,14 @@ constexpr int kHeightColumn = 0;
 constexpr int kCharSetColumn = 3;
 constexpr int kFaceColumn = 4;
 
-// "Kesto.ini" in the folder of setup key "MSG"; empty when the key has no folder.
+}  // namespace
+
 std::string SettingsFilePath(const Services& services) {
     std::string folder;
     if (GetSetupFolder(services, "MSG", folder) == 0 || folder.empty())
         return "";
     return JoinPath(folder, "Kesto.ini");
 }
-
-}  // namespace
 
 Outcome CKestoApp::InitSettings(const Services& services) {
     Settings.FontHeight.fill(0);

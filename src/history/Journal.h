@@ -194,6 +194,10 @@ std::string JournalPath(const std::string& folder, const std::string& jobHex);
 // Sets a journal aside under <path>.discarded, else the first free <path>.discarded.1, .2, ...;
 // never over another file. false when nothing was renamed.
 bool DiscardJournal(const std::string& path);
+// A journal whose job ended, renamed <hex>.1.journal (else .2, ...) so that the same job started
+// again gets a journal of its own while the ended one stays for the record; false when path is
+// no ended journal or nothing was renamed.
+bool KeepEndedJournalAside(const std::string& path);
 // Of the journals (*.journal) in journalFolder whose job ended (ok or cancel), keeps the keep
 // newest by modification time and removes the others. Journals of jobs not ended, discarded
 // journals and every other file stay.

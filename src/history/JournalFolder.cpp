@@ -254,6 +254,19 @@ bool DiscardJournal(const std::string& path) {
     return false;
 }
 
+bool KeepEndedJournalAside(const std::string& path) {
+    std::error_code ec;
+    if (!fs::is_regular_file(fs::symlink_status(path, ec)) || !ReadJournalFile(path).End)
+        return false;
+    const std::string stem = path.substr(0, path.size() - kJournalExtension.size());
+    for (int n = 1; n <= kDiscardedNamesMax; ++n) {
+        if (RenameWithoutReplacing(path,
+                                   stem + "." + std::to_string(n) + std::string(kJournalExtension)))
+            return true;
+    }
+    return false;
+}
+
 void PruneEndedJournals(const std::string& journalFolder, size_t keep) {
     struct Ended {
         fs::file_time_type Written;

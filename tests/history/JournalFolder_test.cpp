@@ -267,6 +267,27 @@ TEST(DiscardJournal, RenamesToTheFirstFreeDiscardedName) {
     EXPECT_EQ(ReadFile(path + ".discarded.2"), "third");
 }
 
+TEST(KeepEndedJournalAside, RenamesAnEndedJournalToTheFirstFreeNumber) {
+    TempFolder folder;
+    const std::string path = folder / "j.journal";
+    const std::string ended = kHeader + "2026-11-26T10:00:00.000 ok\n";
+    WriteFile(folder / "j.1.journal", "taken");
+    WriteFile(path, ended);
+    EXPECT_TRUE(KeepEndedJournalAside(path));
+    EXPECT_FALSE(fs::exists(path));
+    EXPECT_EQ(ReadFile(folder / "j.1.journal"), "taken");
+    EXPECT_EQ(ReadFile(folder / "j.2.journal"), ended);
+}
+
+TEST(KeepEndedJournalAside, LeavesAJournalNotEndedOrNoneAlone) {
+    TempFolder folder;
+    const std::string path = folder / "j.journal";
+    EXPECT_FALSE(KeepEndedJournalAside(path));
+    WriteFile(path, kHeader + "2026-11-26T10:00:00.000 left 0\n");
+    EXPECT_FALSE(KeepEndedJournalAside(path));
+    EXPECT_TRUE(fs::exists(path));
+}
+
 TEST(DiscardJournal, NeverReplacesAnotherFile) {
     TempFolder folder;
     const std::string path = folder / "j.journal";

@@ -1,0 +1,58 @@
+// The journal of one job in the per-user state folder: the file named after the job's identity,
+// what an earlier run left in it, and the writing of the commands from now on. A journal that
+// cannot be written never stops the job: it is told once and the job goes on without one.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "history/Journal.h"
+#include "session/CommandJournal.h"
+#include "session/JobSession.h"
+
+namespace kesto {
+
+// The job's identity: the SHA-256 of the command line's values and of every input the start
+// read (setup list, message file, pallet file, job file, the placement save file when there is
+// one, every outline read), in that order.
+std::string JobIdentityOf(const JobSession& session);
+
+// What a run that ended in the middle of the job left: its journal, read.
+struct UnfinishedJournal {
+    JournalFile File;
+    int Commands = 0;      // the command lines in it
+    std::string LastTime;  // the time of the last of them, as written
+};
+
+class JobJournal : public CommandJournal {
+  public:
+    // stateFolder: where the per-user state lives (empty: no journal at all).
+    JobJournal(const std::string& stateFolder, const std::string& jobHex);
+
+    const std::string& Path() const { return path_; }
+    // A journal of this job that an earlier run left without its end, with commands in it.
+    std::optional<UnfinishedJournal> Unfinished() const;
+    // Moves that journal aside (kept as "<name>.discarded"), so that a new one starts.
+    void Discard();
+    // Opens the journal for the commands from now on, after those already in it; the folder's
+    // ended journals beyond the newest 50 are removed. false when it cannot be written.
+    bool Open();
+    // Called once, with the file's path, when the journal cannot be written.
+    void OnFailure(std::function<void(const std::string&)> tell) { tell_ = std::move(tell); }
+
+    void Write(const JournalCommand& command) override;
+
+  private:
+    void Fail();
+
+    std::string folder_;
+    std::string jobHex_;
+    std::string path_;
+    JournalWriter writer_;
+    bool open_ = false;
+    bool told_ = false;
+    std::function<void(const std::string&)> tell_;
+};
+
+}  // namespace kesto
