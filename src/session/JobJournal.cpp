@@ -7,6 +7,7 @@
 
 #include "app/InputReaders.h"
 #include "support/JobIdentity.h"
+#include "support/MessageFile.h"
 #include "support/SetupList.h"
 #include "support/TextFile.h"
 
@@ -14,40 +15,76 @@ namespace kesto {
 
 namespace {
 
-void AddFileIfRead(JobIdentity& identity, const std::string& path) {
-    std::string bytes;
-    if (!path.empty() && ReadWholeFile(path, bytes) == WholeFile::Read)
-        identity.AddFile(bytes);
-}
-
 // The command line's values: the tokens after the program's path.
-void AddCommandLine(JobIdentity& identity, std::string_view line) {
+std::vector<std::string> ValuesOf(std::string_view line) {
+    std::vector<std::string> values;
     size_t at = line.find(' ');
     while (at != std::string_view::npos) {
         const size_t next = line.find(' ', at + 1);
-        identity.AddValue(
+        values.emplace_back(
             line.substr(at + 1, next == std::string_view::npos ? next : next - at - 1));
         at = next;
     }
+    return values;
+}
+
+// text with every {name} replaced by value.
+std::string Filled(std::string text, const std::string& name, const std::string& value) {
+    const std::string mark = "{" + name + "}";
+    for (size_t at = text.find(mark); at != std::string::npos;
+         at = text.find(mark, at + value.size())) {
+        text.replace(at, mark.size(), value);
+    }
+    return text;
 }
 
 }  // namespace
 
-std::string JobIdentityOf(const JobSession& session) {
+std::string RecoveryQuestion(const MessageTable& messages, const UnfinishedJournal& found) {
+    // 2026-11-26T10:05:00.500 is shown as 2026-11-26 10:05:00.
+    std::string time = found.LastTime.substr(0, 19);
+    if (time.size() > 10)
+        time[10] = ' ';
+    const std::string text = TextOr(messages, "MainDlg", "M-RECOVER",
+                                    "Kesto ended while this job was open, at {time}, after {n} "
+                                    "corrections. Restore them?");
+    return Filled(Filled(text, "time", time), "n", std::to_string(found.Commands));
+}
+
+std::string NoJournalText(const MessageTable& messages, const std::string& path) {
+    const std::string text = TextOr(messages, "MainDlg", "S-NO-JOURNAL",
+                                    "The corrections are not journaled: {path} cannot be written.");
+    return Filled(text, "path", path.empty() ? std::string("no state folder") : path);
+}
+
+JobInputs InputsOf(const JobSession& session) {
     const CKestoApp& app = session.App();
     const Services& services = session.Svc();
-    JobIdentity identity;
-    AddCommandLine(identity, app.Run.CommandLine);
-    AddFileIfRead(identity, SetupListPath(services));
-    AddFileIfRead(identity, SettingsFilePath(services));
-    AddFileIfRead(identity, app.Run.PalletFilePath);
-    AddFileIfRead(identity, GetDataFilePath(services, DataFile::Job));
-    AddFileIfRead(identity, GetDataFilePath(services, DataFile::PlacementSave));
+    JobInputs inputs{ValuesOf(app.Run.CommandLine),
+                     {SetupListPath(services), SettingsFilePath(services), app.Run.PalletFilePath,
+                      GetDataFilePath(services, DataFile::Job),
+                      GetDataFilePath(services, DataFile::PlacementSave)}};
     for (const PartsInfo& part : app.PartsList) {
         if (part.HasOutline != 0)
-            AddFileIfRead(identity, part.OutlinePath);
+            inputs.Files.push_back(part.OutlinePath);
+    }
+    return inputs;
+}
+
+std::string IdentityOf(const JobInputs& inputs) {
+    JobIdentity identity;
+    for (const std::string& value : inputs.Values)
+        identity.AddValue(value);
+    std::string bytes;
+    for (const std::string& path : inputs.Files) {
+        if (!path.empty() && ReadWholeFile(path, bytes) == WholeFile::Read)
+            identity.AddFile(bytes);
     }
     return identity.Hex();
+}
+
+std::string JobIdentityOf(const JobSession& session) {
+    return IdentityOf(InputsOf(session));
 }
 
 JobJournal::JobJournal(const std::string& stateFolder, const std::string& jobHex)

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "history/Journal.h"
 #include "session/CommandJournal.h"
@@ -13,9 +14,17 @@
 
 namespace kesto {
 
-// The job's identity: the SHA-256 of the command line's values and of every input the start
-// read (setup list, message file, pallet file, job file, the placement save file when there is
-// one, every outline read), in that order.
+// What names a job: the command line's values and every input the start read (setup list,
+// message file, pallet file, job file, the placement save file when there is one, every outline
+// read), in that order.
+struct JobInputs {
+    std::vector<std::string> Values;
+    std::vector<std::string> Files;  // paths
+};
+JobInputs InputsOf(const JobSession& session);
+// The SHA-256 of the values and of the files' bytes (a file that cannot be read is left out):
+// it reads every input again, so the window works it out beside its own start.
+std::string IdentityOf(const JobInputs& inputs);
 std::string JobIdentityOf(const JobSession& session);
 
 // What a run that ended in the middle of the job left: its journal, read.
@@ -24,6 +33,13 @@ struct UnfinishedJournal {
     int Commands = 0;      // the command lines in it
     std::string LastTime;  // the time of the last of them, as written
 };
+
+// The question that offers an unfinished journal back: the message file's "M-RECOVER" of
+// [MainDlg], its {time} (the last command's, to the second) and {n} (the commands) filled in;
+// English when the file has none.
+std::string RecoveryQuestion(const MessageTable& messages, const UnfinishedJournal& found);
+// The status line's word that the journal cannot be written ("S-NO-JOURNAL", {path} filled in).
+std::string NoJournalText(const MessageTable& messages, const std::string& path);
 
 class JobJournal : public CommandJournal {
   public:

@@ -24,4 +24,13 @@ class OperatorRelay : public Operator {
     Operator* to_;
 };
 
+// Shows nothing and answers every question OK: a replay going over what the operator already
+// answered once.
+class QuietOperator : public Operator {
+  public:
+    void ShowMessageBox(const std::string&) override {}
+    OkCancel AskKaku(int, int) override { return OkCancel::Ok; }
+    bool AskOffsetWarning(const std::string&) override { return true; }
+};
+
 }  // namespace kesto

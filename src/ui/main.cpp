@@ -24,6 +24,7 @@
 #include "ui/main/QtOperator.h"
 #include "ui/main/ScreenViews.h"
 #include "ui/main/Screenshot.h"
+#include "ui/main/WindowJournal.h"
 
 namespace {
 
@@ -62,12 +63,14 @@ int main(int argc, char** argv) {
     kesto::MessageTable messages;
     kesto::FontTable fonts;
     kesto::QtOperator op(messages, fonts);
+    // A replay of the journal answers some questions itself.
+    kesto::OperatorRelay relay(op);
     kesto::DefaultHostStore host;
     std::vector<std::string> words;
     for (const QString& argument : QApplication::arguments())
         words.push_back(argument.toStdString());
     kesto::ViewState shown;  // what the window shows; the window reads and changes it
-    kesto::JobSession session(kesto::Services{op, host, messages}, kesto::JoinCommandLine(words),
+    kesto::JobSession session(kesto::Services{relay, host, messages}, kesto::JoinCommandLine(words),
                               shown);
     if (!session.StartUp())
         return kesto::FinishProcess(session.Exit(), std::cerr);
@@ -92,10 +95,13 @@ int main(int argc, char** argv) {
         return kesto::FinishProcess(code, std::cerr);
     }
     {
+        kesto::WindowJournal journal(session, relay, host.StateFolder());
+        journal.Begin();
         kesto::CKestoDlg dialog(session, fonts);
         op.SetMainWindow(&dialog);
         kesto::MaximiseOnScreen(dialog);
         dialog.OnInitDialog();
+        dialog.WhenShown([&] { journal.Start(dialog); });
         dialog.Run();
         op.SetMainWindow(nullptr);
     }

@@ -147,5 +147,33 @@ TEST_F(JobJournalTest, NoStateFolderMeansNoJournalAndIsToldOnce) {
     EXPECT_EQ(told, 1);
 }
 
+TEST(RecoveryQuestion, FillsInTheTimeToTheSecondAndTheCommandsInEnglishWithoutAMessageFile) {
+    MessageTable messages;
+    UnfinishedJournal found;
+    found.Commands = 12;
+    found.LastTime = "2026-11-26T10:05:00.500";
+    EXPECT_EQ(RecoveryQuestion(messages, found),
+              "Kesto ended while this job was open, at 2026-11-26 10:05:00, after 12 corrections. "
+              "Restore them?");
+}
+
+TEST(RecoveryQuestion, TakesTheMessageFilesWordsWithEveryMarkFilledIn) {
+    TempFolder folder;
+    WriteFile(folder / "Kesto.ini", "[MainDlg]\nM-RECOVER=3,\"{n} at {time}, {n}\"\n");
+    MessageTable messages;
+    RecordingOperator op;
+    ASSERT_EQ(messages.Load(folder / "Kesto.ini", op), 0);
+    UnfinishedJournal found;
+    found.Commands = 3;
+    found.LastTime = "2026-11-26T10:05:00.500";
+    EXPECT_EQ(RecoveryQuestion(messages, found), "3 at 2026-11-26 10:05:00, 3");
+}
+
+TEST(NoJournalText, NamesTheFileThatCannotBeWritten) {
+    MessageTable messages;
+    EXPECT_EQ(NoJournalText(messages, "/x/j.journal"),
+              "The corrections are not journaled: /x/j.journal cannot be written.");
+}
+
 }  // namespace
 }  // namespace kesto::test

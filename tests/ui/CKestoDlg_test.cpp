@@ -63,6 +63,26 @@ TEST(CKestoDlg, RunShowsTheWindowUntilOk) {
     EXPECT_TRUE(job.Install.Exists("out/result.csv"));
 }
 
+TEST(CKestoDlg, ATaskForWhenShownRunsOnceTheFirstPictureIsUp) {
+    test::WindowJob job;
+    ASSERT_TRUE(job.Open());
+    int runs = 0;
+    LayoutStep seen = LayoutStep::NeverShown;
+    job.Dialog->WhenShown([&] {
+        ++runs;
+        seen = job.Dialog->Layout();
+    });
+    EXPECT_EQ(runs, 0);
+    ASSERT_TRUE(test::ShowLaidOut(*job.Dialog, 1600, 900));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return runs == 1; }, 5000));
+    EXPECT_EQ(seen, LayoutStep::LaidOut);
+    // A task given once the window is up runs at once, and each only once.
+    job.Dialog->WhenShown([&] { ++runs; });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return runs == 2; }, 5000));
+    QApplication::processEvents();
+    EXPECT_EQ(runs, 2);
+}
+
 TEST(CKestoDlg, EndedDuringInitialisationRunReturnsAtOnce) {
     test::WindowJob job;
     job.Install.Write("job/job.txt", "#KouteiInfo\n#End\n");

@@ -96,6 +96,27 @@ TEST(CKs_DrawArea, PlaceAreaTakesThePlacementAndStoresTheClientAndScreenRectangl
     EXPECT_EQ(area.objectName(), "CKs_DrawArea");
 }
 
+TEST(CKs_DrawArea, AStatusTextIsShownAtTheBottomLeftWithoutFlashingAnyRectangle) {
+    test::EnsureQApplication();
+    CKestoApp app;
+    ViewState shown;
+    MessageTable messages;
+    FontTable fonts;
+    QWidget parent;
+    CKs_DrawArea area(app, shown, messages, fonts, &parent);
+    area.PlaceArea({0, 0, 600, 400});
+    parent.show();
+    area.ShowStatus("The corrections are not journaled");
+    auto* status = area.findChild<QLabel*>("DropStatus");
+    ASSERT_NE(status, nullptr);
+    EXPECT_TRUE(status->isVisible());
+    EXPECT_EQ(status->text(), "The corrections are not journaled");
+    // Its margin from the area's bottom left corner.
+    EXPECT_LT(status->x(), 20);
+    EXPECT_LT(status->geometry().bottom(), 400);
+    EXPECT_GT(status->geometry().bottom(), 380);
+}
+
 TEST(CKs_DrawArea, FlatShowsBackgroundFrameAndCaptionStripInTheWindowColour) {
     AreaJob a;
     ASSERT_TRUE(a.opened);

@@ -58,7 +58,11 @@ void CKs_DrawArea::ShowRefusal(const std::vector<IntRect>& rects, const QString&
     refusedShown_ = true;
     flashesLeft_ = kFlashes;
     flash_->start();
-    status_->setText(why);
+    ShowStatus(why);
+}
+
+void CKs_DrawArea::ShowStatus(const QString& text) {
+    status_->setText(text);
     status_->adjustSize();
     status_->move(kStatusMargin, height() - status_->height() - kStatusMargin);
     status_->raise();

@@ -64,6 +64,8 @@ class CKs_DrawArea : public ImagePanel {
     // A refused drop: its outline flashes where it was dropped and the status line says why,
     // each for a moment only.
     void ShowRefusal(const std::vector<IntRect>& rects, const QString& why);
+    // The status line alone, for a while: something the operator should know that no drop did.
+    void ShowStatus(const QString& text);
     QLabel* StatusLine() const { return status_; }
     bool Flashing() const { return flashesLeft_ > 0; }
 

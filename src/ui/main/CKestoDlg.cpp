@@ -187,7 +187,23 @@ void CKestoDlg::showEvent(QShowEvent* event) {
     if (layoutStep_ == LayoutStep::NeverShown) {
         layoutStep_ = LayoutStep::Due;
         ApplyLayout();
+        // After the first picture has reached the screen.
+        QTimer::singleShot(0, this, [this] { RunWhenShown(); });
     }
+}
+
+void CKestoDlg::WhenShown(std::function<void()> task) {
+    whenShown_ = std::move(task);
+    if (layoutStep_ == LayoutStep::LaidOut)
+        QTimer::singleShot(0, this, [this] { RunWhenShown(); });
+}
+
+void CKestoDlg::RunWhenShown() {
+    if (!whenShown_ || ended_)
+        return;
+    const std::function<void()> task = std::move(whenShown_);
+    whenShown_ = nullptr;
+    task();
 }
 
 void CKestoDlg::resizeEvent(QResizeEvent* event) {

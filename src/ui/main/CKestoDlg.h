@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QDialog>
 #include <array>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -123,6 +124,11 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     // Brings the screen up to date after a command: the lists, the part panels, the drawing,
     // the buttons and the all-parts dialog that show what changed, and nothing else.
     void Present(ChangeSet changed);
+    // The whole job shown anew, laid out again: after the journal of an earlier run was replayed
+    // under the window.
+    void ShowWholeJob();
+    // Runs task once, when the window has been shown with the placement for the first time.
+    void WhenShown(std::function<void()> task);
     LayoutStep Layout() const { return layoutStep_; }
     // Lets the next layout pass run as on a window being shown (the tests lay out a window
     // that is never shown).
@@ -146,6 +152,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void contextMenuEvent(QContextMenuEvent* event) override;
 
   private:
+    void RunWhenShown();
     void BuildControls();
     void ConnectCommands();
     // The drawing area's mouse editing and the left and right buttons.
@@ -225,6 +232,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     bool ended_ = false;
     int endCode_ = 0;
     std::unique_ptr<DrawingEdit> editing_;
+    std::function<void()> whenShown_;
     QAction* undoAction_ = nullptr;
     QAction* redoAction_ = nullptr;
     QAction* printAction_ = nullptr;

@@ -24,6 +24,18 @@ constexpr ChangeSet kPartsAllChanges = Change::Koutei | Change::Pallet | Change:
 
 }  // namespace
 
+void CKestoDlg::ShowWholeJob() {
+    layoutStep_ = LayoutStep::Due;
+    ApplyLayout();
+    // Every change but a reload: the lists are filled again, and the picks the journal left stay.
+    ChangeSet everything;
+    for (uint32_t bit = 1; bit <= static_cast<uint32_t>(Change::Place); bit <<= 1) {
+        if (static_cast<Change>(bit) != Change::Reloaded)
+            everything |= static_cast<Change>(bit);
+    }
+    Present(everything);
+}
+
 void CKestoDlg::Present(ChangeSet changed) {
     if (changed.Empty())
         return;

@@ -1,0 +1,130 @@
+// The job's journal in the window: the commands written into the state folder, an unfinished
+// journal of an earlier run offered back (Return restores it), set aside on No, and a journal
+// that cannot be written told in the status line.
+#include "ui/main/WindowJournal.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest/QTest>
+#include <filesystem>
+#include <string>
+
+#include "common/TestFiles.h"
+#include "common/WindowJob.h"
+#include "history/Journal.h"
+#include "ui/draw/CKs_DrawArea.h"
+
+namespace kesto {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The question, once it is up: its text and default button, answered with a key.
+struct Answerer {
+    void Arm(int key) {
+        QTimer::singleShot(0, [this, key] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box == nullptr)
+                return;
+            Asked = box->objectName();
+            Text = box->text();
+            DefaultIsYes = static_cast<QAbstractButton*>(box->defaultButton()) ==
+                           box->button(QMessageBox::Yes);
+            QTest::keyClick(box, static_cast<Qt::Key>(key));
+        });
+    }
+    QString Asked;
+    QString Text;
+    bool DefaultIsYes = false;
+};
+
+class WindowJournalTest : public ::testing::Test {
+  protected:
+    WindowJournalTest() {
+        job.Install.Write("msg/Kesto.ini", test::KestoIniWithDrawing());
+        job.Svc.Host.State = state.Path().string();
+    }
+    bool Open() { return job.Open() && test::ShowLaidOut(*job.Dialog, 1600, 900); }
+    std::string JournalFile() const { return JournalPath(state.Path().string(), hex); }
+    // The journal this job's earlier run left: these commands and no end.
+    void LeaveJournal(const std::string& commands) {
+        test::WriteFile(fs::path(JournalFile()), JournalHeader(hex) + commands);
+    }
+
+    test::TempFolder state;
+    test::WindowJob job;
+    OperatorRelay relay{job.Svc.Op};
+    std::string hex;
+};
+
+TEST_F(WindowJournalTest, TheCommandsFromTheStartOnAreWrittenIntoTheStateFolder) {
+    ASSERT_TRUE(Open());
+    WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
+    journal.Begin();
+    journal.Start(*job.Dialog);
+    job.Dialog->OnView(PalletView::Danmen);
+    const std::string path = journal.Journal()->Path();
+    EXPECT_EQ(path, JournalPath(state.Path().string(), JobIdentityOf(*job.Session)));
+    const kesto::JournalFile read = ReadJournalFile(path);
+    ASSERT_EQ(read.Lines.size(), 1u) << read.Error;
+    EXPECT_EQ(FormatJournalCommand(read.Lines[0].second.Command), "view danmen");
+}
+
+TEST_F(WindowJournalTest, ReturnRestoresAnUnfinishedJournalAndTheJournalGoesOn) {
+    ASSERT_TRUE(Open());
+    hex = JobIdentityOf(*job.Session);
+    LeaveJournal("2026-11-26T10:00:00.000 view danmen\n2026-11-26T10:01:30.250 grid 0\n");
+    WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
+    journal.Begin();
+    Answerer answer;
+    answer.Arm(Qt::Key_Return);
+    journal.Start(*job.Dialog);
+    EXPECT_EQ(answer.Asked, "RecoveryQuestion");
+    EXPECT_TRUE(answer.DefaultIsYes);
+    EXPECT_TRUE(answer.Text.contains("2026-11-26 10:01:30")) << answer.Text.toStdString();
+    EXPECT_TRUE(answer.Text.contains(" 2 ")) << answer.Text.toStdString();
+    EXPECT_EQ(job.Dialog->Shown().Mode(), PalletView::Danmen);
+    EXPECT_FALSE(job.Dialog->Shown().Grid());
+    job.Dialog->OnView(PalletView::Flat);
+    const kesto::JournalFile read = ReadJournalFile(JournalFile());
+    ASSERT_EQ(read.Lines.size(), 3u);
+    EXPECT_EQ(FormatJournalCommand(read.Lines[2].second.Command), "view flat");
+}
+
+TEST_F(WindowJournalTest, NoSetsTheJournalAsideAndStartsANewOne) {
+    ASSERT_TRUE(Open());
+    hex = JobIdentityOf(*job.Session);
+    LeaveJournal("2026-11-26T10:00:00.000 view danmen\n");
+    WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
+    journal.Begin();
+    Answerer answer;
+    answer.Arm(Qt::Key_Escape);
+    journal.Start(*job.Dialog);
+    EXPECT_EQ(answer.Asked, "RecoveryQuestion");
+    EXPECT_EQ(job.Dialog->Shown().Mode(), PalletView::Flat);
+    EXPECT_TRUE(fs::exists(JournalFile() + ".discarded"));
+    EXPECT_TRUE(ReadJournalFile(JournalFile()).Lines.empty());
+}
+
+TEST_F(WindowJournalTest, AJournalThatCannotBeWrittenIsToldInTheStatusLineAndTheWindowGoesOn) {
+    ASSERT_TRUE(Open());
+    test::WriteFile(state.Path() / "journal", "a file where the folder should be");
+    WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
+    journal.Begin();
+    journal.Start(*job.Dialog);
+    auto* status = job.Dialog->DrawArea()->findChild<QLabel*>("DropStatus");
+    ASSERT_NE(status, nullptr);
+    EXPECT_TRUE(status->isVisible());
+    EXPECT_TRUE(status->text().startsWith("The corrections are not journaled"))
+        << status->text().toStdString();
+    job.Dialog->OnView(PalletView::Danmen);
+    EXPECT_EQ(job.Dialog->Shown().Mode(), PalletView::Danmen);
+}
+
+}  // namespace
+}  // namespace kesto
