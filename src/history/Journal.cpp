@@ -534,6 +534,25 @@ std::optional<std::string> ReadBounded(const std::string& path, JournalFile& fil
 
 }  // namespace
 
+bool IsCorrection(JournalVerb verb) {
+    switch (verb) {
+        case JournalVerb::Down:
+        case JournalVerb::Up:
+        case JournalVerb::Left:
+        case JournalVerb::Right:
+        case JournalVerb::Sheets:
+        case JournalVerb::Drop:
+        case JournalVerb::BandDrop:
+        case JournalVerb::Retry:
+        case JournalVerb::Auto:
+        case JournalVerb::Undo:
+        case JournalVerb::Redo:
+            return true;
+        default:
+            return false;
+    }
+}
+
 std::string JournalWord(JournalVerb verb) {
     for (const VerbWord& entry : kVerbWords) {
         if (entry.Verb == verb)

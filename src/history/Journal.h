@@ -109,6 +109,9 @@ struct JournalCommand {
 
 // The command word of a verb ("process", "3d", "banddrop").
 std::string JournalWord(JournalVerb verb);
+// Whether the verb's command corrects the job (moves, sets aside, restacks, places anew, takes
+// a step back or again), as against what is only viewed or the job's end.
+bool IsCorrection(JournalVerb verb);
 
 // "<command> [arguments]", without time and line end. A toggle is written 0 when its Value is
 // 0 and 1 otherwise. left and drop without a stack, or banddrop without a band entry, give

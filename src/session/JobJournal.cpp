@@ -48,7 +48,7 @@ std::string RecoveryQuestion(const MessageTable& messages, const UnfinishedJourn
     const std::string text = TextOr(messages, "MainDlg", "M-RECOVER",
                                     "Kesto ended while this job was open, at {time}, after {n} "
                                     "corrections. Restore them?");
-    return Filled(Filled(text, "time", time), "n", std::to_string(found.Commands));
+    return Filled(Filled(text, "time", time), "n", std::to_string(found.Corrections));
 }
 
 std::string NoJournalText(const MessageTable& messages, const std::string& path) {
@@ -104,10 +104,10 @@ std::optional<UnfinishedJournal> JobJournal::Unfinished() const {
     for (const auto& [line, parsed] : found.File.Lines) {
         if (parsed.Kind != ParsedJournalLine::Kind::Command)
             continue;
-        ++found.Commands;
+        found.Corrections += IsCorrection(parsed.Command.Verb) ? 1 : 0;
         found.LastTime = parsed.Time;
     }
-    if (found.Commands == 0)
+    if (found.Corrections == 0)
         return std::nullopt;
     return found;
 }

@@ -30,8 +30,8 @@ std::string JobIdentityOf(const JobSession& session);
 // What a run that ended in the middle of the job left: its journal, read.
 struct UnfinishedJournal {
     JournalFile File;
-    int Commands = 0;      // the command lines in it
-    std::string LastTime;  // the time of the last of them, as written
+    int Corrections = 0;   // the commands in it that corrected the job
+    std::string LastTime;  // the time of the last command, as written
 };
 
 // The question that offers an unfinished journal back: the message file's "M-RECOVER" of
@@ -47,7 +47,8 @@ class JobJournal : public CommandJournal {
     JobJournal(const std::string& stateFolder, const std::string& jobHex);
 
     const std::string& Path() const { return path_; }
-    // A journal of this job that an earlier run left without its end, with commands in it.
+    // A journal of this job that an earlier run left without its end, with corrections in it
+    // (one of views alone is nothing to offer back: it is written on after).
     std::optional<UnfinishedJournal> Unfinished() const;
     // Moves that journal aside (kept as "<name>.discarded"), so that a new one starts.
     void Discard();

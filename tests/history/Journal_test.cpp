@@ -655,5 +655,18 @@ TEST(ReadJournalFile, MissingOrUnreadableFileIsAnError) {
     EXPECT_NE(ReadJournalFile("").Error, "");
 }
 
+TEST(IsCorrection, TheCommandsThatChangeTheJobAreCorrectionsAndViewsAndEndsAreNot) {
+    for (const JournalVerb verb :
+         {JournalVerb::Down, JournalVerb::Up, JournalVerb::Left, JournalVerb::Right,
+          JournalVerb::Sheets, JournalVerb::Drop, JournalVerb::BandDrop, JournalVerb::Retry,
+          JournalVerb::Auto, JournalVerb::Undo, JournalVerb::Redo})
+        EXPECT_TRUE(IsCorrection(verb)) << JournalWord(verb);
+    for (const JournalVerb verb :
+         {JournalVerb::Process, JournalVerb::Pallet, JournalVerb::View, JournalVerb::Direct,
+          JournalVerb::ThreeD, JournalVerb::Grid, JournalVerb::BlockDraw, JournalVerb::Hit,
+          JournalVerb::Box, JournalVerb::Ok, JournalVerb::Cancel})
+        EXPECT_FALSE(IsCorrection(verb)) << JournalWord(verb);
+}
+
 }  // namespace
 }  // namespace kesto

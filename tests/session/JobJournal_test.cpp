@@ -70,13 +70,21 @@ TEST_F(JobJournalTest, WritesEachCommandWithItsTimeAfterTheHeader) {
     EXPECT_EQ(read.Lines[0].second.Time.size(), 23u);
 }
 
-TEST_F(JobJournalTest, AnUnfinishedJournalIsFoundWithItsCommandsAndLastTime) {
-    WriteJournal("2026-11-26T10:00:00.000 view danmen\n2026-11-26T10:05:00.500 left 0\n");
+TEST_F(JobJournalTest, AnUnfinishedJournalIsFoundWithItsCorrectionsAndLastTime) {
+    WriteJournal(
+        "2026-11-26T10:00:00.000 view danmen\n2026-11-26T10:04:00.000 left 0\n"
+        "2026-11-26T10:05:00.500 grid 0\n");
     JobJournal journal(state.Path().string(), kHex);
     const std::optional<UnfinishedJournal> found = journal.Unfinished();
     ASSERT_TRUE(found.has_value());
-    EXPECT_EQ(found->Commands, 2);
+    EXPECT_EQ(found->Corrections, 1);
     EXPECT_EQ(found->LastTime, "2026-11-26T10:05:00.500");
+}
+
+TEST_F(JobJournalTest, AJournalOfViewsAloneIsNothingToOfferBack) {
+    WriteJournal("2026-11-26T10:00:00.000 view danmen\n2026-11-26T10:05:00.500 grid 0\n");
+    JobJournal journal(state.Path().string(), kHex);
+    EXPECT_FALSE(journal.Unfinished().has_value());
 }
 
 TEST_F(JobJournalTest, AnEndedEmptyOrMissingJournalIsNothingToRecover) {
@@ -150,7 +158,7 @@ TEST_F(JobJournalTest, NoStateFolderMeansNoJournalAndIsToldOnce) {
 TEST(RecoveryQuestion, FillsInTheTimeToTheSecondAndTheCommandsInEnglishWithoutAMessageFile) {
     MessageTable messages;
     UnfinishedJournal found;
-    found.Commands = 12;
+    found.Corrections = 12;
     found.LastTime = "2026-11-26T10:05:00.500";
     EXPECT_EQ(RecoveryQuestion(messages, found),
               "Kesto ended while this job was open, at 2026-11-26 10:05:00, after 12 corrections. "
@@ -164,7 +172,7 @@ TEST(RecoveryQuestion, TakesTheMessageFilesWordsWithEveryMarkFilledIn) {
     RecordingOperator op;
     ASSERT_EQ(messages.Load(folder / "Kesto.ini", op), 0);
     UnfinishedJournal found;
-    found.Commands = 3;
+    found.Corrections = 3;
     found.LastTime = "2026-11-26T10:05:00.500";
     EXPECT_EQ(RecoveryQuestion(messages, found), "3 at 2026-11-26 10:05:00, 3");
 }

@@ -78,7 +78,10 @@ TEST_F(WindowJournalTest, TheCommandsFromTheStartOnAreWrittenIntoTheStateFolder)
 TEST_F(WindowJournalTest, ReturnRestoresAnUnfinishedJournalAndTheJournalGoesOn) {
     ASSERT_TRUE(Open());
     hex = JobIdentityOf(*job.Session);
-    LeaveJournal("2026-11-26T10:00:00.000 view danmen\n2026-11-26T10:01:30.250 grid 0\n");
+    // undo with nothing to take back: a correction that changes nothing here.
+    LeaveJournal(
+        "2026-11-26T10:00:00.000 view danmen\n2026-11-26T10:00:10.000 undo\n"
+        "2026-11-26T10:01:30.250 grid 0\n");
     WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
     journal.Begin();
     Answerer answer;
@@ -87,19 +90,19 @@ TEST_F(WindowJournalTest, ReturnRestoresAnUnfinishedJournalAndTheJournalGoesOn) 
     EXPECT_EQ(answer.Asked, "RecoveryQuestion");
     EXPECT_TRUE(answer.DefaultIsYes);
     EXPECT_TRUE(answer.Text.contains("2026-11-26 10:01:30")) << answer.Text.toStdString();
-    EXPECT_TRUE(answer.Text.contains(" 2 ")) << answer.Text.toStdString();
+    EXPECT_TRUE(answer.Text.contains(" 1 correction")) << answer.Text.toStdString();
     EXPECT_EQ(job.Dialog->Shown().Mode(), PalletView::Danmen);
     EXPECT_FALSE(job.Dialog->Shown().Grid());
     job.Dialog->OnView(PalletView::Flat);
     const kesto::JournalFile read = ReadJournalFile(JournalFile());
-    ASSERT_EQ(read.Lines.size(), 3u);
-    EXPECT_EQ(FormatJournalCommand(read.Lines[2].second.Command), "view flat");
+    ASSERT_EQ(read.Lines.size(), 4u);
+    EXPECT_EQ(FormatJournalCommand(read.Lines[3].second.Command), "view flat");
 }
 
 TEST_F(WindowJournalTest, NoSetsTheJournalAsideAndStartsANewOne) {
     ASSERT_TRUE(Open());
     hex = JobIdentityOf(*job.Session);
-    LeaveJournal("2026-11-26T10:00:00.000 view danmen\n");
+    LeaveJournal("2026-11-26T10:00:00.000 view danmen\n2026-11-26T10:00:10.000 undo\n");
     WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
     journal.Begin();
     Answerer answer;
