@@ -6,13 +6,60 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <ranges>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "app/JobModel.h"
 
 namespace kesto {
+
+// The indexes of the filled blocks of one process, of one of its pallets when given, in table
+// order: what a range-for over the blocks of a process walks.
+class BlockIndexes {
+  public:
+    struct End {};
+    class Iterator {
+      public:
+        Iterator(const BlockIndexes& set, int32_t at) : set_(&set), at_(at) { Skip(); }
+        int32_t operator*() const { return at_; }
+        Iterator& operator++() {
+            ++at_;
+            Skip();
+            return *this;
+        }
+        bool operator==(End) const { return at_ >= set_->filled_; }
+
+      private:
+        void Skip() {
+            while (at_ < set_->filled_ && !set_->Takes(at_))
+                ++at_;
+        }
+        const BlockIndexes* set_;
+        int32_t at_;
+    };
+
+    BlockIndexes(std::span<const BlockInfo> filled, int32_t kouteiNo, std::optional<int32_t> pallet)
+        : entries_(filled.data()),
+          filled_(static_cast<int32_t>(filled.size())),
+          koutei_(kouteiNo),
+          anyPallet_(!pallet),
+          pallet_(pallet.value_or(0)) {}
+    Iterator begin() const { return Iterator(*this, 0); }
+    End end() const { return {}; }
+
+  private:
+    bool Takes(int32_t i) const {
+        const BlockInfo& b = entries_[i];
+        return b.KouteiNo == koutei_ && (anyPallet_ || b.PalletNo == pallet_);
+    }
+
+    const BlockInfo* entries_;
+    int32_t filled_;
+    int32_t koutei_;
+    bool anyPallet_;
+    int32_t pallet_;
+};
 
 class BlockTable {
   public:
@@ -75,18 +122,11 @@ class BlockTable {
 
     // The indexes of the filled blocks of process kouteiNo, in table order; with a pallet,
     // of that pallet only.
-    auto OfProcess(int32_t kouteiNo) const {
-        return std::views::iota(int32_t{0}, Filled()) |
-               std::views::filter([this, kouteiNo](int32_t i) {
-                   return entries_[static_cast<size_t>(i)].KouteiNo == kouteiNo;
-               });
+    BlockIndexes OfProcess(int32_t kouteiNo) const {
+        return BlockIndexes(FilledBlocks(), kouteiNo, std::nullopt);
     }
-    auto OfPallet(int32_t kouteiNo, int32_t palletNo) const {
-        return std::views::iota(int32_t{0}, Filled()) |
-               std::views::filter([this, kouteiNo, palletNo](int32_t i) {
-                   const BlockInfo& b = entries_[static_cast<size_t>(i)];
-                   return b.KouteiNo == kouteiNo && b.PalletNo == palletNo;
-               });
+    BlockIndexes OfPallet(int32_t kouteiNo, int32_t palletNo) const {
+        return BlockIndexes(FilledBlocks(), kouteiNo, palletNo);
     }
 
   private:

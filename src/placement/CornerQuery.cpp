@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 namespace kesto {
 
@@ -162,7 +161,8 @@ BlockRoom RoomFor(const CKestoApp& app, const PlacementIndex* index, const Koute
         if (const PlacementIndex::Process* p = index->Find(koutei.No))
             blocks = &p->Blocks;
     } else {
-        std::ranges::copy(app.Blocks.OfProcess(koutei.No), std::back_inserter(scanned));
+        for (const int32_t i : app.Blocks.OfProcess(koutei.No))
+            scanned.push_back(i);
     }
     room.Fitting.reserve(blocks->size());
     for (int i : *blocks) {
