@@ -56,6 +56,6 @@ if { [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; } && [ -x "$BUILD/k
     echo "== window closed, exit code: $?"
 else
     echo "== to open the window on this job:"
-    echo "   cd $DEMO && ORVOSystemRoot=$DEMO XDG_CONFIG_HOME=$XDG_CONFIG_HOME $BUILD/kesto $KESTO_ARGS"
+    echo "   cd $DEMO && ORVOSystemRoot=$DEMO XDG_CONFIG_HOME=$XDG_CONFIG_HOME XDG_STATE_HOME=$XDG_STATE_HOME $BUILD/kesto $KESTO_ARGS"
 fi
 exit "$code"

@@ -43,7 +43,9 @@ demo_setup() {
     mkdir -p "$BUILD/demo-config$SAMPLE_SUFFIX"
     ORVOSystemRoot=$DEMO
     XDG_CONFIG_HOME=$BUILD/demo-config$SAMPLE_SUFFIX
-    export ORVOSystemRoot XDG_CONFIG_HOME
+    # The window's journal of the demo's job stays in the build folder too.
+    XDG_STATE_HOME=$BUILD/demo-state$SAMPLE_SUFFIX
+    export ORVOSystemRoot XDG_CONFIG_HOME XDG_STATE_HOME
     # Pallet file, direct flag, inch flag, offset A, offset B, start corner. The offsets
     # keep stacks 100 mm off the top edge of the 1500 mm table and 10 mm off its front edge.
     KESTO_ARGS="pallet/pallets.txt 0 0 1400 10 1"

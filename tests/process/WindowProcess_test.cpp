@@ -85,6 +85,7 @@ class WindowRun {
         std::vector<std::string> env = {
             "ORVOSystemRoot=" + job_.Root.string(),
             "XDG_CONFIG_HOME=" + (folder / "config").string(),
+            "XDG_STATE_HOME=" + (folder / "state").string(),
             "XDG_RUNTIME_DIR=" + runtime.string(),
         };
         if (setting.Kind == Screen::Offscreen) {

@@ -24,6 +24,8 @@ Outcome RunKesto(const test::TestInstallation& install, const QStringList& argum
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert("ORVOSystemRoot", QString::fromStdString(install.Root().string()));
     env.insert("XDG_CONFIG_HOME", QString::fromStdString(install.Path("config").string()));
+    // The journal of the run beside it, never in the tester's own state folder.
+    env.insert("XDG_STATE_HOME", QString::fromStdString(install.Path("state").string()));
     env.insert("QT_QPA_PLATFORM", "offscreen");
     if (!screenshot.isEmpty())
         env.insert("KESTO_SCREENSHOT", screenshot);
