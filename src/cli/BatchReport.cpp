@@ -187,6 +187,45 @@ void ReportProcessStacks(const KouteiInfo& k, const StacksByPlace& stacks, int h
     }
 }
 
+// The parts with fewer pieces placed than wanted, each with its reason (they come in list
+// order). The message texts are looked up once for all lines.
+void ReportShortParts(const CKestoApp& app, const Services& services, ReportText& out) {
+    const std::vector<ShortPart> reasons = WhyShortAll(app);
+    const ShortReasonTexts texts(services.Messages);
+    auto reason = reasons.begin();
+    int shortParts = 0;
+    for (const PartsInfo& p : app.PartsList) {
+        if (!LeftShort(p))
+            continue;
+        if (shortParts++ == 0)
+            out.Append("Parts short:\n");
+        out.Line().Str("  ").Str(ShortLine(p));
+        out.EndLine();
+        if (reason != reasons.end() && reason->Part == &p) {
+            const size_t from = out.Line().Str("      ").Text().size();
+            AppendShortReasonText(out.Line(), reason->Reason, texts);
+            out.Line().CutAtNul(from);
+            out.EndLine();
+            ++reason;
+        }
+    }
+    if (shortParts == 0)
+        out.Append("Parts short: none\n");
+}
+
+void ReportCrossings(const CKestoApp& app, const Services& services, ReportText& out) {
+    const std::vector<OffsetCrossing> crossings = OffsetCrossings(app);
+    out.Append(crossings.empty() ? "Stacks across an offset line: none\n"
+                                 : "Stacks across an offset line:\n");
+    const OffsetCrossingTexts texts(services.Messages);
+    for (const OffsetCrossing& c : crossings) {
+        const size_t from = out.Line().Str("  ").Text().size();
+        AppendOffsetCrossingText(out.Line(), c, texts);
+        out.Line().CutAtNul(from);
+        out.EndLine();
+    }
+}
+
 }  // namespace
 
 void ReportInput(const CKestoApp& app, std::ostream& out) {
@@ -204,32 +243,8 @@ void ReportPlacement(const CKestoApp& app, const Services& services, std::ostrea
     const int highest = HighestPallet(app, stacks);
     for (const KouteiInfo& k : app.KouteiList)
         ReportProcessStacks(k, stacks, highest, text);
-    // The reasons come in list order, for the parts with fewer pieces placed than wanted.
-    const std::vector<ShortPart> reasons = WhyShortAll(app);
-    auto reason = reasons.begin();
-    int shortParts = 0;
-    for (const PartsInfo& p : app.PartsList) {
-        if (!LeftShort(p))
-            continue;
-        if (shortParts++ == 0)
-            text.Append("Parts short:\n");
-        text.Line().Str("  ").Str(ShortLine(p));
-        text.EndLine();
-        if (reason != reasons.end() && reason->Part == &p) {
-            text.Line().Str("      ").Str(ShortReasonText(reason->Reason, services.Messages));
-            text.EndLine();
-            ++reason;
-        }
-    }
-    if (shortParts == 0)
-        text.Append("Parts short: none\n");
-    const std::vector<OffsetCrossing> crossings = OffsetCrossings(app);
-    text.Append(crossings.empty() ? "Stacks across an offset line: none\n"
-                                  : "Stacks across an offset line:\n");
-    for (const OffsetCrossing& c : crossings) {
-        text.Line().Str("  ").Str(OffsetCrossingText(c, services.Messages));
-        text.EndLine();
-    }
+    ReportShortParts(app, services, text);
+    ReportCrossings(app, services, text);
     text.Write();
 }
 

@@ -185,22 +185,15 @@ std::optional<ShortReason> ShortSurvey::Reason(const PartsInfo& part) {
     return r;
 }
 
-std::string Text(const MessageTable& messages, const char* key, const char* english,
-                 const std::vector<std::string>& figures) {
-    return FillFigures(TextOr(messages, kSection, key, english), figures);
-}
-
-std::string TakerList(const ShortReason& r, const MessageTable& messages) {
+std::string TakerList(const ShortReason& r, const ShortReasonTexts& texts) {
     std::string out;
     for (size_t i = 0; i < r.Takers.size() && i < kTakersNamed; ++i) {
         if (!out.empty())
             out += ", ";
         out += r.Takers[i].Part->Code + ": " + std::to_string(r.Takers[i].Stacks);
     }
-    if (r.Takers.size() > kTakersNamed) {
-        out += Text(messages, "SHORT-MORE", ", and %1 more",
-                    {std::to_string(r.Takers.size() - kTakersNamed)});
-    }
+    if (r.Takers.size() > kTakersNamed)
+        out += FillFigures(texts.More, {std::to_string(r.Takers.size() - kTakersNamed)});
     return out;
 }
 
@@ -223,51 +216,72 @@ std::vector<ShortPart> WhyShortAll(const CKestoApp& app) {
     return out;
 }
 
-std::string ShortReasonText(const ShortReason& r, const MessageTable& messages) {
+ShortReasonTexts::ShortReasonTexts(const MessageTable& messages)
+    : SetAside(
+          TextOr(messages, kSection, "SHORT-SET-ASIDE", "Pieces set aside by the operator: %1")),
+      NoPallet(TextOr(messages, kSection, "SHORT-NO-PALLET", "Process %1 has no pallet")),
+      NoBlocks(
+          TextOr(messages, kSection, "SHORT-NO-BLOCKS", "Process %1 has no blocks: part %2 x %3")),
+      NoBlock(TextOr(messages, kSection, "SHORT-NO-BLOCK",
+                     "No block is large enough: part %1 x %2, largest block %3 x %4")),
+      NoPiece(TextOr(messages, kSection, "SHORT-NO-PIECE",
+                     "The stacking height allows no piece: piece height %1, limit %2")),
+      FewPieces(TextOr(messages, kSection, "SHORT-FEW-PIECES",
+                       "The stacking height allows %3 per stack where %4 were needed: piece "
+                       "height %1, limit %2")),
+      SheetCount(TextOr(messages, kSection, "SHORT-SHEET-COUNT",
+                        "Stacked again by the operator at %1 per stack: blocks that would hold "
+                        "it %2, stacks in them %3 (%4)")),
+      BlocksTaken(TextOr(messages, kSection, "SHORT-BLOCKS-TAKEN",
+                         "Every block that would hold it is taken: blocks %1, stacks in them %2 "
+                         "(%3)")),
+      Room(TextOr(messages, kSection, "SHORT-ROOM",
+                  "A block has room for it: Retry or Auto places the rest")),
+      More(TextOr(messages, kSection, "SHORT-MORE", ", and %1 more")) {}
+
+void AppendShortReasonText(TextBuilder& line, const ShortReason& r, const ShortReasonTexts& texts) {
+    using std::to_string;
     switch (r.Cause) {
         case ShortCause::SetAside:
-            return Text(messages, "SHORT-SET-ASIDE", "Pieces set aside by the operator: %1",
-                        {std::to_string(r.SetAside)});
+            line.Figures(texts.SetAside, {to_string(r.SetAside)});
+            return;
         case ShortCause::NoPallet:
-            return Text(messages, "SHORT-NO-PALLET", "Process %1 has no pallet",
-                        {std::to_string(r.ProcessNo)});
+            line.Figures(texts.NoPallet, {to_string(r.ProcessNo)});
+            return;
         case ShortCause::NoFittingBlock:
             if (r.BlockX == 0 && r.BlockY == 0) {
-                return Text(
-                    messages, "SHORT-NO-BLOCKS", "Process %1 has no blocks: part %2 x %3",
-                    {std::to_string(r.ProcessNo), ShortLength(r.PartX), ShortLength(r.PartY)});
+                line.Figures(texts.NoBlocks,
+                             {to_string(r.ProcessNo), ShortLength(r.PartX), ShortLength(r.PartY)});
+                return;
             }
-            return Text(messages, "SHORT-NO-BLOCK",
-                        "No block is large enough: part %1 x %2, largest block %3 x %4",
-                        {ShortLength(r.PartX), ShortLength(r.PartY), ShortLength(r.BlockX),
-                         ShortLength(r.BlockY)});
+            line.Figures(texts.NoBlock, {ShortLength(r.PartX), ShortLength(r.PartY),
+                                         ShortLength(r.BlockX), ShortLength(r.BlockY)});
+            return;
         case ShortCause::NoPieceHigh:
-            return Text(messages, "SHORT-NO-PIECE",
-                        "The stacking height allows no piece: piece height %1, limit %2",
-                        {ShortLength(r.PieceHeight), ShortLength(r.HeightLimit)});
+            line.Figures(texts.NoPiece, {ShortLength(r.PieceHeight), ShortLength(r.HeightLimit)});
+            return;
         case ShortCause::FewPerStack:
-            return Text(messages, "SHORT-FEW-PIECES",
-                        "The stacking height allows %3 per stack where %4 were needed: piece "
-                        "height %1, limit %2",
-                        {ShortLength(r.PieceHeight), ShortLength(r.HeightLimit),
-                         std::to_string(r.PerStack), std::to_string(r.PerStackNeeded)});
+            line.Figures(texts.FewPieces, {ShortLength(r.PieceHeight), ShortLength(r.HeightLimit),
+                                           to_string(r.PerStack), to_string(r.PerStackNeeded)});
+            return;
         case ShortCause::SheetCount:
-            return Text(messages, "SHORT-SHEET-COUNT",
-                        "Stacked again by the operator at %1 per stack: blocks that would hold "
-                        "it %2, stacks in them %3 (%4)",
-                        {std::to_string(r.OperatorPerStack), std::to_string(r.Blocks),
-                         std::to_string(r.Stacks), TakerList(r, messages)});
+            line.Figures(texts.SheetCount, {to_string(r.OperatorPerStack), to_string(r.Blocks),
+                                            to_string(r.Stacks), TakerList(r, texts)});
+            return;
         case ShortCause::BlocksTaken:
-            return Text(
-                messages, "SHORT-BLOCKS-TAKEN",
-                "Every block that would hold it is taken: blocks %1, stacks in them %2 "
-                "(%3)",
-                {std::to_string(r.Blocks), std::to_string(r.Stacks), TakerList(r, messages)});
+            line.Figures(texts.BlocksTaken,
+                         {to_string(r.Blocks), to_string(r.Stacks), TakerList(r, texts)});
+            return;
         case ShortCause::Room:
             break;
     }
-    return Text(messages, "SHORT-ROOM", "A block has room for it: Retry or Auto places the rest",
-                {});
+    line.Figures(texts.Room, {});
+}
+
+std::string ShortReasonText(const ShortReason& r, const MessageTable& messages) {
+    TextBuilder line;
+    AppendShortReasonText(line, r, ShortReasonTexts(messages));
+    return line.Take();
 }
 
 }  // namespace kesto

@@ -4,7 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kesto {
@@ -27,6 +29,8 @@ std::string FillFigures(const std::string& text, const std::vector<std::string>&
 //   Int(v, width, digits, left) "%W.Dd" / "%-W.Dd"
 //   Fixed(v, width, prec)     "%W.Plf", through std::to_chars: both round the exact binary
 //                             value to the nearest, ties to even
+//   Length(v)                 what ShortLength(v) gives
+//   Figures(text, figures)    what FillFigures(text, figures) gives
 class TextBuilder {
   public:
     // Room for a line of the files at once: a line grows without moving.
@@ -40,6 +44,11 @@ class TextBuilder {
     TextBuilder& Str(const std::string& s, int width, int precision, bool left);
     TextBuilder& Int(int64_t v, int width = 0, int digits = 1, bool left = false);
     TextBuilder& Fixed(double v, int width, int precision);
+    TextBuilder& Length(double v);
+    TextBuilder& Figures(std::string_view text, std::initializer_list<std::string_view> figures);
+    // Keeps of what was appended from position from on only the bytes before its first NUL:
+    // the text that Str would have appended had it been given all of it as one string.
+    void CutAtNul(size_t from);
 
     const std::string& Text() const { return text_; }
     std::string Take() { return std::move(text_); }

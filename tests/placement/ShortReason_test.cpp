@@ -344,5 +344,19 @@ TEST_F(ShortReasonTest, TheJapaneseInstallationHasATextOfItsOwnForEveryCause) {
     }
 }
 
+TEST_F(ShortReasonTest, TextsLookedUpOnceGiveEveryCauseItsOwnLineAppended) {
+    MessageTable ja;
+    ASSERT_EQ(ja.Load((SourceDir() / "examples" / "ja" / "install" / "Kesto.ini").string(), op), 0);
+    for (const MessageTable* table : {&messages, &ja}) {
+        const ShortReasonTexts texts(*table);
+        for (const ShortReason& r : EveryCause()) {
+            TextBuilder line;
+            line.Str("  ");
+            AppendShortReasonText(line, r, texts);
+            EXPECT_EQ(line.Text(), "  " + ShortReasonText(r, *table));
+        }
+    }
+}
+
 }  // namespace
 }  // namespace kesto::test

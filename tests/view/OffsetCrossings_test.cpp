@@ -109,5 +109,23 @@ TEST_F(OffsetCrossingTest, AStackWithoutAPartOrBlockIsPassedOver) {
     EXPECT_TRUE(OffsetCrossings(app).empty());
 }
 
+TEST_F(OffsetCrossingTest, TextsLookedUpOnceGiveTheSameLineAppended) {
+    Pallet().OffsetA = 100;
+    Pallet().OffsetB = 50;
+    Pallet().LimitLeft = 20;
+    Pallet().LimitRight = 30;
+    PartsInfo& p = AddPart(app, {.SizeX = 1000, .SizeY = 800});
+    StackAt(p, 1000, 0);  // past all four
+    const std::vector<OffsetCrossing> all = OffsetCrossings(app);
+    ASSERT_EQ(all.size(), 4u);
+    const OffsetCrossingTexts texts(messages);
+    for (const OffsetCrossing& c : all) {
+        TextBuilder line;
+        line.Str("  ");
+        AppendOffsetCrossingText(line, c, texts);
+        EXPECT_EQ(line.Text(), "  " + OffsetCrossingText(c, messages));
+    }
+}
+
 }  // namespace
 }  // namespace kesto
