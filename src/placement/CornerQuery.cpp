@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <iterator>
+#include <map>
 
 namespace kesto {
 
@@ -146,40 +148,72 @@ bool CornerQuery::CouldHold(const BlockInfo& b, double sx, double sy, const Pall
     return false;
 }
 
+BlockShapes BlockShapesOf(const CKestoApp& app, const PlacementIndex* index,
+                          const KouteiInfo& koutei) {
+    BlockShapes shapes;
+    const PlacementIndex::Process* p = index != nullptr ? index->Find(koutei.No) : nullptr;
+    if (p != nullptr)
+        shapes.Blocks = p->Blocks;
+    else if (index == nullptr)
+        std::ranges::copy(app.Blocks.OfProcess(koutei.No), std::back_inserter(shapes.Blocks));
+    // Rectangles told apart by their bits: a NaN is one rectangle with itself.
+    std::map<std::array<uint64_t, 4>, int> numbers;
+    shapes.ShapeOf.reserve(shapes.Blocks.size());
+    for (int i : shapes.Blocks) {
+        const BlockInfo& b = app.Blocks[i];
+        std::array<uint64_t, 4> bits{};
+        const std::array<double, 4> sides{b.MinX, b.MinY, b.MaxX, b.MaxY};
+        std::memcpy(bits.data(), sides.data(), sizeof bits);
+        const auto [at, added] = numbers.try_emplace(bits, static_cast<int>(shapes.Firsts.size()));
+        if (added)
+            shapes.Firsts.push_back(i);
+        shapes.ShapeOf.push_back(at->second);
+    }
+    return shapes;
+}
+
+std::vector<char> CornerQuery::HoldingShapes(const BlockShapes& shapes) const {
+    std::vector<char> holding(shapes.Firsts.size());
+    if (koutei_ == nullptr || koutei_->Pallet == nullptr || part_ == nullptr)
+        return holding;
+    const double sx = part_->SizeX, sy = part_->SizeY;
+    const bool anywhere = CoversArea(sx, sy);
+    for (size_t s = 0; s < shapes.Firsts.size(); ++s) {
+        const BlockInfo& b = app_.Blocks[shapes.Firsts[s]];
+        holding[s] = CouldHold(b, sx, sy, *koutei_->Pallet, anywhere) ? 1 : 0;
+    }
+    return holding;
+}
+
+bool CornerQuery::TakesNext(std::span<const int> blocks) const {
+    if (part_ == nullptr)
+        return false;
+    for (int i : blocks) {
+        const BlockInfo& b = app_.Blocks[i];
+        if (b.Occupant != kNoOccupant && b.Occupant != part_->Seq)
+            continue;
+        uint8_t blocked = 0;
+        CornerPlace at;
+        if (NextCorner(i, blocked, at) != 0)
+            return true;
+    }
+    return false;
+}
+
 BlockRoom RoomFor(const CKestoApp& app, const PlacementIndex* index, const KouteiInfo& koutei,
                   const PartsInfo& part) {
     BlockRoom room;
     if (koutei.Pallet == nullptr)
         return room;
-    const double sx = part.SizeX, sy = part.SizeY;
-    const PalletInfo& pal = *koutei.Pallet;
     const CornerQuery query(app, index, &koutei, &part, ProcessBounds(app, index, &koutei));
-    const bool anywhere = query.CoversArea(sx, sy);
-    // The process's blocks in table order, from the index when there is one.
-    std::vector<int> scanned;
-    const std::vector<int>* blocks = &scanned;
-    if (index != nullptr) {
-        if (const PlacementIndex::Process* p = index->Find(koutei.No))
-            blocks = &p->Blocks;
-    } else {
-        std::ranges::copy(app.Blocks.OfProcess(koutei.No), std::back_inserter(scanned));
+    const BlockShapes shapes = BlockShapesOf(app, index, koutei);
+    const std::vector<char> holding = query.HoldingShapes(shapes);
+    room.Fitting.reserve(shapes.Blocks.size());
+    for (size_t k = 0; k < shapes.Blocks.size(); ++k) {
+        if (holding[static_cast<size_t>(shapes.ShapeOf[k])] != 0)
+            room.Fitting.push_back(shapes.Blocks[k]);
     }
-    room.Fitting.reserve(blocks->size());
-    for (int i : *blocks) {
-        if (query.CouldHold(app.Blocks[i], sx, sy, pal, anywhere))
-            room.Fitting.push_back(i);
-    }
-    for (int i : room.Fitting) {
-        const BlockInfo& b = app.Blocks[i];
-        if (b.Occupant != kNoOccupant && b.Occupant != part.Seq)
-            continue;
-        uint8_t blocked = 0;
-        CornerPlace at;
-        if (query.NextCorner(i, blocked, at) != 0) {
-            room.Free = true;
-            break;
-        }
-    }
+    room.Free = query.TakesNext(room.Fitting);
     return room;
 }
 

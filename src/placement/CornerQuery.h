@@ -33,6 +33,18 @@ inline std::array<BlockCorner, 4> CornersOf(const BlockInfo& b) {
              {b.MaxX, b.MinY, kCornerMaxMin}}};
 }
 
+// The blocks of a process by their rectangles. Whether a block could hold a stack asks its
+// rectangle alone, and the pallets of a process, all of one type, repeat the same rectangles:
+// one answer serves every block of a rectangle.
+struct BlockShapes {
+    std::vector<int> Blocks;   // the process's blocks in table order
+    std::vector<int> ShapeOf;  // the rectangle of each of Blocks, numbered as Firsts
+    std::vector<int> Firsts;   // the first block of each rectangle
+};
+// index: as for CornerQuery.
+BlockShapes BlockShapesOf(const CKestoApp& app, const PlacementIndex* index,
+                          const KouteiInfo& koutei);
+
 class CornerQuery {
   public:
     // koutei and part may be null: then no corner takes a stack and no rectangle is refused.
@@ -75,6 +87,12 @@ class CornerQuery {
                bounds_.Y0 - kLengthTolerance < y && y + sy < bounds_.Y1 + kLengthTolerance;
     }
     const LengthRect& Bounds() const { return bounds_; }
+    // For each rectangle of shapes (of the process's blocks): could a block of it take a stack
+    // of the part on empty pallets (CouldHold, as RoomFor asks it).
+    std::vector<char> HoldingShapes(const BlockShapes& shapes) const;
+    // Would one of blocks that the part may use (no part or the part itself holds it) take
+    // its next stack now?
+    bool TakesNext(std::span<const int> blocks) const;
 
     // Calls visit with the index of each block of the process on pallet until it returns true;
     // with an index only those near the rectangle (the others' corners lie outside it), some

@@ -40,7 +40,8 @@ int64_t PiecesWanted(int64_t count, int32_t limit) {
 }
 
 // What the reasons of many parts share, worked out once: the stacks by the block they stand in,
-// each process's largest block, and the takers of each set of blocks asked about.
+// each process's largest block, its blocks by rectangle, and the blocks and takers of each set
+// of rectangles asked about.
 class ShortSurvey {
   public:
     explicit ShortSurvey(const CKestoApp& app)
@@ -71,10 +72,31 @@ class ShortSurvey {
         int32_t Stacks = 0;
         std::vector<BlockTaker> Takers;
     };
-    const Taken& TakersOf(const std::vector<int>& fitting);
+    // The blocks of a process: by rectangle, and those a part may take (free or its own) by
+    // their places in Shapes.Blocks.
+    struct ProcessBlocks {
+        BlockShapes Shapes;
+        std::vector<size_t> Open;
+        std::unordered_map<int32_t, std::vector<size_t>> Held;  // by the Seq holding them
+    };
+    // The blocks of a process that could take the parts whose sizes fit the same rectangles,
+    // and their takers once asked.
+    struct Fitting {
+        std::vector<int> Blocks;
+        std::optional<Taken> Takers;
+    };
+    using FittingKey = std::pair<int32_t, std::vector<char>>;  // process, rectangles that fit
+
+    const Taken& TakersOf(Fitting& fitting);
     // The placement index the reasons share, made by the first one that asks the blocks; null
     // without memory for it, and then the questions scan the lists with the same answers.
     const PlacementIndex* Index();
+    // Worked out for the first part of the process that asks.
+    const ProcessBlocks& BlocksOf(const KouteiInfo& process, const PlacementIndex* index);
+    Fitting& FittingOf(int32_t processNo, std::vector<char> holding, const BlockShapes& shapes);
+    // Whether a block that the part may take, of a rectangle that fits it, takes its next stack.
+    bool TakesNext(const CornerQuery& query, const ProcessBlocks& blocks,
+                   const std::vector<char>& holding, int32_t seq) const;
 
     const CKestoApp& app_;
     std::unique_ptr<PlacementIndex> index_;
@@ -82,7 +104,8 @@ class ShortSurvey {
     std::vector<std::vector<const PartsInfo*>> stacksIn_;
     std::unordered_map<int32_t, Largest> largest_;
     std::unordered_map<int32_t, const PartsInfo*> partsBySeq_;  // the first part of each Seq
-    std::map<std::vector<int>, Taken> taken_;
+    std::unordered_map<int32_t, ProcessBlocks> processes_;
+    std::map<FittingKey, Fitting> fitting_;
 };
 
 const PlacementIndex* ShortSurvey::Index() {
@@ -97,15 +120,60 @@ const PlacementIndex* ShortSurvey::Index() {
     return index_.get();
 }
 
-// The stacks standing in the blocks that could take a part, and the parts holding those
-// blocks, by part; parts of one size in one process mostly ask about the same blocks.
-const ShortSurvey::Taken& ShortSurvey::TakersOf(const std::vector<int>& fitting) {
-    const auto known = taken_.find(fitting);
-    if (known != taken_.end())
+const ShortSurvey::ProcessBlocks& ShortSurvey::BlocksOf(const KouteiInfo& process,
+                                                        const PlacementIndex* index) {
+    const auto known = processes_.find(process.No);
+    if (known != processes_.end())
         return known->second;
+    ProcessBlocks blocks{BlockShapesOf(app_, index, process), {}, {}};
+    for (size_t k = 0; k < blocks.Shapes.Blocks.size(); ++k) {
+        const int32_t occupant = app_.Blocks[blocks.Shapes.Blocks[k]].Occupant;
+        if (occupant == kNoOccupant)
+            blocks.Open.push_back(k);
+        else
+            blocks.Held[occupant].push_back(k);
+    }
+    return processes_.emplace(process.No, std::move(blocks)).first->second;
+}
+
+// Parts of about one size in one process fit the same rectangles, and so the same blocks.
+ShortSurvey::Fitting& ShortSurvey::FittingOf(int32_t processNo, std::vector<char> holding,
+                                             const BlockShapes& shapes) {
+    FittingKey key{processNo, std::move(holding)};
+    const auto known = fitting_.find(key);
+    if (known != fitting_.end())
+        return known->second;
+    Fitting fitting;
+    for (size_t k = 0; k < shapes.Blocks.size(); ++k) {
+        if (key.second[static_cast<size_t>(shapes.ShapeOf[k])] != 0)
+            fitting.Blocks.push_back(shapes.Blocks[k]);
+    }
+    return fitting_.emplace(std::move(key), std::move(fitting)).first->second;
+}
+
+bool ShortSurvey::TakesNext(const CornerQuery& query, const ProcessBlocks& blocks,
+                            const std::vector<char>& holding, int32_t seq) const {
+    std::vector<int> open;
+    const auto add = [&](const std::vector<size_t>& places) {
+        for (size_t k : places) {
+            if (holding[static_cast<size_t>(blocks.Shapes.ShapeOf[k])] != 0)
+                open.push_back(blocks.Shapes.Blocks[k]);
+        }
+    };
+    add(blocks.Open);
+    if (const auto own = blocks.Held.find(seq); own != blocks.Held.end())
+        add(own->second);
+    return query.TakesNext(open);
+}
+
+// The stacks standing in the blocks that could take a part, and the parts holding those
+// blocks, by part.
+const ShortSurvey::Taken& ShortSurvey::TakersOf(Fitting& fitting) {
+    if (fitting.Takers)
+        return *fitting.Takers;
     Taken t;
     std::unordered_map<const PartsInfo*, int32_t> stacks;
-    for (int i : fitting) {
+    for (int i : fitting.Blocks) {
         for (const PartsInfo* part : stacksIn_[static_cast<size_t>(i)]) {
             ++stacks[part];
             ++t.Stacks;
@@ -120,7 +188,7 @@ const ShortSurvey::Taken& ShortSurvey::TakersOf(const std::vector<int>& fitting)
     std::sort(t.Takers.begin(), t.Takers.end(), [](const BlockTaker& a, const BlockTaker& b) {
         return a.Stacks != b.Stacks ? a.Stacks > b.Stacks : a.Part->Seq < b.Part->Seq;
     });
-    return taken_.emplace(fitting, std::move(t)).first->second;
+    return fitting.Takers.emplace(std::move(t));
 }
 
 std::optional<ShortReason> ShortSurvey::Reason(const PartsInfo& part) {
@@ -147,8 +215,11 @@ std::optional<ShortReason> ShortSurvey::Reason(const PartsInfo& part) {
         r.BlockX = l->second.X;
         r.BlockY = l->second.Y;
     }
-    const BlockRoom room = RoomFor(app_, Index(), *process, part);
-    if (room.Fitting.empty()) {
+    const PlacementIndex* index = Index();
+    const ProcessBlocks& blocks = BlocksOf(*process, index);
+    const CornerQuery query(app_, index, process, &part, ProcessBounds(app_, index, process));
+    std::vector<char> holding = query.HoldingShapes(blocks.Shapes);
+    if (std::find(holding.begin(), holding.end(), 1) == holding.end()) {
         r.Cause = ShortCause::NoFittingBlock;
         return r;
     }
@@ -168,12 +239,13 @@ std::optional<ShortReason> ShortSurvey::Reason(const PartsInfo& part) {
         r.Cause = ShortCause::NoPieceHigh;
         return r;
     }
-    if (room.Free) {
+    if (TakesNext(query, blocks, holding, part.Seq)) {
         r.Cause = ShortCause::Room;
         return r;
     }
-    const Taken& taken = TakersOf(room.Fitting);
-    r.Blocks = static_cast<int32_t>(room.Fitting.size());
+    Fitting& fitting = FittingOf(process->No, std::move(holding), blocks.Shapes);
+    const Taken& taken = TakersOf(fitting);
+    r.Blocks = static_cast<int32_t>(fitting.Blocks.size());
     r.Stacks = taken.Stacks;
     r.Takers = taken.Takers;
     if (capped) {

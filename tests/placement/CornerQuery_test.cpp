@@ -119,6 +119,44 @@ TEST_F(CornerQueryTest, RoomForFindsNoFreeBlockWhenAnotherPartHoldsThemAll) {
     }
 }
 
+TEST_F(CornerQueryTest, BlocksOfOneRectangleShareOneShapeInTableOrder) {
+    // Block 2 on pallet 2 has the rectangle of block 0 on pallet 1.
+    const BlockShapes shapes = BlockShapesOf(*app, nullptr, *koutei);
+    EXPECT_EQ(shapes.Blocks, (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(shapes.ShapeOf, (std::vector<int>{0, 1, 0}));
+    EXPECT_EQ(shapes.Firsts, (std::vector<int>{0, 1}));
+    const PlacementIndex index(*app);
+    const BlockShapes indexed = BlockShapesOf(*app, &index, *koutei);
+    EXPECT_EQ(indexed.Blocks, shapes.Blocks);
+    EXPECT_EQ(indexed.ShapeOf, shapes.ShapeOf);
+}
+
+TEST_F(CornerQueryTest, AShapeHoldsAStackExactlyWhenEachOfItsBlocksCould) {
+    const BlockShapes shapes = BlockShapesOf(*app, nullptr, *koutei);
+    for (const auto& [sx, sy] : std::vector<std::pair<double, double>>{
+             {50, 50}, {100, 100}, {250, 50}, {400, 50}, {1200, 50}, {50, 900}}) {
+        PartsInfo& sized = AddPart({.SizeX = sx, .SizeY = sy, .Quantity = 1});
+        const CornerQuery q = Query(&sized);
+        const std::vector<char> holding = q.HoldingShapes(shapes);
+        ASSERT_EQ(holding.size(), shapes.Firsts.size());
+        for (size_t k = 0; k < shapes.Blocks.size(); ++k) {
+            const bool could = q.CouldHold(app->Blocks[shapes.Blocks[k]], sx, sy, *koutei->Pallet,
+                                           q.CoversArea(sx, sy));
+            EXPECT_EQ(holding[static_cast<size_t>(shapes.ShapeOf[k])] != 0, could)
+                << sx << " x " << sy << " block " << shapes.Blocks[k];
+        }
+    }
+}
+
+TEST_F(CornerQueryTest, TheNextStackGoesOnlyIntoAFreeBlockOrOneThePartHolds) {
+    app->Blocks[0].Occupant = other->Seq;
+    app->Blocks[1].Occupant = other->Seq;
+    EXPECT_FALSE(Query(part).TakesNext(std::vector<int>{0, 1}));
+    EXPECT_TRUE(Query(other).TakesNext(std::vector<int>{0, 1}));
+    EXPECT_TRUE(Query(part).TakesNext(std::vector<int>{0, 1, 2}));
+    EXPECT_FALSE(Query(nullptr).TakesNext(std::vector<int>{2}));
+}
+
 TEST(Collides, AStackMeetsAFootprintThatTouchesItWithinTheTolerance) {
     PartsInfo p = MakePart({.SizeX = 20, .SizeY = 20});
     HaichiInfo h;
