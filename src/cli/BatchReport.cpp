@@ -1,6 +1,9 @@
 #include "cli/BatchReport.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <map>
 #include <ostream>
 #include <string>
@@ -13,6 +16,7 @@
 #include "rules/ListLines.h"
 #include "support/Services.h"
 #include "support/TextColumns.h"
+#include "support/TextFile.h"
 #include "support/TextFormat.h"
 #include "view/OffsetCrossings.h"
 
@@ -246,6 +250,21 @@ void ReportPlacement(const CKestoApp& app, const Services& services, std::ostrea
     ReportShortParts(app, services, text);
     ReportCrossings(app, services, text);
     text.Write();
+}
+
+bool WriteReportFile(const std::string& path, const std::string& report, std::string& error) {
+    TextFile file;
+    if (OpenFile(path, "wt", file) != 1) {
+        error = "cannot open " + path + ": " + std::strerror(errno);
+        return false;
+    }
+    // Flushed here, so that a full disk shows before the file is closed.
+    if (std::fwrite(report.data(), 1, report.size(), file.get()) != report.size() ||
+        std::fflush(file.get()) != 0) {
+        error = "cannot write " + path + ": " + std::strerror(errno);
+        return false;
+    }
+    return true;
 }
 
 }  // namespace kesto
