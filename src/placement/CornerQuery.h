@@ -35,11 +35,16 @@ inline std::array<BlockCorner, 4> CornersOf(const BlockInfo& b) {
 
 // The blocks of a process by their rectangles. Whether a block could hold a stack asks its
 // rectangle alone, and the pallets of a process, all of one type, repeat the same rectangles:
-// one answer serves every block of a rectangle.
+// one answer serves every block of a rectangle. It asks the rectangle's span across (x) and
+// its span along (y) apart, and the rectangles of a grid share their spans.
 struct BlockShapes {
-    std::vector<int> Blocks;   // the process's blocks in table order
-    std::vector<int> ShapeOf;  // the rectangle of each of Blocks, numbered as Firsts
-    std::vector<int> Firsts;   // the first block of each rectangle
+    std::vector<int> Blocks;        // the process's blocks in table order
+    std::vector<int> ShapeOf;       // the rectangle of each of Blocks, numbered as Firsts
+    std::vector<int> Firsts;        // the first block of each rectangle
+    std::vector<int> AcrossOf;      // the span across of each rectangle, numbered as below
+    std::vector<int> AlongOf;       // the span along of each rectangle
+    std::vector<int> AcrossFirsts;  // the first block of each span across
+    std::vector<int> AlongFirsts;   // the first block of each span along
 };
 // index: as for CornerQuery.
 BlockShapes BlockShapesOf(const CKestoApp& app, const PlacementIndex* index,
@@ -75,7 +80,14 @@ class CornerQuery {
     // Some corner of block b could take a stack of size sx x sy on an empty pallet; anywhere:
     // the part covers the process's area, so that the area does not bound it.
     bool CouldHold(const BlockInfo& b, double sx, double sy, const PalletInfo& pal,
-                   bool anywhere) const;
+                   bool anywhere) const {
+        return HoldsAcross(b, sx, pal, anywhere) && HoldsAlong(b, sy, pal, anywhere);
+    }
+    // CouldHold on one axis. A corner pairs one of the block's x sides with one of its y
+    // sides, and each is tested on its own axis: some corner holds the stack exactly when
+    // some x side and some y side do.
+    bool HoldsAcross(const BlockInfo& b, double sx, const PalletInfo& pal, bool anywhere) const;
+    bool HoldsAlong(const BlockInfo& b, double sy, const PalletInfo& pal, bool anywhere) const;
     // A part at least as large as the process's area in one direction fits anywhere.
     bool CoversArea(double sx, double sy) const {
         return bounds_.X1 - bounds_.X0 - kLengthTolerance <= sx ||

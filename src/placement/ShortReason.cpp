@@ -44,14 +44,7 @@ int64_t PiecesWanted(int64_t count, int32_t limit) {
 // of rectangles asked about.
 class ShortSurvey {
   public:
-    explicit ShortSurvey(const CKestoApp& app)
-        : app_(app), stacksIn_(static_cast<size_t>(app.Blocks.Filled())) {
-        for (const HaichiInfo& h : app.HaichiList) {
-            if (h.Part != nullptr && app.BlockOf(h) != nullptr)
-                stacksIn_[static_cast<size_t>(h.BlockIndex)].push_back(h.Part);
-        }
-        for (const PartsInfo& p : app.PartsList)
-            partsBySeq_.try_emplace(p.Seq, &p);
+    explicit ShortSurvey(const CKestoApp& app) : app_(app) {
         for (const BlockInfo& b : app.Blocks.FilledBlocks()) {
             const double w = b.MaxX - b.MinX, h = b.MaxY - b.MinY;
             Largest& l = largest_[b.KouteiNo];
@@ -87,7 +80,17 @@ class ShortSurvey {
     };
     using FittingKey = std::pair<int32_t, std::vector<char>>;  // process, rectangles that fit
 
+    // The parts of the stacks standing in each block, in list order: block i's are
+    // Parts[Starts[i]] up to Parts[Starts[i + 1]]; and the first part of each Seq.
+    struct Holders {
+        std::vector<size_t> Starts;
+        std::vector<const PartsInfo*> Parts;
+        std::unordered_map<int32_t, const PartsInfo*> BySeq;
+    };
+
     const Taken& TakersOf(Fitting& fitting);
+    // Worked out for the first reason that names takers.
+    const Holders& HoldersOf();
     // The placement index the reasons share, made by the first one that asks the blocks; null
     // without memory for it, and then the questions scan the lists with the same answers.
     const PlacementIndex* Index();
@@ -101,9 +104,8 @@ class ShortSurvey {
     const CKestoApp& app_;
     std::unique_ptr<PlacementIndex> index_;
     bool indexTried_ = false;
-    std::vector<std::vector<const PartsInfo*>> stacksIn_;
+    std::optional<Holders> holders_;
     std::unordered_map<int32_t, Largest> largest_;
-    std::unordered_map<int32_t, const PartsInfo*> partsBySeq_;  // the first part of each Seq
     std::unordered_map<int32_t, ProcessBlocks> processes_;
     std::map<FittingKey, Fitting> fitting_;
 };
@@ -166,21 +168,46 @@ bool ShortSurvey::TakesNext(const CornerQuery& query, const ProcessBlocks& block
     return query.TakesNext(open);
 }
 
+const ShortSurvey::Holders& ShortSurvey::HoldersOf() {
+    if (holders_)
+        return *holders_;
+    Holders& h = holders_.emplace();
+    // Counted first, then filed, so that every block's parts lie side by side.
+    h.Starts.assign(static_cast<size_t>(app_.Blocks.Filled()) + 1, 0);
+    for (const HaichiInfo& stack : app_.HaichiList) {
+        if (stack.Part != nullptr && app_.BlockOf(stack) != nullptr)
+            ++h.Starts[static_cast<size_t>(stack.BlockIndex) + 1];
+    }
+    for (size_t i = 1; i < h.Starts.size(); ++i)
+        h.Starts[i] += h.Starts[i - 1];
+    h.Parts.resize(h.Starts.back());
+    std::vector<size_t> next(h.Starts.begin(), h.Starts.end() - 1);
+    for (const HaichiInfo& stack : app_.HaichiList) {
+        if (stack.Part != nullptr && app_.BlockOf(stack) != nullptr)
+            h.Parts[next[static_cast<size_t>(stack.BlockIndex)]++] = stack.Part;
+    }
+    for (const PartsInfo& p : app_.PartsList)
+        h.BySeq.try_emplace(p.Seq, &p);
+    return h;
+}
+
 // The stacks standing in the blocks that could take a part, and the parts holding those
 // blocks, by part.
 const ShortSurvey::Taken& ShortSurvey::TakersOf(Fitting& fitting) {
     if (fitting.Takers)
         return *fitting.Takers;
+    const Holders& holders = HoldersOf();
     Taken t;
     std::unordered_map<const PartsInfo*, int32_t> stacks;
     for (int i : fitting.Blocks) {
-        for (const PartsInfo* part : stacksIn_[static_cast<size_t>(i)]) {
-            ++stacks[part];
+        const auto block = static_cast<size_t>(i);
+        for (size_t k = holders.Starts[block]; k < holders.Starts[block + 1]; ++k) {
+            ++stacks[holders.Parts[k]];
             ++t.Stacks;
         }
         // A free block and the marker of a group move name no part.
-        const auto holder = partsBySeq_.find(app_.Blocks[i].Occupant);
-        if (holder != partsBySeq_.end())
+        const auto holder = holders.BySeq.find(app_.Blocks[i].Occupant);
+        if (holder != holders.BySeq.end())
             stacks.try_emplace(holder->second, 0);
     }
     for (const auto& [part, count] : stacks)

@@ -41,6 +41,11 @@ class TextBuilder {
         return *this;
     }
     TextBuilder& Str(const std::string& s);
+    // A literal goes in as it is, without a string made of it first.
+    TextBuilder& Str(const char* s) {
+        text_.append(s);
+        return *this;
+    }
     TextBuilder& Str(const std::string& s, int width, int precision, bool left);
     TextBuilder& Int(int64_t v, int width = 0, int digits = 1, bool left = false);
     TextBuilder& Fixed(double v, int width, int precision);

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <iterator>
+#include <random>
 #include <utility>
 #include <vector>
 
@@ -119,12 +122,53 @@ TEST_F(CornerQueryTest, RoomForFindsNoFreeBlockWhenAnotherPartHoldsThemAll) {
     }
 }
 
+// CouldHold as the corners define it: some corner whose footprint keeps on the pallet and,
+// unless the part fits anywhere, within the process's area.
+bool HoldsInSomeCorner(const CornerQuery& q, const BlockInfo& b, double sx, double sy,
+                       const PalletInfo& pal, bool anywhere) {
+    for (uint8_t c : kCornerSearchOrder) {
+        const LengthRect f = Footprint(b, c, sx, sy);
+        if (OnPallet(f, pal) && (anywhere || q.WithinBounds(f.X1, f.Y0, sx, sy)))
+            return true;
+    }
+    return false;
+}
+
+TEST_F(CornerQueryTest, ABlockCouldHoldAStackExactlyWhenSomeCornerCould) {
+    std::mt19937_64 random(5);
+    const double values[] = {-50, 0,   0.005,   10,   99.999, 100, 150,     200,
+                             290, 300, 300.005, 1000, 1200,   NAN, INFINITY};
+    auto pick = [&] { return values[random() % std::size(values)]; };
+    PalletInfo pal = *koutei->Pallet;
+    for (int n = 0; n < 20000; ++n) {
+        BlockInfo b;
+        b.MinX = pick();
+        b.MaxX = pick();
+        b.MinY = pick();
+        b.MaxY = pick();
+        pal.MarginY = n % 2 == 0 ? 0 : 10;
+        const double sx = pick(), sy = pick();
+        const CornerQuery q = Query(part);
+        for (const bool anywhere : {false, true}) {
+            EXPECT_EQ(q.CouldHold(b, sx, sy, pal, anywhere),
+                      HoldsInSomeCorner(q, b, sx, sy, pal, anywhere))
+                << b.MinX << ".." << b.MaxX << " x " << b.MinY << ".." << b.MaxY << ", " << sx
+                << " x " << sy;
+        }
+    }
+}
+
 TEST_F(CornerQueryTest, BlocksOfOneRectangleShareOneShapeInTableOrder) {
     // Block 2 on pallet 2 has the rectangle of block 0 on pallet 1.
     const BlockShapes shapes = BlockShapesOf(*app, nullptr, *koutei);
     EXPECT_EQ(shapes.Blocks, (std::vector<int>{0, 1, 2}));
     EXPECT_EQ(shapes.ShapeOf, (std::vector<int>{0, 1, 0}));
     EXPECT_EQ(shapes.Firsts, (std::vector<int>{0, 1}));
+    // Both rectangles span y 0..100: two spans across, one along.
+    EXPECT_EQ(shapes.AcrossOf, (std::vector<int>{0, 1}));
+    EXPECT_EQ(shapes.AlongOf, (std::vector<int>{0, 0}));
+    EXPECT_EQ(shapes.AcrossFirsts, (std::vector<int>{0, 1}));
+    EXPECT_EQ(shapes.AlongFirsts, (std::vector<int>{0}));
     const PlacementIndex index(*app);
     const BlockShapes indexed = BlockShapesOf(*app, &index, *koutei);
     EXPECT_EQ(indexed.Blocks, shapes.Blocks);
