@@ -196,7 +196,9 @@ TextBuilder& TextBuilder::Int(int64_t v, int width, int digits, bool left) {
     // "%d", the most common: the digits go straight into the text.
     if (width == 0 && digits == 1) {
         char number[24];
-        text_.append(number, std::to_chars(number, number + sizeof number, v).ptr);
+        // By length: appending a range of pointers takes the string's general replace.
+        const char* end = std::to_chars(number, number + sizeof number, v).ptr;
+        text_.append(number, static_cast<size_t>(end - number));
         return *this;
     }
     char buffer[64];
@@ -247,7 +249,7 @@ TextBuilder& TextBuilder::Fixed(double v, int width, int precision) {
 
 TextBuilder& TextBuilder::Length(double v) {
     char buffer[kFixedTextMax];
-    text_.append(buffer, ShortLengthText(buffer, v));
+    text_.append(buffer, static_cast<size_t>(ShortLengthText(buffer, v) - buffer));
     return *this;
 }
 
