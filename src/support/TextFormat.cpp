@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace kesto {
@@ -268,6 +269,21 @@ void TextBuilder::CutAtNul(size_t from) {
 std::string ShortLength(double v) {
     char buffer[kFixedTextMax];
     return std::string(buffer, ShortLengthText(buffer, v));
+}
+
+FigureText::FigureText(std::string text) : text_(std::move(text)) {
+    size_t run = 0;
+    for (size_t i = 0; i + 1 < text_.size(); ++i) {
+        if (text_[i] != '%' || text_[i + 1] < '1' || text_[i + 1] > '9')
+            continue;
+        if (i > run)
+            pieces_.push_back({run, i - run, -1});
+        pieces_.push_back({0, 0, text_[i + 1] - '1'});
+        run = i + 2;
+        ++i;
+    }
+    if (text_.size() > run)
+        pieces_.push_back({run, text_.size() - run, -1});
 }
 
 std::string FillFigures(const std::string& text, const std::vector<std::string>& figures) {

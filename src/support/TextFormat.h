@@ -51,6 +51,11 @@ class TextBuilder {
     TextBuilder& Fixed(double v, int width, int precision);
     TextBuilder& Length(double v);
     TextBuilder& Figures(std::string_view text, std::initializer_list<std::string_view> figures);
+    // Every byte of s, NUL bytes too.
+    TextBuilder& Bytes(std::string_view s) {
+        text_.append(s);
+        return *this;
+    }
     // Keeps of what was appended from position from on only the bytes before its first NUL:
     // the text that Str would have appended had it been given all of it as one string.
     void CutAtNul(size_t from);
@@ -66,6 +71,34 @@ class TextBuilder {
 
     static constexpr size_t kLineRoom = 256;
     std::string text_;
+};
+
+// A text with the figures %1 .. %9 in it, taken apart once for many lines: AppendTo gives
+// what FillFigures gives, each figure appended in place by fill(number, out), number 0 for %1.
+// fill appends nothing for a number it has no figure for.
+class FigureText {
+  public:
+    explicit FigureText(std::string text);
+
+    template <class Fill>
+    void AppendTo(TextBuilder& out, Fill&& fill) const {
+        for (const Piece& piece : pieces_) {
+            if (piece.Figure < 0)
+                out.Bytes(std::string_view(text_).substr(piece.Begin, piece.Length));
+            else
+                fill(piece.Figure, out);
+        }
+    }
+
+  private:
+    struct Piece {
+        size_t Begin = 0;  // a run of the text's own bytes
+        size_t Length = 0;
+        int Figure = -1;  // or a figure's number
+    };
+
+    std::string text_;
+    std::vector<Piece> pieces_;
 };
 
 }  // namespace kesto

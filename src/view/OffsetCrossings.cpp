@@ -85,9 +85,27 @@ void AppendOffsetCrossingText(TextBuilder& line, const OffsetCrossing& c,
             break;
     }
     const PartsInfo& part = *c.Stack->Part;
-    const std::string name =
-        part.DisplayName.empty() ? part.Code : part.Code + " " + part.DisplayName;
-    line.Figures(texts.Crossing, {name, ShortLength(c.By), side, std::to_string(c.PalletNo)});
+    // %1 the part's code and name, %2 by how much, %3 the line, %4 the pallet.
+    texts.Crossing.AppendTo(line, [&](int figure, TextBuilder& out) {
+        switch (figure) {
+            case 0:
+                out.Bytes(part.Code);
+                if (!part.DisplayName.empty())
+                    out.Char(' ').Bytes(part.DisplayName);
+                break;
+            case 1:
+                out.Length(c.By);
+                break;
+            case 2:
+                out.Bytes(side);
+                break;
+            case 3:
+                out.Int(c.PalletNo);
+                break;
+            default:
+                break;
+        }
+    });
 }
 
 std::string OffsetCrossingText(const OffsetCrossing& c, const MessageTable& messages) {

@@ -32,11 +32,11 @@ std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app);
 struct OffsetCrossingTexts {
     explicit OffsetCrossingTexts(const MessageTable& messages);
 
-    std::string Upper;     // OFFSET-UPPER
-    std::string Lower;     // OFFSET-LOWER
-    std::string Left;      // OFFSET-LEFT
-    std::string Right;     // OFFSET-RIGHT
-    std::string Crossing;  // OFFSET-CROSSING: the line, with the figures
+    std::string Upper;    // OFFSET-UPPER
+    std::string Lower;    // OFFSET-LOWER
+    std::string Left;     // OFFSET-LEFT
+    std::string Right;    // OFFSET-RIGHT
+    FigureText Crossing;  // OFFSET-CROSSING: the line, with the figures
 };
 
 // "P001 Name: 12.5 past the lower offset line of pallet 2", appended to line.

@@ -212,6 +212,20 @@ TEST(TextBuilder, FiguresKeepTheirNulBytesAndCutAtNulEndsTheTextAtTheFirstOne) {
     EXPECT_EQ(b.Text(), "headA");
 }
 
+TEST(FigureText, GivesWhatFillFiguresGives) {
+    const std::vector<std::string> figures = {"ten", std::string("t\0o", 3), "", "four"};
+    for (const char* text : {"%2 of %1, %2 again", "%3 is missing, %0 and %% stay", "ends in %",
+                             "%%1%", "", "%9%1", "%4%3%2%1", "plain", "%", "%1"}) {
+        TextBuilder b;
+        b.Str("> ");
+        FigureText(text).AppendTo(b, [&](int figure, TextBuilder& out) {
+            if (figure < static_cast<int>(figures.size()))
+                out.Bytes(figures[static_cast<size_t>(figure)]);
+        });
+        EXPECT_EQ(b.Text(), "> " + FillFigures(text, figures)) << text;
+    }
+}
+
 TEST(FillFigures, PutsEachFigureWhereItsNumberStands) {
     EXPECT_EQ(FillFigures("%2 of %1, %2 again", {"ten", "three"}), "three of ten, three again");
     EXPECT_EQ(FillFigures("%3 is missing, %0 and %% stay", {"a"}), " is missing, %0 and %% stay");

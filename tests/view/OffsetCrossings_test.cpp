@@ -3,7 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "common/PartFields.h"
+#include "common/TestFiles.h"
+#include "common/TestServices.h"
 #include "support/MessageFile.h"
 
 namespace kesto {
@@ -43,6 +48,7 @@ class OffsetCrossingTest : public ::testing::Test {
 
     CKestoApp app;
     MessageTable messages;  // nothing loaded: the English texts
+    test::TempFolder folder;
 };
 
 TEST_F(OffsetCrossingTest, AStackBelowTheLowerLineCrossesItByTheDifference) {
@@ -107,6 +113,23 @@ TEST_F(OffsetCrossingTest, AStackWithoutAPartOrBlockIsPassedOver) {
     StackAt(p, 300, 10).BlockIndex = 7;
     StackAt(p, 300, 10).Part = nullptr;
     EXPECT_TRUE(OffsetCrossings(app).empty());
+}
+
+TEST_F(OffsetCrossingTest, TheMessageFilesLineTakesTheFiguresInItsOwnOrder) {
+    const std::filesystem::path path = folder.Path() / "Kesto.ini";
+    {
+        std::ofstream out(path);
+        out << "[Short]\nOFFSET-CROSSING=1,\"%4|%3|%2|%1|%5|%%1|%\"\nOFFSET-LOWER=1,unten\n";
+    }
+    test::RecordingOperator op;
+    MessageTable table;
+    ASSERT_EQ(table.Load(path.string(), op), 0);
+    Pallet().OffsetB = 50;
+    PartsInfo& p = AddPart(app, {.DisplayName = "Bracket", .SizeX = 100, .SizeY = 100});
+    StackAt(p, 300, 10);
+    const std::vector<OffsetCrossing> all = OffsetCrossings(app);
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(OffsetCrossingText(all[0], table), "1|unten|40|A1 Bracket||%A1 Bracket|%");
 }
 
 TEST_F(OffsetCrossingTest, TextsLookedUpOnceGiveTheSameLineAppended) {
