@@ -75,7 +75,7 @@ int CornerQuery::TestCorner(CornerTestMode mode, int blockIndex, int corner) con
     if (!OnPallet(f, pal))
         return 0;
     if (index_ != nullptr && index_->Usable()) {
-        const PlacementIndex::Process* p = index_->Find(koutei_->No);
+        const PlacementIndex::Process* p = IndexedProcess();
         if (p == nullptr)
             return 1;
         const auto it = p->PalletStacks.find(b->PalletNo);

@@ -115,7 +115,7 @@ class CornerQuery {
             return;
         // The index's block lists stay valid even when it stopped being usable.
         if (index_ != nullptr) {
-            const PlacementIndex::Process* p = index_->Find(koutei_->No);
+            const PlacementIndex::Process* p = IndexedProcess();
             if (p == nullptr)
                 return;
             const auto it = p->PalletBlocks.find(pallet);
@@ -141,7 +141,16 @@ class CornerQuery {
     bool PassedOver(const HaichiInfo* stack) const;
 
     const CKestoApp& app_;
+    // The index's entry of the process, looked up once for the query's many questions; the
+    // entry of a process stays where it is while the index lives.
+    const PlacementIndex::Process* IndexedProcess() const {
+        if (process_ == nullptr)
+            process_ = index_->Find(koutei_->No);
+        return process_;
+    }
+
     const PlacementIndex* index_;
+    mutable const PlacementIndex::Process* process_ = nullptr;
     const KouteiInfo* koutei_;
     const PartsInfo* part_;
     LengthRect bounds_;
