@@ -51,6 +51,12 @@ class ReportText {
             WriteWhenFull();
     }
 
+    // lines: whole lines, every byte of them.
+    void Lines(const std::string& lines) {
+        text_.Bytes(lines);
+        WriteWhenFull();
+    }
+
     // Writes the text so far and starts it anew; at the end of a report, for what is left.
     void Write() {
         const std::string& text = text_.Text();
@@ -194,18 +200,10 @@ void ReportProcessStacks(const KouteiInfo& k, const StacksByPlace& stacks, int h
     }
 }
 
-// What the report names after the stacks, worked out beside their listing: both only read
-// the job, and on a second core the reasons cost the listing's time rather than their own.
-struct Findings {
-    std::vector<ShortPart> Reasons;
-    std::vector<OffsetCrossing> Crossings;
-    std::exception_ptr Failure;
-};
-
-// The parts with fewer pieces placed than wanted, each with its reason (reasons: in list
-// order). The message texts are looked up once for all lines.
-void ReportShortParts(const CKestoApp& app, const Services& services,
-                      const std::vector<ShortPart>& reasons, ReportText& out) {
+// The parts with fewer pieces placed than wanted, each with its reason, as lines of text.
+// The message texts are looked up once for all lines.
+void WordShortParts(const CKestoApp& app, const Services& services, TextBuilder& out) {
+    const std::vector<ShortPart> reasons = WhyShortAll(app);  // in list order
     const ShortReasonTexts texts(services.Messages);
     auto reason = reasons.begin();
     int shortParts = 0;
@@ -213,31 +211,30 @@ void ReportShortParts(const CKestoApp& app, const Services& services,
         if (!LeftShort(p))
             continue;
         if (shortParts++ == 0)
-            out.Append("Parts short:\n");
-        out.Line().Str("  ").Str(ShortLine(p));
-        out.EndLine();
+            out.Str("Parts short:\n");
+        out.Str("  ").Str(ShortLine(p)).Char('\n');
         if (reason != reasons.end() && reason->Part == &p) {
-            const size_t from = out.Line().Str("      ").Text().size();
-            AppendShortReasonText(out.Line(), reason->Reason, texts);
-            out.Line().CutAtNul(from);
-            out.EndLine();
+            const size_t from = out.Str("      ").Text().size();
+            AppendShortReasonText(out, reason->Reason, texts);
+            out.CutAtNul(from);
+            out.Char('\n');
             ++reason;
         }
     }
     if (shortParts == 0)
-        out.Append("Parts short: none\n");
+        out.Str("Parts short: none\n");
 }
 
-void ReportCrossings(const Services& services, const std::vector<OffsetCrossing>& crossings,
-                     ReportText& out) {
-    out.Append(crossings.empty() ? "Stacks across an offset line: none\n"
-                                 : "Stacks across an offset line:\n");
+void WordCrossings(const CKestoApp& app, const Services& services, TextBuilder& out) {
+    const std::vector<OffsetCrossing> crossings = OffsetCrossings(app);
+    out.Str(crossings.empty() ? "Stacks across an offset line: none\n"
+                              : "Stacks across an offset line:\n");
     const OffsetCrossingTexts texts(services.Messages);
     for (const OffsetCrossing& c : crossings) {
-        const size_t from = out.Line().Str("  ").Text().size();
-        AppendOffsetCrossingText(out.Line(), c, texts);
-        out.Line().CutAtNul(from);
-        out.EndLine();
+        const size_t from = out.Str("  ").Text().size();
+        AppendOffsetCrossingText(out, c, texts);
+        out.CutAtNul(from);
+        out.Char('\n');
     }
 }
 
@@ -252,21 +249,24 @@ void ReportInput(const CKestoApp& app, std::ostream& out) {
 }
 
 void ReportPlacement(const CKestoApp& app, const Services& services, std::ostream& out) {
-    Findings findings;
-    auto find = [&app, &findings] {
+    // The parts short are worked out and worded on a second thread while this one lists the
+    // stacks and words the crossings: all only read the job, and the reasons' survey costs
+    // the other lists' time rather than its own.
+    TextBuilder shortParts;
+    std::exception_ptr failure;
+    auto wordShortParts = [&] {
         try {
-            findings.Reasons = WhyShortAll(app);
-            findings.Crossings = OffsetCrossings(app);
+            WordShortParts(app, services, shortParts);
         } catch (...) {
-            findings.Failure = std::current_exception();
+            failure = std::current_exception();
         }
     };
     std::jthread helper;
     try {
-        helper = std::jthread(find);
+        helper = std::jthread(wordShortParts);
     } catch (const std::system_error&) {
-        // No thread to be had: the findings come first.
-        find();
+        // No thread to be had: they are worded first.
+        wordShortParts();
     }
     ReportText text(out);
     text.Append("Placement:\n");
@@ -274,12 +274,14 @@ void ReportPlacement(const CKestoApp& app, const Services& services, std::ostrea
     const int highest = HighestPallet(app, stacks);
     for (const KouteiInfo& k : app.KouteiList)
         ReportProcessStacks(k, stacks, highest, text);
+    TextBuilder crossings;
+    WordCrossings(app, services, crossings);
     if (helper.joinable())
         helper.join();
-    if (findings.Failure)
-        std::rethrow_exception(findings.Failure);
-    ReportShortParts(app, services, findings.Reasons, text);
-    ReportCrossings(services, findings.Crossings, text);
+    if (failure)
+        std::rethrow_exception(failure);
+    text.Lines(shortParts.Text());
+    text.Lines(crossings.Text());
     text.Write();
 }
 
