@@ -20,9 +20,15 @@ bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* fi
                   TextBuilder& line) {
     int64_t sum = 0;
     if (IsPalletCode(part.Destination)) {
+        size_t head = 0;  // "%s,%d,%s,": the same on each of the part's lines
         for (const PlacedStack& s : stacks.Of(&part)) {
-            line.Clear();  // "%s,%d,%s,%d,%d"
-            line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Char(',');
+            // "%s,%d,%s,%d,%d"
+            if (head == 0) {
+                line.Clear();
+                line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name);
+                head = line.Char(',').Text().size();
+            }
+            line.Keep(head);
             line.Int(s.Block->PalletNo).Char(',').Int(s.Stack->Pieces);
             if (WriteLine(line.Text(), file) != 1)
                 return false;

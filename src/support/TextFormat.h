@@ -2,6 +2,7 @@
 // gives the same bytes for the few conversions the output files use without parsing a format.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -63,6 +64,8 @@ class TextBuilder {
     const std::string& Text() const { return text_; }
     std::string Take() { return std::move(text_); }
     void Clear() { text_.clear(); }
+    // Keeps the first bytes of the text, drops the rest.
+    void Keep(size_t bytes) { text_.resize(std::min(bytes, text_.size())); }
     void Reserve(size_t bytes) { text_.reserve(bytes); }
 
   private:
