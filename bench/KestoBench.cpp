@@ -217,13 +217,15 @@ ProcessRun RunProcess(const std::vector<std::string>& args, const std::string& f
 
 // The whole kesto-batch run on a generated installation, side by side with the floor: a
 // process (cat) that only reads the same input files (the outlines that are there). restore:
-// the save file of the run before is there and read back (the floor reads it too).
+// the save file of the run before is there and read back (the floor reads it too). extra:
+// options of kesto-batch before the job's tokens.
 void BatchRunBench(benchmark::State& state, bool restore, const JobShape& shape,
-                   const InstallOptions& options) {
+                   const InstallOptions& options, const std::vector<std::string>& extra = {}) {
     BenchRun run;
     const auto root = run.Folder / "installation";
     const Installation inst = WriteInstallation(root.string(), GenerateJob(shape), options);
     std::vector<std::string> batch{BesideThisProgram("kesto-batch"), "--answer", "ok"};
+    batch.insert(batch.end(), extra.begin(), extra.end());
     for (std::string rest = inst.CommandLine.substr(inst.CommandLine.find(' ') + 1);
          !rest.empty();) {
         const size_t blank = rest.find(' ');
@@ -277,6 +279,29 @@ void BM_BatchRunCrowded(benchmark::State& s) {
     BatchRunBench(s, false, CrowdedJobShape(), CrowdedInstallOptions());
 }
 
+// The crowded installation run with offsets A and B of 100: about ten thousand stacks lie
+// across an offset line, and the report names each.
+InstallOptions CrossingInstallOptions() {
+    InstallOptions options = CrowdedInstallOptions();
+    options.OffsetA = 100;
+    options.OffsetB = 100;
+    return options;
+}
+void BM_BatchRunCrossings(benchmark::State& s) {
+    BatchRunBench(s, false, CrowdedJobShape(), CrossingInstallOptions());
+}
+
+// The same runs with --quiet: the job and its files without the report.
+void BM_BatchQuietLargest(benchmark::State& s) {
+    BatchRunBench(s, false, LargestJobShape(), {}, {"--quiet"});
+}
+void BM_BatchQuietCrowded(benchmark::State& s) {
+    BatchRunBench(s, false, CrowdedJobShape(), CrowdedInstallOptions(), {"--quiet"});
+}
+void BM_BatchQuietCrossings(benchmark::State& s) {
+    BatchRunBench(s, false, CrowdedJobShape(), CrossingInstallOptions(), {"--quiet"});
+}
+
 BENCHMARK(BM_PlaceAllSmall)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_PlaceAllSampleLike)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_PlaceAllSample)->Unit(benchmark::kMicrosecond);
@@ -289,6 +314,10 @@ BENCHMARK(BM_SortPartsOneGroup)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_BatchRunLargest)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BatchRestoreLargest)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BatchRunCrowded)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BatchRunCrossings)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BatchQuietLargest)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BatchQuietCrowded)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BatchQuietCrossings)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace kesto

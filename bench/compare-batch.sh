@@ -2,20 +2,21 @@
 # compare-batch.sh OLD NEW MAKEJOB [SEEDS] [SIZES] [KINDS]: runs two kesto-batch builds on
 # generated installations (every start corner, a fresh run, a restoring run, and a run after the
 # job's quantities changed) and fails on the first file or message that differs. A speed-up of
-# the core must leave every byte as it was. KINDS: plain (no outline files) and crowded (five
-# times the quantities, every seventh outline file missing), both by default.
+# the core must leave every byte as it was. KINDS: plain (no outline files), crowded (five
+# times the quantities, every seventh outline file missing) and crossings (the crowded kind with
+# offsets of 100 that put many stacks across an offset line), all three by default.
 set -eu
 old=$(realpath "$1") new=$(realpath "$2") makejob=$(realpath "$3")
 # 33 is the seed of the benchmarks' largest and crowded jobs.
 seeds=${4:-"1 2 3 33"}
 sizes=${5:-"5 40 200 999 1400"}
-kinds=${6:-"plain crowded"}
+kinds=${6:-"plain crowded crossings"}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 run() { # run BATCH ROOT CORNER OUTDIR
     (cd "$2" && ORVOSystemRoot="$2" XDG_CONFIG_HOME="$2/config" \
-        "$1" --answer ok "$2/pallet/pallet.txt" 0 0 0.0 0.0 "$3" >"$4.stdout" 2>"$4.stderr") ||
+        "$1" --answer ok "$2/pallet/pallet.txt" 0 0 $offsets "$3" >"$4.stdout" 2>"$4.stderr") ||
         echo "exit $?" >>"$4.stdout"
     cp "$2/out/result.txt" "$4.result" 2>/dev/null || true
     cp "$2/out/save.txt" "$4.save" 2>/dev/null || true
@@ -24,8 +25,9 @@ run() { # run BATCH ROOT CORNER OUTDIR
 runs=0
 for kind in $kinds; do
     case $kind in
-        plain) flags=--no-outlines ;;
-        crowded) flags=--crowded ;;
+        plain) flags=--no-outlines offsets="0.0 0.0" ;;
+        crowded) flags=--crowded offsets="0.0 0.0" ;;
+        crossings) flags=--crowded offsets="100 100" ;;
         *) echo "compare-batch: unknown kind $kind" >&2 && exit 2 ;;
     esac
     for size in $sizes; do

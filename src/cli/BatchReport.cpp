@@ -1,9 +1,15 @@
 #include "cli/BatchReport.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <exception>
 #include <map>
 #include <ostream>
 #include <string>
+#include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -13,6 +19,7 @@
 #include "rules/ListLines.h"
 #include "support/Services.h"
 #include "support/TextColumns.h"
+#include "support/TextFile.h"
 #include "support/TextFormat.h"
 #include "view/OffsetCrossings.h"
 
@@ -42,6 +49,12 @@ class ReportText {
         text_.Str(ascii);
         if (!ascii.empty() && ascii.back() == '\n')
             WriteWhenFull();
+    }
+
+    // lines: whole lines, every byte of them.
+    void Lines(const std::string& lines) {
+        text_.Bytes(lines);
+        WriteWhenFull();
     }
 
     // Writes the text so far and starts it anew; at the end of a report, for what is left.
@@ -187,6 +200,44 @@ void ReportProcessStacks(const KouteiInfo& k, const StacksByPlace& stacks, int h
     }
 }
 
+// The parts with fewer pieces placed than wanted, each with its reason, as lines of text.
+// The message texts are looked up once for all lines.
+void WordShortParts(const CKestoApp& app, const Services& services, TextBuilder& out) {
+    const std::vector<ShortPart> reasons = WhyShortAll(app);  // in list order
+    const ShortReasonTexts texts(services.Messages);
+    auto reason = reasons.begin();
+    int shortParts = 0;
+    for (const PartsInfo& p : app.PartsList) {
+        if (!LeftShort(p))
+            continue;
+        if (shortParts++ == 0)
+            out.Str("Parts short:\n");
+        out.Str("  ").Str(ShortLine(p)).Char('\n');
+        if (reason != reasons.end() && reason->Part == &p) {
+            const size_t from = out.Str("      ").Text().size();
+            AppendShortReasonText(out, reason->Reason, texts);
+            out.CutAtNul(from);
+            out.Char('\n');
+            ++reason;
+        }
+    }
+    if (shortParts == 0)
+        out.Str("Parts short: none\n");
+}
+
+void WordCrossings(const CKestoApp& app, const Services& services, TextBuilder& out) {
+    const std::vector<OffsetCrossing> crossings = OffsetCrossings(app);
+    out.Str(crossings.empty() ? "Stacks across an offset line: none\n"
+                              : "Stacks across an offset line:\n");
+    const OffsetCrossingTexts texts(services.Messages);
+    for (const OffsetCrossing& c : crossings) {
+        const size_t from = out.Str("  ").Text().size();
+        AppendOffsetCrossingText(out, c, texts);
+        out.CutAtNul(from);
+        out.Char('\n');
+    }
+}
+
 }  // namespace
 
 void ReportInput(const CKestoApp& app, std::ostream& out) {
@@ -198,39 +249,55 @@ void ReportInput(const CKestoApp& app, std::ostream& out) {
 }
 
 void ReportPlacement(const CKestoApp& app, const Services& services, std::ostream& out) {
+    // The parts short are worked out and worded on a second thread while this one lists the
+    // stacks and words the crossings: all only read the job, and the reasons' survey costs
+    // the other lists' time rather than its own.
+    TextBuilder shortParts;
+    std::exception_ptr failure;
+    auto wordShortParts = [&] {
+        try {
+            WordShortParts(app, services, shortParts);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    };
+    std::jthread helper;
+    try {
+        helper = std::jthread(wordShortParts);
+    } catch (const std::system_error&) {
+        // No thread to be had: they are worded first.
+        wordShortParts();
+    }
     ReportText text(out);
     text.Append("Placement:\n");
     const StacksByPlace stacks = StacksOnPallets(app);
     const int highest = HighestPallet(app, stacks);
     for (const KouteiInfo& k : app.KouteiList)
         ReportProcessStacks(k, stacks, highest, text);
-    // The reasons come in list order, for the parts with fewer pieces placed than wanted.
-    const std::vector<ShortPart> reasons = WhyShortAll(app);
-    auto reason = reasons.begin();
-    int shortParts = 0;
-    for (const PartsInfo& p : app.PartsList) {
-        if (!LeftShort(p))
-            continue;
-        if (shortParts++ == 0)
-            text.Append("Parts short:\n");
-        text.Line().Str("  ").Str(ShortLine(p));
-        text.EndLine();
-        if (reason != reasons.end() && reason->Part == &p) {
-            text.Line().Str("      ").Str(ShortReasonText(reason->Reason, services.Messages));
-            text.EndLine();
-            ++reason;
-        }
-    }
-    if (shortParts == 0)
-        text.Append("Parts short: none\n");
-    const std::vector<OffsetCrossing> crossings = OffsetCrossings(app);
-    text.Append(crossings.empty() ? "Stacks across an offset line: none\n"
-                                  : "Stacks across an offset line:\n");
-    for (const OffsetCrossing& c : crossings) {
-        text.Line().Str("  ").Str(OffsetCrossingText(c, services.Messages));
-        text.EndLine();
-    }
+    TextBuilder crossings;
+    WordCrossings(app, services, crossings);
+    if (helper.joinable())
+        helper.join();
+    if (failure)
+        std::rethrow_exception(failure);
+    text.Lines(shortParts.Text());
+    text.Lines(crossings.Text());
     text.Write();
+}
+
+bool WriteReportFile(const std::string& path, const std::string& report, std::string& error) {
+    TextFile file;
+    if (OpenFile(path, "wt", file) != 1) {
+        error = "cannot open " + path + ": " + std::strerror(errno);
+        return false;
+    }
+    // Flushed here, so that a full disk shows before the file is closed.
+    if (std::fwrite(report.data(), 1, report.size(), file.get()) != report.size() ||
+        std::fflush(file.get()) != 0) {
+        error = "cannot write " + path + ": " + std::strerror(errno);
+        return false;
+    }
+    return true;
 }
 
 }  // namespace kesto

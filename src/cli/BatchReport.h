@@ -2,6 +2,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <string>
 
 #include "app/CKestoApp.h"
 
@@ -15,5 +16,9 @@ void ReportInput(const CKestoApp& app, std::ostream& out);
 // why, and the stacks across an offset line. The job is only read, though the reasons' corner
 // tests need it as it is.
 void ReportPlacement(const CKestoApp& app, const Services& services, std::ostream& out);
+
+// Writes report into the file at path (created or replaced; in text mode, as the report would
+// reach stdout). false with error set when the file cannot be opened or written whole.
+bool WriteReportFile(const std::string& path, const std::string& report, std::string& error);
 
 }  // namespace kesto

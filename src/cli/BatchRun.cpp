@@ -1,6 +1,7 @@
 #include "cli/BatchRun.h"
 
 #include <ostream>
+#include <sstream>
 
 #include "cli/BatchOperator.h"
 #include "cli/BatchReport.h"
@@ -57,6 +58,16 @@ BatchOptions ParseBatchOptions(const std::vector<std::string>& args) {
                 options.Error = "--answer takes ok or cancel, not '" + *value + "'";
                 return options;
             }
+        } else if (arg == "--quiet") {
+            options.Quiet = true;
+        } else if (IsOption(arg, "--report")) {
+            options.ReportFile = OptionValue(args, i, "--report", "a file", options.Error);
+            if (!options.ReportFile)
+                return options;
+            if (options.ReportFile->empty()) {
+                options.Error = "--report takes a file name, not ''";
+                return options;
+            }
         } else if (IsOption(arg, "--picture")) {
             picture =
                 OptionValue(args, i, "--picture", "a file ending in .pdf or .png", options.Error);
@@ -69,6 +80,10 @@ BatchOptions ParseBatchOptions(const std::vector<std::string>& args) {
         } else {
             options.Tokens.push_back(arg);
         }
+    }
+    if (options.Quiet && options.ReportFile) {
+        options.Error = "--quiet and --report exclude each other";
+        return options;
     }
     if (picture) {
         if (!PictureFormatOf(*picture)) {
@@ -96,16 +111,24 @@ BatchOptions ParseBatchOptions(const std::vector<std::string>& args) {
 }
 
 std::string BatchUsage() {
-    return "usage: kesto-batch [--answer ok|cancel] [--picture FILE.pdf|FILE.png [--picture-size "
-           "WxH]]\n"
+    return "usage: kesto-batch [--answer ok|cancel] [--quiet | --report FILE]\n"
+           "                   [--picture FILE.pdf|FILE.png [--picture-size WxH]]\n"
            "                   PALLET DIRECT INCH OFFSET_A OFFSET_B CORNER\n"
            "       kesto-batch --help | --version\n"
            "Runs a Kesto job without a window: reads the settings, the pallet file and the job,\n"
            "places every part, checks the offsets and writes the result and save files.\n"
            "Questions are answered with --answer (default ok); messages go to stderr.\n"
-           "--picture draws the written placement: FILE.pdf gets an A4 page per process and a\n"
-           "page of the small boxes, set-aside parts and parts left short; FILE.png one image\n"
-           "per process, FILE-01.png, ... of --picture-size pixels (default 1600x1000).\n";
+           "The report (what was read, the stacks, the parts left short with why, the stacks\n"
+           "across an offset line, the files written) goes to stdout. --report FILE writes it\n"
+           "into FILE instead, after the result files (a FILE that cannot be written: exit\n"
+           "code 2, the result files stay written); --quiet leaves it out.\n"
+           "--picture draws the written placement. FILE.pdf gets the sort sheet: an A4\n"
+           "landscape page per pallet that holds stacks (its drawing and the table of its\n"
+           "stacks, a long table going on over more pages), then the summary pages: small\n"
+           "boxes, set-aside parts, parts left short with why, stacks across an offset line.\n"
+           "FILE.png gets the screen's pictures: an image per process and four of its pallets,\n"
+           "then the listing of the same four lists, as FILE-01.png, FILE-02.png, ... of\n"
+           "--picture-size pixels (default 1600x1000).\n";
 }
 
 namespace {
@@ -135,8 +158,11 @@ void ReportEnd(const JobSession& session, std::ostream& out) {
 
 }  // namespace
 
-int RunBatch(const std::string& programPath, const BatchOptions& options, std::ostream& out,
-             std::ostream& err, HostStore& host) {
+namespace {
+
+// The job, with its report on report; without a report (none worked out) when it is null.
+int RunJob(const std::string& programPath, const BatchOptions& options, std::ostream* report,
+           std::ostream& err, HostStore& host) {
     MessageTable messages;
     BatchOperator op(messages, err, options.Answer);
     std::vector<std::string> words{programPath};
@@ -146,18 +172,40 @@ int RunBatch(const std::string& programPath, const BatchOptions& options, std::o
     JobSession session(Services{op, host, messages}, JoinCommandLine(words), shown);
     if (!session.StartUp())
         return session.Exit();
-    ReportInput(session.App(), out);
+    if (report != nullptr)
+        ReportInput(session.App(), *report);
     // The window with the operator pressing OK (or Cancel) as soon as it is up.
     session.Init();
-    if (!session.Aborted())
-        ReportPlacement(session.App(), session.Svc(), out);
+    if (report != nullptr && !session.Aborted())
+        ReportPlacement(session.App(), session.Svc(), *report);
     if (!session.Ended())
         session.Finish(options.Answer);
-    ReportEnd(session, out);
+    if (report != nullptr)
+        ReportEnd(session, *report);
     // Drawn before Exit, which frees the job; only a job whose files were written.
-    if (options.Picture && session.Ended() && !session.Aborted())
-        WriteBatchPictures(session, *options.Picture, PictureProgramPath(programPath), out, err);
+    if (options.Picture && session.Ended() && !session.Aborted()) {
+        std::ostream nowhere(nullptr);
+        WriteBatchPictures(session, *options.Picture, PictureProgramPath(programPath),
+                           report != nullptr ? *report : nowhere, err);
+    }
     return session.Exit();
+}
+
+}  // namespace
+
+int RunBatch(const std::string& programPath, const BatchOptions& options, std::ostream& out,
+             std::ostream& err, HostStore& host) {
+    if (!options.ReportFile)
+        return RunJob(programPath, options, options.Quiet ? nullptr : &out, err, host);
+    std::ostringstream report;
+    const int code = RunJob(programPath, options, &report, err, host);
+    std::string error;
+    if (!WriteReportFile(*options.ReportFile, report.str(), error)) {
+        err << "kesto-batch: report not written: " << error
+            << " (the job itself ended with exit code " << code << ")\n";
+        return kExitBadUsage;
+    }
+    return code;
 }
 
 }  // namespace kesto

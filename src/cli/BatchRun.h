@@ -11,11 +11,16 @@
 
 namespace kesto {
 
+// Wrong options, or a report file that cannot be written: the run's own codes are never 2.
+inline constexpr int kExitBadUsage = 2;
+
 struct BatchOptions {
     OkCancel Answer = OkCancel::Ok;         // how questions are answered
     std::vector<std::string> Tokens;        // the window program's command line after its own path
     bool Help = false;                      // --help: the usage text, nothing run
     bool Version = false;                   // --version: the version line, nothing run
+    bool Quiet = false;                     // --quiet: no report, not even worked out
+    std::optional<std::string> ReportFile;  // --report FILE: the report there, not on out
     std::optional<PictureRequest> Picture;  // --picture FILE, --picture-size WxH
     std::string Error;                      // set when the options cannot be understood
 };
@@ -26,7 +31,9 @@ BatchOptions ParseBatchOptions(const std::vector<std::string>& args);
 // input, check, restore/trim/fill, place, offset check, SaveAll. Writes the report on out and
 // every message on err; with a picture asked for, the pictures of the written job follow the
 // report (a failed picture is reported on err and leaves the code as it is); returns the full exit
-// code (0, 100, 999 or a start-up code).
+// code (0, 100, 999 or a start-up code). Quiet: nothing on out. A report file is written once
+// the job has ended, after its result files, so that it never costs them; when it cannot be
+// written, that is said on err and the code is kExitBadUsage.
 int RunBatch(const std::string& programPath, const BatchOptions& options, std::ostream& out,
              std::ostream& err, HostStore& host);
 

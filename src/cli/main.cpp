@@ -28,7 +28,7 @@ int main(int argc, char** argv) {
     }
     if (!options.Error.empty()) {
         std::cerr << "kesto-batch: " << options.Error << "\n" << kesto::BatchUsage();
-        return 2;
+        return kesto::kExitBadUsage;
     }
     kesto::DefaultHostStore host;
     const int code =

@@ -68,19 +68,40 @@ int32_t StackBoxKind(const CKestoApp& app, const PalletCounts& counts, const Blo
     return BoxKind(app, r == 0 ? boxes - 1 : r - 1);
 }
 
+// What each stack line of a part repeats, worded once for all of them.
+struct PartPieces {
+    TextBuilder Head;    // "%s,%d,%s,": code, process, name
+    TextBuilder Middle;  // "%s,%10.4lf,%10.4lf,%10.4lf,%d,": display name, sizes, piece height,
+                         // save number
+    TextBuilder Tail;    // "%s,": code
+
+    void Word(const PartsInfo& part) {
+        Head.Clear();
+        Head.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Char(',');
+        Middle.Clear();
+        Middle.Str(part.DisplayName).Char(',').Fixed(part.SizeX, 10, 4).Char(',');
+        Middle.Fixed(part.SizeY, 10, 4).Char(',').Fixed(part.PieceHeight, 10, 4).Char(',');
+        Middle.Int(part.SaveNumber).Char(',');
+        Tail.Clear();
+        Tail.Str(part.Code).Char(',');
+    }
+};
+
 // line: cleared and reused for every line of the file.
 void StackLine(const CKestoApp& app, const PalletCounts& counts, const SaveOffsets& off,
-               const PartsInfo& part, const PlacedStack& s, TextBuilder& line) {
+               const PartsInfo& part, const PartPieces& pieces, const PlacedStack& s,
+               TextBuilder& line) {
     const HaichiInfo& h = *s.Stack;
     // "%s,%d,%s,%d,%d,%10.4lf,%10.4lf,%d,%s,%10.4lf,%10.4lf,%10.4lf,%d,%d,%s,%ld,%d"
     line.Clear();
-    line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Char(',');
+    line.Bytes(pieces.Head.Text());
     line.Int(s.Block->PalletNo).Char(',').Int(h.Pieces).Char(',');
     line.Fixed(h.X - part.SizeX - off.X, 10, 4).Char(',').Fixed(h.Y + off.Y, 10, 4).Char(',');
-    line.Int(StackBoxKind(app, counts, *s.Block)).Char(',').Str(part.DisplayName).Char(',');
-    line.Fixed(part.SizeX, 10, 4).Char(',').Fixed(part.SizeY, 10, 4).Char(',');
-    line.Fixed(part.PieceHeight, 10, 4).Char(',').Int(part.SaveNumber).Char(',');
-    line.Int(h.Level).Char(',').Str(part.Code).Char(',').Int(h.BlockIndex).Char(',').Int(h.Corner);
+    line.Int(StackBoxKind(app, counts, *s.Block)).Char(',');
+    line.Bytes(pieces.Middle.Text());
+    line.Int(h.Level).Char(',');
+    line.Bytes(pieces.Tail.Text());
+    line.Int(h.BlockIndex).Char(',').Int(h.Corner);
 }
 
 std::string UnplacedLine(const CKestoApp& app, const PartsInfo& part) {
@@ -106,15 +127,20 @@ struct SaveContext {
     std::FILE* File;
     int LastKind = error::kSaveFileUnopened;
     TextBuilder Line;
+    PartPieces Pieces;
 };
 
 // 0 when the part's lines were written, else the code of the line that failed.
 int WritePartLines(SaveContext& ctx, const PartsInfo& part) {
     int64_t sum = 0;
     if (IsPalletCode(part.Destination)) {
+        bool worded = false;
         for (const PlacedStack& s : ctx.Stacks.Of(&part)) {
             ctx.LastKind = error::kSaveFileStackLine;
-            StackLine(ctx.App, ctx.Counts, ctx.Offsets, part, s, ctx.Line);
+            if (!worded)
+                ctx.Pieces.Word(part);
+            worded = true;
+            StackLine(ctx.App, ctx.Counts, ctx.Offsets, part, ctx.Pieces, s, ctx.Line);
             if (WriteLine(ctx.Line.Text(), ctx.File) != 1)
                 return error::kSaveFileStackLine;
             sum += s.Stack->Pieces;
@@ -133,7 +159,7 @@ Outcome CKs_FileSave::WritePlacementFile(const std::string& path) {
     if (path.empty() || !file.Open())
         return Outcome::Failed(error::kSaveFileUnopened);
     SaveContext ctx{app_,       StackIndex(app_),         CountPallets(app_), FindOffsets(app_),
-                    file.get(), error::kSaveFileUnopened, TextBuilder()};
+                    file.get(), error::kSaveFileUnopened, TextBuilder(),      PartPieces()};
     for (const PartsInfo& part : app_.PartsList) {
         if (const int failed = WritePartLines(ctx, part); failed != 0)
             return Outcome::Failed(failed);

@@ -15,12 +15,20 @@ namespace kesto {
 namespace {
 
 // The summary lines of one part: its stacks, then its quantity when they hold nothing.
-bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* file) {
+// line: cleared and reused for every line of the file.
+bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* file,
+                  TextBuilder& line) {
     int64_t sum = 0;
     if (IsPalletCode(part.Destination)) {
+        size_t head = 0;  // "%s,%d,%s,": the same on each of the part's lines
         for (const PlacedStack& s : stacks.Of(&part)) {
-            TextBuilder line;  // "%s,%d,%s,%d,%d"
-            line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name).Char(',');
+            // "%s,%d,%s,%d,%d"
+            if (head == 0) {
+                line.Clear();
+                line.Str(part.Code).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name);
+                head = line.Char(',').Text().size();
+            }
+            line.Keep(head);
             line.Int(s.Block->PalletNo).Char(',').Int(s.Stack->Pieces);
             if (WriteLine(line.Text(), file) != 1)
                 return false;
@@ -29,7 +37,7 @@ bool WriteSummary(const PartsInfo& part, const StackIndex& stacks, std::FILE* fi
     }
     if (sum != 0)
         return true;
-    TextBuilder line;  // "%4.4d,%d,%s,0,%d"
+    line.Clear();  // "%4.4d,%d,%s,0,%d"
     line.Int(part.No, 4, 4).Char(',').Int(part.KouteiNo).Char(',').Str(part.Name);
     line.Str(",0,").Int(part.Quantity);
     return WriteLine(line.Text(), file) == 1;
@@ -40,8 +48,9 @@ Outcome WriteSideFile(const CKestoApp& app, const StackIndex& stacks, const std:
     AtomicFile file(path);
     if (!file.Open())
         return Outcome::Failed(error::kResultFileUnopened);
+    TextBuilder line;
     for (const PartsInfo& part : app.PartsList) {
-        if (!WriteSummary(part, stacks, file.get()))
+        if (!WriteSummary(part, stacks, file.get(), line))
             return Outcome::Failed(error::kResultFileUnwritten);
     }
     if (!file.Commit())

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <map>
 
 namespace kesto {
 
@@ -15,6 +17,23 @@ bool PointIn(double px, double py, const LengthRect& r) {
 
 bool Between(double lo, double v, double hi) {
     return lo - kLengthTolerance < v && v < hi + kLengthTolerance;
+}
+
+// The bits of n doubles, to tell them apart exactly.
+template <size_t N>
+std::array<uint64_t, N> Bits(const std::array<double, N>& values) {
+    std::array<uint64_t, N> bits{};
+    std::memcpy(bits.data(), values.data(), sizeof bits);
+    return bits;
+}
+
+// The number of key in numbers, a new one (with block as its first) when it has none.
+template <class Key>
+int Number(std::map<Key, int>& numbers, const Key& key, int block, std::vector<int>& firsts) {
+    const auto [at, added] = numbers.try_emplace(key, static_cast<int>(firsts.size()));
+    if (added)
+        firsts.push_back(block);
+    return at->second;
 }
 
 }  // namespace
@@ -55,7 +74,7 @@ int CornerQuery::TestCorner(CornerTestMode mode, int blockIndex, int corner) con
     if (!OnPallet(f, pal))
         return 0;
     if (index_ != nullptr && index_->Usable()) {
-        const PlacementIndex::Process* p = index_->Find(koutei_->No);
+        const PlacementIndex::Process* p = IndexedProcess();
         if (p == nullptr)
             return 1;
         const auto it = p->PalletStacks.find(b->PalletNo);
@@ -134,12 +153,99 @@ int CornerQuery::NextCorner(int blockIndex, uint8_t& blocked, CornerPlace& at) c
     return TestRect(r.X0, r.Y0, r.X1, r.Y1, b.PalletNo, part_) != 0 ? corner : 0;
 }
 
-bool CornerQuery::CouldHold(const BlockInfo& b, double sx, double sy, const PalletInfo& pal,
-                            bool anywhere) const {
-    for (uint8_t c : kCornerSearchOrder) {
-        const LengthRect f = Footprint(b, c, sx, sy);
-        // A stack's reference point is its footprint's right and lower edge.
-        if (OnPallet(f, pal) && (anywhere || WithinBounds(f.X1, f.Y0, sx, sy)))
+bool CornerQuery::HoldsAcross(const BlockInfo& b, double sx, const PalletInfo& pal,
+                              bool anywhere) const {
+    // The footprint's x sides at the block's low side, then at its high side; the stack's
+    // reference point is the footprint's right side.
+    for (const bool low : {true, false}) {
+        const double x0 = low ? b.MinX : b.MaxX - sx;
+        const double x1 = low ? b.MinX + sx : b.MaxX;
+        const bool onPallet = !(x0 < 0 || x1 > pal.LengthX);
+        const bool inside =
+            bounds_.X0 - kLengthTolerance < x1 - sx && x1 < bounds_.X1 + kLengthTolerance;
+        if (onPallet && (anywhere || inside))
+            return true;
+    }
+    return false;
+}
+
+bool CornerQuery::HoldsAlong(const BlockInfo& b, double sy, const PalletInfo& pal,
+                             bool anywhere) const {
+    // At the block's bottom, then at its top; the reference point is the footprint's bottom.
+    for (const bool bottom : {true, false}) {
+        const double y0 = bottom ? b.MinY : b.MaxY - sy;
+        const double y1 = bottom ? b.MinY + sy : b.MaxY;
+        const bool onPallet = !(y0 < pal.MarginY || y1 > pal.LengthY);
+        const bool inside =
+            bounds_.Y0 - kLengthTolerance < y0 && y0 + sy < bounds_.Y1 + kLengthTolerance;
+        if (onPallet && (anywhere || inside))
+            return true;
+    }
+    return false;
+}
+
+BlockShapes BlockShapesOf(const CKestoApp& app, const PlacementIndex* index,
+                          const KouteiInfo& koutei) {
+    BlockShapes shapes;
+    const PlacementIndex::Process* p = index != nullptr ? index->Find(koutei.No) : nullptr;
+    if (p != nullptr)
+        shapes.Blocks = p->Blocks;
+    else if (index == nullptr) {
+        for (const int32_t i : app.Blocks.OfProcess(koutei.No))
+            shapes.Blocks.push_back(i);
+    }
+    // Rectangles and spans told apart by their bits: a NaN is one with itself.
+    std::map<std::array<uint64_t, 4>, int> rectangles;
+    std::map<std::array<uint64_t, 2>, int> across;
+    std::map<std::array<uint64_t, 2>, int> along;
+    shapes.ShapeOf.reserve(shapes.Blocks.size());
+    for (int i : shapes.Blocks) {
+        const BlockInfo& b = app.Blocks[i];
+        const auto [at, added] = rectangles.try_emplace(Bits<4>({b.MinX, b.MinY, b.MaxX, b.MaxY}),
+                                                        static_cast<int>(shapes.Firsts.size()));
+        shapes.ShapeOf.push_back(at->second);
+        if (!added)
+            continue;
+        shapes.Firsts.push_back(i);
+        shapes.AcrossOf.push_back(
+            Number(across, Bits<2>({b.MinX, b.MaxX}), i, shapes.AcrossFirsts));
+        shapes.AlongOf.push_back(Number(along, Bits<2>({b.MinY, b.MaxY}), i, shapes.AlongFirsts));
+    }
+    return shapes;
+}
+
+std::vector<char> CornerQuery::HoldingShapes(const BlockShapes& shapes) const {
+    std::vector<char> holding(shapes.Firsts.size());
+    if (koutei_ == nullptr || koutei_->Pallet == nullptr || part_ == nullptr)
+        return holding;
+    const double sx = part_->SizeX, sy = part_->SizeY;
+    const PalletInfo& pal = *koutei_->Pallet;
+    const bool anywhere = CoversArea(sx, sy);
+    std::vector<char> across(shapes.AcrossFirsts.size());
+    for (size_t k = 0; k < across.size(); ++k)
+        across[k] = HoldsAcross(app_.Blocks[shapes.AcrossFirsts[k]], sx, pal, anywhere) ? 1 : 0;
+    std::vector<char> along(shapes.AlongFirsts.size());
+    for (size_t k = 0; k < along.size(); ++k)
+        along[k] = HoldsAlong(app_.Blocks[shapes.AlongFirsts[k]], sy, pal, anywhere) ? 1 : 0;
+    for (size_t s = 0; s < holding.size(); ++s) {
+        holding[s] = across[static_cast<size_t>(shapes.AcrossOf[s])] != 0 &&
+                             along[static_cast<size_t>(shapes.AlongOf[s])] != 0
+                         ? 1
+                         : 0;
+    }
+    return holding;
+}
+
+bool CornerQuery::TakesNext(std::span<const int> blocks) const {
+    if (part_ == nullptr)
+        return false;
+    for (int i : blocks) {
+        const BlockInfo& b = app_.Blocks[i];
+        if (b.Occupant != kNoOccupant && b.Occupant != part_->Seq)
+            continue;
+        uint8_t blocked = 0;
+        CornerPlace at;
+        if (NextCorner(i, blocked, at) != 0)
             return true;
     }
     return false;
@@ -150,36 +256,15 @@ BlockRoom RoomFor(const CKestoApp& app, const PlacementIndex* index, const Koute
     BlockRoom room;
     if (koutei.Pallet == nullptr)
         return room;
-    const double sx = part.SizeX, sy = part.SizeY;
-    const PalletInfo& pal = *koutei.Pallet;
     const CornerQuery query(app, index, &koutei, &part, ProcessBounds(app, index, &koutei));
-    const bool anywhere = query.CoversArea(sx, sy);
-    // The process's blocks in table order, from the index when there is one.
-    std::vector<int> scanned;
-    const std::vector<int>* blocks = &scanned;
-    if (index != nullptr) {
-        if (const PlacementIndex::Process* p = index->Find(koutei.No))
-            blocks = &p->Blocks;
-    } else {
-        for (const int32_t i : app.Blocks.OfProcess(koutei.No))
-            scanned.push_back(i);
+    const BlockShapes shapes = BlockShapesOf(app, index, koutei);
+    const std::vector<char> holding = query.HoldingShapes(shapes);
+    room.Fitting.reserve(shapes.Blocks.size());
+    for (size_t k = 0; k < shapes.Blocks.size(); ++k) {
+        if (holding[static_cast<size_t>(shapes.ShapeOf[k])] != 0)
+            room.Fitting.push_back(shapes.Blocks[k]);
     }
-    room.Fitting.reserve(blocks->size());
-    for (int i : *blocks) {
-        if (query.CouldHold(app.Blocks[i], sx, sy, pal, anywhere))
-            room.Fitting.push_back(i);
-    }
-    for (int i : room.Fitting) {
-        const BlockInfo& b = app.Blocks[i];
-        if (b.Occupant != kNoOccupant && b.Occupant != part.Seq)
-            continue;
-        uint8_t blocked = 0;
-        CornerPlace at;
-        if (query.NextCorner(i, blocked, at) != 0) {
-            room.Free = true;
-            break;
-        }
-    }
+    room.Free = query.TakesNext(room.Fitting);
     return room;
 }
 

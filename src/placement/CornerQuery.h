@@ -33,6 +33,23 @@ inline std::array<BlockCorner, 4> CornersOf(const BlockInfo& b) {
              {b.MaxX, b.MinY, kCornerMaxMin}}};
 }
 
+// The blocks of a process by their rectangles. Whether a block could hold a stack asks its
+// rectangle alone, and the pallets of a process, all of one type, repeat the same rectangles:
+// one answer serves every block of a rectangle. It asks the rectangle's span across (x) and
+// its span along (y) apart, and the rectangles of a grid share their spans.
+struct BlockShapes {
+    std::vector<int> Blocks;        // the process's blocks in table order
+    std::vector<int> ShapeOf;       // the rectangle of each of Blocks, numbered as Firsts
+    std::vector<int> Firsts;        // the first block of each rectangle
+    std::vector<int> AcrossOf;      // the span across of each rectangle, numbered as below
+    std::vector<int> AlongOf;       // the span along of each rectangle
+    std::vector<int> AcrossFirsts;  // the first block of each span across
+    std::vector<int> AlongFirsts;   // the first block of each span along
+};
+// index: as for CornerQuery.
+BlockShapes BlockShapesOf(const CKestoApp& app, const PlacementIndex* index,
+                          const KouteiInfo& koutei);
+
 class CornerQuery {
   public:
     // koutei and part may be null: then no corner takes a stack and no rectangle is refused.
@@ -63,7 +80,14 @@ class CornerQuery {
     // Some corner of block b could take a stack of size sx x sy on an empty pallet; anywhere:
     // the part covers the process's area, so that the area does not bound it.
     bool CouldHold(const BlockInfo& b, double sx, double sy, const PalletInfo& pal,
-                   bool anywhere) const;
+                   bool anywhere) const {
+        return HoldsAcross(b, sx, pal, anywhere) && HoldsAlong(b, sy, pal, anywhere);
+    }
+    // CouldHold on one axis. A corner pairs one of the block's x sides with one of its y
+    // sides, and each is tested on its own axis: some corner holds the stack exactly when
+    // some x side and some y side do.
+    bool HoldsAcross(const BlockInfo& b, double sx, const PalletInfo& pal, bool anywhere) const;
+    bool HoldsAlong(const BlockInfo& b, double sy, const PalletInfo& pal, bool anywhere) const;
     // A part at least as large as the process's area in one direction fits anywhere.
     bool CoversArea(double sx, double sy) const {
         return bounds_.X1 - bounds_.X0 - kLengthTolerance <= sx ||
@@ -75,6 +99,12 @@ class CornerQuery {
                bounds_.Y0 - kLengthTolerance < y && y + sy < bounds_.Y1 + kLengthTolerance;
     }
     const LengthRect& Bounds() const { return bounds_; }
+    // For each rectangle of shapes (of the process's blocks): could a block of it take a stack
+    // of the part on empty pallets (CouldHold, as RoomFor asks it).
+    std::vector<char> HoldingShapes(const BlockShapes& shapes) const;
+    // Would one of blocks that the part may use (no part or the part itself holds it) take
+    // its next stack now?
+    bool TakesNext(std::span<const int> blocks) const;
 
     // Calls visit with the index of each block of the process on pallet until it returns true;
     // with an index only those near the rectangle (the others' corners lie outside it), some
@@ -85,7 +115,7 @@ class CornerQuery {
             return;
         // The index's block lists stay valid even when it stopped being usable.
         if (index_ != nullptr) {
-            const PlacementIndex::Process* p = index_->Find(koutei_->No);
+            const PlacementIndex::Process* p = IndexedProcess();
             if (p == nullptr)
                 return;
             const auto it = p->PalletBlocks.find(pallet);
@@ -111,7 +141,16 @@ class CornerQuery {
     bool PassedOver(const HaichiInfo* stack) const;
 
     const CKestoApp& app_;
+    // The index's entry of the process, looked up once for the query's many questions; the
+    // entry of a process stays where it is while the index lives.
+    const PlacementIndex::Process* IndexedProcess() const {
+        if (process_ == nullptr)
+            process_ = index_->Find(koutei_->No);
+        return process_;
+    }
+
     const PlacementIndex* index_;
+    mutable const PlacementIndex::Process* process_ = nullptr;
     const KouteiInfo* koutei_;
     const PartsInfo* part_;
     LengthRect bounds_;

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <memory>
@@ -47,16 +48,14 @@ class RectGrid {
             unfiled_.push_back(id);
             return;
         }
-        if (cells_.empty())
-            cells_.resize(static_cast<size_t>(columns_) * rows_);
+        // The heads last: a grid with heads has its tails.
+        if (heads_.empty()) {
+            tails_.assign(static_cast<size_t>(columns_) * rows_, kNone);
+            heads_.assign(tails_.size(), kNone);
+        }
         for (int y = Row(r.Y0, 0); y <= Row(r.Y1, 0); ++y) {
-            for (int x = Column(r.X0, 0); x <= Column(r.X1, 0); ++x) {
-                std::vector<Id>& cell = cells_[static_cast<size_t>(y) * columns_ + x];
-                // A cell holds a few rectangles: room for them at once, not one by one.
-                if (cell.capacity() == 0)
-                    cell.reserve(kFirstRoom);
-                cell.push_back(id);
-            }
+            for (int x = Column(r.X0, 0); x <= Column(r.X1, 0); ++x)
+                File(static_cast<size_t>(y) * columns_ + x, id);
         }
     }
 
@@ -68,23 +67,51 @@ class RectGrid {
             if (visit(id))
                 return;
         }
-        if (cells_.empty())
+        if (heads_.empty())
             return;
         // A corner that is not a number gives the whole extent on its axis.
         const int x0 = Column(q.X0, 0), x1 = Column(q.X1, columns_ - 1);
         const int y0 = Row(q.Y0, 0), y1 = Row(q.Y1, rows_ - 1);
         for (int y = y0; y <= y1; ++y) {
             for (int x = x0; x <= x1; ++x) {
-                for (const Id& id : cells_[static_cast<size_t>(y) * columns_ + x]) {
-                    if (visit(id))
-                        return;
+                for (int32_t c = heads_[static_cast<size_t>(y) * columns_ + x]; c != kNone;) {
+                    const Chunk& chunk = chunks_[static_cast<size_t>(c)];
+                    for (uint32_t k = 0; k < chunk.Count; ++k) {
+                        if (visit(chunk.Ids[k]))
+                            return;
+                    }
+                    c = chunk.Next;
                 }
             }
         }
     }
 
   private:
-    static constexpr size_t kFirstRoom = 4;
+    // A cell's rectangles in the order they were filed, in chunks chained through one pool:
+    // one allocation now and then for all cells rather than one per cell.
+    static constexpr uint32_t kChunkRoom = 4;
+    static constexpr int32_t kNone = -1;
+    struct Chunk {
+        std::array<Id, kChunkRoom> Ids{};
+        uint32_t Count = 0;
+        int32_t Next = kNone;
+    };
+
+    // Throws std::bad_alloc before it changes anything.
+    void File(size_t cell, Id id) {
+        int32_t& tail = tails_[cell];
+        if (tail == kNone || chunks_[static_cast<size_t>(tail)].Count == kChunkRoom) {
+            const auto added = static_cast<int32_t>(chunks_.size());
+            chunks_.emplace_back();
+            if (tail == kNone)
+                heads_[cell] = added;
+            else
+                chunks_[static_cast<size_t>(tail)].Next = added;
+            tail = added;
+        }
+        Chunk& last = chunks_[static_cast<size_t>(tail)];
+        last.Ids[last.Count++] = id;
+    }
 
     static bool Fileable(const LengthRect& r) {
         return std::isfinite(r.X0) && std::isfinite(r.X1) && std::isfinite(r.Y0) &&
@@ -111,7 +138,9 @@ class RectGrid {
 
     double originX_ = 0, originY_ = 0, cellW_ = 1, cellH_ = 1;
     int columns_ = 1, rows_ = 1;
-    std::vector<std::vector<Id>> cells_;  // made by the first Add
+    std::vector<int32_t> heads_;  // each cell's first chunk (made by the first Add)
+    std::vector<int32_t> tails_;  // and its last
+    std::vector<Chunk> chunks_;
     std::vector<Id> unfiled_;
 };
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "support/TextFormat.h"
 
 namespace kesto {
 
@@ -62,8 +63,27 @@ struct ShortPart {
 // The reasons of every short part in list order, with one placement index for all.
 std::vector<ShortPart> WhyShortAll(const CKestoApp& app);
 
-// The reason as one line of text, from the [Short] texts of the message file or their
-// English defaults.
+// The [Short] texts of the reasons, from the message file or their English defaults: looked
+// up once for a list of many reasons.
+struct ShortReasonTexts {
+    explicit ShortReasonTexts(const MessageTable& messages);
+
+    std::string SetAside;     // SHORT-SET-ASIDE
+    std::string NoPallet;     // SHORT-NO-PALLET
+    std::string NoBlocks;     // SHORT-NO-BLOCKS
+    std::string NoBlock;      // SHORT-NO-BLOCK
+    std::string NoPiece;      // SHORT-NO-PIECE
+    std::string FewPieces;    // SHORT-FEW-PIECES
+    std::string SheetCount;   // SHORT-SHEET-COUNT
+    std::string BlocksTaken;  // SHORT-BLOCKS-TAKEN
+    std::string Room;         // SHORT-ROOM
+    std::string More;         // SHORT-MORE: the takers not named
+};
+
+// The reason as one line of text, appended to line.
+void AppendShortReasonText(TextBuilder& line, const ShortReason& reason,
+                           const ShortReasonTexts& texts);
+// The same line on its own.
 std::string ShortReasonText(const ShortReason& reason, const MessageTable& messages);
 
 }  // namespace kesto

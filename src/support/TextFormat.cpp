@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace kesto {
@@ -32,6 +33,8 @@ std::string FormatText(const char* format, ...) {
 namespace {
 
 constexpr int kExactPrecisionMax = 9;
+// The longest fixed text of a double at two decimals: 309 digits, a sign, a point, the decimals.
+constexpr size_t kFixedTextMax = 384;
 constexpr char kDigitPairs[] =
     "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
     "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
@@ -113,6 +116,52 @@ char* FixedExact(char* out, double v, int precision) {
 #endif
 }
 
+// "%.2f" of v, then without trailing zeros and point, "-0" as "0"; returns the end.
+char* ShortLengthText(char* out, double v) {
+    char* end = FixedExact(out, v, 2);
+    if (end == nullptr) {
+        const auto [ptr, ec] =
+            std::to_chars(out, out + kFixedTextMax, v, std::chars_format::fixed, 2);
+        end = ptr;
+        if (ec != std::errc())
+            end = out + std::snprintf(out, kFixedTextMax, "%.2f", v);
+    }
+    if (std::find(out, end, '.') != end) {
+        while (end[-1] == '0')
+            --end;
+        if (end[-1] == '.')
+            --end;
+    }
+    if (end - out == 2 && out[0] == '-' && out[1] == '0') {
+        out[0] = '0';
+        end = out + 1;
+    }
+    return end;
+}
+
+// text with %1 .. %9 replaced by figures 1 to 9 (a missing figure by nothing), appended to out.
+template <class Figures>
+void AppendFigures(std::string& out, std::string_view text, const Figures& figures) {
+    for (size_t at = 0; at < text.size();) {
+        const size_t mark = text.find('%', at);
+        if (mark == std::string_view::npos || mark + 1 >= text.size()) {
+            out.append(text.substr(at));
+            return;
+        }
+        const char digit = text[mark + 1];
+        if (digit < '1' || digit > '9') {
+            out.append(text.substr(at, mark + 1 - at));
+            at = mark + 1;
+            continue;
+        }
+        out.append(text.substr(at, mark - at));
+        const auto k = static_cast<size_t>(digit - '1');
+        if (k < figures.size())
+            out.append(std::string_view(*(figures.begin() + static_cast<ptrdiff_t>(k))));
+        at = mark + 2;
+    }
+}
+
 }  // namespace
 
 void TextBuilder::Padded(const char* begin, const char* end, int width, bool left) {
@@ -148,7 +197,9 @@ TextBuilder& TextBuilder::Int(int64_t v, int width, int digits, bool left) {
     // "%d", the most common: the digits go straight into the text.
     if (width == 0 && digits == 1) {
         char number[24];
-        text_.append(number, std::to_chars(number, number + sizeof number, v).ptr);
+        // By length: appending a range of pointers takes the string's general replace.
+        const char* end = std::to_chars(number, number + sizeof number, v).ptr;
+        text_.append(number, static_cast<size_t>(end - number));
         return *this;
     }
     char buffer[64];
@@ -197,30 +248,47 @@ TextBuilder& TextBuilder::Fixed(double v, int width, int precision) {
     return *this;
 }
 
+TextBuilder& TextBuilder::Length(double v) {
+    char buffer[kFixedTextMax];
+    text_.append(buffer, static_cast<size_t>(ShortLengthText(buffer, v) - buffer));
+    return *this;
+}
+
+TextBuilder& TextBuilder::Figures(std::string_view text,
+                                  std::initializer_list<std::string_view> figures) {
+    AppendFigures(text_, text, figures);
+    return *this;
+}
+
+void TextBuilder::CutAtNul(size_t from) {
+    const size_t nul = text_.find('\0', from);
+    if (nul != std::string::npos)
+        text_.resize(nul);
+}
+
 std::string ShortLength(double v) {
-    std::string s = FormatText("%.2f", v);
-    if (s.find('.') != std::string::npos) {
-        while (s.back() == '0')
-            s.pop_back();
-        if (s.back() == '.')
-            s.pop_back();
+    char buffer[kFixedTextMax];
+    return std::string(buffer, ShortLengthText(buffer, v));
+}
+
+FigureText::FigureText(std::string text) : text_(std::move(text)) {
+    size_t run = 0;
+    for (size_t i = 0; i + 1 < text_.size(); ++i) {
+        if (text_[i] != '%' || text_[i + 1] < '1' || text_[i + 1] > '9')
+            continue;
+        if (i > run)
+            pieces_.push_back({run, i - run, -1});
+        pieces_.push_back({0, 0, text_[i + 1] - '1'});
+        run = i + 2;
+        ++i;
     }
-    return s == "-0" ? "0" : s;
+    if (text_.size() > run)
+        pieces_.push_back({run, text_.size() - run, -1});
 }
 
 std::string FillFigures(const std::string& text, const std::vector<std::string>& figures) {
     std::string out;
-    for (size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == '%' && i + 1 < text.size() && text[i + 1] >= '1' && text[i + 1] <= '9') {
-            const size_t k = static_cast<size_t>(text[i + 1] - '1');
-            if (k < figures.size())
-                out += figures[k];
-            ++i;
-            continue;
-        }
-        out += c;
-    }
+    AppendFigures(out, text, figures);
     return out;
 }
 

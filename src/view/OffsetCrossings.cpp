@@ -60,28 +60,58 @@ std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app) {
     return out;
 }
 
-std::string OffsetCrossingText(const OffsetCrossing& c, const MessageTable& messages) {
-    std::string side;
+OffsetCrossingTexts::OffsetCrossingTexts(const MessageTable& messages)
+    : Upper(TextOr(messages, kSection, "OFFSET-UPPER", "upper offset line")),
+      Lower(TextOr(messages, kSection, "OFFSET-LOWER", "lower offset line")),
+      Left(TextOr(messages, kSection, "OFFSET-LEFT", "left limit")),
+      Right(TextOr(messages, kSection, "OFFSET-RIGHT", "right limit")),
+      Crossing(TextOr(messages, kSection, "OFFSET-CROSSING", "%1: %2 past the %3 of pallet %4")) {}
+
+void AppendOffsetCrossingText(TextBuilder& line, const OffsetCrossing& c,
+                              const OffsetCrossingTexts& texts) {
+    std::string_view side;
     switch (c.Side) {
         case OffsetSide::Upper:
-            side = TextOr(messages, kSection, "OFFSET-UPPER", "upper offset line");
+            side = texts.Upper;
             break;
         case OffsetSide::Lower:
-            side = TextOr(messages, kSection, "OFFSET-LOWER", "lower offset line");
+            side = texts.Lower;
             break;
         case OffsetSide::Left:
-            side = TextOr(messages, kSection, "OFFSET-LEFT", "left limit");
+            side = texts.Left;
             break;
         case OffsetSide::Right:
-            side = TextOr(messages, kSection, "OFFSET-RIGHT", "right limit");
+            side = texts.Right;
             break;
     }
     const PartsInfo& part = *c.Stack->Part;
-    const std::string name =
-        part.DisplayName.empty() ? part.Code : part.Code + " " + part.DisplayName;
-    return FillFigures(
-        TextOr(messages, kSection, "OFFSET-CROSSING", "%1: %2 past the %3 of pallet %4"),
-        {name, ShortLength(c.By), side, std::to_string(c.PalletNo)});
+    // %1 the part's code and name, %2 by how much, %3 the line, %4 the pallet.
+    texts.Crossing.AppendTo(line, [&](int figure, TextBuilder& out) {
+        switch (figure) {
+            case 0:
+                out.Bytes(part.Code);
+                if (!part.DisplayName.empty())
+                    out.Char(' ').Bytes(part.DisplayName);
+                break;
+            case 1:
+                out.Length(c.By);
+                break;
+            case 2:
+                out.Bytes(side);
+                break;
+            case 3:
+                out.Int(c.PalletNo);
+                break;
+            default:
+                break;
+        }
+    });
+}
+
+std::string OffsetCrossingText(const OffsetCrossing& c, const MessageTable& messages) {
+    TextBuilder line;
+    AppendOffsetCrossingText(line, c, OffsetCrossingTexts(messages));
+    return line.Take();
 }
 
 }  // namespace kesto

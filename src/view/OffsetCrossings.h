@@ -9,6 +9,7 @@
 
 #include "app/CKestoApp.h"
 #include "app/OffsetLines.h"
+#include "support/TextFormat.h"
 
 namespace kesto {
 
@@ -26,8 +27,22 @@ struct OffsetCrossing {
 // stack past two lines is named for each. Only lines that are drawn count (more than 0.01).
 std::vector<OffsetCrossing> OffsetCrossings(const CKestoApp& app);
 
-// "P001 Name: 12.5 past the lower offset line of pallet 2", from the [Short] texts of the message
-// file.
+// The [Short] texts of the crossings, from the message file or their English defaults: looked
+// up once for a list of many crossings.
+struct OffsetCrossingTexts {
+    explicit OffsetCrossingTexts(const MessageTable& messages);
+
+    std::string Upper;    // OFFSET-UPPER
+    std::string Lower;    // OFFSET-LOWER
+    std::string Left;     // OFFSET-LEFT
+    std::string Right;    // OFFSET-RIGHT
+    FigureText Crossing;  // OFFSET-CROSSING: the line, with the figures
+};
+
+// "P001 Name: 12.5 past the lower offset line of pallet 2", appended to line.
+void AppendOffsetCrossingText(TextBuilder& line, const OffsetCrossing& crossing,
+                              const OffsetCrossingTexts& texts);
+// The same line on its own, from the [Short] texts of the message file.
 std::string OffsetCrossingText(const OffsetCrossing& crossing, const MessageTable& messages);
 
 }  // namespace kesto

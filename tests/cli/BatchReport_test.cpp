@@ -119,6 +119,18 @@ TEST_F(BatchReportTest, StacksAcrossAnOffsetLineAreNamedWithTheAmount) {
         << out.str();
 }
 
+TEST_F(BatchReportTest, ACrossingOrReasonLineEndsAtANulByteOfAName) {
+    app_->PalletList.Items.front().OffsetB = 20;
+    app_->KouteiList.Items.front().Pallet = &app_->PalletList.Items.front();
+    bracket_->Code = std::string("A0\0X1", 5);
+    std::ostringstream out;
+    ReportPlacement(*app_, services_.Get(), out);
+    const std::string text = out.str();
+    EXPECT_NE(text.find("stacks in them 2 (A0\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("Stacks across an offset line:\n  A0\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find('\0'), std::string::npos) << text;
+}
+
 TEST_F(BatchReportTest, StackWithoutValidBlockIsLeftOutOfThePalletGroups) {
     app_->HaichiList.front().BlockIndex = 7;
     std::ostringstream out;

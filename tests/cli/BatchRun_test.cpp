@@ -7,6 +7,7 @@
 
 #include <sstream>
 
+#include "common/E2eCases.h"
 #include "common/MiniInstallation.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
@@ -34,6 +35,25 @@ int RunJob(const TempFolder& folder, const std::vector<std::string>& tokens, OkC
     if (report != nullptr)
         *report = out.str();
     return code;
+}
+
+// What a run with options writes on stdout and on stderr, apart.
+struct Streams {
+    int Code = -1;
+    std::string Out;
+    std::string Err;
+};
+
+Streams RunWith(const TempFolder& folder, BatchOptions options) {
+    options.Tokens = Tokens(folder);
+    std::ostringstream out;
+    std::ostringstream err;
+    test::MemoryHostStore host(folder.Path().string());
+    Streams s;
+    s.Code = RunBatch("kesto-batch", options, out, err, host);
+    s.Out = out.str();
+    s.Err = err.str();
+    return s;
 }
 
 TEST(ParseBatchOptions, AnswerDefaultsToOkAndKeepsTheTokensInOrder) {
@@ -65,6 +85,48 @@ TEST(ParseBatchOptions, HelpAndVersionAreOptionsNotTokens) {
 
 TEST(BatchUsage, NamesHelpAndVersion) {
     EXPECT_NE(BatchUsage().find("kesto-batch --help | --version"), std::string::npos);
+}
+
+TEST(ParseBatchOptions, QuietIsAnOptionNotAToken) {
+    const BatchOptions o = ParseBatchOptions({"--quiet", "p.txt"});
+    EXPECT_TRUE(o.Quiet);
+    EXPECT_FALSE(o.ReportFile.has_value());
+    EXPECT_EQ(o.Tokens, std::vector<std::string>{"p.txt"});
+    EXPECT_TRUE(o.Error.empty());
+    EXPECT_FALSE(ParseBatchOptions({"p.txt"}).Quiet);
+}
+
+TEST(ParseBatchOptions, ReportFileInBothSpellings) {
+    BatchOptions o = ParseBatchOptions({"--report", "out/report.txt", "p.txt"});
+    ASSERT_TRUE(o.ReportFile.has_value()) << o.Error;
+    EXPECT_EQ(*o.ReportFile, "out/report.txt");
+    EXPECT_EQ(o.Tokens, std::vector<std::string>{"p.txt"});
+    o = ParseBatchOptions({"--report=r.txt"});
+    ASSERT_TRUE(o.ReportFile.has_value()) << o.Error;
+    EXPECT_EQ(*o.ReportFile, "r.txt");
+    EXPECT_TRUE(o.Tokens.empty());
+}
+
+TEST(ParseBatchOptions, ReportWithoutAFileIsAnError) {
+    EXPECT_EQ(ParseBatchOptions({"--report"}).Error, "--report needs a value: a file");
+    EXPECT_EQ(ParseBatchOptions({"--report=", "p.txt"}).Error,
+              "--report takes a file name, not ''");
+}
+
+TEST(ParseBatchOptions, QuietAndReportTogetherAreAnError) {
+    EXPECT_EQ(ParseBatchOptions({"--quiet", "--report", "r.txt"}).Error,
+              "--quiet and --report exclude each other");
+    EXPECT_EQ(ParseBatchOptions({"--report=r.txt", "p.txt", "--quiet"}).Error,
+              "--quiet and --report exclude each other");
+}
+
+TEST(BatchUsage, NamesQuietAndReportAndWhatThePicturesHold) {
+    const std::string usage = BatchUsage();
+    EXPECT_NE(usage.find("[--quiet | --report FILE]"), std::string::npos) << usage;
+    EXPECT_NE(usage.find("sort sheet"), std::string::npos) << usage;
+    EXPECT_NE(usage.find("page per pallet that holds stacks"), std::string::npos) << usage;
+    EXPECT_NE(usage.find("summary pages"), std::string::npos) << usage;
+    EXPECT_NE(usage.find("the listing"), std::string::npos) << usage;
 }
 
 TEST(RunBatch, MissingSettingsFileEndsWith9001) {
@@ -149,6 +211,130 @@ TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
     inst.Write(folder.Path());
     EXPECT_EQ(RunJob(folder, Tokens(folder), OkCancel::Cancel), 100);
     EXPECT_FALSE(std::filesystem::exists(folder / "out/result.csv"));
+}
+
+TEST(RunBatch, QuietWritesNothingOnOutButTheMessagesAndTheFiles) {
+    TempFolder folder;
+    MiniInstallation inst;
+    inst.Pallets = "P1,OTHER,0,0,1000,800,500,10,10,300,200,10,10,3,3,5,5,x\n";
+    inst.Write(folder.Path());
+    BatchOptions options;
+    options.Quiet = true;
+    const Streams s = RunWith(folder, options);
+    EXPECT_EQ(s.Code, 100);
+    EXPECT_EQ(s.Out, "");
+    EXPECT_NE(s.Err.find("message 001"), std::string::npos) << s.Err;
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/haichi.csv"));
+}
+
+TEST(RunBatch, ReportFileHoldsWhatOutWouldHaveHeld) {
+    TempFolder folder;
+    MiniInstallation().Write(folder.Path());
+    const Streams plain = RunWith(folder, {});
+    ASSERT_EQ(plain.Code, 0) << plain.Err;
+    BatchOptions options;
+    options.ReportFile = folder / "report.txt";
+    const Streams s = RunWith(folder, options);
+    EXPECT_EQ(s.Code, 0) << s.Err;
+    EXPECT_EQ(s.Out, "");
+    EXPECT_EQ(s.Err, plain.Err);
+    EXPECT_EQ(test::ReadFile(folder / "report.txt"), plain.Out);
+    EXPECT_NE(plain.Out.find("Parts short: none"), std::string::npos) << plain.Out;
+}
+
+// The report file is written last: named as the save file, it is what that file holds after
+// the run.
+TEST(RunBatch, ReportFileIsWrittenAfterTheResultFiles) {
+    TempFolder folder;
+    MiniInstallation().Write(folder.Path());
+    BatchOptions options;
+    options.ReportFile = folder / "out/haichi.csv";
+    const Streams s = RunWith(folder, options);
+    EXPECT_EQ(s.Code, 0) << s.Err;
+    const std::string saved = test::ReadFile(folder / "out/haichi.csv");
+    EXPECT_EQ(saved.rfind("Pallets: ", 0), 0u) << saved;
+    EXPECT_NE(saved.find("save file   "), std::string::npos) << saved;
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
+}
+
+TEST(RunBatch, AReportFileThatCannotBeWrittenEndsWith2AndKeepsTheResultFiles) {
+    TempFolder folder;
+    MiniInstallation().Write(folder.Path());
+    BatchOptions options;
+    options.ReportFile = folder / "no-such-folder/report.txt";
+    const Streams s = RunWith(folder, options);
+    EXPECT_EQ(s.Code, kExitBadUsage);
+    EXPECT_EQ(s.Out, "");
+    EXPECT_NE(s.Err.find("kesto-batch: report not written: cannot open " +
+                         (folder / "no-such-folder/report.txt")),
+              std::string::npos)
+        << s.Err;
+    EXPECT_NE(s.Err.find("(the job itself ended with exit code 0)"), std::string::npos) << s.Err;
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/haichi.csv"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "no-such-folder"));
+}
+
+TEST(RunBatch, AReportFileThatIsAFolderEndsWith2AndKeepsTheResultFiles) {
+    TempFolder folder;
+    MiniInstallation().Write(folder.Path());
+    std::filesystem::create_directories(folder / "report");
+    BatchOptions options;
+    options.ReportFile = folder / "report";
+    const Streams s = RunWith(folder, options);
+    EXPECT_EQ(s.Code, kExitBadUsage);
+    EXPECT_NE(s.Err.find("report not written"), std::string::npos) << s.Err;
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
+}
+
+#ifndef _WIN32
+TEST(RunBatch, AReportFileOnAFullDiskEndsWith2) {
+    if (!std::filesystem::exists("/dev/full"))
+        GTEST_SKIP() << "no /dev/full here";
+    TempFolder folder;
+    MiniInstallation().Write(folder.Path());
+    BatchOptions options;
+    options.ReportFile = "/dev/full";
+    const Streams s = RunWith(folder, options);
+    EXPECT_EQ(s.Code, kExitBadUsage);
+    EXPECT_NE(s.Err.find("report not written: cannot write /dev/full"), std::string::npos) << s.Err;
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
+}
+#endif
+
+// The program as a host starts it: the options' exit codes reach the host.
+TEST(BatchProcess, QuietPrintsOnlyTheMessagesAndBadOptionsEndWith2) {
+    TempFolder folder;
+    MiniInstallation().Write(folder.Path());
+    const std::filesystem::path log = folder / "log.txt";
+    EXPECT_EQ(
+        test::RunBatchProcess(folder.Path(), "ok", "--quiet pallet/pallets.txt 0 0 0 0 1", log), 0);
+    EXPECT_EQ(test::ReadFile(log), "");
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
+    EXPECT_EQ(test::RunBatchProcess(folder.Path(), "ok",
+                                    "--quiet --report r.txt pallet/pallets.txt 0 0 0 0 1", log),
+              kExitBadUsage);
+    EXPECT_NE(test::ReadFile(log).find("--quiet and --report exclude each other\nusage:"),
+              std::string::npos)
+        << test::ReadFile(log);
+    EXPECT_FALSE(std::filesystem::exists(folder / "r.txt"));
+}
+
+TEST(BatchProcess, AReportFileThatCannotBeWrittenEndsWith2) {
+    TempFolder folder;
+    MiniInstallation().Write(folder.Path());
+    std::filesystem::remove_all(folder / "out");
+    std::filesystem::create_directories(folder / "out");
+    const std::filesystem::path log = folder / "log.txt";
+    EXPECT_EQ(
+        test::RunBatchProcess(folder.Path(), "ok",
+                              "--report missing/report.txt pallet/pallets.txt 0 0 0 0 1", log),
+        kExitBadUsage);
+    EXPECT_NE(test::ReadFile(log).find("report not written: cannot open missing/report.txt"),
+              std::string::npos)
+        << test::ReadFile(log);
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
 }
 
 #ifdef _WIN32

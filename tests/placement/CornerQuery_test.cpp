@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <iterator>
+#include <random>
 #include <utility>
 #include <vector>
 
@@ -117,6 +120,85 @@ TEST_F(CornerQueryTest, RoomForFindsNoFreeBlockWhenAnotherPartHoldsThemAll) {
         EXPECT_EQ(room.Fitting.size(), 3u);
         EXPECT_FALSE(room.Free);
     }
+}
+
+// CouldHold as the corners define it: some corner whose footprint keeps on the pallet and,
+// unless the part fits anywhere, within the process's area.
+bool HoldsInSomeCorner(const CornerQuery& q, const BlockInfo& b, double sx, double sy,
+                       const PalletInfo& pal, bool anywhere) {
+    for (uint8_t c : kCornerSearchOrder) {
+        const LengthRect f = Footprint(b, c, sx, sy);
+        if (OnPallet(f, pal) && (anywhere || q.WithinBounds(f.X1, f.Y0, sx, sy)))
+            return true;
+    }
+    return false;
+}
+
+TEST_F(CornerQueryTest, ABlockCouldHoldAStackExactlyWhenSomeCornerCould) {
+    std::mt19937_64 random(5);
+    const double values[] = {-50, 0,   0.005,   10,   99.999, 100, 150,     200,
+                             290, 300, 300.005, 1000, 1200,   NAN, INFINITY};
+    auto pick = [&] { return values[random() % std::size(values)]; };
+    PalletInfo pal = *koutei->Pallet;
+    for (int n = 0; n < 20000; ++n) {
+        BlockInfo b;
+        b.MinX = pick();
+        b.MaxX = pick();
+        b.MinY = pick();
+        b.MaxY = pick();
+        pal.MarginY = n % 2 == 0 ? 0 : 10;
+        const double sx = pick(), sy = pick();
+        const CornerQuery q = Query(part);
+        for (const bool anywhere : {false, true}) {
+            EXPECT_EQ(q.CouldHold(b, sx, sy, pal, anywhere),
+                      HoldsInSomeCorner(q, b, sx, sy, pal, anywhere))
+                << b.MinX << ".." << b.MaxX << " x " << b.MinY << ".." << b.MaxY << ", " << sx
+                << " x " << sy;
+        }
+    }
+}
+
+TEST_F(CornerQueryTest, BlocksOfOneRectangleShareOneShapeInTableOrder) {
+    // Block 2 on pallet 2 has the rectangle of block 0 on pallet 1.
+    const BlockShapes shapes = BlockShapesOf(*app, nullptr, *koutei);
+    EXPECT_EQ(shapes.Blocks, (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(shapes.ShapeOf, (std::vector<int>{0, 1, 0}));
+    EXPECT_EQ(shapes.Firsts, (std::vector<int>{0, 1}));
+    // Both rectangles span y 0..100: two spans across, one along.
+    EXPECT_EQ(shapes.AcrossOf, (std::vector<int>{0, 1}));
+    EXPECT_EQ(shapes.AlongOf, (std::vector<int>{0, 0}));
+    EXPECT_EQ(shapes.AcrossFirsts, (std::vector<int>{0, 1}));
+    EXPECT_EQ(shapes.AlongFirsts, (std::vector<int>{0}));
+    const PlacementIndex index(*app);
+    const BlockShapes indexed = BlockShapesOf(*app, &index, *koutei);
+    EXPECT_EQ(indexed.Blocks, shapes.Blocks);
+    EXPECT_EQ(indexed.ShapeOf, shapes.ShapeOf);
+}
+
+TEST_F(CornerQueryTest, AShapeHoldsAStackExactlyWhenEachOfItsBlocksCould) {
+    const BlockShapes shapes = BlockShapesOf(*app, nullptr, *koutei);
+    for (const auto& [sx, sy] : std::vector<std::pair<double, double>>{
+             {50, 50}, {100, 100}, {250, 50}, {400, 50}, {1200, 50}, {50, 900}}) {
+        PartsInfo& sized = AddPart({.SizeX = sx, .SizeY = sy, .Quantity = 1});
+        const CornerQuery q = Query(&sized);
+        const std::vector<char> holding = q.HoldingShapes(shapes);
+        ASSERT_EQ(holding.size(), shapes.Firsts.size());
+        for (size_t k = 0; k < shapes.Blocks.size(); ++k) {
+            const bool could = q.CouldHold(app->Blocks[shapes.Blocks[k]], sx, sy, *koutei->Pallet,
+                                           q.CoversArea(sx, sy));
+            EXPECT_EQ(holding[static_cast<size_t>(shapes.ShapeOf[k])] != 0, could)
+                << sx << " x " << sy << " block " << shapes.Blocks[k];
+        }
+    }
+}
+
+TEST_F(CornerQueryTest, TheNextStackGoesOnlyIntoAFreeBlockOrOneThePartHolds) {
+    app->Blocks[0].Occupant = other->Seq;
+    app->Blocks[1].Occupant = other->Seq;
+    EXPECT_FALSE(Query(part).TakesNext(std::vector<int>{0, 1}));
+    EXPECT_TRUE(Query(other).TakesNext(std::vector<int>{0, 1}));
+    EXPECT_TRUE(Query(part).TakesNext(std::vector<int>{0, 1, 2}));
+    EXPECT_FALSE(Query(nullptr).TakesNext(std::vector<int>{2}));
 }
 
 TEST(Collides, AStackMeetsAFootprintThatTouchesItWithinTheTolerance) {

@@ -344,5 +344,42 @@ TEST_F(ShortReasonTest, TheJapaneseInstallationHasATextOfItsOwnForEveryCause) {
     }
 }
 
+TEST_F(ShortReasonTest, TextsLookedUpOnceGiveEveryCauseItsOwnLineAppended) {
+    MessageTable ja;
+    ASSERT_EQ(ja.Load((SourceDir() / "examples" / "ja" / "install" / "Kesto.ini").string(), op), 0);
+    for (const MessageTable* table : {&messages, &ja}) {
+        const ShortReasonTexts texts(*table);
+        for (const ShortReason& r : EveryCause()) {
+            TextBuilder line;
+            line.Str("  ");
+            AppendShortReasonText(line, r, texts);
+            EXPECT_EQ(line.Text(), "  " + ShortReasonText(r, *table));
+        }
+    }
+}
+
+// Two pallets of one type repeat the rectangles of their blocks; parts of several sizes, some
+// of them too large for the narrow blocks, ask about them all.
+TEST_F(ShortReasonTest, TheReasonsOfAllPartsAreEachPartsOwn) {
+    OpenJob(1);
+    for (int32_t pallet = 1; pallet <= 2; ++pallet) {
+        AddBlock(1, pallet, 0, 0, 300, 400);
+        AddBlock(1, pallet, 300, 0, 450, 400);
+        AddBlock(1, pallet, 450, 0, 1000, 800);
+    }
+    for (double x : {280.0, 140.0, 500.0, 140.0, 280.0, 600.0})
+        AddPart({.SizeX = x, .SizeY = 350, .Quantity = 40});
+    PlaceAll();
+    const std::vector<ShortPart> all = WhyShortAll(*app);
+    ASSERT_FALSE(all.empty());
+    for (const ShortPart& s : all) {
+        const ShortReason one = Why(*s.Part);
+        EXPECT_EQ(s.Reason.Cause, one.Cause) << s.Part->Seq;
+        EXPECT_EQ(s.Reason.Blocks, one.Blocks) << s.Part->Seq;
+        EXPECT_EQ(s.Reason.Stacks, one.Stacks) << s.Part->Seq;
+        EXPECT_EQ(ShortReasonText(s.Reason, messages), ShortReasonText(one, messages));
+    }
+}
+
 }  // namespace
 }  // namespace kesto::test

@@ -169,6 +169,63 @@ TEST(ShortLength, KeepsAtMostTwoDecimalsWithoutTrailingZeros) {
     EXPECT_EQ(ShortLength(-40.25), "-40.25");
 }
 
+TEST(ShortLength, KeepsEveryDigitOfHugeLengthsAndSpellsTheOddOnes) {
+    EXPECT_EQ(ShortLength(1e308), FormatText("%.0f", 1e308));
+    EXPECT_EQ(ShortLength(-0.0), "0");
+    EXPECT_EQ(ShortLength(0.005), "0.01");
+    EXPECT_EQ(ShortLength(0.015), "0.01");  // 0.01499999... in binary
+    EXPECT_EQ(ShortLength(std::numeric_limits<double>::infinity()), "inf");
+    EXPECT_EQ(ShortLength(-std::numeric_limits<double>::infinity()), "-inf");
+    EXPECT_EQ(ShortLength(std::numeric_limits<double>::quiet_NaN()), "nan");
+}
+
+TEST(TextBuilder, LengthAppendsWhatShortLengthGives) {
+    for (double v : {0.0, -0.0, 1200.0, 12.5, 0.333, 0.996, -0.001, -40.25, 0.005, 1e15 + 0.25,
+                     9.2e18, 1e300, -1e-300, std::numeric_limits<double>::infinity(),
+                     std::numeric_limits<double>::quiet_NaN()}) {
+        TextBuilder b;
+        b.Str("at ").Length(v);
+        EXPECT_EQ(b.Text(), "at " + ShortLength(v)) << v;
+    }
+}
+
+TEST(TextBuilder, FiguresAppendWhatFillFiguresGives) {
+    TextBuilder b;
+    b.Str("> ").Figures("%2 of %1, %2 again", {"ten", "three"});
+    EXPECT_EQ(b.Text(), "> three of ten, three again");
+    for (const char* text : {"%3 is missing, %0 and %% stay", "ends in %", "%%1%", "", "%9%1"}) {
+        TextBuilder t;
+        t.Figures(text, {"a"});
+        EXPECT_EQ(t.Text(), FillFigures(text, {"a"})) << text;
+    }
+}
+
+TEST(TextBuilder, FiguresKeepTheirNulBytesAndCutAtNulEndsTheTextAtTheFirstOne) {
+    TextBuilder b;
+    b.Str("head\0");  // a C string: the NUL is not appended
+    const size_t from = b.Text().size();
+    b.Figures("%1 and %2", {std::string_view("A\0B", 3), "C"});
+    EXPECT_EQ(b.Text(), std::string("headA\0B and C", 13));
+    b.CutAtNul(from);
+    EXPECT_EQ(b.Text(), "headA");
+    b.CutAtNul(0);
+    EXPECT_EQ(b.Text(), "headA");
+}
+
+TEST(FigureText, GivesWhatFillFiguresGives) {
+    const std::vector<std::string> figures = {"ten", std::string("t\0o", 3), "", "four"};
+    for (const char* text : {"%2 of %1, %2 again", "%3 is missing, %0 and %% stay", "ends in %",
+                             "%%1%", "", "%9%1", "%4%3%2%1", "plain", "%", "%1"}) {
+        TextBuilder b;
+        b.Str("> ");
+        FigureText(text).AppendTo(b, [&](int figure, TextBuilder& out) {
+            if (figure < static_cast<int>(figures.size()))
+                out.Bytes(figures[static_cast<size_t>(figure)]);
+        });
+        EXPECT_EQ(b.Text(), "> " + FillFigures(text, figures)) << text;
+    }
+}
+
 TEST(FillFigures, PutsEachFigureWhereItsNumberStands) {
     EXPECT_EQ(FillFigures("%2 of %1, %2 again", {"ten", "three"}), "three of ten, three again");
     EXPECT_EQ(FillFigures("%3 is missing, %0 and %% stay", {"a"}), " is missing, %0 and %% stay");

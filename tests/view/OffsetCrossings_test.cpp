@@ -3,7 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "common/PartFields.h"
+#include "common/TestFiles.h"
+#include "common/TestServices.h"
 #include "support/MessageFile.h"
 
 namespace kesto {
@@ -43,6 +48,7 @@ class OffsetCrossingTest : public ::testing::Test {
 
     CKestoApp app;
     MessageTable messages;  // nothing loaded: the English texts
+    test::TempFolder folder;
 };
 
 TEST_F(OffsetCrossingTest, AStackBelowTheLowerLineCrossesItByTheDifference) {
@@ -107,6 +113,41 @@ TEST_F(OffsetCrossingTest, AStackWithoutAPartOrBlockIsPassedOver) {
     StackAt(p, 300, 10).BlockIndex = 7;
     StackAt(p, 300, 10).Part = nullptr;
     EXPECT_TRUE(OffsetCrossings(app).empty());
+}
+
+TEST_F(OffsetCrossingTest, TheMessageFilesLineTakesTheFiguresInItsOwnOrder) {
+    const std::filesystem::path path = folder.Path() / "Kesto.ini";
+    {
+        std::ofstream out(path);
+        out << "[Short]\nOFFSET-CROSSING=1,\"%4|%3|%2|%1|%5|%%1|%\"\nOFFSET-LOWER=1,unten\n";
+    }
+    test::RecordingOperator op;
+    MessageTable table;
+    ASSERT_EQ(table.Load(path.string(), op), 0);
+    Pallet().OffsetB = 50;
+    PartsInfo& p = AddPart(app, {.DisplayName = "Bracket", .SizeX = 100, .SizeY = 100});
+    StackAt(p, 300, 10);
+    const std::vector<OffsetCrossing> all = OffsetCrossings(app);
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(OffsetCrossingText(all[0], table), "1|unten|40|A1 Bracket||%A1 Bracket|%");
+}
+
+TEST_F(OffsetCrossingTest, TextsLookedUpOnceGiveTheSameLineAppended) {
+    Pallet().OffsetA = 100;
+    Pallet().OffsetB = 50;
+    Pallet().LimitLeft = 20;
+    Pallet().LimitRight = 30;
+    PartsInfo& p = AddPart(app, {.SizeX = 1000, .SizeY = 800});
+    StackAt(p, 1000, 0);  // past all four
+    const std::vector<OffsetCrossing> all = OffsetCrossings(app);
+    ASSERT_EQ(all.size(), 4u);
+    const OffsetCrossingTexts texts(messages);
+    for (const OffsetCrossing& c : all) {
+        TextBuilder line;
+        line.Str("  ");
+        AppendOffsetCrossingText(line, c, texts);
+        EXPECT_EQ(line.Text(), "  " + OffsetCrossingText(c, messages));
+    }
 }
 
 }  // namespace
