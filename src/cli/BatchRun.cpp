@@ -8,6 +8,7 @@
 #include "cli/ProgramRun.h"
 #include "session/JobSession.h"
 #include "sheet/PlacementPicture.h"
+#include "support/OperatorRelay.h"
 #include "support/SetupList.h"
 #include "support/TextFormat.h"
 
@@ -40,6 +41,7 @@ BatchOptions ParseBatchOptions(const std::vector<std::string>& args) {
     BatchOptions options;
     std::optional<std::string> picture;
     std::optional<std::string> size;
+    ReplayRequest replay;
     for (size_t i = 0; i < args.size(); ++i) {
         const std::string& arg = args[i];
         if (arg == "--help" || arg == "-h") {
@@ -58,6 +60,17 @@ BatchOptions ParseBatchOptions(const std::vector<std::string>& args) {
                 options.Error = "--answer takes ok or cancel, not '" + *value + "'";
                 return options;
             }
+        } else if (IsOption(arg, "--replay")) {
+            const auto file = OptionValue(args, i, "--replay", "a journal file", options.Error);
+            if (!file)
+                return options;
+            if (file->empty()) {
+                options.Error = "--replay takes a journal file, not ''";
+                return options;
+            }
+            replay.File = *file;
+        } else if (arg == "--replay-any") {
+            replay.AnyJob = true;
         } else if (arg == "--quiet") {
             options.Quiet = true;
         } else if (IsOption(arg, "--report")) {
@@ -80,6 +93,12 @@ BatchOptions ParseBatchOptions(const std::vector<std::string>& args) {
         } else {
             options.Tokens.push_back(arg);
         }
+    }
+    if (!replay.File.empty()) {
+        options.Replay = replay;
+    } else if (replay.AnyJob) {
+        options.Error = "--replay-any needs --replay";
+        return options;
     }
     if (options.Quiet && options.ReportFile) {
         options.Error = "--quiet and --report exclude each other";
@@ -112,6 +131,7 @@ BatchOptions ParseBatchOptions(const std::vector<std::string>& args) {
 
 std::string BatchUsage() {
     return "usage: kesto-batch [--answer ok|cancel] [--quiet | --report FILE]\n"
+           "                   [--replay JOURNAL [--replay-any]]\n"
            "                   [--picture FILE.pdf|FILE.png [--picture-size WxH]]\n"
            "                   PALLET DIRECT INCH OFFSET_A OFFSET_B CORNER\n"
            "       kesto-batch --help | --version\n"
@@ -122,6 +142,11 @@ std::string BatchUsage() {
            "across an offset line, the files written) goes to stdout. --report FILE writes it\n"
            "into FILE instead, after the result files (a FILE that cannot be written: exit\n"
            "code 2, the result files stay written); --quiet leaves it out.\n"
+           "--replay carries out the commands of a journal the window wrote (see the README,\n"
+           "\"The journal\") once the placement is made, and ends the job as the journal\n"
+           "ends: ok, cancel, or without an end line as --answer says. A journal of another\n"
+           "job, or a line that cannot be carried out, ends with exit code 2 and nothing\n"
+           "written; --replay-any does not check the journal's job line.\n"
            "--picture draws the written placement. FILE.pdf gets the sort sheet: an A4\n"
            "landscape page per pallet that holds stacks (its drawing and the table of its\n"
            "stacks, a long table going on over more pages), then the summary pages: small\n"
@@ -163,23 +188,46 @@ namespace {
 // The job, with its report on report; without a report (none worked out) when it is null.
 int RunJob(const std::string& programPath, const BatchOptions& options, std::ostream* report,
            std::ostream& err, HostStore& host) {
+    std::optional<JournalFile> journal;
+    if (options.Replay) {
+        journal = ReadReplayJournal(*options.Replay, err);
+        if (!journal)
+            return kExitBadUsage;
+    }
     MessageTable messages;
     BatchOperator op(messages, err, options.Answer);
+    // A replay answers Retry's and Auto's questions itself.
+    OperatorRelay relay(op);
     std::vector<std::string> words{programPath};
     words.insert(words.end(), options.Tokens.begin(), options.Tokens.end());
     // What a window would show: the pictures take their toggles from it.
     ViewState shown;
-    JobSession session(Services{op, host, messages}, JoinCommandLine(words), shown);
+    JobSession session(Services{relay, host, messages}, JoinCommandLine(words), shown);
     if (!session.StartUp())
         return session.Exit();
+    // Refused before anything of the job is written, the per-user values included.
+    if (journal && !JournalFitsJob(*options.Replay, *journal, session, err))
+        return kExitBadUsage;
     if (report != nullptr)
         ReportInput(session.App(), *report);
-    // The window with the operator pressing OK (or Cancel) as soon as it is up.
+    // The window with the operator pressing OK (or Cancel) as soon as it is up, or after the
+    // journal's commands.
     session.Init();
+    OkCancel end = options.Answer;
+    if (journal && !session.Ended()) {
+        const BatchReplayed replayed =
+            ReplayOnBatch(*options.Replay, *journal, session, relay, op, err);
+        if (!replayed.Ok)
+            return kExitBadUsage;
+        end = replayed.End.value_or(end);
+        if (report != nullptr)
+            *report << "Replayed: " << replayed.Commands << " commands of " << options.Replay->File
+                    << "\n";
+    }
     if (report != nullptr && !session.Aborted())
         ReportPlacement(session.App(), session.Svc(), *report);
     if (!session.Ended())
-        session.Finish(options.Answer);
+        session.Finish(end);
     if (report != nullptr)
         ReportEnd(session, *report);
     // Drawn before Exit, which frees the job; only a job whose files were written.
@@ -199,6 +247,9 @@ int RunBatch(const std::string& programPath, const BatchOptions& options, std::o
         return RunJob(programPath, options, options.Quiet ? nullptr : &out, err, host);
     std::ostringstream report;
     const int code = RunJob(programPath, options, &report, err, host);
+    // A refused journal writes nothing, the report neither.
+    if (code == kExitBadUsage)
+        return code;
     std::string error;
     if (!WriteReportFile(*options.ReportFile, report.str(), error)) {
         err << "kesto-batch: report not written: " << error

@@ -207,6 +207,15 @@ void JobSession::Journal(const JournalCommand& command) {
         journal_->Write(command);
 }
 
+void JobSession::JournalSettings() {
+    const int32_t direct = app_.Settings.IsDirect.Stored();
+    if (direct == 0 || direct == 1)
+        Journal({.Verb = JournalVerb::Direct, .Value = direct});
+    const int32_t blockDraw = shown_.StoredBlockDraw();
+    if (blockDraw == 0 || blockDraw == 1)
+        Journal({.Verb = JournalVerb::BlockDraw, .Value = blockDraw});
+}
+
 std::vector<int32_t> JobSession::PositionsOf(const std::vector<StackId>& stacks) const {
     std::vector<int32_t> places;
     for (const StackId id : stacks) {

@@ -146,6 +146,10 @@ class JobSession {
     CommandJournal* JournalTarget() const { return journal_; }
     // Writes a command carried out outside the session's own calls (a drop in the drawing).
     void Journal(const JournalCommand& command);
+    // Writes the per-user values the commands act on (Direct, the block cells) as the lines
+    // that set them, at the head of a journal: its replay then starts from them wherever it
+    // runs. A stored number other than 0 and 1 has no line; the replay keeps its own.
+    void JournalSettings();
     // The stacks' places in the stack list, in order, as the journal names them; a stack
     // that is gone is left out.
     std::vector<int32_t> PositionsOf(const std::vector<StackId>& stacks) const;

@@ -9,9 +9,12 @@
 
 #include "common/E2eCases.h"
 #include "common/MiniInstallation.h"
+#include "common/RecordedJournal.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
+#include "session/JobJournal.h"
 #include "support/Paths.h"
+#include "support/SetupList.h"
 
 namespace kesto {
 namespace {
@@ -359,6 +362,168 @@ TEST(RunBatch, ResultFileHeldOpenByAnotherProgramEndsWith100And9022KeepingTheOld
             << entry.path();
 }
 #endif
+
+// --- --replay ---------------------------------------------------------------------------
+
+TEST(ParseBatchOptions, ReplayInBothSpellingsWithOrWithoutAnyJob) {
+    BatchOptions o = ParseBatchOptions({"--replay", "j.journal", "p.txt"});
+    ASSERT_TRUE(o.Replay.has_value()) << o.Error;
+    EXPECT_EQ(o.Replay->File, "j.journal");
+    EXPECT_FALSE(o.Replay->AnyJob);
+    EXPECT_EQ(o.Tokens, std::vector<std::string>{"p.txt"});
+    o = ParseBatchOptions({"--replay-any", "--replay=k.journal"});
+    ASSERT_TRUE(o.Replay.has_value()) << o.Error;
+    EXPECT_EQ(o.Replay->File, "k.journal");
+    EXPECT_TRUE(o.Replay->AnyJob);
+    EXPECT_FALSE(ParseBatchOptions({"p.txt"}).Replay.has_value());
+}
+
+TEST(ParseBatchOptions, ReplayWithoutAFileAndReplayAnyAloneAreErrors) {
+    EXPECT_EQ(ParseBatchOptions({"--replay"}).Error, "--replay needs a value: a journal file");
+    EXPECT_EQ(ParseBatchOptions({"--replay="}).Error, "--replay takes a journal file, not ''");
+    EXPECT_EQ(ParseBatchOptions({"--replay-any", "p.txt"}).Error, "--replay-any needs --replay");
+}
+
+TEST(BatchUsage, NamesReplayAndHowItEnds) {
+    const std::string usage = BatchUsage();
+    EXPECT_NE(usage.find("[--replay JOURNAL [--replay-any]]"), std::string::npos) << usage;
+    EXPECT_NE(usage.find("without an end line as --answer says"), std::string::npos) << usage;
+}
+
+class BatchReplayRun : public ::testing::Test {
+  protected:
+    BatchReplayRun() { MiniInstallation().Write(folder.Path()); }
+
+    // The identity the window gives the job of Tokens(folder).
+    std::string ThisJob() {
+        MessageTable messages;
+        test::RecordingOperator op;
+        test::MemoryHostStore store(folder.Path().string());
+        ViewState shown;
+        std::vector<std::string> words{"kesto"};
+        const std::vector<std::string> tokens = Tokens(folder);
+        words.insert(words.end(), tokens.begin(), tokens.end());
+        JobSession session(Services{op, store, messages}, JoinCommandLine(words), shown);
+        EXPECT_TRUE(session.StartUp());
+        return JobIdentityOf(session);
+    }
+    // Runs the job with the journal of these commands (for job, this job's when empty).
+    Streams Replay(const std::vector<std::string>& commands, OkCancel answer = OkCancel::Ok,
+                   std::string job = "", bool anyJob = false) {
+        const std::string journal = folder / "replayed.journal";
+        test::WriteFile(journal, test::JournalText(job.empty() ? ThisJob() : job, commands));
+        BatchOptions options;
+        options.Tokens = Tokens(folder);
+        options.Answer = answer;
+        options.Replay = ReplayRequest{.File = journal, .AnyJob = anyJob};
+        options.ReportFile = report;
+        std::ostringstream out;
+        std::ostringstream err;
+        Streams s;
+        s.Code = RunBatch("kesto-batch", options, out, err, host);
+        s.Out = out.str();
+        s.Err = err.str();
+        return s;
+    }
+    bool WroteNothing() const {
+        return !std::filesystem::exists(folder / "out/result.csv") &&
+               !std::filesystem::exists(folder / "out/result.csv_tmp") &&
+               !std::filesystem::exists(folder / "out/haichi.csv") && host.UserValues.empty() &&
+               (!report || !std::filesystem::exists(*report));
+    }
+
+    TempFolder folder;
+    test::MemoryHostStore host{folder.Path().string()};
+    std::optional<std::string> report;
+};
+
+TEST_F(BatchReplayRun, TheJobsOwnJournalIsCarriedOutAndEndsAsItsEndLine) {
+    report = folder / "report.txt";
+    const Streams s = Replay({"view danmen", "ok"}, OkCancel::Cancel);
+    EXPECT_EQ(s.Code, 0) << s.Err;
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
+    EXPECT_NE(test::ReadFile(*report).find("Replayed: 1 commands of "), std::string::npos);
+}
+
+TEST_F(BatchReplayRun, ACancelLineEndsTheJobAsCancelWhateverTheAnswer) {
+    EXPECT_EQ(Replay({"cancel"}, OkCancel::Ok).Code, 100);
+}
+
+TEST_F(BatchReplayRun, WithoutAnEndLineTheAnswerEndsTheJob) {
+    EXPECT_EQ(Replay({"view danmen"}, OkCancel::Cancel).Code, 100);
+    EXPECT_EQ(Replay({"view danmen"}, OkCancel::Ok).Code, 0);
+}
+
+TEST_F(BatchReplayRun, AJournalOfAnotherJobEndsWith2AndWritesNothing) {
+    report = folder / "report.txt";
+    const std::string other(64, '0');
+    const Streams s = Replay({"ok"}, OkCancel::Ok, other);
+    EXPECT_EQ(s.Code, kExitBadUsage);
+    EXPECT_TRUE(WroteNothing());
+    EXPECT_NE(s.Err.find("written for another job (job " + other + "), not for this one (job " +
+                         ThisJob() + "); nothing written. --replay-any replays it all the same"),
+              std::string::npos)
+        << s.Err;
+}
+
+TEST_F(BatchReplayRun, ReplayAnyCarriesOutAJournalOfAnyJob) {
+    const Streams s = Replay({"ok"}, OkCancel::Cancel, std::string(64, '0'), true);
+    EXPECT_EQ(s.Code, 0) << s.Err;
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
+}
+
+TEST_F(BatchReplayRun, AMalformedLineIsToldWithItsNumberAndNothingIsWritten) {
+    report = folder / "report.txt";
+    const Streams s = Replay({"view danmen", "left x", "ok"});
+    EXPECT_EQ(s.Code, kExitBadUsage);
+    EXPECT_TRUE(WroteNothing());
+    EXPECT_NE(s.Err.find("replayed.journal: line 4: "), std::string::npos) << s.Err;
+    EXPECT_NE(s.Err.find("; nothing written"), std::string::npos) << s.Err;
+}
+
+TEST_F(BatchReplayRun, AStackBeyondTheListIsToldWithItsNumberAndNothingIsWritten) {
+    const Streams s = Replay({"left 99", "ok"});
+    EXPECT_EQ(s.Code, kExitBadUsage);
+    EXPECT_TRUE(WroteNothing());
+    EXPECT_NE(s.Err.find("line 3: no stack at place 99; nothing written"), std::string::npos)
+        << s.Err;
+}
+
+TEST_F(BatchReplayRun, AnUnknownCommandIsSkippedAndTold) {
+    const Streams s = Replay({"zoom 2", "ok"});
+    EXPECT_EQ(s.Code, 0) << s.Err;
+    EXPECT_NE(s.Err.find("replayed.journal: line 3: unknown command zoom, skipped"),
+              std::string::npos)
+        << s.Err;
+}
+
+TEST_F(BatchReplayRun, AJournalThatCannotBeReadEndsWith2BeforeTheJobRuns) {
+    BatchOptions options;
+    options.Tokens = Tokens(folder);
+    options.Replay = ReplayRequest{.File = folder / "none.journal"};
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(RunBatch("kesto-batch", options, out, err, host), kExitBadUsage);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_NE(err.str().find("none.journal: "), std::string::npos) << err.str();
+    EXPECT_TRUE(WroteNothing());
+}
+
+// Plate, the larger part of the group, is placed first: its stack is place 0. Set aside, it
+// is written as a part with nothing placed (its number in place of its code), the result is
+// incomplete (message 208, answered OK) and the job ends with OK.
+TEST_F(BatchReplayRun, ASetAsideStackIsWrittenAsNotPlacedAsInTheWindow) {
+    const Streams plain = Replay({});
+    ASSERT_EQ(plain.Code, 0) << plain.Err;
+    std::vector<std::string> lines = test::ReadLines(folder / "out/result.csv_tmp");
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[0], "A002,1,Plate,1,3");
+    const Streams s = Replay({"left 0", "ok"});
+    EXPECT_EQ(s.Code, 0) << s.Err;
+    EXPECT_NE(s.Err.find("message 208"), std::string::npos) << s.Err;
+    lines[0] = "0002,1,Plate,0,3";
+    EXPECT_EQ(test::ReadLines(folder / "out/result.csv_tmp"), lines);
+}
 
 }  // namespace
 }  // namespace kesto

@@ -292,6 +292,30 @@ TEST_F(FinishTest, TheEndIsWrittenDownOnceTheFilesAreWritten) {
     EXPECT_EQ(journal.Lines, (Lines{"down 1", "cancel"}));
 }
 
+class JournalSettingsTest : public SessionTest {};
+
+TEST_F(JournalSettingsTest, DirectAndTheBlockCellsAreWrittenDownAsTheLinesThatSetThem) {
+    RecordedJournal journal;
+    session.JournalIn(&journal);
+    app.Settings.IsDirect = 1;
+    shown.SetStoredBlockDraw(0);
+    session.JournalSettings();
+    EXPECT_EQ(journal.Lines, (Lines{"direct 1", "blockdraw 0"}));
+}
+
+// A number the per-user store may hold but no line can say is left to the replay's own.
+TEST_F(JournalSettingsTest, StoredNumbersOtherThanZeroAndOneHaveNoLine) {
+    RecordedJournal journal;
+    session.JournalIn(&journal);
+    app.Settings.IsDirect = 2;
+    shown.SetStoredBlockDraw(5);
+    session.JournalSettings();
+    EXPECT_TRUE(journal.Lines.empty());
+    app.Settings.IsDirect = 0;
+    session.JournalSettings();
+    EXPECT_EQ(journal.Lines, (Lines{"direct 0"}));
+}
+
 TEST_F(FinishTest, OkIsWrittenDownAsOk) {
     RecordedJournal journal;
     session.JournalIn(&journal);

@@ -21,10 +21,7 @@ class JournalReplayTest : public TwoPartsTest {
 
     // The journal of these command lines, each at the same time.
     static JournalFile Journal(const std::vector<std::string>& commands) {
-        std::string text = std::string("kesto-journal 1\njob ") + kJob + "\n";
-        for (const std::string& c : commands)
-            text += "2026-11-26T10:00:00.000 " + c + "\n";
-        return ReadJournal(text);
+        return ReadJournal(JournalText(kJob, commands));
     }
     ReplayOutcome Replay(const std::vector<std::string>& commands) {
         JournalReplay replay(session, drawing, edit, relay, answers);

@@ -53,6 +53,7 @@ void WindowJournal::Start(CKestoDlg& window) {
     }
     journal_->Open();
     session_.JournalIn(&*journal_);
+    session_.JournalSettings();
 }
 
 bool WindowJournal::AskRestore(CKestoDlg& window, const std::string& question) {
