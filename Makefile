@@ -118,6 +118,7 @@ demo-ja: build
 
 bench: build
 	$(BUILD)/kesto-bench
+	$(BUILD)/kesto-journal-bench
 	QT_QPA_PLATFORM=offscreen $(BUILD)/kesto-draw-bench
 	$(BUILD)/kesto-start-bench
 

@@ -1,21 +1,15 @@
-// The services of a benchmark: an operator that answers every question with OK and says
-// nothing, and a host whose system folder the benchmark sets and that keeps no user values and
-// no state: a measured run writes nothing beyond its job's files.
+// The services of a benchmark: the operator that answers every question with OK and says
+// nothing (QuietOperator), and a host whose system folder the benchmark sets and that keeps no user
+// values and no state: a measured run writes nothing beyond its job's files.
 #pragma once
 
 #include <optional>
 #include <string>
 
+#include "support/OperatorRelay.h"
 #include "support/Platform.h"
 
 namespace kesto {
-
-class QuietOperator : public Operator {
-  public:
-    void ShowMessageBox(const std::string&) override {}
-    OkCancel AskKaku(int, int) override { return OkCancel::Ok; }
-    bool AskOffsetWarning(const std::string&) override { return true; }
-};
 
 class BenchHost : public HostStore {
   public:

@@ -4,7 +4,9 @@
 # job's quantities changed) and fails on the first file or message that differs. A speed-up of
 # the core must leave every byte as it was. KINDS: plain (no outline files), crowded (five
 # times the quantities, every seventh outline file missing) and crossings (the crowded kind with
-# offsets of 100 that put many stacks across an offset line), all three by default.
+# offsets of 100 that put many stacks across an offset line), all three by default, and replay
+# (no outline files; each run replays a journal of 300 random commands with --replay-any, for
+# builds that have --replay).
 set -eu
 old=$(realpath "$1") new=$(realpath "$2") makejob=$(realpath "$3")
 # 33 is the seed of the benchmarks' largest and crowded jobs.
@@ -16,7 +18,8 @@ trap 'rm -rf "$work"' EXIT
 
 run() { # run BATCH ROOT CORNER OUTDIR
     (cd "$2" && ORVOSystemRoot="$2" XDG_CONFIG_HOME="$2/config" \
-        "$1" --answer ok "$2/pallet/pallet.txt" 0 0 $offsets "$3" >"$4.stdout" 2>"$4.stderr") ||
+        "$1" --answer ok $replay "$2/pallet/pallet.txt" 0 0 $offsets "$3" >"$4.stdout" \
+            2>"$4.stderr") ||
         echo "exit $?" >>"$4.stdout"
     cp "$2/out/result.txt" "$4.result" 2>/dev/null || true
     cp "$2/out/save.txt" "$4.save" 2>/dev/null || true
@@ -25,15 +28,20 @@ run() { # run BATCH ROOT CORNER OUTDIR
 runs=0
 for kind in $kinds; do
     case $kind in
-        plain) flags=--no-outlines offsets="0.0 0.0" ;;
-        crowded) flags=--crowded offsets="0.0 0.0" ;;
-        crossings) flags=--crowded offsets="100 100" ;;
+        plain) flags=--no-outlines offsets="0.0 0.0" replay= ;;
+        crowded) flags=--crowded offsets="0.0 0.0" replay= ;;
+        crossings) flags=--crowded offsets="100 100" replay= ;;
+        replay) flags="--no-outlines --journal 300" offsets="0.0 0.0" ;;
         *) echo "compare-batch: unknown kind $kind" >&2 && exit 2 ;;
     esac
     for size in $sizes; do
         for seed in $seeds; do
             root=$work/job-$kind-$size-$seed
             "$makejob" "$size" "$seed" "$root" $flags >/dev/null
+            if [ "$kind" = replay ]; then
+                # Drawn on corner 4; on the other corners lines may name what is not there.
+                replay="--replay $root/job.journal --replay-any"
+            fi
             cp "$root/job/job.txt" "$work/job.orig"
             for corner in 1 2 3 4; do
                 for side in old new; do

@@ -1,7 +1,6 @@
 #include "history/EditHistory.h"
 
 #include <cctype>
-#include <set>
 
 #include "app/CKestoApp.h"
 #include "view/Selection.h"
@@ -55,8 +54,8 @@ void EditHistory::Apply(const Step& step, CKestoApp& app, Selection& selection) 
 
 void EditHistory::Record(const std::string& name, const CKestoApp& app, const Selection& selection,
                          ViewPlace view) {
-    redo_.clear();
-    undo_.push_back(Capture(name, app, selection, view, CanUndo() ? &undo_.back().Job : nullptr));
+    ClearSteps(redo_);
+    PushBack(undo_, Capture(name, app, selection, view, CanUndo() ? &undo_.back().Job : nullptr));
     Trim();
 }
 
@@ -68,18 +67,17 @@ void EditHistory::Begin(const std::string& name, const CKestoApp& app, const Sel
 void EditHistory::Commit() {
     if (!pending_)
         return;
-    redo_.clear();
-    undo_.push_back(std::move(*pending_));
+    ClearSteps(redo_);
+    PushBack(undo_, std::move(*pending_));
     pending_.reset();
     Trim();
 }
 
 void EditHistory::Swap(std::deque<Step>& from, std::deque<Step>& to, CKestoApp& app,
                        Selection& selection, ViewPlace* view) {
-    Step step = std::move(from.back());
-    from.pop_back();
-    to.push_back(
-        Capture(step.Name, app, selection, view != nullptr ? *view : ViewPlace{}, &step.Job));
+    Step step = PopBack(from);
+    PushBack(to,
+             Capture(step.Name, app, selection, view != nullptr ? *view : ViewPlace{}, &step.Job));
     Apply(step, app, selection);
     if (view != nullptr)
         *view = step.View;
@@ -101,9 +99,50 @@ bool EditHistory::Redo(CKestoApp& app, Selection& selection, ViewPlace* view) {
 
 void EditHistory::Trim() {
     while (undo_.size() > maxSteps_)
-        undo_.pop_front();
+        PopFront(undo_);
     while (undo_.size() > 1 && Bytes() > maxBytes_)
-        undo_.pop_front();
+        PopFront(undo_);
+}
+
+void EditHistory::PushBack(std::deque<Step>& steps, Step step) {
+    steps.push_back(std::move(step));
+    Count(steps.back(), 1);
+}
+
+EditHistory::Step EditHistory::PopBack(std::deque<Step>& steps) {
+    Count(steps.back(), -1);
+    Step step = std::move(steps.back());
+    steps.pop_back();
+    return step;
+}
+
+void EditHistory::PopFront(std::deque<Step>& steps) {
+    Count(steps.front(), -1);
+    steps.pop_front();
+}
+
+void EditHistory::ClearSteps(std::deque<Step>& steps) {
+    for (const Step& s : steps)
+        Count(s, -1);
+    steps.clear();
+}
+
+void EditHistory::Count(const Step& step, int by) {
+    const size_t own =
+        sizeof(Step) + step.Name.capacity() + step.Job.OwnBytes() + step.Picks.Bytes();
+    bytes_ = by > 0 ? bytes_ + own : bytes_ - own;
+    step.Job.ForShared([&](const void* copy, size_t bytes) {
+        if (by > 0) {
+            if (++holders_[copy] == 1)
+                bytes_ += bytes;
+            return;
+        }
+        const auto it = holders_.find(copy);
+        if (--it->second == 0) {
+            bytes_ -= bytes;
+            holders_.erase(it);
+        }
+    });
 }
 
 std::vector<std::string> EditHistory::UndoNames() const {
@@ -114,18 +153,12 @@ std::vector<std::string> EditHistory::UndoNames() const {
 }
 
 size_t EditHistory::Bytes() const {
-    std::set<const void*> seen;
-    size_t bytes = sizeof(EditHistory);
-    for (const std::deque<Step>* steps : {&undo_, &redo_}) {
-        for (const Step& s : *steps)
-            bytes += sizeof(Step) + s.Name.capacity() + s.Job.Bytes(seen) + s.Picks.Bytes();
-    }
-    return bytes;
+    return bytes_;
 }
 
 void EditHistory::Clear() {
-    undo_.clear();
-    redo_.clear();
+    ClearSteps(undo_);
+    ClearSteps(redo_);
     pending_.reset();
 }
 

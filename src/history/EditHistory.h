@@ -8,6 +8,7 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "history/JobSnapshot.h"
@@ -95,16 +96,27 @@ class EditHistory {
     static Step Capture(const std::string& name, const CKestoApp& app, const Selection& selection,
                         ViewPlace view, const JobSnapshot* like);
     // Moves the last step of from to the back of to, taken as the state now, and applies it.
-    static void Swap(std::deque<Step>& from, std::deque<Step>& to, CKestoApp& app,
-                     Selection& selection, ViewPlace* view);
+    void Swap(std::deque<Step>& from, std::deque<Step>& to, CKestoApp& app, Selection& selection,
+              ViewPlace* view);
     static void Apply(const Step& step, CKestoApp& app, Selection& selection);
     void Trim();
+    // The steps join and leave the two lists only through these, which keep bytes_ counted.
+    void PushBack(std::deque<Step>& steps, Step step);
+    Step PopBack(std::deque<Step>& steps);
+    void PopFront(std::deque<Step>& steps);
+    void ClearSteps(std::deque<Step>& steps);
+    // Adds (by 1) or takes away (by -1) the step's bytes, a shared copy counted while any step
+    // holds it.
+    void Count(const Step& step, int by);
 
     size_t maxSteps_;
     size_t maxBytes_;
     std::deque<Step> undo_;  // the last step at the back
     std::deque<Step> redo_;  // the step taken back last at the back
     std::optional<Step> pending_;
+    // How many steps hold each shared copy, and the bytes of all the steps.
+    std::unordered_map<const void*, size_t> holders_;
+    size_t bytes_ = sizeof(EditHistory);
 };
 
 }  // namespace kesto

@@ -223,25 +223,36 @@ void JobSnapshot::Restore(CKestoApp& app) const {
     app.BoxFlags = boxFlags_;
 }
 
-size_t JobSnapshot::Bytes(std::set<const void*>& seen) const {
+size_t JobSnapshot::OwnBytes() const {
     size_t bytes = sizeof(JobSnapshot) + boxes_.capacity() * sizeof(BoxInfo) +
                    koutei_.capacity() * sizeof(Process) +
                    parts_.capacity() * sizeof(std::shared_ptr<const PartsInfo>) +
                    stacks_.capacity() * sizeof(Stack) + pallets_.capacity() * sizeof(PalletInfo) +
                    blockUses_.capacity() * sizeof(BlockUse);
-    if (blockPlaces_ != nullptr && seen.insert(blockPlaces_.get()).second)
-        bytes += blockPlaces_->capacity() * sizeof(BlockPlace) + 2 * sizeof(void*);
     for (const BoxInfo& b : boxes_)
         bytes += HeapBytes(b.Name);
     for (const Process& k : koutei_)
         bytes += HeapBytes(k.Record.Name) + HeapBytes(k.Record.PalletName);
     for (const PalletInfo& p : pallets_)
         bytes += HeapBytes(p.Name) + HeapBytes(p.ScheduleText);
-    for (const std::shared_ptr<const PartsInfo>& p : parts_) {
-        // make_shared keeps the count beside the part: two pointers' worth, roughly.
-        if (seen.insert(p.get()).second)
-            bytes += PartBytes(*p) + 2 * sizeof(void*);
-    }
+    return bytes;
+}
+
+void JobSnapshot::ForShared(const std::function<void(const void*, size_t)>& count) const {
+    if (blockPlaces_ != nullptr)
+        count(blockPlaces_.get(),
+              blockPlaces_->capacity() * sizeof(BlockPlace) + 2 * sizeof(void*));
+    // make_shared keeps the count beside the part: two pointers' worth, roughly.
+    for (const std::shared_ptr<const PartsInfo>& p : parts_)
+        count(p.get(), PartBytes(*p) + 2 * sizeof(void*));
+}
+
+size_t JobSnapshot::Bytes(std::set<const void*>& seen) const {
+    size_t bytes = OwnBytes();
+    ForShared([&](const void* copy, size_t shared) {
+        if (seen.insert(copy).second)
+            bytes += shared;
+    });
     return bytes;
 }
 

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <set>
 #include <vector>
@@ -37,6 +38,11 @@ class JobSnapshot {
     // not counted again (a history counts its shared parts once).
     size_t Bytes(std::set<const void*>& seen) const;
     size_t Bytes() const;
+    // The bytes of what is the snapshot's alone, and each copy it may share with other
+    // snapshots (the parts, the blocks' places) with its bytes: a history keeps its count up
+    // to date step by step from these.
+    size_t OwnBytes() const;
+    void ForShared(const std::function<void(const void* copy, size_t bytes)>& count) const;
 
     size_t Stacks() const { return stacks_.size(); }
 

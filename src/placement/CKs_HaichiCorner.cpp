@@ -62,6 +62,8 @@ void CKs_Haichi::RebuildCorners(KouteiInfo* koutei, const std::vector<HaichiInfo
     CurKoutei = koutei;
     if (koutei == nullptr)
         return;
+    // Each stack marks the blocks of its process near it; no stack moves meanwhile.
+    IndexScope scope(*this, koutei->No);
     for (const int32_t i : app_.Blocks.OfProcess(koutei->No)) {
         BlockInfo& b = app_.Blocks[i];
         b.CornerMask = 0;

@@ -4,6 +4,7 @@
 
 #include "placement/CKs_Haichi.h"
 #include "placement/CornerQuery.h"
+#include "placement/PlacementIndex.h"
 
 namespace kesto {
 
@@ -124,17 +125,23 @@ void CKs_Haichi::MoveToCorner(HaichiInfo& h, const LengthRect& group, int blockI
 void CKs_Haichi::SnapMove(const std::vector<HaichiInfo*>& stacks, const LengthRect& group,
                           int target, int left, int top, int right, int bottom) {
     int best = 9999, bestBlock = -1, bestCorner = 0;
-    const CornerQuery query = Query();
-    for (const int32_t i : app_.Blocks.OfPallet(CurKoutei->No, target)) {
-        const BlockInfo& b = app_.Blocks[i];
-        for (uint8_t c : kCornerSearchOrder) {
-            if ((b.CornerMask & c) != 0 || query.TestCorner(CornerTestMode::Dragging, i, c) == 0)
-                continue;
-            const int d = CornerDistance(BlockPixels(i), c, left, top, right, bottom);
-            if (d < best) {
-                best = d;
-                bestBlock = i;
-                bestCorner = c;
+    {
+        // Every corner of the target pallet is weighed against the process's stacks near it;
+        // the stacks move only once the corner is chosen.
+        IndexScope scope(*this, CurKoutei->No);
+        const CornerQuery query = Query();
+        for (const int32_t i : app_.Blocks.OfPallet(CurKoutei->No, target)) {
+            const BlockInfo& b = app_.Blocks[i];
+            for (uint8_t c : kCornerSearchOrder) {
+                if ((b.CornerMask & c) != 0 ||
+                    query.TestCorner(CornerTestMode::Dragging, i, c) == 0)
+                    continue;
+                const int d = CornerDistance(BlockPixels(i), c, left, top, right, bottom);
+                if (d < best) {
+                    best = d;
+                    bestBlock = i;
+                    bestCorner = c;
+                }
             }
         }
     }

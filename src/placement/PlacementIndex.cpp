@@ -43,13 +43,16 @@ size_t MostCells(size_t blocks) {
 
 }  // namespace
 
-PlacementIndex::PlacementIndex(const CKestoApp& app) : app_(app), blockLimit_(app.Blocks.Filled()) {
+PlacementIndex::PlacementIndex(const CKestoApp& app, std::optional<int32_t> only)
+    : app_(app), only_(only), blockLimit_(app.Blocks.Filled()) {
     std::unordered_map<int32_t, BlockExtent> extents;
     // The table holds each process's blocks one after another: one lookup per run of them.
     Process* run = nullptr;
     BlockExtent* runExtent = nullptr;
     for (int i = 0; i < blockLimit_; ++i) {
         const BlockInfo& b = app.Blocks[i];
+        if (only_ && b.KouteiNo != *only_)
+            continue;
         if (run == nullptr || app.Blocks[i - 1].KouteiNo != b.KouteiNo) {
             run = &processes_[b.KouteiNo];
             runExtent = &extents[b.KouteiNo];
@@ -89,10 +92,12 @@ const std::vector<StackId>* PlacementIndex::StacksOf(const PartsInfo* part) cons
 }
 
 void PlacementIndex::Add(const HaichiInfo* h) {
+    const BlockInfo* stands = app_.BlockOf(*h);
+    if (only_ && (stands == nullptr || stands->KouteiNo != *only_))
+        return;
     try {
         partStacks_[h->Part].push_back(h->Id);
         // A stack without a part or block never stands in the way.
-        const BlockInfo* stands = app_.BlockOf(*h);
         if (h->Part == nullptr || stands == nullptr)
             return;
         const BlockInfo& b = *stands;

@@ -158,8 +158,9 @@ class PlacementIndex {
         RectGrid<const HaichiInfo*> StackGrid;
     };
 
-    // Indexes the job's filled blocks and every stack. Throws std::bad_alloc.
-    explicit PlacementIndex(const CKestoApp& app);
+    // Indexes the job's filled blocks and every stack; with only, the blocks and stacks of
+    // that process alone, for an operation that asks of no other. Throws std::bad_alloc.
+    explicit PlacementIndex(const CKestoApp& app, std::optional<int32_t> only = std::nullopt);
 
     // The process's entry, or null when it has no block.
     const Process* Find(int32_t kouteiNo) const;
@@ -183,7 +184,8 @@ class PlacementIndex {
     int RestoreScanEnd(int32_t kouteiNo, int storedPallet);
 
     const CKestoApp& app_;
-    int blockLimit_;  // the filled blocks when the index was made
+    std::optional<int32_t> only_;  // the one process indexed, when not all are
+    int blockLimit_;               // the filled blocks when the index was made
     bool usable_ = true;
     std::unordered_map<int32_t, Process> processes_;
     std::unordered_map<const PartsInfo*, std::vector<StackId>> partStacks_;
@@ -199,11 +201,13 @@ LengthRect ProcessBounds(const CKestoApp& app, const PlacementIndex* index,
 // Builds the engine's index for the length of an operation, unless one is up already.
 class CKs_Haichi::IndexScope {
   public:
-    explicit IndexScope(CKs_Haichi& engine) : engine_(engine), owner_(engine.index_ == nullptr) {
+    // only: the operation asks of that process alone (its corners, its stacks).
+    explicit IndexScope(CKs_Haichi& engine, std::optional<int32_t> only = std::nullopt)
+        : engine_(engine), owner_(engine.index_ == nullptr) {
         if (!owner_)
             return;
         try {
-            engine.index_ = std::make_unique<PlacementIndex>(engine.app_);
+            engine.index_ = std::make_unique<PlacementIndex>(engine.app_, only);
         } catch (const std::bad_alloc&) {
             engine.index_.reset();
         }

@@ -164,6 +164,30 @@ TEST_F(HistoryTest, ByteLimitDropsTheOldestButKeepsOne) {
     EXPECT_EQ(Mark(), 1);
 }
 
+// The count follows the steps as they come and go: one step holds its snapshot's bytes, its
+// parts counted once however many steps share them, and an empty history holds nothing more.
+TEST_F(HistoryTest, BytesFollowEveryStepThatComesAndGoes) {
+    EditHistory history;
+    const size_t empty = history.Bytes();
+    Step(history, step::kMove, 1);
+    const size_t one = history.Bytes();
+    const JobSnapshot alone = JobSnapshot::Take(app);
+    EXPECT_GT(one - empty, alone.OwnBytes());
+    Step(history, step::kRight, 2);
+    Step(history, step::kLeft, 3);
+    // Only the first part changed: the later steps share every other part with the first.
+    EXPECT_LT(history.Bytes() - one, 2 * (one - empty));
+    history.Undo(app, selection);
+    history.Undo(app, selection);
+    history.Redo(app, selection);
+    Step(history, step::kRetry, 7);  // drops the step left to redo
+    while (history.Undo(app, selection)) {
+    }
+    EXPECT_GT(history.Bytes(), one);
+    history.Clear();
+    EXPECT_EQ(history.Bytes(), empty);
+}
+
 TEST_F(HistoryTest, UndoGivesBackTheSelection) {
     app.HaichiList.Append().Part = &app.PartsList.Items.front();
     app.HaichiList.Append().Part = &app.PartsList.Items.back();

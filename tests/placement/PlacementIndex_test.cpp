@@ -252,5 +252,28 @@ TEST(PlacementIndex, StacksAreFiledByPartInListOrderAndByPallet) {
     EXPECT_TRUE(index.Usable());
 }
 
+TEST(PlacementIndex, AnIndexOfOneProcessHoldsItsBlocksAndStacksAlone) {
+    CKestoApp app = AppWithBlocks();
+    PartsInfo& part = test::AddPart(app, {.SizeX = 100, .SizeY = 80});
+    for (const int block : {13, 30}) {  // process 1 pallet 2, process 2 pallet 1
+        HaichiInfo& h = app.HaichiList.Append();
+        h.Part = &part;
+        h.BlockIndex = block;
+        h.X = 210;
+        h.Y = 10;
+    }
+    PlacementIndex index(app, 2);
+    EXPECT_EQ(index.Find(1), nullptr);
+    EXPECT_EQ(index.Find(3), nullptr);
+    const PlacementIndex::Process* p = index.Find(2);
+    ASSERT_NE(p, nullptr);
+    EXPECT_EQ(p->Blocks.size(), 24u);
+    EXPECT_EQ(p->Blocks.front(), 24);
+    ASSERT_EQ(p->PalletStacks.count(1), 1u);
+    EXPECT_EQ(p->PalletStacks.count(2), 0u);
+    ASSERT_NE(index.StacksOf(&part), nullptr);
+    EXPECT_EQ(index.StacksOf(&part)->size(), 1u);
+}
+
 }  // namespace
 }  // namespace kesto
