@@ -32,24 +32,6 @@ const std::string kOtherJob = std::string(64, 'e');
 const std::string kTime = "2024-05-06T07:08:09.010";
 const std::string kHeader = "kesto-journal 1\njob " + kJob + "\n";
 
-JournalCommand Make(JournalVerb verb) {
-    JournalCommand command;
-    command.Verb = verb;
-    return command;
-}
-
-JournalCommand ProcessCommand(int32_t position) {
-    JournalCommand command = Make(JournalVerb::Process);
-    command.Value = position;
-    return command;
-}
-
-JournalCommand LeftCommand(std::vector<int32_t> stacks) {
-    JournalCommand command = Make(JournalVerb::Left);
-    command.Stacks = std::move(stacks);
-    return command;
-}
-
 // The journal lines of commands, each at kTime.
 std::string Lines(std::initializer_list<std::string> commands) {
     std::string text;
@@ -64,13 +46,14 @@ TEST(JournalWriter, MakesTheFoldersAndWritesTheHeaderOfANewJournal) {
     JournalWriter writer;
     ASSERT_TRUE(writer.Open(path, kJob));
     EXPECT_EQ(ReadFile(path), kHeader);
-    EXPECT_TRUE(writer.Append(JournalLine(kTime, ProcessCommand(2))));
-    EXPECT_TRUE(writer.Append(JournalLine(kTime, Make(JournalVerb::Ok))));
+    EXPECT_TRUE(writer.Append(
+        JournalLine(kTime, (JournalCommand{.Verb = JournalVerb::Process, .Value = 2}))));
+    EXPECT_TRUE(writer.Append(JournalLine(kTime, (JournalCommand{.Verb = JournalVerb::Ok}))));
     EXPECT_FALSE(writer.Failed());
     // Each line is in the file when Append returns.
     EXPECT_EQ(ReadFile(path), kHeader + Lines({"process 2", "ok"}));
     writer.Close();
-    EXPECT_FALSE(writer.Append(JournalLine(kTime, Make(JournalVerb::Ok))));
+    EXPECT_FALSE(writer.Append(JournalLine(kTime, (JournalCommand{.Verb = JournalVerb::Ok}))));
     EXPECT_EQ(ReadJournalFile(path).End, JournalVerb::Ok);
 }
 
@@ -80,11 +63,11 @@ TEST(JournalWriter, AppendsToTheJournalOfTheSameJob) {
     {
         JournalWriter first;
         ASSERT_TRUE(first.Open(path, kJob));
-        ASSERT_TRUE(first.Append(JournalLine(kTime, Make(JournalVerb::Retry))));
+        ASSERT_TRUE(first.Append(JournalLine(kTime, (JournalCommand{.Verb = JournalVerb::Retry}))));
     }
     JournalWriter again;
     ASSERT_TRUE(again.Open(path, kJob));
-    ASSERT_TRUE(again.Append(JournalLine(kTime, Make(JournalVerb::Auto))));
+    ASSERT_TRUE(again.Append(JournalLine(kTime, (JournalCommand{.Verb = JournalVerb::Auto}))));
     EXPECT_EQ(ReadFile(path), kHeader + Lines({"retry", "auto"}));
 }
 
@@ -108,7 +91,7 @@ TEST(JournalWriter, JournalOfAnotherJobOrNoJournalIsLeftAlone) {
         JournalWriter writer;
         EXPECT_FALSE(writer.Open(folder / name, kJob)) << name;
         EXPECT_TRUE(writer.Failed());
-        EXPECT_FALSE(writer.Append(JournalLine(kTime, Make(JournalVerb::Ok))));
+        EXPECT_FALSE(writer.Append(JournalLine(kTime, (JournalCommand{.Verb = JournalVerb::Ok}))));
         EXPECT_EQ(ReadFile(folder / name), before) << name;
     }
 }
@@ -118,7 +101,7 @@ TEST(JournalWriter, JournalWithCrLfHeaderIsAppendedTo) {
     WriteFile(folder / "j.journal", "kesto-journal 1\r\njob " + kJob + "\r\n");
     JournalWriter writer;
     ASSERT_TRUE(writer.Open(folder / "j.journal", kJob));
-    ASSERT_TRUE(writer.Append(JournalLine(kTime, Make(JournalVerb::Undo))));
+    ASSERT_TRUE(writer.Append(JournalLine(kTime, (JournalCommand{.Verb = JournalVerb::Undo}))));
     EXPECT_EQ(ReadJournalFile(folder / "j.journal").Lines.size(), 1u);
 }
 
@@ -129,7 +112,8 @@ TEST(JournalWriter, LineCutShortIsCutOffBeforeTheNextLine) {
     JournalWriter writer;
     ASSERT_TRUE(writer.Open(folder / "j.journal", kJob));
     EXPECT_EQ(ReadFile(folder / "j.journal"), kHeader + Lines({"retry"}));
-    ASSERT_TRUE(writer.Append(JournalLine(kTime, LeftCommand({4}))));
+    ASSERT_TRUE(writer.Append(
+        JournalLine(kTime, (JournalCommand{.Verb = JournalVerb::Left, .Stacks = {4}}))));
     EXPECT_EQ(ReadFile(folder / "j.journal"), kHeader + Lines({"retry", "left 4"}));
 }
 
@@ -170,7 +154,8 @@ TEST(JournalWriter, RefusesWhatIsNotOneLineAndFailsFromThenOn) {
         ASSERT_TRUE(writer.Open(path, kJob));
         EXPECT_FALSE(writer.Append(bad));
         EXPECT_TRUE(writer.Failed());
-        EXPECT_FALSE(writer.Append(JournalLine(kTime, Make(JournalVerb::Retry))));
+        EXPECT_FALSE(
+            writer.Append(JournalLine(kTime, (JournalCommand{.Verb = JournalVerb::Retry}))));
         EXPECT_EQ(ReadFile(path), kHeader);
     }
 }
@@ -181,7 +166,7 @@ TEST(JournalWriter, FailedWriteFailsEveryLaterAppendWithoutWriting) {
     const std::string path = folder / "j.journal";
     JournalWriter writer;
     ASSERT_TRUE(writer.Open(path, kJob));
-    const std::string line = JournalLine(kTime, Make(JournalVerb::Retry));
+    const std::string line = JournalLine(kTime, JournalCommand{.Verb = JournalVerb::Retry});
     {
         // Room for the header and half a line, as a disk that fills up.
         test::FileSizeLimit limit(kHeader.size() + line.size() / 2);
@@ -205,7 +190,7 @@ TEST(JournalWriter, OpenFailsWhereNoFileCanBeMade) {
     JournalWriter writer;
     EXPECT_FALSE(writer.Open(JournalPath(folder / "file", kJob), kJob));
     EXPECT_TRUE(writer.Failed());
-    EXPECT_FALSE(writer.Append(JournalLine(kTime, Make(JournalVerb::Retry))));
+    EXPECT_FALSE(writer.Append(JournalLine(kTime, (JournalCommand{.Verb = JournalVerb::Retry}))));
     EXPECT_EQ(ReadFile(folder / "file"), "x");
     // A folder in the place of the file.
     fs::create_directories(folder.Path() / "dir.journal");
@@ -241,7 +226,7 @@ TEST(JournalWriter, MovedWriterKeepsTheFile) {
     JournalWriter first;
     ASSERT_TRUE(first.Open(folder / "j.journal", kJob));
     JournalWriter second = std::move(first);
-    EXPECT_TRUE(second.Append(JournalLine(kTime, Make(JournalVerb::Redo))));
+    EXPECT_TRUE(second.Append(JournalLine(kTime, (JournalCommand{.Verb = JournalVerb::Redo}))));
     EXPECT_EQ(ReadFile(folder / "j.journal"), kHeader + Lines({"redo"}));
 }
 
