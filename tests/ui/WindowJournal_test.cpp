@@ -107,6 +107,22 @@ TEST_F(WindowJournalTest, ReturnRestoresAnUnfinishedJournalAndTheJournalGoesOn) 
                                         "view flat"}));
 }
 
+TEST_F(WindowJournalTest, ADropTheReplaySawRefusedLeavesNoWordInTheStatusLine) {
+    ASSERT_TRUE(Open());
+    hex = JobIdentityOf(*job.Session);
+    // Far off every pallet: refused, and a correction all the same.
+    LeaveJournal("2026-11-26T10:00:00.000 drop 1600 900 -400 -400 -300 -350 0\n");
+    WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
+    journal.Begin();
+    Answerer answer;
+    answer.Arm(Qt::Key_Return);
+    journal.Start(*job.Dialog);
+    EXPECT_EQ(answer.Asked, "RecoveryQuestion");
+    auto* status = job.Dialog->DrawArea()->findChild<QLabel*>("DropStatus");
+    ASSERT_NE(status, nullptr);
+    EXPECT_FALSE(status->isVisible());
+}
+
 TEST_F(WindowJournalTest, NoSetsTheJournalAsideAndStartsANewOne) {
     ASSERT_TRUE(Open());
     hex = JobIdentityOf(*job.Session);

@@ -61,6 +61,16 @@ void CKs_DrawArea::ShowRefusal(const std::vector<IntRect>& rects, const QString&
     ShowStatus(why);
 }
 
+void CKs_DrawArea::ForgetRefusal() {
+    refused_.clear();
+    refusedShown_ = false;
+    flashesLeft_ = 0;
+    flash_->stop();
+    statusEnd_->stop();
+    status_->hide();
+    update();
+}
+
 void CKs_DrawArea::ShowStatus(const QString& text) {
     status_->setText(text);
     status_->adjustSize();

@@ -65,6 +65,9 @@ class CKs_DrawArea : public ImagePanel {
     // each for a moment only.
     void ShowRefusal(const std::vector<IntRect>& rects, const QString& why);
     // The status line alone, for a while: something the operator should know that no drop did.
+    // Takes back a refusal still shown (its outline and status line), when what it answered
+    // is no longer the operator's last act.
+    void ForgetRefusal();
     void ShowStatus(const QString& text);
     QLabel* StatusLine() const { return status_; }
     bool Flashing() const { return flashesLeft_ > 0; }

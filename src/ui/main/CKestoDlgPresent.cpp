@@ -25,6 +25,8 @@ constexpr ChangeSet kPartsAllChanges = Change::Koutei | Change::Pallet | Change:
 }  // namespace
 
 void CKestoDlg::ShowWholeJob() {
+    // A drop the replay saw refused is not the operator's to read about.
+    drawArea_->ForgetRefusal();
     layoutStep_ = LayoutStep::Due;
     ApplyLayout();
     // Every change but a reload: the lists are filled again, and the picks the journal left stay.
