@@ -96,7 +96,6 @@ int main(int argc, char** argv) {
     }
     {
         kesto::WindowJournal journal(session, relay, host.StateFolder());
-        journal.Begin();
         kesto::CKestoDlg dialog(session, fonts);
         op.SetMainWindow(&dialog);
         kesto::MaximiseOnScreen(dialog);

@@ -73,7 +73,6 @@ class WindowJournalTest : public ::testing::Test {
 TEST_F(WindowJournalTest, TheCommandsFromTheStartOnAreWrittenIntoTheStateFolder) {
     ASSERT_TRUE(Open());
     WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
-    journal.Begin();
     journal.Start(*job.Dialog);
     job.Dialog->OnView(PalletView::Danmen);
     const std::string path = journal.Journal()->Path();
@@ -91,7 +90,6 @@ TEST_F(WindowJournalTest, ReturnRestoresAnUnfinishedJournalAndTheJournalGoesOn) 
         "2026-11-26T10:00:00.000 view danmen\n2026-11-26T10:00:10.000 undo\n"
         "2026-11-26T10:01:30.250 grid 0\n");
     WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
-    journal.Begin();
     Answerer answer;
     answer.Arm(Qt::Key_Return);
     journal.Start(*job.Dialog);
@@ -113,7 +111,6 @@ TEST_F(WindowJournalTest, ADropTheReplaySawRefusedLeavesNoWordInTheStatusLine) {
     // Far off every pallet: refused, and a correction all the same.
     LeaveJournal("2026-11-26T10:00:00.000 drop 1600 900 -400 -400 -300 -350 0\n");
     WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
-    journal.Begin();
     Answerer answer;
     answer.Arm(Qt::Key_Return);
     journal.Start(*job.Dialog);
@@ -128,7 +125,6 @@ TEST_F(WindowJournalTest, NoSetsTheJournalAsideAndStartsANewOne) {
     hex = JobIdentityOf(*job.Session);
     LeaveJournal("2026-11-26T10:00:00.000 view danmen\n2026-11-26T10:00:10.000 undo\n");
     WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
-    journal.Begin();
     Answerer answer;
     answer.Arm(Qt::Key_Escape);
     journal.Start(*job.Dialog);
@@ -144,7 +140,6 @@ TEST_F(WindowJournalTest, AJournalThatCannotBeWrittenIsToldInTheStatusLineAndThe
     ASSERT_TRUE(Open());
     test::WriteFile(state.Path() / "journal", "a file where the folder should be");
     WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
-    journal.Begin();
     journal.Start(*job.Dialog);
     auto* status = job.Dialog->DrawArea()->findChild<QLabel*>("DropStatus");
     ASSERT_NE(status, nullptr);

@@ -1,7 +1,6 @@
 #include "ui/main/WindowJournal.h"
 
 #include <QMessageBox>
-#include <system_error>
 
 #include "render/TextCodec.h"
 #include "session/JournalReplay.h"
@@ -15,27 +14,10 @@ WindowJournal::WindowJournal(JobSession& session, OperatorRelay& relay, std::str
 
 WindowJournal::~WindowJournal() {
     session_.JournalIn(nullptr);
-    if (identity_.valid())
-        identity_.wait();
-}
-
-void WindowJournal::Begin() {
-    // The paths are taken here; the thread only reads files.
-    inputs_ = InputsOf(session_);
-    try {
-        identity_ =
-            std::async(std::launch::async, [inputs = inputs_] { return IdentityOf(inputs); });
-    } catch (const std::system_error&) {
-        // No thread to be had: the identity is worked out when it is needed.
-    }
-}
-
-std::string WindowJournal::Identity() {
-    return identity_.valid() ? identity_.get() : IdentityOf(inputs_);
 }
 
 void WindowJournal::Start(CKestoDlg& window) {
-    journal_.emplace(stateFolder_, Identity());
+    journal_.emplace(stateFolder_, JobIdentityOf(session_));
     const MessageTable& messages = session_.Svc().Messages;
     journal_->OnFailure([&window, &messages](const std::string& path) {
         window.DrawArea()->ShowStatus(DecodeText(NoJournalText(messages, path)));

@@ -2,7 +2,6 @@
 // offered back once the placement is shown, and every command from then on is written.
 #pragma once
 
-#include <future>
 #include <optional>
 #include <string>
 
@@ -23,26 +22,21 @@ class WindowJournal {
     WindowJournal(const WindowJournal&) = delete;
     WindowJournal& operator=(const WindowJournal&) = delete;
 
-    // After the start-up: the job's identity is worked out beside the window's making (it
-    // reads every input again).
-    void Begin();
-    // Once the window shows the placement: a journal this job's earlier run left unfinished is
-    // offered back (Yes replays it under the window and goes on writing it, No sets it aside),
-    // and the commands from now on are written.
+    // Once the window shows the placement: the job's identity is worked out (it reads every
+    // input again, which the start's first picture never waits for), a journal this job's
+    // earlier run left unfinished is offered back (Yes replays it under the window and goes on
+    // writing it, No sets it aside), and the commands from now on are written.
     void Start(CKestoDlg& window);
     // The journal the commands are written into, once started.
     const JobJournal* Journal() const { return journal_ ? &*journal_ : nullptr; }
 
   private:
-    std::string Identity();
     // The question, Yes being the default button; true for Yes.
     bool AskRestore(CKestoDlg& window, const std::string& question);
 
     JobSession& session_;
     OperatorRelay& relay_;
     std::string stateFolder_;
-    JobInputs inputs_;
-    std::future<std::string> identity_;
     std::optional<JobJournal> journal_;
 };
 
