@@ -13,6 +13,7 @@
 #include "JournalGenerator.h"
 #include "history/Journal.h"
 #include "session/HeadlessDrawing.h"
+#include "session/JobJournal.h"
 #include "session/JournalReplay.h"
 
 namespace kesto {
@@ -104,10 +105,27 @@ void BM_ReplayLargest(benchmark::State& state) {
     state.counters["commands"] = static_cast<double>(commands.size());
 }
 
+// The job's identity on the largest job with its 999 outline files: what the window works out
+// once its first picture is shown, before it opens the journal.
+void BM_JobIdentityLargest(benchmark::State& state) {
+    BenchFolder folder;
+    const Installation inst =
+        WriteInstallation((folder.Path / "install").string(), GenerateJob(LargestJobShape()), {});
+    HeadlessJob job(inst);
+    if (!job.Started()) {
+        state.SkipWithError("the largest job did not start");
+        return;
+    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(JobIdentityOf(job.Session()));
+    state.counters["files"] = static_cast<double>(InputsOf(job.Session()).Files.size());
+}
+
 BENCHMARK(BM_JournalAppend)
     ->Repetitions(5)
     ->ReportAggregatesOnly(true)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_JobIdentityLargest)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ReplayLargest)->Arg(1000)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 }  // namespace
