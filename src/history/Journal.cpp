@@ -627,7 +627,7 @@ JournalFile ReadJournal(std::string_view text) {
         ParsedJournalLine parsed = ParseLineBody(line->Bytes);
         if (!line->Ended) {
             // What a write cut short leaves; never taken as the command it may look like.
-            parsed.Kind = ParsedJournalLine::Kind::Malformed;
+            parsed.Kind = ParsedJournalLine::Kind::CutShort;
             parsed.Command = JournalCommand{};
             parsed.Why = "the last line has no line end: its write was cut short";
         }

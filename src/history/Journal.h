@@ -132,6 +132,9 @@ struct ParsedJournalLine {
         Command,    // Command holds it
         Unknown,    // a good time and a command word this version does not know; Word holds it
         Malformed,  // Why says what is wrong
+        // The last line without its line end: a write cut short, whose command the operator
+        // never saw carried out. No command, and no damage either; Why says so.
+        CutShort,
     } Kind = Kind::Malformed;
     JournalCommand Command;
     std::string Time;  // as written, when the line starts with a good time
@@ -146,7 +149,7 @@ struct JournalFile {
     int Version = 0;  // of the first line, when it names one
     std::string Job;  // the job's identity, when the header is good
     // Every line after the header with its line number in the file (the first is line 3). A
-    // last line without its line end (a write cut short) is Malformed.
+    // last line without its line end (a write cut short) is CutShort.
     std::vector<std::pair<int, ParsedJournalLine>> Lines;
     // Ok or Cancel when the last line that is a command is ok or cancel: the job ended.
     std::optional<JournalVerb> End;

@@ -78,6 +78,10 @@ ReplayOutcome JournalReplay::Run(const JournalFile& journal) {
             outcome.Skipped.push_back(at + "unknown command " + parsed.Word);
             continue;
         }
+        if (parsed.Kind == ParsedJournalLine::Kind::CutShort) {
+            outcome.Skipped.push_back(at + parsed.Why);
+            continue;
+        }
         if (parsed.Kind == ParsedJournalLine::Kind::Malformed) {
             outcome.BadLine = line;
             outcome.Why = at + parsed.Why;

@@ -497,6 +497,26 @@ TEST_F(BatchReplayRun, AnUnknownCommandIsSkippedAndTold) {
         << s.Err;
 }
 
+// A window killed while it wrote a line leaves it without its line end: what came before is
+// carried out, and the job ends as --answer says.
+TEST_F(BatchReplayRun, ALastLineCutShortIsPassedOverAndTheJobEndsAsAnswered) {
+    const std::filesystem::path journal = folder / "replayed.journal";
+    test::WriteFile(journal,
+                    test::JournalText(ThisJob(), {"left 0"}) + "2026-11-26T10:00:01.000 ok");
+    BatchOptions options;
+    options.Tokens = Tokens(folder);
+    options.Answer = OkCancel::Cancel;
+    options.Replay = ReplayRequest{.File = journal.string()};
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(RunBatch("kesto-batch", options, out, err, host), 100) << err.str();
+    EXPECT_NE(err.str().find("line 4: the last line has no line end: its write was cut short, "
+                             "skipped"),
+              std::string::npos)
+        << err.str();
+    EXPECT_EQ(test::ReadLines(folder / "out/result.csv_tmp").front(), "0002,1,Plate,0,3");
+}
+
 TEST_F(BatchReplayRun, AJournalThatCannotBeReadEndsWith2BeforeTheJobRuns) {
     BatchOptions options;
     options.Tokens = Tokens(folder);

@@ -177,7 +177,7 @@ TEST(JournalWriter, FailedWriteFailsEveryLaterAppendWithoutWriting) {
     // What the disk took stays a line cut short, never a command; the next open cuts it off.
     const JournalFile file = ReadJournalFile(path);
     ASSERT_EQ(file.Lines.size(), 1u);
-    EXPECT_EQ(file.Lines[0].second.Kind, ParsedJournalLine::Kind::Malformed);
+    EXPECT_EQ(file.Lines[0].second.Kind, ParsedJournalLine::Kind::CutShort);
     ASSERT_TRUE(writer.Open(path, kJob));
     EXPECT_FALSE(writer.Failed());
     EXPECT_EQ(ReadFile(path), kHeader);

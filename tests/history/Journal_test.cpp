@@ -542,7 +542,7 @@ TEST(ReadJournal, CrLfLinesReadAsLfLines) {
     EXPECT_EQ(file.End, JournalVerb::Ok);
 }
 
-TEST(ReadJournal, LastLineWithoutItsLineEndIsMalformedAndTheLinesBeforeItStand) {
+TEST(ReadJournal, LastLineWithoutItsLineEndIsCutShortAndTheLinesBeforeItStand) {
     const std::string text = kHeader + Lines({"process 2", "retry"}) + kTime + " ok";
     const JournalFile file = ReadJournal(text);
     EXPECT_EQ(file.Error, "");
@@ -551,7 +551,7 @@ TEST(ReadJournal, LastLineWithoutItsLineEndIsMalformedAndTheLinesBeforeItStand) 
     EXPECT_EQ(file.Lines[1].second.Kind, ParsedJournalLine::Kind::Command);
     const ParsedJournalLine& torn = file.Lines[2].second;
     EXPECT_EQ(file.Lines[2].first, 5);
-    EXPECT_EQ(torn.Kind, ParsedJournalLine::Kind::Malformed);
+    EXPECT_EQ(torn.Kind, ParsedJournalLine::Kind::CutShort);
     EXPECT_EQ(torn.Why, "the last line has no line end: its write was cut short");
     EXPECT_EQ(torn.Command, (JournalCommand{}));
     // The ok was never written whole: the job did not end.
@@ -561,7 +561,7 @@ TEST(ReadJournal, LastLineWithoutItsLineEndIsMalformedAndTheLinesBeforeItStand) 
     for (size_t cut = 1; cut < line.size(); ++cut) {
         const JournalFile cutShort = ReadJournal(kHeader + line.substr(0, cut));
         ASSERT_EQ(cutShort.Lines.size(), 1u) << cut;
-        EXPECT_EQ(cutShort.Lines[0].second.Kind, ParsedJournalLine::Kind::Malformed) << cut;
+        EXPECT_EQ(cutShort.Lines[0].second.Kind, ParsedJournalLine::Kind::CutShort) << cut;
     }
 }
 

@@ -98,6 +98,19 @@ TEST_F(JournalReplayTest, AnUnknownCommandIsPassedOverAndTold) {
     EXPECT_EQ(shown.Mode(), PalletView::Danmen);
 }
 
+// The command of a write cut short was never shown to the operator: passed over, and told.
+TEST_F(JournalReplayTest, ALastLineCutShortIsPassedOverAndTold) {
+    JournalReplay replay(session, drawing, edit, relay, answers);
+    const ReplayOutcome outcome = replay.Run(
+        ReadJournal(JournalText(kJob, {"view danmen"}) + "2026-11-26T10:00:01.000 left 0"));
+    EXPECT_TRUE(outcome.Ok()) << outcome.Why;
+    EXPECT_EQ(outcome.Commands, 1);
+    EXPECT_EQ(outcome.Skipped,
+              std::vector<std::string>(
+                  {"line 4: the last line has no line end: its write was cut short"}));
+    EXPECT_EQ(partA.PiecesSetAside, 0);
+}
+
 TEST_F(JournalReplayTest, TheEndLineEndsTheReplayAndIsLeftToTheCaller) {
     const ReplayOutcome outcome = Replay({"view danmen", "cancel", "view flat"});
     EXPECT_EQ(outcome.End, OkCancel::Cancel);
