@@ -27,6 +27,7 @@
 #include "common/EditInvariants.h"
 #include "common/EditingWindow.h"
 #include "common/RandomOperator.h"
+#include "common/RecordedJournal.h"
 #include "common/WindowJob.h"
 #include "session/CommandJournal.h"
 #include "ui/dialogs/CKs_MaiDlg.h"
@@ -310,11 +311,13 @@ TEST(CKestoDlgMonkey, RandomOperatorKeepsTheJobWhole) {
 // stacks hold 0"), on the job of EditingWindow.h: one piece a stack gives A1 four stacks, four
 // pieces placed, and its ten pieces shared out over them; left takes all ten off while it
 // counted four; Retry reads the job anew; Ctrl+Z brings back the job from before it, which the
-// walk must know as the one in which A1 was shared out.
+// walk must know as the one in which A1 was shared out. The journal words the way there.
 TEST(CKestoDlgMonkey, APartSharedOutAndSetAsideIsKnownAgainWhenUndoTakesRetryBack) {
+    test::RecordedJournal journal;  // outlives the session that writes to it
     test::EditingWindow w;
     ASSERT_TRUE(w.opened);
     JobSession& session = *w.job.Session;
+    session.JournalIn(&journal);
     test::SharedOutParts sharedOut;
     auto check = [&] {
         sharedOut.Settle(session.History());
@@ -365,6 +368,8 @@ TEST(CKestoDlgMonkey, APartSharedOutAndSetAsideIsKnownAgainWhenUndoTakesRetryBac
     EXPECT_EQ(a1().PiecesPlaced, 10);
     EXPECT_EQ(check(), "");
     EXPECT_TRUE(sharedOut.Now()->empty());
+    EXPECT_EQ(journal.Lines, std::vector<std::string>({"hit single", "sheets 0 1", "left 2 3 4 5",
+                                                       "retry", "undo", "redo"}));
 }
 
 }  // namespace
