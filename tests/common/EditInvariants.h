@@ -2,12 +2,14 @@
 // the session and of the window.
 #pragma once
 
+#include <deque>
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "history/EditHistory.h"
 #include "view/PalletDrawing.h"
 
 namespace kesto::test {
@@ -66,6 +68,64 @@ inline std::string CheckCounts(CKestoApp& app, std::set<int32_t>* sharedOut = nu
     }
     return "";
 }
+
+// The parts seen shared out, for CheckCounts, as the job's own history holds them. Retry and
+// Auto read every part anew, so none is shared out after them; but taking one of them back
+// brings back the job from before it, with the parts shared out then (and maybe set aside
+// since, so that their stacks hold less than they count), and doing it again brings back
+// those of the job it read.
+class SharedOutParts {
+  public:
+    std::set<int32_t>* Now() { return &now_; }
+
+    // Retry or Auto was carried out.
+    void Reloaded() {
+        earlier_.push_back(now_);
+        now_.clear();
+        later_.clear();
+        // No more reloads can be taken back than the history keeps steps.
+        while (earlier_.size() > kEditHistorySteps)
+            earlier_.pop_front();
+    }
+    // Around Undo or Redo: the step it took back or did again, if any.
+    void BeforeUndoOrRedo(const EditHistory& history) {
+        undoSteps_ = history.UndoSteps();
+        redoSteps_ = history.RedoSteps();
+        undoName_ = history.UndoName();
+        redoName_ = history.RedoName();
+    }
+    void AfterUndoOrRedo(const EditHistory& history) {
+        if (history.RedoSteps() == redoSteps_ + 1 && IsReload(undoName_))
+            Swap(earlier_, later_);
+        else if (history.RedoSteps() + 1 == redoSteps_ && IsReload(redoName_))
+            Swap(later_, earlier_);
+    }
+    // After every command: a step recorded anew leaves nothing to do again.
+    void Settle(const EditHistory& history) {
+        if (history.RedoSteps() == 0)
+            later_.clear();
+    }
+
+  private:
+    static bool IsReload(const std::string& name) {
+        return name == step::kRetry || name == step::kAuto;
+    }
+    // The job on the other side of a reload comes back with the parts shared out in it.
+    void Swap(std::deque<std::set<int32_t>>& from, std::deque<std::set<int32_t>>& to) {
+        to.push_back(now_);
+        now_ = from.empty() ? std::set<int32_t>() : from.back();
+        if (!from.empty())
+            from.pop_back();
+    }
+
+    std::set<int32_t> now_;
+    std::deque<std::set<int32_t>> earlier_;  // of the jobs before the reloads Undo takes back
+    std::deque<std::set<int32_t>> later_;    // of the jobs read by the reloads Redo does again
+    size_t undoSteps_ = 0;
+    size_t redoSteps_ = 0;
+    std::string undoName_;
+    std::string redoName_;
+};
 
 // A block corner point lies in a stack's footprint (edges included).
 inline bool Holds(const HaichiInfo& h, double x, double y) {

@@ -495,5 +495,31 @@ TEST_F(PinnedRuleTest, ShortPartSharesItsQuantityNotItsPlacedPieces) {
     EXPECT_EQ(CheckCounts(app), "part 1 counts 45 placed pieces, its stacks hold 100");
 }
 
+// left takes off what the stacks hold, and a part shared out beyond what fit holds more than
+// it counts: set aside whole, it counts 45 - 100 = -55 pieces placed. The set-aside list then
+// wants 155 of its 100 back, and right stacks them as far as there is room: the nine cells take
+// nine stacks of five again, which leaves it counting -10.
+TEST_F(PinnedRuleTest, LeftAfterAShortShareOutTakesThePlacedCountBelowZero) {
+    app.BoxList.begin()->PartSizes = {0, 2000, 0, 2000};
+    PartsInfo& p = AddPart({.Quantity = 100, .PerStackLimit = 5});
+    ASSERT_EQ(session.LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Ignore, {}), 1);
+    ASSERT_EQ(p.PiecesPlaced, 45);
+    const std::vector<HaichiInfo*> stacks = job.StacksOf(p);
+    drawing.Select().SetPicked(stacks.front()->Id);
+    for (const HaichiInfo* h : stacks)
+        drawing.Select().AddToHistory(h->Id);
+    session.Left(drawing, canvas);
+    EXPECT_EQ(p.PiecesPlaced, -55);
+    EXPECT_EQ(p.PiecesSetAside, 100);
+    EXPECT_TRUE(job.StacksOf(p).empty());
+    EXPECT_EQ(CheckCounts(app), "part 1 counts -55 placed pieces, its stacks hold 0");
+    EXPECT_EQ(ToriokiLine(p), "001  155/100  T1");
+    session.Right(p.Seq);
+    EXPECT_EQ(p.PiecesPlaced, -10);
+    EXPECT_EQ(p.PiecesSetAside, 0);
+    EXPECT_EQ(job.ValuesOf(p), std::vector<int32_t>(9, 5));
+    EXPECT_EQ(op.KakuNumbers.back(), (std::pair<int, int>{10, 0}));
+}
+
 }  // namespace
 }  // namespace kesto::test
