@@ -300,7 +300,7 @@ class ArgumentReader {
 
 bool ArgumentReader::ReadDrop(JournalCommand& command) {
     std::vector<int32_t> numbers;
-    if (!AtLeast(arguments_.size(), 7) || !Numbers(0, arguments_.size(), numbers))
+    if (!AtLeast(arguments_.size(), 6) || !Numbers(0, arguments_.size(), numbers))
         return false;
     command.ClientWidth = numbers[0];
     command.ClientHeight = numbers[1];
@@ -353,7 +353,7 @@ bool ArgumentReader::Read(JournalCommand& command) {
         case JournalVerb::Hit:
             return Choice(kHitWords, command.Hit);
         case JournalVerb::Left:
-            return AtLeast(arguments_.size(), 1) && Numbers(0, arguments_.size(), command.Stacks);
+            return Numbers(0, arguments_.size(), command.Stacks);
         case JournalVerb::Sheets:
             return Count(2) && Number(0, command.Stack) && Number(1, command.Value);
         case JournalVerb::Drop:

@@ -18,11 +18,13 @@
 //   hit H             block or single: what a click picks
 //   box N             the small box of code N in view
 //   down SEQ, up SEQ, right SEQ             the part of sequence number SEQ
-//   left I1 [I2 ...]  the stacks set aside (at least one)
+//   left [I1 I2 ...]  the stacks set aside (none when the stack picked was picked before Direct
+//                     was switched, which empties the history)
 //   sheets I N        stack I's sheet count set to N
 //   drop W H L T R B I1 [I2 ...]
 //                     a drop in a drawing of W x H pixels on the rectangle L T R B, of the
-//                     stacks picked (at least one, in the order picked)
+//                     stacks picked (in the order picked; none when the stack dragged was
+//                     picked before Direct was switched, which empties the history)
 //   banddrop W H DX DY I1 L1 T1 R1 B1 [I2 L2 T2 R2 B2 ...] / K1 [K2 ...]
 //                     a band moved by DX DY in a drawing of W x H pixels: each stack of the band
 //                     with its rectangle when it was pressed (at least one), then after a lone
@@ -114,8 +116,7 @@ std::string JournalWord(JournalVerb verb);
 bool IsCorrection(JournalVerb verb);
 
 // "<command> [arguments]", without time and line end. A toggle is written 0 when its Value is
-// 0 and 1 otherwise. left and drop without a stack, or banddrop without a band entry, give
-// lines the reader calls malformed.
+// 0 and 1 otherwise. banddrop without a band entry gives a line the reader calls malformed.
 std::string FormatJournalCommand(const JournalCommand& command);
 // The local time of when as YYYY-MM-DDTHH:MM:SS.mmm; the start of 1970 when the platform cannot
 // tell it, so that the line stays readable.
@@ -139,7 +140,7 @@ struct ParsedJournalLine {
     JournalCommand Command;
     std::string Time;  // as written, when the line starts with a good time
     std::string Word;  // the command word, when there is one
-    std::string Why;   // Malformed: what is wrong, e.g. "drop needs at least 7 numbers"
+    std::string Why;   // Malformed: what is wrong, e.g. "drop needs at least 6 numbers"
 };
 
 // One line, with or without its line end ("\n" or "\r\n"). Never throws.

@@ -339,10 +339,12 @@ std::optional<std::string> DrawingEdit::ReplayDrop(Canvas& canvas, const Journal
     for (const StackId id : picks)
         Sel().AddToHistory(id);
     if (line.Verb == JournalVerb::Drop) {
-        if (picks.empty())
-            return std::string("no stack picked");
-        Sel().SetPicked(picks.front());
-        Sel().SetLastPicked(picks.front());
+        // No picks: the window dragged a stack picked before Direct was switched, which
+        // emptied the history; the drop still rebuilt the corner marks.
+        if (!picks.empty()) {
+            Sel().SetPicked(picks.front());
+            Sel().SetLastPicked(picks.front());
+        }
         const IntRect& r = line.Drop;
         CarryOutDrop(canvas, {r}, 0, 0,
                      IntPoint{r.Left + (r.Right - r.Left) / 2, r.Top + (r.Bottom - r.Top) / 2});

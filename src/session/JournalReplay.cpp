@@ -189,6 +189,11 @@ std::optional<std::string> JournalReplay::Apply(const JournalCommand& c) {
         case JournalVerb::Left:
             if (std::optional<std::string> why = PickStacks(c.Stacks))
                 return why;
+            // The window's pick outlives a Direct switch that empties the history: left then
+            // sets nothing aside but still takes its step and rebuilds the corner marks. Any
+            // stack stands for that pick, as only that there is one counts.
+            if (c.Stacks.empty() && !app.HaichiList.Empty())
+                drawing_.Select().SetPicked(app.HaichiList.begin()->Id);
             session_.Left(drawing_, scratch_);
             return std::nullopt;
         case JournalVerb::Sheets: {

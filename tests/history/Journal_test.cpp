@@ -70,11 +70,17 @@ std::vector<Written> EveryCommand() {
         {JournalCommand{.Verb = JournalVerb::Box, .Value = 101}, "box 101"},
         {JournalCommand{.Verb = JournalVerb::Down, .Value = 7}, "down 7"},
         {JournalCommand{.Verb = JournalVerb::Up, .Value = 0}, "up 0"},
+        {JournalCommand{.Verb = JournalVerb::Left}, "left"},
         {JournalCommand{.Verb = JournalVerb::Left, .Stacks = {5}}, "left 5"},
         {JournalCommand{.Verb = JournalVerb::Left, .Stacks = {5, 2, 11}}, "left 5 2 11"},
         {JournalCommand{.Verb = JournalVerb::Right, .Value = 12}, "right 12"},
         {JournalCommand{.Verb = JournalVerb::Sheets, .Value = 25, .Stack = 4}, "sheets 4 25"},
         {DropCommand(), "drop 800 600 10 20 110 70 3 1"},
+        {JournalCommand{.Verb = JournalVerb::Drop,
+                        .ClientWidth = 800,
+                        .ClientHeight = 600,
+                        .Drop = {10, 20, 110, 70}},
+         "drop 800 600 10 20 110 70"},
         {BandDropCommand({}), "banddrop 800 600 -15 40 4 1 2 3 4 9 -5 6 70 80 /"},
         {BandDropCommand({6, 2}), "banddrop 800 600 -15 40 4 1 2 3 4 9 -5 6 70 80 / 6 2"},
         {JournalCommand{.Verb = JournalVerb::Retry}, "retry"},
@@ -347,9 +353,8 @@ const MalformedLine kWrongArgumentCounts[] = {
     {"grid", "grid needs exactly 1 argument"},
     {"view", "view needs exactly 1 argument"},
     {"sheets 4", "sheets needs exactly 2 arguments"},
-    {"left", "left needs at least 1 number"},
-    {"drop 800 600 10 20 110 70", "drop needs at least 7 numbers"},
-    {"drop", "drop needs at least 7 numbers"},
+    {"drop 800 600 10 20 110", "drop needs at least 6 numbers"},
+    {"drop", "drop needs at least 6 numbers"},
     {"banddrop 800 600 1 2 / 5", "banddrop needs at least 9 numbers"},
     {"banddrop 800 600 1 2 7 1 2 3 /", "banddrop needs at least 9 numbers"},
     {"process 1 2", "process needs exactly 1 argument"},
@@ -424,7 +429,7 @@ TEST(JournalParse, WordsAreSeparatedByExactlyOneBlank) {
 }
 
 TEST(JournalParse, MalformedLineKeepsItsTimeAndWordButNoCommand) {
-    const ParsedJournalLine parsed = Parse("drop 800 600 10 20 110 70");
+    const ParsedJournalLine parsed = Parse("drop 800 600 10 20 110");
     EXPECT_EQ(parsed.Time, kTime);
     EXPECT_EQ(parsed.Word, "drop");
     EXPECT_EQ(parsed.Command, (JournalCommand{}));

@@ -42,6 +42,16 @@ TEST_F(JournalReplayTest, ADropMovesTheStackAsTheMouseDid) {
     EXPECT_EQ(a.Edits, kEditMoved);
 }
 
+// The window drags a stack picked before Direct was switched with an empty pick history: nothing
+// moves, and the drop is carried out all the same.
+TEST_F(JournalReplayTest, ADropWithoutPicksMovesNothingAndIsCarriedOut) {
+    const ReplayOutcome outcome = Replay({"drop 1080 900 780 808 880 858"});
+    EXPECT_TRUE(outcome.Ok()) << outcome.Why;
+    EXPECT_EQ(outcome.Commands, 1);
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_EQ(a.Edits, 0);
+}
+
 TEST_F(JournalReplayTest, ADropIsMadeOnTheDrawingLaidOutAtTheSizeOfItsLine) {
     drawing.SetArea({0, 0, 500, 300});
     Replay({"drop 1080 900 780 808 880 858 0"});
@@ -62,6 +72,15 @@ TEST_F(JournalReplayTest, LeftSetsThePickedStacksAside) {
     EXPECT_TRUE(Replay({"left 0"}).Ok());
     EXPECT_EQ(partA.PiecesSetAside, 3);
     EXPECT_EQ(job.StacksOf(partA), std::vector<HaichiInfo*>({&a2}));
+}
+
+// The window's pick outlives a Direct switch that empties the history: left then sets nothing
+// aside, and still takes its step.
+TEST_F(JournalReplayTest, LeftWithoutStacksSetsNothingAsideAndIsAStep) {
+    EXPECT_TRUE(Replay({"left"}).Ok());
+    EXPECT_EQ(partA.PiecesSetAside, 0);
+    EXPECT_EQ(job.StacksOf(partA).size(), 2u);
+    EXPECT_EQ(session.History().UndoSteps(), 1u);
 }
 
 TEST_F(JournalReplayTest, TheViewCommandsChooseWhatTheyName) {
