@@ -34,10 +34,11 @@ TEST(StackList, AStackIsNamedByItsPlaceInTheListAndFoundByIt) {
     HaichiInfo& c = list.Append();
     EXPECT_EQ(list.PositionOf(a.Id), 0u);
     EXPECT_EQ(list.PositionOf(c.Id), 2u);
+    const StackId gone = b.Id;  // b's record goes with it
     list.Remove(&b);
     // The places close up behind a stack taken out.
     EXPECT_EQ(list.PositionOf(c.Id), 1u);
-    EXPECT_EQ(list.PositionOf(b.Id), std::nullopt);
+    EXPECT_EQ(list.PositionOf(gone), std::nullopt);
     EXPECT_EQ(list.PositionOf(kNoStack), std::nullopt);
     EXPECT_EQ(list.AtPosition(0), &a);
     EXPECT_EQ(list.AtPosition(1), &c);
