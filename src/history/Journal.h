@@ -165,6 +165,14 @@ JournalFile ReadJournal(std::string_view text);
 // The journal at path; a missing, unreadable or over-large file gives an Error.
 JournalFile ReadJournalFile(const std::string& path);
 
+// Told of every line a writer of the process has appended and synced, before Append returns
+// and so before the command is shown: a test stops the process there. The programs set none.
+class JournalWatcher {
+  public:
+    virtual ~JournalWatcher() = default;
+    virtual void Appended() = 0;
+};
+
 // Appends the lines of one job's journal to its file, each on the disk before Append returns.
 // After a failure every later Append fails at once: a journal with a hole in it would bring
 // back another job than the operator's.
@@ -188,6 +196,9 @@ class JournalWriter {
     // An open or an append failed since the last Open.
     bool Failed() const { return failed_; }
     void Close();
+
+    // Sets (or with null clears) the watcher of every append of the process.
+    static void Watch(JournalWatcher* watcher);
 
   private:
     bool Fail();

@@ -32,6 +32,9 @@ constexpr std::string_view kJournalExtension = ".journal";
 // How many ".discarded.N" names are tried before DiscardJournal gives up.
 constexpr int kDiscardedNamesMax = 10000;
 
+// Set by the tests only (JournalWriter::Watch).
+JournalWatcher* gAppendWatcher = nullptr;
+
 #ifdef _WIN32
 int OpenForAppending(const std::string& path) {
     int fd = -1;
@@ -225,7 +228,13 @@ bool JournalWriter::Append(const std::string& line) {
         !line.empty() && line.size() <= kJournalLineMax && line.find('\n') == line.size() - 1;
     if (!oneLine || !WriteAll(fd_, line) || !SyncData(fd_))
         return Fail();
+    if (gAppendWatcher != nullptr)
+        gAppendWatcher->Appended();
     return true;
+}
+
+void JournalWriter::Watch(JournalWatcher* watcher) {
+    gAppendWatcher = watcher;
 }
 
 void JournalWriter::Close() {

@@ -95,6 +95,20 @@ class ChildProcess {
             return std::nullopt;
         return WEXITSTATUS(*status_);
     }
+    // True once the process was ended by SIGKILL.
+    bool Killed() {
+        Running();
+        return status_ && WIFSIGNALED(*status_) && WTERMSIG(*status_) == SIGKILL;
+    }
+    // Ends the process at once with SIGKILL, as a power cut would, and reaps it.
+    void Kill() {
+        if (!Running())
+            return;
+        kill(pid_, SIGKILL);
+        int status = 0;
+        if (waitpid(pid_, &status, 0) == pid_)
+            status_ = status;
+    }
     void Stop() {
         if (!Running())
             return;
@@ -139,6 +153,15 @@ inline ProcessUse ReadProcessUse(pid_t pid) {
     return use;
 }
 
+// The state letter of a process's main thread ('R' running or ready to run, 'S' waiting, 'D'
+// waiting for the disk, ...); 0 when it is gone.
+inline char ProcessState(pid_t pid) {
+    std::ifstream stat("/proc/" + std::to_string(pid) + "/stat");
+    std::string text((std::istreambuf_iterator<char>(stat)), std::istreambuf_iterator<char>());
+    const size_t close = text.rfind(')');
+    return close != std::string::npos && close + 2 < text.size() ? text[close + 2] : '\0';
+}
+
 struct ScreenRect {
     int X = 0, Y = 0, Width = 0, Height = 0;
 };
@@ -165,6 +188,9 @@ class XServer {
             return;
         name_ = ":" + number;
         display_ = XOpenDisplay(name_.c_str());
+        // A window that a killed process leaves behind is gone a moment later: asking about it
+        // is an error to pass over, not one that ends the test.
+        XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
     }
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
@@ -247,12 +273,18 @@ class XServer {
         Button(true);
         Button(false);
     }
-    // A key pressed and released in the given window, which gets the input focus first.
-    void Key(Window w, KeySym key) const {
+    // A key pressed and released in the given window, which gets the input focus first; with
+    // a modifier (Control_L) held down around it when one is given.
+    void Key(Window w, KeySym key, KeySym modifier = NoSymbol) const {
         XSetInputFocus(display_, w, RevertToParent, CurrentTime);
+        const KeyCode held = modifier != NoSymbol ? XKeysymToKeycode(display_, modifier) : 0;
+        if (held != 0)
+            XTestFakeKeyEvent(display_, held, True, CurrentTime);
         const KeyCode code = XKeysymToKeycode(display_, key);
         XTestFakeKeyEvent(display_, code, True, CurrentTime);
         XTestFakeKeyEvent(display_, code, False, CurrentTime);
+        if (held != 0)
+            XTestFakeKeyEvent(display_, held, False, CurrentTime);
         XSync(display_, False);
     }
 

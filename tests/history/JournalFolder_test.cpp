@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "common/OutputTestKit.h"
@@ -220,6 +221,35 @@ TEST(JournalWriter, JournalIsReadableByItsOwnerOnly) {
     EXPECT_EQ(status.st_mode & 0077, 0u);
 }
 #endif
+
+// Counts the appends it is told of, and what the file held at each.
+class AppendCounter : public JournalWatcher {
+  public:
+    explicit AppendCounter(std::string path) : path_(std::move(path)) {}
+    void Appended() override { Seen.push_back(ReadFile(path_)); }
+    std::vector<std::string> Seen;
+
+  private:
+    std::string path_;
+};
+
+TEST(JournalWriter, WatcherIsToldOfEachLineOnceItIsInTheFileAndOfNoRefusedLine) {
+    TempFolder folder;
+    const std::string path = folder / "j.journal";
+    AppendCounter counter(path);
+    JournalWriter::Watch(&counter);
+    JournalWriter writer;
+    ASSERT_TRUE(writer.Open(path, kJob));
+    EXPECT_TRUE(writer.Append(JournalLine(kTime, Make(JournalVerb::Retry))));
+    EXPECT_TRUE(writer.Append(JournalLine(kTime, ProcessCommand(2))));
+    EXPECT_FALSE(writer.Append("retry"));
+    JournalWriter::Watch(nullptr);
+    ASSERT_TRUE(writer.Open(path, kJob));
+    EXPECT_TRUE(writer.Append(JournalLine(kTime, Make(JournalVerb::Undo))));
+    const std::vector<std::string> seen = {kHeader + Lines({"retry"}),
+                                           kHeader + Lines({"retry", "process 2"})};
+    EXPECT_EQ(counter.Seen, seen);
+}
 
 TEST(JournalWriter, MovedWriterKeepsTheFile) {
     TempFolder folder;
