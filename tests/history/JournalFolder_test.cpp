@@ -240,12 +240,12 @@ TEST(JournalWriter, WatcherIsToldOfEachLineOnceItIsInTheFileAndOfNoRefusedLine) 
     JournalWriter::Watch(&counter);
     JournalWriter writer;
     ASSERT_TRUE(writer.Open(path, kJob));
-    EXPECT_TRUE(writer.Append(JournalLine(kTime, Make(JournalVerb::Retry))));
-    EXPECT_TRUE(writer.Append(JournalLine(kTime, ProcessCommand(2))));
+    EXPECT_TRUE(writer.Append(JournalLine(kTime, {.Verb = JournalVerb::Retry})));
+    EXPECT_TRUE(writer.Append(JournalLine(kTime, {.Verb = JournalVerb::Process, .Value = 2})));
     EXPECT_FALSE(writer.Append("retry"));
     JournalWriter::Watch(nullptr);
     ASSERT_TRUE(writer.Open(path, kJob));
-    EXPECT_TRUE(writer.Append(JournalLine(kTime, Make(JournalVerb::Undo))));
+    EXPECT_TRUE(writer.Append(JournalLine(kTime, {.Verb = JournalVerb::Undo})));
     const std::vector<std::string> seen = {kHeader + Lines({"retry"}),
                                            kHeader + Lines({"retry", "process 2"})};
     EXPECT_EQ(counter.Seen, seen);
