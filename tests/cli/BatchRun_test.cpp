@@ -242,7 +242,8 @@ TEST(RunBatch, ReportFileHoldsWhatOutWouldHaveHeld) {
     EXPECT_EQ(s.Code, 0) << s.Err;
     EXPECT_EQ(s.Out, "");
     EXPECT_EQ(s.Err, plain.Err);
-    EXPECT_EQ(test::ReadFile(folder / "report.txt"), plain.Out);
+    // Written in text mode, as stdout is: CR LF on Windows.
+    EXPECT_EQ(test::ReadFile(folder / "report.txt"), test::TextModeBytes(plain.Out));
     EXPECT_NE(plain.Out.find("Parts short: none"), std::string::npos) << plain.Out;
 }
 
@@ -318,7 +319,8 @@ TEST(BatchProcess, QuietPrintsOnlyTheMessagesAndBadOptionsEndWith2) {
     EXPECT_EQ(test::RunBatchProcess(folder.Path(), "ok",
                                     "--quiet --report r.txt pallet/pallets.txt 0 0 0 0 1", log),
               kExitBadUsage);
-    EXPECT_NE(test::ReadFile(log).find("--quiet and --report exclude each other\nusage:"),
+    EXPECT_NE(test::ReadFile(log).find(
+                  test::TextModeBytes("--quiet and --report exclude each other\nusage:")),
               std::string::npos)
         << test::ReadFile(log);
     EXPECT_FALSE(std::filesystem::exists(folder / "r.txt"));
