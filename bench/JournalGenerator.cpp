@@ -199,7 +199,8 @@ class Generator {
 }  // namespace
 
 HeadlessJob::HeadlessJob(const Installation& inst)
-    : host_(inst.Root), session_(Services{relay_, host_, messages_}, inst.CommandLine, shown_) {
+    : session_(Services{relay_, host_, messages_}, inst.CommandLine, shown_) {
+    host_.Folder = inst.Root;
     started_ = session_.StartUp() && session_.Init();
     area_ = std::make_unique<HeadlessDrawing>(session_);
 }

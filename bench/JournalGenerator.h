@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "BenchServices.h"
 #include "JobGenerator.h"
 #include "history/Journal.h"
 #include "session/HeadlessDrawing.h"
@@ -31,23 +32,9 @@ class HeadlessJob {
     OperatorRelay& Relay() { return relay_; }
 
   private:
-    class Host : public HostStore {
-      public:
-        explicit Host(std::string folder) : folder_(std::move(folder)) {}
-        SystemFolderResult SystemFolder() override { return {SystemFolderStatus::Ok, folder_}; }
-        std::optional<std::string> ReadUserValue(const std::string&) override {
-            return std::nullopt;
-        }
-        bool WriteUserValue(const std::string&, const std::string&) override { return true; }
-        std::string StateFolder() override { return ""; }
-
-      private:
-        std::string folder_;
-    };
-
     QuietOperator quiet_;
     OperatorRelay relay_{quiet_};
-    Host host_;
+    BenchHost host_;
     MessageTable messages_;
     ViewState shown_;
     JobSession session_;
