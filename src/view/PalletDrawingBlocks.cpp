@@ -53,7 +53,8 @@ double RowOrigin(const Grid& g, int32_t corner) {
     return g.Rows > 0 ? g.L - previous : oy;
 }
 
-// Calls cell(x, y) for every existing cell (right edge x, front edge y), columns outer.
+// Calls cell(x, y, i, j) for every existing cell (right edge x, front edge y; column i, row j),
+// columns outer.
 template <class F>
 void ForEachCell(const Grid& g, int32_t corner, F&& cell) {
     const double ox = ColumnOrigin(g, corner);
@@ -68,7 +69,7 @@ void ForEachCell(const Grid& g, int32_t corner, F&& cell) {
             const double y = fromFront ? j * g.Bl + oy + j * g.Gy : g.L - oy - j * g.Bl - j * g.Gy;
             if (fromFront ? !(y <= g.L - g.Bl) : !(y > g.M1 - kLengthTolerance))
                 continue;
-            cell(x, y);
+            cell(x, y, i, j);
         }
     }
 }
@@ -76,6 +77,56 @@ void ForEachCell(const Grid& g, int32_t corner, F&& cell) {
 bool Contains(const BlockInfo& b, double left, double front, double right, double back) {
     return b.MinX - kLengthTolerance < left && b.MinY - kLengthTolerance < front &&
            b.MaxX + kLengthTolerance >= right && b.MaxY + kLengthTolerance >= back;
+}
+
+// The block each cell of the grid shows: the first of blocks (in their order) that contains
+// it, -1 for none; indexed [column * Rows + row]. A block contains a run of columns and a run
+// of rows, found by halving, so a pallet of n cells and n blocks costs n log n, not n squared.
+std::vector<int32_t> CellOwners(const Grid& g, int32_t corner, const std::vector<int32_t>& blocks,
+                                const BlockTable& table) {
+    std::vector<std::pair<double, int32_t>> columns, rows;  // edge, index; sorted by edge
+    // The pallet's cells are no more than the block table holds, which is bounded.
+    const auto columnCount = static_cast<size_t>(std::max(g.Columns, 0));
+    const auto rowCount = static_cast<size_t>(std::max(g.Rows, 0));
+    std::vector<bool> seenColumn(columnCount);
+    std::vector<bool> seenRow(rowCount);
+    ForEachCell(g, corner, [&](double x, double y, int32_t i, int32_t j) {
+        if (!seenColumn[static_cast<size_t>(i)]) {
+            seenColumn[static_cast<size_t>(i)] = true;
+            columns.emplace_back(x, i);
+        }
+        if (!seenRow[static_cast<size_t>(j)]) {
+            seenRow[static_cast<size_t>(j)] = true;
+            rows.emplace_back(y, j);
+        }
+    });
+    std::sort(columns.begin(), columns.end());
+    std::sort(rows.begin(), rows.end());
+    std::vector<int32_t> owner(columnCount * rowCount, -1);
+    for (const int32_t e : blocks) {
+        const BlockInfo& b = table[e];
+        // The tests of Contains, each monotone in the cell's edge.
+        const auto c0 = std::partition_point(columns.begin(), columns.end(), [&](const auto& c) {
+            return !(b.MinX - kLengthTolerance < c.first - g.Bw);
+        });
+        const auto c1 = std::partition_point(
+            c0, columns.end(), [&](const auto& c) { return b.MaxX + kLengthTolerance >= c.first; });
+        const auto r0 = std::partition_point(rows.begin(), rows.end(), [&](const auto& r) {
+            return !(b.MinY - kLengthTolerance < r.first);
+        });
+        const auto r1 = std::partition_point(r0, rows.end(), [&](const auto& r) {
+            return b.MaxY + kLengthTolerance >= r.first + g.Bl;
+        });
+        for (auto c = c0; c != c1; ++c) {
+            for (auto r = r0; r != r1; ++r) {
+                int32_t& cell = owner[static_cast<size_t>(c->second) * static_cast<size_t>(g.Rows) +
+                                      static_cast<size_t>(r->second)];
+                if (cell < 0)
+                    cell = e;
+            }
+        }
+    }
+    return owner;
 }
 
 }  // namespace
@@ -86,25 +137,28 @@ void PalletDrawing::DrawBlocks(Canvas& canvas) {
     if (BlockRects.size() < static_cast<size_t>(count))
         BlockRects.resize(static_cast<size_t>(count));
     for (const Slot& slot : ShownSlots()) {
-        ForEachCell(g, app_.Settings.StartCorner, [&](double x, double y) {
+        std::vector<int32_t> blocks;
+        for (const int32_t e : app_.Blocks.OfPallet(shown_.Koutei(), slot.PalletNo))
+            blocks.push_back(e);
+        const std::vector<int32_t> owner =
+            CellOwners(g, app_.Settings.StartCorner, blocks, app_.Blocks);
+        ForEachCell(g, app_.Settings.StartCorner, [&](double x, double y, int32_t i, int32_t j) {
+            const int32_t e = owner[static_cast<size_t>(i) * static_cast<size_t>(g.Rows) +
+                                    static_cast<size_t>(j)];
+            if (e < 0)
+                return;
             const IntPoint a = WorldToScreen(x - g.Bw, y);
             const IntPoint b = WorldToScreen(x, y + g.Bl);
             const int32_t dx = OriginDX + slot.Offset.X;
             const int32_t dy = OriginDY + slot.Offset.Y;
             const IntRect r{a.X + dx, b.Y + dy, b.X + dx, a.Y + dy};
-            for (const int32_t e : app_.Blocks.OfPallet(shown_.Koutei(), slot.PalletNo)) {
-                const BlockInfo& block = app_.Blocks[e];
-                if (!Contains(block, x - g.Bw, y, x, y + g.Bl))
-                    continue;
-                if (shown_.StoredBlockDraw() != 0) {
-                    const bool marked = (block.CornerMask & 0x0F) != 0;
-                    canvas.FillRectangle(r, marked ? palette_.BlockMarked : palette_.BlockPlain,
-                                         palette_.BlockPen);
-                }
-                // Stored whether drawn or not: the drops need the cells either way.
-                BlockRects[static_cast<size_t>(e)] = r;
-                break;
+            if (shown_.StoredBlockDraw() != 0) {
+                const bool marked = (app_.Blocks[e].CornerMask & 0x0F) != 0;
+                canvas.FillRectangle(r, marked ? palette_.BlockMarked : palette_.BlockPlain,
+                                     palette_.BlockPen);
             }
+            // Stored whether drawn or not: the drops need the cells either way.
+            BlockRects[static_cast<size_t>(e)] = r;
         });
     }
     if (static_cast<int64_t>(g.Columns) * g.Rows < 100)
@@ -120,7 +174,7 @@ IntRect PalletDrawing::LocateBlock(int32_t index) const {
     const Grid g = GridOf(ViewPallet);
     bool done = false;
     for (const Slot& slot : ShownSlots()) {
-        ForEachCell(g, app_.Settings.StartCorner, [&](double x, double y) {
+        ForEachCell(g, app_.Settings.StartCorner, [&](double x, double y, int32_t, int32_t) {
             if (done)
                 return;
             const BlockInfo& block = app_.Blocks[index];

@@ -199,6 +199,22 @@ TEST_F(BlockCells, TheFirstMatchingEntryColoursTheCell) {
     EXPECT_EQ(Cell(0, 1), drawing.LocateBlock(late));
 }
 
+// An entry may hold more than one cell: each cell it is the first to hold shows it, and its
+// pixel rectangle is that of the last of them laid out.
+TEST_F(BlockCells, AnEntryOverTwoCellsFillsBothAndKeepsTheLastOnesRectangle) {
+    BlockInfo& wide = job.app.Blocks[index[0][0]];  // marked (0x01)
+    wide.MaxY = World(0, 1).MaxY;
+    job.app.Settings.StartCorner = 0;
+    const std::vector<Primitive> cells = DrawnCells();
+    ASSERT_EQ(9u, cells.size());
+    EXPECT_EQ(Cell(0, 0), cells[0].Rect);
+    EXPECT_EQ(colour::kBlockMarked, cells[0].Fill);
+    EXPECT_EQ(Cell(0, 1), cells[1].Rect);
+    EXPECT_EQ(colour::kBlockMarked, cells[1].Fill);
+    EXPECT_EQ(Cell(0, 1), drawing.BlockRects[static_cast<size_t>(index[0][0])]);
+    EXPECT_EQ(IntRect{}, drawing.BlockRects[static_cast<size_t>(index[0][1])]);
+}
+
 TEST_F(BlockCells, LocateBlockFindsShownBlocksOnly) {
     DisplayList canvas;
     drawing.Refresh(canvas);
