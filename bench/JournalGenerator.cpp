@@ -19,12 +19,16 @@ class Generator {
               const JournalShape& shape)
         : session_(session), area_(area), relay_(relay), shape_(shape), rng_(shape.Seed) {}
 
+    // The drawing area's size, as the window's journal names it first, then the commands.
     std::vector<JournalCommand> Run() {
+        const JournalCommand area{
+            .Verb = JournalVerb::Area, .ClientWidth = shape_.Width, .ClientHeight = shape_.Height};
         std::vector<JournalCommand> done;
+        if (CarryOut(area))
+            done.push_back(area);
+        const size_t wanted = done.size() + static_cast<size_t>(std::max(0, shape_.Commands));
         // A draw that finds nothing to name (no stack on view) is drawn again.
-        for (int tries = 0;
-             static_cast<int>(done.size()) < shape_.Commands && tries < 20 * shape_.Commands;
-             ++tries) {
+        for (int tries = 0; done.size() < wanted && tries < 20 * shape_.Commands; ++tries) {
             const std::optional<JournalCommand> command = Draw();
             if (command && CarryOut(*command))
                 done.push_back(*command);
@@ -176,16 +180,15 @@ class Generator {
         return JournalCommand{.Verb = JournalVerb::Down, .Value = *seq};
     }
 
-    // The command carried out as its replay does; false when it names what is not there.
+    // The command carried out as its replay does, by one replay that keeps the area's size
+    // from line to line; false when it names what is not there.
     bool CarryOut(const JournalCommand& command) {
         ParsedJournalLine line;
         line.Kind = ParsedJournalLine::Kind::Command;
         line.Command = command;
         JournalFile one;
         one.Lines.emplace_back(3, line);
-        QuietOperator answers;
-        JournalReplay replay(session_, area_.Drawing(), area_.Editing(), relay_, answers);
-        return replay.Run(one).Ok();
+        return replay_.Run(one).Ok();
     }
 
     JobSession& session_;
@@ -194,6 +197,8 @@ class Generator {
     JournalShape shape_;
     std::mt19937 rng_;
     DisplayList scratch_;
+    QuietOperator answers_;
+    JournalReplay replay_{session_, area_.Drawing(), area_.Editing(), relay_, answers_};
 };
 
 }  // namespace

@@ -23,7 +23,7 @@ struct VerbWord {
     std::string_view Word;
 };
 
-constexpr std::array<VerbWord, 22> kVerbWords = {{
+constexpr std::array<VerbWord, 23> kVerbWords = {{
     {JournalVerb::Process, "process"},
     {JournalVerb::Pallet, "pallet"},
     {JournalVerb::View, "view"},
@@ -46,6 +46,7 @@ constexpr std::array<VerbWord, 22> kVerbWords = {{
     {JournalVerb::Redo, "redo"},
     {JournalVerb::Ok, "ok"},
     {JournalVerb::Cancel, "cancel"},
+    {JournalVerb::Area, "area"},
 }};
 
 constexpr std::array<std::pair<PalletView, std::string_view>, 4> kViewWords = {{
@@ -129,6 +130,10 @@ void AddArguments(std::string& text, const JournalCommand& command) {
         case JournalVerb::Sheets:
             AddNumber(text, command.Stack);
             AddNumber(text, command.Value);
+            return;
+        case JournalVerb::Area:
+            AddNumber(text, command.ClientWidth);
+            AddNumber(text, command.ClientHeight);
             return;
         case JournalVerb::Drop:
             AddNumber(text, command.ClientWidth);
@@ -356,6 +361,8 @@ bool ArgumentReader::Read(JournalCommand& command) {
             return Numbers(0, arguments_.size(), command.Stacks);
         case JournalVerb::Sheets:
             return Count(2) && Number(0, command.Stack) && Number(1, command.Value);
+        case JournalVerb::Area:
+            return Count(2) && Number(0, command.ClientWidth) && Number(1, command.ClientHeight);
         case JournalVerb::Drop:
             return ReadDrop(command);
         case JournalVerb::BandDrop:

@@ -79,7 +79,10 @@ enum class JournalVerb {
     Undo,
     Redo,
     Ok,
-    Cancel
+    Cancel,
+    // The drawing area's client size, written when it changes: the drawing is laid out anew at
+    // each command, and a drop reads the cells of blocks laid out at earlier commands.
+    Area
 };
 
 // A stack of the band and where it was drawn when the band was pressed.
@@ -98,8 +101,8 @@ struct JournalCommand {
     int32_t Stack = -1;                  // sheets' I
     PalletView View = PalletView::Flat;  // view
     HitBy Hit = HitBy::Block;            // hit
-    int32_t ClientWidth = 0;             // drop, banddrop: W
-    int32_t ClientHeight = 0;            // drop, banddrop: H
+    int32_t ClientWidth = 0;             // area, drop, banddrop: W
+    int32_t ClientHeight = 0;            // area, drop, banddrop: H
     IntRect Drop{};                      // drop: L T R B
     int32_t ShiftX = 0;                  // banddrop: DX
     int32_t ShiftY = 0;                  // banddrop: DY

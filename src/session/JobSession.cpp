@@ -216,6 +216,13 @@ void JobSession::JournalSettings() {
         Journal({.Verb = JournalVerb::BlockDraw, .Value = blockDraw});
 }
 
+void JobSession::JournalArea(int32_t width, int32_t height) {
+    if (journal_ == nullptr || journaledArea_ == std::pair{width, height})
+        return;
+    journaledArea_ = {width, height};
+    Journal({.Verb = JournalVerb::Area, .ClientWidth = width, .ClientHeight = height});
+}
+
 std::vector<int32_t> JobSession::PositionsOf(const std::vector<StackId>& stacks) const {
     std::vector<int32_t> places;
     for (const StackId id : stacks) {

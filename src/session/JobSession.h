@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/CKestoApp.h"
@@ -142,7 +143,10 @@ class JobSession {
 
     // --- the journal -----------------------------------------------------------------
     // Every command carried out from now on is written into journal (none: not written).
-    void JournalIn(CommandJournal* journal) { journal_ = journal; }
+    void JournalIn(CommandJournal* journal) {
+        journal_ = journal;
+        journaledArea_ = {};
+    }
     CommandJournal* JournalTarget() const { return journal_; }
     // Writes a command carried out outside the session's own calls (a drop in the drawing).
     void Journal(const JournalCommand& command);
@@ -150,6 +154,9 @@ class JobSession {
     // that set them, at the head of a journal: its replay then starts from them wherever it
     // runs. A stored number other than 0 and 1 has no line; the replay keeps its own.
     void JournalSettings();
+    // Writes the drawing area's client size when it is not the one written last in this
+    // journal: the drawing is laid out at that size until the next one.
+    void JournalArea(int32_t width, int32_t height);
     // The stacks' places in the stack list, in order, as the journal names them; a stack
     // that is gone is left out.
     std::vector<int32_t> PositionsOf(const std::vector<StackId>& stacks) const;
@@ -192,6 +199,7 @@ class JobSession {
     EditHistory history_;
     const Selection* watched_ = nullptr;
     CommandJournal* journal_ = nullptr;
+    std::pair<int32_t, int32_t> journaledArea_{};  // the client size written last, 0 x 0: none
     LatestErrorCode errors_;
     bool ended_ = false;
     bool aborted_ = false;

@@ -1,6 +1,7 @@
 #include "session/JournalReplay.h"
 
 #include <string>
+#include <utility>
 
 #include "app/Codes.h"
 #include "rules/ListLines.h"
@@ -61,6 +62,20 @@ std::string Number(int32_t n) {
     return std::to_string(n);
 }
 
+bool NamesClientSize(const JournalCommand& c) {
+    return c.Verb == JournalVerb::Area || c.Verb == JournalVerb::Drop ||
+           c.Verb == JournalVerb::BandDrop;
+}
+
+// The client size the window had when the journal began: that of the first line naming one.
+std::pair<int32_t, int32_t> FirstClientSize(const JournalFile& journal) {
+    for (const auto& [line, parsed] : journal.Lines) {
+        if (parsed.Kind == ParsedJournalLine::Kind::Command && NamesClientSize(parsed.Command))
+            return {parsed.Command.ClientWidth, parsed.Command.ClientHeight};
+    }
+    return {0, 0};
+}
+
 }  // namespace
 
 JournalReplay::JournalReplay(JobSession& session, PalletDrawing& drawing, DrawingEdit& edit,
@@ -72,6 +87,11 @@ ReplayOutcome JournalReplay::Run(const JournalFile& journal) {
     ReplayAnswers answers(answers_);
     const RelayScope relay(relay_, answers);
     const JournalScope quiet(session_);
+    if (const auto [width, height] = FirstClientSize(journal); width > 0 && height > 0) {
+        width_ = width;
+        height_ = height;
+    }
+    LayOut();
     for (const auto& [line, parsed] : journal.Lines) {
         const std::string at = "line " + std::to_string(line) + ": ";
         if (parsed.Kind == ParsedJournalLine::Kind::Unknown) {
@@ -97,6 +117,7 @@ ReplayOutcome JournalReplay::Run(const JournalFile& journal) {
             outcome.Why = at + *why;
             return outcome;
         }
+        LayOut();
         ++outcome.Commands;
     }
     return outcome;
@@ -119,7 +140,20 @@ std::optional<std::string> JournalReplay::PickStacks(const std::vector<int32_t>&
     return std::nullopt;
 }
 
+void JournalReplay::LayOut() {
+    if (width_ <= 0 || height_ <= 0)
+        return;
+    drawing_.SetArea({0, 0, width_, height_});
+    scratch_.Clear();
+    drawing_.ClearArea(scratch_);
+    drawing_.SetUpView(scratch_);
+}
+
 void JournalReplay::LayOutAt(int32_t width, int32_t height) {
+    if (width <= 0 || height <= 0)
+        return;
+    width_ = width;
+    height_ = height;
     drawing_.SetArea({0, 0, width, height});
     scratch_.Clear();
     drawing_.Refresh(scratch_);
@@ -207,6 +241,12 @@ std::optional<std::string> JournalReplay::Apply(const JournalCommand& c) {
             session_.ApplySheetCount(drawing_, *start, c.Value);
             return std::nullopt;
         }
+        case JournalVerb::Area:
+            if (c.ClientWidth <= 0 || c.ClientHeight <= 0)
+                return std::string("no drawing area of that size");
+            width_ = c.ClientWidth;
+            height_ = c.ClientHeight;
+            return std::nullopt;
         case JournalVerb::Drop:
         case JournalVerb::BandDrop:
             if (c.ClientWidth <= 0 || c.ClientHeight <= 0)

@@ -38,14 +38,21 @@ class JournalReplay {
                   OperatorRelay& relay, Operator& answers);
 
     // Every command line of journal in order, up to its end line or the first line that cannot
-    // be carried out. Drops are made on the drawing laid out at the size their line names.
+    // be carried out. The drawing is laid out after each command, as the window paints it, at
+    // the client size the latest area or drop line names (before the first, the first named,
+    // or the size an earlier run of this replay left): a free drop scales by the cells of
+    // blocks laid out at earlier commands.
     ReplayOutcome Run(const JournalFile& journal);
 
   private:
     // Carries out one command; the reason when its line names what the job does not have.
     std::optional<std::string> Apply(const JournalCommand& command);
     std::optional<std::string> PickStacks(const std::vector<int32_t>& places);
+    // The whole picture at that size, as before a drop.
     void LayOutAt(int32_t width, int32_t height);
+    // The pallets and their cells at the size named last, without the stacks: what a command
+    // leaves for the drops after it.
+    void LayOut();
 
     JobSession& session_;
     PalletDrawing& drawing_;
@@ -53,6 +60,8 @@ class JournalReplay {
     OperatorRelay& relay_;
     Operator& answers_;
     DisplayList scratch_;  // what the commands draw, which no one shows
+    int32_t width_ = 0;    // the drawing area's client size; 0 x 0 before the journal names one
+    int32_t height_ = 0;
 };
 
 }  // namespace kesto

@@ -89,6 +89,8 @@ std::vector<Written> EveryCommand() {
         {JournalCommand{.Verb = JournalVerb::Redo}, "redo"},
         {JournalCommand{.Verb = JournalVerb::Ok}, "ok"},
         {JournalCommand{.Verb = JournalVerb::Cancel}, "cancel"},
+        {JournalCommand{.Verb = JournalVerb::Area, .ClientWidth = 1274, .ClientHeight = 675},
+         "area 1274 675"},
     };
 }
 
@@ -359,6 +361,8 @@ const MalformedLine kWrongArgumentCounts[] = {
     {"banddrop 800 600 1 2 7 1 2 3 /", "banddrop needs at least 9 numbers"},
     {"process 1 2", "process needs exactly 1 argument"},
     {"sheets 1 2 3", "sheets needs exactly 2 arguments"},
+    {"area 1274", "area needs exactly 2 arguments"},
+    {"area 1274 675 1", "area needs exactly 2 arguments"},
     {"view flat flat", "view needs exactly 1 argument"},
     {"retry 1", "retry takes no arguments"},
     {"ok now", "ok takes no arguments"},

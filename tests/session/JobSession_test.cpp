@@ -316,6 +316,21 @@ TEST_F(JournalSettingsTest, StoredNumbersOtherThanZeroAndOneHaveNoLine) {
     EXPECT_EQ(journal.Lines, (Lines{"direct 0"}));
 }
 
+// The drawing area's size is written when it is new to the journal: a resize's many layouts at
+// one size are one line, and a journal taken up again (after a replay) names it once more.
+TEST_F(JournalSettingsTest, TheDrawingAreaIsWrittenWhenItsSizeChanges) {
+    RecordedJournal journal;
+    session.JournalArea(900, 500);  // no journal yet
+    session.JournalIn(&journal);
+    session.JournalArea(1274, 675);
+    session.JournalArea(1274, 675);
+    session.JournalArea(1000, 675);
+    session.JournalIn(nullptr);
+    session.JournalIn(&journal);
+    session.JournalArea(1000, 675);
+    EXPECT_EQ(journal.Lines, (Lines{"area 1274 675", "area 1000 675", "area 1000 675"}));
+}
+
 TEST_F(FinishTest, OkIsWrittenDownAsOk) {
     RecordedJournal journal;
     session.JournalIn(&journal);

@@ -45,10 +45,12 @@ TEST_P(JournalGeneratorTest, ItsCommandsReplayedOnAFreshStartWriteWhatTheLiveRun
     const std::vector<JournalCommand> commands =
         RandomJournal(first.Session(), first.Area(), first.Relay(),
                       {.Seed = GetParam(), .Commands = 250, .ReloadsPerThousand = 8});
-    // The per-user values first (none stored: Direct and the block cells off), as the window's.
-    ASSERT_EQ(commands.size(), 252u);
+    // The per-user values first (none stored: Direct and the block cells off), then the
+    // drawing area's size, as the window's.
+    ASSERT_EQ(commands.size(), 253u);
     EXPECT_EQ(FormatJournalCommand(commands[0]), "direct 0");
     EXPECT_EQ(FormatJournalCommand(commands[1]), "blockdraw 0");
+    EXPECT_EQ(FormatJournalCommand(commands[2]), "area 1600 900");
     ASSERT_TRUE(first.Session().Finish(OkCancel::Ok));
 
     HeadlessJob second(again);
@@ -59,7 +61,7 @@ TEST_P(JournalGeneratorTest, ItsCommandsReplayedOnAFreshStartWriteWhatTheLiveRun
     const ReplayOutcome outcome =
         replay.Run(ReadJournal(JournalTextOf(std::string(64, 'a'), commands)));
     ASSERT_TRUE(outcome.Ok()) << outcome.Why;
-    EXPECT_EQ(outcome.Commands, 252);
+    EXPECT_EQ(outcome.Commands, 253);
     ASSERT_TRUE(second.Session().Finish(OkCancel::Ok));
 
     // The side and save files always; the result file only when nothing is left short.

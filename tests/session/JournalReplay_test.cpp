@@ -59,6 +59,62 @@ TEST_F(JournalReplayTest, ADropIsMadeOnTheDrawingLaidOutAtTheSizeOfItsLine) {
     EXPECT_EQ(drawing.Area(), (IntRect{0, 0, 1080, 900}));
 }
 
+// The cells of pallet 2's blocks as a drawing of the two pallets at width x height holds them.
+std::vector<IntRect> TwoPalletCells(const CKestoApp& app, const ViewState& shown,
+                                    const MessageTable& messages, int32_t width, int32_t height) {
+    ViewState two = shown;
+    two.SetMode(PalletView::TwoPallet);
+    PalletDrawing drawing{app, two, messages};
+    drawing.SetArea({0, 0, width, height});
+    DisplayList canvas;
+    drawing.Refresh(canvas);
+    std::vector<IntRect> cells;
+    for (const int32_t e : app.Blocks.OfPallet(1, 2))
+        cells.push_back(drawing.BlockRects.at(static_cast<size_t>(e)));
+    return cells;
+}
+
+std::vector<IntRect> CellsOfPallet2(const CKestoApp& app, const PalletDrawing& drawing) {
+    std::vector<IntRect> cells;
+    for (const int32_t e : app.Blocks.OfPallet(1, 2)) {
+        const auto at = static_cast<size_t>(e);
+        cells.push_back(at < drawing.BlockRects.size() ? drawing.BlockRects[at] : IntRect{});
+    }
+    return cells;
+}
+
+// A free drop scales by cells of blocks the view no longer shows: they keep where the last
+// picture that showed them drew them, so the replay lays the drawing out after every command,
+// as the window paints it.
+TEST_F(JournalReplayTest, TheCellsOfAViewLeftBehindAreThoseItsLastPictureDrew) {
+    const std::vector<IntRect> expected =
+        TwoPalletCells(app, shown, testServices.Messages, 800, 600);
+    ASSERT_NE(CellsOfPallet2(app, drawing), expected);
+    const ReplayOutcome outcome = Replay({"area 800 600", "view 2pallet", "view flat"});
+    EXPECT_TRUE(outcome.Ok()) << outcome.Why;
+    EXPECT_EQ(outcome.Commands, 3);
+    EXPECT_EQ(shown.Mode(), PalletView::Flat);
+    EXPECT_EQ(CellsOfPallet2(app, drawing), expected);
+    EXPECT_EQ(drawing.Area(), (IntRect{0, 0, 800, 600}));
+}
+
+// A journal without an area line is laid out from its start at the size of its first drop.
+TEST_F(JournalReplayTest, BeforeAnyAreaLineTheDrawingHasTheSizeOfTheFirstDrop) {
+    drawing.SetArea({0, 0, 500, 300});
+    const std::vector<IntRect> expected =
+        TwoPalletCells(app, shown, testServices.Messages, 1080, 900);
+    EXPECT_TRUE(Replay({"view 2pallet", "view flat", "drop 1080 900 780 808 880 858 0"}).Ok());
+    EXPECT_EQ(CellsOfPallet2(app, drawing), expected);
+    EXPECT_DOUBLE_EQ(a.X, 790);
+}
+
+TEST_F(JournalReplayTest, AnAreaOfNoSizeStopsTheReplay) {
+    const ReplayOutcome outcome = Replay({"grid 0", "area 0 600", "grid 1"});
+    EXPECT_EQ(outcome.BadLine, 4);
+    EXPECT_EQ(outcome.Why, "line 4: no drawing area of that size");
+    EXPECT_EQ(outcome.Commands, 1);
+}
+
 TEST_F(JournalReplayTest, ABandDropMovesEveryEntryByTheShift) {
     const ReplayOutcome outcome =
         Replay({"direct 1", "banddrop 1080 900 0 -100 0 930 808 1030 858 1 620 808 720 858 /"});

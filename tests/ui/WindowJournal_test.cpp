@@ -59,6 +59,11 @@ class WindowJournalTest : public ::testing::Test {
     }
     bool Open() { return job.Open() && test::ShowLaidOut(*job.Dialog, 1600, 900); }
     std::string JournalFile() const { return JournalPath(state.Path().string(), hex); }
+    // The line naming the drawing area's size as the window has it now.
+    std::string AreaLine() const {
+        const IntRect& r = job.Dialog->DrawArea()->Drawing().Area();
+        return "area " + std::to_string(r.Right - r.Left) + " " + std::to_string(r.Bottom - r.Top);
+    }
     // The journal this job's earlier run left: these commands and no end.
     void LeaveJournal(const std::string& commands) {
         test::WriteFile(fs::path(JournalFile()), JournalHeader(hex) + commands);
@@ -79,7 +84,27 @@ TEST_F(WindowJournalTest, TheCommandsFromTheStartOnAreWrittenIntoTheStateFolder)
     EXPECT_EQ(path, JournalPath(state.Path().string(), JobIdentityOf(*job.Session)));
     const kesto::JournalFile read = ReadJournalFile(path);
     EXPECT_EQ(read.Error, "");
-    EXPECT_EQ(Commands(read), (std::vector<std::string>{"direct 0", "blockdraw 0", "view danmen"}));
+    EXPECT_EQ(Commands(read),
+              (std::vector<std::string>{"direct 0", "blockdraw 0", AreaLine(), "view danmen"}));
+}
+
+// The drops of a replay are made on the drawing laid out as the window had it: a resize is
+// written down once the new layout is in place, and a layout at the same size is not. The new
+// layout shows the first small box of the page again, which is written down as such.
+TEST_F(WindowJournalTest, AResizeOfTheDrawingAreaIsWrittenDown) {
+    ASSERT_TRUE(Open());
+    WindowJournal journal(*job.Session, relay, job.Svc.Host.State);
+    journal.Start(*job.Dialog);
+    const std::string before = AreaLine();
+    job.Dialog->resize(1300, 760);
+    QApplication::processEvents();
+    const std::string after = AreaLine();
+    ASSERT_NE(after, before);
+    job.Dialog->OnView(PalletView::Danmen);
+    EXPECT_EQ(Commands(ReadJournalFile(journal.Journal()->Path())),
+              (std::vector<std::string>{"direct 0", "blockdraw 0", before,
+                                        "box " + std::to_string(job.Dialog->Shown().Box()), after,
+                                        "view danmen"}));
 }
 
 TEST_F(WindowJournalTest, ReturnRestoresAnUnfinishedJournalAndTheJournalGoesOn) {
@@ -102,7 +127,7 @@ TEST_F(WindowJournalTest, ReturnRestoresAnUnfinishedJournalAndTheJournalGoesOn) 
     job.Dialog->OnView(PalletView::Flat);
     EXPECT_EQ(Commands(ReadJournalFile(JournalFile())),
               (std::vector<std::string>{"view danmen", "undo", "grid 0", "direct 0", "blockdraw 0",
-                                        "view flat"}));
+                                        AreaLine(), "view flat"}));
 }
 
 TEST_F(WindowJournalTest, ADropTheReplaySawRefusedLeavesNoWordInTheStatusLine) {
@@ -133,7 +158,7 @@ TEST_F(WindowJournalTest, NoSetsTheJournalAsideAndStartsANewOne) {
     EXPECT_TRUE(fs::exists(JournalFile() + ".discarded"));
     // A new journal starts with the per-user values (none stored here).
     EXPECT_EQ(Commands(ReadJournalFile(JournalFile())),
-              (std::vector<std::string>{"direct 0", "blockdraw 0"}));
+              (std::vector<std::string>{"direct 0", "blockdraw 0", AreaLine()}));
 }
 
 TEST_F(WindowJournalTest, AJournalThatCannotBeWrittenIsToldInTheStatusLineAndTheWindowGoesOn) {

@@ -77,6 +77,8 @@ void CKestoDlg::LayoutPass() {
     SetCaption(Control(kNestToggle), nestCaptionFonts_[slot], nestCaptionTexts_[slot]);
     layout_ = layout;
     drawArea_->PlaceArea(layout.AreaPlacement);
+    const IntRect& client = drawArea_->Drawing().Area();
+    session_.JournalArea(client.Right - client.Left, client.Bottom - client.Top);
     partsInfo_->PlacePanel(layout.InfoPlacement);
     partsView_->PlacePanel(layout.ViewPlacement);
     if (partsAllState_ != Visibility::Hidden)

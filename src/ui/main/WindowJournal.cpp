@@ -36,6 +36,8 @@ void WindowJournal::Start(CKestoDlg& window) {
     journal_->Open();
     session_.JournalIn(&*journal_);
     session_.JournalSettings();
+    const IntRect& client = window.DrawArea()->Drawing().Area();
+    session_.JournalArea(client.Right - client.Left, client.Bottom - client.Top);
 }
 
 bool WindowJournal::AskRestore(CKestoDlg& window, const std::string& question) {
