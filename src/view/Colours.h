@@ -12,6 +12,8 @@ namespace kesto::colour {
 // Drawing area.
 inline constexpr Rgb kAreaBackground{69, 79, 122};
 inline constexpr Rgb kPalletFrame{87, 156, 159};  // also the cross-section band
+// The pallet outside the blocks of the process in view: no stack of it can stand there.
+inline constexpr Rgb kOutsideZone{58, 104, 107};
 inline constexpr Rgb kSeparator{192, 192, 192};
 inline constexpr int32_t kSeparatorWidth = 4;
 inline constexpr Rgb kBlockMarked{190, 143, 152};  // a cell with corner bits set
@@ -78,13 +80,15 @@ struct Palette {
     // The pen of outline elements drawn in no colour of the drawing's own; none keeps each
     // element's colour from its outline file.
     std::optional<Rgb> OutlinePen;
+    // The pallet outside the zone of the process's blocks; the frame's own fill: not shaded.
+    Rgb OutsideZone;
 };
 
 inline constexpr Palette kScreenPalette{
     kAreaBackground, kPalletFrame,  kPalletFrame,  kSeparator,    kBlockMarked, kBlockPlain,
     kBlockPlain,     kGridMark,     kRackLine,     kHeightLimit,  kPartNormal,  kLayer10,
     kLayer20,        kPicked,       kSamePart,     kSamePartLine, kPartPen,     kLabelText,
-    kOffsetLine,     kMarkedNormal, kMarkedPicked, std::nullopt};
+    kOffsetLine,     kMarkedNormal, kMarkedPicked, std::nullopt,  kOutsideZone};
 
 // White paper and dark outlines; stacks are filled light enough that black labels on them
 // read in black and white, and the marked parts stay a shade apart from the others.
@@ -111,6 +115,8 @@ inline constexpr Palette kPrintPalette{
     .MarkedNormal = {246, 208, 232},
     .MarkedPicked = {250, 224, 242},
     .OutlinePen = Rgb{20, 20, 20},
+    // The sheet's white cells on the grey pallet already tell the zone apart.
+    .OutsideZone = {246, 246, 246},
 };
 
 }  // namespace kesto::colour

@@ -137,6 +137,10 @@ class PalletDrawing {
     };
     // Slots 1, 2 or 4 by mode, at most PalletCount, numbered from the view's pallet with wrap.
     std::vector<Slot> ShownSlots() const;
+    // The slot's pallet outside the zone of blocks (those of the process in view on it) in a
+    // colour of its own.
+    void ShadeOutsideZone(Canvas& canvas, const Slot& slot,
+                          const std::vector<int32_t>& blocks) const;
     // The first pallet named by the current process's Name2; null when there is none.
     const PalletInfo* FindViewPallet();
     // The stack label font: the first field of "DRAW-STRING".

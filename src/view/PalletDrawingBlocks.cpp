@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <cstdint>
+#include <optional>
+#include <vector>
 
 #include "view/PalletDrawing.h"
 
@@ -129,6 +131,24 @@ std::vector<int32_t> CellOwners(const Grid& g, int32_t corner, const std::vector
     return owner;
 }
 
+struct Zone {
+    double X0, Y0, X1, Y1;
+};
+
+// The rectangle the blocks span, in lengths; none without a block.
+std::optional<Zone> ZoneOf(const BlockTable& table, const std::vector<int32_t>& blocks) {
+    if (blocks.empty())
+        return std::nullopt;
+    const BlockInfo& first = table[blocks.front()];
+    Zone zone{first.MinX, first.MinY, first.MaxX, first.MaxY};
+    for (const int32_t e : blocks) {
+        const BlockInfo& b = table[e];
+        zone = {std::min(zone.X0, b.MinX), std::min(zone.Y0, b.MinY), std::max(zone.X1, b.MaxX),
+                std::max(zone.Y1, b.MaxY)};
+    }
+    return zone;
+}
+
 }  // namespace
 
 void PalletDrawing::DrawBlocks(Canvas& canvas) {
@@ -140,6 +160,7 @@ void PalletDrawing::DrawBlocks(Canvas& canvas) {
         std::vector<int32_t> blocks;
         for (const int32_t e : app_.Blocks.OfPallet(shown_.Koutei(), slot.PalletNo))
             blocks.push_back(e);
+        ShadeOutsideZone(canvas, slot, blocks);
         const std::vector<int32_t> owner =
             CellOwners(g, app_.Settings.StartCorner, blocks, app_.Blocks);
         ForEachCell(g, app_.Settings.StartCorner, [&](double x, double y, int32_t i, int32_t j) {
@@ -164,6 +185,32 @@ void PalletDrawing::DrawBlocks(Canvas& canvas) {
     if (static_cast<int64_t>(g.Columns) * g.Rows < 100)
         DrawGridMarks(canvas);
     DrawRackLines(canvas);
+}
+
+void PalletDrawing::ShadeOutsideZone(Canvas& canvas, const Slot& slot,
+                                     const std::vector<int32_t>& blocks) const {
+    const auto at = static_cast<size_t>(slot.Index);
+    const std::optional<Zone> zone = ZoneOf(app_.Blocks, blocks);
+    if (palette_.OutsideZone == palette_.PalletFrame || at >= PalletRect.size() || !zone)
+        return;
+    // Inside the frame's outline, which stays as it is.
+    const IntRect& f = PalletRect[at];
+    const IntRect frame{f.Left + 1, f.Top + 1, f.Right - 1, f.Bottom - 1};
+    const IntPoint a = WorldToScreen(zone->X0, zone->Y0);
+    const IntPoint b = WorldToScreen(zone->X1, zone->Y1);
+    const int32_t dx = OriginDX + slot.Offset.X;
+    const int32_t dy = OriginDY + slot.Offset.Y;
+    const auto clampX = [&](int32_t x) { return std::clamp(x, frame.Left, frame.Right); };
+    const auto clampY = [&](int32_t y) { return std::clamp(y, frame.Top, frame.Bottom); };
+    const IntRect z{clampX(a.X + dx), clampY(b.Y + dy), clampX(b.X + dx), clampY(a.Y + dy)};
+    const Rgb shade = palette_.OutsideZone;
+    for (const IntRect& strip : {IntRect{frame.Left, frame.Top, frame.Right, z.Top},
+                                 IntRect{frame.Left, z.Bottom, frame.Right, frame.Bottom},
+                                 IntRect{frame.Left, z.Top, z.Left, z.Bottom},
+                                 IntRect{z.Right, z.Top, frame.Right, z.Bottom}}) {
+        if (strip.Right > strip.Left && strip.Bottom > strip.Top)
+            canvas.FillRectangle(strip, shade, shade);
+    }
 }
 
 IntRect PalletDrawing::LocateBlock(int32_t index) const {

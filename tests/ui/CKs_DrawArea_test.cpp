@@ -194,9 +194,10 @@ TEST(CKs_DrawArea, BlockCellsFollowTheirCornerMaskWhenBlockDrawingIsOn) {
         {604, 270, colour::kBlockPlain},
         {437, 270, colour::kPalletFrame},
         {605, 270, colour::kPalletFrame},
-        // The left cell of that row, (266, 198)-(433, 337), has no corner bits.
+        // The left cell of that row, (266, 198)-(433, 337), has no corner bits; left of it the
+        // pallet lies outside the blocks of the process, shaded.
         {350, 270, colour::kBlockPlain},
-        {265, 270, colour::kPalletFrame},
+        {265, 270, colour::kOutsideZone},
     });
 }
 
@@ -208,6 +209,7 @@ TEST(CKs_DrawArea, NoBlockCellsWhileBlockDrawingIsOff) {
     a.ExpectPixels({
         {520, 270, colour::kPalletFrame},
         {350, 270, colour::kPalletFrame},
+        {265, 270, colour::kOutsideZone},  // the zone is shaded with or without the cells
     });
 }
 

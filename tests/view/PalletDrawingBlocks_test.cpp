@@ -92,13 +92,22 @@ class BlockCells : public ::testing::Test {
         p.Pen = colour::kBlockPlain;
         return p;
     }
-    // The cells drawn by DrawBlocks alone, after a Refresh laid the view out.
-    std::vector<Primitive> DrawnCells() {
+    // The rectangles DrawBlocks alone draws, after a Refresh laid the view out.
+    std::vector<Primitive> DrawnRectangles() {
         DisplayList setUp;
         drawing.Refresh(setUp);
         DisplayList cells;
         drawing.DrawBlocks(cells);
         return test::Rectangles(cells);
+    }
+    // Those of them that are cells: the zone's shading left out.
+    std::vector<Primitive> DrawnCells() {
+        std::vector<Primitive> cells;
+        for (const Primitive& p : DrawnRectangles()) {
+            if (p.Fill != colour::kOutsideZone)
+                cells.push_back(p);
+        }
+        return cells;
     }
     void ExpectOrder(const std::vector<std::pair<int, int>>& order) {
         const std::vector<Primitive> cells = DrawnCells();
@@ -123,6 +132,42 @@ TEST_F(BlockCells, FrameOfTheBlockPallet) {
     EXPECT_EQ((IntRect{128, 52, 872, 675}), drawing.PalletRect[0]);
     EXPECT_EQ(99, drawing.OriginDX);
     EXPECT_EQ(28, drawing.OriginDY);
+}
+
+// The blocks of process 1 on pallet 1 span x 76.4 .. 991.3 and y 9.7 .. 638.9: pixels 185 ..
+// 863 and 201 .. 667 (the cells' outer edges above). The frame 128, 52, 872, 675 keeps its
+// outline; inside it, the rest is shaded, above, below, left and right of that zone, before
+// the cells are drawn.
+TEST_F(BlockCells, ThePalletOutsideTheProcesssBlocksIsShadedInsideItsFrame) {
+    job.app.Settings.StartCorner = 0;
+    std::vector<IntRect> shaded;
+    const std::vector<Primitive> drawn = DrawnRectangles();
+    for (const Primitive& p : drawn) {
+        if (p.Fill == colour::kOutsideZone) {
+            EXPECT_EQ(colour::kOutsideZone, p.Pen);
+            shaded.push_back(p.Rect);
+        }
+    }
+    EXPECT_EQ(shaded, (std::vector<IntRect>{{129, 53, 871, 201},
+                                            {129, 667, 871, 674},
+                                            {129, 201, 185, 667},
+                                            {863, 201, 871, 667}}));
+    ASSERT_EQ(13u, drawn.size());
+    EXPECT_EQ(colour::kOutsideZone, drawn[3].Fill);  // the cells come after
+    EXPECT_EQ(Cell(0, 0), drawn[4].Rect);
+}
+
+// Shaded whether the cells are drawn or not; the printed sheet's palette shades nothing, its
+// white cells on the grey pallet tell the zone apart.
+TEST_F(BlockCells, TheZoneIsShadedWithoutBlockDisplayAndNotInPrint) {
+    job.shown.SetStoredBlockDraw(0);
+    EXPECT_EQ(4u, DrawnRectangles().size());
+    PlacedDrawing print(job, colour::kPrintPalette);
+    DisplayList setUp;
+    print.Refresh(setUp);
+    DisplayList cells;
+    print.DrawBlocks(cells);
+    EXPECT_TRUE(test::Rectangles(cells).empty());
 }
 
 TEST_F(BlockCells, CornerZeroCountsColumnsFromTheLeftAndRowsFromTheBottom) {
@@ -292,8 +337,11 @@ TEST_F(BlockCells, GridMarksSitInsideEveryCellLaidOutFromTheRight) {
         for (size_t i = 0; i < 4; ++i)
             EXPECT_EQ(expected[i], marks[n * 4 + i]) << "cell " << n << " mark " << i;
     }
-    for (const Primitive& p : test::Rectangles(canvas))
-        EXPECT_EQ(colour::kGridMark, p.Pen);
+    for (const Primitive& p : test::Rectangles(canvas)) {
+        if (p.Fill != colour::kOutsideZone) {
+            EXPECT_EQ(colour::kGridMark, p.Pen);
+        }
+    }
 }
 
 TEST_F(BlockCells, NoGridMarksWithoutTheGridFlag) {
@@ -328,10 +376,11 @@ TEST_F(BlockCells, RackLinesRunPastThePalletByThePitch) {
     drawing.Refresh(setUp);
     DisplayList canvas;
     drawing.DrawBlocks(canvas);
-    ASSERT_EQ(2u, canvas.Items().size());
+    // After the four strips of the shaded zone.
+    ASSERT_EQ(6u, canvas.Items().size());
     // x line: (517.3, -30) -> (trunc(412.92) + 99, trunc(669.33) + 28) = (511, 697);
     // (517.3, 870) -> (511, trunc(2.67) + 28) = (511, 30).
-    const Primitive& x = canvas.Items()[0];
+    const Primitive& x = canvas.Items()[4];
     EXPECT_EQ(PrimitiveKind::Line, x.Kind);
     EXPECT_EQ((IntPoint{511, 697}), x.A);
     EXPECT_EQ((IntPoint{511, 30}), x.B);
@@ -340,7 +389,7 @@ TEST_F(BlockCells, RackLinesRunPastThePalletByThePitch) {
     EXPECT_EQ(1, x.Width);
     // y line: (-30, 402.6) -> (trunc(7.52) + 99, trunc(348.89) + 28) = (106, 376);
     // (1033.7, 402.6) -> (trunc(795.44) + 99, 376) = (894, 376).
-    const Primitive& y = canvas.Items()[1];
+    const Primitive& y = canvas.Items()[5];
     EXPECT_EQ((IntPoint{106, 376}), y.A);
     EXPECT_EQ((IntPoint{894, 376}), y.B);
     EXPECT_EQ(colour::kRackLine, y.Pen);
@@ -379,7 +428,20 @@ TEST(InchBlockCells, APalletInInchesIsLaidOutLikeAnyOther) {
     EXPECT_EQ((IntRect{134, 52, 866, 675}), drawing.PalletRect[0]);
     DisplayList canvas;
     drawing.DrawBlocks(canvas);
-    const std::vector<Primitive> cells = test::Rectangles(canvas);
+    // First the zone's shading: the blocks span x 3.02 .. 39.03 and y 0.38 .. 25.14, pixels
+    // 190 .. 857 and 209 .. 668 (below); inside the frame's outline, the rest.
+    std::vector<Primitive> cells;
+    std::vector<IntRect> shaded;
+    for (const Primitive& drawn : test::Rectangles(canvas)) {
+        if (drawn.Fill == colour::kOutsideZone)
+            shaded.push_back(drawn.Rect);
+        else
+            cells.push_back(drawn);
+    }
+    EXPECT_EQ(shaded, (std::vector<IntRect>{{135, 53, 865, 209},
+                                            {135, 668, 865, 674},
+                                            {135, 209, 190, 668},
+                                            {857, 209, 865, 668}}));
     ASSERT_EQ(2u, cells.size());
     // Low cell: x 3.02 -> trunc(85.2) = 85, 14.73 -> trunc(302.05) = 302;
     // y 0.38 -> trunc(640.07) = 640, 8.4 -> trunc(491.56) = 491.
