@@ -258,14 +258,38 @@ void DrawingEdit::MoveSteps(Canvas& canvas, int32_t x, int32_t y, bool leftButto
         // The overlay replaces the image drawn at LastMouse.
         view_.ShowDragImage(DragImageAt(x, y));
         LastMouse = IntPoint{x, y};
-        if (!InDrawingZone(x, y)) {
-            Sel().SetPicked(kNoStack);
-            Sel().ClearBandList();
-            BandOffsets.clear();
-            view_.HideDragImage();
-        }
+        if (!InDrawingZone(x, y))
+            LetGoOfDrag();
     }
     MoveCount = MoveCount >= kMoveCountWrap ? 1 : MoveCount + 1;
+}
+
+void DrawingEdit::LetGoOfDrag() {
+    Sel().SetPicked(kNoStack);
+    Sel().ClearBandList();
+    BandOffsets.clear();
+    view_.HideDragImage();
+}
+
+bool DrawingEdit::AbandonDrag(Canvas& canvas) {
+    if (tracking_) {
+        tracking_ = false;
+        view_.HideDragImage();
+        return true;
+    }
+    if (LastMouse == kNoMouse)
+        return false;
+    const StackId before = Sel().Picked();
+    const bool bandDrag = BandDragInForce();
+    LetGoOfDrag();
+    if (bandDrag) {
+        d_.DrawParts(canvas, DrawMode::AllNormal);
+        Sync();
+        Sel().SetBand(BandState::Aside);
+        Sel().SetLastPicked(kNoStack);
+    }
+    InfoFollowsPick(before);
+    return true;
 }
 
 bool DrawingEdit::InDrawingZone(int32_t x, int32_t y) const {
@@ -521,6 +545,24 @@ void DrawingEdit::PickAlone(const HaichiInfo& stack) {
     Sel().SetLastPicked(stack.Id);
     Sel().ClearHistory();
     Sel().AddToHistory(stack.Id);
+}
+
+void DrawingEdit::PickFromKeys(Canvas& canvas, const HaichiInfo& stack) {
+    const std::optional<IntRect> shown = d_.ScreenRect(stack);
+    if (!shown)
+        return;
+    if (Sel().Band() != BandState::Off || Sel().LastPicked() != kNoStack)
+        d_.DrawParts(canvas, DrawMode::Unhighlight);
+    Sel().ClearBandList();
+    BandOffsets.clear();
+    Sel().SetBand(BandState::Off);
+    PickAlone(stack);
+    Sel().SetPickRect(*shown);
+    Sync();
+    if (stack.Part != nullptr)
+        view_.SelectPartsAllLine(stack.Part->Seq);
+    d_.DrawParts(canvas, DrawMode::Highlight);
+    view_.RefreshInfoPanel();
 }
 
 void DrawingEdit::JobReloaded() {

@@ -78,6 +78,15 @@ class DrawingEdit {
     void DirectSwitched();
     // The stack picked as a click on it would pick it, without drawing.
     void PickAlone(const HaichiInfo& stack);
+    // The stack picked from the keyboard: lit and described as a click on it would, alone (a
+    // band in force is let go); a stack not on screen is not picked.
+    void PickFromKeys(Canvas& canvas, const HaichiInfo& stack);
+    // The left button went down in the drawing and is not up yet.
+    bool DragInProgress() const { return tracking_ || LastMouse != kNoMouse; }
+    // Escape: the stacks or the rubber band carried are let go where they stood, as leaving
+    // the drawing zone lets them go (a band's entries drawn back as the move after it would);
+    // the release then drops nothing. False when no drag was in progress.
+    bool AbandonDrag(Canvas& canvas);
     // Retry or Auto placed the job anew: nothing is picked, no band is in force.
     void JobReloaded();
     // A drop or band drop of the journal made again: the picks and the band entries the line
@@ -147,6 +156,8 @@ class DrawingEdit {
     HaichiInfo* StackOf(StackId id) const;
     std::vector<HaichiInfo*> StacksOf(const std::vector<StackId>& ids) const;
     bool InDrawingZone(int32_t x, int32_t y) const;
+    // What leaving the drawing zone with a drag does: the pick and the band entries let go.
+    void LetGoOfDrag();
 
     // The drawing's selection, which these operations change.
     const Selection& Sel() const { return d_.Selected(); }

@@ -108,8 +108,18 @@ void DefineSheetFonts(const CKestoApp& app, const MessageTable& messages,
 
 using PalletKey = std::pair<int32_t, int32_t>;  // process No, pallet number
 
-// The stacks of every pallet, each pallet's ordered by block and corner (then list order):
-// the order an operator walks its cells in.
+// One pallet's stacks ordered by block and corner (then list order): the order an operator
+// walks its cells in.
+void SortAsWalked(const CKestoApp& app, const std::vector<int32_t>& numbers,
+                  std::vector<const HaichiInfo*>& stacks) {
+    std::stable_sort(stacks.begin(), stacks.end(), [&](const HaichiInfo* a, const HaichiInfo* b) {
+        const int32_t na = numbers[static_cast<size_t>(a->BlockIndex)];
+        const int32_t nb = numbers[static_cast<size_t>(b->BlockIndex)];
+        return na != nb ? na < nb : StandingCorner(app, *a) < StandingCorner(app, *b);
+    });
+}
+
+// The stacks of every pallet, each pallet's in the order an operator walks its cells in.
 std::map<PalletKey, std::vector<const HaichiInfo*>> StacksByPallet(
     const CKestoApp& app, const std::vector<int32_t>& numbers) {
     std::map<PalletKey, std::vector<const HaichiInfo*>> pallets;
@@ -118,14 +128,8 @@ std::map<PalletKey, std::vector<const HaichiInfo*>> StacksByPallet(
         if (h.Part != nullptr && block != nullptr)
             pallets[{block->KouteiNo, block->PalletNo}].push_back(&h);
     }
-    for (auto& [key, stacks] : pallets) {
-        std::stable_sort(
-            stacks.begin(), stacks.end(), [&](const HaichiInfo* a, const HaichiInfo* b) {
-                const int32_t na = numbers[static_cast<size_t>(a->BlockIndex)];
-                const int32_t nb = numbers[static_cast<size_t>(b->BlockIndex)];
-                return na != nb ? na < nb : StandingCorner(app, *a) < StandingCorner(app, *b);
-            });
-    }
+    for (auto& [key, stacks] : pallets)
+        SortAsWalked(app, numbers, stacks);
     return pallets;
 }
 
@@ -327,6 +331,18 @@ std::vector<int32_t> BlockNumbers(const CKestoApp& app) {
     for (size_t e = 0; e < blocks.size(); ++e)
         numbers[e] = ++counted[{blocks[e].KouteiNo, blocks[e].PalletNo}];
     return numbers;
+}
+
+std::vector<const HaichiInfo*> SheetOrder(const CKestoApp& app, int32_t kouteiNo, int32_t pallet) {
+    std::vector<const HaichiInfo*> stacks;
+    for (const HaichiInfo& h : app.HaichiList) {
+        const BlockInfo* block = app.BlockOf(h);
+        if (h.Part != nullptr && block != nullptr && block->KouteiNo == kouteiNo &&
+            block->PalletNo == pallet)
+            stacks.push_back(&h);
+    }
+    SortAsWalked(app, BlockNumbers(app), stacks);
+    return stacks;
 }
 
 PictureDocument BuildSortSheet(const CKestoApp& app, const Services& services,

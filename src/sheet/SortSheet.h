@@ -30,6 +30,10 @@ PictureDocument BuildSortSheet(const JobSession& session);
 // numbered from the start corner; 0 for an index past the job's blocks.
 std::vector<int32_t> BlockNumbers(const CKestoApp& app);
 
+// The stacks of one pallet of a process (its No, the pallet's number) as the sheet lists
+// them: by block number, then the corner each stands in, then list order.
+std::vector<const HaichiInfo*> SheetOrder(const CKestoApp& app, int32_t kouteiNo, int32_t pallet);
+
 // The corner of its block a stack stands in: the one it is nearest to, as it stands now (a
 // moved stack keeps the corner the placement gave it in its record). 0 without a block.
 uint8_t StandingCorner(const CKestoApp& app, const HaichiInfo& stack);

@@ -247,6 +247,55 @@ TEST_F(DrawingEditTest, MoveCountRestartsAtOneAfter30000) {
 }
 
 // --- rubber band ------------------------------------------------------------------------------
+// --- keys -------------------------------------------------------------------------------------
+
+TEST_F(DrawingEditTest, EscapeDuringADragLetsTheStackGoAndTheReleaseDropsNothing) {
+    edit.Press(canvas, 980, 833, false);
+    edit.Move(canvas, 981, 833, true);
+    edit.Move(canvas, 700, 600, true);
+    ASSERT_EQ(view.Image, std::vector<IntRect>({{650, 575, 750, 625}}));
+    EXPECT_TRUE(edit.DragInProgress());
+    EXPECT_TRUE(edit.AbandonDrag(canvas));
+    EXPECT_EQ(drawing.Selected().Picked(), kNoStack);
+    EXPECT_TRUE(view.Image.empty());
+    EXPECT_EQ(view.InfoRefreshes, 2);
+    // Moves after it carry nothing; the release drops nothing and ends the drag.
+    edit.Move(canvas, 690, 600, true);
+    EXPECT_TRUE(view.Image.empty());
+    edit.Release(canvas, 690, 600);
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_EQ(view.Refreshes, 1);
+    EXPECT_TRUE(view.Refusals.empty());
+    EXPECT_FALSE(edit.DragInProgress());
+}
+
+TEST_F(DrawingEditTest, EscapeWithoutADragAbandonsNothing) {
+    EXPECT_FALSE(edit.AbandonDrag(canvas));
+    Click(980, 833);
+    EXPECT_FALSE(edit.DragInProgress());
+    EXPECT_FALSE(edit.AbandonDrag(canvas));
+    EXPECT_EQ(drawing.Selected().Picked(), a.Id);
+}
+
+TEST_F(DrawingEditTest, PickFromKeysLightsTheStackAloneAndDescribesIt) {
+    Click(670, 833);
+    canvas.Clear();
+    view.InfoRefreshes = 0;
+    edit.PickFromKeys(canvas, a);
+    EXPECT_EQ(drawing.Selected().Picked(), a.Id);
+    EXPECT_EQ(drawing.Selected().LastPicked(), a.Id);
+    EXPECT_EQ(drawing.Selected().PickHistory(), std::vector<StackId>({a.Id}));
+    EXPECT_EQ(drawing.Selected().PickRect(), kRectA);
+    EXPECT_EQ(view.Synced, std::vector<int32_t>({partA.Seq}));
+    EXPECT_EQ(view.AllPartsLine, partA.Seq);
+    EXPECT_EQ(view.InfoRefreshes, 1);
+    EXPECT_TRUE(PickedIn(canvas, kRectB, colour::kPartNormal));
+    EXPECT_TRUE(PickedIn(canvas, kRectA, colour::kPicked));
+    // Nothing to drag: no drag image, and Escape has nothing to abandon.
+    EXPECT_TRUE(view.Image.empty());
+    EXPECT_FALSE(edit.AbandonDrag(canvas));
+}
 
 class BandTest : public DrawingEditTest {
   protected:
@@ -508,6 +557,50 @@ TEST_F(BandTest, AbandonedBandDragEndsTheBandAtTheRelease) {
     EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
     EXPECT_DOUBLE_EQ(a.Y, 10);
     EXPECT_DOUBLE_EQ(b.Y, 10);
+}
+
+TEST_F(BandTest, EscapeWhileTheRubberBandIsTrackedLeavesNoBand) {
+    edit.Press(canvas, 1035, 790, false);
+    edit.Move(canvas, 600, 860, true);
+    EXPECT_TRUE(edit.AbandonDrag(canvas));
+    EXPECT_FALSE(edit.Tracking());
+    EXPECT_TRUE(view.Image.empty());
+    edit.Release(canvas, 600, 860);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
+    EXPECT_TRUE(drawing.Selected().BandList().empty());
+}
+
+TEST_F(BandTest, EscapeDuringABandDragLetsTheBandGoAndMovesNothing) {
+    Band(1035, 790, 600, 860);
+    edit.Press(canvas, 670, 833, false);
+    edit.Move(canvas, 671, 833, true);
+    edit.Move(canvas, 600, 700, true);
+    canvas.Clear();
+    EXPECT_TRUE(edit.AbandonDrag(canvas));
+    EXPECT_TRUE(drawing.Selected().BandList().empty());
+    EXPECT_EQ(drawing.Selected().LastPicked(), kNoStack);
+    EXPECT_TRUE(view.Synced.empty());
+    EXPECT_TRUE(view.Image.empty());
+    EXPECT_TRUE(PickedIn(canvas, kRectA, colour::kPartNormal));
+    EXPECT_TRUE(PickedIn(canvas, kRectB, colour::kPartNormal));
+    edit.Release(canvas, 600, 700);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_DOUBLE_EQ(b.Y, 10);
+    EXPECT_DOUBLE_EQ(b.X, 680);
+}
+
+TEST_F(BandTest, PickFromKeysLetsTheBandGo) {
+    Band(1035, 790, 600, 860);
+    ASSERT_EQ(drawing.Selected().BandList().size(), 2u);
+    canvas.Clear();
+    edit.PickFromKeys(canvas, b);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::Off);
+    EXPECT_TRUE(drawing.Selected().BandList().empty());
+    EXPECT_EQ(drawing.Selected().Picked(), b.Id);
+    EXPECT_EQ(view.Synced, std::vector<int32_t>({partB.Seq}));
+    EXPECT_TRUE(PickedIn(canvas, kRectA, colour::kPartNormal));
+    EXPECT_TRUE(PickedIn(canvas, kRectB, colour::kPicked));
 }
 
 TEST_F(BandTest, DirectSwitchForgetsTheLastPickAndTheHistory) {

@@ -197,6 +197,47 @@ TEST(SortSheet, AStacksCornerIsTheOneOfItsBlockItStandsNearest) {
     EXPECT_EQ(StandingCorner(app, stack), 0);
 }
 
+// Two cells on pallet 1 of process 1 and one on pallet 2: the stacks of pallet 1 come by
+// cell number, then by the corner each stands in, then in list order; the others are left out.
+TEST(SortSheet, APalletsStacksAreWalkedByCellThenCornerThenListOrder) {
+    CKestoApp app;
+    const auto cell = [&](int32_t pallet, double minX) {
+        BlockInfo block;
+        block.KouteiNo = 1;
+        block.PalletNo = pallet;
+        block.MinX = minX;
+        block.MinY = 0;
+        block.MaxX = minX + 400;
+        block.MaxY = 300;
+        app.Blocks.AddBlock(block);
+    };
+    cell(1, 0);
+    cell(1, 500);
+    cell(2, 0);
+    PartsInfo part;
+    part.SizeX = 100;
+    part.SizeY = 80;
+    // Each stack by its right and front edges.
+    const auto stack = [&](int32_t blockIndex, double x, double y) -> const HaichiInfo* {
+        HaichiInfo* h = app.AddHaichiInfo();
+        h->Part = &part;
+        h->BlockIndex = blockIndex;
+        h->X = x;
+        h->Y = y;
+        return h;
+    };
+    const HaichiInfo* secondCellFront = stack(1, 600, 0);
+    const HaichiInfo* firstCellBack = stack(0, 100, 220);
+    const HaichiInfo* otherPallet = stack(2, 100, 0);
+    const HaichiInfo* firstCellFront = stack(0, 100, 0);
+    const HaichiInfo* firstCellFrontToo = stack(0, 100, 0);
+    const std::vector<const HaichiInfo*> order = SheetOrder(app, 1, 1);
+    EXPECT_EQ(order, (std::vector<const HaichiInfo*>{firstCellFront, firstCellFrontToo,
+                                                     firstCellBack, secondCellFront}));
+    EXPECT_EQ(SheetOrder(app, 1, 2), (std::vector<const HaichiInfo*>{otherPallet}));
+    EXPECT_TRUE(SheetOrder(app, 2, 1).empty());
+}
+
 TEST(SortSheet, BlocksAreNumberedPerPalletFromTheStartCorner) {
     PictureJob job(PictureInstallation(2));
     const std::vector<int32_t> numbers = BlockNumbers(job.App());

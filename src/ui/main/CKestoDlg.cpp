@@ -49,6 +49,8 @@ CKestoDlg::CKestoDlg(JobSession& session, const FontTable& fonts, QWidget* paren
     ConnectPartsAll();
     ConnectEditing();
     ConnectPrinting();
+    ConnectKeys();
+    NameControls();
     session_.SetView(this);
 }
 

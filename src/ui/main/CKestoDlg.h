@@ -23,6 +23,7 @@
 #include "view/MainLayout.h"
 
 class QComboBox;
+class QKeyEvent;
 class QListWidget;
 class QPrinter;
 
@@ -150,6 +151,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void RunWhenShown();
@@ -159,9 +161,20 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void ConnectEditing();
     // Ctrl+P.
     void ConnectPrinting();
+    // Escape during a drag, Tab and Shift+Tab in the drawing, Delete.
+    void ConnectKeys();
+    // Every control's accessible name and description, in the message file's words.
+    void NameControls();
+    // A key pressed in the drawing; true when it was taken.
+    bool DrawingKey(QKeyEvent* event);
+    // The stacks on the drawing, pallet by pallet in view, each pallet's as the sheet lists
+    // them.
+    std::vector<const HaichiInfo*> StacksInView() const;
+    // The next (or previous) stack of StacksInView picked; false past either end.
+    bool WalkStacks(bool forward);
     // OK and the close box follow whether any part is set aside; the undo items the history.
     void FollowSetAside();
-    // Refuses the close box while OK is disabled.
+    // Refuses the close box while OK is disabled; passes the drawing's keys to DrawingKey.
     bool eventFilter(QObject* watched, QEvent* event) override;
     void ConnectPartsAll();
     // Makes the control of one entry of kControls.
@@ -236,6 +249,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     QAction* undoAction_ = nullptr;
     QAction* redoAction_ = nullptr;
     QAction* printAction_ = nullptr;
+    QAction* setAsideAction_ = nullptr;
     // The undo and redo items as the history now stands.
     void UpdateUndoActions();
 };

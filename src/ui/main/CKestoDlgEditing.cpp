@@ -1,6 +1,7 @@
 // The drawing area's mouse editing as the main window sees it, and the left and right buttons.
 #include <QComboBox>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -123,6 +124,8 @@ bool CKestoDlg::eventFilter(QObject* watched, QEvent* event) {
         event->ignore();
         return true;
     }
+    if (watched == drawArea_ && event->type() == QEvent::KeyPress)
+        return DrawingKey(static_cast<QKeyEvent*>(event));
     return QDialog::eventFilter(watched, event);
 }
 
