@@ -193,8 +193,10 @@ class BenchAreaView : public DrawAreaView {
     void SelectPartsAllLine(int32_t) override {}
     void RefreshInfoPanel() override {}
     void ShowRefusedDrop(DropRefusal, const std::vector<IntRect>&) override {}
+    void ShowLanding(const std::optional<DropPreview>& landing) override { Landing = landing; }
 
     std::vector<IntRect> Image;
+    std::optional<DropPreview> Landing;
 
   private:
     PalletDrawing& drawing_;
@@ -256,6 +258,46 @@ void BM_DragFrame(benchmark::State& state) {
     state.counters["image_rects"] = static_cast<double>(view.Image.size());
     edit.Release(canvas, 0, 0);
     drawing.Select().Reset();
+    job.Shown.Set3D(true);
+}
+
+// One mouse move of a drag with its landing worked out (the drop run on a copy of the job) on
+// the busiest process: FLAT (argument 0) and 4PALLET with 3D (argument 1).
+void BM_DragPreview(benchmark::State& state) {
+    PlacedJob& job = Job();
+    const bool four = state.range(0) == 1;
+    job.Shown.SetMode(four ? PalletView::FourPallet : PalletView::Flat);
+    job.Shown.Set3D(four);
+    job.Shown.SetHit(HitBy::Single);
+    QImage picture(kWidth, kHeight, QImage::Format_RGB32);
+    PalletDrawing drawing(job.App, job.Shown, job.Messages);
+    drawing.SetArea({0, 0, kWidth, kHeight});
+    BenchAreaView view(drawing, picture, job.Fonts, true);
+    view.Refresh();
+    const std::vector<HaichiInfo*> shown = ShownStacks(drawing);
+    DrawingEdit edit(job.App, Services{job.Quiet, job.Host, job.Messages}, drawing, view);
+    DisplayList canvas;
+    if (!shown.empty()) {
+        const IntPoint grab = Middle(*drawing.ScreenRect(*shown.front()));
+        edit.Press(canvas, grab.X, grab.Y, false);
+        edit.Move(canvas, grab.X + 1, grab.Y, true);
+    }
+    if (drawing.Selected().Picked() == kNoStack) {
+        state.SkipWithError("no stack picked");
+        return;
+    }
+    int32_t step = 0;
+    int landed = 0;
+    for (auto _ : state) {
+        step = (step + 7) % 400;
+        edit.Move(canvas, kWidth / 8 + step, kHeight / 4 + step / 2, true);
+        landed += view.Landing && !view.Landing->Refused ? 1 : 0;
+    }
+    CountShown(state, drawing);
+    state.counters["landed"] = landed;
+    edit.Release(canvas, 0, 0);
+    drawing.Select().Reset();
+    job.Shown.SetHit(HitBy::Block);
     job.Shown.Set3D(true);
 }
 
@@ -363,6 +405,12 @@ BENCHMARK(BM_HighlightChange)
     ->Arg(ViewArg(PalletView::FourPallet))
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_DragFrame)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_DragPreview)
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
 BENCHMARK(BM_Drop)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_UndoRedo)->Unit(benchmark::kMillisecond);
 

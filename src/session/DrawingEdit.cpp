@@ -55,6 +55,7 @@ void DrawingEdit::PressSteps(Canvas& canvas, int32_t x, int32_t y, bool shift) {
     x = Cut(x);
     y = Cut(y);
     DragAnchor = kNoStack;
+    previewBase_.reset();
     // Every press counts its moves afresh, so a click without moving never drops.
     MoveCount = -1;
     tracking_ = false;
@@ -262,6 +263,28 @@ void DrawingEdit::MoveSteps(Canvas& canvas, int32_t x, int32_t y, bool leftButto
             LetGoOfDrag();
     }
     MoveCount = MoveCount >= kMoveCountWrap ? 1 : MoveCount + 1;
+    if (dragging && (Sel().Picked() != kNoStack || BandDragInForce()))
+        view_.ShowLanding(PreviewAt(x, y));
+}
+
+std::optional<DropPreview> DrawingEdit::PreviewAt(int32_t x, int32_t y) {
+    if (!DropDue() || !InDrawingZone(x, y) || app_.KouteiAt(d_.Shown().Koutei()) == nullptr)
+        return std::nullopt;
+    // The job does not change while the button is held: one copy serves the whole drag.
+    if (!previewBase_)
+        previewBase_ = JobSnapshot::Take(app_);
+    previewBase_->Restore(previewJob_);
+    previewJob_.Settings = app_.Settings;
+    Selection sel = Sel();
+    const DropRun run =
+        RunDrop(previewJob_, sel, DragImageAt(x, y), x - pressAt_.X, y - pressAt_.Y);
+    DropPreview preview{run.Refused, {}};
+    for (const StackId id : run.Carried) {
+        const HaichiInfo* h = previewJob_.HaichiList.Find(id);
+        if (const std::optional<IntRect> r = h != nullptr ? d_.ScreenRect(*h) : std::nullopt)
+            preview.Landing.push_back(*r);
+    }
+    return preview;
 }
 
 void DrawingEdit::LetGoOfDrag() {
@@ -392,45 +415,17 @@ std::optional<std::string> DrawingEdit::ReplayDrop(Canvas& canvas, const Journal
 void DrawingEdit::CarryOutDrop(Canvas& canvas, const std::vector<IntRect>& dropped, int32_t dx,
                                int32_t dy, IntPoint at) {
     std::optional<DropRefusal> refused;
-    if (KouteiInfo* koutei = app_.KouteiAt(d_.Shown().Koutei())) {
-        // The step is kept only when a stack really moved.
-        std::vector<HaichiInfo*> moving = StacksOf(Sel().PickHistory());
-        if (Sel().Band() != BandState::Off) {
-            moving.clear();
-            for (const BandEntry& e : Sel().BandList())
-                moving.push_back(StackOf(e.Stack));
-        }
-        // The stacks picked up, which the corners are rebuilt without.
-        const std::vector<HaichiInfo*> picked = StacksOf(Sel().PickHistory());
-        const auto placesBefore = Positions(moving);
+    if (app_.KouteiAt(d_.Shown().Koutei()) != nullptr) {
         // Written down as it reaches the engine, refused or not: a refused drop still rebuilds
         // the corner marks.
         const JournalCommand line = DropLine(dropped.front(), dx, dy);
         if (session_ != nullptr)
             session_->BeginStep(step::kMove, Sel());
-        CKs_Haichi engine(app_, services_, CandidatePallets(d_.Shown(), app_.Settings.PalletCount));
-        engine.RebuildCorners(koutei, picked);
-        if (Sel().Band() == BandState::Off) {
-            const IntRect r = dropped.front();
-            const auto before = Positions(picked);
-            const DropInput drop{d_.PalletRect, d_.BlockRects, picked, false};
-            engine.MoveGroup(koutei, picked, r.Left, r.Top, r.Right, r.Bottom,
-                             DropPlacementFor(app_.Settings.IsDirect), drop);
-            // Put back where it was picked up, nothing had to move.
-            const bool inPlace = std::abs(r.Left - Sel().PickRect().Left) <= kPutBackPixels &&
-                                 std::abs(r.Top - Sel().PickRect().Top) <= kPutBackPixels;
-            if (Positions(picked) == before && !inPlace)
-                refused = OnAPallet(r) ? DropRefusal::NoRoom : DropRefusal::OffThePallets;
-        } else {
-            refused = DropBand(engine, koutei, picked, dx, dy);
-        }
-        const auto placesAfter = Positions(moving);
-        for (size_t i = 0; i < moving.size(); ++i) {
-            if (moving[i] != nullptr && placesAfter[i] != placesBefore[i])
-                moving[i]->Edits |= kEditMoved;
-        }
+        const DropRun run = RunDrop(app_, Sel(), dropped, dx, dy);
+        refused = run.Refused;
         if (session_ != nullptr) {
-            session_->EndStep(placesAfter != placesBefore);
+            // The step is kept only when a stack really moved.
+            session_->EndStep(run.Moved);
             session_->Journal(line);
         }
     }
@@ -440,6 +435,50 @@ void DrawingEdit::CarryOutDrop(Canvas& canvas, const std::vector<IntRect>& dropp
         d_.DrawParts(canvas, DrawMode::HitTest, at.X, at.Y);
     if (refused)
         view_.ShowRefusedDrop(*refused, dropped);
+}
+
+DrawingEdit::DropRun DrawingEdit::RunDrop(CKestoApp& job, Selection& sel,
+                                          const std::vector<IntRect>& dropped, int32_t dx,
+                                          int32_t dy) const {
+    DropRun run;
+    KouteiInfo* koutei = job.KouteiAt(d_.Shown().Koutei());
+    if (koutei == nullptr)
+        return run;
+    std::vector<HaichiInfo*> moving = StacksIn(job, sel.PickHistory());
+    if (sel.Band() != BandState::Off) {
+        moving.clear();
+        for (const BandEntry& e : sel.BandList())
+            moving.push_back(job.HaichiList.Find(e.Stack));
+    }
+    // The stacks picked up, which the corners are rebuilt without.
+    const std::vector<HaichiInfo*> picked = StacksIn(job, sel.PickHistory());
+    const auto placesBefore = Positions(moving);
+    CKs_Haichi engine(job, services_, CandidatePallets(d_.Shown(), job.Settings.PalletCount));
+    engine.RebuildCorners(koutei, picked);
+    if (sel.Band() == BandState::Off) {
+        const IntRect r = dropped.front();
+        const auto before = Positions(picked);
+        const DropInput drop{d_.PalletRect, d_.BlockRects, picked, false};
+        engine.MoveGroup(koutei, picked, r.Left, r.Top, r.Right, r.Bottom,
+                         DropPlacementFor(job.Settings.IsDirect), drop);
+        // Put back where it was picked up, nothing had to move.
+        const bool inPlace = std::abs(r.Left - sel.PickRect().Left) <= kPutBackPixels &&
+                             std::abs(r.Top - sel.PickRect().Top) <= kPutBackPixels;
+        if (Positions(picked) == before && !inPlace)
+            run.Refused = OnAPallet(r) ? DropRefusal::NoRoom : DropRefusal::OffThePallets;
+    } else {
+        run.Refused = DropBand(engine, job, sel, koutei, picked, dx, dy);
+    }
+    const auto placesAfter = Positions(moving);
+    for (size_t i = 0; i < moving.size(); ++i) {
+        if (moving[i] == nullptr)
+            continue;
+        run.Carried.push_back(moving[i]->Id);
+        if (placesAfter[i] != placesBefore[i])
+            moving[i]->Edits |= kEditMoved;
+    }
+    run.Moved = placesAfter != placesBefore;
+    return run;
 }
 
 JournalCommand DrawingEdit::DropLine(const IntRect& dropped, int32_t dx, int32_t dy) const {
@@ -482,17 +521,18 @@ bool DrawingEdit::OnAPallet(const IntRect& r) const {
     });
 }
 
-std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo* koutei,
+std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, CKestoApp& job, Selection& sel,
+                                                 KouteiInfo* koutei,
                                                  const std::vector<HaichiInfo*>& picked, int32_t dx,
-                                                 int32_t dy) {
+                                                 int32_t dy) const {
     // Every entry alone must land on one and the same pallet, or nothing moves.
     std::optional<int32_t> target;
-    for (const BandEntry& e : Sel().BandList()) {
+    for (const BandEntry& e : sel.BandList()) {
         const IntRect r = Moved(e.Rect, dx, dy);
         const DropInput probe{d_.PalletRect, d_.BlockRects, picked, true};
         const DropResult res =
-            engine.MoveGroup(koutei, {StackOf(e.Stack)}, r.Left, r.Top, r.Right, r.Bottom,
-                             DropPlacementFor(app_.Settings.IsDirect), probe);
+            engine.MoveGroup(koutei, {job.HaichiList.Find(e.Stack)}, r.Left, r.Top, r.Right,
+                             r.Bottom, DropPlacementFor(job.Settings.IsDirect), probe);
         if (res.Target < 0)
             return DropRefusal::OffThePallets;
         if (target && *target != res.Target)
@@ -500,16 +540,16 @@ std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, KouteiInfo*
         target = res.Target;
     }
     std::vector<HaichiInfo*> records;
-    for (const BandEntry& e : Sel().BandList())
-        records.push_back(StackOf(e.Stack));
+    for (const BandEntry& e : sel.BandList())
+        records.push_back(job.HaichiList.Find(e.Stack));
     const auto before = Positions(records);
-    for (size_t i = 0; i < Sel().BandList().size(); ++i) {
-        const BandEntry e = Sel().BandList()[i];
+    for (size_t i = 0; i < sel.BandList().size(); ++i) {
+        const BandEntry e = sel.BandList()[i];
         const IntRect r = Moved(e.Rect, dx, dy);
         const DropInput move{d_.PalletRect, d_.BlockRects, picked, false};
         engine.MoveGroup(koutei, {records[i]}, r.Left, r.Top, r.Right, r.Bottom,
-                         DropPlacementFor(app_.Settings.IsDirect), move);
-        Sel().MoveBandEntry(i, r);
+                         DropPlacementFor(job.Settings.IsDirect), move);
+        sel.MoveBandEntry(i, r);
     }
     if (Positions(records) == before && (dx != 0 || dy != 0))
         return DropRefusal::NoRoom;
@@ -569,6 +609,7 @@ void DrawingEdit::JobReloaded() {
     // The stacks picked or banded are gone with the old job, and so are the cells of its blocks.
     Sel().Reset();
     d_.BlockRects.clear();
+    previewBase_.reset();
 }
 
 bool DrawingEdit::BandDragInForce() const {
@@ -616,11 +657,11 @@ HaichiInfo* DrawingEdit::StackOf(StackId id) const {
     return app_.HaichiList.Find(id);
 }
 
-std::vector<HaichiInfo*> DrawingEdit::StacksOf(const std::vector<StackId>& ids) const {
+std::vector<HaichiInfo*> DrawingEdit::StacksIn(CKestoApp& job, const std::vector<StackId>& ids) {
     std::vector<HaichiInfo*> stacks;
     stacks.reserve(ids.size());
     for (const StackId id : ids)
-        stacks.push_back(StackOf(id));
+        stacks.push_back(job.HaichiList.Find(id));
     return stacks;
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "history/JobSnapshot.h"
 #include "session/JobSession.h"
 #include "support/Services.h"
 #include "view/Canvas.h"
@@ -31,6 +32,16 @@ enum class DropRefusal {
 // "S-DROP-ROOM", "S-DROP-PALLET"), or an English text when the message file has none.
 std::string DropRefusalText(DropRefusal why, const MessageTable& messages);
 
+// Where a release at the cursor would leave the carried stacks, worked out by the drop itself on
+// a copy of the job: so the preview is the result.
+struct DropPreview {
+    std::optional<DropRefusal> Refused;  // the release would move nothing, for this reason
+    // Each carried stack's rectangle where it would stand; none for one that would leave the
+    // view.
+    std::vector<IntRect> Landing;
+    bool operator==(const DropPreview&) const = default;
+};
+
 // What the editing asks of the window around the drawing area.
 class DrawAreaView {
   public:
@@ -47,6 +58,9 @@ class DrawAreaView {
     virtual void SelectPartsAllLine(int32_t seq) = 0;
     // Describes the picked stack in the part information panel again (none: clears it).
     virtual void RefreshInfoPanel() = 0;
+    // While a drag is carried: where its release would land (none: nothing to show). Taken
+    // away with the drag image.
+    virtual void ShowLanding(const std::optional<DropPreview>& landing) = 0;
     // A drop moved nothing: says why, with the rectangles where they were dropped.
     virtual void ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rects) = 0;
 };
@@ -106,6 +120,12 @@ class DrawingEdit {
         return IntRect{trackFrom_.X, trackFrom_.Y, trackTo_.X, trackTo_.Y};
     }
 
+    // The release at (x, y) of the drag in hand, run on a copy of the job; none when no drop
+    // is due there (nothing carried, or the cursor off the drawing zone). Changes nothing.
+    std::optional<DropPreview> PreviewAt(int32_t x, int32_t y);
+    // The copy of the job the last preview ran on: the job as that release would leave it.
+    const CKestoApp& PreviewJob() const { return previewJob_; }
+
     // Does the rectangle lie within one pallet slot of the current view?
     bool WithinOneSlot(const IntRect& band) const;
 
@@ -125,6 +145,16 @@ class DrawingEdit {
     // Release steps.
     bool DropDue() const;
     void Drop(Canvas& canvas, int32_t x, int32_t y);
+    // What a drop did to the job it ran on.
+    struct DropRun {
+        std::optional<DropRefusal> Refused;
+        std::vector<StackId> Carried;  // the stacks it carried, in pick or band order
+        bool Moved = false;            // one of them stands elsewhere
+    };
+    // The drop's rules on job, with sel's picks and band (whose entries a band drop moves):
+    // the live job for a release, a copy for a preview.
+    DropRun RunDrop(CKestoApp& job, Selection& sel, const std::vector<IntRect>& dropped, int32_t dx,
+                    int32_t dy) const;
     // The drop itself, for the mouse and for the journal: dropped, the rectangles let go (the
     // single pick's first); (dx, dy), a band's shift; at, the release, where the pick is hit
     // again.
@@ -132,9 +162,9 @@ class DrawingEdit {
                       IntPoint at);
     // Nothing when every entry moved, else why none did.
     // picked: the stacks picked up, which the tests pass over.
-    std::optional<DropRefusal> DropBand(CKs_Haichi& engine, KouteiInfo* koutei,
-                                        const std::vector<HaichiInfo*>& picked, int32_t dx,
-                                        int32_t dy);
+    std::optional<DropRefusal> DropBand(CKs_Haichi& engine, CKestoApp& job, Selection& sel,
+                                        KouteiInfo* koutei, const std::vector<HaichiInfo*>& picked,
+                                        int32_t dx, int32_t dy) const;
 
     // A point hit test with a band kept: the band set aside around it. Picked is cleared first, so
     // the result tells whether anything was hit.
@@ -154,7 +184,7 @@ class DrawingEdit {
     int32_t PalletOf(StackId stack) const;
     // The stacks the selection names, null for one that is gone; the commands work on these.
     HaichiInfo* StackOf(StackId id) const;
-    std::vector<HaichiInfo*> StacksOf(const std::vector<StackId>& ids) const;
+    static std::vector<HaichiInfo*> StacksIn(CKestoApp& job, const std::vector<StackId>& ids);
     bool InDrawingZone(int32_t x, int32_t y) const;
     // What leaving the drawing zone with a drag does: the pick and the band entries let go.
     void LetGoOfDrag();
@@ -172,6 +202,10 @@ class DrawingEdit {
     IntPoint trackFrom_{};
     IntPoint trackTo_{};
     IntPoint pressAt_{};  // the cursor at the press that grabbed a band
+    // The job as it stood at the press, taken at the drag's first preview; each preview runs
+    // on previewJob_ made from it anew.
+    std::optional<JobSnapshot> previewBase_;
+    CKestoApp previewJob_;
 };
 
 }  // namespace kesto

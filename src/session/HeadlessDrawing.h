@@ -38,6 +38,7 @@ class HeadlessDrawing : private DrawAreaView {
     void SelectPartsAllLine(int32_t) override {}
     void RefreshInfoPanel() override {}
     void ShowRefusedDrop(DropRefusal, const std::vector<IntRect>&) override {}
+    void ShowLanding(const std::optional<DropPreview>&) override {}
 
     PalletDrawing drawing_;
     DrawingEdit edit_;

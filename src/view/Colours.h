@@ -14,6 +14,8 @@ inline constexpr Rgb kAreaBackground{69, 79, 122};
 inline constexpr Rgb kPalletFrame{87, 156, 159};  // also the cross-section band
 // The pallet outside the blocks of the process in view: no stack of it can stand there.
 inline constexpr Rgb kOutsideZone{58, 104, 107};
+// Where a dragged stack would land, shown before the release.
+inline constexpr Rgb kLanding{0, 229, 255};
 inline constexpr Rgb kSeparator{192, 192, 192};
 inline constexpr int32_t kSeparatorWidth = 4;
 inline constexpr Rgb kBlockMarked{190, 143, 152};  // a cell with corner bits set
@@ -82,13 +84,15 @@ struct Palette {
     std::optional<Rgb> OutlinePen;
     // The pallet outside the zone of the process's blocks; the frame's own fill: not shaded.
     Rgb OutsideZone;
+    // The landing of a dragged stack.
+    Rgb Landing;
 };
 
 inline constexpr Palette kScreenPalette{
     kAreaBackground, kPalletFrame,  kPalletFrame,  kSeparator,    kBlockMarked, kBlockPlain,
     kBlockPlain,     kGridMark,     kRackLine,     kHeightLimit,  kPartNormal,  kLayer10,
     kLayer20,        kPicked,       kSamePart,     kSamePartLine, kPartPen,     kLabelText,
-    kOffsetLine,     kMarkedNormal, kMarkedPicked, std::nullopt,  kOutsideZone};
+    kOffsetLine,     kMarkedNormal, kMarkedPicked, std::nullopt,  kOutsideZone, kLanding};
 
 // White paper and dark outlines; stacks are filled light enough that black labels on them
 // read in black and white, and the marked parts stay a shade apart from the others.
@@ -117,6 +121,7 @@ inline constexpr Palette kPrintPalette{
     .OutlinePen = Rgb{20, 20, 20},
     // The sheet's white cells on the grey pallet already tell the zone apart.
     .OutsideZone = {246, 246, 246},
+    .Landing = {0, 110, 190},
 };
 
 }  // namespace kesto::colour

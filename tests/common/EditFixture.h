@@ -33,7 +33,12 @@ class RecordingDrawAreaView : public DrawAreaView {
         Image = rects;
         ++ImageShows;
     }
-    void HideDragImage() override { Image.clear(); }
+    // The landing goes with the drag image.
+    void HideDragImage() override {
+        Image.clear();
+        Landing.reset();
+    }
+    void ShowLanding(const std::optional<DropPreview>& landing) override { Landing = landing; }
     void SyncPartList(const std::vector<int32_t>& seqs) override {
         Synced = seqs;
         ++Syncs;
@@ -49,6 +54,7 @@ class RecordingDrawAreaView : public DrawAreaView {
     std::vector<DropRefusal> Refusals;
     std::vector<IntRect> RefusedAt;
     std::vector<IntRect> Image;
+    std::optional<DropPreview> Landing;
     std::vector<int32_t> Synced;
     int32_t AllPartsLine = 0;
     int Refreshes = 0;

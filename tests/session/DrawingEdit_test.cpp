@@ -247,6 +247,85 @@ TEST_F(DrawingEditTest, MoveCountRestartsAtOneAfter30000) {
 }
 
 // --- rubber band ------------------------------------------------------------------------------
+// --- where a drag would land -----------------------------------------------------------------
+
+// The snapped landing of DragSnapsTheStackToTheNearestFreeCorner, X 790 and Y 10, is shown at
+// (730, 808)-(830, 858) while the button is held; the job stays as it was until the release,
+// which puts the stack there.
+TEST_F(DrawingEditTest, TheDragShowsWhereTheReleaseWillLandAndTheReleaseLandsThere) {
+    edit.Press(canvas, 980, 833, false);
+    edit.Move(canvas, 981, 833, true);
+    // One move only arms the drag: nothing would drop yet.
+    EXPECT_FALSE(view.Landing.has_value());
+    edit.Move(canvas, 830, 833, true);
+    ASSERT_TRUE(view.Landing.has_value());
+    EXPECT_FALSE(view.Landing->Refused.has_value());
+    EXPECT_EQ(view.Landing->Landing, std::vector<IntRect>({{730, 808, 830, 858}}));
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_EQ(a.Edits, 0);
+    EXPECT_EQ(view.Refreshes, 1);
+    edit.Release(canvas, 830, 833);
+    EXPECT_DOUBLE_EQ(a.X, 790);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_EQ(drawing.ScreenRect(a), (IntRect{730, 808, 830, 858}));
+    // Taken away with the drag image.
+    EXPECT_FALSE(view.Landing.has_value());
+}
+
+// The free move of DirectDragMovesTheStackWhereItIsDropped: X 840, into block 8.
+TEST_F(DrawingEditTest, AFreeMoveShowsItsLandingToo) {
+    app.Settings.IsDirect = 1;
+    edit.Press(canvas, 980, 833, false);
+    edit.Move(canvas, 981, 833, true);
+    edit.Move(canvas, 830, 833, true);
+    ASSERT_TRUE(view.Landing.has_value());
+    EXPECT_EQ(view.Landing->Landing, std::vector<IntRect>({{780, 808, 880, 858}}));
+    const HaichiInfo* there = edit.PreviewJob().HaichiList.Find(a.Id);
+    ASSERT_NE(there, nullptr);
+    EXPECT_EQ(there->BlockIndex, 8);
+    EXPECT_EQ(a.BlockIndex, 0);
+}
+
+// The release of DropOutsideThePalletMovesNothing is shown as refused before it is made.
+TEST_F(DrawingEditTest, AReleaseThatWouldBeRefusedIsShownAsRefused) {
+    edit.Press(canvas, 980, 833, false);
+    edit.Move(canvas, 981, 833, true);
+    edit.Move(canvas, 52, 40, true);
+    ASSERT_TRUE(view.Landing.has_value());
+    EXPECT_EQ(view.Landing->Refused, DropRefusal::OffThePallets);
+    edit.Release(canvas, 52, 40);
+    EXPECT_EQ(view.Refusals, std::vector<DropRefusal>({DropRefusal::OffThePallets}));
+}
+
+// A preview leaves the live job, its corner marks and the selection as they were.
+TEST_F(DrawingEditTest, APreviewChangesNothing) {
+    Click(670, 833);
+    const JobSnapshot before = JobSnapshot::Take(app);
+    const Selection picks = drawing.Selected();
+    edit.Press(canvas, 980, 833, false);
+    const Selection pressed = drawing.Selected();
+    edit.Move(canvas, 981, 833, true);
+    edit.Move(canvas, 982, 833, true);
+    for (const IntPoint at : {IntPoint{830, 833}, IntPoint{52, 40}, IntPoint{500, 500}})
+        ASSERT_TRUE(edit.PreviewAt(at.X, at.Y).has_value());
+    EXPECT_EQ(drawing.Selected(), pressed);
+    CKestoApp restored;
+    before.Restore(restored);
+    ASSERT_EQ(app.HaichiList.size(), restored.HaichiList.size());
+    for (const HaichiInfo& h : app.HaichiList) {
+        const HaichiInfo* then = restored.HaichiList.Find(h.Id);
+        ASSERT_NE(then, nullptr);
+        EXPECT_EQ(h.X, then->X);
+        EXPECT_EQ(h.Y, then->Y);
+        EXPECT_EQ(h.BlockIndex, then->BlockIndex);
+    }
+    for (int32_t e = 0; e < app.Blocks.Count(); ++e) {
+        EXPECT_EQ(app.Blocks.At(e)->CornerMask, restored.Blocks.At(e)->CornerMask) << e;
+        EXPECT_EQ(app.Blocks.At(e)->Occupant, restored.Blocks.At(e)->Occupant) << e;
+    }
+    EXPECT_NE(picks, pressed);
+}
+
 // --- keys -------------------------------------------------------------------------------------
 
 TEST_F(DrawingEditTest, EscapeDuringADragLetsTheStackGoAndTheReleaseDropsNothing) {
@@ -505,6 +584,24 @@ TEST_F(BandTest, BandDragMovesEveryStackByTheSameAmount) {
 
 // 62 pixels down: a at (930, 870)-(1030, 920) and b at (620, 870)-(720, 920) lie below the
 // frame's bottom 868, so the probe finds no pallet and nothing moves.
+// The band drag of BandDragMovesEveryStackByTheSameAmount shows both landings first.
+TEST_F(BandTest, ABandDragShowsEveryEntrysLanding) {
+    Band(1035, 790, 600, 860);
+    edit.Press(canvas, 670, 833, false);
+    edit.Move(canvas, 671, 833, true);
+    edit.Move(canvas, 670, 733, true);
+    ASSERT_TRUE(view.Landing.has_value());
+    EXPECT_FALSE(view.Landing->Refused.has_value());
+    EXPECT_EQ(view.Landing->Landing,
+              std::vector<IntRect>({{930, 708, 1030, 758}, {620, 708, 720, 758}}));
+    // The band's entries are moved in the copy's selection only.
+    EXPECT_EQ(drawing.Selected().BandList()[0].Rect, kRectA);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    edit.Release(canvas, 670, 733);
+    EXPECT_DOUBLE_EQ(a.Y, 110);
+    EXPECT_DOUBLE_EQ(b.Y, 110);
+}
+
 TEST_F(BandTest, BandDragOffThePalletMovesNothing) {
     Band(1035, 790, 600, 860);
     edit.Press(canvas, 670, 833, false);

@@ -1,7 +1,8 @@
 // Long random editing sessions on generated jobs: picks, rubber bands, drops (also in 4PALLET),
 // left, right, Down, Up, Auto and Retry in seeded random order. After every step the counts
 // match the stacks and no pointer of the job or the drawing is stale; without free moves no
-// block corner holds two stacks; at the end OK writes files that a new session restores.
+// block corner holds two stacks; at the end OK writes files that a new session restores. And
+// every release of a drag lands exactly where the drag showed it would.
 // KESTO_EDIT_STEPS sets the steps of each run (default 1200) and adds runs on a larger job.
 #include <gtest/gtest.h>
 
@@ -42,6 +43,15 @@ struct Tally {
     int SheetCounts = 0;  // sheet-count changes carried out
 };
 
+// Releases whose landing was shown at the cursor, by what they were.
+struct PreviewTally {
+    int Releases = 0;
+    int Refused = 0;
+    int BandDrags = 0;
+    int FreeMoves = 0;
+    std::set<PalletView> Views;
+};
+
 // One job edited by a random operator.
 class EditRun : private RandomOperator {
   public:
@@ -69,6 +79,10 @@ class EditRun : private RandomOperator {
     const Tally& Done() const { return tally_; }
 
     void RandomStep();
+    // Drags mostly, with bands, Direct, views and the commands between them; every release
+    // shown before it is made is checked against what it showed. Empty, or what differed.
+    std::string RandomPreviewStep();
+    const PreviewTally& Previewed() const { return previewed_; }
     // The parts bound for the pallets in the job file, all placed back where that is possible.
     void PlaceEverythingBack();
 
@@ -80,6 +94,7 @@ class EditRun : private RandomOperator {
 
     void Pick();
     void DragStack();
+    std::string PreviewedDrag();
     void Band();
     void SwitchDirect();
     void SwitchView();
@@ -105,6 +120,7 @@ class EditRun : private RandomOperator {
     bool started_ = false;
     std::vector<std::string> log_;
     Tally tally_;
+    PreviewTally previewed_;
 };
 
 std::vector<std::pair<double, double>> Positions(const CKestoApp& app) {
@@ -161,6 +177,73 @@ void EditRun::DragStack() {
     }
     edit_.Release(canvas_, to.X, to.Y);
     tally_.Moves += Positions(app_) != before ? 1 : 0;
+}
+
+// Every stack where the preview's copy of the job has it, in the same block, and the blocks
+// held and marked alike.
+std::string SameAsPreview(const CKestoApp& live, const CKestoApp& preview) {
+    if (live.HaichiList.size() != preview.HaichiList.size())
+        return "the preview has another number of stacks";
+    for (const HaichiInfo& h : live.HaichiList) {
+        const HaichiInfo* p = preview.HaichiList.Find(h.Id);
+        if (p == nullptr || p->X != h.X || p->Y != h.Y || p->BlockIndex != h.BlockIndex ||
+            p->Pieces != h.Pieces)
+            return "stack " + std::to_string(static_cast<int32_t>(h.Id)) +
+                   " stands elsewhere than shown";
+    }
+    for (int32_t e = 0; e < live.Blocks.Count(); ++e) {
+        const BlockInfo* a = live.Blocks.At(e);
+        const BlockInfo* b = preview.Blocks.At(e);
+        if (b == nullptr || a->Occupant != b->Occupant || a->CornerMask != b->CornerMask)
+            return "block " + std::to_string(e) + " is held otherwise than shown";
+    }
+    return "";
+}
+
+// A drag of two or more moves with the left button alone, released where it last moved.
+std::string EditRun::PreviewedDrag() {
+    const IntPoint from = StackPoint();
+    const IntPoint to = Chance(50) ? StackPoint() : AnyPoint();
+    log_.push_back("previewed drag " + std::to_string(from.X) + "," + std::to_string(from.Y) +
+                   " -> " + std::to_string(to.X) + "," + std::to_string(to.Y));
+    const bool band = drawing_.Selected().Band() == BandState::InForce;
+    edit_.Press(canvas_, from.X, from.Y, false);
+    const int moves = Uniform(2, 5);
+    for (int i = 1; i <= moves; ++i) {
+        view_.Landing.reset();
+        edit_.Move(canvas_, from.X + (to.X - from.X) * i / moves,
+                   from.Y + (to.Y - from.Y) * i / moves, true);
+    }
+    const std::optional<DropPreview> shown = view_.Landing;
+    const size_t refusals = view_.Refusals.size();
+    edit_.Release(canvas_, to.X, to.Y);
+    if (!shown)
+        return "";
+    const std::optional<DropRefusal> refused =
+        view_.Refusals.size() > refusals ? std::optional(view_.Refusals.back()) : std::nullopt;
+    if (refused != shown->Refused)
+        return "the release was refused otherwise than shown";
+    ++previewed_.Releases;
+    previewed_.Refused += refused ? 1 : 0;
+    previewed_.BandDrags += band && edit_.DragAnchor != kNoStack ? 1 : 0;
+    previewed_.FreeMoves += app_.Settings.IsDirect.IsOne() ? 1 : 0;
+    previewed_.Views.insert(shown_.Mode());
+    return SameAsPreview(app_, edit_.PreviewJob());
+}
+
+std::string EditRun::RandomPreviewStep() {
+    std::string bad;
+    RunOneOf({
+        {50, [&] { bad = PreviewedDrag(); }},
+        {10, [this] { Band(); }},
+        {8, [this] { Pick(); }},
+        {6, [this] { SwitchDirect(); }},
+        {8, [this] { SwitchView(); }},
+        {3, [this] { Left(); }},
+        {3, [this] { Right(); }},
+        {1, [this] { Reload(); }},
+    });
+    return bad;
 }
 
 void EditRun::Band() {
@@ -445,6 +528,34 @@ TEST(EditingInvariants, FreeMovesAndBandsKeepCountsAndReferences) {
     }
     EXPECT_GT(done.Moves, 0);
     EXPECT_GT(done.Bands, 0);
+}
+
+// The landing a drag shows before its release is exactly what the release does, on generated
+// jobs in every view, with Direct on and off, single picks and bands, refused or not.
+TEST(EditingInvariants, EveryReleaseLandsWhereItsDragShowedIt) {
+    PreviewTally total;
+    for (const uint32_t seed : {111u, 222u, 333u}) {
+        EditRun run(Seeded(SampleLikeJobShape(), seed), true);
+        ASSERT_TRUE(run.Started());
+        for (int i = 0; i < 900; ++i) {
+            const std::string bad = run.RandomPreviewStep();
+            ASSERT_TRUE(bad.empty()) << "seed " << seed << ": " << bad << "\n"
+                                     << LastSteps(run.Log());
+        }
+        const PreviewTally& t = run.Previewed();
+        total.Releases += t.Releases;
+        total.Refused += t.Refused;
+        total.BandDrags += t.BandDrags;
+        total.FreeMoves += t.FreeMoves;
+        total.Views.insert(t.Views.begin(), t.Views.end());
+    }
+    EXPECT_GE(total.Releases, 1000);
+    EXPECT_GT(total.Refused, 0);
+    EXPECT_LT(total.Refused, total.Releases);
+    EXPECT_GT(total.BandDrags, 0);
+    EXPECT_GT(total.FreeMoves, 0);
+    EXPECT_LT(total.FreeMoves, total.Releases);
+    EXPECT_EQ(total.Views.size(), 4u);
 }
 
 // Only on request (KESTO_EDIT_STEPS): the same on a job of five processes and 200 parts.

@@ -133,6 +133,53 @@ TEST(CKestoDlgEditing, DragMovesTheStackToAnotherCornerOfThePallet) {
     EXPECT_TRUE(w.Area().DragImage().empty());
 }
 
+// Held at (260, 718) before the release, the drag shows the landing of the test above: the
+// footprint (90, 618)-(410, 818) outlined in the landing colour beside the red drag outline at
+// (100, 618)-(420, 818), and that of the block's other stack, picked with it and carried along,
+// at (90, 118)-(410, 318); nothing has moved yet.
+TEST(CKestoDlgEditing, TheDragShowsTheLandingBeforeTheRelease) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::mousePress(&w.Area(), Qt::LeftButton, {}, QPoint(830, 718));
+    QTest::mouseMove(&w.Area(), QPoint(831, 718));
+    QTest::mouseMove(&w.Area(), QPoint(260, 718));
+    ASSERT_TRUE(w.Area().Landing().has_value());
+    EXPECT_EQ(w.Area().Landing()->Landing,
+              std::vector<IntRect>({{90, 618, 410, 818}, {90, 118, 410, 318}}));
+    // Their left edges, columns 89 and 90; the drag outline over them elsewhere.
+    EXPECT_EQ(w.Seen(90, 700), colour::kLanding);
+    EXPECT_EQ(w.Seen(89, 700), colour::kLanding);
+    EXPECT_EQ(w.Seen(90, 200), colour::kLanding);
+    EXPECT_EQ(w.Seen(100, 700), kDragImageColour);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
+    QTest::mouseRelease(&w.Area(), Qt::LeftButton, {}, QPoint(260, 718));
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 370);
+    EXPECT_DOUBLE_EQ(w.StackNo(1).X, 370);
+    EXPECT_DOUBLE_EQ(w.StackNo(1).Y, 550);
+    EXPECT_FALSE(w.Area().Landing().has_value());
+    EXPECT_NE(w.Seen(90, 700), colour::kLanding);
+}
+
+// Ctrl+Z while the button is held takes nothing back: the drag's landing is worked out on the
+// job as it stood at the press. Let go, the move is taken back as usual.
+TEST(CKestoDlgEditing, CtrlZWaitsForTheDragToEnd) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    w.Drag({830, 718}, {260, 718});
+    ASSERT_DOUBLE_EQ(w.StackNo(0).X, 370);
+    QTest::mousePress(&w.Area(), Qt::LeftButton, {}, QPoint(250, 718));
+    QTest::mouseMove(&w.Area(), QPoint(251, 718));
+    QTest::mouseMove(&w.Area(), QPoint(600, 718));
+    w.Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 370);
+    w.Key(Qt::Key_Escape, {});
+    QTest::mouseRelease(&w.Area(), Qt::LeftButton, {}, QPoint(600, 718));
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 370);
+    EXPECT_FALSE(w.job.Dialog->Ended());
+    w.Key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
+}
+
 // The window's OK writes what the model holds: the moved stack's save line, which kesto-batch
 // then restores to the same place and writes back unchanged.
 TEST(CKestoDlgEditing, AMovedStackIsWhatOkWritesAndTheBatchToolRestores) {

@@ -117,6 +117,38 @@ TEST(CKs_DrawArea, AStatusTextIsShownAtTheBottomLeftWithoutFlashingAnyRectangle)
     EXPECT_GT(status->geometry().bottom(), 380);
 }
 
+// The landing of a drag over the picture: its footprint outlined 2 pixels wide in the landing
+// colour (column 300 and the one left of it), or a red cross over the drag outline when the
+// release would be refused; both go with the drag image.
+TEST(CKs_DrawArea, TheLandingIsOutlinedOrTheDragCrossedOut) {
+    test::EnsureQApplication();
+    CKestoApp app;
+    ViewState shown;
+    MessageTable messages;
+    FontTable fonts;
+    QWidget parent;
+    CKs_DrawArea area(app, shown, messages, fonts, &parent);
+    area.PlaceArea({0, 0, 600, 400});
+    parent.show();
+    const auto seen = [&](int x, int y) {
+        return PixelAt(area.grab().toImage().convertToFormat(QImage::Format_RGB32), x, y);
+    };
+    area.ShowDragImage({{100, 100, 200, 150}});
+    area.ShowLanding(DropPreview{std::nullopt, {{300, 100, 400, 150}}});
+    EXPECT_EQ(seen(300, 125), colour::kLanding);
+    EXPECT_EQ(seen(299, 125), colour::kLanding);
+    EXPECT_EQ(seen(350, 100), colour::kLanding);
+    EXPECT_NE(seen(150, 125), kDragImageColour);
+    area.ShowLanding(DropPreview{DropRefusal::NoRoom, {}});
+    EXPECT_NE(seen(300, 125), colour::kLanding);
+    // The centre of the outline lies on both of its diagonals.
+    EXPECT_EQ(seen(150, 125), kDragImageColour);
+    EXPECT_EQ(seen(100, 125), kDragImageColour);
+    area.HideDragImage();
+    EXPECT_FALSE(area.Landing().has_value());
+    EXPECT_NE(seen(150, 125), kDragImageColour);
+}
+
 TEST(CKs_DrawArea, FlatShowsBackgroundFrameAndCaptionStripInTheWindowColour) {
     AreaJob a;
     ASSERT_TRUE(a.opened);

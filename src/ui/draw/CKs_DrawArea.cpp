@@ -19,6 +19,9 @@ constexpr int kFlashMs = 120;
 constexpr int kFlashes = 6;
 constexpr int kStatusMs = 4000;
 constexpr int kStatusMargin = 4;
+// The landing's footprints: a light wash and a line of the landing colour.
+constexpr int kLandingFillAlpha = 90;
+constexpr int kLandingWidth = 2;
 
 }  // namespace
 
@@ -123,9 +126,17 @@ void CKs_DrawArea::ShowDragImage(const std::vector<IntRect>& rects) {
 }
 
 void CKs_DrawArea::HideDragImage() {
-    if (dragImage_.empty())
+    if (dragImage_.empty() && !landing_)
         return;
     dragImage_.clear();
+    landing_.reset();
+    update();
+}
+
+void CKs_DrawArea::ShowLanding(const std::optional<DropPreview>& landing) {
+    if (landing == landing_)
+        return;
+    landing_ = landing;
     update();
 }
 
@@ -178,10 +189,35 @@ void CKs_DrawArea::paintEvent(QPaintEvent* event) {
     if (outlines.empty())
         return;
     QPainter painter(this);
+    if (!dragImage_.empty())
+        DrawLanding(painter);
     // A red line in a white border: it stands out on the pallet, on stacks of every colour and
     // on the background alike.
     DrawOutlines(painter, outlines, kDragImageHalo, kDragImageHaloWidth);
     DrawOutlines(painter, outlines, kDragImageColour, kDragImageWidth);
+}
+
+void CKs_DrawArea::DrawLanding(QPainter& painter) const {
+    if (!landing_)
+        return;
+    const Rgb c = drawing_.Colours().Landing;
+    if (landing_->Refused) {
+        // No: a cross over each outline of the drag, in its own red on the white border.
+        for (const auto& [colour, width] : {std::pair{kDragImageHalo, kDragImageHaloWidth},
+                                            {kDragImageColour, kDragImageWidth}}) {
+            painter.setPen(QPen(QColor(colour.R, colour.G, colour.B), width));
+            for (const IntRect& r : dragImage_) {
+                painter.drawLine(r.Left, r.Top, r.Right, r.Bottom);
+                painter.drawLine(r.Left, r.Bottom, r.Right, r.Top);
+            }
+        }
+        return;
+    }
+    QColor fill(c.R, c.G, c.B);
+    fill.setAlpha(kLandingFillAlpha);
+    for (const IntRect& r : landing_->Landing)
+        painter.fillRect(QRect(QPoint(r.Left, r.Top), QPoint(r.Right, r.Bottom)), fill);
+    DrawOutlines(painter, landing_->Landing, c, kLandingWidth);
 }
 
 void CKs_DrawArea::DrawOutlines(QPainter& painter, const std::vector<IntRect>& rects, Rgb colour,

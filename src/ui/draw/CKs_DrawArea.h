@@ -5,11 +5,13 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "app/CKestoApp.h"
 #include "app/ViewState.h"
 #include "render/FontTable.h"
+#include "session/DrawingEdit.h"
 #include "support/MessageFile.h"
 #include "ui/draw/ImagePanel.h"
 #include "view/DisplayList.h"
@@ -59,8 +61,13 @@ class CKs_DrawArea : public ImagePanel {
     // The drag image (or the rubber band): drawn over the picture, never into it, so taking it
     // away leaves the picture as it was.
     void ShowDragImage(const std::vector<IntRect>& rects);
+    // Takes the landing away too.
     void HideDragImage();
     const std::vector<IntRect>& DragImage() const { return dragImage_; }
+    // Where the drag would land: the footprints filled lightly in the landing colour and
+    // outlined in it, or a cross over the drag image when the release would be refused.
+    void ShowLanding(const std::optional<DropPreview>& landing);
+    const std::optional<DropPreview>& Landing() const { return landing_; }
     // A refused drop: its outline flashes where it was dropped and the status line says why,
     // each for a moment only.
     void ShowRefusal(const std::vector<IntRect>& rects, const QString& why);
@@ -79,6 +86,7 @@ class CKs_DrawArea : public ImagePanel {
     void paintEvent(QPaintEvent* event) override;
     static void DrawOutlines(QPainter& painter, const std::vector<IntRect>& rects, Rgb colour,
                              int width);
+    void DrawLanding(QPainter& painter) const;
 
   private:
     void ShowCaptions();
@@ -94,6 +102,7 @@ class CKs_DrawArea : public ImagePanel {
     std::array<QLabel*, 4> captions_{};
     DrawingEdit* editing_ = nullptr;
     std::vector<IntRect> dragImage_;
+    std::optional<DropPreview> landing_;
     std::vector<IntRect> refused_;
     bool refusedShown_ = false;
     int flashesLeft_ = 0;

@@ -216,6 +216,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void SelectPartsAllLine(int32_t seq) override;
     void RefreshInfoPanel() override;
     void ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rects) override;
+    void ShowLanding(const std::optional<DropPreview>& landing) override;
 
     JobSession& session_;
     CKestoApp& app_;

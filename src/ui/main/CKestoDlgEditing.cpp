@@ -92,6 +92,10 @@ void CKestoDlg::ShowRefusedDrop(DropRefusal why, const std::vector<IntRect>& rec
     drawArea_->ShowRefusal(rects, DecodeText(DropRefusalText(why, session_.Svc().Messages)));
 }
 
+void CKestoDlg::ShowLanding(const std::optional<DropPreview>& landing) {
+    drawArea_->ShowLanding(landing);
+}
+
 void CKestoDlg::UpdateUndoActions() {
     const EditHistory& history = session_.History();
     const MessageTable& messages = session_.Svc().Messages;
@@ -102,13 +106,14 @@ void CKestoDlg::UpdateUndoActions() {
 }
 
 void CKestoDlg::OnUndo() {
-    // Not in the middle of a drag: the press and the release belong to one step.
-    if (!editing_->Tracking())
+    // Not in the middle of a drag: the press and the release belong to one step, and the
+    // landing shown is worked out on the job as it stood at the press.
+    if (!editing_->DragInProgress())
         Present(session_.Undo(drawArea_->Drawing()));
 }
 
 void CKestoDlg::OnRedo() {
-    if (!editing_->Tracking())
+    if (!editing_->DragInProgress())
         Present(session_.Redo(drawArea_->Drawing()));
 }
 
