@@ -1,7 +1,8 @@
 #!/bin/sh
 # Opens the sample job in the window without a display and saves a picture of each view:
-# main-flat.png, main-danmen.png, main-4pallet.png, main-2pallet.png, main-3d.png and
-# main-info.png (a stack picked), plus main.png (the window as it opens, FLAT).
+# main-flat.png, main-danmen.png, main-4pallet.png, main-2pallet.png, main-3d.png,
+# main-info.png (a stack picked) and main-drag.png (a stack carried, its landing shown), plus
+# main.png (the window as it opens, FLAT).
 # Usage: sh examples/screenshot.sh [build folder] [language]   (default: build, the English
 #        sample, pictures in <build>/screenshots; language ja: examples/ja, in <build>/screenshots-ja)
 
@@ -18,7 +19,7 @@ mkdir -p "$SHOTS"
 limit=
 command -v timeout >/dev/null 2>&1 && limit="timeout 120"
 failed=0
-for view in flat danmen 4pallet 2pallet 3d info; do
+for view in flat danmen 4pallet 2pallet 3d info drag; do
     shot=$SHOTS/main-$view.png
     rm -f "$shot"
     # shellcheck disable=SC2086 # the arguments are blank-separated tokens on purpose

@@ -270,14 +270,17 @@ void DrawingEdit::MoveSteps(Canvas& canvas, int32_t x, int32_t y, bool leftButto
 std::optional<DropPreview> DrawingEdit::PreviewAt(int32_t x, int32_t y) {
     if (!DropDue() || !InDrawingZone(x, y) || app_.KouteiAt(d_.Shown().Koutei()) == nullptr)
         return std::nullopt;
+    return PreviewDrop(DragImageAt(x, y), x - pressAt_.X, y - pressAt_.Y);
+}
+
+DropPreview DrawingEdit::PreviewDrop(const std::vector<IntRect>& dropped, int32_t dx, int32_t dy) {
     // The job does not change while the button is held: one copy serves the whole drag.
     if (!previewBase_)
         previewBase_ = JobSnapshot::Take(app_);
     previewBase_->Restore(previewJob_);
     previewJob_.Settings = app_.Settings;
     Selection sel = Sel();
-    const DropRun run =
-        RunDrop(previewJob_, sel, DragImageAt(x, y), x - pressAt_.X, y - pressAt_.Y);
+    const DropRun run = RunDrop(previewJob_, sel, dropped, dx, dy);
     DropPreview preview{run.Refused, {}};
     for (const StackId id : run.Carried) {
         const HaichiInfo* h = previewJob_.HaichiList.Find(id);
@@ -585,6 +588,75 @@ void DrawingEdit::PickAlone(const HaichiInfo& stack) {
     Sel().SetLastPicked(stack.Id);
     Sel().ClearHistory();
     Sel().AddToHistory(stack.Id);
+}
+
+std::optional<IntRect> DrawingEdit::ShownUnion(const std::vector<StackId>& stacks) const {
+    std::optional<IntRect> all;
+    for (const StackId id : stacks) {
+        const HaichiInfo* h = StackOf(id);
+        const std::optional<IntRect> r = h != nullptr ? d_.ScreenRect(*h) : std::nullopt;
+        if (!r)
+            continue;
+        all = !all ? *r
+                   : IntRect{std::min(all->Left, r->Left), std::min(all->Top, r->Top),
+                             std::max(all->Right, r->Right), std::max(all->Bottom, r->Bottom)};
+    }
+    return all;
+}
+
+bool DrawingEdit::Nudge(Canvas& canvas, int32_t stepX, int32_t stepY) {
+    if (DragInProgress() || app_.KouteiAt(d_.Shown().Koutei()) == nullptr)
+        return false;
+    // What a drag would carry, and the first carried stack, whose landing must lie that way.
+    std::vector<IntRect> from;
+    const HaichiInfo* lead = nullptr;
+    if (Sel().Band() == BandState::InForce && !Sel().BandList().empty()) {
+        for (const BandEntry& e : Sel().BandList())
+            from.push_back(e.Rect);
+        lead = StackOf(Sel().BandList().front().Stack);
+    } else if (Sel().Band() == BandState::Off && Sel().Picked() != kNoStack &&
+               !Sel().PickHistory().empty()) {
+        from.push_back(Sel().PickRect());
+        lead = StackOf(Sel().PickHistory().front());
+    }
+    const std::optional<IntRect> now = lead != nullptr ? d_.ScreenRect(*lead) : std::nullopt;
+    if (!now)
+        return false;
+    const auto further = [&](const IntRect& r) {
+        if (stepX != 0)
+            return stepX > 0 ? r.Left > now->Left : r.Left < now->Left;
+        return stepY > 0 ? r.Top > now->Top : r.Top < now->Top;
+    };
+    const IntRect& area = d_.Area();
+    const int32_t reach = std::max(area.Right - area.Left, area.Bottom - area.Top);
+    previewBase_.reset();
+    for (int32_t k = kNudgePixels; k <= reach; k += kNudgePixels) {
+        const int32_t dx = stepX * k;
+        const int32_t dy = stepY * k;
+        std::vector<IntRect> dropped;
+        for (const IntRect& r : from)
+            dropped.push_back(Moved(r, dx, dy));
+        const DropPreview landing = PreviewDrop(dropped, dx, dy);
+        if (landing.Refused || landing.Landing.empty() || !further(landing.Landing.front()))
+            continue;
+        previewBase_.reset();
+        // The picks stay as they were (no point is hit again, which by block would take the
+        // block's other stacks along), so the next arrow moves the same stacks on.
+        const std::vector<StackId> picks = Sel().PickHistory();
+        const StackId picked = Sel().Picked();
+        CarryOutDrop(canvas, dropped, dx, dy, kNoMouse);
+        if (Sel().Band() == BandState::Off) {
+            Sel().ClearHistory();
+            for (const StackId id : picks)
+                Sel().AddToHistory(id);
+            Sel().SetPicked(picked);
+            Sel().SetPickRect(ShownUnion(picks).value_or(Sel().PickRect()));
+        }
+        return true;
+    }
+    previewBase_.reset();
+    view_.ShowRefusedDrop(DropRefusal::NoRoom, from);
+    return false;
 }
 
 void DrawingEdit::PickFromKeys(Canvas& canvas, const HaichiInfo& stack) {

@@ -67,6 +67,8 @@ class DrawAreaView {
 
 // MoveCount restarts at 1 after this many moves.
 inline constexpr int32_t kMoveCountWrap = 30000;
+// An arrow key tries the drop this many pixels further at a time.
+inline constexpr int32_t kNudgePixels = 2;
 // A drop this close to where the stack was picked up puts it back, it is not refused.
 inline constexpr int32_t kPutBackPixels = 2;
 // LastMouse when no drag image was drawn.
@@ -123,6 +125,12 @@ class DrawingEdit {
     // The release at (x, y) of the drag in hand, run on a copy of the job; none when no drop
     // is due there (nothing carried, or the cursor off the drawing zone). Changes nothing.
     std::optional<DropPreview> PreviewAt(int32_t x, int32_t y);
+    // An arrow key: the pick (or the band) dropped where a drag that way would first land it
+    // further that way, in steps of kNudgePixels, tried on a copy first; then dropped as a
+    // release there is, journaled as one drop. (stepX, stepY) is the direction, one of them
+    // 1 or -1. False when nothing is picked or no landing that way accepts it (the window is
+    // told, as of a refused drop).
+    bool Nudge(Canvas& canvas, int32_t stepX, int32_t stepY);
     // The copy of the job the last preview ran on: the job as that release would leave it.
     const CKestoApp& PreviewJob() const { return previewJob_; }
 
@@ -145,6 +153,10 @@ class DrawingEdit {
     // Release steps.
     bool DropDue() const;
     void Drop(Canvas& canvas, int32_t x, int32_t y);
+    // The rectangle around the stacks shown on the screen; none when none is.
+    std::optional<IntRect> ShownUnion(const std::vector<StackId>& stacks) const;
+    // The drop of dropped, shifted by (dx, dy) from the press, on a copy of the job.
+    DropPreview PreviewDrop(const std::vector<IntRect>& dropped, int32_t dx, int32_t dy);
     // What a drop did to the job it ran on.
     struct DropRun {
         std::optional<DropRefusal> Refused;

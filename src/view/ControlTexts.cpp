@@ -57,8 +57,8 @@ constexpr Spoken kSpoken[] = {
     {"B-BLOCKDRAW", nullptr, "Draws the block cells"},
     {"B-CAN", nullptr, "Ends the job as cancelled"},
     {"DRAWING", "Pallet drawing",
-     "A click picks a stack and a drag moves it. Tab and Shift+Tab walk the stacks, Delete "
-     "sets the pick aside, Escape lets a drag go"},
+     "A click picks a stack and a drag moves it. Tab and Shift+Tab walk the stacks, the arrows "
+     "move the pick, Delete sets it aside, Escape lets a drag go"},
     {"INFO-STRING", nullptr, "The picked stack's part: its pieces and stacks"},
     {"VIEW-STRING", nullptr, "The outline and size of the picked stack's part"},
 };

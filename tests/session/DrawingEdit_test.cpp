@@ -357,6 +357,35 @@ TEST_F(DrawingEditTest, EscapeWithoutADragAbandonsNothing) {
     EXPECT_EQ(drawing.Selected().Picked(), a.Id);
 }
 
+// Left from a (X 990, in its block's right front corner): the drop's nearest free corner stays
+// a's own until the rectangle is about halfway over, then becomes the block's left front
+// corner, X 790, where DragSnapsTheStackToTheNearestFreeCorner put it; a stays picked there.
+TEST_F(DrawingEditTest, AnArrowMovesThePickToTheNextCornerThatWay) {
+    Click(980, 833);
+    EXPECT_TRUE(edit.Nudge(canvas, -1, 0));
+    EXPECT_DOUBLE_EQ(a.X, 790);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_EQ(a.BlockIndex, 0);
+    EXPECT_EQ(a.Edits, kEditMoved);
+    EXPECT_EQ(drawing.Selected().Picked(), a.Id);
+    EXPECT_TRUE(view.Refusals.empty());
+    // And back to the right.
+    EXPECT_TRUE(edit.Nudge(canvas, 1, 0));
+    EXPECT_DOUBLE_EQ(a.X, 990);
+}
+
+// Down from the pallet's front edge nothing takes it: it stays, and the window is told.
+TEST_F(DrawingEditTest, AnArrowWithNoLandingThatWayMovesNothing) {
+    EXPECT_FALSE(edit.Nudge(canvas, 1, 0));
+    EXPECT_TRUE(view.Refusals.empty());
+    Click(980, 833);
+    EXPECT_FALSE(edit.Nudge(canvas, 0, 1));
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_DOUBLE_EQ(a.Y, 10);
+    EXPECT_EQ(view.Refusals, std::vector<DropRefusal>({DropRefusal::NoRoom}));
+    EXPECT_EQ(view.RefusedAt, std::vector<IntRect>({kRectA}));
+}
+
 TEST_F(DrawingEditTest, PickFromKeysLightsTheStackAloneAndDescribesIt) {
     Click(670, 833);
     canvas.Clear();
@@ -687,6 +716,18 @@ TEST_F(BandTest, EscapeDuringABandDragLetsTheBandGoAndMovesNothing) {
     EXPECT_DOUBLE_EQ(b.X, 680);
 }
 
+// With Direct on, a stack lands where it is let go: the first step of 2 pixels up already lands
+// further up, 2 millimetres at the scale of 1, for both stacks of the band.
+TEST_F(BandTest, AnArrowMovesTheBandByOneStepOfFreeMove) {
+    Band(1035, 790, 600, 860);
+    ASSERT_TRUE(edit.Nudge(canvas, 0, -1));
+    EXPECT_DOUBLE_EQ(a.Y, 12);
+    EXPECT_DOUBLE_EQ(b.Y, 12);
+    EXPECT_DOUBLE_EQ(a.X, 990);
+    EXPECT_EQ(drawing.Selected().Band(), BandState::InForce);
+    EXPECT_EQ(drawing.Selected().BandList()[0].Rect, (IntRect{930, 806, 1030, 856}));
+}
+
 TEST_F(BandTest, PickFromKeysLetsTheBandGo) {
     Band(1035, 790, 600, 860);
     ASSERT_EQ(drawing.Selected().BandList().size(), 2u);
@@ -726,6 +767,16 @@ class JournalledEditTest : public BandTest {
 TEST_F(JournalledEditTest, ADropIsWrittenDownWithTheAreaTheRectangleAndThePicks) {
     Drag(980, 833, 830, 833);
     EXPECT_EQ(journal.Lines, (Lines{"drop 1080 900 780 808 880 858 0"}));
+}
+
+// The arrow's drop is written down as the drop a release there makes. Left from a, the
+// rectangle (930 - k, 808)-(1030 - k, 858) is k pixels from a's own corner (right edge 1030)
+// and 200 - k from the block's left front corner (left edge 730): the left one is nearer from
+// k = 101 on, so the first step of 2 pixels that lands that way is k = 102.
+TEST_F(JournalledEditTest, AnArrowIsWrittenDownAsOneDrop) {
+    Click(980, 833);
+    ASSERT_TRUE(edit.Nudge(canvas, -1, 0));
+    EXPECT_EQ(journal.Lines, (Lines{"drop 1080 900 828 808 928 858 0"}));
 }
 
 TEST_F(JournalledEditTest, ARefusedDropIsWrittenDownToo) {

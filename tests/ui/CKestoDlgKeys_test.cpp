@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QtTest/QTest>
@@ -96,6 +97,35 @@ TEST(CKestoDlgKeys, TabWalksEveryPalletInViewInTurn) {
         ASSERT_TRUE(r.has_value());
         EXPECT_EQ(w.Picture(r->Left + 3, r->Top + 3), colour::kPicked) << n;
     }
+}
+
+// A1's front stack picked with Tab, (670, 618)-(990, 818) in its cell's right front corner:
+// the rectangle k pixels to the left is k from that corner and 580 - k from the cell's left
+// front corner (left edge 90), so the first step that lands left is k = 292: X 50 + 320. The
+// stack stays picked alone (the block's other stack stays), and Right takes it back.
+TEST(CKestoDlgKeys, TheArrowsMoveThePickToTheNextCornerThatWay) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    FocusDrawing(w);
+    Press(w, Qt::Key_Tab);
+    ASSERT_EQ(Picked(w), w.StackNo(0).Id);
+    Press(w, Qt::Key_Left);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 370);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
+    EXPECT_DOUBLE_EQ(w.StackNo(1).X, 950);
+    EXPECT_TRUE(w.Area().hasFocus());
+    EXPECT_EQ(Picked(w), w.StackNo(0).Id);
+    EXPECT_EQ(w.Picture(100, 628), colour::kPicked);
+    EXPECT_EQ(w.Drawing().Selected().PickRect(), (IntRect{90, 618, 410, 818}));
+    Press(w, Qt::Key_Right);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
+    // Down from the pallet's front edge: nothing moves, and the status line says why.
+    Press(w, Qt::Key_Down);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
+    EXPECT_TRUE(w.Area().StatusLine()->isVisible());
+    // Each move is a step that Ctrl+Z takes back.
+    Press(w, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 370);
 }
 
 TEST(CKestoDlgKeys, DeleteSetsThePickAside) {

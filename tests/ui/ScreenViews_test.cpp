@@ -113,5 +113,9 @@ TEST(ScreenViews, SampleJobWithAPickedStackMatchesItsGoldenImage) {
     ExpectMatchesGolden(ScreenView::Info);
 }
 
+TEST(ScreenViews, SampleJobWithAStackDraggedToItsLandingMatchesItsGoldenImage) {
+    ExpectMatchesGolden(ScreenView::Drag);
+}
+
 }  // namespace
 }  // namespace kesto

@@ -161,7 +161,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void ConnectEditing();
     // Ctrl+P.
     void ConnectPrinting();
-    // Escape during a drag, Tab and Shift+Tab in the drawing, Delete.
+    // Escape during a drag, Tab, Shift+Tab and the arrows in the drawing, Delete.
     void ConnectKeys();
     // Every control's accessible name and description, in the message file's words.
     void NameControls();

@@ -1,5 +1,6 @@
-// The drawing's keys: Escape lets a drag go, Tab and Shift+Tab walk the stacks in view, Delete
-// sets the pick aside. And what the controls tell a screen reader, for those who work by keys.
+// The drawing's keys: Escape lets a drag go, Tab and Shift+Tab walk the stacks in view, the
+// arrows move the pick to the next landing that way, Delete sets the pick aside. And what the
+// controls tell a screen reader, for those who work by keys.
 #include <QAction>
 #include <QKeyEvent>
 #include <algorithm>
@@ -13,6 +14,19 @@
 #include "view/ControlTexts.h"
 
 namespace kesto {
+
+namespace {
+
+// The arrow keys and the way each moves the pick on the screen.
+struct Arrow {
+    int Key;
+    int32_t X;
+    int32_t Y;
+};
+constexpr Arrow kArrows[] = {
+    {Qt::Key_Left, -1, 0}, {Qt::Key_Right, 1, 0}, {Qt::Key_Up, 0, -1}, {Qt::Key_Down, 0, 1}};
+
+}  // namespace
 
 void CKestoDlg::ConnectKeys() {
     // Clicked or reached with Tab, the drawing takes the keys that walk its stacks.
@@ -64,6 +78,12 @@ bool CKestoDlg::DrawingKey(QKeyEvent* event) {
         return WalkStacks(false);
     if (event->key() == Qt::Key_Tab)
         return WalkStacks(true);
+    for (const auto& [key, x, y] : kArrows) {
+        if (event->key() == key && (event->modifiers() & Qt::ShiftModifier) == 0) {
+            drawArea_->Draw([&](Canvas& canvas) { editing_->Nudge(canvas, x, y); });
+            return true;
+        }
+    }
     return false;
 }
 

@@ -1,13 +1,17 @@
 #include "ui/main/ScreenViews.h"
 
 #include <QAbstractButton>
+#include <QCoreApplication>
 #include <QListWidget>
+#include <QMouseEvent>
 #include <algorithm>
+#include <vector>
 
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
 #include "ui/main/CKestoDlg.h"
+#include "ui/main/RectConvert.h"
 #include "view/Colours.h"
 
 namespace kesto {
@@ -23,6 +27,7 @@ constexpr NamedView kNames[] = {
     {ScreenView::Flat, "flat"},          {ScreenView::Danmen, "danmen"},
     {ScreenView::FourPallet, "4pallet"}, {ScreenView::TwoPallet, "2pallet"},
     {ScreenView::ThreeD, "3d"},          {ScreenView::Info, "info"},
+    {ScreenView::Drag, "drag"},
 };
 
 void Click(CKestoDlg& dialog, ControlId id) {
@@ -78,6 +83,53 @@ void PickStack(CKestoDlg& dialog) {
     dialog.PartsViewPanel()->ShowSize(record->Part->SizeX, record->Part->SizeY);
 }
 
+// The left button as the operator uses it: pressed, or held while moving.
+void SendMouse(QWidget& widget, QEvent::Type type, const QPoint& at) {
+    const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    QMouseEvent event(type, QPointF(at), widget.mapToGlobal(QPointF(at)), button, Qt::LeftButton,
+                      Qt::NoModifier);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+// The grid of points the screenshot's drag tries, in pixels.
+constexpr int kDragStep = 8;
+
+// A stack picked alone and carried to the nearest point of a grid around it where its landing
+// shows clear of where it stands.
+void DragToALanding(CKestoDlg& dialog) {
+    CKs_DrawArea& area = *dialog.DrawArea();
+    // The smallest stack on view: the one most corners have room for.
+    std::optional<IntRect> r;
+    for (const HaichiInfo& h : dialog.App().HaichiList) {
+        const std::optional<IntRect> shown = area.Drawing().ScreenRect(h);
+        const auto size = [](const IntRect& a) {
+            return int64_t{a.Right - a.Left} * (a.Bottom - a.Top);
+        };
+        if (shown && (!r || size(*shown) < size(*r)))
+            r = shown;
+    }
+    if (!r)
+        return;
+    const QPoint grab((r->Left + r->Right) / 2, (r->Top + r->Bottom) / 2);
+    std::vector<QPoint> points;
+    for (int y = kDragStep; y < area.height(); y += kDragStep) {
+        for (int x = kDragStep; x < area.width(); x += kDragStep)
+            points.emplace_back(x, y);
+    }
+    std::stable_sort(points.begin(), points.end(), [&](const QPoint& a, const QPoint& b) {
+        return (a - grab).manhattanLength() < (b - grab).manhattanLength();
+    });
+    SendMouse(area, QEvent::MouseButtonPress, grab);
+    SendMouse(area, QEvent::MouseMove, grab + QPoint(1, 0));
+    for (const QPoint& at : points) {
+        SendMouse(area, QEvent::MouseMove, at);
+        const std::optional<DropPreview>& landing = area.Landing();
+        if (landing && !landing->Refused && !landing->Landing.empty() &&
+            !ToQRect(landing->Landing.front()).intersects(ToQRect(*r)))
+            return;
+    }
+}
+
 }  // namespace
 
 const char* ScreenViewName(ScreenView view) {
@@ -121,6 +173,11 @@ void ShowScreenView(CKestoDlg& dialog, ScreenView view) {
         case ScreenView::Info:
             Click(dialog, kFlatButton);
             PickStack(dialog);
+            break;
+        case ScreenView::Drag:
+            Click(dialog, kFlatButton);
+            Click(dialog, kHitSingle);
+            DragToALanding(dialog);
             break;
     }
 }
