@@ -218,6 +218,39 @@ IntPoint Middle(const IntRect& r) {
     return {(r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2};
 }
 
+// The drawing of the largest job at the window's size, drawn once, and its mouse editing.
+struct EditingBench {
+    explicit EditingBench(PlacedJob& job)
+        : drawing(job.App, job.Shown, job.Messages),
+          view(drawing, picture, job.Fonts, true),
+          edit(job.App, Services{job.Quiet, job.Host, job.Messages}, drawing, view) {
+        drawing.SetArea({0, 0, kWidth, kHeight});
+        view.Refresh();
+    }
+    // The first stack on view pressed at its middle and the drag armed; false when that
+    // picked nothing.
+    bool GrabFirstStack() {
+        const std::vector<HaichiInfo*> shown = ShownStacks(drawing);
+        if (shown.empty())
+            return false;
+        const IntPoint grab = Middle(*drawing.ScreenRect(*shown.front()));
+        edit.Press(canvas, grab.X, grab.Y, false);
+        edit.Move(canvas, grab.X + 1, grab.Y, true);
+        return drawing.Selected().Picked() != kNoStack;
+    }
+    // The drag let go off the pallets and the pick forgotten.
+    void LetGo() {
+        edit.Release(canvas, 0, 0);
+        drawing.Select().Reset();
+    }
+
+    QImage picture{kWidth, kHeight, QImage::Format_RGB32};
+    PalletDrawing drawing;
+    BenchAreaView view;
+    DrawingEdit edit;
+    DisplayList canvas;
+};
+
 // One frame of a drag: a move event through the editing to the drag image's rectangles, and
 // the widget's repaint of the picture with the image over it.
 void BM_DragFrame(benchmark::State& state) {
@@ -225,39 +258,28 @@ void BM_DragFrame(benchmark::State& state) {
     job.Shown.SetMode(PalletView::Flat);
     // Flat stacks: the grab point hits the stack it is the middle of.
     job.Shown.Set3D(false);
-    QImage picture(kWidth, kHeight, QImage::Format_RGB32);
+    EditingBench bench(job);
     QImage screen(kWidth, kHeight, QImage::Format_RGB32);
-    PalletDrawing drawing(job.App, job.Shown, job.Messages);
-    drawing.SetArea({0, 0, kWidth, kHeight});
-    BenchAreaView view(drawing, picture, job.Fonts, true);
-    view.Refresh();
-    const std::vector<HaichiInfo*> shown = ShownStacks(drawing);
-    if (shown.empty()) {
-        state.SkipWithError("no stack on view");
+    if (!bench.GrabFirstStack()) {
+        state.SkipWithError("no stack picked");
         return;
     }
-    DrawingEdit edit(job.App, Services{job.Quiet, job.Host, job.Messages}, drawing, view);
-    DisplayList canvas;
-    const IntPoint grab = Middle(*drawing.ScreenRect(*shown.front()));
-    edit.Press(canvas, grab.X, grab.Y, false);
-    edit.Move(canvas, grab.X + 1, grab.Y, true);
     int32_t step = 0;
     for (auto _ : state) {
         step = (step + 7) % 200;
-        edit.Move(canvas, kWidth / 4 + step, kHeight / 2 + step / 2, true);
+        bench.edit.Move(bench.canvas, kWidth / 4 + step, kHeight / 2 + step / 2, true);
         QPainter painter(&screen);
-        painter.drawImage(0, 0, picture);
+        painter.drawImage(0, 0, bench.picture);
         painter.setPen(QPen(QColor(255, 0, 0), 0));
-        for (const IntRect& r : view.Image) {
+        for (const IntRect& r : bench.view.Image) {
             painter.drawLine(r.Left, r.Top, r.Right, r.Top);
             painter.drawLine(r.Right, r.Top, r.Right, r.Bottom);
             painter.drawLine(r.Right, r.Bottom, r.Left, r.Bottom);
             painter.drawLine(r.Left, r.Bottom, r.Left, r.Top);
         }
     }
-    state.counters["image_rects"] = static_cast<double>(view.Image.size());
-    edit.Release(canvas, 0, 0);
-    drawing.Select().Reset();
+    state.counters["image_rects"] = static_cast<double>(bench.view.Image.size());
+    bench.LetGo();
     job.Shown.Set3D(true);
 }
 
@@ -269,20 +291,8 @@ void BM_DragPreview(benchmark::State& state) {
     job.Shown.SetMode(four ? PalletView::FourPallet : PalletView::Flat);
     job.Shown.Set3D(four);
     job.Shown.SetHit(HitBy::Single);
-    QImage picture(kWidth, kHeight, QImage::Format_RGB32);
-    PalletDrawing drawing(job.App, job.Shown, job.Messages);
-    drawing.SetArea({0, 0, kWidth, kHeight});
-    BenchAreaView view(drawing, picture, job.Fonts, true);
-    view.Refresh();
-    const std::vector<HaichiInfo*> shown = ShownStacks(drawing);
-    DrawingEdit edit(job.App, Services{job.Quiet, job.Host, job.Messages}, drawing, view);
-    DisplayList canvas;
-    if (!shown.empty()) {
-        const IntPoint grab = Middle(*drawing.ScreenRect(*shown.front()));
-        edit.Press(canvas, grab.X, grab.Y, false);
-        edit.Move(canvas, grab.X + 1, grab.Y, true);
-    }
-    if (drawing.Selected().Picked() == kNoStack) {
+    EditingBench bench(job);
+    if (!bench.GrabFirstStack()) {
         state.SkipWithError("no stack picked");
         return;
     }
@@ -290,13 +300,12 @@ void BM_DragPreview(benchmark::State& state) {
     int landed = 0;
     for (auto _ : state) {
         step = (step + 7) % 400;
-        edit.Move(canvas, kWidth / 8 + step, kHeight / 4 + step / 2, true);
-        landed += view.Landing && !view.Landing->Refused ? 1 : 0;
+        bench.edit.Move(bench.canvas, kWidth / 8 + step, kHeight / 4 + step / 2, true);
+        landed += bench.view.Landing && !bench.view.Landing->Refused ? 1 : 0;
     }
-    CountShown(state, drawing);
+    CountShown(state, bench.drawing);
     state.counters["landed"] = landed;
-    edit.Release(canvas, 0, 0);
-    drawing.Select().Reset();
+    bench.LetGo();
     job.Shown.SetHit(HitBy::Block);
     job.Shown.Set3D(true);
 }

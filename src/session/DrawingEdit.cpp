@@ -350,6 +350,9 @@ void DrawingEdit::Release(Canvas& canvas, int32_t x, int32_t y) {
     }
     if (DropDue())
         Drop(canvas, x, y);
+    // The copy the landings were worked out on is not kept beyond the drag.
+    previewBase_.reset();
+    previewJob_.FreeJob();
     LastMouse = kNoMouse;
     if (Sel().Band() == BandState::Aside) {
         Sel().ClearBandList();

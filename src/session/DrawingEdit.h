@@ -131,7 +131,8 @@ class DrawingEdit {
     // 1 or -1. False when nothing is picked or no landing that way accepts it (the window is
     // told, as of a refused drop).
     bool Nudge(Canvas& canvas, int32_t stepX, int32_t stepY);
-    // The copy of the job the last preview ran on: the job as that release would leave it.
+    // The copy of the job the last preview ran on: the job as that release would leave it;
+    // emptied at the release.
     const CKestoApp& PreviewJob() const { return previewJob_; }
 
     // Does the rectangle lie within one pallet slot of the current view?

@@ -284,6 +284,10 @@ TEST_F(DrawingEditTest, AFreeMoveShowsItsLandingToo) {
     ASSERT_NE(there, nullptr);
     EXPECT_EQ(there->BlockIndex, 8);
     EXPECT_EQ(a.BlockIndex, 0);
+    // The copy is not kept beyond the drag.
+    edit.Release(canvas, 830, 833);
+    EXPECT_EQ(a.BlockIndex, 8);
+    EXPECT_TRUE(edit.PreviewJob().HaichiList.Empty());
 }
 
 // The release of DropOutsideThePalletMovesNothing is shown as refused before it is made.

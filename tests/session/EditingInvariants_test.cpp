@@ -215,6 +215,9 @@ std::string EditRun::PreviewedDrag() {
                    from.Y + (to.Y - from.Y) * i / moves, true);
     }
     const std::optional<DropPreview> shown = view_.Landing;
+    // The job as the landing shown would leave it, before the release empties the copy.
+    CKestoApp landed;
+    JobSnapshot::Take(edit_.PreviewJob()).Restore(landed);
     const size_t refusals = view_.Refusals.size();
     edit_.Release(canvas_, to.X, to.Y);
     if (!shown)
@@ -228,7 +231,7 @@ std::string EditRun::PreviewedDrag() {
     previewed_.BandDrags += band && edit_.DragAnchor != kNoStack ? 1 : 0;
     previewed_.FreeMoves += app_.Settings.IsDirect.IsOne() ? 1 : 0;
     previewed_.Views.insert(shown_.Mode());
-    return SameAsPreview(app_, edit_.PreviewJob());
+    return SameAsPreview(app_, landed);
 }
 
 std::string EditRun::RandomPreviewStep() {

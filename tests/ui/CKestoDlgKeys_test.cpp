@@ -44,6 +44,14 @@ StackId Picked(EditingWindow& w) {
     return w.Drawing().Selected().Picked();
 }
 
+// The drawing given the keyboard and A1's front stack, the first in the sheet's order, picked
+// with Tab.
+void TabToTheFrontStack(EditingWindow& w) {
+    FocusDrawing(w);
+    Press(w, Qt::Key_Tab);
+    ASSERT_EQ(Picked(w), w.StackNo(0).Id);
+}
+
 // Pallet 1 in FLAT holds A1's two stacks in its one cell: the front one (pixels (670,
 // 618)-(990, 818)) in the cell's right front corner, the back one ((670, 118)-(990, 318)) in
 // its right back corner; the sheet lists the front corner first.
@@ -106,9 +114,7 @@ TEST(CKestoDlgKeys, TabWalksEveryPalletInViewInTurn) {
 TEST(CKestoDlgKeys, TheArrowsMoveThePickToTheNextCornerThatWay) {
     EditingWindow w;
     ASSERT_TRUE(w.opened);
-    FocusDrawing(w);
-    Press(w, Qt::Key_Tab);
-    ASSERT_EQ(Picked(w), w.StackNo(0).Id);
+    TabToTheFrontStack(w);
     Press(w, Qt::Key_Left);
     EXPECT_DOUBLE_EQ(w.StackNo(0).X, 370);
     EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
@@ -131,9 +137,7 @@ TEST(CKestoDlgKeys, TheArrowsMoveThePickToTheNextCornerThatWay) {
 TEST(CKestoDlgKeys, DeleteSetsThePickAside) {
     EditingWindow w;
     ASSERT_TRUE(w.opened);
-    FocusDrawing(w);
-    Press(w, Qt::Key_Tab);
-    ASSERT_EQ(Picked(w), w.StackNo(0).Id);
+    TabToTheFrontStack(w);
     Press(w, Qt::Key_Delete);
     EXPECT_EQ(w.App().HaichiList.size(), 3u);
     ASSERT_EQ(w.List("LIST-TORIOKI")->count(), 1);

@@ -96,16 +96,28 @@ TEST(CKs_DrawArea, PlaceAreaTakesThePlacementAndStoresTheClientAndScreenRectangl
     EXPECT_EQ(area.objectName(), "CKs_DrawArea");
 }
 
-TEST(CKs_DrawArea, AStatusTextIsShownAtTheBottomLeftWithoutFlashingAnyRectangle) {
-    test::EnsureQApplication();
+// A drawing area of 600 x 400 over an empty job, shown.
+struct LoneArea {
+    LoneArea() {
+        area.PlaceArea({0, 0, 600, 400});
+        parent.show();
+    }
+    // What the operator sees: the picture with what is drawn over it.
+    Rgb Seen(int x, int y) {
+        return PixelAt(area.grab().toImage().convertToFormat(QImage::Format_RGB32), x, y);
+    }
+    QApplication& application = test::EnsureQApplication();
     CKestoApp app;
     ViewState shown;
     MessageTable messages;
     FontTable fonts;
     QWidget parent;
-    CKs_DrawArea area(app, shown, messages, fonts, &parent);
-    area.PlaceArea({0, 0, 600, 400});
-    parent.show();
+    CKs_DrawArea area{app, shown, messages, fonts, &parent};
+};
+
+TEST(CKs_DrawArea, AStatusTextIsShownAtTheBottomLeftWithoutFlashingAnyRectangle) {
+    LoneArea lone;
+    CKs_DrawArea& area = lone.area;
     area.ShowStatus("The corrections are not journaled");
     auto* status = area.findChild<QLabel*>("DropStatus");
     ASSERT_NE(status, nullptr);
@@ -121,18 +133,9 @@ TEST(CKs_DrawArea, AStatusTextIsShownAtTheBottomLeftWithoutFlashingAnyRectangle)
 // colour (column 300 and the one left of it), or a red cross over the drag outline when the
 // release would be refused; both go with the drag image.
 TEST(CKs_DrawArea, TheLandingIsOutlinedOrTheDragCrossedOut) {
-    test::EnsureQApplication();
-    CKestoApp app;
-    ViewState shown;
-    MessageTable messages;
-    FontTable fonts;
-    QWidget parent;
-    CKs_DrawArea area(app, shown, messages, fonts, &parent);
-    area.PlaceArea({0, 0, 600, 400});
-    parent.show();
-    const auto seen = [&](int x, int y) {
-        return PixelAt(area.grab().toImage().convertToFormat(QImage::Format_RGB32), x, y);
-    };
+    LoneArea lone;
+    CKs_DrawArea& area = lone.area;
+    const auto seen = [&](int x, int y) { return lone.Seen(x, y); };
     area.ShowDragImage({{100, 100, 200, 150}});
     area.ShowLanding(DropPreview{std::nullopt, {{300, 100, 400, 150}}});
     EXPECT_EQ(seen(300, 125), colour::kLanding);
