@@ -8,9 +8,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QGuiApplication>
 #include <QLabel>
+#include <QPushButton>
+#include <QStyleHints>
+#include <QtTest/QTest>
 #include <initializer_list>
 
+#include "common/EditingWindow.h"
 #include "common/WindowJob.h"
 #include "view/Colours.h"
 
@@ -404,6 +409,78 @@ TEST(CKs_DrawArea, ImageSurvivesAnExpose) {
     const QImage shown = a.Area().grab().toImage().convertToFormat(QImage::Format_RGB32);
     EXPECT_EQ(PixelAt(shown, 326, 402), colour::kPicked);
     EXPECT_EQ(a.Area().Image(), before);
+}
+
+// --- touch, on the job of common/EditingWindow.h ----------------------------------------------
+// The offscreen screen is 800 x 600: the fingers stay on it.
+
+// A finger as the touch screen gives it.
+QPointingDevice* TouchScreen() {
+    static QPointingDevice* device = QTest::createTouchDevice();
+    return device;
+}
+
+// A1's back stack, (670, 118)-(990, 318), tapped at (700, 218) and dragged by the finger to
+// (130, 218): the drop rectangle (100, 118)-(420, 318) is 10 pixels from the cell's left back
+// corner, so it lands at X 50 + 320, its Y 550 kept, and by block the front stack goes along.
+TEST(CKs_DrawArea, ATapPicksAndAFingerDragMovesAsTheMouseDoes) {
+    test::EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::touchEvent(&w.Area(), TouchScreen()).press(0, QPoint(700, 218));
+    QTest::touchEvent(&w.Area(), TouchScreen()).release(0, QPoint(700, 218));
+    EXPECT_EQ(w.Drawing().Selected().Picked(), w.StackNo(1).Id);
+    EXPECT_EQ(w.Picture(680, 128), colour::kPicked);
+    QTest::touchEvent(&w.Area(), TouchScreen()).press(0, QPoint(700, 218));
+    QTest::touchEvent(&w.Area(), TouchScreen()).move(0, QPoint(400, 218));
+    QTest::touchEvent(&w.Area(), TouchScreen()).move(0, QPoint(130, 218));
+    ASSERT_TRUE(w.Area().Landing().has_value());
+    EXPECT_EQ(w.Seen(90, 200), colour::kLanding);
+    QTest::touchEvent(&w.Area(), TouchScreen()).release(0, QPoint(130, 218));
+    EXPECT_DOUBLE_EQ(w.StackNo(1).X, 370);
+    EXPECT_DOUBLE_EQ(w.StackNo(1).Y, 550);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 370);
+    EXPECT_TRUE(w.Area().DragImage().empty());
+}
+
+TEST(CKs_DrawArea, ASecondFingerLetsTheDragGo) {
+    test::EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::touchEvent(&w.Area(), TouchScreen()).press(0, QPoint(700, 218));
+    QTest::touchEvent(&w.Area(), TouchScreen()).move(0, QPoint(400, 218));
+    QTest::touchEvent(&w.Area(), TouchScreen()).move(0, QPoint(130, 218));
+    ASSERT_FALSE(w.Area().DragImage().empty());
+    QTest::touchEvent(&w.Area(), TouchScreen()).stationary(0).press(1, QPoint(500, 500));
+    EXPECT_TRUE(w.Area().DragImage().empty());
+    QTest::touchEvent(&w.Area(), TouchScreen())
+        .release(0, QPoint(130, 218))
+        .release(1, QPoint(500, 500));
+    EXPECT_DOUBLE_EQ(w.StackNo(1).X, 950);
+    EXPECT_FALSE(w.Area().Flashing());
+}
+
+// With Direct on, in 4PALLET, a tap on one stack of A1 and a long press on the other make a band
+// of the two, as a click and a Shift-click do.
+TEST(CKs_DrawArea, ALongPressOnAStackIsAShiftClick) {
+    test::EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::mouseClick(w.job.Dialog->findChild<QPushButton*>("B-NEST-A"), Qt::LeftButton);
+    QTest::mouseClick(w.job.Dialog->findChild<QPushButton*>("B-PALLET4"), Qt::LeftButton);
+    ASSERT_TRUE(w.App().Settings.IsDirect.IsOne());
+    const std::optional<IntRect> front = w.Drawing().ScreenRect(w.StackNo(0));
+    const std::optional<IntRect> back = w.Drawing().ScreenRect(w.StackNo(1));
+    ASSERT_TRUE(front && back);
+    const auto middle = [](const IntRect& r) {
+        return QPoint((r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2);
+    };
+    QTest::touchEvent(&w.Area(), TouchScreen()).press(0, middle(*back));
+    QTest::touchEvent(&w.Area(), TouchScreen()).release(0, middle(*back));
+    QTest::touchEvent(&w.Area(), TouchScreen()).press(0, middle(*front));
+    QTest::qWait(QGuiApplication::styleHints()->mousePressAndHoldInterval() + 200);
+    QTest::touchEvent(&w.Area(), TouchScreen()).release(0, middle(*front));
+    EXPECT_EQ(w.Drawing().Selected().Band(), BandState::InForce);
+    EXPECT_EQ(w.Drawing().Selected().BandList().size(), 2u);
+    EXPECT_EQ(w.Picture(front->Left + 2, front->Top + 2), colour::kPicked);
+    EXPECT_EQ(w.Picture(back->Left + 2, back->Top + 2), colour::kPicked);
 }
 
 }  // namespace

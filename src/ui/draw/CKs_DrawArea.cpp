@@ -1,9 +1,12 @@
 #include "ui/draw/CKs_DrawArea.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyleHints>
 #include <QTimer>
+#include <QTouchEvent>
 
 #include "render/TextCodec.h"
 #include "session/DrawingEdit.h"
@@ -50,6 +53,15 @@ CKs_DrawArea::CKs_DrawArea(CKestoApp& app, const ViewState& shown, const Message
         if (flashesLeft_ <= 0)
             flash_->stop();
         update();
+    });
+    // Fingers come as touch events, not as the mouse events made of them.
+    setAttribute(Qt::WA_AcceptTouchEvents);
+    hold_ = new QTimer(this);
+    hold_->setSingleShot(true);
+    hold_->setInterval(QGuiApplication::styleHints()->mousePressAndHoldInterval());
+    connect(hold_, &QTimer::timeout, this, [this] {
+        if (touch_ != nullptr)
+            EditStep([this](DrawingEdit&, Canvas& canvas) { touch_->Held(canvas); });
     });
     statusEnd_ = new QTimer(this);
     statusEnd_->setSingleShot(true);
@@ -148,6 +160,43 @@ void CKs_DrawArea::EditStep(const std::function<void(DrawingEdit&, Canvas&)>& st
     if (!stepDrawing_.Items().empty())
         Paint([this](Canvas& canvas) { stepDrawing_.Replay(canvas); });
     stepDrawing_.Clear();
+}
+
+void CKs_DrawArea::SetEditing(DrawingEdit* editing) {
+    editing_ = editing;
+    touch_ =
+        editing != nullptr ? std::make_unique<TouchGesture>(*editing, app_, drawing_) : nullptr;
+}
+
+bool CKs_DrawArea::event(QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (type != QEvent::TouchBegin && type != QEvent::TouchUpdate && type != QEvent::TouchEnd &&
+        type != QEvent::TouchCancel)
+        return ImagePanel::event(event);
+    if (touch_ == nullptr)
+        return false;
+    const auto* touch = static_cast<QTouchEvent*>(event);
+    const QList<QEventPoint>& points = touch->points();
+    const bool oneFinger = points.size() == 1 && type != QEvent::TouchCancel;
+    const QPoint at = points.isEmpty() ? QPoint() : points.first().position().toPoint();
+    EditStep([&](DrawingEdit&, Canvas& canvas) {
+        if (!oneFinger)
+            touch_->Cancel(canvas);
+        else if (type == QEvent::TouchBegin)
+            touch_->Begin(at.x(), at.y());
+        else if (type == QEvent::TouchUpdate)
+            touch_->Update(canvas, at.x(), at.y());
+        else
+            touch_->End(canvas, at.x(), at.y());
+    });
+    if (touch_->WaitingForHold()) {
+        if (type == QEvent::TouchBegin)
+            hold_->start();
+    } else {
+        hold_->stop();
+    }
+    event->accept();
+    return true;
 }
 
 void CKs_DrawArea::mousePressEvent(QMouseEvent* event) {

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "app/ViewState.h"
 #include "render/FontTable.h"
 #include "session/DrawingEdit.h"
+#include "session/TouchGesture.h"
 #include "support/MessageFile.h"
 #include "ui/draw/ImagePanel.h"
 #include "view/DisplayList.h"
@@ -56,8 +58,9 @@ class CKs_DrawArea : public ImagePanel {
     PalletDrawing& Drawing() { return drawing_; }
     const PalletDrawing& Drawing() const { return drawing_; }
 
-    // The editing that the left mouse button drives; none until the main window connects it.
-    void SetEditing(DrawingEdit* editing) { editing_ = editing; }
+    // The editing that the left mouse button and one finger drive; none until the main window
+    // connects it.
+    void SetEditing(DrawingEdit* editing);
     // The drag image (or the rubber band): drawn over the picture, never into it, so taking it
     // away leaves the picture as it was.
     void ShowDragImage(const std::vector<IntRect>& rects);
@@ -84,6 +87,8 @@ class CKs_DrawArea : public ImagePanel {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    // Touch: one finger through TouchGesture; a second finger lets a drag go.
+    bool event(QEvent* event) override;
     static void DrawOutlines(QPainter& painter, const std::vector<IntRect>& rects, Rgb colour,
                              int width);
     void DrawLanding(QPainter& painter) const;
@@ -101,6 +106,8 @@ class CKs_DrawArea : public ImagePanel {
     // Slots 1..4: controls 1045, 1048, 1046, 1047.
     std::array<QLabel*, 4> captions_{};
     DrawingEdit* editing_ = nullptr;
+    std::unique_ptr<TouchGesture> touch_;
+    QTimer* hold_ = nullptr;  // the long press
     std::vector<IntRect> dragImage_;
     std::optional<DropPreview> landing_;
     std::vector<IntRect> refused_;
