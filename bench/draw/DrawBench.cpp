@@ -310,6 +310,33 @@ void BM_DragPreview(benchmark::State& state) {
     job.Shown.Set3D(true);
 }
 
+// The worst arrow key: the search of the first stack of the busiest process in FLAT for a
+// landing to the right (argument 0) or down (argument 1) that finds none, every step tried on
+// a copy of the job up to the pallet's edge. A landing found would change the job: then the
+// case is not the worst and is reported as an error.
+void BM_Nudge(benchmark::State& state) {
+    PlacedJob& job = Job();
+    job.Shown.SetMode(PalletView::Flat);
+    job.Shown.Set3D(false);
+    job.Shown.SetHit(HitBy::Single);
+    EditingBench bench(job);
+    if (!bench.GrabFirstStack()) {
+        state.SkipWithError("no stack picked");
+        return;
+    }
+    bench.edit.Release(bench.canvas, 0, 0);
+    const bool down = state.range(0) == 1;
+    for (auto _ : state) {
+        if (bench.edit.Nudge(bench.canvas, down ? 0 : 1, down ? 1 : 0)) {
+            state.SkipWithError("a landing was found: not the worst case");
+            break;
+        }
+    }
+    bench.drawing.Select().Reset();
+    job.Shown.SetHit(HitBy::Block);
+    job.Shown.Set3D(true);
+}
+
 // A band of stacks dropped 12 pixels on and back: the probe pass, the moving pass and the
 // corner rebuild (argument 0), and with the window's full repaint and highlight (argument 1).
 void BM_Drop(benchmark::State& state) {
@@ -414,6 +441,7 @@ BENCHMARK(BM_HighlightChange)
     ->Arg(ViewArg(PalletView::FourPallet))
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_DragFrame)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Nudge)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DragPreview)
     ->Arg(0)
     ->Arg(1)

@@ -639,6 +639,9 @@ bool DrawingEdit::Nudge(Canvas& canvas, int32_t stepX, int32_t stepY) {
         std::vector<IntRect> dropped;
         for (const IntRect& r : from)
             dropped.push_back(Moved(r, dx, dy));
+        // Off every pallet in view, every step further is refused too.
+        if (!OnAPallet(dropped.front()))
+            break;
         const DropPreview landing = PreviewDrop(dropped, dx, dy);
         if (landing.Refused || landing.Landing.empty() || !further(landing.Landing.front()))
             continue;
