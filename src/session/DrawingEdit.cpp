@@ -522,9 +522,8 @@ std::vector<std::pair<double, double>> DrawingEdit::Positions(
 bool DrawingEdit::OnAPallet(const IntRect& r) const {
     const int32_t cx = r.Left + (r.Right - r.Left) / 2;
     const int32_t cy = r.Top + (r.Bottom - r.Top) / 2;
-    return std::any_of(d_.PalletRect.begin(), d_.PalletRect.end(), [&](const IntRect& slot) {
-        return cx >= slot.Left && cx <= slot.Right && cy >= slot.Top && cy <= slot.Bottom;
-    });
+    return std::any_of(d_.PalletRect.begin(), d_.PalletRect.end(),
+                       [&](const IntRect& slot) { return Contains(slot, cx, cy); });
 }
 
 std::optional<DropRefusal> DrawingEdit::DropBand(CKs_Haichi& engine, CKestoApp& job, Selection& sel,
@@ -598,11 +597,8 @@ std::optional<IntRect> DrawingEdit::ShownUnion(const std::vector<StackId>& stack
     for (const StackId id : stacks) {
         const HaichiInfo* h = StackOf(id);
         const std::optional<IntRect> r = h != nullptr ? d_.ScreenRect(*h) : std::nullopt;
-        if (!r)
-            continue;
-        all = !all ? *r
-                   : IntRect{std::min(all->Left, r->Left), std::min(all->Top, r->Top),
-                             std::max(all->Right, r->Right), std::max(all->Bottom, r->Bottom)};
+        if (r)
+            all = all ? Union(*all, *r) : *r;
     }
     return all;
 }

@@ -65,7 +65,7 @@ void TouchGesture::Cancel(Canvas& canvas) {
 bool TouchGesture::OnAStack(int32_t x, int32_t y) const {
     for (const HaichiInfo& h : app_.HaichiList) {
         const std::optional<IntRect> r = d_.ScreenRect(h);
-        if (r && x >= r->Left && x <= r->Right && y >= r->Top && y <= r->Bottom)
+        if (r && Contains(*r, x, y))
             return true;
     }
     return false;

@@ -24,10 +24,6 @@ IntRect Shifted(const IntRect& r, int32_t d) {
     return IntRect{r.Left + d, r.Top + d, r.Right + d, r.Bottom + d};
 }
 
-bool Inside(const IntRect& r, int32_t x, int32_t y) {
-    return r.Left <= x && x <= r.Right && r.Top <= y && y <= r.Bottom;
-}
-
 bool WithinBand(const IntRect& r, const IntRect& band) {
     return r.Left >= band.Left && r.Right <= band.Right && r.Top >= band.Top &&
            r.Bottom <= band.Bottom;
@@ -67,11 +63,6 @@ void PointHit(const HaichiInfo* record, const IntRect& r, int32_t x, int32_t y, 
     }
     previous.Record = picked;
     previous.Rect = pickRect;
-}
-
-IntRect Union(const IntRect& a, const IntRect& b) {
-    return IntRect{std::min(a.Left, b.Left), std::min(a.Top, b.Top), std::max(a.Right, b.Right),
-                   std::max(a.Bottom, b.Bottom)};
 }
 
 Rgb LayerColour(const colour::Palette& palette, int32_t k) {
@@ -124,7 +115,7 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
                 selection_.AddBandEntry(BandEntry{h.Id, *r});
             continue;
         }
-        if (!Inside(*r, x, y))
+        if (!Contains(*r, x, y))
             continue;
         PointHit(&h, *r, x, y, !shown_.Is3D(), previous, hit, pickRect);
         if (!shown_.Is3D())
@@ -132,7 +123,7 @@ void PalletDrawing::HitTest(int32_t x, int32_t y) {
         IntRect layer = *r;
         for (int32_t k = 2; k <= h.Pieces; ++k) {
             layer = Shifted(layer, -2);
-            if (Inside(layer, x, y))
+            if (Contains(layer, x, y))
                 PointHit(&h, layer, x, y, true, previous, hit, pickRect);
         }
     }
