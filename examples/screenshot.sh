@@ -1,7 +1,8 @@
 #!/bin/sh
 # Opens the sample job in the window without a display and saves a picture of each view:
 # main-flat.png, main-danmen.png, main-4pallet.png, main-2pallet.png, main-3d.png,
-# main-info.png (a stack picked) and main-drag.png (a stack carried, its landing shown), plus
+# main-info.png (a stack picked), main-drag.png (a stack carried, its landing shown) and
+# main-zoom.png (zoomed on a pick, the overview in the corner), plus
 # main.png (the window as it opens, FLAT).
 # Usage: sh examples/screenshot.sh [build folder] [language]   (default: build, the English
 #        sample, pictures in <build>/screenshots; language ja: examples/ja, in <build>/screenshots-ja)
@@ -19,7 +20,7 @@ mkdir -p "$SHOTS"
 limit=
 command -v timeout >/dev/null 2>&1 && limit="timeout 120"
 failed=0
-for view in flat danmen 4pallet 2pallet 3d info drag; do
+for view in flat danmen 4pallet 2pallet 3d info drag zoom; do
     shot=$SHOTS/main-$view.png
     rm -f "$shot"
     # shellcheck disable=SC2086 # the arguments are blank-separated tokens on purpose

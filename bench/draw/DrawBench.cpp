@@ -25,6 +25,7 @@
 #include "session/JobCheck.h"
 #include "view/DisplayList.h"
 #include "view/PalletDrawing.h"
+#include "view/ZoomWindow.h"
 
 namespace kesto {
 namespace {
@@ -205,17 +206,20 @@ class BenchAreaView : public DrawAreaView {
     bool repaint_;
 };
 
-// The stacks on view, the largest first: something to grab.
-std::vector<HaichiInfo*> ShownStacks(PalletDrawing& drawing) {
-    std::vector<HaichiInfo*> shown;
-    for (HaichiInfo& h : Job().App.HaichiList)
-        if (drawing.ScreenRect(h))
-            shown.push_back(&h);
-    return shown;
-}
-
 IntPoint Middle(const IntRect& r) {
     return {(r.Left + r.Right) / 2, (r.Top + r.Bottom) / 2};
+}
+
+// The stacks on view whose middle the operator sees, in list order: something to grab.
+std::vector<HaichiInfo*> ShownStacks(PalletDrawing& drawing) {
+    const IntRect& seen = drawing.Zoomed() ? drawing.PlanZone : drawing.Area();
+    std::vector<HaichiInfo*> shown;
+    for (HaichiInfo& h : Job().App.HaichiList) {
+        const std::optional<IntRect> r = drawing.ScreenRect(h);
+        if (r && Contains(seen, Middle(*r).X, Middle(*r).Y))
+            shown.push_back(&h);
+    }
+    return shown;
 }
 
 // The drawing of the largest job at the window's size, drawn once, and its mouse editing.
@@ -283,8 +287,53 @@ void BM_DragFrame(benchmark::State& state) {
     job.Shown.Set3D(true);
 }
 
+// The closest zoom on the middle of the first stack on view (FLAT); none when none is.
+std::optional<IntPoint> ZoomOnFirstStack(PlacedJob& job, PalletDrawing& drawing) {
+    const std::vector<HaichiInfo*> shown = ShownStacks(drawing);
+    if (shown.empty())
+        return std::nullopt;
+    const IntPoint at = Middle(*drawing.ScreenRect(*shown.front()));
+    const auto [x, y] = drawing.ScreenToWorld(at.X, at.Y);
+    job.Shown.SetZoom(WindowAround(drawing, x, y, at, kClosestScale));
+    DisplayList scratch;
+    drawing.SetUpView(scratch);
+    return at;
+}
+
+// One frame of a pan at the closest zoom in FLAT on the busiest pallet: the window moved a few
+// pixels, the whole picture laid out and painted again as the window repaints it.
+void BM_PanFrame(benchmark::State& state) {
+    PlacedJob& job = Job();
+    job.Shown.SetMode(PalletView::Flat);
+    job.Shown.Set3D(state.range(0) == 1);
+    QImage image(kWidth, kHeight, QImage::Format_RGB32);
+    PalletDrawing drawing(job.App, job.Shown, job.Messages);
+    drawing.SetArea({0, 0, kWidth, kHeight});
+    DisplayList scratch;
+    drawing.SetUpView(scratch);
+    const std::optional<IntPoint> at = ZoomOnFirstStack(job, drawing);
+    if (!at) {
+        state.SkipWithError("no stack on view");
+        return;
+    }
+    const auto [x, y] = drawing.ScreenToWorld(at->X, at->Y);
+    int32_t step = 0;
+    for (auto _ : state) {
+        step = (step + 7) % 300;
+        job.Shown.SetZoom(
+            WindowAround(drawing, x, y, {at->X + step, at->Y + step / 2}, kClosestScale));
+        QPainter painter(&image);
+        QtCanvas canvas(painter, job.Fonts);
+        drawing.Refresh(canvas);
+    }
+    CountShown(state, drawing);
+    job.Shown.SetZoom(std::nullopt);
+    job.Shown.Set3D(true);
+}
+
 // One mouse move of a drag with its landing worked out (the drop run on a copy of the job) on
-// the busiest process: FLAT (argument 0) and 4PALLET with 3D (argument 1).
+// the busiest process: FLAT (argument 0), 4PALLET with 3D (argument 1), FLAT at the closest
+// zoom on the stack dragged (argument 2).
 void BM_DragPreview(benchmark::State& state) {
     PlacedJob& job = Job();
     const bool four = state.range(0) == 1;
@@ -292,6 +341,10 @@ void BM_DragPreview(benchmark::State& state) {
     job.Shown.Set3D(four);
     job.Shown.SetHit(HitBy::Single);
     EditingBench bench(job);
+    if (state.range(0) == 2 && !ZoomOnFirstStack(job, bench.drawing)) {
+        state.SkipWithError("no stack on view");
+        return;
+    }
     if (!bench.GrabFirstStack()) {
         state.SkipWithError("no stack picked");
         return;
@@ -306,6 +359,7 @@ void BM_DragPreview(benchmark::State& state) {
     CountShown(state, bench.drawing);
     state.counters["landed"] = landed;
     bench.LetGo();
+    job.Shown.SetZoom(std::nullopt);
     job.Shown.SetHit(HitBy::Block);
     job.Shown.Set3D(true);
 }
@@ -442,9 +496,11 @@ BENCHMARK(BM_HighlightChange)
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_DragFrame)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Nudge)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PanFrame)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DragPreview)
     ->Arg(0)
     ->Arg(1)
+    ->Arg(2)
     ->Unit(benchmark::kMillisecond)
     ->Repetitions(5)
     ->ReportAggregatesOnly(true);

@@ -27,7 +27,10 @@ enum class Change : uint32_t {
     Selection = 1u << 14,  // the picks were dropped or are others
     History = 1u << 15,    // a step was recorded, taken back or done again
     Place = 1u << 16,      // a step was shown where it was taken: process, pallet, picks
+    Zoom = 1u << 17,       // the drawing zoomed, panned or back to the whole pallet
 };
+// The last change above, for those that go through them all.
+inline constexpr Change kLastChange = Change::Zoom;
 
 class ChangeSet {
   public:

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "app/Changes.h"
 #include "app/Codes.h"
@@ -17,16 +18,42 @@ class HostStore;
 // What a click in the drawing picks: the stack under it, or every stack of its block.
 enum class HitBy : uint8_t { Single, Block };
 
+// The part of the pallet a zoomed FLAT or DANMEN view shows, in pallet millimetres.
+struct WorldWindow {
+    double XMin = 0;
+    double XMax = 0;
+    double YMin = 0;
+    double YMax = 0;
+    bool operator==(const WorldWindow&) const = default;
+};
+
 class ViewState {
   public:
+    // Another view, process or pallet shows the whole pallet again.
     PalletView Mode() const { return mode_; }
-    ChangeSet SetMode(PalletView mode) { return Set(mode_, mode, Change::Mode); }
+    ChangeSet SetMode(PalletView mode) { return Unzoomed(Set(mode_, mode, Change::Mode)); }
     // 1-based position of the process in view in the schedule.
     int32_t Koutei() const { return koutei_; }
-    ChangeSet SetKoutei(int32_t position) { return Set(koutei_, position, Change::Koutei); }
+    ChangeSet SetKoutei(int32_t position) {
+        return Unzoomed(Set(koutei_, position, Change::Koutei));
+    }
     // The first pallet in view (1-based).
     int32_t Pallet() const { return pallet_; }
-    ChangeSet SetPallet(int32_t pallet) { return Set(pallet_, pallet, Change::Pallet); }
+    ChangeSet SetPallet(int32_t pallet) { return Unzoomed(Set(pallet_, pallet, Change::Pallet)); }
+    // The zoomed part of the pallet; none: the whole pallet. Only FLAT and DANMEN zoom, the
+    // other views keep none.
+    const std::optional<WorldWindow>& Zoom() const { return zoom_; }
+    ChangeSet SetZoom(const std::optional<WorldWindow>& window) {
+        const bool on = window.has_value() && Zoomable();
+        if (on == zoom_.has_value() && (!on || *zoom_ == *window))
+            return {};
+        if (on)
+            zoom_.emplace(*window);
+        else
+            zoom_.reset();
+        return Change::Zoom;
+    }
+    bool Zoomable() const { return mode_ == PalletView::Flat || mode_ == PalletView::Danmen; }
     // The code of the small box in view (100..198).
     int32_t Box() const { return box_; }
     ChangeSet SetBox(int32_t code) { return Set(box_, code, Change::Box); }
@@ -58,6 +85,12 @@ class ViewState {
         return change;
     }
 
+    ChangeSet Unzoomed(ChangeSet changed) {
+        if (changed)
+            changed |= SetZoom(std::nullopt);
+        return changed;
+    }
+
     PalletView mode_ = PalletView::Flat;
     int32_t koutei_ = 1;
     int32_t pallet_ = 1;
@@ -66,6 +99,7 @@ class ViewState {
     bool grid_ = false;
     HitBy hit_ = HitBy::Block;
     int32_t blockDraw_ = 0;
+    std::optional<WorldWindow> zoom_;
 };
 
 // The view's per-user values ("IsBlockDraw"); a missing value reads as 0.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
@@ -23,7 +24,7 @@ struct VerbWord {
     std::string_view Word;
 };
 
-constexpr std::array<VerbWord, 23> kVerbWords = {{
+constexpr std::array<VerbWord, 24> kVerbWords = {{
     {JournalVerb::Process, "process"},
     {JournalVerb::Pallet, "pallet"},
     {JournalVerb::View, "view"},
@@ -47,7 +48,11 @@ constexpr std::array<VerbWord, 23> kVerbWords = {{
     {JournalVerb::Ok, "ok"},
     {JournalVerb::Cancel, "cancel"},
     {JournalVerb::Area, "area"},
+    {JournalVerb::Window, "window"},
 }};
+
+constexpr std::string_view kFitWord = "fit";
+constexpr double kThousandths = 1000;
 
 constexpr std::array<std::pair<PalletView, std::string_view>, 4> kViewWords = {{
     {PalletView::Flat, "flat"},
@@ -100,6 +105,15 @@ void AddRect(std::string& text, const IntRect& rect) {
     AddNumber(text, rect.Bottom);
 }
 
+// Three decimals whatever the locale (the window's locale may write a comma).
+void AddMillimetres(std::string& text, double mm) {
+    std::array<char, 48> buffer{};
+    const auto [end, ec] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), mm,
+                                         std::chars_format::fixed, 3);
+    text += ' ';
+    text.append(buffer.data(), ec == std::errc() ? end : buffer.data());
+}
+
 void AddNumbers(std::string& text, const std::vector<int32_t>& numbers) {
     for (const int32_t number : numbers)
         AddNumber(text, number);
@@ -134,6 +148,16 @@ void AddArguments(std::string& text, const JournalCommand& command) {
         case JournalVerb::Area:
             AddNumber(text, command.ClientWidth);
             AddNumber(text, command.ClientHeight);
+            return;
+        case JournalVerb::Window:
+            if (!command.Window) {
+                text += ' ';
+                text += kFitWord;
+                return;
+            }
+            for (const double mm : {command.Window->XMin, command.Window->XMax,
+                                    command.Window->YMin, command.Window->YMax})
+                AddMillimetres(text, mm);
             return;
         case JournalVerb::Drop:
             AddNumber(text, command.ClientWidth);
@@ -256,6 +280,23 @@ class ArgumentReader {
         return true;
     }
 
+    // A millimetre written as decimals: an optional '-', digits, an optional fraction.
+    bool Millimetres(size_t at, double& mm) {
+        const std::string_view text = arguments_[at];
+        const char* first = text.data();
+        const char* last = text.data() + text.size();
+        const auto [end, ec] = std::from_chars(first, last, mm, std::chars_format::fixed);
+        const bool digitsOnly = std::all_of(
+            first, last, [](char c) { return (c >= '0' && c <= '9') || c == '.' || c == '-'; });
+        if (text.empty() || end != last || ec != std::errc() || !digitsOnly ||
+            !(std::fabs(mm) <= kJournalWindowMax)) {
+            why_ = "argument " + std::to_string(at + 1) + " of " + std::string(word_) +
+                   " is not a millimetre";
+            return false;
+        }
+        return true;
+    }
+
     bool Count(size_t wanted) {
         if (arguments_.size() == wanted)
             return true;
@@ -297,6 +338,7 @@ class ArgumentReader {
   private:
     bool ReadDrop(JournalCommand& command);
     bool ReadBandDrop(JournalCommand& command);
+    bool ReadWindow(JournalCommand& command);
 
     std::string_view word_;
     std::vector<std::string_view> arguments_;
@@ -339,6 +381,27 @@ bool ArgumentReader::ReadBandDrop(JournalCommand& command) {
     return Numbers(before + 1, arguments_.size(), command.Stacks);
 }
 
+bool ArgumentReader::ReadWindow(JournalCommand& command) {
+    if (arguments_.size() == 1 && arguments_[0] == kFitWord) {
+        command.Window.reset();
+        return true;
+    }
+    if (arguments_.size() != 4) {
+        why_ = "window needs fit or 4 millimetres";
+        return false;
+    }
+    WorldWindow w;
+    if (!Millimetres(0, w.XMin) || !Millimetres(1, w.XMax) || !Millimetres(2, w.YMin) ||
+        !Millimetres(3, w.YMax))
+        return false;
+    if (!(w.XMin < w.XMax) || !(w.YMin < w.YMax)) {
+        why_ = "window's minimum is not below its maximum";
+        return false;
+    }
+    command.Window = w;
+    return true;
+}
+
 bool ArgumentReader::Read(JournalCommand& command) {
     const JournalVerb verb = command.Verb;
     if (TakesNothing(verb))
@@ -367,6 +430,8 @@ bool ArgumentReader::Read(JournalCommand& command) {
             return ReadDrop(command);
         case JournalVerb::BandDrop:
             return ReadBandDrop(command);
+        case JournalVerb::Window:
+            return ReadWindow(command);
         default:
             why_ = "no rule for " + std::string(word_);
             return false;
@@ -558,6 +623,14 @@ bool IsCorrection(JournalVerb verb) {
         default:
             return false;
     }
+}
+
+WorldWindow JournalRounded(const WorldWindow& window) {
+    // A whole number of thousandths divided by 1000 is the double nearest that decimal, which
+    // is what reading the decimal back gives.
+    const auto round = [](double mm) { return std::round(mm * kThousandths) / kThousandths; };
+    return WorldWindow{round(window.XMin), round(window.XMax), round(window.YMin),
+                       round(window.YMax)};
 }
 
 std::string JournalWord(JournalVerb verb) {

@@ -29,6 +29,11 @@
 //                     a band moved by DX DY in a drawing of W x H pixels: each stack of the band
 //                     with its rectangle when it was pressed (at least one), then after a lone
 //                     '/' the stacks picked before (none or more)
+//   window XMIN XMAX YMIN YMAX
+//                     FLAT or DANMEN zoomed to that part of the pallet, in millimetres written
+//                     with three decimals (the window keeps them so rounded, so the replay
+//                     lays the drawing out as the operator saw it)
+//   window fit        the whole pallet again
 //   retry, auto, undo, redo, ok, cancel
 //
 // A line whose command word is none of these is read as unknown (a later version's command),
@@ -82,8 +87,15 @@ enum class JournalVerb {
     Cancel,
     // The drawing area's client size, written when it changes: the drawing is laid out anew at
     // each command, and a drop reads the cells of blocks laid out at earlier commands.
-    Area
+    Area,
+    Window,
 };
+
+// The largest millimetre a window line names; beyond it the line is malformed.
+inline constexpr double kJournalWindowMax = 1e7;
+// A window as the journal writes it: each edge rounded to a thousandth of a millimetre, the
+// value reading the line back gives.
+WorldWindow JournalRounded(const WorldWindow& window);
 
 // A stack of the band and where it was drawn when the band was pressed.
 struct BandEntryAtPress {
@@ -109,6 +121,7 @@ struct JournalCommand {
     // left's stacks, drop's picks in the order picked, banddrop's picks after '/'
     std::vector<int32_t> Stacks{};
     std::vector<BandEntryAtPress> Band{};  // banddrop's entries
+    std::optional<WorldWindow> Window{};   // window; none: fit
     bool operator==(const JournalCommand&) const = default;
 };
 

@@ -104,4 +104,13 @@ void QtCanvas::DrawLabel(LabelMode mode, const std::string& text, int32_t fontSl
     }
 }
 
+void QtCanvas::SetClip(const std::optional<IntRect>& clip) {
+    if (!clip) {
+        painter_.setClipping(false);
+        return;
+    }
+    painter_.setClipRect(
+        QRect(QPoint(clip->Left, clip->Top), QPoint(clip->Right - 1, clip->Bottom - 1)));
+}
+
 }  // namespace kesto

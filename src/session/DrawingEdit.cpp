@@ -320,7 +320,9 @@ bool DrawingEdit::AbandonDrag(Canvas& canvas) {
 
 bool DrawingEdit::InDrawingZone(int32_t x, int32_t y) const {
     const IntRect& a = d_.Area();
-    return !(y <= d_.CaptionHeight || y >= a.Bottom - 1 || x < 2 || x >= a.Right - 1);
+    // Zoomed, DANMEN's plan ends above the cross-section, where the pallet runs on unseen.
+    const int32_t bottom = d_.Zoomed() ? d_.PlanZone.Bottom : a.Bottom;
+    return !(y <= d_.CaptionHeight || y >= bottom - 1 || x < 2 || x >= a.Right - 1);
 }
 
 std::string DropRefusalText(DropRefusal why, const MessageTable& messages) {

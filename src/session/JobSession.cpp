@@ -154,9 +154,10 @@ ChangeSet JobSession::Retry() {
     RecordStep(step::kRetry);
     RereadJob();
     LoadAndPlace(PlacedCounts::Quantity, SavedPlacement::Restore, {});
+    const ChangeSet whole = shown_.SetZoom(std::nullopt);
     Journal({.Verb = JournalVerb::Retry});
     // The lists were filled as the job was placed; the all-parts dialog follows too.
-    return Change::Reloaded | Change::Parts | Change::History;
+    return Change::Reloaded | Change::Parts | Change::History | whole;
 }
 
 ChangeSet JobSession::Auto() {
@@ -166,9 +167,10 @@ ChangeSet JobSession::Auto() {
     const std::vector<int> keep = KeepTable();
     RereadJob();
     LoadAndPlace(PlacedCounts::Kept, SavedPlacement::Ignore, keep);
+    const ChangeSet whole = shown_.SetZoom(std::nullopt);
     Journal({.Verb = JournalVerb::Auto});
     // The lists were filled as the job was placed; the all-parts dialog keeps its lines.
-    return Change::Reloaded | Change::History;
+    return Change::Reloaded | Change::History | whole;
 }
 
 bool JobSession::PassesExitCheck() {
@@ -203,8 +205,13 @@ bool JobSession::Close() {
 }
 
 void JobSession::Journal(const JournalCommand& command) {
-    if (journal_ != nullptr)
-        journal_->Write(command);
+    if (journal_ == nullptr)
+        return;
+    // A command acts on the window the operator sees: a pan's window comes first.
+    if (windowUnwritten_ && command.Verb != JournalVerb::Window)
+        journal_->Write({.Verb = JournalVerb::Window, .Window = shown_.Zoom()});
+    windowUnwritten_ = false;
+    journal_->Write(command);
 }
 
 void JobSession::JournalSettings() {

@@ -82,6 +82,12 @@ class JobSession {
     ChangeSet Set3D(bool on);
     ChangeSet SetHit(HitBy hit);
     ChangeSet SwitchBlockDraw();
+    // FLAT or DANMEN zoomed to window (none: the whole pallet), rounded as the journal writes
+    // it, and written to the journal at once.
+    ChangeSet SetWindow(const std::optional<WorldWindow>& window);
+    // The same for each step of a pan or a pinch, whose window is written once, by the
+    // SetWindow that ends it or before the next command's line.
+    ChangeSet MoveWindow(const std::optional<WorldWindow>& window);
 
     // --- deciding commands ------------------------------------------------------------
     // The part of a list line: its Seq, in the current process unless anyKoutei.
@@ -200,6 +206,7 @@ class JobSession {
     const Selection* watched_ = nullptr;
     CommandJournal* journal_ = nullptr;
     std::pair<int32_t, int32_t> journaledArea_{};  // the client size written last, 0 x 0: none
+    bool windowUnwritten_ = false;                 // a pan or pinch moved the window
     LatestErrorCode errors_;
     bool ended_ = false;
     bool aborted_ = false;

@@ -247,6 +247,11 @@ std::optional<std::string> JournalReplay::Apply(const JournalCommand& c) {
             width_ = c.ClientWidth;
             height_ = c.ClientHeight;
             return std::nullopt;
+        case JournalVerb::Window:
+            if (c.Window && !shown.Zoomable())
+                return std::string("the view in force does not zoom");
+            session_.SetWindow(c.Window);
+            return std::nullopt;
         case JournalVerb::Drop:
         case JournalVerb::BandDrop:
             if (c.ClientWidth <= 0 || c.ClientHeight <= 0)

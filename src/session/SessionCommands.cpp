@@ -62,6 +62,23 @@ ChangeSet JobSession::ChooseView(PalletView mode) {
     return Change::Mode;
 }
 
+ChangeSet JobSession::SetWindow(const std::optional<WorldWindow>& window) {
+    const ChangeSet changed = MoveWindow(window);
+    if (changed || windowUnwritten_)
+        Journal({.Verb = JournalVerb::Window, .Window = shown_.Zoom()});
+    return changed;
+}
+
+ChangeSet JobSession::MoveWindow(const std::optional<WorldWindow>& window) {
+    std::optional<WorldWindow> rounded;
+    if (window)
+        rounded.emplace(JournalRounded(*window));
+    const ChangeSet changed = shown_.SetZoom(rounded);
+    if (changed)
+        windowUnwritten_ = true;
+    return changed;
+}
+
 ChangeSet JobSession::SetGrid(bool on) {
     const ChangeSet changed = shown_.SetGrid(on);
     Journal({.Verb = JournalVerb::Grid, .Value = on ? 1 : 0});

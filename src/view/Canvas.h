@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "app/CKestoApp.h"
@@ -61,6 +62,9 @@ class Canvas {
     // Right end a text too wide in an ellipsis), AtPoint uses at.
     virtual void DrawLabel(LabelMode mode, const std::string& text, int32_t fontSlot, IntPoint at,
                            const IntRect& rect, Rgb colour) = 0;
+    // What is drawn from now on shows only inside clip (none: everywhere). A zoomed pallet
+    // runs past its share of the area; the caption strip and the cross-section stay clear.
+    virtual void SetClip(const std::optional<IntRect>& clip) = 0;
 };
 
 // The pixel height of font slot n, 0 when the settings define no such font (n outside 0..4

@@ -58,7 +58,8 @@ constexpr Spoken kSpoken[] = {
     {"B-CAN", nullptr, "Ends the job as cancelled"},
     {"DRAWING", "Pallet drawing",
      "A click picks a stack and a drag moves it. Tab and Shift+Tab walk the stacks, the arrows "
-     "move the pick, Delete sets it aside, Escape lets a drag go"},
+     "move the pick, Delete sets it aside, Escape lets a drag go; +, - and Ctrl+wheel zoom, 0 "
+     "shows the whole pallet"},
     {"INFO-STRING", nullptr, "The picked stack's part: its pieces and stacks"},
     {"VIEW-STRING", nullptr, "The outline and size of the picked stack's part"},
 };

@@ -45,7 +45,7 @@ bool ParseFields(const std::string& line, std::array<int32_t, kFieldCount>& f, s
 }
 
 bool ValidFields(const std::array<int32_t, kFieldCount>& f) {
-    if (f[0] < 0 || f[0] > static_cast<int32_t>(PrimitiveKind::Label))
+    if (f[0] < 0 || f[0] > static_cast<int32_t>(PrimitiveKind::Clip))
         return false;
     for (size_t i = 9; i < 15; ++i) {
         if (!ValidColour(f[i]))
@@ -157,6 +157,14 @@ void DisplayList::DrawLabel(LabelMode mode, const std::string& text, int32_t fon
     items_.push_back(std::move(p));
 }
 
+void DisplayList::SetClip(const std::optional<IntRect>& clip) {
+    Primitive p;
+    p.Kind = PrimitiveKind::Clip;
+    p.Rect = clip.value_or(IntRect{});
+    p.Width = clip ? 1 : 0;
+    items_.push_back(std::move(p));
+}
+
 void DisplayList::Replay(Canvas& canvas) const {
     for (const Primitive& p : items_) {
         switch (p.Kind) {
@@ -171,6 +179,9 @@ void DisplayList::Replay(Canvas& canvas) const {
                 break;
             case PrimitiveKind::Label:
                 canvas.DrawLabel(p.Mode, p.Text, p.FontSlot, p.A, p.Rect, p.Pen);
+                break;
+            case PrimitiveKind::Clip:
+                canvas.SetClip(p.Width != 0 ? std::optional(p.Rect) : std::nullopt);
                 break;
         }
     }

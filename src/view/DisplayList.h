@@ -13,7 +13,8 @@
 
 namespace kesto {
 
-enum class PrimitiveKind : int32_t { Rectangle, Arc, Line, Label };
+// Clip: Rect clips what follows when Width is 1; Width 0 lifts the clip.
+enum class PrimitiveKind : int32_t { Rectangle, Arc, Line, Label, Clip };
 
 struct Primitive {
     PrimitiveKind Kind = PrimitiveKind::Rectangle;
@@ -44,6 +45,7 @@ class DisplayList : public Canvas {
                       int32_t width) override;
     void DrawLabel(LabelMode mode, const std::string& text, int32_t fontSlot, IntPoint at,
                    const IntRect& rect, Rgb colour) override;
+    void SetClip(const std::optional<IntRect>& clip) override;
 
     const std::vector<Primitive>& Items() const { return items_; }
     void Clear() { items_.clear(); }

@@ -44,6 +44,14 @@ void ClearView(PalletDrawing& d) {
     d.HalfW = d.HalfH = 0;
     d.SectionBase = d.SectionTop = 0;
     d.SectionScale = 0;
+    d.PlanZone = {};
+    d.WholeScale = 0;
+}
+
+// The plan's share of the area in FLAT and DANMEN, as CentredFrame centres the frame in it.
+IntRect PlanZoneOf(PalletView mode, int32_t cw, int32_t ch, int32_t cap) {
+    const int32_t bottom = mode == PalletView::Danmen ? (ch - cap) / 2 + cap : ch;
+    return IntRect{0, cap, cw, bottom};
 }
 
 void SetWorldWindow(PalletDrawing& d, PalletView mode, double w, double l) {
@@ -134,8 +142,11 @@ void LayOutFlat(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, const Ar
 void LayOutDanmen(PalletDrawing& d, Canvas& canvas, const CKestoApp& app, const AreaSize& a,
                   const IntRect& frame) {
     SlotFrame(d, canvas, app, 0, frame);
-    d.SectionBase = frame.Bottom;
+    // A zoomed plan runs past its share; the section starts below the share then.
+    d.SectionBase = d.Zoomed() ? std::min(frame.Bottom, d.PlanZone.Bottom) : frame.Bottom;
+    d.ClipToPlan(canvas, false);
     SectionBand(d, canvas, frame, a.Height);
+    d.ClipToPlan(canvas, true);
     d.SectionTop = TruncToPixel(0.95 * a.Height);
     PlaceCaption(d, 0, IntRect{0, 0, a.Width, a.Caption});
 }
@@ -243,6 +254,7 @@ void PalletDrawing::ClearArea(Canvas& canvas) {
 
 void PalletDrawing::SetUpView(Canvas& canvas) {
     ClearView(*this);
+    zoomed_ = false;
     const PalletView mode = shown_.Mode();
     const PalletInfo* pallet = FindViewPallet();
     if (pallet == nullptr || !IsKnownMode(mode))
@@ -257,10 +269,20 @@ void PalletDrawing::SetUpView(Canvas& canvas) {
     const IntPoint a = WorldToScreen(0, 0);
     const IntPoint b = WorldToScreen(w, l);
     const AreaSize area{area_.Right - area_.Left, area_.Bottom - area_.Top, CaptionHeight};
-    const IntRect frame = CentredFrame(*this, mode, area.Width, area.Height, b.X - a.X, a.Y - b.Y);
+    IntRect frame = CentredFrame(*this, mode, area.Width, area.Height, b.X - a.X, a.Y - b.Y);
     SetCaptionTexts(*this, app_, messages_);
     OriginDX = frame.Left - a.X;
     OriginDY = frame.Top - b.Y;
+    if (shown_.Zoomable()) {
+        PlanZone = PlanZoneOf(mode, area.Width, area.Height, CaptionHeight);
+        const double mx = kMarginShare * w;
+        const double my = kMarginShare * l;
+        WholeWindow = WorldWindow{-mx, w + mx, -my, l + my};
+        WholeScale = Scale;
+        if (shown_.Zoom())
+            frame = ZoomInto(*shown_.Zoom());
+    }
+    ClipToPlan(canvas, true);
     if (mode == PalletView::Flat)
         LayOutFlat(*this, canvas, app_, area, frame);
     else if (mode == PalletView::Danmen)
@@ -270,6 +292,7 @@ void PalletDrawing::SetUpView(Canvas& canvas) {
     else
         LayOutTwoPallet(*this, canvas, app_, area, frame);
     DrawBlocks(canvas);
+    ClipToPlan(canvas, false);
     const int32_t font = LabelFontSlot();
     if (mode == PalletView::Danmen) {
         HeightLimit(*this, canvas, app_, font, LabelGap(*this, app_, font), frame);
@@ -280,6 +303,30 @@ void PalletDrawing::SetUpView(Canvas& canvas) {
         if (app_.Settings.PalletCount >= 2)
             HeightLimit(*this, canvas, app_, font, gap, Shifted(frame, HalfW, 0));
     }
+}
+
+IntRect PalletDrawing::ZoomInto(const WorldWindow& window) {
+    XMin = window.XMin, XMax = window.XMax, YMin = window.YMin, YMax = window.YMax;
+    const int32_t zoneWidth = PlanZone.Right - PlanZone.Left;
+    const int32_t zoneHeight = PlanZone.Bottom - PlanZone.Top;
+    if (zoneWidth <= 0 || zoneHeight <= 0)
+        return {};
+    Scale = std::max((XMax - XMin) / zoneWidth, (YMax - YMin) / zoneHeight);
+    zoomed_ = true;
+    OriginDX = PlanZone.Left + TruncToPixel((zoneWidth - (XMax - XMin) / Scale) / 2);
+    OriginDY = PlanZone.Top + TruncToPixel((zoneHeight - (YMax - YMin) / Scale) / 2);
+    const IntPoint a = WorldToScreen(0, 0);
+    const IntPoint b = WorldToScreen(ViewPallet.LengthX, ViewPallet.LengthY);
+    return IntRect{a.X + OriginDX, b.Y + OriginDY, b.X + OriginDX, a.Y + OriginDY};
+}
+
+std::pair<double, double> PalletDrawing::ScreenToWorld(int32_t x, int32_t y) const {
+    return {XMin + (x - OriginDX) * Scale, YMax - (y - OriginDY) * Scale};
+}
+
+void PalletDrawing::ClipToPlan(Canvas& canvas, bool on) const {
+    if (zoomed_)
+        canvas.SetClip(on ? std::optional(PlanZone) : std::nullopt);
 }
 
 const PalletInfo* PalletDrawing::FindViewPallet() {

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "app/CKestoApp.h"
@@ -80,6 +81,12 @@ class PalletDrawing {
     int32_t SectionTop = 0;   // y of the top of the cross-section band; 0 without a section
     double SectionScale = 0;  // millimetres per pixel on the section's vertical axis
     std::array<PalletCaption, 4> Captions;  // slots 1..4 (controls 1045, 1048, 1046, 1047)
+    // FLAT and DANMEN: the plan's share of the area (below the captions; in DANMEN above the
+    // cross-section), the world window that shows the whole pallet there and its scale. A zoom
+    // shows its window in the same share.
+    IntRect PlanZone{};
+    WorldWindow WholeWindow{};
+    double WholeScale = 0;
     // Each block's cell on the screen by block index, as DrawBlocks last found it; a block
     // off the view keeps the cell it had. The drops measure against them.
     std::vector<IntRect> BlockRects;
@@ -100,6 +107,13 @@ class PalletDrawing {
     void ComputeScale();
     // World millimetres to pixels, before the origin and slot offsets are added.
     IntPoint WorldToScreen(double x, double y) const;
+    // The world millimetres of a pixel of the first slot, the origin taken away.
+    std::pair<double, double> ScreenToWorld(int32_t x, int32_t y) const;
+    // The last set-up laid out a zoomed window (FLAT or DANMEN only).
+    bool Zoomed() const { return zoomed_; }
+    // What is drawn next stays within the plan's share (on) or not (off); only a zoomed view
+    // needs it, so nothing is drawn otherwise.
+    void ClipToPlan(Canvas& canvas, bool on) const;
     // Draws the block cells of every shown slot (when the view draws them), stores each block's
     // cell in BlockRects, then the grid marks and rack lines.
     void DrawBlocks(Canvas& canvas);
@@ -141,6 +155,9 @@ class PalletDrawing {
     // colour of its own.
     void ShadeOutsideZone(Canvas& canvas, const Slot& slot,
                           const std::vector<int32_t>& blocks) const;
+    // The zoomed window in place of the whole pallet's: its scale and its origin, centred in
+    // the plan's share. Returns the first slot's frame.
+    IntRect ZoomInto(const WorldWindow& window);
     // The first pallet named by the current process's Name2; null when there is none.
     const PalletInfo* FindViewPallet();
     // The stack label font: the first field of "DRAW-STRING".
@@ -150,6 +167,8 @@ class PalletDrawing {
     // The parts of DrawBlocks after the cells (grid marks only with the grid on).
     void DrawGridMarks(Canvas& canvas) const;
     void DrawRackLines(Canvas& canvas) const;
+    // Every stack on the view in the mode's colours (DrawParts but the hit test).
+    void DrawStacks(Canvas& canvas, DrawMode mode);
     // The side view of the stacks in the cross-section band (DrawParts with DrawMode::All).
     void DrawSection(Canvas& canvas) const;
     // The record's tag centred on rect, in the largest font it fits there in.
@@ -160,6 +179,7 @@ class PalletDrawing {
     const MessageTable& messages_;
     const colour::Palette& palette_;
     IntRect area_;
+    bool zoomed_ = false;
     const StackTags* tags_ = nullptr;
     Selection selection_;
 };

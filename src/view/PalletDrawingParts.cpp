@@ -100,7 +100,9 @@ Rgb MarkColour(const PartsInfo& part, Rgb colour, const colour::Palette& palette
 }
 
 void PalletDrawing::HitTest(int32_t x, int32_t y) {
-    if (app_.HaichiList.Empty())
+    // Zoomed, what runs past the plan is not shown and so not hit by a point.
+    if (app_.HaichiList.Empty() ||
+        (zoomed_ && selection_.Band() != BandState::InForce && !Contains(PlanZone, x, y)))
         return;
     Candidate previous;
     // A point test that hits nothing keeps the pick before.
@@ -252,15 +254,24 @@ IntRect DrawLayers(const PalletDrawing& d, Canvas& canvas, const CKestoApp& app,
 }  // namespace
 
 void PalletDrawing::DrawParts(Canvas& canvas, DrawMode mode, int32_t x, int32_t y) {
+    ClipToPlan(canvas, true);
     if (mode == DrawMode::HitTest) {
         HitTest(x, y);
-        DrawOffsetLines(canvas);
-        return;
+    } else if (!app_.HaichiList.Empty()) {
+        DrawStacks(canvas, mode);
+        const bool section =
+            shown_.Mode() == PalletView::Danmen || shown_.Mode() == PalletView::TwoPallet;
+        if (mode == DrawMode::All && section) {
+            ClipToPlan(canvas, false);
+            DrawSection(canvas);
+            ClipToPlan(canvas, true);
+        }
     }
-    if (app_.HaichiList.Empty()) {
-        DrawOffsetLines(canvas);
-        return;
-    }
+    DrawOffsetLines(canvas);
+    ClipToPlan(canvas, false);
+}
+
+void PalletDrawing::DrawStacks(Canvas& canvas, DrawMode mode) {
     const int32_t font = LabelFontSlot();
     for (const HaichiInfo& h : app_.HaichiList) {
         const std::optional<IntRect> r = ScreenRect(h);
@@ -276,11 +287,6 @@ void PalletDrawing::DrawParts(Canvas& canvas, DrawMode mode, int32_t x, int32_t 
             shown_.Is3D() ? DrawLayers(*this, canvas, app_, mode, h, *r, drawn) : *r;
         DrawPartLabel(canvas, top, h, font);
     }
-    const bool section =
-        shown_.Mode() == PalletView::Danmen || shown_.Mode() == PalletView::TwoPallet;
-    if (mode == DrawMode::All && section)
-        DrawSection(canvas);
-    DrawOffsetLines(canvas);
 }
 
 void PalletDrawing::DrawSection(Canvas& canvas) const {

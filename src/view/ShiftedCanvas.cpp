@@ -21,6 +21,10 @@ void ShiftedCanvas::DrawLabel(LabelMode mode, const std::string& text, int32_t f
     target_.DrawLabel(mode, text, fontSlot, Shift(at), Shift(rect), colour);
 }
 
+void ShiftedCanvas::SetClip(const std::optional<IntRect>& clip) {
+    target_.SetClip(clip ? std::optional(Shift(*clip)) : std::nullopt);
+}
+
 IntRect ShiftedCanvas::Shift(const IntRect& r) const {
     return {r.Left + dx_, r.Top + dy_, r.Right + dx_, r.Bottom + dy_};
 }

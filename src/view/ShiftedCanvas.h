@@ -15,6 +15,7 @@ class ShiftedCanvas : public Canvas {
                       int32_t width) override;
     void DrawLabel(LabelMode mode, const std::string& text, int32_t fontSlot, IntPoint at,
                    const IntRect& rect, Rgb colour) override;
+    void SetClip(const std::optional<IntRect>& clip) override;
 
   private:
     IntRect Shift(const IntRect& r) const;

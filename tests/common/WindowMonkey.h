@@ -1,5 +1,6 @@
-// A random operator on a window: clicks, drags and Shift-clicks in the drawing, key presses,
-// buttons, list lines, the sheet-count dialog, Ctrl+Z and Ctrl+Y, Retry and Auto, from a seed;
+// A random operator on a window: clicks, drags and Shift-clicks in the drawing, zooms and pans,
+// key presses, buttons, list lines, the sheet-count dialog, Ctrl+Z and Ctrl+Y, Retry and Auto,
+// from a seed;
 // and the job's invariants after each of its steps. The window's questions are answered by the
 // job's recording operator.
 #pragma once
@@ -10,6 +11,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QTimer>
+#include <QWheelEvent>
 #include <QtTest/QTest>
 #include <cstdint>
 #include <iterator>
@@ -61,6 +63,7 @@ class WindowMonkey : private RandomOperator {
             {4, [this] { UndoOrRedo(); }},
             {3, [this] { ChoosePallet(); }},
             {3, [this] { Sort(); }},
+            {4, [this] { Zoom(); }},
             {1, [this] { Reload(); }},
         });
     }
@@ -115,6 +118,22 @@ class WindowMonkey : private RandomOperator {
         }
         QTest::mouseRelease(&Area(), Qt::LeftButton, {}, at);
         moves_ += Positions() != before ? 1 : 0;
+    }
+
+    // The wheel turned with Ctrl held, in or out, or the view dragged with the middle button.
+    void Zoom() {
+        const QPoint at = SomePoint();
+        if (Chance(70)) {
+            const int eighths = 120 * Uniform(-2, 3);
+            QWheelEvent wheel(at, Area().mapToGlobal(at), QPoint(), QPoint(0, eighths),
+                              Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(&Area(), &wheel);
+            return;
+        }
+        QTest::mousePress(&Area(), Qt::MiddleButton, {}, at);
+        const QPoint to = SomePoint();
+        QTest::mouseMove(&Area(), to);
+        QTest::mouseRelease(&Area(), Qt::MiddleButton, {}, to);
     }
 
     void PressButton() {

@@ -268,6 +268,18 @@ class XServer {
         XTestFakeButtonEvent(display_, 1, down ? True : False, CurrentTime);
         XSync(display_, False);
     }
+    // Notches of the wheel at (x, y), closer (up) or farther, with Control held.
+    void CtrlWheel(int x, int y, int notches, bool up) const {
+        MoveTo(x, y);
+        const KeyCode control = XKeysymToKeycode(display_, XK_Control_L);
+        XTestFakeKeyEvent(display_, control, True, CurrentTime);
+        for (int i = 0; i < notches; ++i) {
+            XTestFakeButtonEvent(display_, up ? 4 : 5, True, CurrentTime);
+            XTestFakeButtonEvent(display_, up ? 4 : 5, False, CurrentTime);
+        }
+        XTestFakeKeyEvent(display_, control, False, CurrentTime);
+        XSync(display_, False);
+    }
     void Click(int x, int y) const {
         MoveTo(x, y);
         Button(true);

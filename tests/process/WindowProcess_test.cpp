@@ -1,8 +1,9 @@
 // The window as its operators run it: `kesto` started as a process on the sample installation
 // and on the largest generated job, on Qt's offscreen platform and on an X server of each
 // ordinary screen size, with and without a window manager. After start-up and after an
-// operator's session of real input events it must go quiet (CPU and memory at rest), cover
-// the screen, answer every command within half a second, and end with OK and its files.
+// operator's session of real input events (a zoomed drag and drop among them) it must go quiet
+// (CPU and memory at rest), cover the screen, answer every command within half a second, and
+// end with OK and its files.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -69,6 +70,19 @@ void OperatorSession(test::Operator& op, test::XServer& x) {
             x.MoveTo(stack->first + 8 * i, stack->second + 5 * i);
     });
     op.ExpectAnswer("drop", {stack->first + 48, stack->second + 30}, [&] { x.Button(false); });
+    // Three notches closer over the stack, a drag and drop there, three notches back out.
+    op.ExpectAnswer("zoom", *stack, [&] { x.CtrlWheel(stack->first, stack->second, 3, true); });
+    const auto zoomed = op.StackPoint(colour::kPartNormal);
+    ASSERT_TRUE(zoomed.has_value()) << "no stack in the zoomed drawing";
+    op.ExpectAnswer("zoomed drag", *zoomed, [&] {
+        x.Button(true);
+        for (int i = 1; i <= 6; ++i)
+            x.MoveTo(zoomed->first - 10 * i, zoomed->second + 6 * i);
+    });
+    op.ExpectAnswer("zoomed drop", {zoomed->first - 60, zoomed->second + 36},
+                    [&] { x.Button(false); });
+    op.ExpectAnswer("whole pallet", *zoomed,
+                    [&] { x.CtrlWheel(zoomed->first, zoomed->second, 3, false); });
     op.Click("Info shown", kInfoButton);
     op.Click("Info hidden", kInfoButton);
     const auto again = op.StackPoint(colour::kPartNormal);

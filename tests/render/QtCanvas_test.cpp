@@ -223,5 +223,23 @@ TEST(QtCanvas, LabelTextIsInTheTextColourOnATransparentBackground) {
     EXPECT_EQ(At(p.image, 9, 9), (Rgb{69, 79, 122}));
 }
 
+// A clip keeps what is drawn inside its pixels Left..Right-1 x Top..Bottom-1; lifted, the
+// whole image is drawn on again.
+TEST(QtCanvas, ClipKeepsDrawingInsideItsRectangleUntilLifted) {
+    Painted p;
+    p.Paint([](Canvas& c) {
+        c.SetClip(IntRect{20, 30, 60, 50});
+        c.FillRectangle({0, 0, 200, 120}, kBlue, kBlue);
+        c.SetClip(std::nullopt);
+        c.FillRectangle({100, 100, 110, 110}, kRed, kRed);
+    });
+    EXPECT_EQ(At(p.image, 20, 30), kBlue);
+    EXPECT_EQ(At(p.image, 59, 49), kBlue);
+    EXPECT_EQ(At(p.image, 60, 49), kWhite);
+    EXPECT_EQ(At(p.image, 59, 50), kWhite);
+    EXPECT_EQ(At(p.image, 19, 30), kWhite);
+    EXPECT_EQ(At(p.image, 105, 105), kRed);
+}
+
 }  // namespace
 }  // namespace kesto

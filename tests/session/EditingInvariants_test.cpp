@@ -6,6 +6,7 @@
 // KESTO_EDIT_STEPS sets the steps of each run (default 1200) and adds runs on a larger job.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <map>
@@ -22,6 +23,7 @@
 #include "rules/ListLines.h"
 #include "rules/MaiChoice.h"
 #include "session/DrawingEdit.h"
+#include "session/ViewZoom.h"
 
 namespace kesto::test {
 namespace {
@@ -49,6 +51,7 @@ struct PreviewTally {
     int Refused = 0;
     int BandDrags = 0;
     int FreeMoves = 0;
+    int Zoomed = 0;  // releases made on a zoomed view
     std::set<PalletView> Views;
 };
 
@@ -98,6 +101,7 @@ class EditRun : private RandomOperator {
     void Band();
     void SwitchDirect();
     void SwitchView();
+    void Zoom();
     void Left();
     void Right();
     void Down();
@@ -115,6 +119,7 @@ class EditRun : private RandomOperator {
     PalletDrawing drawing_{app_, shown_, svc_.Messages};
     RecordingDrawAreaView view_{drawing_};
     DrawingEdit edit_{app_, svc_.Get(), drawing_, view_};
+    ViewZoom zoom_{session_, drawing_};
     DisplayList canvas_;
     bool freeMoves_ = false;
     bool started_ = false;
@@ -131,9 +136,12 @@ std::vector<std::pair<double, double>> Positions(const CKestoApp& app) {
 }
 
 IntPoint EditRun::StackPoint() {
+    // Zoomed, a stack whose middle runs past the plan is not under the operator's hand.
+    const IntRect seen = drawing_.Zoomed() ? drawing_.PlanZone : drawing_.Area();
     std::vector<IntRect> shown;
     for (const HaichiInfo& h : app_.HaichiList) {
-        if (const std::optional<IntRect> r = drawing_.ScreenRect(h))
+        const std::optional<IntRect> r = drawing_.ScreenRect(h);
+        if (r && Contains(seen, (r->Left + r->Right) / 2, (r->Top + r->Bottom) / 2))
             shown.push_back(*r);
     }
     if (shown.empty())
@@ -230,6 +238,7 @@ std::string EditRun::PreviewedDrag() {
     previewed_.Refused += refused ? 1 : 0;
     previewed_.BandDrags += band && edit_.DragAnchor != kNoStack ? 1 : 0;
     previewed_.FreeMoves += app_.Settings.IsDirect.IsOne() ? 1 : 0;
+    previewed_.Zoomed += drawing_.Zoomed() ? 1 : 0;
     previewed_.Views.insert(shown_.Mode());
     return SameAsPreview(app_, landed);
 }
@@ -242,6 +251,7 @@ std::string EditRun::RandomPreviewStep() {
         {8, [this] { Pick(); }},
         {6, [this] { SwitchDirect(); }},
         {8, [this] { SwitchView(); }},
+        {12, [this] { Zoom(); }},
         {3, [this] { Left(); }},
         {3, [this] { Right(); }},
         {1, [this] { Reload(); }},
@@ -282,6 +292,30 @@ void EditRun::SwitchView() {
     shown_.SetHit(Uniform(0, 1) == 1 ? HitBy::Block : HitBy::Single);
     log_.push_back("view " + std::to_string(static_cast<int32_t>(shown_.Mode())) + " pallet " +
                    std::to_string(shown_.Pallet()) + " koutei " + std::to_string(shown_.Koutei()));
+    view_.Refresh();
+}
+
+// Closer or farther about a point, a pan, or the whole pallet again, as the wheel, the middle
+// button and 0 make them; the picks and a band in force stay.
+void EditRun::Zoom() {
+    const IntPoint at = AnyPoint();
+    const int kind = Uniform(0, 3);
+    if (kind <= 1) {
+        const double factor = std::pow(kZoomStep, Chance(25) ? -1 : Uniform(1, 8));
+        log_.push_back("zoom " + std::to_string(factor) + " at " + std::to_string(at.X) + "," +
+                       std::to_string(at.Y));
+        zoom_.ZoomBy(factor, at);
+    } else if (kind == 2) {
+        const IntPoint to{at.X + Uniform(-300, 300), at.Y + Uniform(-300, 300)};
+        log_.push_back("pan " + std::to_string(at.X) + "," + std::to_string(at.Y) + " -> " +
+                       std::to_string(to.X) + "," + std::to_string(to.Y));
+        zoom_.Begin(at);
+        zoom_.Follow(to);
+        zoom_.End();
+    } else {
+        log_.push_back("whole pallet");
+        zoom_.Whole();
+    }
     view_.Refresh();
 }
 
@@ -354,6 +388,7 @@ void EditRun::RandomStep() {
         {8, [this] { Band(); }},
         {4, [this] { SwitchDirect(); }},
         {6, [this] { SwitchView(); }},
+        {3, [this] { Zoom(); }},
         {5, [this] { Left(); }},
         {5, [this] { Right(); }},
         {2, [this] { Down(); }},
@@ -540,7 +575,7 @@ TEST(EditingInvariants, EveryReleaseLandsWhereItsDragShowedIt) {
     for (const uint32_t seed : {111u, 222u, 333u}) {
         EditRun run(Seeded(SampleLikeJobShape(), seed), true);
         ASSERT_TRUE(run.Started());
-        for (int i = 0; i < 900; ++i) {
+        for (int i = 0; i < 1100; ++i) {
             const std::string bad = run.RandomPreviewStep();
             ASSERT_TRUE(bad.empty()) << "seed " << seed << ": " << bad << "\n"
                                      << LastSteps(run.Log());
@@ -550,6 +585,7 @@ TEST(EditingInvariants, EveryReleaseLandsWhereItsDragShowedIt) {
         total.Refused += t.Refused;
         total.BandDrags += t.BandDrags;
         total.FreeMoves += t.FreeMoves;
+        total.Zoomed += t.Zoomed;
         total.Views.insert(t.Views.begin(), t.Views.end());
     }
     EXPECT_GE(total.Releases, 1000);
@@ -558,6 +594,8 @@ TEST(EditingInvariants, EveryReleaseLandsWhereItsDragShowedIt) {
     EXPECT_GT(total.BandDrags, 0);
     EXPECT_GT(total.FreeMoves, 0);
     EXPECT_LT(total.FreeMoves, total.Releases);
+    EXPECT_GT(total.Zoomed, 100);
+    EXPECT_LT(total.Zoomed, total.Releases);
     EXPECT_EQ(total.Views.size(), 4u);
 }
 

@@ -134,6 +134,37 @@ TEST(CKestoDlgKeys, TheArrowsMoveThePickToTheNextCornerThatWay) {
     EXPECT_DOUBLE_EQ(w.StackNo(0).X, 370);
 }
 
+// + is a step of 1.25 closer (0.8 mm a pixel: a window 864 mm wide on the 1080-pixel plan), -
+// a step back, which reaches the whole pallet; 0 is the whole pallet from any zoom.
+TEST(CKestoDlgKeys, PlusMinusAndZeroZoomTheDrawing) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    FocusDrawing(w);
+    Press(w, Qt::Key_Plus);
+    ASSERT_TRUE(w.Shown().Zoom().has_value());
+    EXPECT_NEAR(w.Shown().Zoom()->XMax - w.Shown().Zoom()->XMin, 864, 1e-9);
+    EXPECT_NEAR(w.Drawing().Scale, 0.8, 1e-9);
+    Press(w, Qt::Key_Minus);
+    EXPECT_FALSE(w.Shown().Zoom().has_value());
+    Press(w, Qt::Key_Plus);
+    Press(w, Qt::Key_Plus);
+    EXPECT_NEAR(w.Drawing().Scale, 0.64, 1e-9);
+    Press(w, Qt::Key_0);
+    EXPECT_FALSE(w.Shown().Zoom().has_value());
+    EXPECT_DOUBLE_EQ(w.Drawing().Scale, 1);
+    EXPECT_TRUE(w.Area().hasFocus());
+}
+
+// In 4PALLET the keys change nothing.
+TEST(CKestoDlgKeys, FourPalletsDoNotZoom) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::mouseClick(w.Button("B-PALLET4"), Qt::LeftButton);
+    FocusDrawing(w);
+    Press(w, Qt::Key_Plus);
+    EXPECT_FALSE(w.Shown().Zoom().has_value());
+}
+
 TEST(CKestoDlgKeys, DeleteSetsThePickAside) {
     EditingWindow w;
     ASSERT_TRUE(w.opened);

@@ -483,5 +483,148 @@ TEST(CKs_DrawArea, ALongPressOnAStackIsAShiftClick) {
     EXPECT_EQ(w.Picture(back->Left + 2, back->Top + 2), colour::kPicked);
 }
 
+// --- zoom and pan, on the job of common/EditingWindow.h -----------------------------------------
+// The whole pallet shows a millimetre a pixel, (x, y) at (x + 40, 868 - y); the plan's share is
+// (0, 36)-(1080, 900), the whole window x -40..1040, y -32..832.
+
+void Wheel(CKs_DrawArea& area, QPoint at, int eighths, Qt::KeyboardModifiers keys) {
+    QWheelEvent wheel(at, area.mapToGlobal(at), QPoint(), QPoint(0, eighths), Qt::NoButton, keys,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&area, &wheel);
+}
+
+// One notch closer at (400, 468), which shows (360, 400): 0.8 mm a pixel, the window starting
+// 400 pixels to the left and 432 above, x 40..904, y 745.6 - 691.2 = 54.4..745.6.
+constexpr WorldWindow kOneNotch{40, 904, 54.4, 745.6};
+
+TEST(CKs_DrawArea, CtrlAndTheWheelZoomAboutThePointer) {
+    test::EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    // A1's front stack near its left front corner, (640, 68) in millimetres.
+    const Rgb stack = w.Picture(680, 800);
+    const Rgb caption = w.Picture(500, 10);
+    Wheel(w.Area(), {400, 468}, 120, Qt::NoModifier);
+    EXPECT_FALSE(w.Shown().Zoom().has_value());
+    Wheel(w.Area(), {400, 468}, 120, Qt::ControlModifier);
+    ASSERT_EQ(w.Shown().Zoom(), kOneNotch);
+    // (640, 68) is now at ((640 - 40) / 0.8, (745.6 - 68) / 0.8 + 36) = (750, 883).
+    EXPECT_EQ(w.Picture(750, 883), stack);
+    // (300, 400), in the cell clear of the stacks, is at (325, 468).
+    EXPECT_NE(w.Picture(325, 468), stack);
+    // The pallet runs past the plan, not over the caption strip.
+    EXPECT_EQ(w.Picture(500, 10), caption);
+    // A notch back is the whole pallet again.
+    Wheel(w.Area(), {400, 468}, -120, Qt::ControlModifier);
+    EXPECT_FALSE(w.Shown().Zoom().has_value());
+    EXPECT_EQ(w.Picture(680, 800), stack);
+}
+
+TEST(CKs_DrawArea, TheMiddleButtonPansAndNothingIsPicked) {
+    test::EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    Wheel(w.Area(), {400, 468}, 120, Qt::ControlModifier);
+    QTest::mousePress(&w.Area(), Qt::MiddleButton, {}, QPoint(750, 800));
+    QTest::mouseMove(&w.Area(), QPoint(700, 800));
+    QTest::mouseMove(&w.Area(), QPoint(650, 800));
+    QTest::mouseRelease(&w.Area(), Qt::MiddleButton, {}, QPoint(650, 800));
+    // 100 pixels to the left are 80 mm: x 120..984.
+    ASSERT_TRUE(w.Shown().Zoom().has_value());
+    EXPECT_DOUBLE_EQ(w.Shown().Zoom()->XMin, 120);
+    EXPECT_DOUBLE_EQ(w.Shown().Zoom()->XMax, 984);
+    EXPECT_DOUBLE_EQ(w.Shown().Zoom()->YMin, 54.4);
+    EXPECT_EQ(w.Drawing().Selected().Picked(), kNoStack);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
+}
+
+TEST(CKs_DrawArea, TheLeftButtonPansWhileTheSpaceBarIsHeld) {
+    test::EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    Wheel(w.Area(), {400, 468}, 120, Qt::ControlModifier);
+    // On A1's front stack: with the space bar held it is not dragged, the view is.
+    QTest::keyPress(&w.Area(), Qt::Key_Space);
+    w.Drag(QPoint(750, 800), QPoint(750, 700));
+    QTest::keyRelease(&w.Area(), Qt::Key_Space);
+    ASSERT_TRUE(w.Shown().Zoom().has_value());
+    // 100 pixels up are 80 mm: the window goes down, y -25.6..665.6.
+    EXPECT_NEAR(w.Shown().Zoom()->YMin, -25.6, 1e-9);
+    EXPECT_NEAR(w.Shown().Zoom()->YMax, 665.6, 1e-9);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
+    EXPECT_DOUBLE_EQ(w.StackNo(0).Y, 50);
+    // Let go of the space bar, the left button picks again.
+    w.Click(QPoint(750, 800));
+    EXPECT_EQ(w.Drawing().Selected().Picked(), w.StackNo(0).Id);
+}
+
+TEST(CKs_DrawArea, ADoubleClickOnTheBackgroundShowsTheWholePallet) {
+    test::EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    Wheel(w.Area(), {400, 468}, 120, Qt::ControlModifier);
+    // On a stack it is two clicks: the stack is picked and the zoom stays.
+    QTest::mouseDClick(&w.Area(), Qt::LeftButton, {}, QPoint(750, 800));
+    EXPECT_TRUE(w.Shown().Zoom().has_value());
+    EXPECT_EQ(w.Drawing().Selected().Picked(), w.StackNo(0).Id);
+    QTest::mouseDClick(&w.Area(), Qt::LeftButton, {}, QPoint(300, 300));
+    EXPECT_FALSE(w.Shown().Zoom().has_value());
+    EXPECT_DOUBLE_EQ(w.StackNo(0).X, 950);
+}
+
+// Fingers at (300, 300) and (500, 300), their centre showing (360, 568), drawn apart to (200,
+// 300) and (600, 300): twice the spread, 0.5 mm a pixel about the centre, x 160..700, y
+// 268..700.
+TEST(CKs_DrawArea, TwoFingersPinchToZoom) {
+    test::EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    QTest::touchEvent(&w.Area(), TouchScreen()).press(0, QPoint(300, 300));
+    QTest::touchEvent(&w.Area(), TouchScreen())
+        .move(0, QPoint(300, 300))
+        .press(1, QPoint(500, 300));
+    QTest::touchEvent(&w.Area(), TouchScreen()).move(0, QPoint(250, 300)).move(1, QPoint(550, 300));
+    QTest::touchEvent(&w.Area(), TouchScreen()).move(0, QPoint(200, 300)).move(1, QPoint(600, 300));
+    QTest::touchEvent(&w.Area(), TouchScreen())
+        .release(0, QPoint(200, 300))
+        .release(1, QPoint(600, 300));
+    EXPECT_EQ(w.Shown().Zoom(), (WorldWindow{160, 700, 268, 700}));
+    EXPECT_EQ(w.Drawing().Selected().Picked(), kNoStack);
+    EXPECT_TRUE(w.Area().DragImage().empty());
+}
+
+// Two fingers moved together pan: 100 pixels to the right at 0.8 mm a pixel, x -40..824.
+TEST(CKs_DrawArea, TwoFingersMovedTogetherPan) {
+    test::EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    Wheel(w.Area(), {400, 468}, 120, Qt::ControlModifier);
+    QTest::touchEvent(&w.Area(), TouchScreen()).press(0, QPoint(300, 300));
+    QTest::touchEvent(&w.Area(), TouchScreen())
+        .move(0, QPoint(300, 300))
+        .press(1, QPoint(500, 300));
+    QTest::touchEvent(&w.Area(), TouchScreen()).move(0, QPoint(400, 300)).move(1, QPoint(600, 300));
+    QTest::touchEvent(&w.Area(), TouchScreen())
+        .release(0, QPoint(400, 300))
+        .release(1, QPoint(600, 300));
+    ASSERT_TRUE(w.Shown().Zoom().has_value());
+    EXPECT_DOUBLE_EQ(w.Shown().Zoom()->XMin, -40);
+    EXPECT_DOUBLE_EQ(w.Shown().Zoom()->XMax, 824);
+    EXPECT_DOUBLE_EQ(w.Shown().Zoom()->YMax, 745.6);
+}
+
+// The overview, 160 x 128 pixels for the whole window's 1080 x 864 mm, 8 from the plan's
+// corner: (912, 764)-(1072, 892), 6.75 mm a pixel. One notch closer it outlines x 40..904 from
+// 912 + 11 = 923 to 912 + 139 = 1051, y 745.6..54.4 from 764 + 12 = 776 to 764 + 115 = 879.
+TEST(CKs_DrawArea, AZoomedViewShowsWhereItIsInTheOverview) {
+    test::EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    const Rgb outline{0, 0, 160};
+    EXPECT_NE(w.Seen(923, 830), outline);
+    Wheel(w.Area(), {400, 468}, 120, Qt::ControlModifier);
+    EXPECT_EQ(w.Seen(923, 830), outline);
+    EXPECT_EQ(w.Seen(1051, 830), outline);
+    EXPECT_EQ(w.Seen(990, 776), outline);
+    EXPECT_EQ(w.Seen(990, 879), outline);
+    // Inside the outline the pallet in small, outside it the card.
+    EXPECT_NE(w.Seen(990, 830), outline);
+    // The overview is drawn over the picture, never into it.
+    EXPECT_NE(w.Picture(923, 830), outline);
+}
+
 }  // namespace
 }  // namespace kesto

@@ -117,5 +117,9 @@ TEST(ScreenViews, SampleJobWithAStackDraggedToItsLandingMatchesItsGoldenImage) {
     ExpectMatchesGolden(ScreenView::Drag);
 }
 
+TEST(ScreenViews, SampleJobZoomedOnAPickMatchesItsGoldenImage) {
+    ExpectMatchesGolden(ScreenView::Zoom);
+}
+
 }  // namespace
 }  // namespace kesto

@@ -179,5 +179,22 @@ TEST(DisplayList, ClearForgetsEverything) {
     EXPECT_TRUE(list.Items().empty());
 }
 
+TEST(DisplayList, AClipAndItsLiftingRoundTripAndReplay) {
+    DisplayList list;
+    list.SetClip(IntRect{0, 36, 1080, 900});
+    list.FillRectangle({-500, 0, 3000, 2000}, Rgb{1, 2, 3}, Rgb{4, 5, 6});
+    list.SetClip(std::nullopt);
+    ASSERT_EQ(list.Items().size(), 3U);
+    EXPECT_EQ(list.Items()[0].Kind, PrimitiveKind::Clip);
+    EXPECT_EQ(list.Items()[0].Width, 1);
+    EXPECT_EQ(list.Items()[2].Width, 0);
+    const std::optional<DisplayList> back = RoundTrip(list);
+    ASSERT_TRUE(back.has_value());
+    EXPECT_EQ(back->Items(), list.Items());
+    DisplayList replayed;
+    list.Replay(replayed);
+    EXPECT_EQ(replayed.Items(), list.Items());
+}
+
 }  // namespace
 }  // namespace kesto

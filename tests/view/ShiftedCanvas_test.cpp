@@ -24,5 +24,16 @@ TEST(ShiftedCanvas, MovesEveryPrimitiveByItsOffset) {
     EXPECT_EQ(target.Items(), expected.Items());
 }
 
+TEST(ShiftedCanvas, MovesAClipByItsOffsetAndLiftsItAsIs) {
+    DisplayList target;
+    ShiftedCanvas shifted(target, 30, -5);
+    shifted.SetClip(IntRect{0, 10, 100, 50});
+    shifted.SetClip(std::nullopt);
+    DisplayList expected;
+    expected.SetClip(IntRect{30, 5, 130, 45});
+    expected.SetClip(std::nullopt);
+    EXPECT_EQ(target.Items(), expected.Items());
+}
+
 }  // namespace
 }  // namespace kesto

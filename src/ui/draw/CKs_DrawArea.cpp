@@ -1,12 +1,15 @@
 #include "ui/draw/CKs_DrawArea.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleHints>
 #include <QTimer>
 #include <QTouchEvent>
+#include <QWheelEvent>
+#include <cmath>
 
 #include "render/TextCodec.h"
 #include "session/DrawingEdit.h"
@@ -25,6 +28,27 @@ constexpr int kStatusMargin = 4;
 // The landing's footprints: a light wash and a line of the landing colour.
 constexpr int kLandingFillAlpha = 90;
 constexpr int kLandingWidth = 2;
+// A wheel notch is 120 eighths of a degree; a finer wheel zooms in smaller steps.
+constexpr double kWheelNotch = 120;
+// The overview: a light card, the pallet in its frame colour, the part shown outlined.
+constexpr Rgb kOverviewCard{255, 255, 255};
+constexpr int kOverviewCardAlpha = 210;
+constexpr Rgb kOverviewShown{0, 0, 160};
+constexpr int kOverviewShownWidth = 2;
+
+IntPoint Centre(const QPointF& a, const QPointF& b) {
+    const QPoint c = ((a + b) / 2).toPoint();
+    return IntPoint{c.x(), c.y()};
+}
+
+IntPoint At(const QMouseEvent& event) {
+    const QPoint p = event.position().toPoint();
+    return IntPoint{p.x(), p.y()};
+}
+
+double Spread(const QPointF& a, const QPointF& b) {
+    return std::hypot(a.x() - b.x(), a.y() - b.y());
+}
 
 }  // namespace
 
@@ -168,6 +192,65 @@ void CKs_DrawArea::SetEditing(DrawingEdit* editing) {
         editing != nullptr ? std::make_unique<TouchGesture>(*editing, app_, drawing_) : nullptr;
 }
 
+void CKs_DrawArea::SetZoom(ViewZoom* zoom, std::function<void(ChangeSet)> present) {
+    zoom_ = zoom;
+    present_ = std::move(present);
+}
+
+bool CKs_DrawArea::CanZoom() const {
+    return zoom_ != nullptr && (editing_ == nullptr || !editing_->DragInProgress());
+}
+
+void CKs_DrawArea::Zoomed(ChangeSet changed) {
+    if (changed && present_)
+        present_(changed);
+}
+
+bool CKs_DrawArea::OnBackground(const QPoint& at) const {
+    for (const HaichiInfo& h : app_.HaichiList) {
+        const std::optional<IntRect> r = drawing_.ScreenRect(h);
+        if (r && Contains(*r, at.x(), at.y()))
+            return false;
+    }
+    return true;
+}
+
+bool CKs_DrawArea::Pinch(const QTouchEvent& touch) {
+    const QEvent::Type type = touch.type();
+    const QList<QEventPoint>& points = touch.points();
+
+    int held = 0;
+    for (const QEventPoint& p : points)
+        held += p.state() != QEventPoint::Released ? 1 : 0;
+    if (pinching_) {
+        if (held >= 2 && type == QEvent::TouchUpdate) {
+            const double spread = Spread(points[0].position(), points[1].position());
+            if (pinchSpread_ > 0 && spread > 0)
+                Zoomed(zoom_->Follow(Centre(points[0].position(), points[1].position()),
+                                     spread / pinchSpread_));
+        } else {
+            pinching_ = false;
+            pinchEnded_ = true;
+            Zoomed(zoom_->End());
+        }
+    } else if (held >= 2 && CanZoom() && points.size() >= 2) {
+        // A drag the first finger began is let go; the two fingers zoom from here.
+        EditStep([this](DrawingEdit&, Canvas& canvas) { touch_->Cancel(canvas); });
+        hold_->stop();
+        pinching_ = true;
+        pinchSpread_ = Spread(points[0].position(), points[1].position());
+        zoom_->Begin(Centre(points[0].position(), points[1].position()));
+    }
+    if (type == QEvent::TouchEnd || type == QEvent::TouchCancel) {
+        const bool was = pinching_ || pinchEnded_;
+        if (pinching_)
+            Zoomed(zoom_->End());
+        pinching_ = pinchEnded_ = false;
+        return was;
+    }
+    return pinching_ || pinchEnded_;
+}
+
 bool CKs_DrawArea::event(QEvent* event) {
     const QEvent::Type type = event->type();
     if (type != QEvent::TouchBegin && type != QEvent::TouchUpdate && type != QEvent::TouchEnd &&
@@ -176,6 +259,10 @@ bool CKs_DrawArea::event(QEvent* event) {
     if (touch_ == nullptr)
         return false;
     const auto* touch = static_cast<QTouchEvent*>(event);
+    if (zoom_ != nullptr && Pinch(*touch)) {
+        event->accept();
+        return true;
+    }
     const QList<QEventPoint>& points = touch->points();
     const bool oneFinger = points.size() == 1 && type != QEvent::TouchCancel;
     const QPoint at = points.isEmpty() ? QPoint() : points.first().position().toPoint();
@@ -200,6 +287,17 @@ bool CKs_DrawArea::event(QEvent* event) {
 }
 
 void CKs_DrawArea::mousePressEvent(QMouseEvent* event) {
+    const bool pan =
+        event->button() == Qt::MiddleButton || (event->button() == Qt::LeftButton && spaceHeld_);
+    if (pan && CanZoom() && panButton_ == Qt::NoButton) {
+        zoom_->Begin(At(*event));
+        panButton_ = event->button();
+        setCursor(Qt::ClosedHandCursor);
+        event->accept();
+        return;
+    }
+    if (panButton_ != Qt::NoButton)
+        return;
     if (editing_ == nullptr || event->button() != Qt::LeftButton) {
         ImagePanel::mousePressEvent(event);
         return;
@@ -210,6 +308,10 @@ void CKs_DrawArea::mousePressEvent(QMouseEvent* event) {
 }
 
 void CKs_DrawArea::mouseMoveEvent(QMouseEvent* event) {
+    if (panButton_ != Qt::NoButton) {
+        Zoomed(zoom_->Follow(At(*event)));
+        return;
+    }
     if (editing_ == nullptr) {
         ImagePanel::mouseMoveEvent(event);
         return;
@@ -223,6 +325,14 @@ void CKs_DrawArea::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void CKs_DrawArea::mouseReleaseEvent(QMouseEvent* event) {
+    if (panButton_ != Qt::NoButton) {
+        if (event->button() == panButton_) {
+            panButton_ = Qt::NoButton;
+            setCursor(spaceHeld_ ? Qt::OpenHandCursor : Qt::ArrowCursor);
+            Zoomed(zoom_->End());
+        }
+        return;
+    }
     if (editing_ == nullptr || event->button() != Qt::LeftButton) {
         ImagePanel::mouseReleaseEvent(event);
         return;
@@ -231,13 +341,69 @@ void CKs_DrawArea::mouseReleaseEvent(QMouseEvent* event) {
     EditStep([&](DrawingEdit& edit, Canvas& canvas) { edit.Release(canvas, at.x(), at.y()); });
 }
 
+void CKs_DrawArea::mouseDoubleClickEvent(QMouseEvent* event) {
+    // On the background a double click shows the whole pallet; on a stack it is a press. The
+    // second press has begun a rubber band there, which the double click lets go.
+    if (event->button() == Qt::LeftButton && !spaceHeld_ && zoom_ != nullptr &&
+        editing_ != nullptr && drawing_.Shown().Zoom() &&
+        OnBackground(event->position().toPoint())) {
+        EditStep([](DrawingEdit& edit, Canvas& canvas) { edit.AbandonDrag(canvas); });
+        Zoomed(zoom_->Whole());
+        event->accept();
+        return;
+    }
+    ImagePanel::mouseDoubleClickEvent(event);
+}
+
+void CKs_DrawArea::wheelEvent(QWheelEvent* event) {
+    if (!event->modifiers().testFlag(Qt::ControlModifier) || !CanZoom()) {
+        ImagePanel::wheelEvent(event);
+        return;
+    }
+    const double notches = event->angleDelta().y() / kWheelNotch;
+    const QPoint at = event->position().toPoint();
+    Zoomed(zoom_->ZoomBy(std::pow(kZoomStep, notches), IntPoint{at.x(), at.y()}));
+    event->accept();
+}
+
+void CKs_DrawArea::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space || zoom_ == nullptr) {
+        ImagePanel::keyPressEvent(event);
+        return;
+    }
+    // Held, the space bar makes the left button pan.
+    if (!event->isAutoRepeat() && !spaceHeld_) {
+        spaceHeld_ = true;
+        if (panButton_ == Qt::NoButton)
+            setCursor(Qt::OpenHandCursor);
+    }
+    event->accept();
+}
+
+void CKs_DrawArea::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space || zoom_ == nullptr) {
+        ImagePanel::keyReleaseEvent(event);
+        return;
+    }
+    if (!event->isAutoRepeat()) {
+        spaceHeld_ = false;
+        if (panButton_ == Qt::NoButton)
+            setCursor(Qt::ArrowCursor);
+    }
+    event->accept();
+}
+
 void CKs_DrawArea::paintEvent(QPaintEvent* event) {
     ImagePanel::paintEvent(event);
     const std::vector<IntRect>& outlines =
         dragImage_.empty() && refusedShown_ ? refused_ : dragImage_;
-    if (outlines.empty())
+    const std::optional<OverviewMap> overview = Overview(drawing_);
+    if (outlines.empty() && !overview)
         return;
     QPainter painter(this);
+    DrawOverview(painter);
+    if (outlines.empty())
+        return;
     if (!dragImage_.empty())
         DrawLanding(painter);
     // A red line in a white border: it stands out on the pallet, on stacks of every colour and
@@ -267,6 +433,32 @@ void CKs_DrawArea::DrawLanding(QPainter& painter) const {
     for (const IntRect& r : landing_->Landing)
         painter.fillRect(QRect(QPoint(r.Left, r.Top), QPoint(r.Right, r.Bottom)), fill);
     DrawOutlines(painter, landing_->Landing, c, kLandingWidth);
+}
+
+void CKs_DrawArea::DrawOverview(QPainter& painter) const {
+    const std::optional<OverviewMap> map = Overview(drawing_);
+    if (!map)
+        return;
+    const auto rect = [](const IntRect& r) {
+        return QRect(QPoint(r.Left, r.Top), QPoint(r.Right - 1, r.Bottom - 1));
+    };
+    QColor card(kOverviewCard.R, kOverviewCard.G, kOverviewCard.B);
+    card.setAlpha(kOverviewCardAlpha);
+    painter.fillRect(rect(map->Whole), card);
+    // The pallet itself inside its margins, as the whole view draws it.
+    const WorldWindow& all = drawing_.WholeWindow;
+    const double mmPerPixel = (all.XMax - all.XMin) / (map->Whole.Right - map->Whole.Left);
+    const Rgb frame = drawing_.Colours().PalletFrame;
+    const int32_t left = map->Whole.Left + TruncToPixel(-all.XMin / mmPerPixel);
+    const int32_t top =
+        map->Whole.Top + TruncToPixel((all.YMax - drawing_.ViewPallet.LengthY) / mmPerPixel);
+    painter.fillRect(QRect(left, top, TruncToPixel(drawing_.ViewPallet.LengthX / mmPerPixel),
+                           TruncToPixel(drawing_.ViewPallet.LengthY / mmPerPixel)),
+                     QColor(frame.R, frame.G, frame.B));
+    painter.setPen(QPen(Qt::black, 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect(map->Whole));
+    DrawOutlines(painter, {map->Shown}, kOverviewShown, kOverviewShownWidth);
 }
 
 void CKs_DrawArea::DrawOutlines(QPainter& painter, const std::vector<IntRect>& rects, Rgb colour,

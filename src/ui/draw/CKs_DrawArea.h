@@ -14,6 +14,7 @@
 #include "render/FontTable.h"
 #include "session/DrawingEdit.h"
 #include "session/TouchGesture.h"
+#include "session/ViewZoom.h"
 #include "support/MessageFile.h"
 #include "ui/draw/ImagePanel.h"
 #include "view/DisplayList.h"
@@ -22,6 +23,7 @@
 class QLabel;
 
 class QPainter;
+class QTouchEvent;
 class QTimer;
 
 namespace kesto {
@@ -61,6 +63,12 @@ class CKs_DrawArea : public ImagePanel {
     // The editing that the left mouse button and one finger drive; none until the main window
     // connects it.
     void SetEditing(DrawingEdit* editing);
+    // The zoom and pan that the wheel with Ctrl, the middle button, the space bar with the left
+    // button, a double click on the background and two fingers drive; present shows what
+    // each step changed. None until the main window connects it.
+    void SetZoom(ViewZoom* zoom, std::function<void(ChangeSet)> present);
+    // A pan or a pinch is under way.
+    bool Panning() const { return zoom_ != nullptr && zoom_->Following(); }
     // The drag image (or the rubber band): drawn over the picture, never into it, so taking it
     // away leaves the picture as it was.
     void ShowDragImage(const std::vector<IntRect>& rects);
@@ -86,15 +94,28 @@ class CKs_DrawArea : public ImagePanel {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     // Touch: one finger through TouchGesture; a second finger lets a drag go.
     bool event(QEvent* event) override;
     static void DrawOutlines(QPainter& painter, const std::vector<IntRect>& rects, Rgb colour,
                              int width);
     void DrawLanding(QPainter& painter) const;
+    // The overview of a zoomed view, in the plan's corner.
+    void DrawOverview(QPainter& painter) const;
 
   private:
     void ShowCaptions();
+    // Zoom steps are not taken while the left button carries a drag.
+    bool CanZoom() const;
+    void Zoomed(ChangeSet changed);
+    // Two fingers on the drawing: a pinch that zooms and pans; false when it is not one.
+    bool Pinch(const QTouchEvent& touch);
+    // No stack is drawn at the point.
+    bool OnBackground(const QPoint& at) const;
     // One mouse step of the editing. What it draws is kept and painted on the picture after
     // it, so that a Refresh in the middle of the step starts a fresh picture.
     void EditStep(const std::function<void(DrawingEdit&, Canvas&)>& step);
@@ -118,6 +139,13 @@ class CKs_DrawArea : public ImagePanel {
     QLabel* status_ = nullptr;
     DisplayList stepDrawing_;
     bool inStep_ = false;
+    ViewZoom* zoom_ = nullptr;
+    std::function<void(ChangeSet)> present_;
+    Qt::MouseButton panButton_ = Qt::NoButton;  // the button of a pan under way
+    bool spaceHeld_ = false;
+    bool pinching_ = false;    // two fingers are zooming
+    bool pinchEnded_ = false;  // the fingers left after a pinch count for nothing more
+    double pinchSpread_ = 0;   // the fingers' distance when the pinch began
 };
 
 }  // namespace kesto

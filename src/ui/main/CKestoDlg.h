@@ -18,6 +18,7 @@
 #include "rules/SmallBoxPages.h"
 #include "session/DrawingEdit.h"
 #include "session/JobSession.h"
+#include "session/ViewZoom.h"
 #include "ui/dialogs/ShortTipItem.h"
 #include "view/Controls.h"
 #include "view/MainLayout.h"
@@ -167,6 +168,9 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     void NameControls();
     // A key pressed in the drawing; true when it was taken.
     bool DrawingKey(QKeyEvent* event);
+    // + (or =), - and 0 in FLAT and DANMEN: closer, farther, the whole pallet; none for
+    // another key, or during a drag or a pan.
+    std::optional<ChangeSet> ZoomKey(int key);
     // The stacks on the drawing, pallet by pallet in view, each pallet's as the sheet lists
     // them.
     std::vector<const HaichiInfo*> StacksInView() const;
@@ -246,6 +250,7 @@ class CKestoDlg : public QDialog, private SessionView, private DrawAreaView {
     bool ended_ = false;
     int endCode_ = 0;
     std::unique_ptr<DrawingEdit> editing_;
+    std::unique_ptr<ViewZoom> zoom_;
     std::function<void()> whenShown_;
     QAction* undoAction_ = nullptr;
     QAction* redoAction_ = nullptr;

@@ -29,6 +29,8 @@ void CKestoDlg::ConnectEditing() {
     DrawAreaView& view = *this;
     editing_ = std::make_unique<DrawingEdit>(app_, session_.Svc(), drawArea_->Drawing(), view);
     drawArea_->SetEditing(editing_.get());
+    zoom_ = std::make_unique<ViewZoom>(session_, drawArea_->Drawing());
+    drawArea_->SetZoom(zoom_.get(), [this](ChangeSet changed) { Present(changed); });
     // Drops and the other corrections become steps that Ctrl+Z takes back.
     editing_->RecordStepsIn(&session_);
     session_.WatchSelection(&drawArea_->Drawing().Selected());

@@ -2,6 +2,7 @@
 // arrows move the pick to the next landing that way, Delete sets the pick aside. And what the
 // controls tell a screen reader, for those who work by keys.
 #include <QAction>
+#include <QCursor>
 #include <QKeyEvent>
 #include <algorithm>
 
@@ -73,6 +74,10 @@ void CKestoDlg::keyPressEvent(QKeyEvent* event) {
 bool CKestoDlg::DrawingKey(QKeyEvent* event) {
     if ((event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) != 0)
         return false;
+    if (const std::optional<ChangeSet> zoomed = ZoomKey(event->key())) {
+        Present(*zoomed);
+        return true;
+    }
     if (event->key() == Qt::Key_Backtab ||
         (event->key() == Qt::Key_Tab && event->modifiers().testFlag(Qt::ShiftModifier)))
         return WalkStacks(false);
@@ -85,6 +90,19 @@ bool CKestoDlg::DrawingKey(QKeyEvent* event) {
         }
     }
     return false;
+}
+
+std::optional<ChangeSet> CKestoDlg::ZoomKey(int key) {
+    const bool closer = key == Qt::Key_Plus || key == Qt::Key_Equal;
+    const bool farther = key == Qt::Key_Minus;
+    if ((!closer && !farther && key != Qt::Key_0) || editing_->DragInProgress() ||
+        drawArea_->Panning())
+        return std::nullopt;
+    if (key == Qt::Key_0)
+        return zoom_->Whole();
+    // About the pointer when it is over the drawing, else about the plan's centre.
+    const QPoint at = drawArea_->mapFromGlobal(QCursor::pos());
+    return zoom_->ZoomBy(closer ? kZoomStep : 1 / kZoomStep, IntPoint{at.x(), at.y()});
 }
 
 std::vector<const HaichiInfo*> CKestoDlg::StacksInView() const {

@@ -17,7 +17,7 @@ namespace {
 // The changes the drawing is drawn again for.
 constexpr ChangeSet kDrawingChanges = Change::Koutei | Change::Pallet | Change::Mode |
                                       Change::Display | Change::BlockCells | Change::Stacks |
-                                      Change::Reloaded | Change::Place;
+                                      Change::Reloaded | Change::Place | Change::Zoom;
 // The changes the all-parts dialog is filled again for: its lines and the parts in view.
 constexpr ChangeSet kPartsAllChanges = Change::Koutei | Change::Pallet | Change::Mode |
                                        Change::Parts | Change::SetAsideParts | Change::Place;
@@ -31,7 +31,7 @@ void CKestoDlg::ShowWholeJob() {
     ApplyLayout();
     // Every change but a reload: the lists are filled again, and the picks the journal left stay.
     ChangeSet everything;
-    for (uint32_t bit = 1; bit <= static_cast<uint32_t>(Change::Place); bit <<= 1) {
+    for (uint32_t bit = 1; bit <= static_cast<uint32_t>(kLastChange); bit <<= 1) {
         if (static_cast<Change>(bit) != Change::Reloaded)
             everything |= static_cast<Change>(bit);
     }
@@ -111,7 +111,7 @@ void CKestoDlg::PresentDrawing(ChangeSet changed) {
         // With outlines shown the highlight is drawn even without a pick.
         if (drawArea_->Drawing().Selected().Picked() != kNoStack || app_.Settings.IsDirect.IsOne())
             drawArea_->DrawParts(DrawMode::Highlight);
-    } else if (changed.Any(Change::Mode | Change::Place)) {
+    } else if (changed.Any(Change::Mode | Change::Place | Change::Zoom)) {
         DrawHitDisplay();
     }
     if (viewChosen && shown_.Mode() != PalletView::Flat && partsAllState_ == Visibility::Shown)

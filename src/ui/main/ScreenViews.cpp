@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QListWidget>
 #include <QMouseEvent>
+#include <QWheelEvent>
 #include <algorithm>
 #include <vector>
 
@@ -27,7 +28,7 @@ constexpr NamedView kNames[] = {
     {ScreenView::Flat, "flat"},          {ScreenView::Danmen, "danmen"},
     {ScreenView::FourPallet, "4pallet"}, {ScreenView::TwoPallet, "2pallet"},
     {ScreenView::ThreeD, "3d"},          {ScreenView::Info, "info"},
-    {ScreenView::Drag, "drag"},
+    {ScreenView::Drag, "drag"},          {ScreenView::Zoom, "zoom"},
 };
 
 void Click(CKestoDlg& dialog, ControlId id) {
@@ -81,6 +82,25 @@ void PickStack(CKestoDlg& dialog) {
     area.DrawParts(DrawMode::Highlight);
     dialog.PartsInfoPanel()->Refresh();
     dialog.PartsViewPanel()->ShowSize(record->Part->SizeX, record->Part->SizeY);
+}
+
+// Notches of the wheel turned closer, with Ctrl held, over the pick.
+constexpr int kZoomNotches = 4;
+constexpr int kWheelNotch = 120;
+
+void ZoomOnThePick(CKestoDlg& dialog) {
+    CKs_DrawArea& area = *dialog.DrawArea();
+    const HaichiInfo* picked = area.Drawing().PickedStack();
+    const std::optional<IntRect> r =
+        picked != nullptr ? area.Drawing().ScreenRect(*picked) : std::nullopt;
+    if (!r)
+        return;
+    const QPointF at((r->Left + r->Right) / 2, (r->Top + r->Bottom) / 2);
+    for (int i = 0; i < kZoomNotches; ++i) {
+        QWheelEvent wheel(at, area.mapToGlobal(at), QPoint(), QPoint(0, kWheelNotch), Qt::NoButton,
+                          Qt::ControlModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&area, &wheel);
+    }
 }
 
 // The left button as the operator uses it: pressed, or held while moving.
@@ -178,6 +198,12 @@ void ShowScreenView(CKestoDlg& dialog, ScreenView view) {
             Click(dialog, kFlatButton);
             Click(dialog, kHitSingle);
             DragToALanding(dialog);
+            break;
+        case ScreenView::Zoom:
+            SelectProcess(dialog, kFullestProcessRow);
+            Click(dialog, kFlatButton);
+            PickStack(dialog);
+            ZoomOnThePick(dialog);
             break;
     }
 }

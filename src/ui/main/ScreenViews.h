@@ -9,13 +9,13 @@ namespace kesto {
 
 class CKestoDlg;
 
-enum class ScreenView { Flat, Danmen, FourPallet, TwoPallet, ThreeD, Info, Drag };
+enum class ScreenView { Flat, Danmen, FourPallet, TwoPallet, ThreeD, Info, Drag, Zoom };
 
 inline constexpr ScreenView kScreenViews[] = {
     ScreenView::Flat,   ScreenView::Danmen, ScreenView::FourPallet, ScreenView::TwoPallet,
-    ScreenView::ThreeD, ScreenView::Info,   ScreenView::Drag};
+    ScreenView::ThreeD, ScreenView::Info,   ScreenView::Drag,       ScreenView::Zoom};
 
-// "flat", "danmen", "4pallet", "2pallet", "3d", "info", "drag".
+// "flat", "danmen", "4pallet", "2pallet", "3d", "info", "drag", "zoom".
 const char* ScreenViewName(ScreenView view);
 std::optional<ScreenView> ScreenViewByName(std::string_view name);
 
@@ -24,7 +24,9 @@ std::optional<ScreenView> ScreenViewByName(std::string_view name);
 // with 3D on; info: a stack of a part with several stacks picked, highlighted, described in
 // the information panel and its size in the part view; drag: in FLAT, the smallest stack on
 // view picked alone and carried, the button held, to the nearest point where the drawing shows
-// it would land clear of where it stands.
+// it would land clear of where it stands; zoom: the third process in FLAT, a stack picked as
+// for info and the wheel turned four notches closer with Ctrl held over it, the overview in
+// the corner.
 void ShowScreenView(CKestoDlg& dialog, ScreenView view);
 
 }  // namespace kesto
