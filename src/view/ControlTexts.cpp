@@ -64,9 +64,43 @@ constexpr Spoken kSpoken[] = {
     {"VIEW-STRING", nullptr, "The outline and size of the picked stack's part"},
 };
 
-// The value's text, none when the file has no text for it or keeps the built-in caption.
-std::string Own(const MessageTable& messages, const std::string& key) {
-    const std::string text = TextOr(messages, kSection, key, "");
+struct DialogSpoken {
+    const char* Section;
+    const char* Key;   // the control's object name
+    const char* Word;  // null for a button, whose caption is its name
+    const char* Description;
+};
+
+constexpr DialogSpoken kDialogSpoken[] = {
+    {"MaihenDlg", "PartsName", "Part", "The part whose sheet count is changed"},
+    {"MaihenDlg", "MaiSet", "Sheet count", "Sheets a stack takes: type a count or take a button's"},
+    {"MaihenDlg", "BTKAI", nullptr, "As many sheets as the stacking height allows"},
+    {"MaihenDlg", "BT1", nullptr, "The fewest stacks, filled evenly"},
+    {"MaihenDlg", "BT2", nullptr, "The quantity over twice the part's stacks"},
+    {"MaihenDlg", "BT3", nullptr, "The quantity over three times the part's stacks"},
+    {"MaihenDlg", "BT4", nullptr, "The quantity over four times the part's stacks"},
+    {"MaihenDlg", "ButtonOk", nullptr, "Stacks the part again with this count"},
+    {"MaihenDlg", "ButtonCan", nullptr, "Closes the dialog and changes nothing"},
+    {"PartsAlInfDlg", "LIST", "All parts",
+     "Every part of the process; a line picks its first stack, * marks one in view"},
+    {"PartsAlInfDlg", "BT4", nullptr, "Sorts the lines by part number"},
+    {"PartsAlInfDlg", "BT1", nullptr, "Sorts the lines by material"},
+    {"PartsAlInfDlg", "BT2", nullptr, "Sorts the lines by size"},
+    {"PartsAlInfDlg", "BT3", nullptr, "Sorts the lines by quantity"},
+    {"PartsAlInfDlg", "BT5", nullptr, "Sorts the lines by name"},
+    {"KakuDlg", "1043", "Question", "What is asked"},
+    {"KakuDlg", "1044", "Details", "More of what is asked"},
+    {"KakuDlg", "ButtonOk", nullptr, "Answers yes and goes on"},
+    {"KakuDlg", "ButtonCan", nullptr, "Answers no; nothing is changed"},
+    {"About", "VersionText", "Version", "The program's name, version and copyright"},
+    {"About", "OK", nullptr, "Closes the box"},
+};
+
+// The value's text in section, none when the file has no text for it or keeps the built-in
+// caption.
+std::string Own(const MessageTable& messages, const std::string& key,
+                const char* section = kSection) {
+    const std::string text = TextOr(messages, section, key, "");
     return text == kKeepCaption ? std::string() : text;
 }
 
@@ -102,6 +136,32 @@ ControlText AccessibleText(std::string_view key, const MessageTable& messages) {
     if (text.Description.empty())
         text.Description = spoken->Description;
     return text;
+}
+
+ControlText DialogControlText(std::string_view section, std::string_view key,
+                              const MessageTable& messages) {
+    const auto spoken =
+        std::find_if(std::begin(kDialogSpoken), std::end(kDialogSpoken),
+                     [&](const DialogSpoken& s) { return section == s.Section && key == s.Key; });
+    if (spoken == std::end(kDialogSpoken))
+        return {};
+    const std::string k(key);
+    ControlText text{Own(messages, "AN-" + k, spoken->Section),
+                     Own(messages, "AD-" + k, spoken->Section)};
+    if (text.Name.empty() && spoken->Word != nullptr)
+        text.Name = spoken->Word;
+    if (text.Description.empty())
+        text.Description = spoken->Description;
+    return text;
+}
+
+std::vector<std::string_view> DialogControlKeys(std::string_view section) {
+    std::vector<std::string_view> keys;
+    for (const DialogSpoken& s : kDialogSpoken) {
+        if (section == s.Section)
+            keys.emplace_back(s.Key);
+    }
+    return keys;
 }
 
 std::vector<std::string_view> AccessibleKeys() {

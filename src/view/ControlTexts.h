@@ -26,4 +26,12 @@ ControlText AccessibleText(std::string_view key, const MessageTable& messages);
 // The keys AccessibleText knows, in the order of the window's controls.
 std::vector<std::string_view> AccessibleKeys();
 
+// The same for the controls of the dialogs over the main window, each in its own section
+// ("MaihenDlg", "PartsAlInfDlg", "KakuDlg", "About"): "AN-<key>" and "AD-<key>" of the section,
+// else a word and English. A button has no built-in name: its caption speaks for it.
+ControlText DialogControlText(std::string_view section, std::string_view key,
+                              const MessageTable& messages);
+// The keys of section's dialog that DialogControlText knows.
+std::vector<std::string_view> DialogControlKeys(std::string_view section);
+
 }  // namespace kesto

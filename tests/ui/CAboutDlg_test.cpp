@@ -5,6 +5,7 @@
 #include <QIcon>
 #include <QLabel>
 
+#include "common/SpokenControls.h"
 #include "common/WindowJob.h"
 #include "support/Version.h"
 
@@ -26,6 +27,13 @@ TEST(CAboutDlg, TheIconIsInTheResources) {
     test::EnsureQApplication();
     EXPECT_FALSE(KestoIcon().isNull());
     EXPECT_EQ(KestoIcon().pixmap(32, 32).width(), 32);
+}
+
+TEST(CAboutDlg, EveryControlSpeaksToAScreenReader) {
+    test::EnsureQApplication();
+    CAboutDlg about(nullptr);
+    test::ExpectEveryControlSpoken(about, "About");
+    EXPECT_EQ(about.findChild<QLabel*>("VersionText")->accessibleName(), "Version");
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 
 #include "common/EditingWindow.h"
 #include "common/TestFiles.h"
+#include "ui/dialogs/CKs_PartsAllDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
 #include "ui/draw/CKs_DrawArea.h"
@@ -239,6 +240,10 @@ TEST(CKestoDlgKeys, AccessibleTextsSpeakTheInstallationsLanguage) {
     QComboBox* pallets = job.Dialog->findChild<QComboBox*>("LIST-PALLET-SEL");
     ASSERT_NE(pallets, nullptr);
     EXPECT_EQ(pallets->accessibleName(), QString::fromUtf8("パレット"));
+    // The dialogs over the window speak it too, from their own sections.
+    EXPECT_EQ(job.Dialog->PartsAllDialog()->List()->accessibleName(), QString::fromUtf8("全部品"));
+    EXPECT_EQ(job.Dialog->PartsAllDialog()->findChild<QPushButton*>("BT5")->accessibleDescription(),
+              QString::fromUtf8("名前で並べる"));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QtTest/QTest>
 
+#include "common/SpokenControls.h"
 #include "common/WindowJob.h"
 
 namespace kesto {
@@ -148,6 +149,12 @@ TEST(CKs_KakuDlg, MissingKeyShowsTheDefaultText) {
     dialog.Prepare();
     // "Message Not Define" has one field: font 0, which is never defined.
     EXPECT_EQ(dialog.findChild<QLabel*>("1043")->text(), "Static");
+}
+
+TEST(CKs_KakuDlg, EveryControlSpeaksToAScreenReader) {
+    KakuFixture f;
+    CKs_KakuDlg& dialog = f.Make(kaku::kAskRetry, kaku::kAskRetry2, nullptr);
+    test::ExpectEveryControlSpoken(dialog, "KakuDlg");
 }
 
 }  // namespace

@@ -18,6 +18,7 @@
 
 #include "common/EventCounter.h"
 #include "common/PartFields.h"
+#include "common/SpokenControls.h"
 #include "common/StackFields.h"
 #include "common/TestFiles.h"
 #include "common/TestServices.h"
@@ -251,6 +252,16 @@ TEST(CKs_MaiDlg, OverTheAllPartsDialogItSitsOnTheDrawingAreasUpperHalf) {
     EXPECT_EQ(frame.left(), 102);
     EXPECT_EQ(frame.top() + frame.height(), 350);
     EXPECT_EQ(j.D().size(), QSize(620, 410));
+}
+
+TEST(CKs_MaiDlg, EveryControlSpeaksToAScreenReader) {
+    MaiDialogJob j;
+    j.D().Prepare();
+    test::ExpectEveryControlSpoken(j.D(), kMaiSection);
+    EXPECT_EQ(j.Count()->accessibleName(), "Sheet count");
+    // A button's caption is its name, in the installation's words.
+    EXPECT_EQ(j.Button("ButtonOk")->text(), "Accept");
+    EXPECT_TRUE(j.Button("ButtonOk")->accessibleName().isEmpty());
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "common/SpokenControls.h"
 #include "common/WindowJob.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/draw/CKs_DrawArea.h"
@@ -119,6 +120,13 @@ TEST(CKs_PartsAllDlg, MadeHiddenWithSortKey10) {
     auto* extentList = qobject_cast<ExtentList*>(s.Dlg().List());
     ASSERT_NE(extentList, nullptr);
     EXPECT_EQ(extentList->HorizontalExtent(), 850);
+}
+
+TEST(CKs_PartsAllDlg, EveryControlSpeaksToAScreenReader) {
+    PartsAllJob s;
+    ASSERT_TRUE(s.shown);
+    test::ExpectEveryControlSpoken(s.Dlg(), "PartsAlInfDlg");
+    EXPECT_EQ(s.List().accessibleName(), "All parts");
 }
 
 TEST(CKs_PartsAllDlg, InfoInDanmenShowsItOverTheLowerHalfOfTheDrawingArea) {

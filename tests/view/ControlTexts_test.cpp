@@ -77,5 +77,36 @@ TEST_F(ControlTextsTest, EveryKeyedControlIsSpokenOfAndNoOtherKey) {
     EXPECT_EQ(AccessibleText("NO-SUCH-KEY", messages).Description, "");
 }
 
+// --- the dialogs over the main window ---
+
+TEST_F(ControlTextsTest, ADialogsOwnSectionNamesAndDescribesItsControls) {
+    {
+        std::ofstream out(folder / "Kesto.ini");
+        out << "[MaihenDlg]\nAN-MaiSet=1,\"Sheets\"\nAD-BT1=1,\"Evenly\"\n"
+            << "[MainDlg]\nAN-MaiSet=1,\"Wrong section\"\n";
+    }
+    ASSERT_EQ(messages.Load(folder / "Kesto.ini", op), 0);
+    EXPECT_EQ(DialogControlText("MaihenDlg", "MaiSet", messages).Name, "Sheets");
+    EXPECT_EQ(DialogControlText("MaihenDlg", "BT1", messages).Description, "Evenly");
+    // A button has no name of its own: its caption is read.
+    EXPECT_EQ(DialogControlText("MaihenDlg", "BT1", messages).Name, "");
+    EXPECT_EQ(DialogControlText("PartsAlInfDlg", "LIST", messages).Name, "All parts");
+    // The same key in another dialog is another control.
+    EXPECT_EQ(DialogControlText("PartsAlInfDlg", "BT1", messages).Description,
+              "Sorts the lines by material");
+    EXPECT_EQ(DialogControlText("KakuDlg", "NO-SUCH-KEY", messages).Description, "");
+    EXPECT_EQ(DialogControlText("NoSuchDlg", "LIST", messages).Description, "");
+}
+
+TEST_F(ControlTextsTest, EveryDialogControlHasADescription) {
+    Load("");
+    for (const char* section : {"MaihenDlg", "PartsAlInfDlg", "KakuDlg", "About"}) {
+        const std::vector<std::string_view> keys = DialogControlKeys(section);
+        EXPECT_FALSE(keys.empty()) << section;
+        for (const std::string_view key : keys)
+            EXPECT_FALSE(DialogControlText(section, key, messages).Description.empty()) << key;
+    }
+}
+
 }  // namespace
 }  // namespace kesto

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "support/Version.h"
+#include "ui/dialogs/DialogTexts.h"
 
 // Resources of a static library are registered by hand, outside any namespace.
 static void InitKestoResources() {
@@ -64,6 +65,8 @@ CAboutDlg::CAboutDlg(QWidget* parent) : QDialog(parent) {
     auto* column = new QVBoxLayout(this);
     column->addLayout(row);
     column->addWidget(ok, 0, Qt::AlignRight);
+    // The box reads no message file: it speaks English.
+    SpeakDialogControls(*this, "About", MessageTable());
 }
 
 }  // namespace kesto

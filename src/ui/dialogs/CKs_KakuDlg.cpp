@@ -10,6 +10,7 @@
 
 #include "render/TextCodec.h"
 #include "support/MessageFile.h"
+#include "ui/dialogs/DialogTexts.h"
 #include "view/KakuLayout.h"
 
 namespace kesto {
@@ -58,6 +59,7 @@ CKs_KakuDlg::CKs_KakuDlg(int no1, int no2, const MessageTable& messages, const F
     ok_->setDefault(true);
     connect(ok_, &QPushButton::clicked, this, [this] { done(1); });
     connect(cancel_, &QPushButton::clicked, this, [this] { done(2); });
+    SpeakDialogControls(*this, kSection, messages_);
 }
 
 void CKs_KakuDlg::reject() {

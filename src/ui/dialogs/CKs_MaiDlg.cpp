@@ -9,6 +9,7 @@
 #include "render/QtCanvas.h"
 #include "render/TextCodec.h"
 #include "support/TextFile.h"
+#include "ui/dialogs/DialogTexts.h"
 
 namespace kesto {
 
@@ -58,6 +59,7 @@ CKs_MaiDlg::CKs_MaiDlg(CKestoApp& app, std::optional<IntRect> overArea,
     });
     connect(ok_, &QPushButton::clicked, this, &CKs_MaiDlg::OnOk);
     connect(cancel_, &QPushButton::clicked, this, &QDialog::reject);
+    SpeakDialogControls(*this, kMaiSection, messages_);
     resize(kWidth, kHeight);
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "render/TextCodec.h"
+#include "ui/dialogs/DialogTexts.h"
 #include "ui/draw/CKs_DrawArea.h"
 #include "ui/main/ExtentList.h"
 
@@ -66,6 +67,7 @@ CKs_PartsAllDlg::CKs_PartsAllDlg(CKestoApp& app, const ViewState& shown,
     list->setSelectionMode(QAbstractItemView::SingleSelection);
     list_ = list;
     connect(list_, &QListWidget::itemSelectionChanged, this, [this] { OnSelectLine(); });
+    SpeakDialogControls(*this, kSection, messages_);
     hide();
 }
 

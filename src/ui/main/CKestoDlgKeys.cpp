@@ -10,6 +10,7 @@
 #include "sheet/SortSheet.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
+#include "ui/dialogs/DialogTexts.h"
 #include "ui/draw/CKs_DrawArea.h"
 #include "ui/main/CKestoDlg.h"
 #include "view/ControlTexts.h"
@@ -47,9 +48,7 @@ void CKestoDlg::ConnectKeys() {
 void CKestoDlg::NameControls() {
     const MessageTable& messages = session_.Svc().Messages;
     const auto name = [&](QWidget* widget, std::string_view key) {
-        const ControlText text = AccessibleText(key, messages);
-        widget->setAccessibleName(DecodeText(text.Name));
-        widget->setAccessibleDescription(DecodeText(text.Description));
+        Speak(*widget, AccessibleText(key, messages));
     };
     for (const ControlEntry& entry : kControls) {
         QWidget* control = entry.Key != nullptr ? Control(entry.Id) : nullptr;
