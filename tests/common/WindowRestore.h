@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/StageWatch.h"
 #include "common/TestFiles.h"
 #include "common/WindowCommands.h"
 #include "common/WindowProcess.h"
@@ -179,6 +180,7 @@ inline Restart RestartAndEnd(WindowScreen& screen, const JobFolder& job,
                              const std::filesystem::path& runFolder, bool questionExpected) {
     Restart restart;
     const auto before = std::filesystem::file_time_type::clock::now();
+    Stage("restart: the window comes up");
     WindowRun run(screen, job, runFolder, {.Log = "restart.log"});
     if (!WaitUntil(
             kStartMs, [&] { return run.MainWindow().has_value() || !run.Process().Running(); },
@@ -190,16 +192,19 @@ inline Restart RestartAndEnd(WindowScreen& screen, const JobFolder& job,
     const Window window = *run.MainWindow();
     Operator op(run.X(), run.Process(), window);
     if (questionExpected) {
+        Stage("restart: the recovery question");
         restart.Asked = WaitUntil(
             kStartMs, [&] { return !op.Dialogs().empty(); }, 50);
         EXPECT_TRUE(restart.Asked) << "no recovery question";
         if (restart.Asked)
             run.X().Key(op.Dialogs().back(), XK_Return);
     }
+    Stage("restart: settling");
     EXPECT_TRUE(run.Settle()) << run.Log();
     WindowCommands commands(0, run.X(), run.Process(), op, window);
     commands.Rest();
     EXPECT_TRUE(op.Dialogs().empty()) << "a dialog is open after the start";
+    Stage("restart: OK with nothing set aside");
     commands.PressOkWithNothingSetAside();
     ExpectEndedWithOk(op, run, before);
     restart.ExitCode = run.Process().WaitExit(0);
@@ -228,6 +233,7 @@ inline Restored RestoreAndReplay(WindowScreen& screen, const JobFolder& pristine
     EXPECT_EQ(restart.Journal.substr(0, restored.Killed.size()), restored.Killed)
         << "the journal does not go on from the killed run's";
     EXPECT_FALSE(HasDiscardedJournal(runFolder));
+    Stage("kesto-batch --replay of the journal");
     const BatchReplay replay = ReplayOnBatch(pristine, restart.Journal, runFolder / "replay");
     EXPECT_EQ(replay.ExitCode, restart.ExitCode) << replay.Log;
     restored.Differ = OutputsDiffer(OutputsOf(job), replay.Outputs);

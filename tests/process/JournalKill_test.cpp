@@ -47,6 +47,7 @@ class JournalKill : public test::KillTest<AppendCase> {
     // in one line.
     std::string StopAndRestore(int lines) {
         const auto [runFolder, job] = bench_->RunFolder("after" + std::to_string(lines));
+        test::Stage("stop after line " + std::to_string(lines) + ": the driven run");
         std::string last = "the start";
         bool killed = false;
         {

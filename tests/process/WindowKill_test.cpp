@@ -78,6 +78,7 @@ class WindowKill : public test::KillTest<KillCase> {
     WholeRun RunWhole() {
         WholeRun whole;
         const auto [runFolder, job] = bench_->RunFolder("whole");
+        test::Stage("the whole run");
         {
             const auto before = fs::file_time_type::clock::now();
             test::DrivenRun driven(bench_->XScreen(), job, runFolder, GetParam().Seed);
@@ -112,6 +113,7 @@ class WindowKill : public test::KillTest<KillCase> {
     // One killed run and its restart; what happened in one line.
     std::string KillAndRestore(int index, const KillPoint& point, const WholeRun& whole) {
         const auto [runFolder, job] = bench_->RunFolder("kill" + std::to_string(index));
+        test::Stage("kill " + std::to_string(index) + ": the driven run");
         std::string seen;
         std::string name;
         size_t step = 0;

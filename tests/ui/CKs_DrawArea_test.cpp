@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QComboBox>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
@@ -624,6 +625,25 @@ TEST(CKs_DrawArea, AZoomedViewShowsWhereItIsInTheOverview) {
     EXPECT_NE(w.Seen(990, 830), outline);
     // The overview is drawn over the picture, never into it.
     EXPECT_NE(w.Picture(923, 830), outline);
+}
+
+// Retry, Auto, another view and another pallet each show the whole pallet again.
+TEST(CKs_DrawArea, RetryAutoAnotherViewOrPalletShowTheWholePallet) {
+    for (const char* button : {"B-RETRY", "B-AUTO", "B-DANMEN"}) {
+        test::EditingWindow w;
+        ASSERT_TRUE(w.opened);
+        Wheel(w.Area(), {400, 468}, 120, Qt::ControlModifier);
+        ASSERT_TRUE(w.Shown().Zoom().has_value()) << button;
+        QTest::mouseClick(w.Button(button), Qt::LeftButton);
+        EXPECT_FALSE(w.Shown().Zoom().has_value()) << button;
+        EXPECT_FALSE(w.Drawing().Zoomed()) << button;
+    }
+    test::EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    Wheel(w.Area(), {400, 468}, 120, Qt::ControlModifier);
+    w.job.Dialog->findChild<QComboBox*>("LIST-PALLET-SEL")->setCurrentIndex(1);
+    EXPECT_FALSE(w.Shown().Zoom().has_value());
+    EXPECT_DOUBLE_EQ(w.Drawing().Scale, 1);
 }
 
 }  // namespace
