@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QWheelEvent>
 #include <QtTest/QTest>
 #include <fstream>
 #include <sstream>
@@ -154,6 +155,25 @@ TEST(CKestoDlgKeys, PlusMinusAndZeroZoomTheDrawing) {
     EXPECT_FALSE(w.Shown().Zoom().has_value());
     EXPECT_DOUBLE_EQ(w.Drawing().Scale, 1);
     EXPECT_TRUE(w.Area().hasFocus());
+}
+
+// Zoomed with the wheel, the drawing has the keys: 0 and the space bar go to it, not to the
+// button that had the focus before.
+TEST(CKestoDlgKeys, TheWheelGivesTheDrawingTheKeys) {
+    EditingWindow w;
+    ASSERT_TRUE(w.opened);
+    w.job.Dialog->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(w.job.Dialog.get()));
+    w.Button("B-RETRY")->setFocus(Qt::TabFocusReason);
+    ASSERT_TRUE(w.Button("B-RETRY")->hasFocus());
+    const QPoint at(400, 468);
+    QWheelEvent wheel(at, w.Area().mapToGlobal(at), QPoint(), QPoint(0, 120), Qt::NoButton,
+                      Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&w.Area(), &wheel);
+    ASSERT_TRUE(w.Shown().Zoom().has_value());
+    EXPECT_TRUE(w.Area().hasFocus());
+    Press(w, Qt::Key_0);
+    EXPECT_FALSE(w.Shown().Zoom().has_value());
 }
 
 // In 4PALLET the keys change nothing.

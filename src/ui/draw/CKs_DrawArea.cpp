@@ -360,6 +360,10 @@ void CKs_DrawArea::wheelEvent(QWheelEvent* event) {
         ImagePanel::wheelEvent(event);
         return;
     }
+    // The keys follow the zoom (+, -, 0, the space bar), also for a wheel the platform did not
+    // send (a replay, a test), which the focus policy does not see.
+    if ((focusPolicy() & Qt::WheelFocus) == Qt::WheelFocus)
+        setFocus(Qt::MouseFocusReason);
     const double notches = event->angleDelta().y() / kWheelNotch;
     const QPoint at = event->position().toPoint();
     Zoomed(zoom_->ZoomBy(std::pow(kZoomStep, notches), IntPoint{at.x(), at.y()}));

@@ -31,8 +31,9 @@ constexpr Arrow kArrows[] = {
 }  // namespace
 
 void CKestoDlg::ConnectKeys() {
-    // Clicked or reached with Tab, the drawing takes the keys that walk its stacks.
-    drawArea_->setFocusPolicy(Qt::StrongFocus);
+    // Clicked, reached with Tab or zoomed with the wheel, the drawing takes the keys that walk
+    // its stacks and zoom it; so the space bar held to pan never presses a button instead.
+    drawArea_->setFocusPolicy(Qt::WheelFocus);
     drawArea_->installEventFilter(this);
     setAsideAction_ = new QAction(this);
     setAsideAction_->setObjectName("SetAside");
