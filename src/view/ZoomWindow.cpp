@@ -95,7 +95,9 @@ std::optional<OverviewMap> Overview(const PalletDrawing& drawing) {
     const auto y = [&](double mm) {
         return std::clamp(box.Top + ToPixel((all.YMax - mm) / s), box.Top, box.Bottom);
     };
-    return OverviewMap{box, IntRect{x(zoom->XMin), y(zoom->YMax), x(zoom->XMax), y(zoom->YMin)}};
+    const PalletInfo& pallet = drawing.ViewPallet;
+    return OverviewMap{box, IntRect{x(0), y(pallet.LengthY), x(pallet.LengthX), y(0)},
+                       IntRect{x(zoom->XMin), y(zoom->YMax), x(zoom->XMax), y(zoom->YMin)}};
 }
 
 }  // namespace kesto

@@ -45,9 +45,10 @@ std::optional<WorldWindow> WindowAround(const PalletDrawing& drawing, double x, 
                                         IntPoint at, double scale);
 
 // The overview of a zoomed view: the whole pallet's window in small, in a corner of the plan,
-// and in it the part the view shows.
+// the pallet in it, and the part the view shows.
 struct OverviewMap {
     IntRect Whole;
+    IntRect Pallet;
     IntRect Shown;
     bool operator==(const OverviewMap&) const = default;
 };

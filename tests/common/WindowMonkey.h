@@ -11,7 +11,6 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QTimer>
-#include <QWheelEvent>
 #include <QtTest/QTest>
 #include <cstdint>
 #include <iterator>
@@ -21,6 +20,7 @@
 
 #include "common/EditInvariants.h"
 #include "common/RandomOperator.h"
+#include "common/WheelEvents.h"
 #include "common/WindowJob.h"
 #include "ui/dialogs/CKs_MaiDlg.h"
 #include "ui/draw/CKs_DrawArea.h"
@@ -124,10 +124,7 @@ class WindowMonkey : private RandomOperator {
     void Zoom() {
         const QPoint at = SomePoint();
         if (Chance(70)) {
-            const int eighths = 120 * Uniform(-2, 3);
-            QWheelEvent wheel(at, Area().mapToGlobal(at), QPoint(), QPoint(0, eighths),
-                              Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
-            QApplication::sendEvent(&Area(), &wheel);
+            SendWheel(Area(), at, 120 * Uniform(-2, 3));
             return;
         }
         QTest::mousePress(&Area(), Qt::MiddleButton, {}, at);

@@ -8,13 +8,13 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QWheelEvent>
 #include <QtTest/QTest>
 #include <fstream>
 #include <sstream>
 
 #include "common/EditingWindow.h"
 #include "common/TestFiles.h"
+#include "common/WheelEvents.h"
 #include "ui/dialogs/CKs_PartsAllDlg.h"
 #include "ui/dialogs/CKs_PartsInfo.h"
 #include "ui/dialogs/CKs_PartsView.h"
@@ -167,9 +167,7 @@ TEST(CKestoDlgKeys, TheWheelGivesTheDrawingTheKeys) {
     w.Button("B-RETRY")->setFocus(Qt::TabFocusReason);
     ASSERT_TRUE(w.Button("B-RETRY")->hasFocus());
     const QPoint at(400, 468);
-    QWheelEvent wheel(at, w.Area().mapToGlobal(at), QPoint(), QPoint(0, 120), Qt::NoButton,
-                      Qt::ControlModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&w.Area(), &wheel);
+    test::SendWheel(w.Area(), at, 120);
     ASSERT_TRUE(w.Shown().Zoom().has_value());
     EXPECT_TRUE(w.Area().hasFocus());
     Press(w, Qt::Key_0);

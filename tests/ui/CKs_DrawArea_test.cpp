@@ -17,6 +17,7 @@
 #include <initializer_list>
 
 #include "common/EditingWindow.h"
+#include "common/WheelEvents.h"
 #include "common/WindowJob.h"
 #include "view/Colours.h"
 
@@ -489,9 +490,7 @@ TEST(CKs_DrawArea, ALongPressOnAStackIsAShiftClick) {
 // (0, 36)-(1080, 900), the whole window x -40..1040, y -32..832.
 
 void Wheel(CKs_DrawArea& area, QPoint at, int eighths, Qt::KeyboardModifiers keys) {
-    QWheelEvent wheel(at, area.mapToGlobal(at), QPoint(), QPoint(0, eighths), Qt::NoButton, keys,
-                      Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&area, &wheel);
+    test::SendWheel(area, at, eighths, keys);
 }
 
 // One notch closer at (400, 468), which shows (360, 400): 0.8 mm a pixel, the window starting

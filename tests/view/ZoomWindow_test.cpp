@@ -167,6 +167,8 @@ TEST_F(ZoomWindowTest, TheOverviewShowsTheWindowInThePalletInThePlansCorner) {
     ASSERT_TRUE(map.has_value());
     // 160 pixels for 1080 mm (6.75 mm a pixel), 540 mm high: 80 pixels, 8 from the corner.
     EXPECT_EQ(map->Whole, (IntRect{832, 612, 992, 692}));
+    // The pallet, x 0..1000 from -40 and y 500..0 from 520: 837..986 and 614..689.
+    EXPECT_EQ(map->Pallet, (IntRect{837, 614, 986, 689}));
     // x 230..770 from -40: 40..120; y 431.44..68.56 from 520: 13..66.
     EXPECT_EQ(map->Shown, (IntRect{872, 625, 952, 678}));
 }

@@ -443,25 +443,14 @@ void CKs_DrawArea::DrawOverview(QPainter& painter) const {
     const std::optional<OverviewMap> map = Overview(drawing_);
     if (!map)
         return;
-    const auto rect = [](const IntRect& r) {
-        return QRect(QPoint(r.Left, r.Top), QPoint(r.Right - 1, r.Bottom - 1));
-    };
     QColor card(kOverviewCard.R, kOverviewCard.G, kOverviewCard.B);
     card.setAlpha(kOverviewCardAlpha);
-    painter.fillRect(rect(map->Whole), card);
-    // The pallet itself inside its margins, as the whole view draws it.
-    const WorldWindow& all = drawing_.WholeWindow;
-    const double mmPerPixel = (all.XMax - all.XMin) / (map->Whole.Right - map->Whole.Left);
+    painter.fillRect(ToQRect(map->Whole), card);
     const Rgb frame = drawing_.Colours().PalletFrame;
-    const int32_t left = map->Whole.Left + TruncToPixel(-all.XMin / mmPerPixel);
-    const int32_t top =
-        map->Whole.Top + TruncToPixel((all.YMax - drawing_.ViewPallet.LengthY) / mmPerPixel);
-    painter.fillRect(QRect(left, top, TruncToPixel(drawing_.ViewPallet.LengthX / mmPerPixel),
-                           TruncToPixel(drawing_.ViewPallet.LengthY / mmPerPixel)),
-                     QColor(frame.R, frame.G, frame.B));
+    painter.fillRect(ToQRect(map->Pallet), QColor(frame.R, frame.G, frame.B));
     painter.setPen(QPen(Qt::black, 1));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRect(rect(map->Whole));
+    painter.drawRect(ToQRect(map->Whole).adjusted(0, 0, -1, -1));
     DrawOutlines(painter, {map->Shown}, kOverviewShown, kOverviewShownWidth);
 }
 
