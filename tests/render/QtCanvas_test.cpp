@@ -67,6 +67,25 @@ TEST(QtCanvas, RectangleFillsInsideAndOutlinesTheOuterPixels) {
     EXPECT_EQ(p.Inked(), QRect(QPoint(10, 20), QPoint(29, 34)));
 }
 
+// Two pixels wide or high there is no inside: the outline covers it all.
+TEST(QtCanvas, RectangleTwoPixelsAcrossIsAllOutline) {
+    Painted p;
+    p.Paint([](Canvas& c) {
+        c.FillRectangle({10, 10, 12, 20}, kBlue, kRed);
+        c.FillRectangle({20, 10, 30, 12}, kBlue, kRed);
+    });
+    for (int y = 10; y < 20; ++y) {
+        EXPECT_EQ(At(p.image, 10, y), kRed) << y;
+        EXPECT_EQ(At(p.image, 11, y), kRed) << y;
+    }
+    for (int x = 20; x < 30; ++x) {
+        EXPECT_EQ(At(p.image, x, 10), kRed) << x;
+        EXPECT_EQ(At(p.image, x, 11), kRed) << x;
+    }
+    EXPECT_EQ(At(p.image, 12, 15), kWhite);
+    EXPECT_EQ(At(p.image, 25, 12), kWhite);
+}
+
 TEST(QtCanvas, RectangleRightAndBottomEdgesAreExclusive) {
     Painted p;
     p.Paint([](Canvas& c) { c.FillRectangle({50, 50, 53, 52}, kBlue, kBlue); });
