@@ -4,9 +4,9 @@
 # job's quantities changed) and fails on the first file or message that differs. A speed-up of
 # the core must leave every byte as it was. KINDS: plain (no outline files), crowded (five
 # times the quantities, every seventh outline file missing) and crossings (the crowded kind with
-# offsets of 100 that put many stacks across an offset line), all three by default, and replay
-# (no outline files; each run replays a journal of 300 random commands with --replay-any, for
-# builds that have --replay).
+# offsets of 100 that put many stacks across an offset line), all three by default, quiet (the
+# crossings kind run with --quiet) and replay (no outline files; each run replays a journal of
+# 300 random commands with --replay-any, for builds that have --replay).
 set -eu
 old=$(realpath "$1") new=$(realpath "$2") makejob=$(realpath "$3")
 # 33 is the seed of the benchmarks' largest and crowded jobs.
@@ -18,7 +18,7 @@ trap 'rm -rf "$work"' EXIT
 
 run() { # run BATCH ROOT CORNER OUTDIR
     (cd "$2" && ORVOSystemRoot="$2" XDG_CONFIG_HOME="$2/config" \
-        "$1" --answer ok $replay "$2/pallet/pallet.txt" 0 0 $offsets "$3" >"$4.stdout" \
+        "$1" --answer ok $quiet $replay "$2/pallet/pallet.txt" 0 0 $offsets "$3" >"$4.stdout" \
             2>"$4.stderr") ||
         echo "exit $?" >>"$4.stdout"
     cp "$2/out/result.txt" "$4.result" 2>/dev/null || true
@@ -28,10 +28,11 @@ run() { # run BATCH ROOT CORNER OUTDIR
 runs=0
 for kind in $kinds; do
     case $kind in
-        plain) flags=--no-outlines offsets="0.0 0.0" replay= ;;
-        crowded) flags=--crowded offsets="0.0 0.0" replay= ;;
-        crossings) flags=--crowded offsets="100 100" replay= ;;
-        replay) flags="--no-outlines --journal 300" offsets="0.0 0.0" ;;
+        plain) flags=--no-outlines offsets="0.0 0.0" replay= quiet= ;;
+        crowded) flags=--crowded offsets="0.0 0.0" replay= quiet= ;;
+        crossings) flags=--crowded offsets="100 100" replay= quiet= ;;
+        quiet) flags=--crowded offsets="100 100" replay= quiet=--quiet ;;
+        replay) flags="--no-outlines --journal 300" offsets="0.0 0.0" quiet= ;;
         *) echo "compare-batch: unknown kind $kind" >&2 && exit 2 ;;
     esac
     for size in $sizes; do

@@ -51,6 +51,10 @@ struct JobRun {
     OkCancel DialogEnd = OkCancel::Cancel;  // DialogOk: OK once the job ended with OK
 };
 
+// Whether the parts' outline files are read with the job. A run that neither draws the job
+// nor reports it has no use for them: its parts keep the file's outline flag and no shapes.
+enum class OutlineFiles { Read, Unread };
+
 class CKestoApp {
   public:
     CKestoApp() = default;  // defaults only; nothing is read
@@ -93,7 +97,7 @@ class CKestoApp {
     void ParseCommandLine();  // from CommandLine
     // Command line, pallet file, job file: the outcome of the first reader that fails (its code
     // also becomes ExitParam), else that of the job file.
-    Outcome ReadInput(const Services& services);
+    Outcome ReadInput(const Services& services, OutlineFiles outlines = OutlineFiles::Read);
     // PalletCount/PalletPrefix from "PalletSelect"/"PalletInfo"; LoadAndPlace reads them each
     // time the job is placed.
     void ReadPalletSelect(const MessageTable& messages);

@@ -3,12 +3,12 @@
 
 namespace kesto {
 
-Outcome CKestoApp::ReadInput(const Services& services) {
+Outcome CKestoApp::ReadInput(const Services& services, OutlineFiles outlines) {
     ParseCommandLine();
     // Every reader stops at its first failure, so only the first code is reported.
     Outcome read = ReadPalletFile(*this);
     if (read.Ok())
-        read = ReadJobFile(*this, services);
+        read = ReadJobFile(*this, services, outlines);
     if (!read.Ok())
         Run.ExitParam = read.Code();
     return read;

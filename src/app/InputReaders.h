@@ -21,9 +21,10 @@ Outcome ReadPalletLines(CKestoApp& app, std::FILE* file);
 
 // Job file of setup key "IEJ" (kind 94). Failed with 9010/9011/9012..9014; done, possibly
 // with the outlines' 9026.
-Outcome ReadJobFile(CKestoApp& app, const Services& services);
-// Reads one open job file's lines into the lists (used by ReadJobFile).
-Outcome ReadJobLines(CKestoApp& app, std::FILE* file);
+Outcome ReadJobFile(CKestoApp& app, const Services& services,
+                    OutlineFiles outlines = OutlineFiles::Read);
+// Reads one open job file's lines into the lists, and the outlines (used by ReadJobFile).
+Outcome ReadJobLines(CKestoApp& app, std::FILE* file, OutlineFiles outlines = OutlineFiles::Read);
 // The selection sort of PartsList by process, group key and decreasing size.
 void SortParts(CKestoApp& app, Operator& op);
 

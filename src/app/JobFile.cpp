@@ -136,34 +136,36 @@ Section SectionOf(const std::string& line) {
 
 }  // namespace
 
-Outcome ReadJobLines(CKestoApp& app, std::FILE* file) {
+Outcome ReadJobLines(CKestoApp& app, std::FILE* file, OutlineFiles outlines) {
     Section section = Section::None;
     std::string line;
     FieldList fields;
-    std::vector<PartsInfo*> outlines;
+    std::vector<PartsInfo*> withOutline;
     while (ReadLine(line, file) != -1) {
         TrimLine(line, 3);
         if (section == Section::None) {
             section = SectionOf(line);
         } else if (line == "#End") {
             section = Section::None;
-        } else if (const Outcome added = AddRecord(app, section, line, fields, outlines);
+        } else if (const Outcome added = AddRecord(app, section, line, fields, withOutline);
                    !added.Ok()) {
             return added;
         }
     }
+    if (outlines == OutlineFiles::Unread)
+        return Outcome::Done();
     // A part without a readable outline is drawn without one; the job goes on.
-    return ReadOutlines(outlines);
+    return ReadOutlines(withOutline);
 }
 
-Outcome ReadJobFile(CKestoApp& app, const Services& services) {
+Outcome ReadJobFile(CKestoApp& app, const Services& services, OutlineFiles outlines) {
     const std::string path = GetDataFilePath(services, DataFile::Job);
     if (path.empty() || FileExists(path) == 0)
         return Outcome::Failed(error::kJobFileMissing);
     TextFile file;
     if (OpenFile(path, "rt", file) == 0)
         return Outcome::Failed(error::kJobFileUnreadable);
-    const Outcome read = ReadJobLines(app, file.get());
+    const Outcome read = ReadJobLines(app, file.get(), outlines);
     if (!read.Ok())
         return read;
     file.Close();

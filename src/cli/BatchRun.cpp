@@ -156,6 +156,10 @@ std::string BatchUsage() {
            "--picture-size pixels (default 1600x1000).\n";
 }
 
+bool ReadsOutlines(const BatchOptions& options) {
+    return !options.Quiet || options.Picture || options.Replay;
+}
+
 namespace {
 
 // The files a job that ended through SaveAll leaves behind.
@@ -203,7 +207,7 @@ int RunJob(const std::string& programPath, const BatchOptions& options, std::ost
     // What a window would show: the pictures take their toggles from it.
     ViewState shown;
     JobSession session(Services{relay, host, messages}, JoinCommandLine(words), shown);
-    if (!session.StartUp())
+    if (!session.StartUp(ReadsOutlines(options) ? OutlineFiles::Read : OutlineFiles::Unread))
         return session.Exit();
     // Refused before anything of the job is written, the per-user values included.
     if (journal && !JournalFitsJob(*options.Replay, *journal, session, err))

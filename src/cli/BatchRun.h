@@ -29,6 +29,10 @@ struct BatchOptions {
 
 BatchOptions ParseBatchOptions(const std::vector<std::string>& args);
 
+// Whether the run reads the parts' outline files: the report, the pictures and a journal's
+// identity take them in; a quiet run's files do not depend on them.
+bool ReadsOutlines(const BatchOptions& options);
+
 // Runs the job as the window does when the operator answers OK (or Cancel) at once: settings,
 // input, check, restore/trim/fill, place, offset check, SaveAll. Writes the report on out and
 // every message on err; with a picture asked for, the pictures of the written job follow the

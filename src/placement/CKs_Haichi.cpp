@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <new>
+#include <unordered_set>
+#include <vector>
 
 namespace kesto {
 
@@ -167,9 +170,48 @@ bool TakesPart(const PartsInfo& p, const KouteiInfo& k, SavedPlacement saved) {
 
 }  // namespace
 
+namespace {
+
+// While a process is placed its blocks are only ever filled, each by the part in hand, so the
+// run of filled blocks at the front of its table only grows. A part that held none of them
+// when the placement began passes the whole run by; one that did (a restored stack) searches
+// from the first block, as does every part without an index or the memory for the holders.
+class FilledFront {
+  public:
+    FilledFront(const CKestoApp& app, const PlacementIndex::Process* process) : app_(app) {
+        if (process == nullptr)
+            return;
+        try {
+            for (const int i : process->Blocks)
+                holders_.insert(app.Blocks[i].Occupant);
+            blocks_ = &process->Blocks;
+        } catch (const std::bad_alloc&) {
+            holders_.clear();
+        }
+    }
+
+    size_t FirstOpenFor(const PartsInfo& part) {
+        if (blocks_ == nullptr || holders_.contains(OccupantOf(&part)))
+            return 0;
+        while (front_ < blocks_->size() && app_.Blocks[(*blocks_)[front_]].Occupant != kNoOccupant)
+            ++front_;
+        return front_;
+    }
+
+  private:
+    const CKestoApp& app_;
+    const std::vector<int>* blocks_ = nullptr;  // the process's blocks in table order
+    std::unordered_set<int32_t> holders_;       // the occupants when the placement began
+    size_t front_ = 0;
+};
+
+}  // namespace
+
 Outcome CKs_Haichi::PlaceKoutei(PlacedCounts counts, SavedPlacement saved) {
     if (CurKoutei == nullptr)
         return Outcome::Done();
+    const PlacementIndex* index = Index();
+    FilledFront filled(app_, index != nullptr ? index->Find(CurKoutei->No) : nullptr);
     for (PartsInfo& p : app_.PartsList) {
         const int32_t keptNum1 = p.Quantity;
         const int32_t keptWork0 = p.PartialQuantity;
@@ -178,7 +220,8 @@ Outcome CKs_Haichi::PlaceKoutei(PlacedCounts counts, SavedPlacement saved) {
         Outcome stacked;
         if (TakesPart(p, *CurKoutei, saved)) {
             CurPart = &p;
-            stacked = StackPart(Stacking::AllPallets, QuantityShare::SharedOut);
+            stacked =
+                StackPart(Stacking::AllPallets, QuantityShare::SharedOut, filled.FirstOpenFor(p));
             // Whichever count was stacked, it is spread over all the part's stacks.
             if (stacked.Ok())
                 ShareOut(StacksOf(&p, SIZE_MAX), p.Quantity);

@@ -164,7 +164,9 @@ class CKs_Haichi {
   private:
     // The operations as the engine runs them on its current process and part.
     Outcome PlaceKoutei(PlacedCounts counts, SavedPlacement saved);
-    Outcome StackPart(Stacking mode, QuantityShare share);
+    // firstOpen: how many of the process's blocks, in table order, are known to be filled by
+    // other parts, so that the search for blocks passes them by.
+    Outcome StackPart(Stacking mode, QuantityShare share, size_t firstOpen = 0);
     void MarkCorners(double x0, double y0, double x1, double y1, int pallet, PartsInfo* part);
     int MoveGroup(KouteiInfo* koutei, const std::vector<HaichiInfo*>& stacks, int left, int top,
                   int right, int bottom, DropPlacement placement);
@@ -217,7 +219,7 @@ class CKs_Haichi {
     // StackPart's steps.
     int PiecesFor(int32_t remaining, Stacking mode) const;
     Outcome StackOverBlocks(Stacking mode, const std::array<int, 4>& candidates,
-                            std::vector<HaichiInfo*>& made);
+                            std::vector<HaichiInfo*>& made, size_t firstOpen);
     int StackIntoBlock(int blockIndex, Stacking mode, std::vector<HaichiInfo*>& made, int& pieces);
     bool IsCandidate(int pallet, const std::array<int, 4>& candidates) const;
 

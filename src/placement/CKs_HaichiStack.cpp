@@ -82,7 +82,7 @@ Outcome CKs_Haichi::StackPart(KouteiInfo* koutei, PartsInfo* part, Stacking mode
     return StackPart(mode, QuantityShare::SharedOut);
 }
 
-Outcome CKs_Haichi::StackPart(Stacking mode, QuantityShare share) {
+Outcome CKs_Haichi::StackPart(Stacking mode, QuantityShare share, size_t firstOpen) {
     ComputeBounds(CurKoutei);
     // A process without a pallet has nowhere to stack.
     if (CurKoutei == nullptr || CurKoutei->Pallet == nullptr || CurPart == nullptr)
@@ -94,7 +94,7 @@ Outcome CKs_Haichi::StackPart(Stacking mode, QuantityShare share) {
     Outcome stacked;
     {
         IndexScope scope(*this);
-        stacked = StackOverBlocks(mode, candidates, made);
+        stacked = StackOverBlocks(mode, candidates, made, firstOpen);
     }
     if (!stacked.Ok())
         return stacked;
@@ -105,7 +105,7 @@ Outcome CKs_Haichi::StackPart(Stacking mode, QuantityShare share) {
 
 // StackPart's block loop: failed with 9015 when a stack cannot be allocated.
 Outcome CKs_Haichi::StackOverBlocks(Stacking mode, const std::array<int, 4>& candidates,
-                                    std::vector<HaichiInfo*>& made) {
+                                    std::vector<HaichiInfo*>& made, size_t firstOpen) {
     Outcome result;
     // One block of the process; true ends the loop.
     auto stackInto = [&](int i) {
@@ -123,8 +123,9 @@ Outcome CKs_Haichi::StackOverBlocks(Stacking mode, const std::array<int, 4>& can
     // The index's block lists stay valid while stacks are added, even if it stops being usable.
     if (index_ != nullptr) {
         if (const PlacementIndex::Process* p = index_->Find(CurKoutei->No)) {
-            for (int i : p->Blocks) {
-                if (stackInto(i))
+            const std::vector<int>& blocks = p->Blocks;
+            for (size_t k = std::min(firstOpen, blocks.size()); k < blocks.size(); ++k) {
+                if (stackInto(blocks[k]))
                     break;
             }
         }

@@ -19,7 +19,8 @@ JobSession::JobSession(const Services& services, std::string commandLine, ViewSt
     app_.Run.CommandLine = std::move(commandLine);
 }
 
-bool JobSession::StartUp() {
+bool JobSession::StartUp(OutlineFiles outlines) {
+    outlines_ = outlines;
     // What constructing the application object did: the per-user values come first.
     app_.ReadRegistrySettings(services_.Host);
     ReadViewSettings(services_.Host, shown_);
@@ -29,7 +30,7 @@ bool JobSession::StartUp() {
         app_.Run.ExitParam = settings.Code();
         return false;
     }
-    return errors_.Note(app_.ReadInput(services_));
+    return errors_.Note(app_.ReadInput(services_, outlines_));
 }
 
 bool JobSession::Init() {
@@ -97,7 +98,7 @@ void JobSession::RereadJob() {
     // A code that a failed re-read stores belongs to the command's own message, not to the
     // one the program ends on.
     const int32_t exitParam = app_.Run.ExitParam;
-    errors_.Note(app_.ReadInput(services_));
+    errors_.Note(app_.ReadInput(services_, outlines_));
     app_.Run.ExitParam = exitParam;
 }
 

@@ -59,9 +59,10 @@ class JobSession {
     void SetView(SessionView* view) { view_ = view; }
 
     // --- start-up -------------------------------------------------------------------
-    // Per-user values, settings and message file, command line, pallet and job files.
+    // Per-user values, settings and message file, command line, pallet and job files, and
+    // the outlines unless unread (then for Retry and Auto too).
     // false when the job cannot be shown; Exit() then gives the start-up code.
-    bool StartUp();
+    bool StartUp(OutlineFiles outlines = OutlineFiles::Read);
     // The window's initialisation: a job without processes ends through Cancel; otherwise
     // the first LoadAndPlace. false when the initialisation stops early (no processes, or
     // the placement failed, leaving the lists as far as they were filled).
@@ -208,6 +209,7 @@ class JobSession {
     std::pair<int32_t, int32_t> journaledArea_{};  // the client size written last, 0 x 0: none
     bool windowUnwritten_ = false;                 // a pan or pinch moved the window
     LatestErrorCode errors_;
+    OutlineFiles outlines_ = OutlineFiles::Read;
     bool ended_ = false;
     bool aborted_ = false;
     std::optional<int> exitCode_;

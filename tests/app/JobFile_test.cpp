@@ -264,6 +264,24 @@ TEST_F(JobFileTest, UnopenableOutlineStoresItsCodeWithoutStopping) {
     EXPECT_EQ(app.PartsList.Count, 2);
 }
 
+TEST_F(JobFileTest, OutlinesLeftUnreadKeepTheFlagAndGiveNoShapes) {
+    const std::string outline = installation.Write("shape/a1.txt", "Line 0 1 2 3 0 0 10 0\n");
+    const std::string unopenable = installation.Path("shape/a2.sock");
+    test::MakeUnopenable(unopenable);
+    installation.WriteDefaultSetupList();
+    installation.Write("job/job.txt", "#PartsInfo\n" + PartLine("A1", outline, "1") +
+                                          PartLine("A2", unopenable, "1") +
+                                          PartLine("A3", installation.Path("none.txt"), "1") +
+                                          "#End\n");
+    ASSERT_EQ(ReadJobFile(app, installation, OutlineFiles::Unread), Outcome::Done());
+    ASSERT_EQ(app.PartsList.Count, 3);
+    for (const PartsInfo& p : app.PartsList) {
+        EXPECT_EQ(p.HasOutline, 1) << p.Code;
+        EXPECT_EQ(p.ShapeCount, 0) << p.Code;
+        EXPECT_TRUE(p.Shapes.empty()) << p.Code;
+    }
+}
+
 TEST_F(JobFileTest, PartsAreSortedWhenThereAreProcesses) {
     ASSERT_TRUE(Read("#KouteiInfo\n1,A,P\n#End\n#PartsInfo\nS,1,,,10,10,,,,,,,,,G\nL,1,,,20,10,,,,,"
                      ",,,,G\n#End\n")

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "common/E2eCases.h"
+#include "common/FileText.h"
 #include "common/MiniInstallation.h"
 #include "common/RecordedJournal.h"
 #include "common/TestFiles.h"
@@ -114,6 +115,14 @@ TEST(ParseBatchOptions, ReportWithoutAFileIsAnError) {
     EXPECT_EQ(ParseBatchOptions({"--report"}).Error, "--report needs a value: a file");
     EXPECT_EQ(ParseBatchOptions({"--report=", "p.txt"}).Error,
               "--report takes a file name, not ''");
+}
+
+TEST(ReadsOutlines, OnlyAQuietRunWithoutPicturesOrJournalLeavesThemUnread) {
+    EXPECT_TRUE(ReadsOutlines(ParseBatchOptions({"p.txt"})));
+    EXPECT_TRUE(ReadsOutlines(ParseBatchOptions({"--report", "r.txt", "p.txt"})));
+    EXPECT_FALSE(ReadsOutlines(ParseBatchOptions({"--quiet", "p.txt"})));
+    EXPECT_TRUE(ReadsOutlines(ParseBatchOptions({"--quiet", "--picture", "pic.pdf", "p.txt"})));
+    EXPECT_TRUE(ReadsOutlines(ParseBatchOptions({"--quiet", "--replay", "j.journal", "p.txt"})));
 }
 
 TEST(ParseBatchOptions, QuietAndReportTogetherAreAnError) {
@@ -229,6 +238,33 @@ TEST(RunBatch, QuietWritesNothingOnOutButTheMessagesAndTheFiles) {
     EXPECT_NE(s.Err.find("message 001"), std::string::npos) << s.Err;
     EXPECT_TRUE(std::filesystem::exists(folder / "out/result.csv"));
     EXPECT_TRUE(std::filesystem::exists(folder / "out/haichi.csv"));
+}
+
+// The job names a readable, a missing and an unopenable outline: a quiet run, which reads none
+// of them, writes what a run with the report writes.
+TEST(RunBatch, QuietWritesTheFilesOfARunThatReadsTheOutlines) {
+    auto run = [](bool quiet) {
+        TempFolder folder;
+        MiniInstallation inst;
+        const std::string shapes = folder / "shape";
+        std::string& job = inst.Job;
+        job.replace(job.find("0000,,0,,K001"), 13, "0000," + shapes + "/a.txt,1,,K001");
+        job.replace(job.find("0000,,0,,K002"), 13, "0000," + shapes + "/none.txt,1,,K002");
+        job.replace(job.find("0000,,0,,K003"), 13, "0000," + shapes + "/c.sock,1,,K003");
+        inst.Others.emplace_back("shape/a.txt", "Line 0 0 0 0 0 0 250 150\n");
+        inst.Write(folder.Path());
+        test::MakeUnopenable(shapes + "/c.sock");
+        BatchOptions options;
+        options.Quiet = quiet;
+        const Streams s = RunWith(folder, options);
+        return std::vector<std::string>{std::to_string(s.Code), s.Err,
+                                        test::ReadFile(folder / "out/result.csv"),
+                                        test::ReadFile(folder / "out/haichi.csv")};
+    };
+    const std::vector<std::string> plain = run(false);
+    EXPECT_EQ(plain[0], "0") << plain[1];
+    EXPECT_FALSE(plain[3].empty());
+    EXPECT_EQ(run(true), plain);
 }
 
 TEST(RunBatch, ReportFileHoldsWhatOutWouldHaveHeld) {
