@@ -42,9 +42,7 @@ uint32_t ColorOf(const FieldList& f) {
 
 // A line naming no known kind leaves its element all zero. fields: the split's work space.
 void FillElement(ShapeElement& element, const std::string& line, FieldList& fields) {
-    // The trimming split does the splitting: the words only need to become a line of fields.
-    WordsToLine(line, fields);
-    SplitFieldsTrim(fields);
+    SplitWords(line, fields);
     for (const Keyword& keyword : kKeywords) {
         if (fields[0].find(keyword.Text) == std::string::npos)
             continue;
@@ -56,18 +54,23 @@ void FillElement(ShapeElement& element, const std::string& line, FieldList& fiel
     }
 }
 
+// What reading an outline works in, kept from one outline to the next of a thread.
+struct OutlineSpace {
+    std::string Bytes;
+    std::string Line;
+    FieldList Fields;
+};
+
 // One element per line that ReadLine delivers, comment lines included: those lines only
 // count, and their elements stay all zero at the end of the list.
-void ReadElements(PartsInfo& part, const std::string& bytes) {
+void ReadElements(PartsInfo& part, OutlineSpace& space) {
     size_t lines = 0;
     size_t at = 0;
-    std::string line;
-    FieldList fields;
-    while (NextLine(bytes, at, line) != -1) {
+    while (NextLine(space.Bytes, at, space.Line) != -1) {
         ++lines;
-        if (!line.empty() && line[0] == '$')
+        if (!space.Line.empty() && space.Line[0] == '$')
             continue;
-        FillElement(part.Shapes.emplace_back(), line, fields);
+        FillElement(part.Shapes.emplace_back(), space.Line, space.Fields);
     }
     part.Shapes.resize(lines);
 }
@@ -78,15 +81,14 @@ namespace {
 
 // Reads one outline into the part alone, touching nothing shared, so that several can be read
 // at once; the caller records the outcome in the job.
-WholeFile LoadOutline(PartsInfo& part) {
+WholeFile LoadOutline(PartsInfo& part, OutlineSpace& space) {
     part.ShapeCount = 0;
     part.Shapes.clear();
-    std::string bytes;
     try {
-        const WholeFile read = ReadWholeFile(part.OutlinePath, bytes);
+        const WholeFile read = ReadWholeFile(part.OutlinePath, space.Bytes);
         if (read != WholeFile::Read)
             return read;
-        ReadElements(part, bytes);
+        ReadElements(part, space);
     } catch (const std::bad_alloc&) {
         part.Shapes.clear();
         return WholeFile::Missing;
@@ -109,7 +111,8 @@ constexpr size_t kOutlinesPerThread = 64;
 }  // namespace
 
 Outcome ReadOutline(PartsInfo& part) {
-    return OutcomeOf(LoadOutline(part));
+    OutlineSpace space;
+    return OutcomeOf(LoadOutline(part, space));
 }
 
 Outcome ReadOutlines(const std::vector<PartsInfo*>& parts) {
@@ -119,8 +122,9 @@ Outcome ReadOutlines(const std::vector<PartsInfo*>& parts) {
     // The files are opened and read side by side (most of the time goes to the system calls);
     // each thread takes every threads-th part, and the outcomes are recorded in list order.
     auto readEvery = [&](size_t first) {
+        OutlineSpace space;
         for (size_t i = first; i < parts.size(); i += threads)
-            reads[i] = LoadOutline(*parts[i]);
+            reads[i] = LoadOutline(*parts[i], space);
     };
     std::vector<std::thread> helpers;
     try {

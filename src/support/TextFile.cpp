@@ -401,6 +401,68 @@ void WordsToLine(const std::string& source, FieldList& list) {
     list.Line = work;
 }
 
+namespace {
+
+// A byte of a plain word: printable ASCII that neither quotes nor separates.
+constexpr bool IsPlainWordByte(char c) {
+    return c > kBlank && c <= '~' && c != kQuote && c != kComma;
+}
+
+// The split of a line of plain words and blanks (room for it and each of its words, at most
+// kFieldCount words) is its words, which go straight into their fields; false, nothing split,
+// for any other line. Fields beyond the last split's Count are empty already.
+bool SplitPlainWords(const std::string& source, FieldList& list) {
+    if (source.size() >= static_cast<size_t>(kLineSize))
+        return false;
+    struct Word {
+        size_t Start;
+        size_t Length;
+    };
+    Word words[kFieldCount];  // filled up to count, never read beyond
+    size_t count = 0;
+    for (size_t i = 0; i < source.size();) {
+        if (source[i] == kBlank) {
+            ++i;
+            continue;
+        }
+        size_t end = i;
+        while (end < source.size() && IsPlainWordByte(source[end]))
+            ++end;
+        const bool wordEndsWell = end > i && (end == source.size() || source[end] == kBlank);
+        // The first field holds the blanks before its word too, and a field keeps at most
+        // kFieldSize - 1 bytes.
+        const size_t fieldStart = count == 0 ? 0 : i;
+        if (!wordEndsWell || end - fieldStart >= static_cast<size_t>(kFieldSize) ||
+            count == std::size(words))
+            return false;
+        words[count++] = {i, end - i};
+        i = end;
+    }
+    // The comma line WordsToLine makes: the blank before each word but the first.
+    list.Line = source;
+    for (size_t k = 1; k < count; ++k)
+        list.Line[words[k].Start - 1] = kComma;
+    const auto before = static_cast<size_t>(std::clamp(list.Count, 0, kFieldCount));
+    // A line without words is one empty field.
+    const size_t fields = std::max<size_t>(count, 1);
+    for (size_t k = 0; k < count; ++k)
+        list.Fields[k].assign(source, words[k].Start, words[k].Length);
+    for (size_t k = count; k < std::max(fields, before); ++k)
+        list.Fields[k].clear();
+    list.QuoteMarks.fill(false);
+    list.Count = static_cast<int32_t>(fields);
+    return true;
+}
+
+}  // namespace
+
+void SplitWords(const std::string& source, FieldList& list) {
+    if (SplitPlainWords(source, list))
+        return;
+    WordsToLine(source, list);
+    SplitFieldsTrim(list);
+}
+
 void SplitLine(const std::string& line, FieldList& list) {
     // The split depends on the line alone: one split before the trimming one gives the same.
     list.Line = line;

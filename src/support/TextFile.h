@@ -81,6 +81,8 @@ void SplitFields(FieldList& list);
 void SplitFieldsTrim(FieldList& list);
 // Turns a blank-separated line into a comma-separated one in list.Line, to be split.
 void WordsToLine(const std::string& source, FieldList& list);
+// WordsToLine, then SplitFieldsTrim: the words of a blank-separated line as its fields.
+void SplitWords(const std::string& source, FieldList& list);
 
 // Convenience: list.Line = line; SplitFieldsTrim (which splits).
 void SplitLine(const std::string& line, FieldList& list);

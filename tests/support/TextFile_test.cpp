@@ -230,6 +230,49 @@ TEST(WordsToLine, OnlyTheLastBlankOfARunBecomesAComma) {
     EXPECT_EQ(list[1], "b c");
 }
 
+// SplitWords against WordsToLine and SplitFieldsTrim, both splitting line after line into one
+// list each: lines of plain words (taken at once) and lines of every other kind (blanks at
+// either end, tabs, quotes, commas, lead bytes, zero bytes, carriage returns, words about the
+// room of a field, many words, over-long lines), in random order.
+TEST(SplitWords, SplitsEveryLineAsWordsToLineAndTheTrimmingSplit) {
+    std::mt19937 random(20261127);
+    const std::string odd = std::string("\t\",,\x81\x9C\xE0\r", 8) + std::string(1, '\0');
+    FieldList fast;
+    FieldList general;
+    for (int n = 0; n < 50000; ++n) {
+        // Now and then a long run of blanks before the first word, which its field holds too.
+        std::string line(n % 7 == 0 ? 100 + random() % 30 : 0, ' ');
+        const int words = static_cast<int>(random() % (n % 50 == 0 ? 200 : 12));
+        for (int w = 0; w < words; ++w) {
+            line.append(random() % 3, ' ');
+            const size_t length = random() % 8 == 0 ? 120 + random() % 20 : 1 + random() % 9;
+            for (size_t i = 0; i < length; ++i) {
+                const bool plain = n % 2 == 0 || random() % 40 != 0;
+                line += plain ? static_cast<char>('!' + random() % 94) : odd[random() % odd.size()];
+            }
+        }
+        if (n % 97 == 0)
+            line.append(1100, 'x');
+        SplitWords(line, fast);
+        WordsToLine(line, general);
+        SplitFieldsTrim(general);
+        ASSERT_EQ(fast.Count, general.Count) << n << " " << line;
+        EXPECT_EQ(fast.Fields, general.Fields) << n << " " << line;
+        EXPECT_EQ(fast.QuoteMarks, general.QuoteMarks) << n;
+        EXPECT_EQ(fast.Line, general.Line) << n;
+    }
+}
+
+TEST(SplitWords, BlanksAloneAreOneEmptyField) {
+    FieldList list;
+    SplitWords("a b c", list);
+    SplitWords("   ", list);
+    ASSERT_EQ(list.Count, 1);
+    EXPECT_EQ(list[0], "");
+    EXPECT_EQ(list[1], "");
+    EXPECT_EQ(list[2], "");
+}
+
 TEST(SplitFields, CommasGiveOneFieldMoreThanTheyAre) {
     EXPECT_EQ(Split(",,,").Count, 4);
     const FieldList empty = Split("");
