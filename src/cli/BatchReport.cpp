@@ -285,6 +285,30 @@ void ReportPlacement(const CKestoApp& app, const Services& services, std::ostrea
     text.Write();
 }
 
+PlacementReportThread::PlacementReportThread(const CKestoApp& app, const Services& services,
+                                             std::ostream& out) {
+    auto work = [this, &app, &services, &out] {
+        try {
+            ReportPlacement(app, services, out);
+        } catch (...) {
+            failure_ = std::current_exception();
+        }
+    };
+    try {
+        thread_ = std::jthread(work);
+    } catch (const std::system_error&) {
+        // No thread to be had: it is written now.
+        work();
+    }
+}
+
+void PlacementReportThread::Wait() {
+    if (thread_.joinable())
+        thread_.join();
+    if (failure_)
+        std::rethrow_exception(std::exchange(failure_, nullptr));
+}
+
 bool WriteReportFile(const std::string& path, const std::string& report, std::string& error) {
     TextFile file;
     if (OpenFile(path, "wt", file) != 1) {

@@ -1,8 +1,10 @@
 // Readable summaries of a job for the batch tool; texts of the job reach the terminal as UTF-8.
 #pragma once
 
+#include <exception>
 #include <iosfwd>
 #include <string>
+#include <thread>
 
 #include "app/CKestoApp.h"
 
@@ -16,6 +18,24 @@ void ReportInput(const CKestoApp& app, std::ostream& out);
 // why, and the stacks across an offset line. The job is only read, though the reasons' corner
 // tests need it as it is.
 void ReportPlacement(const CKestoApp& app, const Services& services, std::ostream& out);
+
+// ReportPlacement on a thread of its own from the moment it is made, while the caller goes on
+// with work that only reads the job too (writing the job's files) and writes nothing on out. The
+// job must not change, nor out be written by another, until Wait has returned.
+class PlacementReportThread {
+  public:
+    PlacementReportThread(const CKestoApp& app, const Services& services, std::ostream& out);
+    PlacementReportThread(const PlacementReportThread&) = delete;
+    PlacementReportThread& operator=(const PlacementReportThread&) = delete;
+    ~PlacementReportThread() = default;  // waits for the thread
+
+    // Waits for the report to be written; rethrows what stopped it.
+    void Wait();
+
+  private:
+    std::exception_ptr failure_;
+    std::jthread thread_;  // last: started when the rest is there, joined before it goes
+};
 
 // Writes report into the file at path (created or replaced; in text mode, as the report would
 // reach stdout). false with error set when the file cannot be opened or written whole.

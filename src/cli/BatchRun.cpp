@@ -189,6 +189,25 @@ void ReportEnd(const JobSession& session, std::ostream& out) {
 
 namespace {
 
+// The placement report, then the end of the job (the files written, its messages). Finishing
+// only reads what the report reads and writes nothing on report, so the report is written
+// beside it; its messages are held until the report is out, as they come after it.
+void FinishAfterReport(JobSession& session, OkCancel end, OperatorRelay& relay,
+                       const MessageTable& messages, OkCancel answer, std::ostream& report,
+                       std::ostream& err) {
+    PlacementReportThread placement(session.App(), session.Svc(), report);
+    std::ostringstream held;
+    if (!session.Ended()) {
+        Operator& speaking = relay.Target();
+        BatchOperator holding(messages, held, answer);
+        relay.RelayTo(holding);
+        session.Finish(end);
+        relay.RelayTo(speaking);
+    }
+    placement.Wait();
+    err << held.str() << std::flush;
+}
+
 // The job, with its report on report; without a report (none worked out) when it is null.
 int RunJob(const std::string& programPath, const BatchOptions& options, std::ostream* report,
            std::ostream& err, HostStore& host) {
@@ -229,8 +248,8 @@ int RunJob(const std::string& programPath, const BatchOptions& options, std::ost
                     << "\n";
     }
     if (report != nullptr && !session.Aborted())
-        ReportPlacement(session.App(), session.Svc(), *report);
-    if (!session.Ended())
+        FinishAfterReport(session, end, relay, messages, options.Answer, *report, err);
+    else if (!session.Ended())
         session.Finish(end);
     if (report != nullptr)
         ReportEnd(session, *report);

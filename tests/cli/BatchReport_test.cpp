@@ -96,6 +96,17 @@ TEST_F(BatchReportTest, PlacementGroupsStacksByPalletAndNamesShortParts) {
     EXPECT_EQ(text.find("A001    placed"), std::string::npos) << text;
 }
 
+TEST_F(BatchReportTest, PlacementReportOnItsThreadWritesWhatReportPlacementWrites) {
+    app_->PalletList.Items.front().OffsetB = 20;
+    std::ostringstream direct;
+    ReportPlacement(*app_, services_.Get(), direct);
+    std::ostringstream beside;
+    PlacementReportThread report(*app_, services_.Get(), beside);
+    report.Wait();
+    EXPECT_EQ(beside.str(), direct.str());
+    EXPECT_NE(direct.str().find("Parts short:\n"), std::string::npos) << direct.str();
+}
+
 TEST_F(BatchReportTest, AShortPartIsFollowedByWhyWithTheFiguresOfTheBlocksTaken) {
     app_->KouteiList.Items.front().Pallet = &app_->PalletList.Items.front();
     std::ostringstream out;

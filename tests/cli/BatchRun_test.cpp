@@ -225,6 +225,33 @@ TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
     EXPECT_FALSE(std::filesystem::exists(folder / "out/result.csv"));
 }
 
+// The report is worked out while the files are written; the question those ask still comes
+// after the report's parts short and before the files it names.
+TEST(RunBatch, QuestionOfTheFilesComesBetweenTheReportAndItsFiles) {
+    TempFolder folder;
+    MiniInstallation inst;
+    // One cell on one pallet, and a stack height limit of five pieces: one stack of 5 of 7.
+    inst.Settings.replace(inst.Settings.find("PalletInfo=2"), 12, "PalletInfo=1");
+    inst.Pallets = "P1,PAL-A,0,0,1000,800,500,10,10,300,200,10,10,1,1,5,5,Pallet A\n";
+    inst.Job =
+        "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n"
+        "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
+        "#PartsInfo\n"
+        "A001,1,Block,BLK-1,290,190,1,7,0,0,0,,,2,G01,0000,,0,,K001,100\n"
+        "#End\n";
+    inst.Write(folder.Path());
+    std::string report;
+    ASSERT_EQ(RunJob(folder, Tokens(folder), OkCancel::Ok, &report), 0) << report;
+    const size_t shortParts = report.find("placed 5 of 7");
+    const size_t question = report.find("kesto: message 208");
+    const size_t files = report.find("Files:\n");
+    ASSERT_NE(shortParts, std::string::npos) << report;
+    ASSERT_NE(question, std::string::npos) << report;
+    ASSERT_NE(files, std::string::npos) << report;
+    EXPECT_LT(shortParts, question) << report;
+    EXPECT_LT(question, files) << report;
+}
+
 TEST(RunBatch, QuietWritesNothingOnOutButTheMessagesAndTheFiles) {
     TempFolder folder;
     MiniInstallation inst;
