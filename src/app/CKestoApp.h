@@ -53,7 +53,9 @@ struct JobRun {
 
 // Whether the parts' outline files are read with the job. A run that neither draws the job
 // nor reports it has no use for them: its parts keep the file's outline flag and no shapes.
-enum class OutlineFiles { Read, Unread };
+// Beside: read while the job is placed (the session starts the reads once the job file is
+// read, and waits for them when the placement is done); the job file's readers leave them.
+enum class OutlineFiles { Read, Unread, Beside };
 
 class CKestoApp {
   public:

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <cstdio>
 
 #include "app/CKestoApp.h"
+#include "support/TextFile.h"
 
 namespace kesto {
 
@@ -35,5 +37,27 @@ Outcome ReadOutline(PartsInfo& part);
 // HasOutline 0. Done, with 9026 when one of the files exists but cannot be opened: the job is
 // drawn without those outlines.
 Outcome ReadOutlines(const std::vector<PartsInfo*>& parts);
+
+// ReadOutlines on threads of their own from the moment it is made, while the caller goes on
+// with what never looks at an outline (placing the job). Until Wait has returned, nothing but
+// the reading threads may touch these parts' shapes or outline flag, nor remove the parts.
+class OutlineReads {
+  public:
+    explicit OutlineReads(std::vector<PartsInfo*> parts);
+    OutlineReads(const OutlineReads&) = delete;
+    OutlineReads& operator=(const OutlineReads&) = delete;
+    // Waits for the threads; a part whose outline was not read keeps its flag.
+    ~OutlineReads();
+
+    // Waits for the threads and gives what ReadOutlines gives; Done without a code after.
+    Outcome Wait();
+
+  private:
+    void JoinReaders();
+
+    std::vector<PartsInfo*> parts_;
+    std::vector<WholeFile> reads_;
+    std::vector<std::thread> readers_;  // last: they use the rest
+};
 
 }  // namespace kesto

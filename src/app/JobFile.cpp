@@ -152,7 +152,7 @@ Outcome ReadJobLines(CKestoApp& app, std::FILE* file, OutlineFiles outlines) {
             return added;
         }
     }
-    if (outlines == OutlineFiles::Unread)
+    if (outlines != OutlineFiles::Read)
         return Outcome::Done();
     // A part without a readable outline is drawn without one; the job goes on.
     return ReadOutlines(withOutline);

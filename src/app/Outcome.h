@@ -35,15 +35,27 @@ class LatestErrorCode {
   public:
     // Keeps outcome's code if it left one; true when the operation did its work.
     bool Note(Outcome outcome) {
-        if (outcome.Code() != error::kNone)
+        if (outcome.Code() != error::kNone) {
             code_ = outcome.Code();
+            ++left_;
+        }
         return outcome.Ok();
     }
+    // Keeps outcome's code as Note would have when left() was codesLeft: only while no
+    // operation has left a code since. For an operation that ended after later ones started.
+    bool NoteAsOf(Outcome outcome, uint32_t codesLeft) {
+        if (left_ != codesLeft)
+            return outcome.Ok();
+        return Note(outcome);
+    }
+    // How many noted operations left a code.
+    uint32_t Left() const { return left_; }
     // error::kNone while no operation left a code.
     int32_t Code() const { return code_; }
 
   private:
     int32_t code_ = error::kNone;
+    uint32_t left_ = 0;
 };
 
 }  // namespace kesto

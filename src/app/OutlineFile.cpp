@@ -4,6 +4,7 @@
 #include <string>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "app/Codes.h"
@@ -105,6 +106,20 @@ Outcome OutcomeOf(WholeFile read) {
                                                          : error::kNone);
 }
 
+// What the reads of parts' outlines came to, recorded in the job: a part not read gets
+// HasOutline 0. Done, with 9026 when one of the files exists but cannot be opened.
+Outcome RecordReads(const std::vector<PartsInfo*>& parts, const std::vector<WholeFile>& reads) {
+    int32_t code = error::kNone;
+    for (size_t i = 0; i < parts.size(); ++i) {
+        const Outcome read = OutcomeOf(reads[i]);
+        if (!read.Ok())
+            parts[i]->HasOutline = 0;
+        if (read.Code() != error::kNone)
+            code = read.Code();
+    }
+    return Outcome::Done(code);
+}
+
 // Below this many outlines a second thread costs more than it saves.
 constexpr size_t kOutlinesPerThread = 64;
 
@@ -115,38 +130,55 @@ Outcome ReadOutline(PartsInfo& part) {
     return OutcomeOf(LoadOutline(part, space));
 }
 
-Outcome ReadOutlines(const std::vector<PartsInfo*>& parts) {
-    std::vector<WholeFile> reads(parts.size(), WholeFile::Missing);
+OutlineReads::OutlineReads(std::vector<PartsInfo*> parts)
+    : parts_(std::move(parts)), reads_(parts_.size(), WholeFile::Missing) {
     const size_t cores = std::max(1u, std::thread::hardware_concurrency());
-    const size_t threads = std::min(cores, parts.size() / kOutlinesPerThread + 1);
+    const size_t threads = std::min(cores, parts_.size() / kOutlinesPerThread + 1);
     // The files are opened and read side by side (most of the time goes to the system calls);
     // each thread takes every threads-th part, and the outcomes are recorded in list order.
-    auto readEvery = [&](size_t first) {
+    auto readEvery = [this, threads](size_t first) {
         OutlineSpace space;
-        for (size_t i = first; i < parts.size(); i += threads)
-            reads[i] = LoadOutline(*parts[i], space);
+        for (size_t i = first; i < parts_.size(); i += threads)
+            reads_[i] = LoadOutline(*parts_[i], space);
     };
-    std::vector<std::thread> helpers;
+    size_t started = 0;
     try {
-        for (size_t t = 1; t < threads; ++t)
-            helpers.emplace_back(readEvery, t);
+        for (; started < threads && !parts_.empty(); ++started)
+            readers_.emplace_back(readEvery, started);
     } catch (const std::system_error&) {
         // No thread to be had: this one reads what the others would have.
-        for (size_t t = helpers.size() + 1; t < threads; ++t)
+        for (size_t t = started; t < threads; ++t)
             readEvery(t);
     }
-    readEvery(0);
-    for (std::thread& helper : helpers)
-        helper.join();
-    int32_t code = error::kNone;
-    for (size_t i = 0; i < parts.size(); ++i) {
-        const Outcome read = OutcomeOf(reads[i]);
-        if (!read.Ok())
-            parts[i]->HasOutline = 0;
-        if (read.Code() != error::kNone)
-            code = read.Code();
+}
+
+OutlineReads::~OutlineReads() {
+    JoinReaders();
+}
+
+void OutlineReads::JoinReaders() {
+    for (std::thread& reader : readers_) {
+        if (reader.joinable())
+            reader.join();
     }
-    return Outcome::Done(code);
+}
+
+Outcome OutlineReads::Wait() {
+    JoinReaders();
+    const Outcome read = RecordReads(parts_, reads_);
+    parts_.clear();
+    reads_.clear();
+    return read;
+}
+
+Outcome ReadOutlines(const std::vector<PartsInfo*>& parts) {
+    if (parts.size() >= kOutlinesPerThread)
+        return OutlineReads(parts).Wait();
+    std::vector<WholeFile> reads;
+    OutlineSpace space;
+    for (PartsInfo* part : parts)
+        reads.push_back(LoadOutline(*part, space));
+    return RecordReads(parts, reads);
 }
 
 }  // namespace kesto

@@ -156,8 +156,12 @@ std::string BatchUsage() {
            "--picture-size pixels (default 1600x1000).\n";
 }
 
-bool ReadsOutlines(const BatchOptions& options) {
-    return !options.Quiet || options.Picture || options.Replay;
+OutlineFiles OutlinesOf(const BatchOptions& options) {
+    if (options.Replay)
+        return OutlineFiles::Read;
+    if (!options.Quiet || options.Picture)
+        return OutlineFiles::Beside;
+    return OutlineFiles::Unread;
 }
 
 namespace {
@@ -189,23 +193,53 @@ void ReportEnd(const JobSession& session, std::ostream& out) {
 
 namespace {
 
+// The operator's messages of a stretch of the job held back from the moment this is made, so
+// that a report of that stretch, worked out meanwhile or after it, can come out first.
+class HeldMessages {
+  public:
+    HeldMessages(OperatorRelay& relay, const MessageTable& messages, OkCancel answer)
+        : relay_(relay), speaking_(relay.Target()), holding_(messages, held_, answer) {
+        relay_.RelayTo(holding_);
+    }
+    HeldMessages(const HeldMessages&) = delete;
+    HeldMessages& operator=(const HeldMessages&) = delete;
+    ~HeldMessages() { relay_.RelayTo(speaking_); }
+
+    // Messages go out again; those held are written on err.
+    void Release(std::ostream& err) {
+        relay_.RelayTo(speaking_);
+        err << held_.str() << std::flush;
+        held_.str("");
+    }
+
+  private:
+    OperatorRelay& relay_;
+    Operator& speaking_;
+    std::ostringstream held_;
+    BatchOperator holding_;
+};
+
+// The placement, then the input report: the outlines it counts are read beside the placement.
+void PlaceAfterInputReport(JobSession& session, OperatorRelay& relay, const MessageTable& messages,
+                           OkCancel answer, std::ostream& report, std::ostream& err) {
+    HeldMessages held(relay, messages, answer);
+    session.Init();
+    ReportInput(session.App(), report);
+    held.Release(err);
+}
+
 // The placement report, then the end of the job (the files written, its messages). Finishing
 // only reads what the report reads and writes nothing on report, so the report is written
-// beside it; its messages are held until the report is out, as they come after it.
+// beside it.
 void FinishAfterReport(JobSession& session, OkCancel end, OperatorRelay& relay,
                        const MessageTable& messages, OkCancel answer, std::ostream& report,
                        std::ostream& err) {
     PlacementReportThread placement(session.App(), session.Svc(), report);
-    std::ostringstream held;
-    if (!session.Ended()) {
-        Operator& speaking = relay.Target();
-        BatchOperator holding(messages, held, answer);
-        relay.RelayTo(holding);
+    HeldMessages held(relay, messages, answer);
+    if (!session.Ended())
         session.Finish(end);
-        relay.RelayTo(speaking);
-    }
     placement.Wait();
-    err << held.str() << std::flush;
+    held.Release(err);
 }
 
 // The job, with its report on report; without a report (none worked out) when it is null.
@@ -226,16 +260,17 @@ int RunJob(const std::string& programPath, const BatchOptions& options, std::ost
     // What a window would show: the pictures take their toggles from it.
     ViewState shown;
     JobSession session(Services{relay, host, messages}, JoinCommandLine(words), shown);
-    if (!session.StartUp(ReadsOutlines(options) ? OutlineFiles::Read : OutlineFiles::Unread))
+    if (!session.StartUp(OutlinesOf(options)))
         return session.Exit();
     // Refused before anything of the job is written, the per-user values included.
     if (journal && !JournalFitsJob(*options.Replay, *journal, session, err))
         return kExitBadUsage;
-    if (report != nullptr)
-        ReportInput(session.App(), *report);
     // The window with the operator pressing OK (or Cancel) as soon as it is up, or after the
     // journal's commands.
-    session.Init();
+    if (report != nullptr)
+        PlaceAfterInputReport(session, relay, messages, options.Answer, *report, err);
+    else
+        session.Init();
     OkCancel end = options.Answer;
     if (journal && !session.Ended()) {
         const BatchReplayed replayed =

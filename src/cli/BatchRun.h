@@ -29,9 +29,10 @@ struct BatchOptions {
 
 BatchOptions ParseBatchOptions(const std::vector<std::string>& args);
 
-// Whether the run reads the parts' outline files: the report, the pictures and a journal's
-// identity take them in; a quiet run's files do not depend on them.
-bool ReadsOutlines(const BatchOptions& options);
+// How the run reads the parts' outline files: the report, the pictures and a journal's identity
+// take them in, the identity before the placement, the others after it (so they are read beside
+// it); a quiet run's files do not depend on them.
+OutlineFiles OutlinesOf(const BatchOptions& options);
 
 // Runs the job as the window does when the operator answers OK (or Cancel) at once: settings,
 // input, check, restore/trim/fill, place, offset check, SaveAll. Writes the report on out and

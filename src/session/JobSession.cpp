@@ -30,11 +30,33 @@ bool JobSession::StartUp(OutlineFiles outlines) {
         app_.Run.ExitParam = settings.Code();
         return false;
     }
-    return errors_.Note(app_.ReadInput(services_, outlines_));
+    return ReadJobInput();
+}
+
+bool JobSession::ReadJobInput() {
+    const bool read = errors_.Note(app_.ReadInput(services_, outlines_));
+    codesAtRead_ = errors_.Left();
+    if (!read || outlines_ != OutlineFiles::Beside)
+        return read;
+    std::vector<PartsInfo*> parts;
+    for (PartsInfo& part : app_.PartsList) {
+        if (part.HasOutline == 1)
+            parts.push_back(&part);
+    }
+    outlineReads_ = std::make_unique<OutlineReads>(std::move(parts));
+    return read;
+}
+
+void JobSession::AwaitOutlines() {
+    if (outlineReads_ == nullptr)
+        return;
+    errors_.NoteAsOf(outlineReads_->Wait(), codesAtRead_);
+    outlineReads_.reset();
 }
 
 bool JobSession::Init() {
     if (app_.KouteiList.Count < 1) {
+        AwaitOutlines();
         Finish(OkCancel::Cancel);
         return false;
     }
@@ -43,6 +65,16 @@ bool JobSession::Init() {
 
 int JobSession::LoadAndPlace(PlacedCounts counts, SavedPlacement saved,
                              const std::vector<int>& keep) {
+    const int placed = CheckAndPlace(counts, saved, keep);
+    // Only the placement goes without the outlines; what follows may draw them.
+    AwaitOutlines();
+    if (placed == 1 && view_ != nullptr)
+        view_->ShowPlacedJob();
+    return placed;
+}
+
+int JobSession::CheckAndPlace(PlacedCounts counts, SavedPlacement saved,
+                              const std::vector<int>& keep) {
     shown_.SetHit(HitBy::Block);
     shown_.SetGrid(true);
     shown_.SetKoutei(1);
@@ -57,11 +89,7 @@ int JobSession::LoadAndPlace(PlacedCounts counts, SavedPlacement saved,
         if (aborted_)
             return 0;
     }
-    if (PlaceJob(counts, saved, keep) == 0)
-        return 0;
-    if (view_ != nullptr)
-        view_->ShowPlacedJob();
-    return 1;
+    return PlaceJob(counts, saved, keep) == 0 ? 0 : 1;
 }
 
 int JobSession::PlaceJob(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep) {
@@ -92,13 +120,14 @@ int JobSession::PlaceJob(PlacedCounts counts, SavedPlacement saved, const std::v
 }
 
 void JobSession::RereadJob() {
+    AwaitOutlines();
     app_.FreeJob();
     app_.ReadRegistrySettings(services_.Host);
     ReadViewSettings(services_.Host, shown_);
     // A code that a failed re-read stores belongs to the command's own message, not to the
     // one the program ends on.
     const int32_t exitParam = app_.Run.ExitParam;
-    errors_.Note(app_.ReadInput(services_, outlines_));
+    ReadJobInput();
     app_.Run.ExitParam = exitParam;
 }
 
@@ -243,6 +272,7 @@ std::vector<int32_t> JobSession::PositionsOf(const std::vector<StackId>& stacks)
 int JobSession::Exit() {
     if (exitCode_)
         return *exitCode_;
+    AwaitOutlines();
     if (aborted_) {
         exitCode_ = kExitOffsetAbort;
     } else {

@@ -5,12 +5,14 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "app/CKestoApp.h"
+#include "app/InputReaders.h"
 #include "app/ViewState.h"
 #include "history/EditHistory.h"
 #include "session/CommandJournal.h"
@@ -187,6 +189,13 @@ class JobSession {
   private:
     // Frees the job and reads the per-user values and the input files again.
     void RereadJob();
+    // The input files (the outlines too unless they are left); starts the outline reads that
+    // go on beside the placement.
+    bool ReadJobInput();
+    // Waits for the outlines read beside the placement, and keeps their code as of the read.
+    void AwaitOutlines();
+    // The job's check, then the placement: 1 when placed.
+    int CheckAndPlace(PlacedCounts counts, SavedPlacement saved, const std::vector<int>& keep);
     // The offset check; false after the operator's stop, which ends the job.
     bool PassesExitCheck();
     // Records the step of a correction about to change the job.
@@ -210,6 +219,10 @@ class JobSession {
     bool windowUnwritten_ = false;                 // a pan or pinch moved the window
     LatestErrorCode errors_;
     OutlineFiles outlines_ = OutlineFiles::Read;
+    // The outlines being read beside the placement, and how many codes were left when the
+    // input was read. Declared after the job, so that its threads end before the job goes.
+    std::unique_ptr<OutlineReads> outlineReads_;
+    uint32_t codesAtRead_ = 0;
     bool ended_ = false;
     bool aborted_ = false;
     std::optional<int> exitCode_;

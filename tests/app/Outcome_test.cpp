@@ -65,5 +65,24 @@ TEST(LatestErrorCode, AnOutcomeWithoutACodeKeepsTheEarlierOne) {
     EXPECT_EQ(errors.Code(), 9021);
 }
 
+TEST(LatestErrorCode, ACodeNotedAsOfAnEarlierMomentStandsWhileNoneCameSince) {
+    LatestErrorCode errors;
+    errors.Note(Outcome::Done(9021));
+    const uint32_t atRead = errors.Left();
+    errors.Note(Outcome::Done());
+    EXPECT_TRUE(errors.NoteAsOf(Outcome::Done(9026), atRead));
+    EXPECT_EQ(errors.Code(), 9026);
+    EXPECT_EQ(errors.Left(), atRead + 1);
+}
+
+TEST(LatestErrorCode, ACodeNotedAsOfAnEarlierMomentYieldsToOneLeftSince) {
+    LatestErrorCode errors;
+    const uint32_t atRead = errors.Left();
+    errors.Note(Outcome::Failed(9015));
+    EXPECT_TRUE(errors.NoteAsOf(Outcome::Done(9026), atRead));
+    EXPECT_FALSE(errors.NoteAsOf(Outcome::Failed(9026), atRead));
+    EXPECT_EQ(errors.Code(), 9015);
+}
+
 }  // namespace
 }  // namespace kesto

@@ -201,8 +201,48 @@ TEST_F(OutlineFileTest, ManyOutlinesReadAtOnceEndAsReadOneByOne) {
     }
 }
 
+// Read beside the caller: the parts are as ReadOutlines leaves them once Wait has returned.
+TEST_F(OutlineFileTest, OutlinesReadBesideEndAsReadOutlinesLeavesThemAtTheWait) {
+    std::vector<PartsInfo> parts(3);
+    parts[0].OutlinePath = installation.Write("shape/a.txt", "Line 0 0 0 0 1 1 1 1\nPixel\n");
+    parts[1].OutlinePath = installation.Path("shape/none.txt");
+    parts[2].OutlinePath = installation.Path("shape/c.sock");
+    test::MakeUnopenable(parts[2].OutlinePath);
+    std::vector<PartsInfo*> pointers;
+    for (PartsInfo& p : parts) {
+        p.HasOutline = 1;
+        pointers.push_back(&p);
+    }
+    OutlineReads reads(pointers);
+    EXPECT_EQ(reads.Wait(), Outcome::Done(9026));
+    EXPECT_EQ(parts[0].HasOutline, 1);
+    EXPECT_EQ(parts[0].ShapeCount, 2);
+    EXPECT_EQ(parts[0].Shapes.at(0).Kind, kShapeLine);
+    EXPECT_EQ(parts[1].HasOutline, 0);
+    EXPECT_EQ(parts[2].HasOutline, 0);
+    // Waited for once: the outcome is not given twice.
+    EXPECT_EQ(reads.Wait(), Outcome::Done());
+}
+
+// Gone without a wait (the job given up): the threads end first, the flags stay.
+TEST_F(OutlineFileTest, OutlinesReadBesideAndNotWaitedForLeaveTheFlagsAsTheyWere) {
+    std::vector<PartsInfo> parts(100);
+    std::vector<PartsInfo*> pointers;
+    for (PartsInfo& p : parts) {
+        p.HasOutline = 1;
+        p.OutlinePath = installation.Path("shape/none.txt");
+        pointers.push_back(&p);
+    }
+    { OutlineReads reads(pointers); }
+    for (const PartsInfo& p : parts) {
+        EXPECT_EQ(p.HasOutline, 1);
+        EXPECT_EQ(p.ShapeCount, 0);
+    }
+}
+
 TEST_F(OutlineFileTest, ReadingNoOutlinesChangesNothing) {
     EXPECT_EQ(ReadOutlines({}), Outcome::Done());
+    EXPECT_EQ(OutlineReads({}).Wait(), Outcome::Done());
 }
 
 }  // namespace

@@ -117,12 +117,16 @@ TEST(ParseBatchOptions, ReportWithoutAFileIsAnError) {
               "--report takes a file name, not ''");
 }
 
-TEST(ReadsOutlines, OnlyAQuietRunWithoutPicturesOrJournalLeavesThemUnread) {
-    EXPECT_TRUE(ReadsOutlines(ParseBatchOptions({"p.txt"})));
-    EXPECT_TRUE(ReadsOutlines(ParseBatchOptions({"--report", "r.txt", "p.txt"})));
-    EXPECT_FALSE(ReadsOutlines(ParseBatchOptions({"--quiet", "p.txt"})));
-    EXPECT_TRUE(ReadsOutlines(ParseBatchOptions({"--quiet", "--picture", "pic.pdf", "p.txt"})));
-    EXPECT_TRUE(ReadsOutlines(ParseBatchOptions({"--quiet", "--replay", "j.journal", "p.txt"})));
+TEST(OutlinesOf, AQuietRunLeavesThemUnreadAJournalReadsThemFirstTheRestBesideThePlacement) {
+    EXPECT_EQ(OutlinesOf(ParseBatchOptions({"p.txt"})), OutlineFiles::Beside);
+    EXPECT_EQ(OutlinesOf(ParseBatchOptions({"--report", "r.txt", "p.txt"})), OutlineFiles::Beside);
+    EXPECT_EQ(OutlinesOf(ParseBatchOptions({"--quiet", "p.txt"})), OutlineFiles::Unread);
+    EXPECT_EQ(OutlinesOf(ParseBatchOptions({"--quiet", "--picture", "pic.pdf", "p.txt"})),
+              OutlineFiles::Beside);
+    EXPECT_EQ(OutlinesOf(ParseBatchOptions({"--quiet", "--replay", "j.journal", "p.txt"})),
+              OutlineFiles::Read);
+    EXPECT_EQ(OutlinesOf(ParseBatchOptions({"--replay", "j.journal", "p.txt"})),
+              OutlineFiles::Read);
 }
 
 TEST(ParseBatchOptions, QuietAndReportTogetherAreAnError) {

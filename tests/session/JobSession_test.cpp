@@ -5,10 +5,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 
 #include "common/RecordedJournal.h"
 #include "common/SessionFixture.h"
+#include "common/TestFiles.h"
+#include "common/TestInstallation.h"
+#include "common/TestServices.h"
 #include "view/PalletDrawing.h"
 
 namespace kesto::test {
@@ -183,6 +187,54 @@ TEST_F(FailedCheckTest, OffsetStopDuringTheCancelHandlingAbortsWithoutWritingOrP
     EXPECT_EQ(job.StacksOf(a).size(), 1u);
     EXPECT_EQ(session.Exit(), 999);
     EXPECT_TRUE(testServices.Host.UserValues.empty());
+}
+
+// --- outlines read beside the placement -------------------------------------------------
+
+// The job on files names a readable, a missing and an unopenable outline. Read beside the
+// placement, they are there once Init returns, with the flags and the code a reading before
+// the placement leaves; the placement is the same.
+TEST(OutlinesBeside, InitEndsWithTheOutlinesTheirFlagsAndCodeAsReadFirst) {
+    struct Run {
+        std::vector<int32_t> Flags;
+        std::vector<size_t> Shapes;
+        int32_t Code = 0;
+        size_t Stacks = 0;
+    };
+    auto run = [](OutlineFiles outlines) {
+        TestInstallation install;
+        std::string job = install.Read("job/job.txt");
+        const std::string shapes = install.Path("shape").string();
+        job.replace(job.find("0000,,0,,X0,10\nA2"), 14, "0000," + shapes + "/a.txt,1,,X0,10");
+        job.replace(job.find("0000,,0,,X0,10\nA3"), 14, "0000," + shapes + "/none.txt,1,,X0,10");
+        job.replace(job.find("0000,,0,,X0,10\n#End"), 14, "0000," + shapes + "/c.sock,1,,X0,10");
+        install.Write("job/job.txt", job);
+        install.Write("shape/a.txt", "Line 0 0 0 0 0 0 20 10\nCircle 0 0 0 0 5 5 3\n");
+        MakeUnopenable(shapes + "/c.sock");
+        TestServices svc(install.Root().string());
+        ViewState shown;
+        JobSession session(svc.Get(), install.CommandLine(), shown);
+        EXPECT_TRUE(session.StartUp(outlines));
+        EXPECT_TRUE(session.Init());
+        Run r;
+        for (const PartsInfo& p : session.App().PartsList) {
+            r.Flags.push_back(p.HasOutline);
+            r.Shapes.push_back(p.Shapes.size());
+        }
+        r.Code = session.ErrorCode();
+        r.Stacks = session.App().HaichiList.size();
+        return r;
+    };
+    const Run first = run(OutlineFiles::Read);
+    const Run beside = run(OutlineFiles::Beside);
+    EXPECT_EQ(first.Code, 9026);
+    EXPECT_EQ(std::count(first.Flags.begin(), first.Flags.end(), 1), 1);
+    EXPECT_EQ(std::count(first.Shapes.begin(), first.Shapes.end(), 2u), 1);
+    EXPECT_GT(first.Stacks, 0u);
+    EXPECT_EQ(beside.Flags, first.Flags);
+    EXPECT_EQ(beside.Shapes, first.Shapes);
+    EXPECT_EQ(beside.Code, first.Code);
+    EXPECT_EQ(beside.Stacks, first.Stacks);
 }
 
 // --- Init ---------------------------------------------------------------------------------
