@@ -51,28 +51,38 @@ class ReportText {
             WriteWhenFull();
     }
 
-    // lines: whole lines, every byte of them.
+    // lines: whole lines, every byte of them. A long text goes out as it is, after the text
+    // so far, rather than through a copy.
     void Lines(const std::string& lines) {
-        text_.Bytes(lines);
-        WriteWhenFull();
+        if (lines.size() < kChunk) {
+            text_.Bytes(lines);
+            WriteWhenFull();
+            return;
+        }
+        Write();
+        WritePiece(lines);
     }
 
     // Writes the text so far and starts it anew; at the end of a report, for what is left.
     void Write() {
-        const std::string& text = text_.Text();
-        if (IsValidUtf8(text)) {
-            out_.write(text.data(), static_cast<std::streamsize>(text.size()));
-        } else {
-            for (size_t at = 0; at < text.size();) {
-                const size_t end = std::min(text.find('\n', at), text.size());
-                out_ << TerminalText(text.substr(at, end - at)) << '\n';
-                at = end + 1;
-            }
-        }
+        WritePiece(text_.Text());
         text_.Clear();
     }
 
   private:
+    // text: whole lines.
+    void WritePiece(const std::string& text) {
+        if (IsValidUtf8(text)) {
+            out_.write(text.data(), static_cast<std::streamsize>(text.size()));
+            return;
+        }
+        for (size_t at = 0; at < text.size();) {
+            const size_t end = std::min(text.find('\n', at), text.size());
+            out_ << TerminalText(text.substr(at, end - at)) << '\n';
+            at = end + 1;
+        }
+    }
+
     static constexpr size_t kChunk = size_t{64} << 10;
 
     void WriteWhenFull() {
@@ -205,6 +215,8 @@ void ReportProcessStacks(const KouteiInfo& k, const StacksByPlace& stacks, int h
 void WordShortParts(const CKestoApp& app, const Services& services, TextBuilder& out) {
     const std::vector<ShortPart> reasons = WhyShortAll(app);  // in list order
     const ShortReasonTexts texts(services.Messages);
+    // About the length of a part's two lines, so that the text seldom moves as it grows.
+    out.Reserve(reasons.size() * 192);
     auto reason = reasons.begin();
     int shortParts = 0;
     for (const PartsInfo& p : app.PartsList) {
@@ -230,6 +242,8 @@ void WordCrossings(const CKestoApp& app, const Services& services, TextBuilder& 
     out.Str(crossings.empty() ? "Stacks across an offset line: none\n"
                               : "Stacks across an offset line:\n");
     const OffsetCrossingTexts texts(services.Messages);
+    // About the length of a line, so that the text seldom moves as it grows.
+    out.Reserve(crossings.size() * 80);
     for (const OffsetCrossing& c : crossings) {
         const size_t from = out.Str("  ").Text().size();
         AppendOffsetCrossingText(out, c, texts);
