@@ -7,6 +7,8 @@
 
 namespace kesto {
 
+class StackIndex;
+
 class CKs_FileSave {
   public:
     CKs_FileSave(CKestoApp& app, const Services& services) : app_(app), services_(services) {}
@@ -18,9 +20,12 @@ class CKs_FileSave {
     // Failed with 9021 (a file cannot be created) or 9022 (not written), or without a code when
     // the operator keeps a job with parts short from having its result deleted.
     Outcome WriteResultFile(const std::string& path);
+    // With the stacks of every part gathered before (SaveAll gathers them once for both files).
+    Outcome WriteResultFile(const std::string& path, const StackIndex& stacks);
     // Failed with 9023 (cannot be created), or 9024 / 9025 as the stack or unplaced line that
     // was written last.
     Outcome WritePlacementFile(const std::string& path);
+    Outcome WritePlacementFile(const std::string& path, const StackIndex& stacks);
 
     // The offset check at the end of a job, against the pallet of the process on view (its
     // 1-based position): 1 to go on, 0 when the operator chose Cancel at the warning (the

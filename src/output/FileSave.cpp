@@ -1,4 +1,5 @@
 #include "output/CKs_FileSave.h"
+#include "output/StackIndex.h"
 #include "support/AtomicFile.h"
 #include "support/SetupList.h"
 
@@ -24,9 +25,11 @@ Outcome CKs_FileSave::SaveAll() {
     RemoveTemporariesOfTargets(result, save);
     if (app_.PartsList.Empty())
         return Outcome::Done();
-    if (const Outcome written = WriteResultFile(result); !written.Ok())
+    // Both files name the same stacks: gathered once.
+    const StackIndex stacks(app_);
+    if (const Outcome written = WriteResultFile(result, stacks); !written.Ok())
         return written;
-    return WritePlacementFile(save);
+    return WritePlacementFile(save, stacks);
 }
 
 }  // namespace kesto

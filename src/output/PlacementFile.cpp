@@ -121,7 +121,7 @@ std::string UnplacedLine(const CKestoApp& app, const PartsInfo& part) {
 // only fail when the file is closed, and then that kind names the failure.
 struct SaveContext {
     const CKestoApp& App;
-    StackIndex Stacks;
+    const StackIndex& Stacks;
     PalletCounts Counts;
     SaveOffsets Offsets;
     std::FILE* File;
@@ -155,11 +155,21 @@ int WritePartLines(SaveContext& ctx, const PartsInfo& part) {
 }  // namespace
 
 Outcome CKs_FileSave::WritePlacementFile(const std::string& path) {
+    return WritePlacementFile(path, StackIndex(app_));
+}
+
+Outcome CKs_FileSave::WritePlacementFile(const std::string& path, const StackIndex& stacks) {
     AtomicFile file(path);
     if (path.empty() || !file.Open())
         return Outcome::Failed(error::kSaveFileUnopened);
-    SaveContext ctx{app_,       StackIndex(app_),         CountPallets(app_), FindOffsets(app_),
-                    file.get(), error::kSaveFileUnopened, TextBuilder(),      PartPieces()};
+    SaveContext ctx{app_,
+                    stacks,
+                    CountPallets(app_),
+                    FindOffsets(app_),
+                    file.get(),
+                    error::kSaveFileUnopened,
+                    TextBuilder(),
+                    PartPieces()};
     for (const PartsInfo& part : app_.PartsList) {
         if (const int failed = WritePartLines(ctx, part); failed != 0)
             return Outcome::Failed(failed);

@@ -92,10 +92,13 @@ Outcome WriteGroupFile(CKestoApp& app, const StackIndex& stacks, const std::stri
 }  // namespace
 
 Outcome CKs_FileSave::WriteResultFile(const std::string& path) {
+    return WriteResultFile(path, StackIndex(app_));
+}
+
+Outcome CKs_FileSave::WriteResultFile(const std::string& path, const StackIndex& stacks) {
     // An empty path would put the files into the current folder.
     if (path.empty())
         return Outcome::Failed(error::kResultFileUnopened);
-    const StackIndex stacks(app_);
     if (const Outcome side = WriteSideFile(app_, stacks, path + "_tmp"); !side.Ok())
         return side;
     if (AnyPartShort(app_, stacks)) {
