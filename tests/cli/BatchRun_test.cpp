@@ -212,10 +212,9 @@ TEST(RunBatch, JobCheckFailureEndsWith100AfterWritingTheUnplacedJob) {
     EXPECT_TRUE(std::filesystem::exists(folder / "out/haichi.csv"));
 }
 
-TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
-    TempFolder folder;
+// One cell on one pallet, and a stack height limit of five pieces: one stack of 5 of 7.
+MiniInstallation ShortPartInstallation() {
     MiniInstallation inst;
-    // One cell on one pallet, and a stack height limit of five pieces: one stack of 5 of 7.
     inst.Settings.replace(inst.Settings.find("PalletInfo=2"), 12, "PalletInfo=1");
     inst.Pallets = "P1,PAL-A,0,0,1000,800,500,10,10,300,200,10,10,1,1,5,5,Pallet A\n";
     inst.Job =
@@ -224,7 +223,12 @@ TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
         "#PartsInfo\n"
         "A001,1,Block,BLK-1,290,190,1,7,0,0,0,,,2,G01,0000,,0,,K001,100\n"
         "#End\n";
-    inst.Write(folder.Path());
+    return inst;
+}
+
+TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
+    TempFolder folder;
+    ShortPartInstallation().Write(folder.Path());
     EXPECT_EQ(RunJob(folder, Tokens(folder), OkCancel::Cancel), 100);
     EXPECT_FALSE(std::filesystem::exists(folder / "out/result.csv"));
 }
@@ -233,17 +237,7 @@ TEST(RunBatch, ShortPartsAnsweredWithCancelEndWith100WithoutResultFile) {
 // after the report's parts short and before the files it names.
 TEST(RunBatch, QuestionOfTheFilesComesBetweenTheReportAndItsFiles) {
     TempFolder folder;
-    MiniInstallation inst;
-    // One cell on one pallet, and a stack height limit of five pieces: one stack of 5 of 7.
-    inst.Settings.replace(inst.Settings.find("PalletInfo=2"), 12, "PalletInfo=1");
-    inst.Pallets = "P1,PAL-A,0,0,1000,800,500,10,10,300,200,10,10,1,1,5,5,Pallet A\n";
-    inst.Job =
-        "#BoxInfo\nPAL,0,1,0,2000,0,2000\n#End\n"
-        "#KouteiInfo\n1,CUT,PAL-A\n#End\n"
-        "#PartsInfo\n"
-        "A001,1,Block,BLK-1,290,190,1,7,0,0,0,,,2,G01,0000,,0,,K001,100\n"
-        "#End\n";
-    inst.Write(folder.Path());
+    ShortPartInstallation().Write(folder.Path());
     std::string report;
     ASSERT_EQ(RunJob(folder, Tokens(folder), OkCancel::Ok, &report), 0) << report;
     const size_t shortParts = report.find("placed 5 of 7");
