@@ -52,6 +52,9 @@ class RectGrid {
         if (heads_.empty()) {
             tails_.assign(static_cast<size_t>(columns_) * rows_, kNone);
             heads_.assign(tails_.size(), kNone);
+            // Room for a chunk a cell at once: the pool seldom moves, and room not used is
+            // never touched.
+            chunks_.reserve(tails_.size());
         }
         for (int y = Row(r.Y0, 0); y <= Row(r.Y1, 0); ++y) {
             for (int x = Column(r.X0, 0); x <= Column(r.X1, 0); ++x)
