@@ -4,12 +4,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <exception>
 #include <map>
 #include <ostream>
 #include <string>
-#include <system_error>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -18,6 +15,7 @@
 #include "placement/ShortReason.h"
 #include "rules/ListLines.h"
 #include "support/Services.h"
+#include "support/TaskThread.h"
 #include "support/TextColumns.h"
 #include "support/TextFile.h"
 #include "support/TextFormat.h"
@@ -267,21 +265,8 @@ void ReportPlacement(const CKestoApp& app, const Services& services, std::ostrea
     // stacks and words the crossings: all only read the job, and the reasons' survey costs
     // the other lists' time rather than its own.
     TextBuilder shortParts;
-    std::exception_ptr failure;
-    auto wordShortParts = [&] {
-        try {
-            WordShortParts(app, services, shortParts);
-        } catch (...) {
-            failure = std::current_exception();
-        }
-    };
-    std::jthread helper;
-    try {
-        helper = std::jthread(wordShortParts);
-    } catch (const std::system_error&) {
-        // No thread to be had: they are worded first.
-        wordShortParts();
-    }
+    TaskThread helper;
+    helper.Start([&] { WordShortParts(app, services, shortParts); });
     ReportText text(out);
     text.Append("Placement:\n");
     const StacksByPlace stacks = StacksOnPallets(app);
@@ -290,10 +275,7 @@ void ReportPlacement(const CKestoApp& app, const Services& services, std::ostrea
         ReportProcessStacks(k, stacks, highest, text);
     TextBuilder crossings;
     WordCrossings(app, services, crossings);
-    if (helper.joinable())
-        helper.join();
-    if (failure)
-        std::rethrow_exception(failure);
+    helper.Wait();
     text.Lines(shortParts.Text());
     text.Lines(crossings.Text());
     text.Write();
@@ -301,26 +283,11 @@ void ReportPlacement(const CKestoApp& app, const Services& services, std::ostrea
 
 PlacementReportThread::PlacementReportThread(const CKestoApp& app, const Services& services,
                                              std::ostream& out) {
-    auto work = [this, &app, &services, &out] {
-        try {
-            ReportPlacement(app, services, out);
-        } catch (...) {
-            failure_ = std::current_exception();
-        }
-    };
-    try {
-        thread_ = std::jthread(work);
-    } catch (const std::system_error&) {
-        // No thread to be had: it is written now.
-        work();
-    }
+    thread_.Start([&app, &services, &out] { ReportPlacement(app, services, out); });
 }
 
 void PlacementReportThread::Wait() {
-    if (thread_.joinable())
-        thread_.join();
-    if (failure_)
-        std::rethrow_exception(std::exchange(failure_, nullptr));
+    thread_.Wait();
 }
 
 bool WriteReportFile(const std::string& path, const std::string& report, std::string& error) {

@@ -1,12 +1,11 @@
 // Readable summaries of a job for the batch tool; texts of the job reach the terminal as UTF-8.
 #pragma once
 
-#include <exception>
 #include <iosfwd>
 #include <string>
-#include <thread>
 
 #include "app/CKestoApp.h"
+#include "support/TaskThread.h"
 
 namespace kesto {
 
@@ -33,8 +32,7 @@ class PlacementReportThread {
     void Wait();
 
   private:
-    std::exception_ptr failure_;
-    std::jthread thread_;  // last: started when the rest is there, joined before it goes
+    TaskThread thread_;
 };
 
 // Writes report into the file at path (created or replaced; in text mode, as the report would
