@@ -180,6 +180,18 @@ TEST(CKestoDlgLayout, ConcreteRectanglesAt1600x900) {
     EXPECT_EQ(job.Dialog->Control(kOk)->geometry(), QRect(1541, 108, 57, 84));
 }
 
+// The pallet box keeps the height it is measured with as the window is first shown, and the
+// drawing area starts below it: 900 high, the box's top is 22 + 2 + 135 + 36 + 4 = 199.
+TEST(CKestoDlgLayout, ThePalletBoxIsAsHighAsItsTextAndTheAreaStartsBelowIt) {
+    test::WindowJob job;
+    ASSERT_TRUE(job.Open());
+    ASSERT_TRUE(test::ShowLaidOut(*job.Dialog, 1600, 900));
+    const QWidget* box = job.Dialog->Control(kPalletCombo);
+    const int height = box->sizeHint().height();
+    EXPECT_EQ(box->geometry(), QRect(324, 199, 240, height));
+    EXPECT_EQ(job.Dialog->DrawArea()->geometry().top(), 199 + height + 2);
+}
+
 TEST(CKestoDlgLayout, ResizeLaysTheWindowOutAgain) {
     test::WindowJob job;
     ASSERT_TRUE(job.Open());

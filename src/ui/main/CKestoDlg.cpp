@@ -98,6 +98,11 @@ void CKestoDlg::MakeControl(const ControlEntry& entry) {
     }
     control->setObjectName(entry.Key != nullptr ? QString::fromLatin1(entry.Key)
                                                 : QString::number(entry.Id));
+    // The layout gives every control its rectangle as the window is first shown; marked as
+    // sized, the controls are not first measured for a size they would never keep. The pallet
+    // box is, as the layout takes its measured height.
+    if (entry.Kind != ControlKind::Combo)
+        control->setAttribute(Qt::WA_Resized);
     controls_[entry.Id] = control;
 }
 
