@@ -1,5 +1,6 @@
 #include "view/DisplayList.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <istream>
@@ -83,6 +84,13 @@ std::optional<Primitive> ParsePrimitive(const std::string& line) {
     return p;
 }
 
+// True when p, widened by margin on every side, lies inside area, its right and bottom edges
+// excluded.
+bool Inside(IntPoint p, const IntRect& area, int32_t margin) {
+    return p.X - margin >= area.Left && p.X + margin < area.Right && p.Y - margin >= area.Top &&
+           p.Y + margin < area.Bottom;
+}
+
 }  // namespace
 
 std::string OnePictureLine(std::string text) {
@@ -163,6 +171,25 @@ void DisplayList::SetClip(const std::optional<IntRect>& clip) {
     p.Rect = clip.value_or(IntRect{});
     p.Width = clip ? 1 : 0;
     items_.push_back(std::move(p));
+}
+
+bool DisplayList::StrokesCutAlike(const IntRect& area) const {
+    return std::all_of(items_.begin(), items_.end(), [&](const Primitive& p) {
+        switch (p.Kind) {
+            case PrimitiveKind::Line: {
+                // A solid line along an axis loses whole rows or columns wherever it is cut.
+                if (p.Style == PenStyle::Solid && (p.A.X == p.B.X || p.A.Y == p.B.Y))
+                    return true;
+                const int32_t margin = std::max(p.Width, 1);
+                return Inside(p.A, area, margin) && Inside(p.B, area, margin);
+            }
+            case PrimitiveKind::Arc:
+                return Inside({p.Rect.Left, p.Rect.Top}, area, 1) &&
+                       Inside({p.Rect.Right, p.Rect.Bottom}, area, 1);
+            default:
+                return true;
+        }
+    });
 }
 
 void DisplayList::Replay(Canvas& canvas) const {

@@ -51,6 +51,12 @@ class DisplayList : public Canvas {
     void Clear() { items_.clear(); }
     // Paints every primitive, in order, on another canvas.
     void Replay(Canvas& canvas) const;
+    // True when a surface that ends at area's edges shows the lines and arcs as one that goes
+    // on beyond them does: where a line is cut decides where its dashes fall and which pixels
+    // a slanting line takes. So every arc and every dashed or slanting line, with its pen's
+    // width, lies inside area (its right and bottom edges excluded); a solid line along an
+    // axis may cross them.
+    bool StrokesCutAlike(const IntRect& area) const;
 
     // One primitive a line, text last (its bytes as they are, a line feed or carriage
     // return in it written as a blank).

@@ -15,6 +15,14 @@ namespace {
 constexpr Rgb kRed{200, 0, 0};
 constexpr Rgb kBlue{0, 0, 200};
 
+// The panel at (10, 10), 40 x 30, in a window of 100 x 80, shown once and then again; the
+// picture and the image it shows, as the window showed them each time.
+struct Shown {
+    QImage First;
+    QImage Second;
+    QImage Image;
+};
+
 // The panel's drawing calls, as the drawing area and the part panels make them.
 class TestPanel : public ImagePanel {
   public:
@@ -24,6 +32,9 @@ class TestPanel : public ImagePanel {
     using ImagePanel::PlaceAt;
     void Fill(const IntRect& rect, Rgb colour) {
         Paint([&](Canvas& canvas) { canvas.FillRectangle(rect, colour, colour); });
+    }
+    void Line(IntPoint from, IntPoint to, PenStyle style) {
+        Paint([&](Canvas& canvas) { canvas.DrawLinePrim(from, to, kBlue, style, 1); });
     }
 };
 
@@ -36,6 +47,21 @@ class ImagePanelTest : public ::testing::Test {
     ImagePanelTest() { test::EnsureQApplication(); }
     FontTable fonts_;
 };
+
+template <typename Draw>
+Shown ShowTwice(const FontTable& fonts, Draw draw) {
+    QWidget window;
+    window.resize(100, 80);
+    TestPanel panel(fonts, &window);
+    window.show();
+    panel.PlaceAt({10, 10, 50, 40});
+    draw(panel);
+    Shown shown;
+    shown.First = window.grab().toImage();
+    shown.Second = window.grab().toImage();
+    shown.Image = panel.Image().convertToFormat(shown.First.format());
+    return shown;
+}
 
 TEST_F(ImagePanelTest, DrawnPicturesShowInTheImageInTheOrderDrawn) {
     TestPanel panel(fonts_);
@@ -79,6 +105,54 @@ TEST_F(ImagePanelTest, ThePanelOnTheScreenShowsWhatWasDrawn) {
     const QImage shown = window.grab().toImage();
     EXPECT_EQ(shown.pixelColor(15, 20), ColourOf(kRed));
     EXPECT_EQ(shown.pixelColor(45, 20), ColourOf(kBlue));
+}
+
+// The first picture is painted straight onto the screen, the ones after it copied from the
+// image: the window shows the same pixels either way, and the image holds them too.
+TEST_F(ImagePanelTest, TheFirstPictureShownStraightIsTheImagesPicture) {
+    const Shown shown = ShowTwice(fonts_, [](TestPanel& panel) {
+        panel.Fill({0, 0, 20, 30}, kRed);
+        panel.Fill({10, 5, 30, 25}, kBlue);
+        panel.Line({2, 28}, {38, 2}, PenStyle::Dotted);
+    });
+    EXPECT_EQ(shown.First.pixelColor(13, 20), ColourOf(kRed));
+    EXPECT_EQ(shown.First.pixelColor(35, 18), ColourOf(kBlue));
+    EXPECT_EQ(shown.First.pixelColor(45, 45), QWidget().palette().color(QPalette::Window));
+    EXPECT_EQ(shown.First, shown.Second);
+    EXPECT_EQ(shown.Image, shown.First.copy(10, 10, 40, 30));
+}
+
+// A dotted line, or one aslant, that the panel's edge cuts is cut there on the screen as in the
+// image: where it is cut decides where its dots fall.
+TEST_F(ImagePanelTest, AFirstPictureWithLinesAcrossTheEdgeShowsAsItsImage) {
+    const Shown shown = ShowTwice(fonts_, [](TestPanel& panel) {
+        panel.Line({-30, -20}, {45, 28}, PenStyle::Dotted);
+        panel.Line({-7, 29}, {39, 3}, PenStyle::Solid);
+        panel.Line({20, -13}, {20, 45}, PenStyle::Dotted);
+    });
+    EXPECT_EQ(shown.First, shown.Second);
+    EXPECT_EQ(shown.Image, shown.First.copy(10, 10, 40, 30));
+    int dots = 0;  // of the upright line, at 20 across in the panel
+    for (int y = 10; y < 40; ++y)
+        dots += shown.First.pixelColor(30, y) == ColourOf(kBlue) ? 1 : 0;
+    EXPECT_GT(dots, 5);
+    EXPECT_LT(dots, 30);
+}
+
+// A picture drawn after the first one shows is painted into the image over the first.
+TEST_F(ImagePanelTest, WhatIsDrawnAfterTheFirstPictureShowsOverIt) {
+    QWidget window;
+    window.resize(100, 80);
+    TestPanel panel(fonts_, &window);
+    window.show();
+    panel.PlaceAt({10, 10, 50, 40});
+    panel.Fill({0, 0, 40, 30}, kRed);
+    ASSERT_EQ(window.grab().toImage().pixelColor(40, 30), ColourOf(kRed));
+    panel.Fill({20, 10, 40, 30}, kBlue);
+    const QImage shown = window.grab().toImage();
+    EXPECT_EQ(shown.pixelColor(15, 15), ColourOf(kRed));
+    EXPECT_EQ(shown.pixelColor(40, 30), ColourOf(kBlue));
+    EXPECT_EQ(panel.Image().pixelColor(30, 20), ColourOf(kBlue));
 }
 
 TEST_F(ImagePanelTest, ANewPlaceStartsFromTheBackground) {

@@ -142,6 +142,65 @@ TEST(DisplayList, MalformedInputIsRefused) {
     EXPECT_FALSE(DisplayList::Read(half).has_value());
 }
 
+// The area 100 x 50: a pixel is inside from 0 to 99 across and 0 to 49 down.
+constexpr IntRect kArea{0, 0, 100, 50};
+constexpr Rgb kInk{0, 0, 0};
+
+bool CutAlike(void (*draw)(DisplayList&)) {
+    DisplayList list;
+    draw(list);
+    return list.StrokesCutAlike(kArea);
+}
+
+TEST(DisplayList, NothingStrokedIsCutAlikeAnywhere) {
+    EXPECT_TRUE(DisplayList().StrokesCutAlike(kArea));
+    // Rectangles and texts are cut pixel by pixel, wherever they reach.
+    EXPECT_TRUE(CutAlike([](DisplayList& l) {
+        l.FillRectangle({-10, -10, 200, 200}, kInk, kInk);
+        l.DrawLabel(LabelMode::AtPoint, "far out", 1, {500, 500}, {}, kInk);
+    }));
+}
+
+TEST(DisplayList, ADashedOrSlantingLineIsCutAlikeOnlyInsideTheAreaWithItsWidth) {
+    // A pen one pixel wide keeps one pixel from each edge: 10 - 1 >= 0, 90 + 1 < 100, 41 < 50.
+    EXPECT_TRUE(CutAlike([](DisplayList& l) {
+        l.DrawLinePrim({10, 10}, {90, 40}, kInk, PenStyle::Dotted, 0);
+    }));
+    EXPECT_FALSE(CutAlike([](DisplayList& l) {
+        l.DrawLinePrim({10, 10}, {99, 40}, kInk, PenStyle::Solid, 1);  // 99 + 1 reaches 100
+    }));
+    // Four pixels wide: 40 + 4 = 44 < 50 keeps inside, 46 + 4 = 50 does not.
+    EXPECT_TRUE(CutAlike([](DisplayList& l) {
+        l.DrawLinePrim({10, 10}, {90, 40}, kInk, PenStyle::Solid, 4);
+    }));
+    EXPECT_FALSE(CutAlike([](DisplayList& l) {
+        l.DrawLinePrim({10, 10}, {90, 46}, kInk, PenStyle::Solid, 4);
+    }));
+    EXPECT_FALSE(CutAlike([](DisplayList& l) {
+        l.DrawLinePrim({50, -20}, {50, 30}, kInk, PenStyle::Dotted, 1);
+    }));
+}
+
+TEST(DisplayList, ASolidLineAlongAnAxisIsCutAlikeAcrossTheEdges) {
+    EXPECT_TRUE(CutAlike([](DisplayList& l) {
+        l.DrawLinePrim({50, -20}, {50, 75}, kInk, PenStyle::Solid, 4);
+        l.DrawLinePrim({-5, 25}, {105, 25}, kInk, PenStyle::Solid, 1);
+    }));
+}
+
+TEST(DisplayList, AnArcIsCutAlikeOnlyWhenItsBoxIsInside) {
+    EXPECT_TRUE(CutAlike([](DisplayList& l) {
+        l.DrawArcPrim({10, 10, 60, 40}, {60, 25}, {10, 25}, kInk, kInk);
+    }));
+    EXPECT_FALSE(CutAlike([](DisplayList& l) {
+        l.DrawArcPrim({-5, 10, 60, 40}, {60, 25}, {10, 25}, kInk, kInk);
+    }));
+    EXPECT_FALSE(CutAlike([](DisplayList& l) {
+        l.DrawLinePrim({10, 10}, {20, 20}, kInk, PenStyle::Solid, 1);
+        l.DrawArcPrim({10, 10, 60, 49}, {60, 25}, {10, 25}, kInk, kInk);  // 49 + 1 reaches 50
+    }));
+}
+
 TEST(PictureFile, ALineIsReadWithoutItsLineEnd) {
     std::istringstream in("first\r\nsecond\nlast");
     std::string line;

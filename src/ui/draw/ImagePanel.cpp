@@ -74,7 +74,24 @@ void ImagePanel::PaintPending() const {
     pending_.Clear();
 }
 
+bool ImagePanel::PaintStraight() {
+    // Only on the image's own size (elsewhere the copy leaves the window's background showing)
+    // and with nothing stroked across the panel's edges, where the screen, which goes on beyond
+    // them, would cut the lines elsewhere than the image does.
+    if (shownStraight_ || !clearPending_ || image_.deviceIndependentSize().toSize() != size() ||
+        !pending_.StrokesCutAlike({0, 0, width(), height()}))
+        return false;
+    shownStraight_ = true;
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    QtCanvas canvas(painter, fonts_);
+    pending_.Replay(canvas);
+    return true;
+}
+
 void ImagePanel::paintEvent(QPaintEvent* event) {
+    if (PaintStraight())
+        return;
     PaintPending();
     QPainter painter(this);
     if (image_.deviceIndependentSize().toSize() != size())

@@ -2,6 +2,9 @@
 // part panels draw into it and the paint handler only copies it, so an expose never loses
 // the picture. What is drawn is recorded first and painted into the image when the panel is
 // next shown or its image read: a view switch and a toggle in one command paint one picture.
+// The panel's very first picture goes straight to the screen instead, so that the window's
+// start does not wait for an image to be filled and copied; the image is made at the next
+// paint or read.
 #pragma once
 
 #include <QImage>
@@ -39,6 +42,9 @@ class ImagePanel : public QWidget {
   private:
     // Paints what was recorded since the last copy into the image.
     void PaintPending() const;
+    // The first picture, before any image of it was made: painted onto the screen as the image
+    // would have shown it. False when it is not that picture.
+    bool PaintStraight();
 
     const FontTable& fonts_;
     // The image and what is still to be painted into it change when the picture is read, not
@@ -46,6 +52,8 @@ class ImagePanel : public QWidget {
     mutable QImage image_;
     mutable DisplayList pending_;
     mutable bool clearPending_ = false;
+    // The first picture has been painted straight to the screen: later ones use the image.
+    bool shownStraight_ = false;
 };
 
 }  // namespace kesto
