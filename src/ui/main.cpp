@@ -72,11 +72,11 @@ int main(int argc, char** argv) {
     kesto::ViewState shown;  // what the window shows; the window reads and changes it
     kesto::JobSession session(kesto::Services{relay, host, messages}, kesto::JoinCommandLine(words),
                               shown);
-    if (!session.StartUp())
+    // The outline files are read beside the making of the window and the placement, which do
+    // without them; the job waits for them before its first picture.
+    if (!session.StartUp(kesto::OutlineFiles::Beside))
         return kesto::FinishProcess(session.Exit(), std::cerr);
 
-    if (fontList.joinable())
-        fontList.join();
     fonts.Build(session.App());
     const char* screenshot = std::getenv("KESTO_SCREENSHOT");
     if (screenshot != nullptr && *screenshot != '\0') {

@@ -75,7 +75,9 @@ struct WindowJob {
         Shown_ = ViewState{};
         Session = std::make_unique<JobSession>(
             Svc.Get(), commandLine.empty() ? Install.CommandLine() : commandLine, Shown_);
-        const bool started = Session->StartUp();
+        // As the program starts it: the outlines read beside the window's making and the
+        // placement, waited for at the end of OnInitDialog's.
+        const bool started = Session->StartUp(OutlineFiles::Beside);
         Fonts.Build(Session->App());
         Dialog = std::make_unique<CKestoDlg>(*Session, Fonts);
         return started;

@@ -13,8 +13,9 @@ namespace kesto {
 void MaximiseOnScreen(QWidget& window);
 
 // Reads the system's font list on a thread of its own (the font database is thread-safe), so
-// that it is ready when the window sets its first text while this thread reads the job. Joined
-// when the returned thread is destroyed.
+// that it is ready when the window measures its first text while this thread reads the job,
+// makes the window and places the job; a text measured sooner waits for the list. Joined when
+// the returned thread is destroyed.
 std::jthread LoadFontListAside();
 
 }  // namespace kesto
