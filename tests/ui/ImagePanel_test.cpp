@@ -15,14 +15,6 @@ namespace {
 constexpr Rgb kRed{200, 0, 0};
 constexpr Rgb kBlue{0, 0, 200};
 
-// The panel at (10, 10), 40 x 30, in a window of 100 x 80, shown once and then again; the
-// picture and the image it shows, as the window showed them each time.
-struct Shown {
-    QImage First;
-    QImage Second;
-    QImage Image;
-};
-
 // The panel's drawing calls, as the drawing area and the part panels make them.
 class TestPanel : public ImagePanel {
   public:
@@ -48,18 +40,32 @@ class ImagePanelTest : public ::testing::Test {
     FontTable fonts_;
 };
 
+// The panel at (10, 10), 40 x 30, in a window of 100 x 80 that is shown.
+struct PanelOnScreen {
+    explicit PanelOnScreen(const FontTable& fonts) : panel(fonts, &window) {
+        window.resize(100, 80);
+        window.show();
+        panel.PlaceAt({10, 10, 50, 40});
+    }
+    QImage Picture() { return window.grab().toImage(); }
+
+    QWidget window;
+    TestPanel panel;
+};
+
+// The window's picture the first and the second time it is painted, and the panel's image.
+struct Shown {
+    QImage First;
+    QImage Second;
+    QImage Image;
+};
+
 template <typename Draw>
 Shown ShowTwice(const FontTable& fonts, Draw draw) {
-    QWidget window;
-    window.resize(100, 80);
-    TestPanel panel(fonts, &window);
-    window.show();
-    panel.PlaceAt({10, 10, 50, 40});
-    draw(panel);
-    Shown shown;
-    shown.First = window.grab().toImage();
-    shown.Second = window.grab().toImage();
-    shown.Image = panel.Image().convertToFormat(shown.First.format());
+    PanelOnScreen screen(fonts);
+    draw(screen.panel);
+    Shown shown{screen.Picture(), screen.Picture(), {}};
+    shown.Image = screen.panel.Image().convertToFormat(shown.First.format());
     return shown;
 }
 
@@ -95,14 +101,10 @@ TEST_F(ImagePanelTest, APictureAlreadyShownIsDrawnOverWhereNothingNewIsDrawn) {
 }
 
 TEST_F(ImagePanelTest, ThePanelOnTheScreenShowsWhatWasDrawn) {
-    QWidget window;
-    window.resize(100, 80);
-    TestPanel panel(fonts_, &window);
-    window.show();
-    panel.PlaceAt({10, 10, 50, 40});
-    panel.Fill({0, 0, 40, 30}, kRed);
-    panel.Fill({20, 0, 40, 30}, kBlue);
-    const QImage shown = window.grab().toImage();
+    PanelOnScreen screen(fonts_);
+    screen.panel.Fill({0, 0, 40, 30}, kRed);
+    screen.panel.Fill({20, 0, 40, 30}, kBlue);
+    const QImage shown = screen.Picture();
     EXPECT_EQ(shown.pixelColor(15, 20), ColourOf(kRed));
     EXPECT_EQ(shown.pixelColor(45, 20), ColourOf(kBlue));
 }
@@ -141,18 +143,14 @@ TEST_F(ImagePanelTest, AFirstPictureWithLinesAcrossTheEdgeShowsAsItsImage) {
 
 // A picture drawn after the first one shows is painted into the image over the first.
 TEST_F(ImagePanelTest, WhatIsDrawnAfterTheFirstPictureShowsOverIt) {
-    QWidget window;
-    window.resize(100, 80);
-    TestPanel panel(fonts_, &window);
-    window.show();
-    panel.PlaceAt({10, 10, 50, 40});
-    panel.Fill({0, 0, 40, 30}, kRed);
-    ASSERT_EQ(window.grab().toImage().pixelColor(40, 30), ColourOf(kRed));
-    panel.Fill({20, 10, 40, 30}, kBlue);
-    const QImage shown = window.grab().toImage();
+    PanelOnScreen screen(fonts_);
+    screen.panel.Fill({0, 0, 40, 30}, kRed);
+    ASSERT_EQ(screen.Picture().pixelColor(40, 30), ColourOf(kRed));
+    screen.panel.Fill({20, 10, 40, 30}, kBlue);
+    const QImage shown = screen.Picture();
     EXPECT_EQ(shown.pixelColor(15, 15), ColourOf(kRed));
     EXPECT_EQ(shown.pixelColor(40, 30), ColourOf(kBlue));
-    EXPECT_EQ(panel.Image().pixelColor(30, 20), ColourOf(kBlue));
+    EXPECT_EQ(screen.panel.Image().pixelColor(30, 20), ColourOf(kBlue));
 }
 
 TEST_F(ImagePanelTest, ANewPlaceStartsFromTheBackground) {
