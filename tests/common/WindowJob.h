@@ -75,8 +75,8 @@ struct WindowJob {
         Shown_ = ViewState{};
         Session = std::make_unique<JobSession>(
             Svc.Get(), commandLine.empty() ? Install.CommandLine() : commandLine, Shown_);
-        // As the program starts it: the outlines read beside the window's making and the
-        // placement, waited for at the end of OnInitDialog's.
+        // As the program starts it: the outlines are read beside the making of the window and
+        // the placement, and waited for once OnInitDialog has placed the job.
         const bool started = Session->StartUp(OutlineFiles::Beside);
         Fonts.Build(Session->App());
         Dialog = std::make_unique<CKestoDlg>(*Session, Fonts);

@@ -100,7 +100,7 @@ void CKestoDlg::MakeControl(const ControlEntry& entry) {
                                                 : QString::number(entry.Id));
     // The layout gives every control its rectangle as the window is first shown; marked as
     // sized, the controls are not first measured for a size they would never keep. The pallet
-    // box is, as the layout takes its measured height.
+    // box alone is still measured: the layout takes its height.
     if (entry.Kind != ControlKind::Combo)
         control->setAttribute(Qt::WA_Resized);
     controls_[entry.Id] = control;
