@@ -1,5 +1,8 @@
 #include "app/ExitCode.h"
 
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
 #include <ostream>
 
 namespace kesto {
@@ -37,6 +40,17 @@ int FinishProcess(int code, std::ostream& err) {
     if (!notice.empty())
         err << notice << std::endl;
     return ProcessExitCode(code);
+}
+
+int EndProcess(int code, std::ostream& err) {
+    const int exitCode = FinishProcess(code, err);
+    if constexpr (kEndsWithoutTeardown) {
+        err.flush();
+        std::cout.flush();
+        std::fflush(nullptr);
+        std::_Exit(exitCode);
+    }
+    return exitCode;
 }
 
 }  // namespace kesto

@@ -29,4 +29,24 @@ std::string ExitCodeNotice(int code);
 // What a program returns from main for a settled code, after printing its notice on err.
 int FinishProcess(int code, std::ostream& err);
 
+// Builds that look for leaks at the process's end (AddressSanitizer, LeakSanitizer) and Windows
+// (where the libraries' own objects end before the window would) tear everything down.
+#if defined(_WIN32) || defined(__SANITIZE_ADDRESS__)
+inline constexpr bool kEndsWithoutTeardown = false;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(leak_sanitizer)
+inline constexpr bool kEndsWithoutTeardown = false;
+#else
+inline constexpr bool kEndsWithoutTeardown = true;
+#endif
+#else
+inline constexpr bool kEndsWithoutTeardown = true;
+#endif
+
+// FinishProcess, then the process ends at once with its code, the output streams flushed, where
+// kEndsWithoutTeardown: whatever the job writes is written and synced before, and taking the
+// window and the job's records apart would only keep the host waiting for the code. Elsewhere it
+// returns the code for main to return.
+int EndProcess(int code, std::ostream& err);
+
 }  // namespace kesto

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <iostream>
 #include <optional>
+#include <thread>
 
 #include "app/ExitCode.h"
 #include "render/FontTable.h"
@@ -36,6 +37,15 @@ int TakeScreenshot(kesto::CKestoDlg& dialog, const QString& path, kesto::ScreenV
     kesto::ShowOffScreen(dialog, kScreenshotWidth, kScreenshotHeight);
     kesto::ShowScreenView(dialog, view);
     return kesto::SaveScreenshot(dialog, path) ? kesto::kExitNotOk : 1;
+}
+
+// Whatever the job writes (the result, the save file, the per-user values, the journal's end)
+// is on the disk when the window has closed: the window and the job are not taken apart before
+// the host has its code. The font list's reader ends first, as it may be writing a cache file.
+int EndWindowProcess(int code, std::jthread& fontList) {
+    if (fontList.joinable())
+        fontList.join();
+    return kesto::EndProcess(code, std::cerr);
 }
 
 std::optional<kesto::ScreenView> RequestedView() {
@@ -92,17 +102,15 @@ int main(int argc, char** argv) {
         dialog.OnInitDialog();
         const int code = TakeScreenshot(dialog, QString::fromLocal8Bit(screenshot), *view);
         op.SetMainWindow(nullptr);
-        return kesto::FinishProcess(code, std::cerr);
+        return EndWindowProcess(code, fontList);
     }
-    {
-        kesto::WindowJournal journal(session, relay, host.StateFolder());
-        kesto::CKestoDlg dialog(session, fonts);
-        op.SetMainWindow(&dialog);
-        kesto::MaximiseOnScreen(dialog);
-        dialog.OnInitDialog();
-        dialog.WhenShown([&] { journal.Start(dialog); });
-        dialog.Run();
-        op.SetMainWindow(nullptr);
-    }
-    return kesto::FinishProcess(session.Exit(), std::cerr);
+    kesto::WindowJournal journal(session, relay, host.StateFolder());
+    kesto::CKestoDlg dialog(session, fonts);
+    op.SetMainWindow(&dialog);
+    kesto::MaximiseOnScreen(dialog);
+    dialog.OnInitDialog();
+    dialog.WhenShown([&] { journal.Start(dialog); });
+    dialog.Run();
+    op.SetMainWindow(nullptr);
+    return EndWindowProcess(session.Exit(), fontList);
 }
