@@ -9,9 +9,11 @@
 
 #include "app/ExitCode.h"
 #include "cli/BatchRun.h"
+#include "support/HeapGrowth.h"
 #include "support/Version.h"
 
 int main(int argc, char** argv) {
+    kesto::GrowHeapsInLargeSteps();
 #ifdef _WIN32
     // The messages and summaries are UTF-8: a console shows them so only in code page 65001.
     SetConsoleOutputCP(CP_UTF8);

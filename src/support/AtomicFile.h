@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdio>
+#include <memory>
 #include <string>
 
 namespace kesto {
@@ -65,6 +66,8 @@ class AtomicFile {
     std::string temp_;
     std::FILE* file_ = nullptr;
     int fd_ = -1;
+    // The stream's buffer: the files are written in a few large writes, not in many of a block.
+    std::unique_ptr<char[]> buffer_;
 };
 
 }  // namespace kesto

@@ -17,6 +17,7 @@
 #include "app/ExitCode.h"
 #include "render/FontTable.h"
 #include "session/JobSession.h"
+#include "support/HeapGrowth.h"
 #include "support/Services.h"
 #include "support/Version.h"
 #include "ui/dialogs/CAboutDlg.h"
@@ -64,6 +65,7 @@ int main(int argc, char** argv) {
         std::cout << kesto::VersionLine("kesto") << "\n";
         return 0;
     }
+    kesto::GrowHeapsInLargeSteps();
     QApplication qapp(argc, argv);
     // Qt takes the C library's locale from the environment; the job files are read with the
     // C library's number conversions and must always use the decimal point.
