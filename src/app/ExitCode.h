@@ -5,6 +5,7 @@
 #include <string>
 
 #include "support/Platform.h"
+#include "support/Sanitizers.h"
 
 namespace kesto {
 
@@ -29,18 +30,12 @@ std::string ExitCodeNotice(int code);
 // What a program returns from main for a settled code, after printing its notice on err.
 int FinishProcess(int code, std::ostream& err);
 
-// Builds that look for leaks at the process's end (AddressSanitizer, LeakSanitizer) and Windows
-// (where the libraries' own objects end before the window would) tear everything down.
-#if defined(_WIN32) || defined(__SANITIZE_ADDRESS__)
-inline constexpr bool kEndsWithoutTeardown = false;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(leak_sanitizer)
+// Builds that look for leaks at the process's end (AddressSanitizer) and Windows (where the
+// libraries' own objects end before the window would) tear everything down.
+#ifdef _WIN32
 inline constexpr bool kEndsWithoutTeardown = false;
 #else
-inline constexpr bool kEndsWithoutTeardown = true;
-#endif
-#else
-inline constexpr bool kEndsWithoutTeardown = true;
+inline constexpr bool kEndsWithoutTeardown = !kAddressSanitizer;
 #endif
 
 // FinishProcess, then the process ends at once with its code, the output streams flushed, where

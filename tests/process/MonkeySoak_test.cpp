@@ -13,6 +13,7 @@
 
 #include "common/TestFiles.h"
 #include "common/XDisplay.h"
+#include "support/Sanitizers.h"
 
 namespace kesto {
 namespace {
@@ -20,18 +21,6 @@ namespace {
 constexpr int kDefaultSeconds = 30;
 constexpr int kWarmUpSeconds = 60;
 constexpr long kGrowthKb = 2048;
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kAddressSanitizer = true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-constexpr bool kAddressSanitizer = true;
-#else
-constexpr bool kAddressSanitizer = false;
-#endif
-#else
-constexpr bool kAddressSanitizer = false;
-#endif
 
 int SoakSeconds() {
     const char* value = std::getenv("KESTO_SOAK_SECONDS");

@@ -9,20 +9,13 @@
 #include <string>
 #include <thread>
 
+#include "support/Sanitizers.h"
+
 namespace kesto {
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kOwnAllocator = true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr bool kOwnAllocator = true;
-#else
-constexpr bool kOwnAllocator = false;
-#endif
-#else
-constexpr bool kOwnAllocator = false;
-#endif
+// The sanitizers' allocators have no such setting.
+constexpr bool kOwnAllocator = kAddressSanitizer || kThreadSanitizer;
 
 #if defined(__GLIBC__) && GTEST_HAS_DEATH_TEST
 // The size of the mapping of this process that holds address, as /proc/self/maps lists it.
