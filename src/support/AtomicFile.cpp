@@ -28,8 +28,6 @@ namespace {
 
 const std::string kTempMarker = ".kesto-";
 const std::string kTempTail = "XXXXXX";  // mkstemp's template: six letters or digits
-// The largest files (a crowded job's save file) go out in one or two writes.
-constexpr size_t kStreamBuffer = 256 * 1024;
 
 // Who watches the writes of this process: nobody in the programs, a test when it sets one.
 WriteWatcher* gWatcher = nullptr;
@@ -136,18 +134,13 @@ bool AtomicFile::Open() {
 
 bool AtomicFile::OpenStream(int fd) {
     file_ = gWatcher != nullptr ? gWatcher->OpenStream(fd) : nullptr;
-    if (file_ == nullptr) {
 #ifdef _WIN32
+    if (file_ == nullptr)
         file_ = ::_fdopen(fd, "wt");
 #else
+    if (file_ == nullptr)
         file_ = ::fdopen(fd, "w");
 #endif
-        if (file_ != nullptr) {
-            if (!buffer_)
-                buffer_ = std::make_unique_for_overwrite<char[]>(kStreamBuffer);
-            std::setvbuf(file_, buffer_.get(), _IOFBF, kStreamBuffer);
-        }
-    }
     fd_ = file_ != nullptr ? fd : -1;
     return file_ != nullptr;
 }

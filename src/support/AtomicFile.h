@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdio>
-#include <memory>
 #include <string>
 
 namespace kesto {
@@ -66,8 +65,6 @@ class AtomicFile {
     std::string temp_;
     std::FILE* file_ = nullptr;
     int fd_ = -1;
-    // The stream's buffer: the files are written in a few large writes, not in many of a block.
-    std::unique_ptr<char[]> buffer_;
 };
 
 }  // namespace kesto

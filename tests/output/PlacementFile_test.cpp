@@ -211,6 +211,25 @@ TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator{}), 2);
 }
 
+TEST_F(PlacementFile, AFailedWriteIsNamedByTheLineBeingWrittenWhenItShowsNotByTheLastLine) {
+    KESTO_NEEDS_FILE_SIZE_LIMIT();
+    AddThreeBoxes();
+    PartsInfo& a = AddPart({.Code = "A", .Quantity = 1});
+    const int32_t block = AddBlock(1, 1);
+    // Stack lines of some 10 KB, more than a write block of the stream, and then the line of a
+    // part without placed pieces: the disk is full long before that last line.
+    for (int i = 0; i < 100; ++i)
+        AddStack(*app_, a, {.Block = block, .Pieces = 1, .CountOnPart = true});
+    AddPart({.Code = "U", .Quantity = 1});
+    WriteFile(path_, "old save\n");
+    {
+        const FileSizeLimit limit(64);
+        EXPECT_EQ(Write(), Outcome::Failed(9024));
+    }
+
+    EXPECT_EQ(ReadFile(path_), "old save\n");
+}
+
 TEST_F(PlacementFile, FailedUnplacedLineSets9025AndKeepsTheOldFile) {
     KESTO_NEEDS_FILE_SIZE_LIMIT();
     AddThreeBoxes();

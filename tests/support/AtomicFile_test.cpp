@@ -37,21 +37,6 @@ TEST(AtomicFile, CommitReplacesTheTarget) {
     EXPECT_FALSE(std::filesystem::exists(temp));
 }
 
-TEST(AtomicFile, AFileOfAFewHundredKilobytesReachesTheDiskOnlyAtTheCommit) {
-    TempFolder folder;
-    AtomicFile out(folder / "save.txt");
-    ASSERT_TRUE(out.Open());
-    // 200 KB of short lines, as a crowded job's save file is made of.
-    const std::string line = "A947,12,PART947,4,10,  507.0000\n";
-    const size_t lines = 200 * 1024 / line.size();
-    for (size_t i = 0; i < lines; ++i)
-        std::fputs(line.c_str(), out.get());
-    // Held in the stream's buffer and written in one go, not a block at a time.
-    EXPECT_EQ(std::filesystem::file_size(out.TempPath()), 0u);
-    EXPECT_TRUE(out.Commit());
-    EXPECT_EQ(ReadFile(folder / "save.txt").size(), test::TextModeBytes(line).size() * lines);
-}
-
 TEST(AtomicFile, CommitCreatesAMissingTarget) {
     TempFolder folder;
     AtomicFile out(folder / "new.csv");
