@@ -31,6 +31,21 @@ class PlacementFile : public OutputTest {
         a.SaveOffsetY = 5;
     }
     Outcome Write() { return FileSave().WritePlacementFile(path_); }
+    // A hundred stack lines of one part, some 10 KB: more than the 64-byte disk below holds
+    // and more than one write block of the stream.
+    void AddHundredStackLines() {
+        AddThreeBoxes();
+        PartsInfo& a = AddPart({.Code = "A", .Quantity = 1});
+        const int32_t block = AddBlock(1, 1);
+        for (int i = 0; i < 100; ++i)
+            AddStack(*app_, a, {.Block = block, .Pieces = 1, .CountOnPart = true});
+    }
+    // Writes over an old save file on a disk that holds 64 bytes.
+    Outcome WriteOverAnOldFileOnAFullDisk() {
+        WriteFile(path_, "old save\n");
+        const FileSizeLimit limit(64);
+        return Write();
+    }
 
     std::string path_;
 };
@@ -196,16 +211,9 @@ TEST_F(PlacementFile, EmptyPathOrMissingFolderSets9023) {
 
 TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
     KESTO_NEEDS_FILE_SIZE_LIMIT();
-    AddThreeBoxes();
-    PartsInfo& a = AddPart({.Code = "A", .Quantity = 1});
-    const int32_t block = AddBlock(1, 1);
-    for (int i = 0; i < 100; ++i)
-        AddStack(*app_, a, {.Block = block, .Pieces = 1, .CountOnPart = true});
-    WriteFile(path_, "old save\n");
-    {
-        const FileSizeLimit limit(64);
-        EXPECT_EQ(Write(), Outcome::Failed(9024));
-    }
+    AddHundredStackLines();
+
+    EXPECT_EQ(WriteOverAnOldFileOnAFullDisk(), Outcome::Failed(9024));
 
     EXPECT_EQ(ReadFile(path_), "old save\n");
     EXPECT_EQ(std::distance(fs::directory_iterator(dir_), fs::directory_iterator{}), 2);
@@ -213,19 +221,11 @@ TEST_F(PlacementFile, FailedStackLineSets9024AndKeepsTheOldFile) {
 
 TEST_F(PlacementFile, AFailedWriteIsNamedByTheLineBeingWrittenWhenItShowsNotByTheLastLine) {
     KESTO_NEEDS_FILE_SIZE_LIMIT();
-    AddThreeBoxes();
-    PartsInfo& a = AddPart({.Code = "A", .Quantity = 1});
-    const int32_t block = AddBlock(1, 1);
-    // Stack lines of some 10 KB, more than a write block of the stream, and then the line of a
-    // part without placed pieces: the disk is full long before that last line.
-    for (int i = 0; i < 100; ++i)
-        AddStack(*app_, a, {.Block = block, .Pieces = 1, .CountOnPart = true});
+    AddHundredStackLines();
+    // The line of a part without placed pieces comes last: the disk is full long before it.
     AddPart({.Code = "U", .Quantity = 1});
-    WriteFile(path_, "old save\n");
-    {
-        const FileSizeLimit limit(64);
-        EXPECT_EQ(Write(), Outcome::Failed(9024));
-    }
+
+    EXPECT_EQ(WriteOverAnOldFileOnAFullDisk(), Outcome::Failed(9024));
 
     EXPECT_EQ(ReadFile(path_), "old save\n");
 }
@@ -235,11 +235,8 @@ TEST_F(PlacementFile, FailedUnplacedLineSets9025AndKeepsTheOldFile) {
     AddThreeBoxes();
     for (int i = 0; i < 100; ++i)
         AddPart({.Code = "U" + std::to_string(i), .Quantity = 1});
-    WriteFile(path_, "old save\n");
-    {
-        const FileSizeLimit limit(64);
-        EXPECT_EQ(Write(), Outcome::Failed(9025));
-    }
+
+    EXPECT_EQ(WriteOverAnOldFileOnAFullDisk(), Outcome::Failed(9025));
 
     EXPECT_EQ(ReadFile(path_), "old save\n");
 }
