@@ -283,7 +283,8 @@ void ReportPlacement(const CKestoApp& app, const Services& services, std::ostrea
 
 PlacementReportThread::PlacementReportThread(const CKestoApp& app, const Services& services,
                                              std::ostream& out) {
-    thread_.Start([&app, &services, &out] { ReportPlacement(app, services, out); });
+    // The bundle by value: it is a handful of references, and callers hand a temporary.
+    thread_.Start([&app, services, &out] { ReportPlacement(app, services, out); });
 }
 
 void PlacementReportThread::Wait() {

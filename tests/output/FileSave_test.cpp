@@ -24,6 +24,14 @@ class SaveAll : public OutputTest {
                  {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     }
     fs::path Out(const std::string& name) const { return dir_ / "sys" / "out" / name; }
+    // The last ten bytes of each line of the save file: save number, level, code, block and
+    // corner of a stack line whose numbers are single digits.
+    Lines SavedLineEnds() const {
+        Lines ends;
+        for (const std::string& line : ReadLines(Out("save.csv")))
+            ends.push_back(line.substr(line.size() < 10 ? 0 : line.size() - 10));
+        return ends;
+    }
 };
 
 TEST_F(SaveAll, EmptyPartsListSucceedsAtOnceWithoutFiles) {
@@ -93,6 +101,58 @@ TEST_F(SaveAll, ShortPartRefusedWritesNoSaveFile) {
     EXPECT_EQ(FileSave().SaveAll(), Outcome::Failed());
 
     EXPECT_FALSE(fs::exists(Out("save.csv")));
+}
+
+TEST_F(SaveAll, ShortPartRefusedKeepsTheOldSaveFileAndLeavesNoTemporary) {
+    WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
+             {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
+    WriteFile(Out("save.csv"), "old save\n");
+    operator_.Answer = OkCancel::Cancel;
+
+    EXPECT_EQ(FileSave().SaveAll(), Outcome::Failed());
+
+    EXPECT_EQ(ReadFile(Out("save.csv")), "old save\n");
+    // The side file and the old save file: no temporary of the save file is left.
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir_ / "sys" / "out"), fs::directory_iterator{}),
+              2);
+}
+
+TEST_F(SaveAll, SaveFileKeepsItsOldBytesWhileTheShortPartsQuestionIsOpen) {
+    WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
+             {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
+    WriteFile(Out("save.csv"), "old save\n");
+    std::string seenDuringTheQuestion;
+    operator_.OnAsk = [&](int) { seenDuringTheQuestion = ReadFile(Out("save.csv")); };
+
+    EXPECT_TRUE(FileSave().SaveAll().Ok());
+
+    EXPECT_EQ(seenDuringTheQuestion, "old save\n");
+    EXPECT_EQ(ReadLines(Out("save.csv")).size(), 1u);
+}
+
+TEST_F(SaveAll, SaveFileCarriesTheLevelsTheResultGroupsNumbered) {
+    WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
+    // Pallets 1 and 3 lie in the pairs (1,2) and (3,4): groups 1 and 2.
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 4}),
+             {.Block = AddBlock(1, 1), .Pieces = 4, .Level = 9, .CountOnPart = true});
+    AddStack(*app_, AddPart({.Code = "B", .Quantity = 2}),
+             {.Block = AddBlock(1, 3), .Pieces = 2, .Level = 9, .CountOnPart = true});
+
+    EXPECT_TRUE(FileSave().SaveAll().Ok());
+
+    EXPECT_EQ(SavedLineEnds(), (Lines{",0,1,A,0,0", ",0,2,B,1,0"}));
+}
+
+TEST_F(SaveAll, WithPartsShortTheSaveFileKeepsTheLevelsOfBefore) {
+    WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
+    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
+             {.Block = AddBlock(1, 1), .Pieces = 4, .Level = 7, .CountOnPart = true});
+
+    EXPECT_TRUE(FileSave().SaveAll().Ok());
+
+    EXPECT_EQ(SavedLineEnds(), (Lines{",0,7,A,0,0"}));
 }
 
 TEST_F(SaveAll, RemovesTheStaleTemporariesOfItsThreeFilesBeforeWriting) {
