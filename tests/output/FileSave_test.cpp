@@ -23,6 +23,11 @@ class SaveAll : public OutputTest {
         AddStack(*app_, AddPart({.Code = "A", .Quantity = 4}),
                  {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
     }
+    // Part A, 4 of its 10 pieces on one stack of the given level: short, so message 208 comes.
+    void AddShortPart(int32_t level = 0) {
+        AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
+                 {.Block = AddBlock(1, 1), .Pieces = 4, .Level = level, .CountOnPart = true});
+    }
     fs::path Out(const std::string& name) const { return dir_ / "sys" / "out" / name; }
     // The last ten bytes of each line of the save file: save number, level, code, block and
     // corner of a stack line whose numbers are single digits.
@@ -82,8 +87,7 @@ TEST_F(SaveAll, SaveKeyMissingFailsAfterTheResultFile) {
 
 TEST_F(SaveAll, ShortPartAcceptedDeletesTheResultAndStillWritesTheSaveFile) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
-    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
-             {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
+    AddShortPart();
     WriteFile(Out("res.csv"), "old\n");
 
     EXPECT_TRUE(FileSave().SaveAll().Ok());
@@ -94,8 +98,7 @@ TEST_F(SaveAll, ShortPartAcceptedDeletesTheResultAndStillWritesTheSaveFile) {
 
 TEST_F(SaveAll, ShortPartRefusedWritesNoSaveFile) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
-    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
-             {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
+    AddShortPart();
     operator_.Answer = OkCancel::Cancel;
 
     EXPECT_EQ(FileSave().SaveAll(), Outcome::Failed());
@@ -105,8 +108,7 @@ TEST_F(SaveAll, ShortPartRefusedWritesNoSaveFile) {
 
 TEST_F(SaveAll, ShortPartRefusedKeepsTheOldSaveFileAndLeavesNoTemporary) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
-    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
-             {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
+    AddShortPart();
     WriteFile(Out("save.csv"), "old save\n");
     operator_.Answer = OkCancel::Cancel;
 
@@ -120,8 +122,7 @@ TEST_F(SaveAll, ShortPartRefusedKeepsTheOldSaveFileAndLeavesNoTemporary) {
 
 TEST_F(SaveAll, SaveFileKeepsItsOldBytesWhileTheShortPartsQuestionIsOpen) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
-    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
-             {.Block = AddBlock(1, 1), .Pieces = 4, .CountOnPart = true});
+    AddShortPart();
     WriteFile(Out("save.csv"), "old save\n");
     std::string seenDuringTheQuestion;
     operator_.OnAsk = [&](int) { seenDuringTheQuestion = ReadFile(Out("save.csv")); };
@@ -147,8 +148,7 @@ TEST_F(SaveAll, SaveFileCarriesTheLevelsTheResultGroupsNumbered) {
 
 TEST_F(SaveAll, WithPartsShortTheSaveFileKeepsTheLevelsOfBefore) {
     WriteSetupList("IEK : out/res.csv\nIEL : out/save.csv\n");
-    AddStack(*app_, AddPart({.Code = "A", .Quantity = 10}),
-             {.Block = AddBlock(1, 1), .Pieces = 4, .Level = 7, .CountOnPart = true});
+    AddShortPart(7);
 
     EXPECT_TRUE(FileSave().SaveAll().Ok());
 
