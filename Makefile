@@ -1,6 +1,7 @@
 # Set-up, build, test and demo of Kesto on Debian 12.
 BUILD      ?= build
 ASAN_BUILD ?= build-asan
+TSAN_BUILD ?= build-tsan
 JOBS       ?= 2
 # CI sets KESTO_WERROR=ON: warnings fail the build there.
 KESTO_WERROR ?= OFF
@@ -26,7 +27,7 @@ WINDOWS_CONFIGURE = cmake -S . -B $(WINDOWS_BUILD) -DCMAKE_BUILD_TYPE=RelWithDeb
 WINDOWS_ENV       = WINEPREFIX=$(CURDIR)/$(WINDOWS_BUILD)/wineprefix WINEDEBUG=-all \
                     WINEDLLOVERRIDES="mscoree,mshtml=" DISPLAY=
 
-.PHONY: deps build test test-asan soak fuzz demo bench screenshot format clean deps-windows test-windows demo-ja screenshot-ja package package-windows
+.PHONY: deps build test test-asan test-tsan soak fuzz demo bench screenshot format clean deps-windows test-windows demo-ja screenshot-ja package package-windows
 
 # $(call install,STEP,PACKAGES): installs the missing Debian packages with apt-get (as root),
 # or names the command that would.
@@ -59,6 +60,16 @@ test-asan: deps
 	cmake --build $(ASAN_BUILD) -j $(JOBS)
 	cd $(ASAN_BUILD) && QT_QPA_PLATFORM=offscreen LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
 	  KESTO_MONKEY_STEPS=10000 ctest --output-on-failure -j $(JOBS)
+
+# make test-tsan: the core, kesto-batch and their tests under ThreadSanitizer (without the window,
+# whose Qt libraries are not built with it): the report, outline and journal threads. A race
+# found fails the test that ran into it.
+test-tsan: deps
+	cmake -S . -B $(TSAN_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKESTO_WITH_UI=OFF \
+	  -DKESTO_WITH_BENCH=OFF -DCMAKE_CXX_FLAGS=-fsanitize=thread \
+	  -DCMAKE_EXE_LINKER_FLAGS=-fsanitize=thread
+	cmake --build $(TSAN_BUILD) -j $(JOBS)
+	cd $(TSAN_BUILD) && TSAN_OPTIONS=second_deadlock_stack=1 ctest --output-on-failure -j $(JOBS)
 
 # make soak: the random operator of the window as a process on Xvfb for KESTO_SOAK_SECONDS
 # (default 600), its memory sampled every second; not part of make test, which runs 30 s.
@@ -133,4 +144,4 @@ format:
 	find src tests bench fuzz \( -name '*.cpp' -o -name '*.h' \) -print | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD) $(WINDOWS_BUILD)
+	rm -rf $(BUILD) $(ASAN_BUILD) $(TSAN_BUILD) $(FUZZ_BUILD) $(WINDOWS_BUILD)
